@@ -1,0 +1,297 @@
+#include "Application.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <strings.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "AppRegistry.h"
+#include "Cursor.h"
+#include "CursorState.h"
+#include "Entry.h"
+#include "LooperLock.h"
+#include "MessageDelivery.h"
+#include "MessagePort.h"
+#include "MessagePoster.h"
+#include "ProgramArguments.h"
+#include "Roster.h"
+#include "RunningApplication.h"
+#include "SignalWatch.h"
+
+BApplication* be_app = nullptr;
+BMessenger be_app_messenger;
+
+namespace {
+
+constexpr bigtime_t kFirstPulseRate = 500'000;
+constexpr bigtime_t kPulseGrain = 100'000;
+
+bool IsApplicationType(const char* signature)
+{
+    static constexpr char kSuper[] = "application/";
+    constexpr size_t length = sizeof(kSuper) - 1;
+    if (!signature || strncasecmp(signature, kSuper, length) != 0
+        || strlen(signature) >= size_t(B_MIME_TYPE_LENGTH))
+        return false;
+    const char* subtype = signature + length;
+    if (*subtype == '\0')
+        return false;
+    for (; *subtype; ++subtype) {
+        const auto byte = static_cast<unsigned char>(*subtype);
+        if (byte <= ' ' || byte >= 0x7f || strchr("()<>@,;:\\\"/[]?=", byte))
+            return false;
+    }
+    return true;
+}
+
+app_info DescribeProcess(port_id port, const char* signature)
+{
+    app_info info;
+    info.thread = find_thread(nullptr);
+    info.team = getpid();
+    info.port = port;
+    info.flags = B_MULTIPLE_LAUNCH;
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error || get_ref_for_path(program.c_str(), &info.ref) != B_OK)
+        fprintf(stderr, "Program file not found <%s>\n", program.c_str());
+    snprintf(info.signature, sizeof(info.signature), "%s", signature);
+    return info;
+}
+
+} // namespace
+
+BApplication::BApplication(const char* signature) : BApplication(signature, nullptr) { }
+
+BApplication::BApplication(const char* signature, status_t* error) : BLooper(signature)
+{
+    fStatus = Start(signature);
+    if (error) {
+        *error = fStatus;
+    } else if (fStatus != B_OK) {
+        fprintf(stderr, "%s <%s>\n",
+            fStatus == B_NOT_ALLOWED ? "A second application object" : "Bad signature",
+            signature ? signature : "");
+        exit(1);
+    }
+}
+
+status_t BApplication::Start(const char* signature)
+{
+    if (!IsApplicationType(signature))
+        return B_BAD_VALUE;
+    if (be_app)
+        return B_NOT_ALLOWED;
+    fSignature = signature;
+    be_app = this;
+    be_app_messenger = BMessenger(this);
+    AppRegistry::Instance().SetApplication(be_app_messenger);
+    const app_info info = DescribeProcess(fPort->Id(), signature);
+    SetRunningApplication(&info);
+    SetPulse(kFirstPulseRate);
+    PostArguments();
+    PostAlways(be_app_messenger, BMessage(B_READY_TO_RUN));
+    fSignals = std::make_unique<SignalWatch>(be_app_messenger);
+    return B_OK;
+}
+
+BApplication::~BApplication()
+{
+    if (fStatus != B_OK)
+        return;
+    fSignals.reset();
+    QuitWindows(false);
+    SetRunningApplication(nullptr);
+    AppRegistry::Instance().SetApplication(BMessenger());
+    be_app_messenger = BMessenger();
+    be_app = nullptr;
+}
+
+status_t BApplication::InitCheck() const
+{
+    return fStatus;
+}
+
+thread_id BApplication::Run()
+{
+    if (fStatus != B_OK)
+        return B_NO_INIT;
+    if (fThread != B_ERROR)
+        return fThread;
+    fThread = find_thread(nullptr);
+    fPort->SetReader(fThread);
+    AppRegistry::Instance().SetRuns(this);
+    fLock->Release();
+    Loop();
+    return fThread;
+}
+
+void BApplication::Quit()
+{
+    if (fThread == B_ERROR)
+        BLooper::Quit();
+    else if (fThread == find_thread(nullptr))
+        fEnded = true;
+    else
+        PostAlways(be_app_messenger, BMessage(_QUIT_));
+}
+
+bool BApplication::QuitRequested()
+{
+    return QuitWindows(true);
+}
+
+bool BApplication::QuitWindows(bool ask)
+{
+    // Windows may need the application to answer.
+    const int32 locks = IsLocked() ? CountLocks() : 0;
+    for (int32 i = 0; i < locks; ++i)
+        Unlock();
+    const bool allQuit = QuitWindowsUnlocked(ask);
+    for (int32 i = 0; i < locks; ++i)
+        Lock();
+    return allQuit;
+}
+
+bool BApplication::QuitWindowsUnlocked(bool ask)
+{
+    // Each window may take others with it, so the list is read anew every time.
+    for (;;) {
+        const LooperRecord window = AppRegistry::Instance().FirstAskedToQuit();
+        if (!window.looper)
+            return true;
+        if (window.lock->Lock(B_INFINITE_TIMEOUT) != B_OK)
+            continue;
+        if (ask && !window.looper->QuitRequested()) {
+            window.lock->Unlock();
+            return false;
+        }
+        if (window.lock->Lock(B_INFINITE_TIMEOUT) == B_OK) // it may have quit itself meanwhile
+            window.looper->Quit();
+    }
+}
+
+void BApplication::ReadyToRun() { }
+
+void BApplication::ArgvReceived(int32, char**) { }
+
+void BApplication::RefsReceived(BMessage*) { }
+
+void BApplication::AboutRequested() { }
+
+void BApplication::AppActivated(bool) { }
+
+void BApplication::Pulse() { }
+
+void BApplication::MessageReceived(BMessage* message)
+{
+    BLooper::MessageReceived(message);
+}
+
+void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
+{
+    if (handler != this) {
+        BLooper::DispatchMessage(message, handler);
+        return;
+    }
+    switch (message->what) {
+        case B_READY_TO_RUN:
+            if (!std::exchange(fReadyToRun, true))
+                ReadyToRun();
+            break;
+        case B_ARGV_RECEIVED: ReceiveArguments(*message); break;
+        case B_REFS_RECEIVED: RefsReceived(message); break;
+        case B_ABOUT_REQUESTED: AboutRequested(); break;
+        case B_APP_ACTIVATED: {
+            bool active = false;
+            if (message->FindBool("active", &active) == B_OK)
+                AppActivated(active);
+            break;
+        }
+        case B_PULSE: Pulse(); break;
+        default: BLooper::DispatchMessage(message, handler);
+    }
+}
+
+void BApplication::PostArguments()
+{
+    const std::vector<std::string> arguments = ProgramArguments();
+    if (arguments.size() < 2)
+        return;
+    BMessage message(B_ARGV_RECEIVED);
+    message.AddInt32("argc", int32(arguments.size()));
+    for (const std::string& argument : arguments)
+        message.AddString("argv", argument.c_str());
+    std::error_code error;
+    message.AddString("cwd", std::filesystem::current_path(error).c_str());
+    PostAlways(be_app_messenger, message);
+}
+
+void BApplication::ReceiveArguments(const BMessage& message)
+{
+    std::vector<std::string> texts;
+    const char* text = nullptr;
+    for (int32 i = 0; message.FindString("argv", i, &text) == B_OK; ++i)
+        texts.emplace_back(text);
+    if (texts.empty())
+        return;
+    std::vector<char*> arguments;
+    for (std::string& argument : texts)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    ArgvReceived(int32(texts.size()), arguments.data());
+}
+
+void BApplication::SetPulseRate(bigtime_t rate)
+{
+    SetPulse(rate - rate % kPulseGrain);
+}
+
+void BApplication::SetCursor(const void* cursor)
+{
+    SetCursorImage(cursor);
+}
+
+void BApplication::SetCursor(const BCursor* cursor, bool)
+{
+    SetCursorImage(cursor ? cursor->Data() : nullptr);
+}
+
+void BApplication::HideCursor()
+{
+    SetCursorHidden(true);
+}
+
+void BApplication::ShowCursor()
+{
+    SetCursorHidden(false);
+}
+
+bool BApplication::IsCursorHidden() const
+{
+    return CurrentCursor().isHidden;
+}
+
+status_t BApplication::GetAppInfo(app_info* info) const
+{
+    return be_roster->GetRunningAppInfo(Team(), info);
+}
+
+const char* BApplication::Signature() const
+{
+    return fSignature.c_str();
+}
+
+int32 BApplication::CountLoopers() const
+{
+    return AppRegistry::Instance().CountLoopers();
+}
+
+BLooper* BApplication::LooperAt(int32 index) const
+{
+    return AppRegistry::Instance().LooperAt(index);
+}

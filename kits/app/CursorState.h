@@ -1,0 +1,21 @@
+// The pointer's picture as the program wants it, between BApplication::SetCursor() and the display
+// server, which may start later or never.
+#pragma once
+
+#include "SupportDefs.h"
+
+struct CursorState {
+    bool isSet = false; // the program chose a picture: image holds it
+    bool isHidden = false;
+    uint8 image[68] = {}; // as BCursor describes it
+};
+
+CursorState CurrentCursor();
+
+// Changed() is called after each change, in the thread that made it, and by this call if there has
+// been one; it must not wait. It reads CurrentCursor(). NULL: none. One at a time.
+void SetCursorHook(void (*changed)());
+
+// For BApplication. Copies the 68 bytes; other data changes nothing.
+void SetCursorImage(const void* data);
+void SetCursorHidden(bool hidden);

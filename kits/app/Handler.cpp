@@ -1,0 +1,71 @@
+#include "Handler.h"
+
+#include "AppDefs.h"
+#include "AppRegistry.h"
+#include "Looper.h"
+#include "LooperLock.h"
+#include "Message.h"
+
+BHandler::BHandler(const char* name) : fToken(AppRegistry::Instance().AddHandler(this))
+{
+    SetName(name);
+}
+
+BHandler::~BHandler()
+{
+    if (LockLooper()) {
+        BLooper* looper = fLooper;
+        looper->RemoveHandler(this);
+        looper->Unlock();
+    }
+    AppRegistry::Instance().RemoveHandler(fToken);
+}
+
+void BHandler::MessageReceived(BMessage* message)
+{
+    if (fNextHandler)
+        fNextHandler->MessageReceived(message);
+    else if (message->IsSourceWaiting())
+        message->SendReply(B_MESSAGE_NOT_UNDERSTOOD);
+}
+
+void BHandler::SetName(const char* name)
+{
+    fHasName = name != nullptr;
+    fName = name ? name : "";
+}
+
+const char* BHandler::Name() const
+{
+    return fHasName ? fName.c_str() : nullptr;
+}
+
+void BHandler::SetNextHandler(BHandler* handler)
+{
+    if (!handler || (fLooper && handler->Looper() == fLooper))
+        fNextHandler = handler;
+}
+
+bool BHandler::LockLooper()
+{
+    return LockLooperWithTimeout(B_INFINITE_TIMEOUT) == B_OK;
+}
+
+status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
+{
+    const LooperRecord record = AppRegistry::Instance().Looper(fLooper);
+    if (!record.looper)
+        return B_BAD_VALUE;
+    if (const status_t status = record.lock->Lock(timeout); status != B_OK)
+        return status;
+    if (fLooper == record.looper)
+        return B_OK;
+    record.lock->Unlock();
+    return B_MISMATCHED_VALUES;
+}
+
+void BHandler::UnlockLooper()
+{
+    if (BLooper* looper = fLooper)
+        looper->Unlock();
+}

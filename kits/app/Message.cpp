@@ -1,0 +1,280 @@
+#include "Message.h"
+
+#include <cctype>
+#include <cinttypes>
+#include <cstdio>
+#include <new>
+
+#include "AppDefs.h"
+#include "Handler.h"
+#include "MessageBody.h"
+#include "MessageDelivery.h"
+#include "MessageFormat.h"
+
+BMessage::BMessage() : fBody(std::make_unique<MessageBody>()) { }
+
+BMessage::BMessage(uint32 command) : what(command), fBody(std::make_unique<MessageBody>()) { }
+
+BMessage::BMessage(const BMessage& message)
+    : what(message.what), fBody(std::make_unique<MessageBody>(*message.fBody))
+{
+    if (!message.fDelivery)
+        return;
+    fDelivery = std::make_unique<MessageDelivery>(*message.fDelivery);
+    fDelivery->reply = MessageDelivery::Reply::NotOwed;
+    fDelivery->isReply = false;
+}
+
+BMessage& BMessage::operator=(const BMessage& message)
+{
+    if (this != &message) {
+        BMessage copy(message);
+        MessageAccess::Swap(*this, copy);
+    }
+    return *this;
+}
+
+BMessage::~BMessage()
+{
+    MessageAccess::EndUnanswered(*this);
+}
+
+status_t BMessage::AddData(
+    const char* name, type_code type, const void* data, ssize_t numBytes, bool isFixedSize, int32)
+{
+    if (numBytes < 0 || (!data && numBytes > 0))
+        return B_BAD_VALUE;
+    return fBody->Add(
+        name, type, { static_cast<const char*>(data), size_t(numBytes) }, isFixedSize);
+}
+
+status_t BMessage::FindData(
+    const char* name, type_code type, const void** data, ssize_t* numBytes) const
+{
+    return FindData(name, type, 0, data, numBytes);
+}
+
+status_t BMessage::FindData(
+    const char* name, type_code type, int32 index, const void** data, ssize_t* numBytes) const
+{
+    const std::string* item = nullptr;
+    const status_t status = fBody->Find(name, type, index, item);
+    if (data)
+        *data = status == B_OK ? item->c_str() : nullptr;
+    if (numBytes)
+        *numBytes = status == B_OK ? ssize_t(item->size()) : 0;
+    return status;
+}
+
+bool BMessage::HasData(const char* name, type_code type, int32 index) const
+{
+    return FindData(name, type, index, nullptr, nullptr) == B_OK;
+}
+
+status_t BMessage::ReplaceData(const char* name, type_code type, const void* data, ssize_t numBytes)
+{
+    return ReplaceData(name, type, 0, data, numBytes);
+}
+
+status_t BMessage::ReplaceData(
+    const char* name, type_code type, int32 index, const void* data, ssize_t numBytes)
+{
+    if (numBytes < 0 || (!data && numBytes > 0))
+        return B_BAD_VALUE;
+    return fBody->Replace(name, type, index, { static_cast<const char*>(data), size_t(numBytes) });
+}
+
+status_t BMessage::RemoveName(const char* name)
+{
+    return fBody->RemoveName(name);
+}
+
+status_t BMessage::RemoveData(const char* name, int32 index)
+{
+    return fBody->RemoveItem(name, index);
+}
+
+status_t BMessage::MakeEmpty()
+{
+    fBody->SetFields({});
+    return B_OK;
+}
+
+bool BMessage::IsEmpty() const
+{
+    return fBody->Fields().empty();
+}
+
+int32 BMessage::CountNames(type_code type) const
+{
+    int32 count = 0;
+    for (const MessageField& field : fBody->Fields())
+        count += type == B_ANY_TYPE || type == field.type;
+    return count;
+}
+
+status_t BMessage::GetInfo(
+    type_code typeRequested, int32 which, char** name, type_code* typeReturned, int32* count) const
+{
+    int32 left = which;
+    for (const MessageField& field : fBody->Fields()) {
+        if ((typeRequested != B_ANY_TYPE && typeRequested != field.type) || left-- != 0)
+            continue;
+        if (name)
+            *name = const_cast<char*>(field.name.c_str());
+        return GetInfo(field.name.c_str(), typeReturned, count);
+    }
+    return CountNames(typeRequested) > 0 || typeRequested == B_ANY_TYPE ? B_BAD_INDEX : B_BAD_TYPE;
+}
+
+status_t BMessage::GetInfo(const char* name, type_code* type, int32* count) const
+{
+    const MessageField* field = name ? fBody->Field(name) : nullptr;
+    if (!field)
+        return name ? B_NAME_NOT_FOUND : B_BAD_VALUE;
+    if (type)
+        *type = field->type;
+    if (count)
+        *count = int32(field->items.size());
+    return B_OK;
+}
+
+status_t BMessage::GetInfo(const char* name, type_code* type, bool* isFixedSize) const
+{
+    const status_t status = GetInfo(name, type);
+    if (status == B_OK && isFixedSize)
+        *isFixedSize = fBody->Field(name)->fixedSize;
+    return status;
+}
+
+namespace {
+
+struct CodeText {
+    char text[5];
+};
+
+// The four characters of a code; a point for what cannot be printed.
+CodeText TextOfCode(uint32 code)
+{
+    CodeText result {};
+    for (int i = 0; i < 4; ++i) {
+        const int character = int((code >> (24 - 8 * i)) & 0xff);
+        result.text[i] = isprint(character) ? char(character) : '.';
+    }
+    return result;
+}
+
+constexpr int kDeepestPrinted = 16; // messages inside messages, which may be anybody's bytes
+
+void Print(uint32 what, const std::vector<MessageField>& fields, int depth)
+{
+    printf("%*sBMessage: what = '%s' (0x%" PRIx32 ", or %" PRId32 ")\n", 4 * depth, "",
+        TextOfCode(what).text, what, int32(what));
+    for (const MessageField& field : fields) {
+        printf("%*s#entry %s, type = '%s', count = %zu\n", 4 * depth, "", field.name.c_str(),
+            TextOfCode(field.type).text, field.items.size());
+        if (field.type != B_MESSAGE_TYPE || depth == kDeepestPrinted)
+            continue;
+        for (const std::string& item : field.items) {
+            uint32 innerWhat = 0;
+            std::vector<MessageField> inner;
+            if (ReadFlat(item, innerWhat, inner) == B_OK)
+                Print(innerWhat, inner, depth + 1);
+        }
+    }
+}
+
+} // namespace
+
+void BMessage::PrintToStream() const
+{
+    Print(what, fBody->Fields(), 0);
+}
+
+ssize_t BMessage::FlattenedSize() const
+{
+    return ssize_t(FlatSize(fBody->Fields()));
+}
+
+status_t BMessage::Flatten(char* buffer, ssize_t numBytes) const
+{
+    if (!buffer || numBytes < FlattenedSize())
+        return B_BAD_VALUE;
+    WriteFlat(what, fBody->Fields(), buffer);
+    return B_OK;
+}
+
+status_t BMessage::Unflatten(const char* flatBuffer, ssize_t numBytes)
+{
+    std::vector<MessageField> fields;
+    const status_t status = flatBuffer && numBytes >= 0
+        ? ReadFlat({ flatBuffer, size_t(numBytes) }, what, fields)
+        : B_BAD_VALUE;
+    fBody->SetFields(std::move(fields));
+    return status;
+}
+
+status_t BMessage::Unflatten(const char* flatBuffer)
+{
+    const uint64 size = flatBuffer ? ClaimedFlatSize({ flatBuffer, kFlatHeaderSize }) : 0;
+    return Unflatten(flatBuffer, size > SSIZE_MAX ? 0 : ssize_t(size));
+}
+
+MessageDelivery& BMessage::Delivery()
+{
+    if (!fDelivery)
+        fDelivery = std::make_unique<MessageDelivery>();
+    return *fDelivery;
+}
+
+BMessenger BMessage::ReturnAddress() const
+{
+    return fDelivery ? fDelivery->replyTo : BMessenger();
+}
+
+bool BMessage::IsSourceWaiting() const
+{
+    return fDelivery && fDelivery->reply == MessageDelivery::Reply::Owed;
+}
+
+bool BMessage::IsReply() const
+{
+    return fDelivery && fDelivery->isReply;
+}
+
+bool BMessage::WasDropped() const
+{
+    return fDelivery && fDelivery->wasDropped;
+}
+
+BPoint BMessage::DropPoint(BPoint* offset) const
+{
+    if (offset)
+        *offset = fDelivery ? fDelivery->dropOffset : BPoint();
+    return fDelivery ? fDelivery->dropPoint : BPoint();
+}
+
+status_t BMessage::SendReply(BMessage* reply, BHandler* replyTo, bigtime_t timeout)
+{
+    if (!reply)
+        return B_BAD_VALUE;
+    if (!fDelivery || fDelivery->replyTo == BMessenger())
+        return B_BAD_REPLY;
+    if (fDelivery->reply == MessageDelivery::Reply::Sent)
+        return B_DUPLICATE_REPLY;
+    SendOptions options;
+    options.timeout = timeout;
+    options.isReply = true;
+    status_t status = MessageAccess::ReplyAddress(replyTo, options.replyTo);
+    if (status == B_OK)
+        status = MessageAccess::Send(fDelivery->replyTo, *reply, options);
+    if (status == B_OK && IsSourceWaiting())
+        fDelivery->reply = MessageDelivery::Reply::Sent;
+    return status;
+}
+
+status_t BMessage::SendReply(uint32 command, BHandler* replyTo)
+{
+    BMessage reply(command);
+    return SendReply(&reply, replyTo);
+}

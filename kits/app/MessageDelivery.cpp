@@ -1,0 +1,131 @@
+#include "MessageDelivery.h"
+
+#include <new>
+#include <unistd.h>
+
+#include "AppDefs.h"
+#include "AppRegistry.h"
+#include "Handler.h"
+#include "MessageBody.h"
+#include "MessagePort.h"
+#include "MessagePoster.h"
+
+using Reply = MessageDelivery::Reply;
+
+BMessenger MessageAccess::Messenger(port_id port, int32 token)
+{
+    BMessenger messenger;
+    messenger.fTeam = getpid();
+    messenger.fPort = port;
+    messenger.fToken = token;
+    return messenger;
+}
+
+std::shared_ptr<MessagePort> MessageAccess::Port(const BMessenger& target)
+{
+    return target.IsTargetLocal() ? AppRegistry::Instance().Port(target.fPort) : nullptr;
+}
+
+status_t MessageAccess::ReplyAddress(const BHandler* handler, BMessenger& address)
+{
+    if (!handler) {
+        address = AppRegistry::Instance().Application();
+        return B_OK;
+    }
+    status_t status = B_OK;
+    address = BMessenger(handler, nullptr, &status);
+    return status;
+}
+
+status_t MessageAccess::Send(
+    const BMessenger& target, const BMessage& message, const SendOptions& options)
+{
+    const std::shared_ptr<MessagePort> port = Port(target);
+    if (!port)
+        return B_BAD_PORT_ID;
+    if (target.fToken != 0 && !AppRegistry::Instance().HasHandler(target.fToken))
+        return B_BAD_HANDLER;
+
+    std::unique_ptr<BMessage> copy;
+    try {
+        copy = std::make_unique<BMessage>(message);
+        copy->Delivery();
+    } catch (const std::bad_alloc&) {
+        return B_NO_MEMORY;
+    }
+    MessageDelivery& delivery = copy->Delivery();
+    delivery.token = target.fToken;
+    delivery.replyTo = options.replyTo;
+    delivery.reply = options.wantsReply ? Reply::Owed : Reply::NotOwed;
+    delivery.isReply = options.isReply;
+    delivery.mayBeReplaced = options.room == SendOptions::Room::Latest;
+    switch (options.room) {
+        case SendOptions::Room::Always: return port->PushAlways(std::move(copy));
+        case SendOptions::Room::Latest: return port->PushLatest(std::move(copy));
+        case SendOptions::Room::Wait: break;
+    }
+    if (port->Reader() != find_thread(nullptr))
+        return port->Push(std::move(copy), options.timeout);
+    // Nobody would make room while the reader itself waits for it.
+    return options.timeout == B_INFINITE_TIMEOUT ? port->PushAlways(std::move(copy))
+                                                 : port->Push(std::move(copy), 0);
+}
+
+void MessageAccess::Fail(BMessage& message, status_t status)
+{
+    MessageDelivery* delivery = DeliveryIfAny(message);
+    if (!delivery || delivery->reply != Reply::Owed)
+        return;
+    delivery->reply = Reply::Sent;
+    if (const auto port = Port(delivery->replyTo))
+        port->Close(status);
+}
+
+void MessageAccess::EndUnanswered(BMessage& message)
+{
+    MessageDelivery* delivery = DeliveryIfAny(message);
+    if (!delivery || delivery->reply != Reply::Owed)
+        return;
+    delivery->reply = Reply::Sent;
+    SendOptions options;
+    options.room = SendOptions::Room::Always;
+    options.isReply = true;
+    Send(delivery->replyTo, BMessage(B_NO_REPLY), options);
+}
+
+void MessageAccess::Swap(BMessage& to, BMessage& from)
+{
+    std::swap(to.what, from.what);
+    to.fBody.swap(from.fBody);
+    to.fDelivery.swap(from.fDelivery);
+}
+
+namespace {
+
+status_t PostToKitTarget(const BMessenger& target, const BMessage& message, SendOptions::Room room)
+{
+    SendOptions options;
+    options.replyTo = AppRegistry::Instance().Application();
+    options.room = room;
+    return MessageAccess::Send(target, message, options);
+}
+
+} // namespace
+
+status_t PostAlways(const BMessenger& target, const BMessage& message)
+{
+    return PostToKitTarget(target, message, SendOptions::Room::Always);
+}
+
+status_t PostLatest(const BMessenger& target, const BMessage& message)
+{
+    return PostToKitTarget(target, message, SendOptions::Room::Latest);
+}
+
+void MarkDropped(BMessage& message, BPoint point, BPoint offset)
+{
+    MessageDelivery& delivery = MessageAccess::Delivery(message);
+    delivery.wasDropped = true;
+    delivery.dropPoint = point;
+    delivery.dropOffset = offset;
+}

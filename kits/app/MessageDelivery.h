@@ -1,0 +1,64 @@
+// What a message learns by being sent, and how the kits send.
+#pragma once
+
+#include <memory>
+
+#include "Handler.h"
+#include "Message.h"
+#include "Messenger.h"
+
+struct MessageDelivery {
+    enum class Reply {
+        NotOwed,
+        Owed, // the sender waits; deleting the message answers B_NO_REPLY
+        Sent,
+    };
+
+    int32 token = 0; // of the target handler; 0: the looper's preferred one
+    BMessenger replyTo;
+    Reply reply = Reply::NotOwed;
+    bool isReply = false;
+    bool mayBeReplaced = false; // by a later one of the same kind, see PostLatest()
+    bool wasDropped = false;
+    BPoint dropPoint;
+    BPoint dropOffset;
+};
+
+struct SendOptions {
+    enum class Room {
+        Wait, // at most timeout
+        Always, // although the port is full
+        Latest, // likewise, in place of an older one
+    };
+
+    BMessenger replyTo;
+    Room room = Room::Wait;
+    bigtime_t timeout = 0;
+    bool isReply = false;
+    bool wantsReply = false; // the sender waits at replyTo
+};
+
+class MessagePort;
+
+// The kits' own way into messages and messengers.
+class MessageAccess {
+public:
+    static MessageDelivery& Delivery(BMessage& message) { return message.Delivery(); }
+    static MessageDelivery* DeliveryIfAny(BMessage& message) { return message.fDelivery.get(); }
+    static BMessenger Messenger(port_id port, int32 token);
+    // The target's port, NULL if it is gone or not in this process.
+    static std::shared_ptr<MessagePort> Port(const BMessenger& target);
+    static int32 Token(const BHandler& handler) { return handler.fToken; }
+    // Where replies to handler go: the application for NULL. B_BAD_HANDLER: it is in no looper.
+    static status_t ReplyAddress(const BHandler* handler, BMessenger& address);
+
+    // Puts a copy of message into the target's port; errors as BMessenger::SendMessage().
+    static status_t Send(
+        const BMessenger& target, const BMessage& message, const SendOptions& options);
+    // Wakes a sender that waits for message's reply: its call returns status.
+    static void Fail(BMessage& message, status_t status);
+    // Answers B_NO_REPLY to a sender that waits.
+    static void EndUnanswered(BMessage& message);
+    // Makes to what from is, its delivery included; from becomes what to was.
+    static void Swap(BMessage& to, BMessage& from);
+};

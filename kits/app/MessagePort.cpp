@@ -1,0 +1,169 @@
+#include "MessagePort.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "AppRegistry.h"
+#include "Deadline.h"
+#include "LeafLock.h"
+#include "Message.h"
+#include "MessageDelivery.h"
+
+namespace {
+
+// Counts for as long as it lives, also where a killed thread leaves by unwinding.
+class Counted {
+public:
+    explicit Counted(int32& count) : fCount(count) { ++fCount; }
+    ~Counted() { --fCount; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+
+private:
+    int32& fCount;
+};
+
+} // namespace
+
+std::shared_ptr<MessagePort> MessagePort::Make(int32 capacity)
+{
+    const std::shared_ptr<MessagePort> port(new MessagePort(capacity));
+    port->fId = AppRegistry::Instance().AddPort(port);
+    return port;
+}
+
+MessagePort::MessagePort(int32 capacity) : fCapacity(size_t(std::max<int32>(capacity, 1))) { }
+
+MessagePort::~MessagePort() = default;
+
+status_t MessagePort::Push(std::unique_ptr<BMessage> message, bigtime_t timeout)
+{
+    {
+        const LeafLock lock(fLock);
+        if (fState != B_OK)
+            return fState;
+        if (fMessages.size() < fCapacity) {
+            Append(std::move(message));
+            return B_OK;
+        }
+    }
+    return timeout > 0 ? PushWaiting(std::move(message), timeout) : status_t(B_WOULD_BLOCK);
+}
+
+status_t MessagePort::PushWaiting(std::unique_ptr<BMessage> message, bigtime_t timeout)
+{
+    const Deadline deadline(timeout);
+    const WaitGuard guard;
+    const MutexLock lock(fLock);
+    const Counted waiting(fWaitingForRoom);
+    bool inTime = true;
+    while (fState == B_OK && fMessages.size() >= fCapacity) {
+        if (!inTime)
+            return B_TIMED_OUT;
+        inTime = deadline.Wait(fRoom, fLock);
+    }
+    if (fState == B_OK)
+        Append(std::move(message));
+    return fState;
+}
+
+void MessagePort::Append(std::unique_ptr<BMessage> message)
+{
+    fMessages.push_back(std::move(message));
+    fArrived.notify_one();
+}
+
+status_t MessagePort::PushAlways(std::unique_ptr<BMessage> message)
+{
+    const LeafLock lock(fLock);
+    if (fState != B_OK)
+        return fState;
+    Append(std::move(message));
+    return B_OK;
+}
+
+status_t MessagePort::PushLatest(std::unique_ptr<BMessage> message)
+{
+    std::unique_ptr<BMessage> replaced; // ends after the lock
+    const LeafLock lock(fLock);
+    if (fState != B_OK)
+        return fState;
+    replaced = TakeReplaced(*message);
+    Append(std::move(message));
+    return B_OK;
+}
+
+std::unique_ptr<BMessage> MessagePort::TakeReplaced(BMessage& message)
+{
+    const int32 token = MessageAccess::Delivery(message).token;
+    for (auto at = fMessages.rbegin(); at != fMessages.rend(); ++at) {
+        const MessageDelivery& older = MessageAccess::Delivery(**at);
+        if (!older.mayBeReplaced)
+            return nullptr;
+        if ((*at)->what != message.what || older.token != token)
+            continue;
+        std::unique_ptr<BMessage> replaced = std::move(*at);
+        fMessages.erase(std::next(at).base());
+        return replaced;
+    }
+    return nullptr;
+}
+
+status_t MessagePort::Pop(bigtime_t timeout, std::unique_ptr<BMessage>& message)
+{
+    {
+        const LeafLock lock(fLock);
+        const status_t status = Take(message);
+        if (status != B_WOULD_BLOCK || timeout <= 0)
+            return status;
+    }
+    const Deadline deadline(timeout);
+    const MutexLock lock(fLock);
+    bool inTime = true;
+    for (;;) {
+        const status_t status = Take(message);
+        if (status != B_WOULD_BLOCK)
+            return status;
+        if (!inTime)
+            return B_TIMED_OUT;
+        inTime = deadline.Wait(fArrived, fLock);
+    }
+}
+
+status_t MessagePort::Take(std::unique_ptr<BMessage>& message)
+{
+    if (fMessages.empty()) {
+        if (fState != B_OK)
+            return fState;
+        return std::exchange(fWoken, false) ? B_INTERRUPTED : B_WOULD_BLOCK;
+    }
+    message = std::move(fMessages.front());
+    fMessages.pop_front();
+    if (fWaitingForRoom > 0)
+        fRoom.notify_all();
+    return B_OK;
+}
+
+void MessagePort::Wake()
+{
+    const LeafLock lock(fLock);
+    fWoken = true;
+    fArrived.notify_one();
+}
+
+void MessagePort::Close(status_t reason)
+{
+    std::deque<std::unique_ptr<BMessage>> dropped;
+    {
+        const LeafLock lock(fLock);
+        if (fState != B_OK)
+            return;
+        fState = reason;
+        dropped.swap(fMessages);
+        fArrived.notify_all();
+        fRoom.notify_all();
+    }
+    AppRegistry::Instance().RemovePort(fId);
+    for (const auto& message : dropped)
+        MessageAccess::Fail(*message, reason);
+}

@@ -1,0 +1,249 @@
+#include <atomic>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "kits/app/CursorState.h"
+#include "kits/app/ProgramArguments.h"
+#include "Log.h"
+#include <Application.h>
+#include <Cursor.h>
+#include <Roster.h>
+
+namespace {
+
+constexpr char kSignature[] = "application/x-vnd.Test-App";
+
+// Logs what its hooks are called with, and quits after so many of them.
+class TestApp : public BApplication {
+public:
+    TestApp(Log& log, size_t quitAfter) : BApplication(kSignature), fLog(log), fQuitAfter(quitAfter)
+    {
+    }
+    void ReadyToRun() override { Add("ready"); }
+    void ArgvReceived(int32 argc, char** argv) override
+    {
+        std::string entry = "argv " + std::to_string(argc);
+        for (int32 i = 0; i < argc; ++i)
+            entry += std::string(" ") + argv[i];
+        Add(argv[argc] ? "no end" : entry);
+    }
+    void AboutRequested() override { Add("about"); }
+    void Pulse() override { Add("pulse"); }
+    void MessageReceived(BMessage* message) override { Add(std::to_string(message->what)); }
+
+private:
+    void Add(const std::string& entry)
+    {
+        fLog.Add(entry);
+        if (fLog.Now().size() >= fQuitAfter)
+            Quit();
+    }
+
+    Log& fLog;
+    const size_t fQuitAfter;
+};
+
+// What the application has to ask before it quits; on this side of the interface kit.
+class Window : public BLooper {
+public:
+    Window(const char* name, Log& log) : BLooper(name), fLog(log) { SetAskedToQuit(true); }
+    ~Window() override { fLog.Add(std::string(Name()) + " gone"); }
+    bool QuitRequested() override
+    {
+        // A window may well need its application to answer.
+        const bool canLock = be_app->LockWithTimeout(B_INFINITE_TIMEOUT) == B_OK;
+        be_app->Unlock();
+        fLog.Add(std::string(Name()) + (agrees && canLock ? " agrees" : " refuses"));
+        return agrees;
+    }
+
+    std::atomic<bool> agrees = true;
+
+private:
+    Log& fLog;
+};
+
+class ArgumentsGuard {
+public:
+    explicit ArgumentsGuard(const Entries& arguments) { SetProgramArguments(arguments); }
+    ~ArgumentsGuard() { SetProgramArguments({}); }
+};
+
+} // namespace
+
+TEST(Application, GetsItsArgumentsIfThereAreAnyThenIsReady)
+{
+    const struct {
+        Entries arguments;
+        Entries entries;
+    } rows[] = {
+        { { "prog" }, { "ready", "about", "1" } },
+        { { "prog", "-scmp", "" }, { "argv 3 prog -scmp ", "ready", "about", "1" } },
+    };
+    for (const auto& row : rows) {
+        const ArgumentsGuard guard(row.arguments);
+        Log log;
+        TestApp app(log, row.entries.size());
+        EXPECT_EQ(be_app, &app);
+        app.PostMessage(B_ABOUT_REQUESTED);
+        app.PostMessage(B_READY_TO_RUN); // it is ready only once
+        be_app_messenger.SendMessage(1);
+        EXPECT_EQ(app.Run(), find_thread(nullptr));
+        EXPECT_EQ(log.Now(), row.entries);
+    }
+    EXPECT_EQ(be_app, nullptr);
+    EXPECT_FALSE(be_app_messenger.IsValid());
+    EXPECT_EQ(std::filesystem::path(ProgramArguments().at(0)).filename(), "test_app");
+}
+
+TEST(Application, PulsesAtItsRate)
+{
+    const ArgumentsGuard guard({ "prog" });
+    Log log;
+    TestApp app(log, 4);
+    const bigtime_t start = system_time();
+    app.SetPulseRate(100'000);
+    app.Run();
+    EXPECT_EQ(log.Now(), (Entries { "ready", "pulse", "pulse", "pulse" }));
+    EXPECT_GE(system_time() - start, 300'000);
+}
+
+TEST(Application, QuitsWhenAllWindowsAgreeOldestFirst)
+{
+    const ArgumentsGuard guard({ "prog" });
+    Log log;
+    Window* neverRun = nullptr;
+    {
+        Log hooks;
+        TestApp app(hooks, 99);
+        auto* first = new Window("first", log);
+        auto* second = new Window("second", log);
+        neverRun = new Window("hidden", log); // its maker still holds the lock: not asked
+        second->agrees = false;
+        first->Run();
+        second->Run();
+        KitThread user([&] {
+            BMessage reply;
+            bool quits = true;
+            EXPECT_EQ(be_app_messenger.SendMessage(B_QUIT_REQUESTED, &reply), B_OK);
+            EXPECT_EQ(reply.FindBool("result", &quits), B_OK);
+            EXPECT_FALSE(quits);
+            EXPECT_EQ(log.Now(), (Entries { "first agrees", "first gone", "second refuses" }));
+            second->agrees = true;
+            be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+        });
+        app.Run();
+        EXPECT_EQ(log.Now().size(), 5u);
+        auto* third = new Window("third", log);
+        third->agrees = false;
+        third->Run(); // goes with the application, unasked
+    }
+    const auto entries = log.Now();
+    EXPECT_EQ((Entries(entries.begin() + 3, entries.end())),
+        (Entries { "second agrees", "second gone", "third gone" }));
+    neverRun->Quit();
+}
+
+TEST(Application, SignalsAskItToQuitAndAreAsBeforeAfterwards)
+{
+    const ArgumentsGuard guard({ "prog" });
+    signal(SIGINT, SIG_DFL);
+    for (const int number : { SIGTERM, SIGINT, SIGHUP }) {
+        Log log;
+        TestApp app(log, 99);
+        app.SetPulseRate(0);
+        KitThread user([&] {
+            log.WaitFor(1);
+            kill(getpid(), number);
+        });
+        app.Run();
+        EXPECT_EQ(log.Now(), (Entries { "ready" }));
+    }
+    struct sigaction action = {};
+    sigaction(SIGINT, nullptr, &action);
+    EXPECT_EQ(action.sa_handler, SIG_DFL);
+    signal(SIGHUP, SIG_IGN); // as nohup does
+    Log log;
+    const TestApp app(log, 1);
+    sigaction(SIGHUP, nullptr, &action);
+    EXPECT_EQ(action.sa_handler, SIG_IGN);
+    signal(SIGHUP, SIG_DFL);
+}
+
+TEST(Application, WantsAnApplicationTypeAndToBeTheOnlyOne)
+{
+    const struct {
+        const char* signature;
+        status_t status;
+    } rows[] = {
+        { kSignature, B_OK },
+        { "Application/one", B_OK },
+        { nullptr, B_BAD_VALUE },
+        { "application/", B_BAD_VALUE },
+        { "text/plain", B_BAD_VALUE },
+        { "application/two words", B_BAD_VALUE },
+        { "application/one/two", B_BAD_VALUE },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.signature ? row.signature : "NULL");
+        status_t status = 1;
+        BApplication app(row.signature, &status);
+        EXPECT_EQ(status, row.status);
+        EXPECT_EQ(be_app == &app, row.status == B_OK);
+        if (row.status != B_OK) {
+            EXPECT_EQ(app.Run(), B_NO_INIT);
+        }
+    }
+    const std::string tooLong = "application/" + std::string(B_MIME_TYPE_LENGTH - 12, 'x');
+    status_t status = 1;
+    EXPECT_EQ(BApplication(tooLong.c_str(), &status).InitCheck(), B_BAD_VALUE);
+    const BApplication app(tooLong.substr(0, tooLong.size() - 1).c_str(), &status);
+    EXPECT_EQ(BApplication(kSignature, &status).InitCheck(), B_NOT_ALLOWED);
+    EXPECT_EQ(be_app, &app);
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    EXPECT_EXIT(
+        BApplication("text/plain"), testing::ExitedWithCode(1), "^Bad signature <text/plain>\n");
+}
+
+TEST(Application, TheRosterKnowsItWhileItLives)
+{
+    app_info info;
+    EXPECT_EQ(be_roster->GetAppInfo(kSignature, &info), B_ERROR);
+    status_t status = 1;
+    const BApplication app(kSignature, &status);
+    EXPECT_EQ(be_roster->GetAppInfo("application/other", &info), B_ERROR);
+    EXPECT_EQ(be_roster->GetRunningAppInfo(getpid() + 1, &info), B_ERROR);
+    EXPECT_EQ(app.GetAppInfo(&info), B_OK);
+    EXPECT_STREQ(info.signature, kSignature);
+    EXPECT_EQ(info.thread, find_thread(nullptr));
+    EXPECT_EQ(info.team, getpid());
+    EXPECT_EQ(PathOfRef(info.ref), std::filesystem::read_symlink("/proc/self/exe"));
+    EXPECT_EQ(app.LooperAt(app.CountLoopers() - 1), &app);
+}
+
+TEST(Application, TheCursorIsKeptUntilSomebodyShowsIt)
+{
+    static int changes = 0;
+    uint8 image[68] = { 16, 1, 3, 4, 0xff };
+    status_t status = 1;
+    BApplication app(kSignature, &status);
+    app.SetCursor(image);
+    SetCursorHook([] { ++changes; });
+    EXPECT_EQ(changes, 1) << "for what was set before";
+    EXPECT_EQ(memcmp(CurrentCursor().image, image, sizeof(image)), 0);
+    image[0] = 32;
+    app.SetCursor(image);
+    app.SetCursor(static_cast<const void*>(nullptr));
+    EXPECT_EQ(changes, 1) << "no cursor images";
+    app.SetCursor(B_CURSOR_I_BEAM);
+    EXPECT_EQ(memcmp(CurrentCursor().image, B_I_BEAM_CURSOR, 68), 0);
+    app.HideCursor();
+    EXPECT_TRUE(app.IsCursorHidden());
+    EXPECT_EQ(changes, 3);
+    app.ShowCursor();
+    SetCursorHook(nullptr);
+}

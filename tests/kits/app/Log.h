@@ -1,0 +1,112 @@
+// What the loopers of a test did, in order; outlives them.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <Looper.h>
+
+typedef std::vector<std::string> Entries;
+
+class Log {
+public:
+    void Add(const std::string& entry)
+    {
+        const std::lock_guard lock(fLock);
+        fEntries.push_back(entry);
+        fChanged.notify_all();
+    }
+    // The entries as soon as there are that many, or what there is after a minute.
+    Entries WaitFor(size_t count)
+    {
+        std::unique_lock lock(fLock);
+        fChanged.wait_for(lock, std::chrono::minutes(1), [&] { return fEntries.size() >= count; });
+        return fEntries;
+    }
+    Entries Now() { return WaitFor(0); }
+
+private:
+    std::mutex fLock;
+    std::condition_variable fChanged;
+    Entries fEntries;
+};
+
+// Does with each message what the test says.
+class TestLooper : public BLooper {
+public:
+    typedef std::function<void(TestLooper&, BMessage*)> Action;
+
+    explicit TestLooper(Action action, int32 capacity = B_LOOPER_PORT_DEFAULT_CAPACITY)
+        : BLooper("test", B_NORMAL_PRIORITY, capacity), fAction(std::move(action))
+    {
+    }
+    void MessageReceived(BMessage* message) override { fAction(*this, message); }
+
+private:
+    const Action fAction;
+};
+
+inline int32 Number(const BMessage* message)
+{
+    int32 number = -1;
+    message->FindInt32("n", &number);
+    return number;
+}
+
+inline BMessage Numbered(uint32 what, int32 number)
+{
+    BMessage message(what);
+    message.AddInt32("n", number);
+    return message;
+}
+
+// Writes each message's code into the log, as a number.
+inline TestLooper::Action LogTo(Log& log)
+{
+    return [&log](TestLooper&, BMessage* message) { log.Add(std::to_string(message->what)); };
+}
+
+inline void QuitNow(BLooper* looper)
+{
+    if (looper->Lock())
+        looper->Quit();
+}
+
+// Returns when the thread waits for something, so that what the test does next finds it waiting.
+inline void AwaitWaiting(thread_id thread)
+{
+    thread_info info {};
+    while (get_thread_info(thread, &info) == B_OK && info.state != B_THREAD_WAITING)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
+// Runs body in a thread of the kit's; joined by Wait() or at the end, unless killed before.
+class KitThread {
+public:
+    explicit KitThread(std::function<void()> body)
+        : fBody(std::move(body)), fThread(spawn_thread(Enter, "test", B_NORMAL_PRIORITY, this))
+    {
+        resume_thread(fThread);
+    }
+    ~KitThread() { Wait(); }
+    void Wait() const
+    {
+        status_t value = B_OK;
+        wait_for_thread(fThread, &value);
+    }
+    thread_id Id() const { return fThread; }
+
+private:
+    static int32 Enter(void* self)
+    {
+        static_cast<KitThread*>(self)->fBody();
+        return B_OK;
+    }
+    const std::function<void()> fBody;
+    const thread_id fThread;
+};

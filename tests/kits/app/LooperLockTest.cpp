@@ -1,0 +1,131 @@
+#include <list>
+
+#include <gtest/gtest.h>
+
+#include "Log.h"
+
+namespace {
+
+// The instrumentation of a call looks into the object, which the call itself does not.
+[[gnu::noinline]] __attribute__((no_sanitize("undefined"))) bool LockDead(BLooper* looper)
+{
+    return looper->Lock();
+}
+
+[[gnu::noinline]] __attribute__((no_sanitize("undefined"))) status_t PostToDead(BLooper* looper)
+{
+    return looper->PostMessage(1);
+}
+
+} // namespace
+
+TEST(LooperLock, CountsAndIsTheMakersUntilRun)
+{
+    Log log;
+    auto* looper = new TestLooper(LogTo(log));
+    EXPECT_EQ(looper->LockingThread(), find_thread(nullptr));
+    EXPECT_TRUE(looper->Lock());
+    EXPECT_EQ(looper->CountLocks(), 2);
+    looper->Unlock();
+    looper->Run();
+    EXPECT_FALSE(looper->IsLocked());
+    EXPECT_TRUE(looper->Lock());
+    EXPECT_TRUE(looper->IsLocked());
+    EXPECT_EQ(looper->CountLocks(), 1);
+    KitThread other([&] {
+        EXPECT_FALSE(looper->IsLocked());
+        EXPECT_EQ(looper->LockWithTimeout(0), B_WOULD_BLOCK);
+        EXPECT_EQ(looper->LockWithTimeout(10'000), B_TIMED_OUT);
+    });
+    other.Wait();
+    looper->PostMessage(1);
+    EXPECT_TRUE(log.Now().empty()) << "messages are handled with the lock held";
+    looper->Unlock();
+    log.WaitFor(1);
+    QuitNow(looper);
+}
+
+TEST(LooperLock, GoesToThoseThatWaitInTheOrderTheyCame)
+{
+    Log log;
+    auto* looper = new BLooper;
+    looper->Run();
+    looper->Lock();
+    std::list<KitThread> threads;
+    for (int i = 0; i < 5; ++i) {
+        threads.emplace_back([&, i] {
+            looper->Lock();
+            log.Add(std::to_string(i));
+            looper->Unlock();
+        });
+        AwaitWaiting(threads.back().Id());
+    }
+    looper->Unlock();
+    EXPECT_EQ(log.WaitFor(5), (Entries { "0", "1", "2", "3", "4" }));
+    threads.clear();
+    QuitNow(looper);
+}
+
+TEST(LooperLock, OfADeadLooperIsRefusedAlsoToThoseThatWaited)
+{
+    Log log;
+    auto* looper = new TestLooper([&](TestLooper& self, BMessage*) {
+        log.WaitFor(1);
+        self.Quit();
+    });
+    looper->PostMessage(1);
+    looper->Run();
+    while (looper->LockingThread() != looper->Thread())
+        snooze(1000); // until it handles the message
+    KitThread waiting([&] { EXPECT_EQ(looper->LockWithTimeout(B_INFINITE_TIMEOUT), B_BAD_VALUE); });
+    AwaitWaiting(waiting.Id());
+    log.Add("die");
+    waiting.Wait();
+    EXPECT_FALSE(LockDead(looper));
+    EXPECT_EQ(PostToDead(looper), B_BAD_PORT_ID);
+}
+
+TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLock)
+{
+    Log log;
+    auto* looper = new BLooper;
+    looper->Run();
+    KitThread holder([&] {
+        looper->Lock();
+        log.Add("begun");
+        snooze(100'000); // a kill point otherwise
+        log.Add("done");
+        looper->Unlock();
+    });
+    log.WaitFor(1);
+    kill_thread(holder.Id());
+    EXPECT_EQ(log.Now(), (Entries { "begun", "done" }));
+    QuitNow(looper);
+}
+
+TEST(LooperLock, AThreadKilledWhileItWaitsInADestructorWaitsOn)
+{
+    struct Locker {
+        BLooper* looper;
+        Log& log;
+        ~Locker()
+        {
+            looper->Lock();
+            log.Add("locked");
+            looper->Unlock();
+        }
+    };
+    Log log;
+    auto* looper = new BLooper;
+    looper->Run();
+    looper->Lock();
+    KitThread waiting([&] { const Locker locker { looper, log }; });
+    AwaitWaiting(waiting.Id());
+    KitThread killer([&] { kill_thread(waiting.Id()); });
+    AwaitWaiting(killer.Id());
+    snooze(50'000); // the kill goes to the C library, too, after a while
+    looper->Unlock();
+    EXPECT_EQ(log.WaitFor(1).size(), 1u);
+    killer.Wait();
+    QuitNow(looper);
+}

@@ -1,0 +1,200 @@
+#include <array>
+#include <atomic>
+#include <list>
+
+#include <gtest/gtest.h>
+
+#include "kits/app/MessagePoster.h"
+#include "Log.h"
+
+TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)
+{
+    constexpr uint32 kLoopers = 20;
+    constexpr int kBalls = 100; // no port is ever full: no circle of loopers waits for room
+    constexpr int kHops = 100'000;
+    std::array<std::array<int32, kLoopers>, kLoopers> sent {}; // by sender and receiver
+    auto received = sent;
+    std::atomic<int> hops = 0;
+    std::vector<TestLooper*> loopers;
+    std::vector<BMessenger> players;
+    const auto pass = [&](uint32 from, int random) {
+        const uint32 to = uint32(random * 7919 >> 3) % kLoopers;
+        BMessage ball = Numbered(from, sent[from][to]++);
+        EXPECT_EQ(players[to].SendMessage(&ball), B_OK);
+    };
+    for (uint32 i = 0; i < kLoopers; ++i) {
+        loopers.push_back(new TestLooper([&, i](TestLooper&, BMessage* ball) {
+            EXPECT_EQ(Number(ball), received[ball->what][i]++);
+            const int hop = ++hops;
+            if (hop < kHops)
+                pass(i, hop);
+        }));
+        players.emplace_back(loopers.back());
+    }
+    for (int i = 0; i < kBalls; ++i)
+        pass(uint32(i) % kLoopers, i);
+    for (TestLooper* looper : loopers)
+        looper->Run();
+    while (hops < kHops)
+        snooze(10'000);
+    for (TestLooper* looper : loopers)
+        QuitNow(looper); // after the messages that wait
+    EXPECT_EQ(received, sent);
+}
+
+TEST(Looper, ManySendersToASmallPortLoseNothingAndKeepTheirOrder)
+{
+    constexpr uint32 kSenders = 4;
+    constexpr int32 kEach = 3000;
+    std::array<int32, kSenders> received {};
+    auto* looper = new TestLooper(
+        [&](TestLooper&, BMessage* message) {
+            EXPECT_EQ(Number(message), received[message->what]++);
+        },
+        2);
+    const BMessenger messenger(looper);
+    looper->Run();
+    std::list<KitThread> senders;
+    for (uint32 i = 0; i < kSenders; ++i) {
+        senders.emplace_back([=] {
+            for (int32 number = 0; number < kEach; ++number) {
+                BMessage message = Numbered(i, number);
+                EXPECT_EQ(messenger.SendMessage(&message), B_OK);
+            }
+        });
+    }
+    senders.clear();
+    QuitNow(looper);
+    for (const int32 count : received)
+        EXPECT_EQ(count, kEach);
+}
+
+TEST(Looper, QuitFromItsOwnThreadDeletesItAndNeverReturns)
+{
+    struct Quitter : BLooper {
+        explicit Quitter(Log& quitterLog) : log(quitterLog) { }
+        ~Quitter() override { log.Add("deleted"); }
+        void MessageReceived(BMessage* message) override
+        {
+            log.Add(message == CurrentMessage() && LooperForThread(Thread()) == this ? "1" : "0");
+            if (message->what == 2)
+                Quit();
+        }
+        void MessageHandled() override { log.Add(IsLocked() ? "handled" : "unlocked"); }
+        Log& log;
+    };
+    Log log;
+    auto* looper = new Quitter(log);
+    const BMessenger messenger(looper);
+    const thread_id thread = looper->Run();
+    for (const uint32 what : { 1, 2, 3 })
+        messenger.SendMessage(what);
+    status_t value = B_OK;
+    wait_for_thread(thread, &value);
+    EXPECT_EQ(log.Now(), (Entries { "1", "handled", "1", "deleted" }));
+    EXPECT_FALSE(messenger.IsValid());
+    EXPECT_EQ(BLooper::LooperForThread(thread), nullptr);
+}
+
+TEST(Looper, QuitFromOutsideHandlesWhatWaitsAndAsksNobody)
+{
+    struct Refuser : TestLooper {
+        using TestLooper::TestLooper;
+        bool QuitRequested() override { return false; }
+    };
+    Log log;
+    auto* looper = new Refuser(LogTo(log), 3);
+    const BMessenger messenger(looper);
+    for (uint32 i = 0; i < 3; ++i)
+        messenger.SendMessage(i); // the port is full
+    looper->Run();
+    testing::internal::CaptureStderr();
+    looper->Quit(); // locks by itself then, and says so
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Looper <test> quit without being locked\n");
+    EXPECT_EQ(log.Now(), (Entries { "0", "1", "2" }));
+    EXPECT_FALSE(messenger.IsValid());
+}
+
+TEST(Looper, DiesWhileOthersPostSendAskAndLockAndHandlersEnd)
+{
+    for (int round = 0; round < 50; ++round) {
+        Log log;
+        BHandler handler;
+        auto* looper = new TestLooper([](TestLooper&, BMessage*) {}, 4);
+        looper->AddHandler(&handler);
+        const BMessenger messenger(looper);
+        std::list<KitThread> threads;
+        const std::function<bool()> actions[] = {
+            [=] { return messenger.SendMessage(1) == B_OK; },
+            [=] { return PostLatest(messenger, BMessage(2)) == B_OK; },
+            [=] {
+                BMessage reply;
+                return messenger.SendMessage(3, &reply) == B_OK;
+            },
+            [=] {
+                BLooper* target = nullptr;
+                messenger.Target(&target);
+                if (!messenger.LockTarget())
+                    return false;
+                target->Unlock();
+                return true;
+            },
+        };
+        for (const auto& action : actions) {
+            threads.emplace_back([&log, action] {
+                while (action()) { }
+                log.Add("ended");
+            });
+        }
+        looper->Run();
+        if (round % 2 == 0)
+            QuitNow(looper);
+        else
+            PostAlways(messenger, BMessage(B_QUIT_REQUESTED));
+        EXPECT_EQ(log.WaitFor(4).size(), 4u);
+    }
+}
+
+TEST(Looper, HandlersHandOnToTheNextAndForgetOneThatLeft)
+{
+    struct Named : BHandler {
+        Named(const char* name, Log& handlerLog) : BHandler(name), log(handlerLog) { }
+        void MessageReceived(BMessage* message) override
+        {
+            log.Add(Name());
+            BHandler::MessageReceived(message);
+        }
+        Log& log;
+    };
+    Log log;
+    auto* looper = new TestLooper(LogTo(log));
+    auto* other = new BLooper;
+    Named a("a", log);
+    auto* b = new Named("b", log);
+    looper->AddHandler(&a);
+    looper->AddHandler(b);
+    other->AddHandler(&a); // it is in a looper already
+    EXPECT_EQ(looper->CountHandlers(), 3);
+    EXPECT_EQ(looper->HandlerAt(0), looper);
+    EXPECT_EQ(looper->IndexOf(b), 2);
+    EXPECT_EQ(looper->HandlerAt(3), nullptr);
+    EXPECT_EQ(other->IndexOf(&a), B_ERROR);
+    a.SetNextHandler(b);
+    a.SetNextHandler(other); // not in the same looper
+    looper->SetPreferredHandler(b);
+    EXPECT_EQ(looper->PostMessage(1, &a), B_OK);
+    EXPECT_EQ(looper->PostMessage(2, nullptr), B_OK); // to the preferred one
+    EXPECT_EQ(other->PostMessage(3, &a), B_MISMATCHED_VALUES);
+    looper->Run();
+    EXPECT_EQ(log.WaitFor(5), (Entries { "a", "b", "1", "b", "2" }));
+    delete b; // locks by itself
+    looper->Lock();
+    EXPECT_EQ(looper->CountHandlers(), 2);
+    EXPECT_EQ(a.NextHandler(), looper);
+    EXPECT_EQ(looper->PreferredHandler(), nullptr);
+    EXPECT_TRUE(looper->RemoveHandler(&a));
+    EXPECT_FALSE(looper->RemoveHandler(&a));
+    EXPECT_EQ(a.LockLooperWithTimeout(0), B_BAD_VALUE);
+    looper->Quit();
+    other->Quit();
+}

@@ -1,0 +1,306 @@
+#include <list>
+
+#include <gtest/gtest.h>
+
+#include "kits/app/MessagePoster.h"
+#include "Log.h"
+#include <Invoker.h>
+#include <Messenger.h>
+
+namespace {
+
+constexpr bigtime_t kShort = 20'000;
+constexpr BHandler* kNobody = nullptr; // a bare NULL might be a reply, too
+
+// Takes nothing out of its port until it is run.
+TestLooper* FullLooper(Log& log, int32 capacity)
+{
+    auto* looper = new TestLooper(LogTo(log), capacity);
+    for (int32 i = 0; i < capacity; ++i)
+        EXPECT_EQ(looper->PostMessage(uint32(i)), B_OK);
+    return looper;
+}
+
+Entries Numbers(int count)
+{
+    Entries numbers;
+    for (int i = 0; i < count; ++i)
+        numbers.push_back(std::to_string(i));
+    return numbers;
+}
+
+} // namespace
+
+TEST(Messenger, NeedsAHandlerInALooper)
+{
+    BLooper* looper = new BLooper;
+    BLooper* other = new BLooper;
+    BHandler alone;
+    BHandler inside;
+    looper->AddHandler(&inside);
+    const struct {
+        const char* name;
+        const BHandler* handler;
+        const BLooper* looper;
+        status_t status;
+    } rows[] = {
+        { "nothing", nullptr, nullptr, B_BAD_VALUE },
+        { "handler in no looper", &alone, nullptr, B_BAD_HANDLER },
+        { "handler in another looper", &inside, other, B_MISMATCHED_VALUES },
+        { "handler", &inside, nullptr, B_OK },
+        { "both", &inside, looper, B_OK },
+        { "preferred handler", nullptr, looper, B_OK },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        status_t status = 1;
+        const BMessenger messenger(row.handler, row.looper, &status);
+        EXPECT_EQ(status, row.status);
+        EXPECT_EQ(messenger.IsValid(), row.status == B_OK);
+        BLooper* found = other;
+        EXPECT_EQ(messenger.Target(&found), row.status == B_OK ? row.handler : nullptr);
+        EXPECT_EQ(found, row.status == B_OK ? looper : nullptr);
+        EXPECT_EQ(messenger.LockTarget(), row.status == B_OK);
+    }
+    EXPECT_NE(BMessenger(&inside), BMessenger(nullptr, looper));
+    EXPECT_EQ(BMessenger().SendMessage(1), B_BAD_PORT_ID);
+    looper->Quit();
+    other->Quit();
+}
+
+TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
+{
+    auto* looper = new BLooper;
+    auto* handler = new BHandler;
+    looper->AddHandler(handler);
+    const BMessenger messenger(handler);
+    delete handler;
+    EXPECT_TRUE(messenger.IsValid());
+    EXPECT_EQ(messenger.Target(nullptr), nullptr);
+    EXPECT_EQ(messenger.SendMessage(1), B_BAD_HANDLER);
+    EXPECT_FALSE(messenger.LockTarget());
+    EXPECT_EQ(looper->CountLocks(), 1) << "a lock that failed is given back";
+    looper->Quit();
+    EXPECT_FALSE(messenger.IsValid());
+    EXPECT_EQ(messenger.SendMessage(1), B_BAD_PORT_ID);
+    EXPECT_EQ(messenger.LockTargetWithTimeout(0), B_BAD_PORT_ID);
+}
+
+TEST(Messenger, SendsACopyWithAReturnAddress)
+{
+    Log log;
+    auto* looper = new TestLooper([&](TestLooper& self, BMessage* message) {
+        log.Add(std::to_string(Number(message))
+            + (message->ReturnAddress() == BMessenger(&self) ? " from self" : " from nobody"));
+    });
+    BMessage message = Numbered(1, 1);
+    const BMessenger messenger(looper);
+    EXPECT_EQ(messenger.SendMessage(&message, looper), B_OK);
+    message.ReplaceInt32("n", 2);
+    EXPECT_EQ(messenger.SendMessage(&message), B_OK);
+    BHandler alone;
+    EXPECT_EQ(messenger.SendMessage(&message, &alone), B_BAD_HANDLER);
+    looper->Run();
+    EXPECT_EQ(log.WaitFor(2), (Entries { "1 from self", "2 from nobody" }));
+    QuitNow(looper);
+}
+
+TEST(Messenger, WaitsForRoomAsLongAsItIsTold)
+{
+    Log log;
+    auto* looper = FullLooper(log, 3);
+    const BMessenger messenger(looper);
+    BMessage message(3);
+    EXPECT_EQ(looper->PostMessage(&message), B_WOULD_BLOCK);
+    EXPECT_EQ(messenger.SendMessage(&message, kNobody, 0), B_WOULD_BLOCK);
+    const bigtime_t start = system_time();
+    EXPECT_EQ(messenger.SendMessage(&message, kNobody, kShort), B_TIMED_OUT);
+    EXPECT_GE(system_time() - start, kShort);
+    EXPECT_EQ(PostAlways(messenger, message), B_OK) << "the kits' own go past the bound";
+    KitThread sender([&] { EXPECT_EQ(messenger.SendMessage(4), B_OK); });
+    AwaitWaiting(sender.Id());
+    looper->Run();
+    EXPECT_EQ(log.WaitFor(5), Numbers(5));
+    QuitNow(looper);
+}
+
+TEST(Messenger, ALooperThatSendsToItselfNeverWaits)
+{
+    Log log;
+    auto* looper = new TestLooper(
+        [&](TestLooper& self, BMessage* message) {
+            log.Add(std::to_string(message->what));
+            if (message->what != 0)
+                return;
+            const BMessenger messenger(&self);
+            BMessage next(1);
+            EXPECT_EQ(messenger.SendMessage(&next), B_OK);
+            next.what = 2;
+            EXPECT_EQ(messenger.SendMessage(&next, kNobody, kShort), B_WOULD_BLOCK);
+            EXPECT_EQ(messenger.SendMessage(&next), B_OK);
+            BInvoker invoker(new BMessage(3), messenger);
+            EXPECT_EQ(invoker.Invoke(), B_OK);
+            BMessage reply;
+            EXPECT_EQ(messenger.SendMessage(&next, &reply), B_MESSAGE_TO_SELF);
+        },
+        1);
+    looper->PostMessage(uint32(0));
+    looper->Run();
+    EXPECT_EQ(log.WaitFor(4), Numbers(4));
+    QuitNow(looper);
+}
+
+TEST(Messenger, SendersThatWaitForRoomOrAReplyAreWokenByTheDeathOfTheTarget)
+{
+    Log log;
+    auto* looper = FullLooper(log, 2);
+    const BMessenger messenger(looper);
+    std::list<KitThread> senders;
+    for (int i = 0; i < 4; ++i) {
+        senders.emplace_back([&] { EXPECT_EQ(messenger.SendMessage(9), B_BAD_PORT_ID); });
+        AwaitWaiting(senders.back().Id());
+    }
+    auto* asked = new TestLooper(LogTo(log));
+    const BMessenger toAsked(asked);
+    KitThread asking([&] {
+        BMessage reply('same');
+        EXPECT_EQ(toAsked.SendMessage(1, &reply), B_BAD_PORT_ID);
+        EXPECT_EQ(reply.what, uint32('same'));
+    });
+    AwaitWaiting(asking.Id());
+    looper->Quit(); // neither ever ran
+    asked->Quit();
+    senders.clear();
+    asking.Wait();
+    EXPECT_TRUE(log.Now().empty());
+}
+
+TEST(Messenger, WaitsForTheReplyAndTellsWhyThereIsNone)
+{
+    enum : uint32 { kAnswer, kAnswerTwice, kForget, kUnknown, kDetach, kQuit };
+    BMessage* detached = nullptr;
+    auto* looper = new TestLooper([&](TestLooper& self, BMessage* message) {
+        EXPECT_TRUE(message->IsSourceWaiting());
+        BMessage reply('answ');
+        switch (message->what) {
+            case kAnswerTwice:
+                EXPECT_EQ(message->SendReply(&reply), B_OK);
+                EXPECT_FALSE(message->IsSourceWaiting());
+                EXPECT_EQ(message->SendReply(&reply), B_DUPLICATE_REPLY);
+                break;
+            case kAnswer:
+                EXPECT_FALSE(BMessage(*message).IsSourceWaiting()) << "a copy owes nothing";
+                EXPECT_EQ(message->SendReply(&reply), B_OK);
+                break;
+            case kUnknown: self.BLooper::MessageReceived(message); break;
+            case kDetach: detached = self.DetachCurrentMessage(); break;
+            case kQuit: self.Quit();
+        }
+    });
+    const BMessenger messenger(looper);
+    looper->Run();
+    const struct {
+        uint32 what;
+        status_t status;
+        uint32 reply;
+    } rows[] = {
+        { kAnswer, B_OK, 'answ' },
+        { kAnswerTwice, B_OK, 'answ' },
+        { kForget, B_OK, B_NO_REPLY },
+        { kUnknown, B_OK, B_MESSAGE_NOT_UNDERSTOOD },
+        { kDetach, B_TIMED_OUT, 'none' },
+        { kQuit, B_BAD_PORT_ID, 'none' },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        BMessage message(row.what);
+        BMessage reply('none');
+        const bigtime_t timeout = row.what == kDetach ? kShort : B_INFINITE_TIMEOUT;
+        EXPECT_EQ(messenger.SendMessage(&message, &reply, B_INFINITE_TIMEOUT, timeout), row.status);
+        EXPECT_EQ(reply.what, row.reply);
+        EXPECT_EQ(reply.IsReply(), row.status == B_OK);
+    }
+    EXPECT_EQ(detached->SendReply(1u), B_BAD_PORT_ID) << "the sender has given up";
+    delete detached;
+    EXPECT_EQ(BMessage().SendReply(1u), B_BAD_REPLY) << "was never sent";
+}
+
+TEST(Messenger, MessagesToAHandlerThatLeftAreDropped)
+{
+    Log log;
+    auto* looper = new TestLooper(LogTo(log));
+    auto* handler = new BHandler;
+    looper->AddHandler(handler);
+    const BMessenger messenger(handler);
+    looper->PostMessage(1, handler);
+    KitThread asking([&] {
+        BMessage reply;
+        EXPECT_EQ(messenger.SendMessage(2, &reply), B_BAD_HANDLER);
+    });
+    AwaitWaiting(asking.Id());
+    delete handler;
+    looper->PostMessage(3);
+    looper->Run();
+    EXPECT_EQ(log.WaitFor(1), (Entries { "3" }));
+    asking.Wait();
+    QuitNow(looper);
+}
+
+TEST(Messenger, OfPostedStatesOnlyTheLatestWaitsButNonePassesAnotherMessage)
+{
+    constexpr uint32 kMoved = 1, kResized = 2, kPressed = 3;
+    Log log;
+    auto* looper = new TestLooper([&](TestLooper&, BMessage* message) {
+        log.Add(std::to_string(message->what) + ":" + std::to_string(Number(message)));
+    });
+    BHandler handler;
+    looper->AddHandler(&handler);
+    const BMessenger target(looper);
+    int32 number = 0;
+    for (const uint32 what :
+        { kMoved, kResized, kMoved, kMoved, kPressed, kMoved, kResized, kMoved }) {
+        const BMessage message = Numbered(what, number++);
+        EXPECT_EQ(
+            what == kPressed ? PostAlways(target, message) : PostLatest(target, message), B_OK);
+    }
+    EXPECT_EQ(PostLatest(BMessenger(&handler), Numbered(kMoved, 8)), B_OK); // another target
+    looper->Run();
+    EXPECT_EQ(log.WaitFor(6), (Entries { "2:1", "1:3", "3:4", "2:6", "1:7", "1:8" }));
+    QuitNow(looper);
+}
+
+TEST(Messenger, AKilledSenderLeavesAllInOrder)
+{
+    Log log;
+    auto* looper = FullLooper(log, 1);
+    const BMessenger messenger(looper);
+    KitThread waitsForRoom([&] { messenger.SendMessage(7); });
+    AwaitWaiting(waitsForRoom.Id());
+    EXPECT_EQ(kill_thread(waitsForRoom.Id()), B_OK);
+    KitThread waitsForLock([&] { messenger.LockTarget(); });
+    AwaitWaiting(waitsForLock.Id());
+    EXPECT_EQ(kill_thread(waitsForLock.Id()), B_OK);
+    looper->Run();
+    EXPECT_EQ(log.WaitFor(1), Numbers(1));
+    EXPECT_EQ(messenger.SendMessage(1), B_OK);
+    EXPECT_EQ(log.WaitFor(2), Numbers(2));
+    QuitNow(looper);
+}
+
+TEST(Messenger, AnInvokerSendsItsMessageOrTheOneItIsGiven)
+{
+    Log log;
+    auto* looper = new TestLooper(LogTo(log));
+    BInvoker invoker;
+    BHandler alone;
+    BMessage other(2);
+    EXPECT_EQ(invoker.Invoke(), B_BAD_VALUE);
+    EXPECT_EQ(invoker.SetTarget(looper), B_OK);
+    EXPECT_EQ(invoker.SetTarget(&alone), B_BAD_HANDLER) << "which leaves the old one";
+    EXPECT_EQ(invoker.SetMessage(new BMessage(1)), B_OK);
+    EXPECT_EQ(invoker.Invoke(), B_OK);
+    EXPECT_EQ(invoker.Invoke(&other), B_OK);
+    looper->Run();
+    EXPECT_EQ(log.WaitFor(2), (Entries { "1", "2" }));
+    QuitNow(looper);
+}
