@@ -1,0 +1,240 @@
+#include "Alert.h"
+
+#include "Button.h"
+#include "Invoker.h"
+#include "Message.h"
+#include "MessagePoster.h"
+#include "Mutex.h"
+#include "ScrollView.h"
+#include "server/AlertWidgets.h"
+#include "server/Locker.h"
+#include "TextView.h"
+
+#include <algorithm>
+#include <cctype>
+#include <chrono>
+#include <cmath>
+
+namespace {
+
+constexpr uint32 kMsgButton = 'ALTB';
+constexpr float kMargin = 12;
+constexpr float kGap = 8; // between buttons
+constexpr float kOffsetGap = 32; // before the last ones with B_OFFSET_SPACING
+constexpr float kButtonWidth = 75;
+constexpr float kIconRoom = AlertIcon::kSize + kMargin;
+constexpr bigtime_t kRedrawMicros = 50000;
+
+} // namespace
+
+// What Go() waits for. It outlives the alert.
+struct BAlert::Answer {
+    Mutex lock;
+    Condition changed;
+    bool isGiven GUARDED_BY(lock) = false;
+    int32 which GUARDED_BY(lock) = -1;
+
+    void Give(int32 index)
+    {
+        MutexLock holder(lock);
+        if (!isGiven)
+            which = index;
+        isGiven = true;
+        changed.notify_all();
+    }
+
+    // Waits a little; true once the answer is there.
+    bool WaitForIt()
+    {
+        MutexLock holder(lock);
+        if (!isGiven)
+            changed.wait_for(lock, std::chrono::microseconds(kRedrawMicros));
+        return isGiven;
+    }
+};
+
+BAlert::BAlert(const char* title, const char* text, const char* button1, const char* button2,
+    const char* button3, button_width width, alert_type type)
+    : BAlert(title, text, button1, button2, button3, width, B_EVEN_SPACING, type)
+{
+}
+
+BAlert::BAlert(const char* title, const char* text, const char* button1, const char* button2,
+    const char* button3, button_width width, button_spacing spacing, alert_type type)
+    : BWindow(BRect(0, 0, 100, 50), title, B_MODAL_WINDOW_LOOK, B_MODAL_APP_WINDOW_FEEL,
+        B_NOT_CLOSABLE | B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE),
+      fType(type), fAnswer(std::make_shared<Answer>())
+{
+    const char* const labels[3] = { button1, button2, button3 };
+    Build(text ? text : "", labels, width, spacing);
+}
+
+BAlert::~BAlert()
+{
+    fAnswer->Give(-1); // for a Go() that still waits
+}
+
+// --- Layout
+
+void BAlert::Build(
+    const char* text, const char* const labels[3], button_width width, button_spacing spacing)
+{
+    BView* back = new BView(Bounds(), "back", B_FOLLOW_ALL_SIDES, 0);
+    AddChild(back);
+    back->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    const float buttonsWidth = AddButtons(back, labels, width, spacing);
+    float left = kMargin;
+    if (fType != B_EMPTY_ALERT) {
+        back->AddChild(new AlertIcon(BPoint(left, kMargin), fType));
+        left += kIconRoom;
+    }
+    const AlertText laidOut = LayOutAlertText(text, buttonsWidth + kMargin - left);
+    const float textBottom = AddText(back, text, laidOut, left);
+    const float buttonHeight = fButtons[0]->Bounds().Height();
+    // The buttons follow right and bottom; the text, which is where it belongs, only later.
+    ResizeTo(std::max(left + laidOut.width, buttonsWidth + kMargin) + kMargin,
+        std::max(textBottom, kMargin + AlertIcon::kSize) + buttonHeight + 2 * kMargin);
+    BView* frame = fText->Parent() == back ? fText : fText->Parent();
+    frame->SetResizingMode(B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
+}
+
+// Returns the text's bottom edge. A text too long for the screen gets a scroll bar.
+float BAlert::AddText(BView* back, const char* text, const AlertText& laidOut, float left)
+{
+    const BRect frame(left, kMargin, left + laidOut.width - 1, kMargin + laidOut.shownHeight - 1);
+    const BRect inside = frame.OffsetToCopy(0, 0);
+    fText = new BTextView(frame, "_tv_", inside, B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW);
+    fText->SetViewColor(back->ViewColor());
+    fText->SetText(text);
+    fText->MakeEditable(false);
+    fText->MakeSelectable(false);
+    if (laidOut.shownHeight >= laidOut.height) {
+        back->AddChild(fText);
+    } else {
+        fText->ResizeBy(-B_V_SCROLL_BAR_WIDTH, 0);
+        fText->SetTextRect(fText->Bounds());
+        back->AddChild(new BScrollView(
+            "scroll", fText, B_FOLLOW_LEFT | B_FOLLOW_TOP, 0, false, true, B_NO_BORDER));
+    }
+    return frame.bottom;
+}
+
+// From the right, for a window of the present size. Returns the width of the row.
+float BAlert::AddButtons(
+    BView* back, const char* const labels[3], button_width width, button_spacing spacing)
+{
+    float widest = width == B_WIDTH_FROM_LABEL ? 0 : kButtonWidth;
+    for (int32 i = 0; i < 3 && (i == 0 || labels[i]); i++) {
+        BMessage* message = new BMessage(kMsgButton);
+        message->AddInt32("which", i);
+        const std::string name = "_b" + std::to_string(i) + "_";
+        fButtons.push_back(new BButton(BRect(0, 0, kButtonWidth, 24), name.c_str(),
+            labels[i] ? labels[i] : "OK", message, B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM));
+        back->AddChild(fButtons.back());
+        float preferred = 0;
+        fButtons.back()->ResizeToPreferred();
+        fButtons.back()->GetPreferredSize(&preferred, nullptr);
+        if (width == B_WIDTH_FROM_WIDEST)
+            widest = std::max(widest, preferred);
+    }
+    float right = Bounds().right - kMargin;
+    for (size_t i = fButtons.size(); i-- > 0;) {
+        BButton* button = fButtons[i];
+        const BRect bounds = button->Bounds();
+        button->ResizeTo(std::max(widest, bounds.Width()), bounds.Height());
+        button->MoveTo(
+            right - button->Bounds().Width(), Bounds().bottom - kMargin - bounds.Height());
+        const bool isApart = spacing == B_OFFSET_SPACING && i == 1;
+        right = button->Frame().left - (isApart ? kOffsetGap : kGap);
+    }
+    fButtons.back()->MakeDefault(true);
+    return Bounds().right - kMargin - fButtons[0]->Frame().left;
+}
+
+BPoint BAlert::AlertPosition(float width, float height)
+{
+    const BRect room = AlertRoom();
+    return BPoint(std::floor(room.left + (room.Width() - width) / 2),
+        std::floor(room.top + (room.Height() - height) / 2));
+}
+
+// --- Asking
+
+void BAlert::Present()
+{
+    const Locker locker(this);
+    MoveTo(AlertPosition(Bounds().Width(), Bounds().Height()));
+    if (!CurrentFocus())
+        fButtons.back()->MakeFocus();
+    Show();
+}
+
+int32 BAlert::Go()
+{
+    const std::shared_ptr<Answer> answer = fAnswer; // the alert deletes itself
+    auto* caller = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
+    Present();
+    while (!answer->WaitForIt()) {
+        if (caller)
+            caller->UpdateIfNeeded();
+    }
+    MutexLock lock(answer->lock);
+    return answer->which;
+}
+
+status_t BAlert::Go(BInvoker* invoker)
+{
+    fInvoker.reset(invoker);
+    Present();
+    return B_OK;
+}
+
+void BAlert::MessageReceived(BMessage* message)
+{
+    int32 which = 0;
+    if (message->what != kMsgButton || message->FindInt32("which", &which) != B_OK)
+        return BWindow::MessageReceived(message);
+    if (fIsAnswered)
+        return;
+    fIsAnswered = true;
+    fAnswer->Give(which);
+    if (fInvoker && fInvoker->Message()) {
+        BMessage answer(*fInvoker->Message());
+        answer.AddInt32("which", which);
+        fInvoker->Invoke(&answer);
+    }
+    PostAlways(BMessenger(this, this), BMessage(B_QUIT_REQUESTED));
+}
+
+// --- Keys
+
+void BAlert::SetShortcut(int32 index, char key)
+{
+    if (index >= 0 && index < 3)
+        fShortcuts[index] = static_cast<char>(tolower(static_cast<uint8>(key)));
+}
+
+char BAlert::Shortcut(int32 index) const
+{
+    return index >= 0 && index < 3 ? fShortcuts[index] : '\0';
+}
+
+BButton* BAlert::ButtonAt(int32 index) const
+{
+    const bool exists = index >= 0 && index < static_cast<int32>(fButtons.size());
+    return exists ? fButtons[static_cast<size_t>(index)] : nullptr;
+}
+
+bool BAlert::UnusedKeyDown(const char* bytes, int32 numBytes)
+{
+    const char key = static_cast<char>(tolower(static_cast<uint8>(bytes[0])));
+    for (size_t i = 0; i < fButtons.size(); i++) {
+        const bool isOnly = key == B_ESCAPE && fButtons.size() == 1;
+        if ((fShortcuts[i] != 0 && fShortcuts[i] == key) || isOnly) {
+            if (fButtons[i]->IsEnabled())
+                fButtons[i]->Invoke();
+            return true;
+        }
+    }
+    return BWindow::UnusedKeyDown(bytes, numBytes);
+}

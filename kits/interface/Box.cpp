@@ -1,0 +1,75 @@
+#include "Box.h"
+
+#include "server/Convert.h"
+#include "server/DisplayServer.h"
+#include "server/ViewEvents.h"
+
+#include <QGroupBox>
+#include <QStyleOptionGroupBox>
+#include <QStylePainter>
+
+namespace {
+
+class BoxWidget : public QGroupBox {
+public:
+    BoxWidget(border_style border, QWidget* parent) : QGroupBox(parent), fBorder(border) { }
+
+    void SetBorder(border_style border)
+    {
+        fBorder = border;
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QStyleOptionGroupBox option;
+        initStyleOption(&option);
+        if (fBorder == B_NO_BORDER)
+            option.subControls &= ~QStyle::SC_GroupBoxFrame;
+        if (fBorder == B_PLAIN_BORDER)
+            option.features |= QStyleOptionFrame::Flat;
+        QStylePainter(this).drawComplexControl(QStyle::CC_GroupBox, option);
+    }
+
+private:
+    border_style fBorder;
+};
+
+} // namespace
+
+BBox::BBox(BRect frame, const char* name, uint32 resizeMode, uint32 flags, border_style border)
+    : BView(frame, name, resizeMode, flags), fBorder(border)
+{
+    BView::SetViewColor(B_TRANSPARENT_COLOR);
+}
+
+void BBox::AttachedToWindow()
+{
+    if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
+        SetViewColor(Parent()->ViewColor());
+}
+
+void BBox::SetBorder(border_style border)
+{
+    fBorder = border;
+    if (Peer())
+        display::Call([this] { static_cast<BoxWidget*>(Peer()->widget)->SetBorder(fBorder); });
+}
+
+void BBox::SetLabel(const char* label)
+{
+    fLabel = label ? label : "";
+    if (Peer()) {
+        display::Call(
+            [this] { static_cast<QGroupBox*>(Peer()->widget)->setTitle(PlainLabel(Label())); });
+    }
+}
+
+void BBox::MakeWidget(ViewPeer& peer)
+{
+    auto* box = new BoxWidget(fBorder, peer.parent);
+    box->setTitle(PlainLabel(Label()));
+    peer.widget = box;
+    Equip(peer, Name(), ViewEvents::Kind::kView);
+}

@@ -1,0 +1,29 @@
+// A push button. Its value is B_CONTROL_OFF again when its message has been sent.
+#pragma once
+
+#include "Control.h"
+
+class BButton : public BControl {
+public:
+    BButton(BRect frame, const char* name, const char* label, BMessage* message,
+        uint32 resizeMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
+
+    // The default button is pressed by Enter, wherever the keyboard is, and marked as such. One a
+    // window: the one before no longer is.
+    virtual void MakeDefault(bool state);
+    bool IsDefault() const { return fDefault; }
+    void AttachedToWindow() override;
+
+protected:
+    void MakeWidget(ViewPeer& peer) override;
+    void ShowLabel(ViewPeer& peer) override;
+    void WidgetChanged(BMessage* report) override;
+
+private:
+    friend class BWindow;
+
+    void ShowDefault(bool state);
+    void ShowDefaultMark(ViewPeer& peer);
+
+    bool fDefault = false;
+};

@@ -1,0 +1,126 @@
+#include "Font.h"
+
+#include "drawing/FontFace.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+const char* StyleOf(uint16 face)
+{
+    const bool bold = (face & B_BOLD_FACE) != 0;
+    if ((face & B_ITALIC_FACE) != 0)
+        return bold ? "Bold Italic" : "Italic";
+    return bold ? "Bold" : "Regular";
+}
+
+uint16 FaceOf(const std::string& style)
+{
+    const auto has = [&style](const char* word) { return style.find(word) != std::string::npos; };
+    const uint16 face =
+        (has("Bold") ? B_BOLD_FACE : 0) | (has("Italic") || has("Oblique") ? B_ITALIC_FACE : 0);
+    if (face == 0)
+        return B_REGULAR_FACE;
+    return face;
+}
+
+bool IsName(const char* name)
+{
+    return name[0] != '\0' && strlen(name) <= static_cast<size_t>(B_FONT_FAMILY_LENGTH);
+}
+
+} // namespace
+
+// Made at first use: fonts of other files' static objects are copies of the plain one.
+struct SystemFonts {
+    BFont plain { "Sans", "Regular", B_REGULAR_FACE, 12 };
+    BFont bold { "Sans", "Bold", B_BOLD_FACE, 12 };
+    BFont fixed { "Monospace", "Regular", B_REGULAR_FACE, 12 };
+
+    static const SystemFonts& Get()
+    {
+        static const SystemFonts* const fonts = new SystemFonts; // outlives every static object
+        return *fonts;
+    }
+};
+
+const BFont* be_plain_font = &SystemFonts::Get().plain;
+const BFont* be_bold_font = &SystemFonts::Get().bold;
+const BFont* be_fixed_font = &SystemFonts::Get().fixed;
+
+BFont::BFont() : BFont(SystemFonts::Get().plain) { }
+
+BFont::BFont(const BFont* font) : BFont(font != nullptr ? *font : SystemFonts::Get().plain) { }
+
+BFont::BFont(const char* family, const char* style, uint16 face, float size)
+    : fFamily(family), fStyle(style), fFace(face), fSize(size)
+{
+}
+
+status_t BFont::SetFamilyAndStyle(const char* family, const char* style)
+{
+    if ((family != nullptr && !IsName(family)) || (style != nullptr && !IsName(style)))
+        return B_BAD_VALUE;
+    if (family != nullptr)
+        fFamily = family;
+    if (style != nullptr) {
+        fStyle = style;
+        fFace = FaceOf(fStyle);
+    }
+    return B_OK;
+}
+
+void BFont::GetFamilyAndStyle(font_family* family, font_style* style) const
+{
+    if (family != nullptr)
+        snprintf(*family, sizeof(*family), "%s", fFamily.c_str());
+    if (style != nullptr)
+        snprintf(*style, sizeof(*style), "%s", fStyle.c_str());
+}
+
+void BFont::SetFace(uint16 face)
+{
+    fFace = face;
+    fStyle = StyleOf(face);
+}
+
+void BFont::SetSize(float size)
+{
+    fSize = size >= 1 ? size : 1;
+}
+
+float BFont::StringWidth(const char* string) const
+{
+    return string == nullptr ? 0 : StringWidth(string, static_cast<int32>(strlen(string)));
+}
+
+float BFont::StringWidth(const char* string, int32 length) const
+{
+    if (string == nullptr || length <= 0)
+        return 0;
+    const float scale = FontFace::DisplayScale();
+    FontFace* face = FontFace::Of(*this, scale);
+    return face == nullptr
+        ? 0
+        : face->Width(string, static_cast<int32>(strnlen(string, length))) / scale;
+}
+
+void BFont::GetHeight(font_height* height) const
+{
+    const float scale = FontFace::DisplayScale();
+    const FontFace* face = FontFace::Of(*this, scale);
+    if (face == nullptr) {
+        *height = { 0.8f * fSize, 0.2f * fSize, 0 };
+        return;
+    }
+    const font_height pixels = face->Height();
+    *height = { pixels.ascent / scale, pixels.descent / scale, pixels.leading / scale };
+}
+
+void BFont::PrintToStream() const
+{
+    printf("BFont: %s/%s %g\n", fFamily.c_str(), fStyle.c_str(), fSize);
+}

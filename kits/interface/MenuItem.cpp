@@ -1,0 +1,119 @@
+#include "MenuItem.h"
+
+#include "Menu.h"
+#include "Message.h"
+#include "server/DisplayServer.h"
+#include "Window.h"
+
+#include <atomic>
+
+namespace {
+
+int32 NextItemId()
+{
+    static std::atomic<int32> last = 0;
+    return ++last;
+}
+
+} // namespace
+
+BMenuItem::BMenuItem(const char* label, BMessage* message, char shortcut, uint32 modifiers)
+    : BInvoker(message, BMessenger()), fLabel(label ? label : ""), fId(NextItemId()),
+      fShortcut(shortcut), fModifiers(modifiers)
+{
+}
+
+BMenuItem::BMenuItem(BMenu* menu, BMessage* message)
+    : BInvoker(message, BMessenger()), fLabel(menu->Name() ? menu->Name() : ""), fSubmenu(menu),
+      fId(NextItemId())
+{
+    menu->fSuperitem = this;
+}
+
+BMenuItem::~BMenuItem()
+{
+    if (fMenu)
+        fMenu->RemoveItem(this);
+}
+
+void BMenuItem::SetLabel(const char* label)
+{
+    fLabel = label ? label : "";
+    ShowState();
+}
+
+void BMenuItem::SetEnabled(bool enabled)
+{
+    fEnabled = enabled;
+    ShowState();
+}
+
+bool BMenuItem::IsEnabled() const
+{
+    return fEnabled && (!fMenu || fMenu->IsEnabled()) && (!fSubmenu || fSubmenu->fEnabled);
+}
+
+void BMenuItem::SetMarked(bool marked)
+{
+    fMarked = marked;
+    ShowState();
+    if (!marked || !fMenu || !fMenu->IsRadioMode())
+        return;
+    for (int32 i = 0; i < fMenu->CountItems(); i++) {
+        BMenuItem* other = fMenu->ItemAt(i);
+        if (other != this && other->fMarked)
+            other->SetMarked(false);
+    }
+}
+
+void BMenuItem::SetShortcut(char shortcut, uint32 modifiers)
+{
+    BWindow* window = fMenu ? fMenu->fMenuWindow : nullptr;
+    if (window)
+        window->RemoveMenuShortcut(this);
+    fShortcut = shortcut;
+    fModifiers = modifiers;
+    if (window)
+        window->AddMenuShortcut(this);
+    ShowState();
+}
+
+char BMenuItem::Shortcut(uint32* modifiers) const
+{
+    if (modifiers)
+        *modifiers = fModifiers;
+    return fShortcut;
+}
+
+void BMenuItem::ShowState()
+{
+    if (fMenu)
+        fMenu->ShowItem(*this);
+}
+
+void BMenuItem::Chosen()
+{
+    if (fMenu && fMenu->IsRadioMode())
+        SetMarked(true);
+    Invoke();
+}
+
+status_t BMenuItem::Invoke(BMessage* message)
+{
+    const BMessage* original = message ? message : Message();
+    if (!original)
+        return B_BAD_VALUE;
+    BMessage copy(*original);
+    copy.AddInt64("when", system_time());
+    copy.AddPointer("source", this);
+    copy.AddInt32("index", fMenu ? fMenu->IndexOf(this) : -1);
+    return BInvoker::Invoke(&copy);
+}
+
+BSeparatorItem::BSeparatorItem() : BMenuItem("", nullptr)
+{
+    fSeparator = true;
+    fEnabled = false;
+}
+
+void BSeparatorItem::SetEnabled(bool) { }

@@ -1,0 +1,71 @@
+#include "Screen.h"
+
+#include "drawing/XcbReply.h"
+#include "KillGuard.h"
+
+#include <xcb/randr.h>
+#include <xcb/xcb.h>
+
+namespace {
+
+color_space SpaceOfDepth(uint8 depth)
+{
+    switch (depth) {
+        case 1: return B_GRAY1;
+        case 8: return B_CMAP8;
+        case 15: return B_RGB15;
+        case 16: return B_RGB16;
+        default: return B_RGB32;
+    }
+}
+
+const xcb_screen_t* ScreenByNumber(xcb_connection_t* connection, int number)
+{
+    auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; number > 0 && screen.rem > 1; number--)
+        xcb_screen_next(&screen);
+    return screen.data;
+}
+
+// Invalid where the server knows of no primary monitor or has switched it off.
+BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
+{
+    const xcb_query_extension_reply_t* extension =
+        xcb_get_extension_data(connection, &xcb_randr_id);
+    if (extension == nullptr || !extension->present)
+        return BRect();
+    MakeReply(xcb_randr_query_version_reply(
+        connection, xcb_randr_query_version(connection, 1, 3), nullptr));
+    const auto primary = MakeReply(xcb_randr_get_output_primary_reply(
+        connection, xcb_randr_get_output_primary(connection, root), nullptr));
+    if (primary == nullptr || primary->output == 0)
+        return BRect();
+    const auto output = MakeReply(xcb_randr_get_output_info_reply(
+        connection, xcb_randr_get_output_info(connection, primary->output, 0), nullptr));
+    if (output == nullptr || output->crtc == 0)
+        return BRect();
+    const auto place = MakeReply(xcb_randr_get_crtc_info_reply(
+        connection, xcb_randr_get_crtc_info(connection, output->crtc, 0), nullptr));
+    if (place == nullptr)
+        return BRect();
+    return BRect(place->x, place->y, place->x + place->width - 1, place->y + place->height - 1);
+}
+
+} // namespace
+
+BScreen::BScreen(screen_id id)
+{
+    const KillGuard guard; // the connection is no object
+    int number = 0;
+    xcb_connection_t* connection = xcb_connect(nullptr, &number);
+    if (id == B_MAIN_SCREEN_ID && xcb_connection_has_error(connection) == 0) {
+        const xcb_screen_t* screen = ScreenByNumber(connection, number);
+        fColorSpace = SpaceOfDepth(screen->root_depth);
+        fFrame = PrimaryMonitor(connection, screen->root);
+        if (!fFrame.IsValid())
+            fFrame = BRect(0, 0, screen->width_in_pixels - 1, screen->height_in_pixels - 1);
+    }
+    xcb_disconnect(connection);
+}
+
+BScreen::BScreen(BWindow* /*window*/) : BScreen(B_MAIN_SCREEN_ID) { }

@@ -1,0 +1,87 @@
+#include "ScrollView.h"
+
+#include "ScrollBar.h"
+#include "server/DisplayServer.h"
+#include "server/ViewEvents.h"
+
+#include <QFrame>
+
+namespace {
+
+float WidthOf(border_style border)
+{
+    if (border == B_NO_BORDER)
+        return 0;
+    return border == B_PLAIN_BORDER ? 1 : 2;
+}
+
+// Around the target: the border, and the bars to the right and below it.
+BRect FrameAround(BRect target, bool horizontal, bool vertical, border_style border)
+{
+    const float width = WidthOf(border);
+    target.InsetBy(-width, -width);
+    if (vertical)
+        target.right += B_V_SCROLL_BAR_WIDTH;
+    if (horizontal)
+        target.bottom += B_H_SCROLL_BAR_HEIGHT;
+    return target;
+}
+
+} // namespace
+
+BScrollView::BScrollView(const char* name, BView* target, uint32 resizeMode, uint32 flags,
+    bool horizontal, bool vertical, border_style border)
+    : BView(
+        FrameAround(target ? target->Frame() : BRect(0, 0, 50, 50), horizontal, vertical, border),
+        name, resizeMode, flags),
+      fTarget(target), fBorder(border)
+{
+    BView::SetViewColor(B_TRANSPARENT_COLOR);
+    const float width = WidthOf(border);
+    BRect inside = Bounds().InsetByCopy(width, width);
+    const BRect bars = inside;
+    if (vertical)
+        inside.right -= B_V_SCROLL_BAR_WIDTH;
+    if (horizontal)
+        inside.bottom -= B_H_SCROLL_BAR_HEIGHT;
+    if (target) {
+        target->MoveTo(inside.LeftTop());
+        target->SetResizingMode(B_FOLLOW_ALL_SIDES);
+        AddChild(target);
+    }
+    if (vertical) {
+        fVertical = new BScrollBar(BRect(inside.right + 1, bars.top, bars.right, inside.bottom),
+            "_VSB_", target, 0, 1000, B_VERTICAL);
+        AddChild(fVertical);
+    }
+    if (horizontal) {
+        fHorizontal = new BScrollBar(BRect(bars.left, inside.bottom + 1, inside.right, bars.bottom),
+            "_HSB_", target, 0, 1000, B_HORIZONTAL);
+        AddChild(fHorizontal);
+    }
+    if (target)
+        target->TargetedByScrollView(this);
+}
+
+void BScrollView::AttachedToWindow()
+{
+    if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
+        SetViewColor(Parent()->ViewColor());
+}
+
+BScrollBar* BScrollView::ScrollBar(orientation direction) const
+{
+    return direction == B_HORIZONTAL ? fHorizontal : fVertical;
+}
+
+void BScrollView::MakeWidget(ViewPeer& peer)
+{
+    auto* frame = new QFrame(peer.parent);
+    if (fBorder == B_PLAIN_BORDER)
+        frame->setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
+    else if (fBorder == B_FANCY_BORDER)
+        frame->setFrameStyle(
+            static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
+    peer.widget = frame;
+    Equip(peer, Name(), ViewEvents::Kind::kView);
+}

@@ -1,0 +1,82 @@
+#include "StringView.h"
+
+#include "server/Convert.h"
+#include "server/DisplayServer.h"
+#include "server/ViewEvents.h"
+
+#include <QLabel>
+
+namespace {
+
+Qt::Alignment ToQt(alignment side)
+{
+    if (side == B_ALIGN_RIGHT)
+        return Qt::AlignRight | Qt::AlignVCenter;
+    return (side == B_ALIGN_CENTER ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter;
+}
+
+void ShowColor(QWidget& label, rgb_color color)
+{
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, ToQColor(color));
+    label.setPalette(palette);
+}
+
+} // namespace
+
+BStringView::BStringView(
+    BRect frame, const char* name, const char* text, uint32 resizeMode, uint32 flags)
+    : BView(frame, name, resizeMode, flags), fText(text ? text : "")
+{
+    BView::SetViewColor(B_TRANSPARENT_COLOR);
+}
+
+void BStringView::AttachedToWindow()
+{
+    if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
+        SetViewColor(Parent()->ViewColor());
+}
+
+void BStringView::SetText(const char* text)
+{
+    fText = text ? text : "";
+    if (Peer()) {
+        display::Call([this] {
+            static_cast<QLabel*>(Peer()->widget)->setText(QString::fromStdString(fText));
+        });
+    }
+}
+
+void BStringView::SetAlignment(alignment side)
+{
+    fAlignment = side;
+    if (Peer()) {
+        display::Call(
+            [this] { static_cast<QLabel*>(Peer()->widget)->setAlignment(ToQt(fAlignment)); });
+    }
+}
+
+void BStringView::SetHighColor(rgb_color color)
+{
+    BView::SetHighColor(color);
+    fHasColor = true;
+    if (Peer())
+        display::Call([this, color] { ShowColor(*Peer()->widget, color); });
+}
+
+void BStringView::GetPreferredSize(float* width, float* height)
+{
+    GetWidgetSize(width, height);
+}
+
+void BStringView::MakeWidget(ViewPeer& peer)
+{
+    auto* label = new QLabel(peer.parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(QString::fromStdString(fText));
+    label->setAlignment(ToQt(fAlignment));
+    if (fHasColor)
+        ShowColor(*label, HighColor());
+    peer.widget = label;
+    Equip(peer, Name(), ViewEvents::Kind::kView);
+}

@@ -1,0 +1,52 @@
+// Several lines of text, editable unless that is switched off.
+#pragma once
+
+#include "View.h"
+
+#include <string>
+
+class BTextView : public BView {
+public:
+    // textRect: where in the view the text stands, in its own coordinates.
+    BTextView(BRect frame, const char* name, BRect textRect, uint32 resizeMode,
+        uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
+
+    // The text as the user left it. The pointer holds until the next call of this view.
+    const char* Text();
+    int32 TextLength(); // in bytes
+    virtual void SetText(const char* text); // null is an empty one; the caret goes to the start
+    void Insert(const char* text); // in place of the selection, the caret behind it
+    virtual void Select(int32 start, int32 finish); // byte offsets, cut to the text
+    void GetSelection(int32* start, int32* finish);
+    void SelectAll();
+
+    void MakeEditable(bool editable = true);
+    bool IsEditable() const { return fEditable; }
+    void MakeSelectable(bool selectable = true);
+    bool IsSelectable() const { return fSelectable; }
+    void SetWordWrap(bool wrap); // at the textRect's width, else one line stays one
+    bool DoesWordWrap() const { return fWordWrap; }
+    void SetTextRect(BRect rect);
+    BRect TextRect() const { return fTextRect; }
+    // What the whole text needs at the textRect's width, in view units.
+    float TextHeight();
+
+    // where: pixels of the text at the left top; also what scroll bars around the view show.
+    void ScrollTo(BPoint where) override;
+    using BView::ScrollTo;
+
+protected:
+    void MakeWidget(ViewPeer& peer) override;
+    void WidgetChanged(BMessage* report) override; // how far the text reaches, and where it stands
+    void WidgetGoes() override;
+
+private:
+    void ShowManners(); // what may be done with the text, and how it breaks
+    void ShowBar(const BMessage& report, BScrollBar* bar, const char* prefix);
+
+    std::string fText; // as the program last set or read it
+    BRect fTextRect;
+    bool fEditable = true;
+    bool fSelectable = true;
+    bool fWordWrap = true;
+};

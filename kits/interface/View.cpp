@@ -1,0 +1,310 @@
+#include "View.h"
+
+#include "Check.h"
+#include "drawing/DrawContext.h"
+#include "drawing/DrawState.h"
+#include "ScrollBar.h"
+#include "server/Convert.h"
+#include "server/DisplayServer.h"
+#include "server/ServerMessages.h"
+#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
+#include "server/ViewWidget.h"
+#include "server/WindowWidget.h"
+#include "Window.h"
+
+#include <algorithm>
+#include <cstdio>
+
+BView::BView(BRect frame, const char* name, uint32 resizeMode, uint32 flags)
+    : BHandler(name), fFrame(frame), fResizingMode(resizeMode), fFlags(flags),
+      fDraw(std::make_unique<DrawState>())
+{
+}
+
+BView::~BView()
+{
+    RemoveSelf();
+    for (BScrollBar* bar : { fHorizontalBar, fVerticalBar }) {
+        if (bar)
+            bar->fTarget = nullptr;
+    }
+    while (!fChildren.empty()) {
+        BView* child = fChildren.back();
+        fChildren.pop_back();
+        child->fParent = nullptr;
+        delete child;
+    }
+}
+
+#ifdef TARVEX_CHECKS
+void BView::CheckLocked() const
+{
+    TARVEX_CHECK(!fWindow || fWindow->IsLocked()) << "view <" << (Name() ? Name() : "") << ">";
+}
+#endif
+
+// --- The tree
+
+void BView::AddChild(BView* child, BView* before)
+{
+    CheckLocked();
+    if (child->fParent || child->fWindow || child == this) {
+        fprintf(stderr, "View <%s> already has a parent\n", child->Name() ? child->Name() : "");
+        return;
+    }
+    const auto place =
+        before ? std::find(fChildren.begin(), fChildren.end(), before) : fChildren.end();
+    fChildren.insert(place, child);
+    child->fParent = this;
+    if (fWindow)
+        child->AttachTree(fWindow);
+}
+
+void BView::AttachTree(BWindow* window)
+{
+    fWindow = window;
+    window->AddHandler(this);
+    SetNextHandler(fParent->fIsTop ? static_cast<BHandler*>(window) : fParent);
+    MakePeer();
+    AttachedToWindow();
+    for (int32 i = 0; fWindow && i < CountChildren(); i++) { // the hooks may change the tree
+        if (!fChildren[i]->fWindow)
+            fChildren[i]->AttachTree(window);
+    }
+    if (fWindow)
+        AllAttached();
+}
+
+bool BView::RemoveChild(BView* child)
+{
+    CheckLocked();
+    const auto place = std::find(fChildren.begin(), fChildren.end(), child);
+    if (place == fChildren.end())
+        return false;
+    if (fWindow)
+        child->DetachTree();
+    fChildren.erase(std::find(fChildren.begin(), fChildren.end(), child));
+    child->fParent = nullptr;
+    return true;
+}
+
+bool BView::RemoveSelf()
+{
+    return fParent && fParent->RemoveChild(this);
+}
+
+void BView::DetachTree()
+{
+    CallDetached();
+    QWidget* widget = fPeer->widget;
+    LeaveWindow();
+    display::Call([widget] { delete widget; }); // and all below it
+}
+
+void BView::CallDetached()
+{
+    DetachedFromWindow();
+    for (BView* child : fChildren)
+        child->CallDetached();
+    AllDetached();
+}
+
+void BView::LeaveWindow()
+{
+    for (BView* child : fChildren)
+        child->LeaveWindow();
+    WidgetGoes();
+    DetachDrawing();
+    fWindow->ViewDetached(this);
+    fWindow->RemoveHandler(this);
+    fPeer.reset();
+    fWindow = nullptr;
+}
+
+BView* BView::ChildAt(int32 index) const
+{
+    return index >= 0 && index < CountChildren() ? fChildren[index] : nullptr;
+}
+
+BView* BView::Sibling(int32 distance) const
+{
+    if (!fParent)
+        return nullptr;
+    const auto& all = fParent->fChildren;
+    const auto self = std::find(all.begin(), all.end(), this);
+    return fParent->ChildAt(static_cast<int32>(self - all.begin()) + distance);
+}
+
+BView* BView::NextSibling() const
+{
+    return Sibling(1);
+}
+
+BView* BView::PreviousSibling() const
+{
+    return Sibling(-1);
+}
+
+BView* BView::Parent() const
+{
+    return fParent && !fParent->fIsTop ? fParent : nullptr;
+}
+
+BView* BView::FindView(const char* name) const
+{
+    if (!name)
+        return nullptr;
+    if (!fIsTop && Name() && strcmp(Name(), name) == 0)
+        return const_cast<BView*>(this);
+    for (const BView* child : fChildren) {
+        if (BView* found = child->FindView(name))
+            return found;
+    }
+    return nullptr;
+}
+
+// --- The widget
+
+void BView::MakePeer()
+{
+    fPeer = std::make_unique<ViewPeer>();
+    fPeer->link =
+        std::make_shared<ViewLink>(fWindow->fPeer->link, BMessenger(this, fWindow), fFlags);
+    fPeer->parent = fParent->fPeer->widget;
+    const BView* behind = NextSibling();
+    const ViewPeer* next = behind ? behind->fPeer.get() : nullptr;
+    const bool fills = FillsBackground();
+    display::Call([this, next, fills] {
+        MakeWidget(*fPeer);
+        QWidget* widget = fPeer->widget;
+        widget->setGeometry(Placement().geometry);
+        if (!fPeer->isPlain)
+            widget->setFont(ToQFont(fDraw->font));
+        if (fDraw->viewColor != B_TRANSPARENT_COLOR)
+            ShowViewColor(*widget, ToQColor(fDraw->viewColor), fills);
+        if (next)
+            widget->stackUnder(next->widget);
+        widget->setVisible(fHidden == 0);
+    });
+}
+
+void BView::MakeWidget(ViewPeer& peer)
+{
+    peer.widget = new ViewWidget(peer.link, peer.parent);
+    peer.isPlain = true;
+    Equip(peer, Name(), ViewEvents::Kind::kView);
+}
+
+void BView::WidgetChanged(BMessage*) { }
+
+void BView::GetWidgetSize(float* width, float* height)
+{
+    const QSize size = display::Call([this] {
+        if (fPeer)
+            return fPeer->widget->sizeHint();
+        ViewPeer trial; // outside a window: one that is seen by nobody
+        trial.link =
+            std::make_shared<ViewLink>(std::make_shared<WindowLink>(), BMessenger(), fFlags);
+        MakeWidget(trial);
+        const std::unique_ptr<QWidget> widget(trial.widget);
+        widget->setFont(ToQFont(fDraw->font));
+        return widget->sizeHint();
+    });
+    if (width)
+        *width = size.isValid() ? static_cast<float>(size.width() - 1) : fFrame.Width();
+    if (height)
+        *height = size.isValid() ? static_cast<float>(size.height() - 1) : fFrame.Height();
+}
+
+bool BView::FillsBackground() const
+{
+    if (fDraw->viewColor == B_TRANSPARENT_COLOR)
+        return false;
+    const BView* below = fParent;
+    while (below && below->fDraw->viewColor == B_TRANSPARENT_COLOR)
+        below = below->fParent;
+    return !below || below->fDraw->viewColor != fDraw->viewColor;
+}
+
+void BView::ViewColorChanged()
+{
+    CheckLocked();
+    if (!fPeer)
+        return;
+    display::Call([this, fills = FillsBackground()] {
+        ShowViewColor(*fPeer->widget, ToQColor(fDraw->viewColor), fills);
+    });
+    for (BView* child : fChildren) // what had the same colour now differs, and the other way round
+        child->ViewColorChanged();
+}
+
+void BView::FontChanged()
+{
+    CheckLocked();
+    if (fPeer && !fPeer->isPlain)
+        display::Call([this] { fPeer->widget->setFont(ToQFont(fDraw->font)); });
+}
+
+NativeSurface BView::MakeNative()
+{
+    CheckLocked();
+    if (!fPeer || !fPeer->isPlain || IsHidden())
+        return {};
+    TARVEX_CHECK(fChildren.empty())
+        << "view <" << (Name() ? Name() : "") << "> draws and has children";
+    return display::Call(
+        [this] { return static_cast<ViewWidget*>(fPeer->widget)->BecomeNative(); });
+}
+
+// --- State
+
+void BView::Show()
+{
+    CheckLocked();
+    if (fHidden > 0 && --fHidden == 0 && fPeer)
+        display::Call([this] { fPeer->widget->setVisible(true); });
+}
+
+void BView::Hide()
+{
+    CheckLocked();
+    if (++fHidden == 1 && fPeer)
+        display::Call([this] { fPeer->widget->setVisible(false); });
+}
+
+bool BView::IsHidden() const
+{
+    for (const BView* view = this; view; view = view->fParent) {
+        if (view->fHidden > 0)
+            return true;
+    }
+    return fWindow && fWindow->IsHidden();
+}
+
+void BView::SetFlags(uint32 flags)
+{
+    CheckLocked();
+    fFlags = flags;
+    if (fPeer)
+        fPeer->link->flags = flags;
+}
+
+void BView::Invalidate()
+{
+    Invalidate(Bounds());
+}
+
+void BView::Invalidate(BRect rect)
+{
+    CheckLocked();
+    if (!fPeer)
+        return;
+    rect = (rect & Bounds()).OffsetByCopy(-fOrigin.x, -fOrigin.y);
+    if (!rect.IsValid())
+        return;
+    if (fPeer->isPlain)
+        fPeer->link->AddDirty(rect);
+    else
+        display::Call([this, rect] { fPeer->widget->update(ToQRect(rect)); });
+}

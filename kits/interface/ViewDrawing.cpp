@@ -1,0 +1,337 @@
+// What a BView draws with, and its drawing.
+#include "Bitmap.h"
+#include "Check.h"
+#include "drawing/DrawConnection.h"
+#include "drawing/DrawState.h"
+#include "drawing/Utf8.h"
+#include "server/NativeSurface.h"
+#include "View.h"
+#include "Window.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+BRect Around(BPoint center, float xRadius, float yRadius)
+{
+    return BRect(center.x - xRadius, center.y - yRadius, center.x + xRadius, center.y + yRadius);
+}
+
+} // namespace
+
+// Null where there is nothing to draw on. In front of every drawing call, so it must stay cheap.
+DrawContext* BView::Context()
+{
+    CheckLocked();
+    DrawContext* context = fDraw->context.get();
+    if (context == nullptr) [[unlikely]]
+        context = OpenContext();
+    if (context != nullptr) [[likely]]
+        context->SetBounds(Bounds());
+    return context;
+}
+
+DrawContext* BView::OpenContext()
+{
+    const NativeSurface surface = MakeNative();
+    if (surface.window == 0)
+        return nullptr;
+    auto& connection = fWindow->fConnection;
+    if (connection == nullptr)
+        connection = DrawConnection::Open();
+    if (connection == nullptr)
+        return nullptr;
+    const PixelFormat* format = connection->FormatOf(surface.window);
+    if (format == nullptr)
+        return nullptr;
+    auto& context = fDraw->context;
+    context = std::make_unique<DrawContext>(*connection, surface.window, *format, surface.scale);
+    context->SetBounds(Bounds());
+    context->Clear(*fDraw);
+    if (fDraw->updateRect.IsValid())
+        context->BeginUpdate(*fDraw, fDraw->updateRect);
+    return context.get();
+}
+
+void BView::DetachDrawing()
+{
+    fDraw->context.reset();
+    fDraw->updateRect = BRect();
+}
+
+// A view that has never drawn is painted by its widget; the pixmap is for those that do.
+void BView::BeginUpdate(BRect rect)
+{
+    fDraw->updateRect = rect;
+    if (fDraw->context != nullptr && rect.IsValid())
+        Context()->BeginUpdate(*fDraw, rect);
+}
+
+void BView::EndUpdate()
+{
+    if (fDraw->context != nullptr && fDraw->updateRect.IsValid())
+        fDraw->context->EndUpdate();
+    fDraw->updateRect = BRect();
+}
+
+void BView::SetViewColor(rgb_color color)
+{
+    fDraw->viewColor = color;
+    ViewColorChanged();
+}
+
+void BView::SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
+{
+    SetViewColor(rgb_color { red, green, blue, alpha });
+}
+
+rgb_color BView::ViewColor() const
+{
+    return fDraw->viewColor;
+}
+
+void BView::SetHighColor(rgb_color color)
+{
+    fDraw->highColor = color;
+}
+
+void BView::SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
+{
+    SetHighColor(rgb_color { red, green, blue, alpha });
+}
+
+rgb_color BView::HighColor() const
+{
+    return fDraw->highColor;
+}
+
+void BView::SetLowColor(rgb_color color)
+{
+    fDraw->lowColor = color;
+}
+
+void BView::SetLowColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
+{
+    SetLowColor(rgb_color { red, green, blue, alpha });
+}
+
+rgb_color BView::LowColor() const
+{
+    return fDraw->lowColor;
+}
+
+void BView::SetPenSize(float size)
+{
+    fDraw->penSize = size;
+}
+
+float BView::PenSize() const
+{
+    return fDraw->penSize;
+}
+
+void BView::SetDrawingMode(drawing_mode mode)
+{
+    fDraw->mode = mode;
+}
+
+drawing_mode BView::DrawingMode() const
+{
+    return fDraw->mode;
+}
+
+void BView::MovePenTo(BPoint point)
+{
+    fDraw->pen = point;
+}
+
+void BView::MovePenTo(float x, float y)
+{
+    fDraw->pen.Set(x, y);
+}
+
+void BView::MovePenBy(float dx, float dy)
+{
+    fDraw->pen += BPoint(dx, dy);
+}
+
+BPoint BView::PenLocation() const
+{
+    return fDraw->pen;
+}
+
+void BView::StrokeLine(BPoint to, pattern p)
+{
+    StrokeLine(fDraw->pen, to, p);
+}
+
+void BView::StrokeLine(BPoint from, BPoint to, pattern p)
+{
+    fDraw->pen = to;
+    if (DrawContext* context = Context())
+        context->StrokeLine(*fDraw, from, to, p);
+}
+
+void BView::StrokeRect(BRect rect, pattern p)
+{
+    if (DrawContext* context = Context())
+        context->StrokeRect(*fDraw, rect, p);
+}
+
+void BView::FillRect(BRect rect, pattern p)
+{
+    if (DrawContext* context = Context())
+        context->FillRect(*fDraw, rect, p);
+}
+
+void BView::StrokeEllipse(BRect rect, pattern p)
+{
+    if (DrawContext* context = Context())
+        context->StrokeEllipse(*fDraw, rect, p);
+}
+
+void BView::StrokeEllipse(BPoint center, float xRadius, float yRadius, pattern p)
+{
+    StrokeEllipse(Around(center, xRadius, yRadius), p);
+}
+
+void BView::FillEllipse(BRect rect, pattern p)
+{
+    if (DrawContext* context = Context())
+        context->FillEllipse(*fDraw, rect, p);
+}
+
+void BView::FillEllipse(BPoint center, float xRadius, float yRadius, pattern p)
+{
+    FillEllipse(Around(center, xRadius, yRadius), p);
+}
+
+void BView::StrokeTriangle(BPoint a, BPoint b, BPoint c, pattern p)
+{
+    if (DrawContext* context = Context())
+        context->StrokeTriangle(*fDraw, a, b, c, p);
+}
+
+void BView::FillTriangle(BPoint a, BPoint b, BPoint c, pattern p)
+{
+    if (DrawContext* context = Context())
+        context->FillTriangle(*fDraw, a, b, c, p);
+}
+
+void BView::InvertRect(BRect rect)
+{
+    if (DrawContext* context = Context())
+        context->InvertRect(rect);
+}
+
+void BView::DrawString(const char* string, escapement_delta* delta)
+{
+    DrawString(string, fDraw->pen, delta);
+}
+
+void BView::DrawString(const char* string, BPoint point, escapement_delta* delta)
+{
+    fDraw->pen = point;
+    DrawContext* context = Context();
+    if (context == nullptr || string == nullptr)
+        return;
+    const char* end = string + strlen(string);
+    if (delta == nullptr) {
+        fDraw->pen.x += context->DrawString(*fDraw, point, string, end - string);
+        return;
+    }
+    while (string < end) {
+        const char* next = string;
+        const uint32 character = NextCharacter(next, end);
+        fDraw->pen.x += context->DrawString(*fDraw, fDraw->pen, string, next - string)
+            + (character == ' ' ? delta->space : delta->nonspace);
+        string = next;
+    }
+}
+
+float BView::StringWidth(const char* string) const
+{
+    return fDraw->font.StringWidth(string);
+}
+
+void BView::SetFont(const BFont* font, uint32 mask)
+{
+    if (font == nullptr)
+        return;
+    BFont& own = fDraw->font;
+    font_family family;
+    font_style style;
+    font->GetFamilyAndStyle(&family, &style);
+    if ((mask & B_FONT_FAMILY_AND_STYLE) != 0)
+        own.SetFamilyAndStyle(family, style);
+    if ((mask & B_FONT_SIZE) != 0)
+        own.SetSize(font->Size());
+    if ((mask & B_FONT_FACE) != 0)
+        own.SetFace(font->Face());
+    if (fDraw->context != nullptr)
+        fDraw->context->FontChanged();
+    FontChanged();
+}
+
+void BView::GetFont(BFont* font) const
+{
+    *font = fDraw->font;
+}
+
+void BView::SetFontSize(float size)
+{
+    BFont font;
+    font.SetSize(size);
+    SetFont(&font, B_FONT_SIZE);
+}
+
+void BView::GetFontHeight(font_height* height) const
+{
+    fDraw->font.GetHeight(height);
+}
+
+void BView::DrawBitmap(const BBitmap* bitmap, BPoint where)
+{
+    if (bitmap != nullptr)
+        DrawBitmap(bitmap, bitmap->Bounds().OffsetToCopy(where.x, where.y));
+}
+
+void BView::DrawBitmap(const BBitmap* bitmap, BRect destination)
+{
+    if (bitmap != nullptr)
+        DrawBitmap(bitmap, bitmap->Bounds(), destination);
+}
+
+void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination)
+{
+    if (bitmap == nullptr)
+        return;
+    if (DrawContext* context = Context())
+        context->DrawBitmap(*fDraw, *bitmap, source, destination);
+}
+
+// The bits are in the connection's buffer when DrawBitmap() returns, so both are the same.
+void BView::DrawBitmapAsync(const BBitmap* bitmap, BPoint where)
+{
+    DrawBitmap(bitmap, where);
+}
+
+void BView::DrawBitmapAsync(const BBitmap* bitmap, BRect destination)
+{
+    DrawBitmap(bitmap, destination);
+}
+
+void BView::Flush() const
+{
+    CheckLocked();
+    if (fWindow != nullptr)
+        fWindow->FlushDrawing();
+}
+
+void BView::Sync() const
+{
+    CheckLocked();
+    if (fWindow != nullptr)
+        fWindow->SyncDrawing();
+}

@@ -1,0 +1,139 @@
+#include "Message.h"
+#include "ScrollBar.h"
+#include "server/DisplayServer.h"
+#include "server/ServerMessages.h"
+#include "server/ViewPeer.h"
+#include "View.h"
+#include "Window.h"
+
+#include <cstring>
+
+// A message of the display server or of the view itself that a hook answers; false for others.
+bool BView::HandleServerMessage(BMessage* message)
+{
+    switch (message->what) {
+        case B_MOUSE_DOWN:
+        case B_MOUSE_UP:
+        case B_MOUSE_MOVED: HandleMouse(message); return true;
+        case B_KEY_DOWN: HandleKeyDown(message); return true;
+        case kMsgFocused: HandleFocused(); return true;
+        case kMsgWidgetChanged: WidgetChanged(message); return true;
+        case B_VIEW_MOVED: FrameMoved(fFrame.LeftTop()); return true;
+        case B_VIEW_RESIZED: FrameResized(fFrame.Width(), fFrame.Height()); return true;
+        default: return false;
+    }
+}
+
+void BView::HandleMouse(BMessage* message)
+{
+    BPoint where;
+    message->FindPoint("where", &where);
+    where += fOrigin;
+    message->ReplacePoint("where", where);
+    int32 transit = B_INSIDE_VIEW;
+    switch (message->what) {
+        case B_MOUSE_DOWN: MouseDown(where); break;
+        case B_MOUSE_UP: MouseUp(where); break;
+        default:
+            message->FindInt32("be:transit", &transit);
+            MouseMoved(where, static_cast<uint32>(transit), nullptr);
+    }
+}
+
+void BView::HandleKeyDown(BMessage* message)
+{
+    const char* bytes = nullptr;
+    if (message->FindString("bytes", &bytes) == B_OK && *bytes)
+        KeyDown(bytes, static_cast<int32>(strlen(bytes)));
+}
+
+void BView::KeyDown(const char* bytes, int32 numBytes)
+{
+    if (fWindow)
+        fWindow->UnusedKeyDown(bytes, numBytes);
+}
+
+// The user has moved the keyboard here. MakeFocus() tells subclasses and keeps the widgets alone,
+// since the user may have gone on meanwhile.
+void BView::HandleFocused()
+{
+    BWindow* window = fWindow;
+    if (IsFocus())
+        return;
+    window->fFocusIsShown = true;
+    MakeFocus(true);
+    window->fFocusIsShown = false;
+}
+
+void BView::TellActivated(bool active)
+{
+    WindowActivated(active);
+    for (int32 i = 0; i < CountChildren(); i++)
+        ChildAt(i)->TellActivated(active);
+}
+
+void BView::MakeFocus(bool focus)
+{
+    CheckLocked();
+    if (!fWindow || focus == IsFocus())
+        return;
+    BView* before = fWindow->fFocus;
+    if (focus && before)
+        before->MakeFocus(false);
+    fWindow->fFocus = focus ? this : nullptr;
+    if (fWindow->fFocusIsShown)
+        return;
+    display::Call([this, focus] {
+        if (focus)
+            fPeer->widget->setFocus();
+        else
+            fPeer->widget->clearFocus();
+    });
+}
+
+bool BView::IsFocus() const
+{
+    return fWindow && fWindow->fFocus == this;
+}
+
+void BView::GetMouse(BPoint* location, uint32* buttons, bool)
+{
+    BPoint where;
+    int32 held = 0;
+    if (fPeer) {
+        WindowLink& window = fPeer->link->Window();
+        MutexLock lock(window.lock);
+        where = window.pointer;
+        held = window.buttons;
+    }
+    if (location)
+        *location = fWindow ? where - OffsetInWindow() : B_ORIGIN;
+    if (buttons)
+        *buttons = static_cast<uint32>(held);
+}
+
+void BView::MessageReceived(BMessage* message)
+{
+    if (message->what != B_MOUSE_WHEEL_CHANGED)
+        return BHandler::MessageReceived(message);
+    ScrollByWheel(*message, B_HORIZONTAL, "be:wheel_delta_x");
+    ScrollByWheel(*message, B_VERTICAL, "be:wheel_delta_y");
+}
+
+// Of this view and those around it the first that has a bar in that direction scrolls.
+void BView::ScrollByWheel(const BMessage& message, orientation direction, const char* field)
+{
+    constexpr float kStepsPerNotch = 3;
+    float notches = 0;
+    if (message.FindFloat(field, &notches) != B_OK || notches == 0)
+        return;
+    const BView* view = this;
+    while (view && !view->ScrollBar(direction))
+        view = view->fParent;
+    if (!view)
+        return;
+    BScrollBar* bar = view->ScrollBar(direction);
+    float step = 0;
+    bar->GetSteps(&step, nullptr);
+    bar->SetValue(bar->Value() + notches * step * kStepsPerNotch);
+}

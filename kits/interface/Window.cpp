@@ -1,0 +1,343 @@
+#include "Window.h"
+
+#include "Button.h"
+#include "Check.h"
+#include "drawing/DrawConnection.h"
+#include "drawing/DrawState.h"
+#include "server/Convert.h"
+#include "server/DisplayServer.h"
+#include "server/Locker.h"
+#include "server/WindowShortcut.h"
+#include "server/WindowWidget.h"
+#include "View.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+window_look LookOf(window_type type)
+{
+    switch (type) {
+        case B_MODAL_WINDOW: return B_MODAL_WINDOW_LOOK;
+        case B_DOCUMENT_WINDOW: return B_DOCUMENT_WINDOW_LOOK;
+        case B_BORDERED_WINDOW: return B_BORDERED_WINDOW_LOOK;
+        case B_FLOATING_WINDOW: return B_FLOATING_WINDOW_LOOK;
+        default: return B_TITLED_WINDOW_LOOK;
+    }
+}
+
+window_feel FeelOf(window_type type)
+{
+    if (type == B_MODAL_WINDOW)
+        return B_MODAL_APP_WINDOW_FEEL;
+    return type == B_FLOATING_WINDOW ? B_FLOATING_APP_WINDOW_FEEL : B_NORMAL_WINDOW_FEEL;
+}
+
+int PixelLimit(float length)
+{
+    return static_cast<int>(std::min(length, 32766.0f)) + 1;
+}
+
+} // namespace
+
+BWindow::BWindow(BRect frame, const char* title, window_type type, uint32 flags, uint32 workspace)
+    : BWindow(frame, title, LookOf(type), FeelOf(type), flags, workspace)
+{
+}
+
+BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel feel, uint32 flags,
+    uint32 workspace)
+    : BLooper(title, B_DISPLAY_PRIORITY), fTitle(title ? title : ""), fFrame(frame), fLook(look),
+      fFeel(feel), fFlags(flags), fWorkspaces(workspace)
+{
+    if (!display::Start())
+        exit(1);
+    SetAskedToQuit(true);
+    fTop = std::make_unique<BView>(
+        frame.OffsetToCopy(0, 0), nullptr, B_FOLLOW_ALL_SIDES, static_cast<uint32>(0));
+    fTop->fIsTop = true;
+    fTop->fWindow = this;
+    AddHandler(fTop.get());
+    MakeWidget();
+}
+
+void BWindow::MakeWidget()
+{
+    fPeer = std::make_unique<WindowPeer>();
+    fPeer->link = std::make_shared<WindowLink>();
+    fPeer->link->window = BMessenger(this, this);
+    display::Call([this] {
+        auto* widget = new WindowWidget(fPeer->link);
+        widget->setWindowTitle(QString::fromStdString(fTitle));
+        widget->setObjectName(QString::fromStdString(fTitle));
+        widget->Place(ToQRect(fFrame), fGeometrySerial);
+        widget->SetKind(fLook, fFeel, fFlags);
+        widget->SetWorkspaces(fWorkspaces);
+        fPeer->widget = widget;
+    });
+    fTop->fPeer = std::make_unique<ViewPeer>();
+    fTop->fPeer->link = std::make_shared<ViewLink>(fPeer->link, BMessenger(fTop.get(), this), 0);
+    fTop->fPeer->widget = fPeer->widget;
+    fTop->ViewColorChanged();
+}
+
+BWindow::~BWindow()
+{
+    fDefaultButton = nullptr;
+    fTop->CallDetached();
+    fTop->LeaveWindow();
+    fConnection.reset();
+    display::Call([widget = fPeer->widget] { delete widget; });
+    fTop.reset();
+}
+
+// --- Showing
+
+void BWindow::Show()
+{
+    const Locker locker(this);
+    if (fHidden > 0 && --fHidden == 0) {
+        display::Call([this] {
+            fPeer->widget->Appear();
+            if (!(fFlags & B_AVOID_FOCUS))
+                fPeer->widget->BringToFront();
+        });
+    }
+    if (!fRunning) {
+        fRunning = true;
+        Run();
+    }
+}
+
+void BWindow::Hide()
+{
+    const Locker locker(this);
+    if (++fHidden == 1)
+        display::Call([this] { fPeer->widget->hide(); });
+}
+
+void BWindow::Minimize(bool minimize)
+{
+    const Locker locker(this);
+    if (fHidden > 0)
+        return;
+    display::Call([this, minimize] {
+        if (minimize)
+            fPeer->widget->showMinimized();
+        else
+            fPeer->widget->showNormal();
+    });
+}
+
+void BWindow::Activate(bool active)
+{
+    const Locker locker(this);
+    if (fHidden > 0)
+        return;
+    display::Call([this, active] {
+        if (active)
+            fPeer->widget->BringToFront();
+        else
+            fPeer->widget->lower();
+    });
+}
+
+// --- Properties
+
+void BWindow::SetTitle(const char* title)
+{
+    const Locker locker(this);
+    fTitle = title ? title : "";
+    SetName(fTitle.c_str());
+    display::Call([this] {
+        fPeer->widget->setWindowTitle(QString::fromStdString(fTitle));
+        fPeer->widget->setObjectName(QString::fromStdString(fTitle));
+    });
+}
+
+status_t BWindow::SetFlags(uint32 flags)
+{
+    const Locker locker(this);
+    fFlags = flags;
+    display::Call([this] { fPeer->widget->SetKind(fLook, fFeel, fFlags); });
+    return B_OK;
+}
+
+bool BWindow::IsModal() const
+{
+    return fFeel == B_MODAL_APP_WINDOW_FEEL || fFeel == B_MODAL_SUBSET_WINDOW_FEEL
+        || fFeel == B_MODAL_ALL_WINDOW_FEEL;
+}
+
+void BWindow::SetWorkspaces(uint32 workspaces)
+{
+    const Locker locker(this);
+    fWorkspaces = workspaces;
+    display::Call([this] { fPeer->widget->SetWorkspaces(fWorkspaces); });
+}
+
+// --- Geometry
+
+void BWindow::MoveTo(BPoint where)
+{
+    const Locker locker(this);
+    Place(fFrame.OffsetToCopy(where.x, where.y));
+}
+
+void BWindow::ResizeTo(float width, float height)
+{
+    const Locker locker(this);
+    Place(Limited(BRect(fFrame.left, fFrame.top, fFrame.left + width, fFrame.top + height)));
+}
+
+BRect BWindow::Limited(BRect frame) const
+{
+    frame.right = frame.left + std::max(std::min(frame.Width(), fMaxWidth), fMinWidth);
+    frame.bottom = frame.top + std::max(std::min(frame.Height(), fMaxHeight), fMinHeight);
+    return frame;
+}
+
+void BWindow::Place(BRect frame)
+{
+    if (frame == fFrame)
+        return;
+    fFrame = frame;
+    fGeometrySerial++;
+    display::Call([this] { fPeer->widget->Place(ToQRect(fFrame), fGeometrySerial); });
+    ResizeViews(frame.Width(), frame.Height());
+}
+
+void BWindow::ResizeViews(float width, float height)
+{
+    std::vector<WidgetPlacement> places;
+    fTop->SetFrame(BRect(0, 0, width, height), places);
+    BView::Apply(places);
+}
+
+void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight)
+{
+    const Locker locker(this);
+    if (minWidth > maxWidth || minHeight > maxHeight)
+        return;
+    fMinWidth = minWidth;
+    fMaxWidth = maxWidth;
+    fMinHeight = minHeight;
+    fMaxHeight = maxHeight;
+    Place(Limited(fFrame));
+    display::Call([this] {
+        fPeer->widget->SetLimits(QSize(PixelLimit(fMinWidth), PixelLimit(fMinHeight)),
+            QSize(PixelLimit(fMaxWidth), PixelLimit(fMaxHeight)));
+    });
+}
+
+void BWindow::GetSizeLimits(
+    float* minWidth, float* maxWidth, float* minHeight, float* maxHeight) const
+{
+    *minWidth = fMinWidth;
+    *maxWidth = fMaxWidth;
+    *minHeight = fMinHeight;
+    *maxHeight = fMaxHeight;
+}
+
+BRect BWindow::ConvertToScreen(BRect rect) const
+{
+    rect.OffsetBy(fFrame.LeftTop());
+    return rect;
+}
+
+BRect BWindow::ConvertFromScreen(BRect rect) const
+{
+    return rect.OffsetByCopy(-fFrame.left, -fFrame.top);
+}
+
+// --- Views
+
+void BWindow::AddChild(BView* child, BView* before)
+{
+    const Locker locker(this);
+    fTop->AddChild(child, before);
+}
+
+bool BWindow::RemoveChild(BView* child)
+{
+    const Locker locker(this);
+    return fTop->RemoveChild(child);
+}
+
+int32 BWindow::CountChildren() const
+{
+    return fTop->CountChildren();
+}
+
+BView* BWindow::ChildAt(int32 index) const
+{
+    return fTop->ChildAt(index);
+}
+
+BView* BWindow::FindView(const char* name) const
+{
+    return fTop->FindView(name);
+}
+
+BView* BWindow::FindView(BPoint where) const
+{
+    BView* found = fTop.get();
+    for (int32 i = found->CountChildren() - 1; i >= 0; i--) { // the last lies on top
+        BView* child = found->ChildAt(i);
+        if (child->fHidden > 0 || !child->Frame().Contains(where))
+            continue;
+        where = child->ConvertFromParent(where);
+        found = child;
+        i = found->CountChildren();
+    }
+    return found == fTop.get() ? nullptr : found;
+}
+
+BView* BWindow::CurrentFocus() const
+{
+    return fFocus;
+}
+
+void BWindow::ViewDetached(BView* view)
+{
+    if (fFocus == view)
+        fFocus = nullptr;
+    if (fDefaultButton == view)
+        fDefaultButton = nullptr;
+}
+
+void BWindow::SetDefaultButton(BButton* button)
+{
+    const Locker locker(this);
+    BButton* before = fDefaultButton;
+    fDefaultButton = button;
+    if (before && before != button)
+        before->ShowDefault(false);
+    if (button)
+        button->ShowDefault(true);
+}
+
+// --- Drawing
+
+void BWindow::Flush() const
+{
+    const_cast<BWindow*>(this)->FlushDrawing();
+}
+
+void BWindow::Sync() const
+{
+    const_cast<BWindow*>(this)->SyncDrawing();
+}
+
+void BWindow::MessageHandled()
+{
+    FlushDrawing();
+}
+
+void BWindow::UpdateIfNeeded()
+{
+    if (find_thread(nullptr) == Thread())
+        HandleUpdate();
+}

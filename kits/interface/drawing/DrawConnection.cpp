@@ -1,0 +1,119 @@
+#include "drawing/DrawConnection.h"
+
+#include "drawing/FontFace.h"
+#include "drawing/XcbReply.h"
+#include "Window.h"
+
+#include <algorithm>
+#include <cstdio>
+
+std::unique_ptr<DrawConnection> DrawConnection::Open()
+{
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    if (xcb_connection_has_error(connection) != 0) {
+        xcb_disconnect(connection);
+        return nullptr;
+    }
+    return std::unique_ptr<DrawConnection>(new DrawConnection(connection));
+}
+
+DrawConnection::DrawConnection(xcb_connection_t* connection) : fXcb(connection)
+{
+    AskForRender();
+}
+
+DrawConnection::~DrawConnection()
+{
+    xcb_disconnect(fXcb); // the server frees what was made on it
+}
+
+void DrawConnection::AskForRender()
+{
+    const xcb_query_extension_reply_t* extension = xcb_get_extension_data(fXcb, &xcb_render_id);
+    if (extension == nullptr || !extension->present) {
+        fprintf(stderr, "No text is drawn: the display lacks <RENDER>\n");
+        return;
+    }
+    const auto versionCookie = xcb_render_query_version(fXcb, 0, 11);
+    const auto formatsCookie = xcb_render_query_pict_formats(fXcb);
+    MakeReply(xcb_render_query_version_reply(fXcb, versionCookie, nullptr));
+    const auto formats =
+        MakeReply(xcb_render_query_pict_formats_reply(fXcb, formatsCookie, nullptr));
+    if (formats == nullptr)
+        return;
+    auto info = xcb_render_query_pict_formats_formats_iterator(formats.get());
+    for (; info.rem != 0; xcb_render_pictforminfo_next(&info)) {
+        if (info.data->type == XCB_RENDER_PICT_TYPE_DIRECT && info.data->depth == 8
+            && info.data->direct.alpha_mask == 0xff)
+            fAlphaFormat = info.data->id;
+    }
+    auto screen = xcb_render_query_pict_formats_screens_iterator(formats.get());
+    for (; screen.rem != 0; xcb_render_pictscreen_next(&screen)) {
+        auto depth = xcb_render_pictscreen_depths_iterator(screen.data);
+        for (; depth.rem != 0; xcb_render_pictdepth_next(&depth)) {
+            const xcb_render_pictvisual_t* visuals = xcb_render_pictdepth_visuals(depth.data);
+            for (int i = 0; i < xcb_render_pictdepth_visuals_length(depth.data); i++)
+                fPictureFormats[visuals[i].visual] = visuals[i].format;
+        }
+    }
+}
+
+const PixelFormat* DrawConnection::FormatOf(xcb_window_t window)
+{
+    const auto attributes = MakeReply(
+        xcb_get_window_attributes_reply(fXcb, xcb_get_window_attributes(fXcb, window), nullptr));
+    if (attributes == nullptr)
+        return nullptr;
+    for (const PixelFormat& format : fFormats) {
+        if (format.Visual() == attributes->visual)
+            return &format;
+    }
+    PixelFormat format(fXcb, attributes->visual);
+    return format.Depth() < 8 ? nullptr : &fFormats.emplace_back(std::move(format));
+}
+
+xcb_render_pictformat_t DrawConnection::PictureFormat(const PixelFormat& format) const
+{
+    const auto found = fPictureFormats.find(format.Visual());
+    return found == fPictureFormats.end() ? 0 : found->second;
+}
+
+GlyphSet* DrawConnection::GlyphsOf(const BFont& font, float scale)
+{
+    FontFace* face = FontFace::Of(font, scale);
+    if (face == nullptr || fAlphaFormat == 0)
+        return nullptr;
+    auto& glyphs = fGlyphs[face];
+    if (glyphs == nullptr)
+        glyphs = std::make_unique<GlyphSet>(fXcb, fAlphaFormat, *face);
+    return glyphs.get();
+}
+
+void DrawConnection::Flush()
+{
+    xcb_flush(fXcb);
+}
+
+void DrawConnection::Sync()
+{
+    MakeReply(xcb_get_input_focus_reply(fXcb, xcb_get_input_focus(fXcb), nullptr));
+    DropErrors();
+}
+
+// Errors of drawables that have gone queue up here, and the display's notes to all its clients.
+void DrawConnection::DropErrors()
+{
+    while (const auto event = MakeReply(xcb_poll_for_event(fXcb))) { }
+}
+
+void BWindow::FlushDrawing()
+{
+    if (fConnection != nullptr)
+        fConnection->Flush();
+}
+
+void BWindow::SyncDrawing()
+{
+    if (fConnection != nullptr)
+        fConnection->Sync();
+}

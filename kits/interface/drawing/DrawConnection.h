@@ -1,0 +1,48 @@
+// A window's own connection to the X server: what its views draw goes out here, in the order it was
+// drawn. All calls with the window's lock. Once the connection has broken, or where a drawable has
+// gone meanwhile, requests do nothing; nothing is ever said about it.
+#pragma once
+
+#include "drawing/GlyphSet.h"
+#include "drawing/PixelFormat.h"
+#include "Font.h"
+
+#include <list>
+#include <map>
+#include <memory>
+#include <xcb/render.h>
+#include <xcb/xcb.h>
+
+class DrawConnection {
+public:
+    // To the display that DISPLAY names; null without one. Waits for a few answers.
+    static std::unique_ptr<DrawConnection> Open();
+    ~DrawConnection();
+    DrawConnection(const DrawConnection&) = delete;
+    DrawConnection& operator=(const DrawConnection&) = delete;
+
+    xcb_connection_t* Xcb() const { return fXcb; }
+    // The format of an X window that is there already; null if it has gone or has
+    // less than eight bits a pixel. Waits.
+    const PixelFormat* FormatOf(xcb_window_t window);
+    // What RENDER calls that format; 0 where it cannot draw text in it.
+    xcb_render_pictformat_t PictureFormat(const PixelFormat& format) const;
+    // The font's glyphs in this size on the server; null where it cannot have any.
+    GlyphSet* GlyphsOf(const BFont& font, float scale);
+
+    // Sends what is buffered; does not wait.
+    void Flush();
+    // Sends it and waits until the server has carried it out.
+    void Sync();
+
+private:
+    explicit DrawConnection(xcb_connection_t* connection);
+    void AskForRender();
+    void DropErrors();
+
+    xcb_connection_t* fXcb;
+    std::list<PixelFormat> fFormats; // contexts keep pointers to them
+    std::map<xcb_visualid_t, xcb_render_pictformat_t> fPictureFormats;
+    xcb_render_pictformat_t fAlphaFormat = 0;
+    std::map<const FontFace*, std::unique_ptr<GlyphSet>> fGlyphs;
+};

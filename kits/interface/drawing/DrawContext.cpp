@@ -1,0 +1,282 @@
+#include "drawing/DrawContext.h"
+
+#include "drawing/DrawConnection.h"
+#include "drawing/DrawState.h"
+
+#include <algorithm>
+#include <bit>
+#include <vector>
+
+namespace {
+
+constexpr int kFarthest = 16383; // the difference of two such still fits the wire's 16 bits
+constexpr uint32 kNoColor = 0xffffffff; // no colour's 24 bits
+constexpr int16 kFullCircle = 360 * 64;
+
+bool Equal(pattern a, pattern b) // in one comparison, unlike its ==
+{
+    return std::bit_cast<uint64>(a) == std::bit_cast<uint64>(b);
+}
+
+uint32 Packed(rgb_color color)
+{
+    return color.red << 16 | color.green << 8 | color.blue;
+}
+
+} // namespace
+
+PixelRect PixelRect::operator&(const PixelRect& other) const
+{
+    return { std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
+        std::min(bottom, other.bottom) };
+}
+
+DrawContext::DrawContext(
+    DrawConnection& connection, xcb_window_t window, const PixelFormat& format, float scale)
+    : fConnection(connection), fXcb(connection.Xcb()), fFormat(format), fScale(scale),
+      fWindow(window), fTarget(window), fGc(xcb_generate_id(fXcb)), fForeground(kNoColor),
+      fBackground(kNoColor), fPictureFormat(connection.PictureFormat(format)),
+      fSourceColor(kNoColor)
+{
+    const uint32 noExposures = 0;
+    xcb_create_gc(fXcb, fGc, fWindow, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
+}
+
+DrawContext::~DrawContext()
+{
+    FreeBuffer();
+    if (fWindowPicture != 0)
+        xcb_render_free_picture(fXcb, fWindowPicture);
+    if (fColorSource != 0)
+        xcb_render_free_picture(fXcb, fColorSource);
+    if (fInvertGc != 0)
+        xcb_free_gc(fXcb, fInvertGc);
+    xcb_free_gc(fXcb, fGc);
+}
+
+// Not lrint(), which takes halves to even numbers: what scrolls must not change its shape.
+int16 DrawContext::Nearest(double position)
+{
+    if (!(position > -kFarthest)) // NaN is here as well
+        return -kFarthest;
+    if (position >= kFarthest)
+        return kFarthest;
+    return static_cast<int16>(static_cast<int>(position + kFarthest + 1.5) - (kFarthest + 1));
+}
+
+int16 DrawContext::PenX(float x) const
+{
+    return Nearest((static_cast<double>(x) - fBounds.left + 0.5) * fScale - 0.5);
+}
+
+int16 DrawContext::PenY(float y) const
+{
+    return Nearest((static_cast<double>(y) - fBounds.top + 0.5) * fScale - 0.5);
+}
+
+PixelRect DrawContext::Area(BRect rect) const
+{
+    const auto [left, right] = std::minmax(rect.left, rect.right);
+    const auto [top, bottom] = std::minmax(rect.top, rect.bottom);
+    const auto edge = [this](float position, float origin, int outside) {
+        return Nearest((static_cast<double>(position) - origin + outside) * fScale);
+    };
+    return { edge(left, fBounds.left, 0), edge(top, fBounds.top, 0), edge(right, fBounds.left, 1),
+        edge(bottom, fBounds.top, 1) };
+}
+
+void DrawContext::SetForeground(rgb_color color)
+{
+    const uint32 packed = Packed(color);
+    if (packed == fForeground)
+        return;
+    fForeground = packed;
+    const uint32 pixel = fFormat.PixelFor(color);
+    xcb_change_gc(fXcb, fGc, XCB_GC_FOREGROUND, &pixel);
+}
+
+void DrawContext::SetFillStyle(uint32 style)
+{
+    if (style == fFillStyle)
+        return;
+    fFillStyle = style;
+    xcb_change_gc(fXcb, fGc, XCB_GC_FILL_STYLE, &style);
+}
+
+bool DrawContext::Prepare(const DrawState& state, pattern p)
+{
+    if (Equal(p, B_SOLID_HIGH)) [[likely]] {
+        SetForeground(state.highColor);
+        SetFillStyle(XCB_FILL_STYLE_SOLID);
+        return true;
+    }
+    if (Equal(p, B_SOLID_LOW)) {
+        SetForeground(state.lowColor);
+        SetFillStyle(XCB_FILL_STYLE_SOLID);
+        return state.mode != B_OP_OVER;
+    }
+    SetPattern(state, p);
+    return true;
+}
+
+// Patterns stay where they are in the view when it scrolls.
+void DrawContext::SetPattern(const DrawState& state, pattern p)
+{
+    SetForeground(state.highColor);
+    if (Packed(state.lowColor) != fBackground) {
+        fBackground = Packed(state.lowColor);
+        const uint32 pixel = fFormat.PixelFor(state.lowColor);
+        xcb_change_gc(fXcb, fGc, XCB_GC_BACKGROUND, &pixel);
+    }
+    if (!Equal(p, fStipple))
+        SetStipple(p);
+    if (fBounds.LeftTop() != fStippleOrigin) {
+        fStippleOrigin = fBounds.LeftTop();
+        const PixelRect origin = Area(BRect(0, 0, 0, 0));
+        const uint32 values[] = { static_cast<uint32>(origin.left),
+            static_cast<uint32>(origin.top) };
+        xcb_change_gc(
+            fXcb, fGc, XCB_GC_TILE_STIPPLE_ORIGIN_X | XCB_GC_TILE_STIPPLE_ORIGIN_Y, values);
+    }
+    SetFillStyle(
+        state.mode == B_OP_OVER ? XCB_FILL_STYLE_STIPPLED : XCB_FILL_STYLE_OPAQUE_STIPPLED);
+}
+
+void DrawContext::SetStipple(pattern p)
+{
+    std::vector<xcb_point_t> points;
+    for (int16 y = 0; y < 8; y++) {
+        for (int16 x = 0; x < 8; x++) {
+            if ((p.data[y] & 0x80 >> x) != 0)
+                points.push_back({ x, y });
+        }
+    }
+    const xcb_pixmap_t bits = xcb_generate_id(fXcb);
+    const xcb_gcontext_t gc = xcb_generate_id(fXcb);
+    xcb_create_pixmap(fXcb, 1, bits, fWindow, 8, 8);
+    const uint32 zero = 0;
+    xcb_create_gc(fXcb, gc, bits, XCB_GC_FOREGROUND, &zero);
+    const xcb_rectangle_t all { 0, 0, 8, 8 };
+    xcb_poly_fill_rectangle(fXcb, bits, gc, 1, &all);
+    const uint32 one = 1;
+    xcb_change_gc(fXcb, gc, XCB_GC_FOREGROUND, &one);
+    xcb_poly_point(fXcb, XCB_COORD_MODE_ORIGIN, bits, gc, points.size(), points.data());
+    xcb_change_gc(fXcb, fGc, XCB_GC_STIPPLE, &bits);
+    xcb_free_gc(fXcb, gc);
+    xcb_free_pixmap(fXcb, bits); // the view's GC keeps the bits
+    fStipple = p;
+}
+
+bool DrawContext::PrepareStroke(const DrawState& state, pattern p)
+{
+    const float width = state.penSize * fScale;
+    SetLineWidth(width < 1.5f ? 0 : std::min(static_cast<int>(width + 0.5f), kFarthest));
+    return Prepare(state, p);
+}
+
+void DrawContext::SetLineWidth(int32 width)
+{
+    if (width == fLineWidth)
+        return;
+    fLineWidth = width;
+    const uint32 values[] = { static_cast<uint32>(width),
+        width == 0 ? XCB_CAP_STYLE_BUTT : XCB_CAP_STYLE_PROJECTING }; // both draw the end points
+    xcb_change_gc(fXcb, fGc, XCB_GC_LINE_WIDTH | XCB_GC_CAP_STYLE, values);
+}
+
+void DrawContext::StrokeLine(const DrawState& state, BPoint from, BPoint to, pattern p)
+{
+    if (!PrepareStroke(state, p))
+        return;
+    const xcb_segment_t line { PenX(from.x), PenY(from.y), PenX(to.x), PenY(to.y) };
+    xcb_poly_segment(fXcb, fTarget, fGc, 1, &line);
+}
+
+// The rectangle's corners in order, for the shapes that the server wants by position and size. Of
+// those without width or height it draws nothing: they are a line, drawn here, and false returned.
+bool DrawContext::StrokeBox(BRect rect, xcb_rectangle_t& box)
+{
+    const auto [left, right] = std::minmax({ PenX(rect.left), PenX(rect.right) });
+    const auto [top, bottom] = std::minmax({ PenY(rect.top), PenY(rect.bottom) });
+    if (left == right || top == bottom) [[unlikely]] {
+        const xcb_segment_t line { left, top, right, bottom };
+        xcb_poly_segment(fXcb, fTarget, fGc, 1, &line);
+        return false;
+    }
+    box = { left, top, static_cast<uint16>(right - left), static_cast<uint16>(bottom - top) };
+    return true;
+}
+
+void DrawContext::StrokeRect(const DrawState& state, BRect rect, pattern p)
+{
+    xcb_rectangle_t box;
+    if (PrepareStroke(state, p) && StrokeBox(rect, box))
+        xcb_poly_rectangle(fXcb, fTarget, fGc, 1, &box);
+}
+
+void DrawContext::StrokeEllipse(const DrawState& state, BRect rect, pattern p)
+{
+    xcb_rectangle_t box;
+    if (!PrepareStroke(state, p) || !StrokeBox(rect, box))
+        return;
+    const xcb_arc_t ellipse { box.x, box.y, box.width, box.height, 0, kFullCircle };
+    xcb_poly_arc(fXcb, fTarget, fGc, 1, &ellipse);
+}
+
+void DrawContext::StrokeTriangle(const DrawState& state, BPoint a, BPoint b, BPoint c, pattern p)
+{
+    if (!PrepareStroke(state, p))
+        return;
+    const xcb_point_t points[] = { { PenX(a.x), PenY(a.y) }, { PenX(b.x), PenY(b.y) },
+        { PenX(c.x), PenY(c.y) }, { PenX(a.x), PenY(a.y) } };
+    xcb_poly_line(fXcb, XCB_COORD_MODE_ORIGIN, fTarget, fGc, 4, points);
+}
+
+void DrawContext::FillArea(const PixelRect& area)
+{
+    const xcb_rectangle_t rectangle { static_cast<int16>(area.left), static_cast<int16>(area.top),
+        static_cast<uint16>(area.Width()), static_cast<uint16>(area.Height()) };
+    xcb_poly_fill_rectangle(fXcb, fTarget, fGc, 1, &rectangle);
+}
+
+void DrawContext::FillRect(const DrawState& state, BRect rect, pattern p)
+{
+    if (Prepare(state, p))
+        FillArea(Area(rect));
+}
+
+void DrawContext::FillEllipse(const DrawState& state, BRect rect, pattern p)
+{
+    if (!Prepare(state, p))
+        return;
+    const PixelRect area = Area(rect);
+    if (area.Width() <= 2 || area.Height() <= 2) { // the server's would have holes
+        FillArea(area);
+        return;
+    }
+    const xcb_arc_t ellipse { static_cast<int16>(area.left), static_cast<int16>(area.top),
+        static_cast<uint16>(area.Width()), static_cast<uint16>(area.Height()), 0, kFullCircle };
+    xcb_poly_fill_arc(fXcb, fTarget, fGc, 1, &ellipse);
+}
+
+void DrawContext::FillTriangle(const DrawState& state, BPoint a, BPoint b, BPoint c, pattern p)
+{
+    if (!Prepare(state, p))
+        return;
+    const xcb_point_t points[] = { { PenX(a.x), PenY(a.y) }, { PenX(b.x), PenY(b.y) },
+        { PenX(c.x), PenY(c.y) } };
+    xcb_fill_poly(fXcb, fTarget, fGc, XCB_POLY_SHAPE_CONVEX, XCB_COORD_MODE_ORIGIN, 3, points);
+}
+
+void DrawContext::InvertRect(BRect rect)
+{
+    if (fInvertGc == 0) {
+        fInvertGc = xcb_generate_id(fXcb);
+        const uint32 values[] = { XCB_GX_XOR, fFormat.InvertMask() };
+        xcb_create_gc(fXcb, fInvertGc, fWindow, XCB_GC_FUNCTION | XCB_GC_FOREGROUND, values);
+    }
+    const PixelRect area = Area(rect);
+    const xcb_rectangle_t rectangle { static_cast<int16>(area.left), static_cast<int16>(area.top),
+        static_cast<uint16>(area.Width()), static_cast<uint16>(area.Height()) };
+    xcb_poly_fill_rectangle(fXcb, fTarget, fInvertGc, 1, &rectangle);
+}

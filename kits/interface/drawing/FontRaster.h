@@ -1,0 +1,12 @@
+// Glyph pictures and measures from the toolkit's fonts. Only on the display server's thread.
+#pragma once
+
+#include "drawing/FontFace.h"
+
+// Pixels of a view unit.
+[[nodiscard]] float MainScreenScale();
+// In pixels.
+[[nodiscard]] font_height MeasureFont(const FontRequest& request);
+// One picture for each of the characters, in their order.
+[[nodiscard]] std::vector<GlyphImage> RasterizeGlyphs(
+    const FontRequest& request, const std::vector<uint32>& characters);

@@ -1,0 +1,322 @@
+#include "server/DisplayServer.h"
+
+#include "Check.h"
+#include "CursorState.h"
+#include "KillGuard.h"
+#include "server/ServerCursor.h"
+
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <QApplication>
+#include <QSocketNotifier>
+#include <QWidget>
+#include <sys/eventfd.h>
+#include <thread>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+namespace display {
+namespace {
+
+thread_local bool tIsServer = false;
+
+// A thread that waits for its job. On that thread's stack.
+struct Waiter {
+    Condition changed;
+    bool ended = false;
+    bool ran = false;
+};
+
+struct Job {
+    std::function<void()> run;
+    Waiter* waiter = nullptr;
+};
+
+class Server {
+public:
+    bool Start();
+    bool RunAndWait(const std::function<void()>& run);
+    bool RunLater(std::function<void()> run);
+    // Ends the thread. kApplication: Qt's static parts may have gone already, so QApplication
+    // stays as it is.
+    enum class Leave { kNothing, kApplication };
+    void Stop(Leave leave);
+
+private:
+    enum class State { kIdle, kStarting, kRunning, kStopped };
+
+    void Main();
+    void Serve();
+    void Launch();
+    void RunJobs();
+    bool RunOne();
+    void Enqueue(Job job) REQUIRES(fLock);
+    Leave DropJobs();
+
+    Mutex fLock; // leaf
+    Condition fStateChanged;
+    State fState GUARDED_BY(fLock) = State::kIdle;
+    std::deque<Job> fJobs GUARDED_BY(fLock);
+    Leave fLeave GUARDED_BY(fLock) = Leave::kNothing;
+    bool fToldNoDisplay GUARDED_BY(fLock) = false;
+    int fWakeUp = -1; // an eventfd: Qt's loop sees it, and so does ThreadSanitizer
+    std::thread fThread;
+};
+
+Server& TheServer()
+{
+    // Never destroyed: threads that are still running at the end may yet ask it for something.
+    static Server& server = *new Server;
+    return server;
+}
+
+// Qt ends the program where it finds no display; this asks first.
+bool ProbeDisplay()
+{
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    const bool works = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return works;
+}
+
+void TellNoDisplay()
+{
+    const char* name = getenv("DISPLAY");
+    if (name && *name)
+        fprintf(stderr, "Cannot open display <%s>\n", name);
+    else
+        fprintf(stderr, "No display: DISPLAY is not set\n");
+}
+
+// The main thread's own objects end before all that is static, Qt's parts included: the one moment
+// of a normal exit at which QApplication can still be taken down.
+class MainThreadEnd {
+public:
+    ~MainThreadEnd() { TheServer().Stop(Server::Leave::kNothing); }
+};
+
+void WatchMainThread()
+{
+    if (gettid() == getpid())
+        static thread_local const MainThreadEnd end;
+}
+
+// For exit() elsewhere. Qt calls it on the server's own thread when the display has gone.
+void AtExit(int status, void*)
+{
+    if (tIsServer) {
+        fflush(nullptr);
+        _exit(status);
+    }
+    TheServer().Stop(Server::Leave::kApplication);
+}
+
+bool Server::Start()
+{
+    if (tIsServer)
+        return true;
+    WatchMainThread();
+    const KillGuard guard;
+    MutexLock lock(fLock);
+    while (fState == State::kStarting)
+        fStateChanged.wait(fLock);
+    if (fState != State::kIdle)
+        return fState == State::kRunning;
+    if (!ProbeDisplay()) {
+        if (!fToldNoDisplay)
+            TellNoDisplay();
+        fToldNoDisplay = true;
+        return false;
+    }
+    fState = State::kStarting;
+    Launch();
+    while (fState == State::kStarting)
+        fStateChanged.wait(fLock);
+    return true;
+}
+
+void Server::Launch()
+{
+    fWakeUp = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    // Signals are for the program's own threads.
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    fThread = std::thread([this] { Main(); });
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+QApplication* MakeApplication()
+{
+    QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+    // Qt keeps references to these.
+    static char platform[] = "-platform";
+    static char xcb[] = "xcb";
+    static char* arguments[] = { program_invocation_short_name, platform, xcb, nullptr };
+    static int count = 3;
+    auto* application = new QApplication(count, arguments);
+    setlocale(LC_NUMERIC, "C"); // Qt has set the user's; files must not depend on it
+    QFont font = QApplication::font();
+    font.setPixelSize(12);
+    QApplication::setFont(font);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return application;
+}
+
+void Server::Main()
+{
+    tIsServer = true;
+    pthread_setname_np(pthread_self(), "display server");
+    static QApplication* application = nullptr; // it may have to stay
+    application = MakeApplication();
+    Serve();
+    if (DropJobs() == Leave::kApplication)
+        return;
+    while (!QApplication::topLevelWidgets().isEmpty())
+        delete QApplication::topLevelWidgets().first();
+    delete application;
+}
+
+void Server::Serve()
+{
+    QSocketNotifier wakeUp(fWakeUp, QSocketNotifier::Read);
+    QObject::connect(&wakeUp, &QSocketNotifier::activated, [this] { RunJobs(); });
+    SetCursorHook(CursorChanged);
+    on_exit(AtExit, nullptr); // after all that Qt has registered so far
+    {
+        MutexLock lock(fLock);
+        fState = State::kRunning;
+        fStateChanged.notify_all();
+    }
+    QApplication::exec();
+    SetCursorHook(nullptr);
+}
+
+// Called by the wake-up notifier, also in nested loops of Qt's. A limit, so that a flood of jobs
+// does not shut out the user's input.
+void Server::RunJobs()
+{
+    eventfd_t count = 0;
+    eventfd_read(fWakeUp, &count);
+    for (int jobs = 0; jobs < 64; jobs++) {
+        if (!RunOne())
+            return;
+    }
+    eventfd_write(fWakeUp, 1);
+}
+
+bool Server::RunOne()
+{
+    Job job;
+    {
+        MutexLock lock(fLock);
+        if (fState == State::kStopped)
+            QCoreApplication::quit();
+        if (fJobs.empty())
+            return false;
+        job = std::move(fJobs.front());
+        fJobs.pop_front();
+    }
+    job.run();
+    if (job.waiter) {
+        MutexLock lock(fLock);
+        job.waiter->ended = job.waiter->ran = true;
+        job.waiter->changed.notify_one(); // locked: the waiter is gone right after
+    }
+    return true;
+}
+
+Server::Leave Server::DropJobs()
+{
+    MutexLock lock(fLock);
+    fState = State::kStopped;
+    for (Job& job : fJobs) {
+        if (job.waiter) {
+            job.waiter->ended = true;
+            job.waiter->changed.notify_one();
+        }
+    }
+    fJobs.clear();
+    return fLeave;
+}
+
+void Server::Enqueue(Job job)
+{
+    const bool wasEmpty = fJobs.empty();
+    fJobs.push_back(std::move(job));
+    if (wasEmpty)
+        eventfd_write(fWakeUp, 1);
+}
+
+bool Server::RunAndWait(const std::function<void()>& run)
+{
+    if (tIsServer) {
+        run();
+        return true;
+    }
+    const KillGuard guard;
+    if (!Start())
+        return false;
+    Waiter waiter;
+    MutexLock lock(fLock);
+    if (fState != State::kRunning)
+        return false;
+    Enqueue({ [&run] { run(); }, &waiter });
+    while (!waiter.ended)
+        waiter.changed.wait(fLock);
+    return waiter.ran;
+}
+
+bool Server::RunLater(std::function<void()> run)
+{
+    const KillGuard guard;
+    if (!Start())
+        return false;
+    MutexLock lock(fLock);
+    if (fState != State::kRunning)
+        return false;
+    Enqueue({ std::move(run), nullptr });
+    return true;
+}
+
+void Server::Stop(Leave leave)
+{
+    {
+        MutexLock lock(fLock);
+        if (fState != State::kRunning)
+            return;
+        fState = State::kStopped;
+        fLeave = leave;
+        eventfd_write(fWakeUp, 1);
+    }
+    fThread.join();
+    close(fWakeUp);
+}
+
+} // namespace
+
+bool Start()
+{
+    return TheServer().Start();
+}
+
+bool OnServerThread()
+{
+    return tIsServer;
+}
+
+bool RunAndWait(const std::function<void()>& job)
+{
+    return TheServer().RunAndWait(job);
+}
+
+bool RunLater(std::function<void()> job)
+{
+    return TheServer().RunLater(std::move(job));
+}
+
+} // namespace display

@@ -1,0 +1,51 @@
+// The display server: one private thread that owns QApplication and every widget. It starts with
+// its first use and ends with the program. It never waits for any other thread, so any thread, with
+// whatever locks of loopers it holds, may wait for it.
+//
+//   not started --Start()--> running --exit()--> stopped
+//
+// Once stopped, a Call runs nothing and returns an empty value.
+#pragma once
+
+#include "Mutex.h"
+
+#include <functional>
+#include <memory>
+#include <type_traits>
+
+namespace display {
+
+// Starts the server unless it runs. False, after one line on standard error for the whole program,
+// where there is no display; callable again.
+bool Start();
+
+bool OnServerThread();
+
+// The parts of Call and Post that are not templates. job is run once, or not at all if the server
+// is stopped; RunAndWait() waits for it. Both start the server; false if the job never runs.
+bool RunAndWait(const std::function<void()>& job);
+bool RunLater(std::function<void()> job);
+
+// Runs f on the server's thread, in order with all other calls, and returns its value: an empty one
+// where there is no display. Not a kill point. From the server's own thread f runs at once.
+template <typename F>
+auto Call(F&& f)
+{
+    typedef std::invoke_result_t<F> Result;
+    if constexpr (std::is_void_v<Result>) {
+        RunAndWait([&f] { f(); });
+    } else {
+        Result result {};
+        RunAndWait([&f, &result] { result = f(); });
+        return result;
+    }
+}
+
+// Runs f on the server's thread some time, in order with all other calls.
+template <typename F>
+void Post(F&& f)
+{
+    RunLater(std::function<void()>(std::forward<F>(f)));
+}
+
+} // namespace display

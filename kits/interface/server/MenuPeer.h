@@ -1,0 +1,14 @@
+// A menu's widget, and its items' actions by their ids. On the display server only.
+#pragma once
+
+#include "server/ViewPeer.h"
+
+#include <QAction>
+
+#include <map>
+
+struct MenuPeer {
+    std::shared_ptr<ViewLink> link; // made with the peer; the rest by the server
+    QWidget* widget = nullptr; // QMenu or QMenuBar
+    std::map<int32, QAction*> actions;
+};

@@ -1,0 +1,49 @@
+#include "server/ServerCursor.h"
+
+#include "AppDefs.h"
+#include "CursorState.h"
+#include "server/DisplayServer.h"
+
+#include <QBitmap>
+#include <QCursor>
+#include <QGuiApplication>
+
+#include <cstring>
+
+namespace {
+
+constexpr int kSize = 16;
+constexpr int kImageOffset = 4; // after size, depth and hot spot
+constexpr int kMaskOffset = kImageOffset + kSize * 2;
+
+QBitmap BitmapOf(const uint8* rows)
+{
+    return QBitmap::fromData(QSize(kSize, kSize), rows, QImage::Format_Mono);
+}
+
+QCursor CursorOf(const CursorState& state)
+{
+    if (state.isHidden)
+        return QCursor(Qt::BlankCursor);
+    return QCursor(BitmapOf(state.image + kImageOffset), BitmapOf(state.image + kMaskOffset),
+        state.image[3], state.image[2]);
+}
+
+bool IsNormalPointer(const CursorState& state)
+{
+    return !state.isHidden
+        && (!state.isSet || memcmp(state.image, B_HAND_CURSOR, sizeof state.image) == 0);
+}
+
+} // namespace
+
+void CursorChanged()
+{
+    display::Post([] {
+        const CursorState state = CurrentCursor();
+        if (QGuiApplication::overrideCursor())
+            QGuiApplication::restoreOverrideCursor();
+        if (!IsNormalPointer(state))
+            QGuiApplication::setOverrideCursor(CursorOf(state));
+    });
+}

@@ -1,0 +1,95 @@
+#include "server/TextWidget.h"
+
+#include "Message.h"
+#include "server/Convert.h"
+#include "server/ServerMessages.h"
+
+#include <algorithm>
+#include <cmath>
+#include <QScrollBar>
+#include <QTextBlock>
+
+TextWidget::TextWidget(std::shared_ptr<ViewLink> link, QWidget* parent)
+    : QTextEdit(parent), fLink(std::move(link))
+{
+    setAcceptRichText(false);
+    setFrameStyle(QFrame::NoFrame);
+    setTabChangesFocus(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    document()->setDocumentMargin(0);
+    for (QScrollBar* bar : { horizontalScrollBar(), verticalScrollBar() }) {
+        connect(bar, &QScrollBar::valueChanged, this, [this] { Report(); });
+        connect(bar, &QScrollBar::rangeChanged, this, [this] { Report(); });
+    }
+}
+
+void TextWidget::SetTextRect(BRect rect, QSize view)
+{
+    const QRect text = ToQRect(rect);
+    setViewportMargins(std::max(text.left(), 0), std::max(text.top(), 0),
+        std::max(view.width() - text.right() - 1, 0),
+        std::max(view.height() - text.bottom() - 1, 0));
+}
+
+void TextWidget::SetManners(bool editable, bool selectable, bool wraps)
+{
+    Qt::TextInteractionFlags manners = Qt::NoTextInteraction;
+    if (selectable)
+        manners |= Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
+    if (editable)
+        manners |= Qt::TextEditorInteraction;
+    setTextInteractionFlags(manners);
+    setLineWrapMode(wraps ? WidgetWidth : NoWrap);
+    setWordWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+}
+
+void TextWidget::Report()
+{
+    if (fIsQuiet)
+        return;
+    BMessage report(kMsgWidgetChanged);
+    const auto add = [&report](const char* prefix, const QScrollBar& bar) {
+        const std::string name(prefix);
+        report.AddInt32((name + "value").c_str(), bar.value());
+        report.AddInt32((name + "max").c_str(), bar.maximum());
+        report.AddInt32((name + "page").c_str(), bar.pageStep());
+        report.AddInt32((name + "step").c_str(), bar.singleStep());
+    };
+    add("h_", *horizontalScrollBar());
+    add("v_", *verticalScrollBar());
+    fLink->PostLatest(report);
+}
+
+void TextWidget::Scroll(BPoint where)
+{
+    fIsQuiet = true;
+    horizontalScrollBar()->setValue(static_cast<int>(std::lround(where.x)));
+    verticalScrollBar()->setValue(static_cast<int>(std::lround(where.y)));
+    fIsQuiet = false;
+}
+
+int TextWidget::PlaceOf(int32 byteOffset) const
+{
+    const QByteArray text = toPlainText().toUtf8();
+    const auto bytes = std::clamp<qsizetype>(byteOffset, 0, text.size());
+    return static_cast<int>(QString::fromUtf8(text.constData(), bytes).size());
+}
+
+int32 TextWidget::ByteOffsetOf(int place) const
+{
+    return static_cast<int32>(toPlainText().left(place).toUtf8().size());
+}
+
+void TextWidget::SelectBytes(int32 start, int32 finish)
+{
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(PlaceOf(start));
+    cursor.setPosition(PlaceOf(std::max(start, finish)), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
+int TextWidget::TextHeight() const
+{
+    return static_cast<int>(std::ceil(document()->size().height()));
+}

@@ -1,0 +1,106 @@
+#include "server/ViewEvents.h"
+
+#include "InterfaceDefs.h"
+#include "server/Convert.h"
+#include "server/InputMessages.h"
+#include "server/ServerMessages.h"
+
+#include <QAbstractScrollArea>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+ViewEvents::ViewEvents(std::shared_ptr<ViewLink> link, Kind kind, QWidget* widget)
+    : QObject(widget), fLink(std::move(link)), fKind(kind), fWidget(widget)
+{
+    fWidget->installEventFilter(this);
+    fWidget->setMouseTracking(true);
+    if (auto* area = qobject_cast<QAbstractScrollArea*>(widget)) {
+        area->viewport()->installEventFilter(this);
+        area->viewport()->setMouseTracking(true);
+    }
+}
+
+bool ViewEvents::eventFilter(QObject*, QEvent* event)
+{
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseMove: KeepPointer(*static_cast<QMouseEvent*>(event)); break;
+        case QEvent::FocusIn: fLink->Post(BMessage(kMsgFocused)); break;
+        default: break;
+    }
+    return fKind == Kind::kView && HandleForView(event);
+}
+
+bool ViewEvents::HandleForView(QEvent* event)
+{
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+            fLink->Post(MouseMessage(B_MOUSE_DOWN, *static_cast<QMouseEvent*>(event)));
+            return true;
+        case QEvent::MouseButtonDblClick:
+            fLink->Post(MouseMessage(B_MOUSE_DOWN, *static_cast<QMouseEvent*>(event), 2));
+            return true;
+        case QEvent::MouseButtonRelease:
+            fLink->Post(MouseMessage(B_MOUSE_UP, *static_cast<QMouseEvent*>(event)));
+            return true;
+        case QEvent::MouseMove: MouseMoved(*static_cast<QMouseEvent*>(event)); return true;
+        case QEvent::Enter: EnteredOrLeft(B_ENTERED_VIEW); return false;
+        case QEvent::Leave: EnteredOrLeft(B_EXITED_VIEW); return false;
+        case QEvent::Wheel:
+            fLink->Post(WheelMessage(*static_cast<QWheelEvent*>(event)));
+            return true;
+        case QEvent::KeyPress: return KeyPressed(*static_cast<QKeyEvent*>(event));
+        default: return false;
+    }
+}
+
+void ViewEvents::KeepPointer(const QMouseEvent& event)
+{
+    WindowLink& window = fLink->Window();
+    const QPointF inWindow = fWidget->window()->mapFromGlobal(event.globalPosition());
+    MutexLock lock(window.lock);
+    window.pointer = FromQPoint(inWindow);
+    window.buttons = ButtonBits(event.buttons());
+}
+
+void ViewEvents::MouseMoved(const QMouseEvent& event)
+{
+    const bool isInside = fWidget->rect().contains(event.position().toPoint());
+    fLink->PostLatest(MovedMessage(FromQPoint(event.position()), FromQPoint(event.globalPosition()),
+        ButtonBits(event.buttons()), isInside ? B_INSIDE_VIEW : B_OUTSIDE_VIEW));
+}
+
+void ViewEvents::EnteredOrLeft(int32 transit)
+{
+    const QPoint screenWhere = QCursor::pos();
+    fLink->Post(MovedMessage(FromQPoint(fWidget->mapFromGlobal(screenWhere)),
+        FromQPoint(screenWhere), ButtonBits(QGuiApplication::mouseButtons()), transit));
+}
+
+// The command key's combinations and keys for a view above go on to the window.
+bool ViewEvents::KeyPressed(const QKeyEvent& event)
+{
+    if (!fWidget->hasFocus() || (event.modifiers() & Qt::ControlModifier))
+        return false;
+    const BMessage message = KeyMessage(event);
+    if (message.HasString("bytes"))
+        fLink->Post(message);
+    return true;
+}
+
+void Equip(ViewPeer& peer, const char* name, ViewEvents::Kind kind)
+{
+    QWidget* widget = peer.widget;
+    widget->setObjectName(QString::fromUtf8(name));
+    const bool isNavigable = (peer.link->flags & B_NAVIGABLE) != 0;
+    if (kind == ViewEvents::Kind::kView)
+        widget->setFocusPolicy(isNavigable ? Qt::TabFocus : Qt::NoFocus);
+    else if (!isNavigable)
+        widget->setFocusPolicy(Qt::NoFocus);
+    new ViewEvents(peer.link, kind, widget);
+}

@@ -1,0 +1,52 @@
+// The top-level widget of a BWindow. It reports to the window and changes nothing by itself.
+#pragma once
+
+#include "InterfaceDefs.h"
+#include "server/ViewPeer.h"
+
+#include <QShortcut>
+#include <QWidget>
+
+#include <map>
+
+class BMessage;
+
+class WindowWidget : public QWidget {
+public:
+    explicit WindowWidget(std::shared_ptr<WindowLink> link);
+
+    // Look, feel and flags as the window manager's hints.
+    void SetKind(window_look look, window_feel feel, uint32 flags);
+    // serial comes with the reports of what follows.
+    void Place(const QRect& geometry, int32 serial);
+    void SetLimits(QSize least, QSize most);
+    void SetWorkspaces(uint32 workspaces);
+    void Appear(); // with its contents where the geometry says
+    void BringToFront();
+    void AddKeys(int32 id, const QKeySequence& keys);
+    void RemoveKeys(int32 id);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void ApplySize();
+    void Report(const BMessage& message) const;
+    void ReportLatest(BMessage message) const;
+
+    const std::shared_ptr<WindowLink> fLink;
+    uint32 fFlags = 0;
+    int32 fSerial = 0;
+    QSize fLeast { 0, 0 };
+    QSize fMost { 32768, 32768 };
+    std::map<int32, QShortcut*> fKeys;
+};
+
+struct WindowPeer {
+    std::shared_ptr<WindowLink> link;
+    WindowWidget* widget = nullptr;
+};

@@ -1,0 +1,138 @@
+#include "TestWindow.h"
+
+#include "Alert.h"
+#include "Button.h"
+#include "Invoker.h"
+#include "TextView.h"
+
+#include <thread>
+
+namespace {
+
+BAlert* Ask(const std::string& text = "Shall it go on?")
+{
+    BAlert* alert = new BAlert("Question", text.c_str(), "Abort", "Perhaps", "Continue",
+        B_WIDTH_AS_USUAL, B_OFFSET_SPACING, B_WARNING_ALERT);
+    alert->SetShortcut(0, B_ESCAPE);
+    alert->SetShortcut(1, 'p');
+    return alert;
+}
+
+// Asks from its own thread when it is sent message 1, with its lock held all the while.
+class AskingWindow : public TestWindow {
+public:
+    using TestWindow::TestWindow;
+    void MessageReceived(BMessage* message) override
+    {
+        if (message->what == 1)
+            fLog->Add("answer " + std::to_string(Ask()->Go()));
+        else
+            TestWindow::MessageReceived(message);
+    }
+};
+
+} // namespace
+
+TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
+{
+    const struct {
+        const char* name;
+        const char* click; // a button's view
+        const char* key;
+        int32 answer;
+    } rows[] = {
+        { "the left button", "_b0_", nullptr, 0 },
+        { "the middle button", "_b1_", nullptr, 1 },
+        { "the right button", "_b2_", nullptr, 2 },
+        { "Enter: the default, the right one", nullptr, "Return", 2 },
+        { "Escape", nullptr, "Escape", 0 },
+        { "a letter", nullptr, "p", 1 },
+        { "the capital letter", nullptr, "shift+p", 1 },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        int32 answer = -2;
+        std::thread asker([&] { answer = Ask()->Go(); });
+        EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+        if (row.click) {
+            EXPECT_TRUE(screen::Click(row.click, "Question"));
+        } else {
+            screen::Key(row.key);
+        }
+        asker.join();
+        EXPECT_EQ(answer, row.answer);
+        EXPECT_TRUE(screen::WaitFor([] { return !screen::Find("Question").exists; }));
+    }
+}
+
+TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeld)
+{
+    AskingWindow* asking = new AskingWindow(fLog, BRect(20, 40, 119, 139), "Asking");
+    const BMessenger target(asking);
+    asking->Show();
+    asking->PostMessage(1);
+    EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+    screen::Key("Return");
+    EXPECT_TRUE(fLog->WaitFor("answer 2"));
+    asking->Lock();
+    asking->Quit();
+}
+
+TEST_F(WindowTest, AnAlertThatNobodyWaitsForSendsItsAnswer)
+{
+    Show();
+    Ask()->Go(new BInvoker(new BMessage(30), BMessenger(fWindow)));
+    EXPECT_TRUE(screen::Click("_b1_", "Question"));
+    EXPECT_TRUE(fLog->WaitFor("30"));
+}
+
+TEST_F(WindowTest, AnAlertThatIsQuitAnswersMinusOne)
+{
+    BMessenger target;
+    int32 answer = -2;
+    std::thread asker([&] {
+        BAlert* alert = Ask();
+        target = BMessenger(alert);
+        answer = alert->Go();
+    });
+    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("Question").exists; }));
+    EXPECT_EQ(target.SendMessage(B_QUIT_REQUESTED), B_OK);
+    asker.join();
+    EXPECT_EQ(answer, -1);
+}
+
+TEST_F(WindowTest, AnAlertHasRoomForItsTextHoweverLongItIs)
+{
+    for (int words : { 1, 60, 1000, 20000 }) {
+        SCOPED_TRACE(words);
+        std::string text;
+        for (int i = 0; i < words; i++)
+            text += "word ";
+        BAlert* alert = Ask(text);
+        BTextView* view = alert->TextView();
+        const bool scrolls = view->ScrollBar(B_VERTICAL) != nullptr;
+        EXPECT_EQ(scrolls, words == 20000);
+        EXPECT_TRUE(scrolls || view->TextHeight() <= view->Bounds().Height() + 1);
+        EXPECT_LT(alert->Bounds().Width(), 1024);
+        EXPECT_LT(alert->Bounds().Height(), 768);
+        const BRect inWindow = view->ConvertToScreen(view->Bounds());
+        for (int32 i = 0; i < 3; i++) {
+            const BRect button = alert->ButtonAt(i)->Frame();
+            EXPECT_TRUE(alert->Bounds().Contains(button));
+            EXPECT_GT(button.top, inWindow.bottom - alert->Frame().top);
+        }
+        EXPECT_EQ(alert->ButtonAt(3), nullptr);
+        alert->Quit(); // never shown, so still locked by this thread
+    }
+}
+
+TEST_F(WindowTest, AnAlertCanBeEnlargedForMoreViewsUnderItsText)
+{
+    BAlert* alert = Ask();
+    const BRect text = alert->TextView()->Frame();
+    const float buttonTop = alert->ButtonAt(0)->Frame().top;
+    alert->ResizeBy(50, 100);
+    EXPECT_EQ(alert->TextView()->Frame(), BRect(text.left, text.top, text.right + 50, text.bottom));
+    EXPECT_EQ(alert->ButtonAt(0)->Frame().top, buttonTop + 100);
+    alert->Quit();
+}

@@ -1,0 +1,201 @@
+#include "TestWindow.h"
+
+#include <cstdlib>
+#include <thread>
+#include <xcb/xcb.h>
+
+namespace {
+
+std::string Decimal(float value)
+{
+    return std::to_string(static_cast<int>(value));
+}
+
+// Counts the views' updates.
+class CountingView : public BView {
+public:
+    explicit CountingView(BRect frame) : BView(frame, "counting", B_FOLLOW_ALL_SIDES, B_WILL_DRAW)
+    {
+    }
+    void Draw(BRect) override
+    {
+        SetHighColor(200, 0, 0);
+        FillRect(Bounds());
+        draws++;
+    }
+    void MouseMoved(BPoint, uint32, const BMessage*) override { moves++; }
+
+    int draws = 0;
+    int moves = 0;
+};
+
+} // namespace
+
+TEST_F(WindowTest, StandsWhereItsFrameSays)
+{
+    Show();
+    EXPECT_TRUE(
+        screen::WaitFor([] { return screen::Find("Test").frame == BRect(200, 150, 499, 349); }));
+    fWindow->MoveTo(320, 240);
+    fWindow->ResizeTo(199, 99);
+    const BRect moved(320, 240, 519, 339);
+    EXPECT_EQ(fWindow->Frame(), moved);
+    EXPECT_TRUE(screen::WaitFor([&] { return screen::Find("Test").frame == moved; }));
+    EXPECT_EQ(Locked([&] { return fWindow->Frame(); }), moved);
+}
+
+TEST_F(WindowTest, TheUsersMovesAndSizesArriveInFrameAndViews)
+{
+    BView* view = new BView(fWindow->Bounds(), "all", B_FOLLOW_ALL_SIDES, 0);
+    fWindow->AddChild(view);
+    Show();
+    const int moves = Locked([&] { return fWindow->fMoves; });
+    ASSERT_EQ(system("wmctrl -r Test -e 0,300,220,400,300"), 0);
+    ASSERT_TRUE(screen::WaitFor(
+        [&] { return Locked([&] { return fWindow->Bounds(); }) == BRect(0, 0, 399, 299); }));
+    EXPECT_EQ(Locked([&] { return view->Frame(); }), BRect(0, 0, 399, 299));
+    EXPECT_TRUE(screen::WaitFor(
+        [&] { return Locked([&] { return fWindow->Frame(); }) == screen::Find("Test").frame; }));
+    EXPECT_GT(Locked([&] { return fWindow->fMoves; }), moves);
+}
+
+TEST_F(WindowTest, OneThatMayNotBeResizedKeepsItsSizeAndTheProgramMayChangeIt)
+{
+    fWindow->SetFlags(
+        B_NOT_MOVABLE | B_NOT_RESIZABLE | B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE);
+    EXPECT_EQ(fWindow->Flags(), 0x4063u);
+    Show();
+    EXPECT_EQ(system("wmctrl -r Test -e 0,-1,-1,400,300"), 0);
+    screen::Key("alt+F4"); // not closable either
+    fWindow->ResizeTo(219, 119);
+    EXPECT_TRUE(screen::WaitFor([] {
+        const BRect frame = screen::Find("Test").frame;
+        return frame.Width() == 219 && frame.Height() == 119;
+    }));
+    EXPECT_EQ(fWindow->Bounds(), BRect(0, 0, 219, 119));
+    EXPECT_EQ(fLog->Events(), std::vector<std::string>());
+}
+
+TEST_F(WindowTest, TheCloseBoxAndItsKeysAskAndARefusalKeepsTheWindow)
+{
+    Show();
+    ASSERT_EQ(system("wmctrl -c Test"), 0);
+    EXPECT_TRUE(fLog->WaitForCount(1));
+    screen::Key("alt+F4");
+    EXPECT_TRUE(fLog->WaitForCount(2));
+    screen::Key("ctrl+w");
+    EXPECT_TRUE(fLog->WaitForCount(3));
+    EXPECT_EQ(fLog->Events(), std::vector<std::string>(3, "quit requested"));
+    EXPECT_TRUE(screen::Find("Test").exists);
+    Locked([&] { return fWindow->fMayQuit = true; });
+    screen::Key("ctrl+w");
+    EXPECT_TRUE(screen::WaitFor([&] { return !fTarget.IsValid(); }));
+    EXPECT_FALSE(screen::Find("Test").exists);
+}
+
+TEST_F(WindowTest, HidesAsOftenAsItIsShown)
+{
+    Show();
+    fWindow->Hide();
+    fWindow->Hide();
+    fWindow->Show();
+    EXPECT_TRUE(fWindow->IsHidden());
+    EXPECT_FALSE(screen::Find("Test").exists);
+    fWindow->Show();
+    EXPECT_FALSE(fWindow->IsHidden());
+    EXPECT_TRUE(screen::Find("Test").exists);
+}
+
+TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
+{
+    fWindow->AddShortcut('t', B_COMMAND_KEY, new BMessage(1), fWindow);
+    fWindow->AddShortcut('T', B_COMMAND_KEY, new BMessage(2), fWindow);
+    fWindow->AddShortcut('t', B_SHIFT_KEY, new BMessage(3), fWindow);
+    fWindow->AddShortcut('g', B_COMMAND_KEY, new BMessage(4));
+    fWindow->RemoveShortcut('g', B_COMMAND_KEY);
+    Show();
+    for (const char* keys : { "ctrl+g", "ctrl+t", "ctrl+shift+t" })
+        screen::Key(keys);
+    EXPECT_TRUE(fLog->WaitForCount(2));
+    EXPECT_EQ(fLog->Events(), (std::vector<std::string> { "2", "3" }));
+}
+
+TEST_F(WindowTest, DrawsWhatIsInvalidatedAndWhatComesIntoView)
+{
+    CountingView* view = new CountingView(fWindow->Bounds());
+    fWindow->AddChild(view);
+    Show();
+    const BPoint middle(350, 250);
+    EXPECT_TRUE(screen::WaitFor([&] {
+        return screen::PixelAt(middle) == rgb_color { 200, 0, 0, 255 };
+    }));
+    const int before = Locked([&] {
+        view->Invalidate();
+        return view->draws;
+    });
+    EXPECT_TRUE(screen::WaitFor([&] { return Locked([&] { return view->draws; }) > before; }));
+}
+
+TEST_F(WindowTest, AFloodOfInputNeitherBlocksTheServerNorAWorkerWithTheLock)
+{
+    CountingView* view = new CountingView(fWindow->Bounds());
+    fWindow->AddChild(view);
+    Show();
+    std::atomic<bool> done = false;
+    std::thread worker([&] {
+        for (int i = 0; !done; i++) {
+            fWindow->SetTitle(i % 2 ? "Odd" : "Even");
+            fWindow->Lock();
+            fWindow->ResizeTo(299, 199 + static_cast<float>(i % 20));
+            view->Invalidate();
+            fWindow->Unlock();
+        }
+    });
+    std::string path;
+    for (int i = 0; i < 1500; i++)
+        path += " mousemove " + Decimal(210 + i % 280) + " " + Decimal(160 + i % 170);
+    EXPECT_EQ(system(("xdotool" + path).c_str()), 0);
+    done = true;
+    worker.join();
+    fWindow->SetTitle("Test");
+    EXPECT_TRUE(screen::WaitFor([&] { return Locked([&] { return view->moves; }) > 0; }));
+    ASSERT_EQ(system("wmctrl -c Test"), 0); // and nothing else is lost
+    EXPECT_TRUE(fLog->WaitFor("quit requested"));
+}
+
+TEST_F(WindowTest, FiveHundredComeAndGo)
+{
+    for (int i = 0; i < 500; i++) {
+        BWindow* window = new BWindow(BRect(50, 50, 149, 149), "Many", B_TITLED_WINDOW, 0);
+        window->AddChild(new CountingView(window->Bounds()));
+        if (i % 5 != 0) // some are never shown
+            window->Show();
+        window->Lock();
+        window->Quit();
+    }
+    EXPECT_FALSE(screen::Find("Many").exists);
+    Show();
+}
+
+TEST(WindowWithoutDisplay, SaysSoAndEndsTheProgram)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    const struct {
+        const char* display;
+        const char* line;
+    } rows[] = {
+        { nullptr, "No display: DISPLAY is not set" },
+        { ":4711", "Cannot open display <:4711>" },
+    };
+    for (const auto& row : rows) {
+        EXPECT_EXIT(
+            {
+                if (row.display)
+                    setenv("DISPLAY", row.display, 1);
+                else
+                    unsetenv("DISPLAY");
+                new BWindow(BRect(0, 0, 9, 9), "None", B_TITLED_WINDOW, 0);
+            },
+            testing::ExitedWithCode(1), row.line);
+    }
+}

@@ -1,0 +1,218 @@
+// Bitmaps in memory and on the screen, and the table of colours they share.
+#include "Bitmap.h"
+#include "Canvas.h"
+#include "Message.h"
+#include "Screen.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+typedef CanvasTest BitmapDrawing;
+
+uint32 Number(rgb_color color)
+{
+    return color.red << 16 | color.green << 8 | color.blue;
+}
+
+TEST(Bitmap, RowsArePaddedToFourBytes)
+{
+    const struct {
+        BRect bounds;
+        color_space space;
+        int32 rowBytes, length;
+    } rows[] = {
+        { { 0, 0, 15, 15 }, B_CMAP8, 16, 256 },
+        { { 3, 4, 7, 5 }, B_CMAP8, 8, 16 },
+        { { 0, 0, 4, 1 }, B_RGB32, 20, 40 },
+        { { 0, 0, 2, 2 }, B_RGB16, 8, 24 },
+        { { 0, 0, 32, 0 }, B_GRAY1, 8, 8 },
+    };
+    for (const auto& row : rows) {
+        const BBitmap bitmap(row.bounds, row.space);
+        EXPECT_TRUE(bitmap.IsValid());
+        EXPECT_EQ(bitmap.BytesPerRow(), row.rowBytes);
+        EXPECT_EQ(bitmap.BitsLength(), row.length);
+        EXPECT_EQ(bitmap.Bounds(), row.bounds.OffsetToCopy(0, 0));
+    }
+}
+
+TEST(Bitmap, IsInvalidWhereItCannotBe)
+{
+    EXPECT_FALSE(BBitmap(BRect(), B_RGB32).IsValid());
+    EXPECT_FALSE(BBitmap(BRect(0, 0, 9, 9), B_NO_COLOR_SPACE).IsValid());
+    EXPECT_FALSE(BBitmap(BRect(0, 0, 1e6f, 1), B_CMAP8).IsValid());
+    const BBitmap huge(BRect(0, 0, 32766, 32766), B_RGB32); // more bytes than an int32 counts
+    EXPECT_FALSE(huge.IsValid());
+    EXPECT_EQ(huge.BitsLength(), 0);
+    EXPECT_FALSE(BBitmap(static_cast<BMessage*>(nullptr)).IsValid());
+}
+
+TEST(Bitmap, SetBitsStaysInside)
+{
+    BBitmap bitmap(BRect(0, 0, 3, 1), B_CMAP8);
+    uint8 data[16];
+    memset(data, 7, sizeof(data));
+    bitmap.SetBits(data, sizeof(data), 6, B_CMAP8); // two bytes fit
+    bitmap.SetBits(data, 1, -1, B_CMAP8);
+    bitmap.SetBits(data, 4, 8, B_CMAP8);
+    bitmap.SetBits(nullptr, 4, 0, B_CMAP8);
+    const auto* bits = static_cast<const uint8*>(bitmap.Bits());
+    EXPECT_EQ(std::vector<uint8>(bits, bits + 8), (std::vector<uint8> { 0, 0, 0, 0, 0, 0, 7, 7 }));
+}
+
+TEST(Bitmap, SetBitsConvertsBetweenSpaces)
+{
+    const BScreen screen;
+    const uint8 red = screen.IndexForColor(255, 0, 0);
+    const uint8 indices[8] = { red, screen.IndexForColor(0, 51, 204), 255, 0, 0, 0, red, 0 };
+    for (const color_space space : { B_RGB32, B_RGBA32, B_RGB16, B_RGB15 }) {
+        BBitmap bitmap(BRect(0, 0, 2, 1), space); // rows of B_CMAP8 data have a byte of padding
+        bitmap.SetBits(indices, sizeof(indices), 0, B_CMAP8);
+        EXPECT_EQ(bitmap.ColorAt(0, 0), (rgb_color { 255, 0, 0 })) << space;
+        EXPECT_NEAR(bitmap.ColorAt(1, 0).green, 51, 4) << space;
+        EXPECT_NEAR(bitmap.ColorAt(1, 0).blue, 204, 4) << space;
+        EXPECT_EQ(bitmap.ColorAt(2, 1), (rgb_color { 255, 0, 0 })) << space;
+        if (space == B_RGB32 || space == B_RGBA32) {
+            EXPECT_EQ(bitmap.ColorAt(2, 0).alpha, 0) << "transparent stays so";
+        }
+        BBitmap back(BRect(0, 0, 2, 1), B_CMAP8);
+        back.SetBits(bitmap.Bits(), bitmap.BitsLength(), 0, space);
+        EXPECT_EQ(static_cast<uint8*>(back.Bits())[0], red);
+        BBitmap grey(BRect(0, 0, 2, 1), B_GRAY1);
+        grey.SetBits(bitmap.Bits(), bitmap.BitsLength(), 0, space);
+        EXPECT_EQ(static_cast<uint8*>(grey.Bits())[4], 0xe0) << "second row dark, space " << space;
+    }
+}
+
+TEST(Bitmap, ArchivesComeBack)
+{
+    BBitmap bitmap(BRect(0, 0, 2, 1), B_RGB32);
+    for (int32 i = 0; i < bitmap.BitsLength(); i++)
+        static_cast<uint8*>(bitmap.Bits())[i] = 3 * i;
+    BMessage archive;
+    ASSERT_EQ(bitmap.Archive(&archive), B_OK);
+    const BBitmap back(&archive);
+    ASSERT_TRUE(back.IsValid());
+    EXPECT_EQ(back.Bounds(), bitmap.Bounds());
+    EXPECT_EQ(memcmp(back.Bits(), bitmap.Bits(), bitmap.BitsLength()), 0);
+    archive.ReplaceRect("_frame", BRect(0, 0, 2, 2)); // no longer as long as its data
+    EXPECT_FALSE(BBitmap(&archive).IsValid());
+}
+
+TEST(Screen, ColorsGoToTheirIndexAndBack)
+{
+    const BScreen screen;
+    for (int i = 0; i <= 255; i++) {
+        const rgb_color color = screen.ColorForIndex(i);
+        EXPECT_EQ(screen.ColorForIndex(screen.IndexForColor(color)), color) << i;
+        const rgb_color inverted = screen.ColorForIndex(screen.InvertIndex(i));
+        if (i != B_TRANSPARENT_8_BIT) {
+            EXPECT_LE(std::abs(inverted.green + color.green - 255), 8) << i;
+        }
+        const int packed = color.red >> 3 << 10 | color.green >> 3 << 5 | color.blue >> 3;
+        const rgb_color nearest = screen.ColorForIndex(screen.ColorMap()->index_map[packed]);
+        EXPECT_LE(std::abs(nearest.red - color.red), 8) << i;
+    }
+    EXPECT_EQ(screen.IndexForColor(B_TRANSPARENT_COLOR), B_TRANSPARENT_8_BIT);
+    EXPECT_NE(screen.IndexForColor(0x77, 0x74, 0x77), B_TRANSPARENT_8_BIT);
+    EXPECT_EQ(screen.InvertIndex(B_TRANSPARENT_8_BIT), B_TRANSPARENT_8_BIT);
+}
+
+TEST(Screen, IsInvalidAndSilentWithoutADisplay)
+{
+    const BScreen screen;
+    ASSERT_TRUE(screen.IsValid());
+    EXPECT_EQ(screen.ColorSpace(), B_RGB32);
+    EXPECT_GT(screen.Frame().Width(), 0);
+    EXPECT_FALSE(BScreen(screen_id { 1 }).IsValid());
+    const std::string display = getenv("DISPLAY");
+    setenv("DISPLAY", ":987", 1);
+    testing::internal::CaptureStderr();
+    const BScreen none;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    setenv("DISPLAY", display.c_str(), 1);
+    EXPECT_FALSE(none.IsValid());
+    EXPECT_EQ(none.ColorSpace(), B_NO_COLOR_SPACE);
+    EXPECT_FALSE(none.Frame().IsValid());
+    EXPECT_EQ(none.IndexForColor(black_color), 0);
+}
+
+// 3 x 2: red, transparent, blue; grey, red, transparent.
+class SmallBitmap : public BBitmap {
+public:
+    SmallBitmap() : BBitmap(BRect(0, 0, 2, 1), B_CMAP8)
+    {
+        const BScreen screen;
+        const uint8 red = screen.IndexForColor(255, 0, 0);
+        const uint8 blue = screen.IndexForColor(0, 0, 255);
+        const uint8 bits[] = { red, 255, blue, 0, 16, red, 255, 0 };
+        SetBits(bits, sizeof(bits), 0, B_CMAP8);
+    }
+    uint32 Pixel(int x, int y) const { return Number(ColorAt(x, y)); }
+    bool IsClear(int x, int y) const { return ColorAt(x, y).alpha == 0; }
+};
+
+TEST_F(BitmapDrawing, TransparentPixelsAreLeftOutOnlyWhenDrawnOver)
+{
+    const SmallBitmap bitmap;
+    for (const drawing_mode mode : { B_OP_COPY, B_OP_OVER }) {
+        SCOPED_TRACE(mode);
+        const Picture shown = Drawn([&](BView& v) {
+            v.SetDrawingMode(mode);
+            v.DrawBitmap(&bitmap, BPoint(4, 5));
+        });
+        ExpectPicture(shown, [&](int x, int y) {
+            if (x < 4 || x > 6 || y < 5 || y > 6)
+                return kWhite;
+            return mode == B_OP_OVER && bitmap.IsClear(x - 4, y - 5) ? kWhite
+                                                                     : bitmap.Pixel(x - 4, y - 5);
+        });
+    }
+}
+
+TEST_F(BitmapDrawing, StretchesAndIsCutAtTheEdges)
+{
+    const SmallBitmap bitmap;
+    const auto stretched = [&](int left, int top, int step) {
+        return [&bitmap, left, top, step](int x, int y) {
+            const int column = x < left ? -1 : (x - left) / step;
+            const int row = y < top ? -1 : (y - top) / step;
+            const bool inside = column >= 0 && column < 3 && row >= 0 && row < 2;
+            return inside && !bitmap.IsClear(column, row) ? bitmap.Pixel(column, row) : kWhite;
+        };
+    };
+    const auto drawn = [&](BRect destination) {
+        return Drawn([&](BView& v) {
+            v.SetDrawingMode(B_OP_OVER);
+            v.DrawBitmapAsync(&bitmap, destination);
+        });
+    };
+    ExpectPicture(drawn(BRect(2, 3, 10, 8)), stretched(2, 3, 3));
+    ExpectPicture(drawn(BRect(35, 20, 49, 29)), stretched(35, 20, 5));
+    ExpectPicture(drawn(BRect(-8, -4, 3, 3)),
+        [shifted = stretched(0, 0, 4)](int x, int y) { return shifted(x + 8, y + 4); });
+    ExpectPicture(drawn(BRect(60, 0, 80, 20)), [](int, int) { return kWhite; });
+}
+
+TEST_F(BitmapDrawing, PartOfABitmapIsDrawn)
+{
+    BBitmap bitmap(BRect(0, 0, 9, 9), B_RGB32);
+    auto* bits = static_cast<uint8*>(bitmap.Bits());
+    for (int i = 0; i < 100; i++) {
+        const uint8 pixel[] = { static_cast<uint8>(i), 0, static_cast<uint8>(255 - i), 0 };
+        memcpy(bits + 4 * i, pixel, sizeof(pixel));
+    }
+    const Picture shown =
+        Drawn([&](BView& v) { v.DrawBitmap(&bitmap, BRect(2, 3, 6, 5), BRect(10, 10, 14, 12)); });
+    ExpectPicture(shown, [](int x, int y) {
+        if (x < 10 || x > 14 || y < 10 || y > 12)
+            return kWhite;
+        const int i = (y - 7) * 10 + x - 8;
+        return static_cast<uint32>((255 - i) << 16 | i);
+    });
+}
+
+} // namespace

@@ -1,0 +1,141 @@
+#include "Canvas.h"
+
+#include "OS.h"
+
+#include <memory>
+#include <string>
+#include <xcb/xcb.h>
+
+namespace {
+
+std::string Map(const Picture& picture, const PixelRule& color)
+{
+    std::string map;
+    for (int y = 0; y < picture.height; y++) {
+        for (int x = 0; x < picture.width; x++)
+            map += color(x, y) == kWhite ? '.' : color(x, y) == kBlack ? '#' : 'o';
+        map += '\n';
+    }
+    return map;
+}
+
+} // namespace
+
+Picture::Extent Picture::ExtentOf(uint32 color) const
+{
+    Extent extent { width, height, -1, -1, 0 };
+    for (int y = 0; y < height; y++) {
+        for (int x = 0; x < width; x++) {
+            if (At(x, y) != color)
+                continue;
+            extent = { std::min(extent.left, x), std::min(extent.top, y), std::max(extent.right, x),
+                std::max(extent.bottom, y), extent.count + 1 };
+        }
+    }
+    return extent;
+}
+
+void ExpectPicture(const Picture& shown, const PixelRule& rule)
+{
+    ASSERT_GT(shown.width, 0);
+    for (int y = 0; y < shown.height; y++) {
+        for (int x = 0; x < shown.width; x++) {
+            if (shown.At(x, y) == rule(x, y))
+                continue;
+            FAIL() << "at (" << x << ", " << y << "): " << std::hex << shown.At(x, y) << " not "
+                   << rule(x, y) << "\nshown:\n"
+                   << Map(shown, [&](int px, int py) { return shown.At(px, py); }) << "expected:\n"
+                   << Map(shown, rule);
+        }
+    }
+}
+
+Picture ScreenPicture(BRect rect)
+{
+    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
+        xcb_connect(nullptr, nullptr), xcb_disconnect);
+    const auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
+    const int width = static_cast<int>(rect.Width()) + 1;
+    const int height = static_cast<int>(rect.Height()) + 1;
+    const auto cookie = xcb_get_image(connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP,
+        screen.data->root, rect.left, rect.top, width, height, ~0u);
+    const std::unique_ptr<xcb_get_image_reply_t, decltype(&free)> reply(
+        xcb_get_image_reply(connection.get(), cookie, nullptr), free);
+    if (reply == nullptr || reply->depth != 24) {
+        ADD_FAILURE() << "no 24 bit picture of the screen";
+        return {};
+    }
+    Picture picture { width, height, {} };
+    const uint8* data = xcb_get_image_data(reply.get());
+    for (int i = 0; i < width * height; i++, data += 4)
+        picture.pixels.push_back(data[2] << 16 | data[1] << 8 | data[0]);
+    return picture;
+}
+
+void CanvasView::Draw(BRect updateRect)
+{
+    draws++;
+    if (onDraw)
+        onDraw(updateRect);
+}
+
+void CanvasTest::SetUp()
+{
+    fWindow = new BWindow(BRect(100, 100, 259, 219), "Canvas", B_TITLED_WINDOW, 0);
+    fView = new CanvasView(
+        BRect(10, 10, 9 + kWidth, 9 + kHeight), "canvas", B_FOLLOW_NONE, B_WILL_DRAW);
+    fWindow->AddChild(fView);
+    fWindow->Show();
+    ASSERT_TRUE(WaitUntil([this] {
+        fView->SetHighColor(255, 0, 255);
+        fView->FillRect(fView->Bounds());
+        fView->Sync();
+        return Shown().ExtentOf(0xff00ff).count == kWidth * kHeight;
+    }));
+    // The screen may yet ask for the new window to be drawn.
+    for (int before = -1; before != fView->draws; snooze(50'000))
+        before = fView->draws;
+}
+
+void CanvasTest::TearDown()
+{
+    if (fWindow != nullptr && fWindow->Lock())
+        fWindow->Quit();
+}
+
+Picture CanvasTest::Drawn(const std::function<void(BView& view)>& draw)
+{
+    fWindow->Lock();
+    fView->ScrollTo(B_ORIGIN);
+    fView->SetDrawingMode(B_OP_COPY);
+    fView->SetPenSize(1);
+    fView->SetLowColor(white_color);
+    fView->SetFont(be_plain_font);
+    fView->SetHighColor(white_color);
+    fView->FillRect(fView->Bounds());
+    fView->SetHighColor(black_color);
+    draw(*fView);
+    fView->Sync();
+    const Picture picture = Shown();
+    fWindow->Unlock();
+    return picture;
+}
+
+Picture CanvasTest::Shown()
+{
+    const BRect bounds = fView->Bounds();
+    return ScreenPicture(fView->ConvertToScreen(bounds));
+}
+
+bool CanvasTest::WaitUntil(const std::function<bool()>& condition)
+{
+    constexpr bigtime_t kLimit = 10'000'000;
+    for (const bigtime_t start = system_time(); system_time() - start < kLimit; snooze(10'000)) {
+        fWindow->Lock();
+        const bool met = condition();
+        fWindow->Unlock();
+        if (met)
+            return true;
+    }
+    return false;
+}

@@ -1,0 +1,65 @@
+// A shown window with one view to draw on, and what the screen then shows of it.
+#pragma once
+
+#include "View.h"
+#include "Window.h"
+
+#include <atomic>
+#include <functional>
+#include <gtest/gtest.h>
+#include <vector>
+
+// Pixels as 0xrrggbb, top row first.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    std::vector<uint32> pixels;
+
+    uint32 At(int x, int y) const { return pixels[y * width + x]; }
+    // The part with all pixels of that colour; empty (width 0) where there are none.
+    struct Extent {
+        int left, top, right, bottom, count;
+    };
+    Extent ExtentOf(uint32 color) const;
+};
+
+constexpr uint32 kWhite = 0xffffff;
+constexpr uint32 kBlack = 0;
+
+typedef std::function<uint32(int x, int y)> PixelRule;
+
+// Fails with a map of both where a pixel is not what rule says.
+void ExpectPicture(const Picture& shown, const PixelRule& rule);
+
+// The rectangle of the screen, read by a connection of the test's own; empty, with a failure, where
+// that is not possible.
+Picture ScreenPicture(BRect rect);
+
+class CanvasView : public BView {
+public:
+    using BView::BView;
+    void Draw(BRect updateRect) override;
+
+    std::function<void(BRect)> onDraw;
+    std::atomic<int> draws = 0;
+};
+
+// The view "canvas" is 40 pixels wide and 30 high, white, and fully visible when the test begins.
+class CanvasTest : public testing::Test {
+protected:
+    static constexpr int kWidth = 40;
+    static constexpr int kHeight = 30;
+
+    void SetUp() override;
+    void TearDown() override;
+
+    // Clears the view to white, resets what it draws with, calls draw and returns what the screen
+    // shows. The window is locked meanwhile, so nothing else is drawn.
+    Picture Drawn(const std::function<void(BView& view)>& draw);
+    Picture Shown(); // of the view, now; with the window locked
+    // Within ten seconds, asked again and again with the window locked.
+    bool WaitUntil(const std::function<bool()>& condition);
+
+    BWindow* fWindow = nullptr;
+    CanvasView* fView = nullptr;
+};

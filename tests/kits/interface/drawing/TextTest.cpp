@@ -1,0 +1,187 @@
+// Text on the screen, and the fonts it is measured with.
+#include "Canvas.h"
+#include "drawing/Utf8.h"
+
+#include <string>
+
+namespace {
+
+typedef CanvasTest TextTest;
+
+// Where anything but white is shown.
+Picture::Extent Ink(Picture picture)
+{
+    for (uint32& pixel : picture.pixels)
+        pixel = pixel == kWhite ? kWhite : kBlack;
+    return picture.ExtentOf(kBlack);
+}
+
+TEST_F(TextTest, StandsOnItsBaselineInsideItsMeasures)
+{
+    const BPoint pen(5, 20);
+    for (const char* text : { "H", "jgpq", "x|", "Tarv" }) {
+        SCOPED_TRACE(text);
+        BPoint end;
+        font_height height;
+        const auto ink = Ink(Drawn([&](BView& v) {
+            v.DrawString(text, pen);
+            end = v.PenLocation();
+            v.GetFontHeight(&height);
+        }));
+        EXPECT_GT(ink.count, 0);
+        EXPECT_GE(ink.left, pen.x - 1); // some letters reach a pixel to the left
+        EXPECT_LE(ink.right, end.x);
+        EXPECT_GT(ink.top, pen.y - height.ascent - 1);
+        EXPECT_LE(ink.bottom, pen.y + height.descent + 1);
+        EXPECT_EQ(end, pen + BPoint(be_plain_font->StringWidth(text), 0));
+    }
+    EXPECT_EQ(Ink(Drawn([&](BView& v) { v.DrawString("H", pen); })).bottom, pen.y);
+}
+
+TEST_F(TextTest, IsDrawnInTheHighColor)
+{
+    const auto inColor = [this](rgb_color color) {
+        return Drawn([&](BView& v) {
+            v.SetHighColor(color);
+            v.DrawString("HHH", BPoint(2, 20));
+        });
+    };
+    EXPECT_GT(inColor({ 254, 0, 128 }).ExtentOf(0xfe0080).count, 10); // the stems
+    EXPECT_GT(inColor(black_color).ExtentOf(kBlack).count, 10);
+}
+
+TEST_F(TextTest, GoesOnWhereTheLastOneEnded)
+{
+    const Picture whole = Drawn([](BView& v) { v.DrawString("axe", BPoint(3, 15)); });
+    const Picture parts = Drawn([](BView& v) {
+        v.MovePenTo(3, 15);
+        v.DrawString("a");
+        v.DrawString("xe");
+    });
+    EXPECT_EQ(whole.pixels, parts.pixels);
+    const Picture spread = Drawn([](BView& v) {
+        escapement_delta delta { 2, 5 };
+        v.DrawString("a e", BPoint(3, 15), &delta);
+        EXPECT_EQ(v.PenLocation().x, 3 + v.StringWidth("a e") + 9);
+    });
+    EXPECT_GT(
+        Ink(spread).right, Ink(Drawn([](BView& v) { v.DrawString("a e", BPoint(3, 15)); })).right);
+}
+
+TEST_F(TextTest, BytesThatAreNoUtf8ShowTheReplacementCharacter)
+{
+    const auto shown = [this](const char* text) {
+        return Drawn([text](BView& v) { v.DrawString(text, BPoint(2, 20)); }).pixels;
+    };
+    EXPECT_EQ(shown("a\xff"
+                    "b"),
+        shown("a\xef\xbf\xbd"
+              "b"));
+    EXPECT_NE(shown("\xc3\xa4"), shown("\xef\xbf\xbd")); // a letter beyond ASCII
+    EXPECT_NE(shown("\xce\xa9"), shown("\xef\xbf\xbd")); // and one beyond the first 256
+}
+
+TEST_F(TextTest, LongTextKeepsItsPlaces)
+{
+    // More letters than one run of glyphs holds: the end of it must be where it was measured.
+    const std::string start(600, 'i');
+    const std::string text = start + "\xce\xa9x";
+    const Picture whole = Drawn([&](BView& v) {
+        v.DrawString(text.c_str(), BPoint(3 - v.StringWidth(start.c_str()), 15));
+    });
+    const Picture end = Drawn([](BView& v) {
+        v.DrawString("\xce\xa9x", BPoint(3, 15));
+        v.DrawString("i", BPoint(3 - v.StringWidth("i"), 15));
+    });
+    EXPECT_EQ(whole.pixels, end.pixels);
+}
+
+TEST_F(TextTest, FollowsTheFontOfTheView)
+{
+    const auto inkOf = [this](float size, uint16 face) {
+        return Ink(Drawn([&](BView& v) {
+            BFont font;
+            font.SetFace(face);
+            v.DrawString("warms up the glyphs of the font before", BPoint(0, -50));
+            v.SetFont(&font, B_FONT_FACE);
+            v.SetFontSize(size);
+            v.DrawString("E", BPoint(2, 25));
+        }));
+    };
+    const auto plain = inkOf(12, B_REGULAR_FACE);
+    EXPECT_GT(inkOf(20, B_REGULAR_FACE).bottom - inkOf(20, B_REGULAR_FACE).top, 12);
+    EXPECT_LT(plain.bottom - plain.top, 11);
+    EXPECT_GT(inkOf(20, B_BOLD_FACE).count, inkOf(20, B_REGULAR_FACE).count);
+}
+
+TEST(Font, WidthsAddUp)
+{
+    const BFont& font = *be_plain_font;
+    EXPECT_EQ(font.StringWidth("Tarvex"), font.StringWidth("Tar") + font.StringWidth("vex"));
+    EXPECT_EQ(font.StringWidth("Tarvex", 3), font.StringWidth("Tar"));
+    EXPECT_EQ(font.StringWidth("Tar", 99), font.StringWidth("Tar"));
+    EXPECT_EQ(font.StringWidth(""), 0);
+    EXPECT_EQ(font.StringWidth(nullptr), 0);
+    EXPECT_GT(font.StringWidth("m"), font.StringWidth("i"));
+    EXPECT_EQ(be_fixed_font->StringWidth("mmm"), be_fixed_font->StringWidth("iii"));
+    EXPECT_GT(be_bold_font->StringWidth("hamburg"), font.StringWidth("hamburg"));
+}
+
+TEST(Font, HeightGrowsWithTheSize)
+{
+    for (const float size : { 8.0f, 12.0f, 30.0f }) {
+        BFont font;
+        font.SetSize(size);
+        font_height height;
+        font.GetHeight(&height);
+        EXPECT_GT(height.ascent, 0.7f * size);
+        EXPECT_GT(height.descent, 0.1f * size);
+        EXPECT_LT(height.ascent + height.descent, 1.6f * size);
+    }
+    EXPECT_EQ(be_plain_font->Size(), 12);
+}
+
+TEST(Font, StylesAndFacesGoTogether)
+{
+    BFont font;
+    font_family family;
+    font_style style;
+    EXPECT_EQ(font.SetFamilyAndStyle("DejaVu Serif", "Bold Italic"), B_OK);
+    EXPECT_EQ(font.Face(), B_BOLD_FACE | B_ITALIC_FACE);
+    font.SetFace(B_REGULAR_FACE);
+    font.GetFamilyAndStyle(&family, &style);
+    EXPECT_STREQ(family, "DejaVu Serif");
+    EXPECT_STREQ(style, "Regular");
+    EXPECT_EQ(font.SetFamilyAndStyle(std::string(64, 'x').c_str(), nullptr), B_BAD_VALUE);
+    EXPECT_EQ(font.SetFamilyAndStyle("", nullptr), B_BAD_VALUE);
+    font.SetFamilyAndStyle("DejaVu Serif", "Regular");
+    EXPECT_NE(font, *be_plain_font);
+}
+
+TEST(Utf8, EachBadByteIsOneReplacementCharacter)
+{
+    constexpr uint32 kBad = kReplacementCharacter;
+    const struct {
+        const char* name;
+        std::string text;
+        std::vector<uint32> characters;
+    } rows[] = {
+        { "all lengths", "z\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80", { 'z', 0xe4, 0x20ac, 0x1f600 } },
+        { "a following byte alone", "\x80z", { kBad, 'z' } },
+        { "cut off", "a\xe2\x82", { 'a', kBad, kBad } },
+        { "followed by a letter", "\xe2\x82z", { kBad, kBad, 'z' } },
+        { "longer than needed", "\xc0\xaf\xe0\x80\xaf", { kBad, kBad, kBad, kBad, kBad } },
+        { "half of a pair", "\xed\xa0\x80", { kBad, kBad, kBad } },
+        { "beyond the last", "\xf4\x90\x80\x80", { kBad, kBad, kBad, kBad } },
+        { "no lead byte", "\xff\xf8", { kBad, kBad } },
+    };
+    for (const auto& row : rows) {
+        std::vector<uint32> characters;
+        const char* end = row.text.data() + row.text.size();
+        for (const char* text = row.text.data(); text < end;)
+            characters.push_back(NextCharacter(text, end));
+        EXPECT_EQ(characters, row.characters) << row.name;
+    }
+}
+
+} // namespace

@@ -1,0 +1,53 @@
+// Drives this program's windows as a user does, with real X events (by xdotool), and looks at what
+// its widgets show. Widgets are found by the names of their views, in any shown window or only in
+// the one with a title. Call it from a thread that holds no window's lock.
+#pragma once
+
+#include "GraphicsDefs.h"
+#include "Rect.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace screen {
+
+// What a widget shows now.
+struct Widget {
+    bool exists = false; // of that name, in a shown window, and visible itself
+    bool enabled = false;
+    bool checked = false;
+    bool focused = false;
+    std::string text; // label, title or contents
+    BRect frame; // on the screen
+};
+
+// Whether there is a display to drive; tests are skipped where there is none.
+bool IsThere();
+
+Widget Find(const std::string& name, const std::string& window = "");
+// Whether a shown window has that title, and the keyboard.
+bool IsActive(const std::string& window);
+// Where a menu or item by its label can be clicked; of an item only while its menu is open.
+Widget FindMenuItem(const std::string& label);
+
+// Polls until condition holds, at most seconds; its last value.
+bool WaitFor(const std::function<bool()>& condition, double seconds = 20);
+
+// The user's hand. False where there is nothing of that name for 20 seconds. Clicks at a widget go
+// to its middle; button 1 is the left one, 4 and 5 turn the wheel up and down.
+bool Click(const std::string& name, const std::string& window = "", int button = 1);
+void ClickAt(BPoint where, int button = 1); // on the screen
+void DoubleClickAt(BPoint where);
+void Drag(BPoint from, BPoint to);
+void MoveTo(BPoint where);
+// Opens the menus one after the other and chooses the last: {"Benchmark", "All"}.
+bool ClickMenu(const std::vector<std::string>& labels);
+void Type(const std::string& text);
+void Key(const std::string& combination); // "ctrl+t", "Return", "Escape", "alt+F4"
+
+rgb_color PixelAt(BPoint where); // as the screen shows it
+// Writes a picture of the whole screen; the format is path's ending.
+bool Grab(const std::string& path);
+
+} // namespace screen
