@@ -1,0 +1,16 @@
+// Characters beyond ASCII, which LibString leaves as the bytes that they are.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Appends the character c, at most 0x10ffff, to text.
+void LibAppendUtf8(std::string& text, char32_t c);
+
+// Decodes the character at the front of text, which is not empty, into c and returns its bytes; 0,
+// and c undefined, if it is no valid UTF-8.
+[[nodiscard]] size_t LibDecodeUtf8(std::string_view text, char32_t& c);
+
+// The text with every letter in lower case, so that texts can be compared whatever their case.
+// Bytes that are no UTF-8 stay as they are.
+[[nodiscard]] std::string LibFoldCase(std::string_view text);

@@ -1,0 +1,272 @@
+#include "foundation/LibDate.h"
+
+#include <ctime>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <Message.h>
+
+#include "tests/foundation/ZoneGuard.h"
+
+namespace {
+
+LibDate DateOf(int32 year, int32 month, int32 day)
+{
+    return LibDate(static_cast<uint32>(month), static_cast<uint32>(day), static_cast<uint32>(year));
+}
+
+std::string TextOf(const LibDate& date)
+{
+    return std::to_string(date.GetYear()) + "-" + std::to_string(date.GetMonth()) + "-"
+        + std::to_string(date.GetDay());
+}
+
+// The calendar as a table, a day at a time: what DayNumber and its inverse compute.
+struct Walker {
+    int32 year;
+    int32 month;
+    int32 day;
+
+    bool IsLeap() const
+    {
+        return year % 4 == 0 && (year < 1582 || year % 100 != 0 || year % 400 == 0);
+    }
+    void Next()
+    {
+        const int32 days[] = { 31, IsLeap() ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31 };
+        day++;
+        if (year == 1582 && month == 10 && day == 5)
+            day = 15;
+        if (day > days[month - 1]) {
+            day = 1;
+            month++;
+        }
+        if (month > 12) {
+            month = 1;
+            year = year == -1 ? 1 : year + 1;
+        }
+    }
+};
+
+} // namespace
+
+TEST(LibDate, DayNumbersAreThoseOfAstronomers)
+{
+    // Meeus, "Astronomical Algorithms", chapter 7, less the half day from noon to noon and counted
+    // at 0h. Before year 1 the leap years differ: ahead of the astronomers by a day, or not.
+    const struct {
+        int32 year, month, day;
+        int32 number;
+        int32 ahead;
+    } rows[] = { { 2000, 1, 1, 2451544, 0 }, { 1999, 1, 1, 2451179, 0 },
+        { 1988, 6, 19, 2447331, 0 }, { 1987, 1, 27, 2446822, 0 }, { 1957, 10, 4, 2436115, 0 },
+        { 1900, 1, 1, 2415020, 0 }, { 1858, 11, 17, 2400000, 0 }, { 1600, 12, 31, 2305812, 0 },
+        { 1582, 10, 15, 2299160, 0 }, { 1582, 10, 4, 2299159, 0 }, { 837, 4, 10, 2026871, 0 },
+        { 333, 1, 27, 1842712, 0 }, { 1, 1, 1, 1721423, 0 }, { -1, 12, 31, 1721422, 0 },
+        { -124, 12, 31, 1676496, 1 }, { -123, 1, 1, 1676497, 1 }, { -1001, 7, 12, 1356000, 0 },
+        { -1002, 8, 17, 1355670, 1 }, { -4713, 1, 1, -1, 1 } };
+    for (const auto& row : rows) {
+        const LibDate date = DateOf(row.year, row.month, row.day);
+        SCOPED_TRACE(TextOf(date));
+        EXPECT_EQ(date.GetJulian(), row.number + row.ahead);
+    }
+}
+
+TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
+{
+    Walker walker { -4713, 1, 1 };
+    LibDate date = DateOf(walker.year, walker.month, walker.day);
+    for (; walker.year <= 3000; walker.Next(), ++date) {
+        const LibDate again = DateOf(walker.year, walker.month, walker.day);
+        ASSERT_TRUE(date.GetYear() == walker.year && date.GetMonth() == walker.month
+            && date.GetDay() == walker.day && again == date && date.IsValidDate())
+            << TextOf(date) << " instead of " << TextOf(again);
+    }
+    EXPECT_EQ(TextOf(date), "3001-1-1");
+}
+
+TEST(LibDate, DayNumbersAtTheEndsOfTheirRangeAreDatesToo)
+{
+    for (const int64 number : { INT32_MIN, INT32_MIN + 777, -1000000, -2, INT32_MAX }) {
+        const LibDate date(static_cast<int32>(number));
+        SCOPED_TRACE(TextOf(date));
+        EXPECT_TRUE(date.IsValidDate());
+        EXPECT_EQ(DateOf(date.GetYear(), date.GetMonth(), date.GetDay()).GetJulian(), number);
+    }
+    LibDate last(INT32_MAX);
+    const LibDate kept(last);
+    last.AddYears(INT32_MAX);
+    EXPECT_EQ(last, kept);
+    EXPECT_EQ(last + 1, kept);
+    EXPECT_EQ(last - LibDate(INT32_MIN), INT32_MAX);
+    EXPECT_FALSE(DateOf(INT32_MAX, 1, 1).CorrectDate());
+}
+
+TEST(LibDate, LeapYearsFollowTheCalendarOfTheirTime)
+{
+    for (const int32 year : { 2000, 2024, 1600, 1500, 4, -4, -400 })
+        EXPECT_TRUE(DateOf(year, 2, 29).IsValidDate()) << year;
+    for (const int32 year : { 1900, 2023, 1700, 1583, 1501, -1, -5, 0 })
+        EXPECT_FALSE(DateOf(year, 2, 29).IsValidDate()) << year;
+    EXPECT_EQ(DateOf(1500, 1, 1).DaysInYear(), 366);
+}
+
+TEST(LibDate, CorrectDateCarriesDaysAndMonths)
+{
+    const struct {
+        int32 year, month, day;
+        const char* corrected; // "" where it is no date at all
+    } rows[] = { { 2001, 2, 30, "2001-3-2" }, { 2000, 13, 1, "2001-1-1" },
+        { 2000, 0, 31, "1999-12-31" }, { 2001, 3, 0, "2001-2-28" }, { 2001, 1, -30, "2000-12-1" },
+        { 1, 0, 1, "-1-12-1" }, { -1, 13, 1, "1-1-1" }, { 2001, -23, 400, "2000-2-4" },
+        { 1582, 10, 5, "1582-10-15" }, { 1582, 10, 14, "1582-10-24" },
+        { 1582, 10, 32, "1582-11-1" }, { 2001, INT32_MAX, 1, "" } };
+    for (const auto& row : rows) {
+        LibDate date = DateOf(row.year, row.month, row.day);
+        SCOPED_TRACE(TextOf(date));
+        EXPECT_EQ(date.CorrectDate() ? TextOf(date) : "", row.corrected);
+        EXPECT_EQ(date, DateOf(date.GetYear(), date.GetMonth(), date.GetDay()));
+    }
+}
+
+TEST(LibDate, ArithmeticNormalises)
+{
+    LibDate date = DateOf(2001, 1, 31);
+    date.AddMonths(1);
+    EXPECT_EQ(TextOf(date), "2001-3-3");
+    date.AddMonths(-15);
+    EXPECT_EQ(TextOf(date), "1999-12-3");
+    date = DateOf(2000, 2, 29);
+    date.AddYears(1);
+    EXPECT_EQ(TextOf(date), "2001-3-1");
+    date.AddYears(-2001); // there is no year 0
+    EXPECT_EQ(TextOf(date), "-1-3-1");
+    date = DateOf(2001, 2, 30);
+    date.AddDays(1);
+    EXPECT_EQ(TextOf(date), "2001-3-3");
+    EXPECT_EQ(TextOf(date++), "2001-3-3");
+    EXPECT_EQ(TextOf(--date), "2001-3-3");
+    date -= 3;
+    EXPECT_EQ(TextOf(date), "2001-2-28");
+    EXPECT_EQ(TextOf(date + 366), "2002-3-1");
+    EXPECT_EQ(date - DateOf(2000, 2, 28), 366);
+    EXPECT_TRUE(date > date - 1 && date <= date && date != date + 1);
+    LibDate none;
+    none.AddMonths(5);
+    none.AddDays(5);
+    EXPECT_EQ(TextOf(none), "0-0-0");
+}
+
+TEST(LibDate, WeekdaysOfTheGregorianCalendar)
+{
+    LibDate date = DateOf(2001, 10, 24);
+    EXPECT_EQ(date.DayOfWeek(), LibWednesday);
+    EXPECT_EQ(date.DayOfWeek(1), LibMonday);
+    EXPECT_EQ(DateOf(2000, 2, 29).DayOfWeek(), LibTuesday);
+    EXPECT_EQ(DateOf(1582, 10, 15).DayOfWeek(), LibFriday);
+    date.SetToNext(LibWednesday);
+    EXPECT_EQ(TextOf(date), "2001-10-31");
+    date.SetToPrev(LibSunday);
+    EXPECT_EQ(TextOf(date), "2001-10-28");
+    EXPECT_EQ(LibDate::DayOfWeek("saturday"), 6);
+    EXPECT_EQ(LibDate::DayOfWeek("Sun"), 0);
+    EXPECT_EQ(LibDate::DayOfWeek("sa"), -1);
+    EXPECT_EQ(LibDate::DayOfWeek(static_cast<const char*>(nullptr)), -1);
+    EXPECT_TRUE(LibDate::IsWeekEnd(6) && LibDate::IsWeekEnd(0) && !LibDate::IsWeekEnd(5));
+    // Where the rule of one calendar meets the days of the other a weekday is still found.
+    date = DateOf(1582, 10, 4);
+    date.SetToNext(LibMonday);
+    EXPECT_EQ(date.DayOfWeek(), LibMonday);
+}
+
+TEST(LibDate, SettersKeepDateAndDayNumberTogether)
+{
+    LibDate date = DateOf(2001, 3, 12);
+    EXPECT_EQ(date.GetDayOfYear(), 71);
+    date.SetYear(2004);
+    EXPECT_EQ(date.GetDayOfYear(), 72);
+    EXPECT_TRUE(date.SetMonth("DECEMBER"));
+    EXPECT_FALSE(date.SetMonth("Dezember"));
+    date.SetDay(31);
+    EXPECT_EQ(date, DateOf(2004, 12, 31));
+    date.SetMonth(uint32 { 2 });
+    EXPECT_FALSE(date.IsValidDate());
+    EXPECT_EQ(date, DateOf(2004, 3, 2)); // 29 days and two more
+    EXPECT_EQ(DateOf(1582, 12, 31).GetDayOfYear(), 355);
+}
+
+TEST(LibDate, ReadsFixedAndFreeForms)
+{
+    const struct {
+        bool isFixed;
+        const char* text;
+        const char* date; // "" for a refused one
+    } rows[] = { { true, "12/31/1999", "1999-12-31" }, { true, "02 30-2001", "2001-3-2" },
+        { true, " 1. 2.-44", "-44-1-2" }, { true, "12/31/", "" }, { true, "12/31/0", "" },
+        { true, "12/xx/1999", "" }, { true, "12/31/99999999999", "" }, { true, "", "" },
+        { false, "12/31/1999", "1999-12-31" }, { false, "1 2 69", "1969-1-2" },
+        { false, "1-2-68", "2068-1-2" }, { false, "12311999", "1999-12-31" },
+        { false, "123199", "1999-12-31" }, { false, "20010312", "" },
+        { false, "2001-03-12", "2001-3-12" }, { false, "2/30/2001", "2001-3-2" },
+        { false, "12 mar 2001", "2001-3-12" }, { false, "March 12, '01", "2001-3-12" },
+        { false, "2001 mar 12", "2001-3-12" }, { false, "mar", "" }, { false, "12 foo 2001", "" },
+        { false, "12:31:1999", "" }, { false, "1/2/3/4", "" }, { false, "1/2/345", "" },
+        { false, "1234", "" }, { false, "999999999999", "" }, { false, "12 \xc3\xa4 2001", "" },
+        { false, nullptr, "" } };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text != nullptr ? row.text : "null");
+        LibDate date = DateOf(1111, 11, 11);
+        const bool isRead =
+            row.isFixed ? date.SetDate(row.text) : date.SetUnformattedDate(row.text);
+        EXPECT_EQ(isRead ? TextOf(date) : "", row.date);
+        EXPECT_TRUE(isRead || date == DateOf(1111, 11, 11));
+    }
+    LibDate date;
+    ASSERT_TRUE(date.SetUnformattedDate("3/7"));
+    EXPECT_EQ(date.GetYear(), LibDate(true).GetYear());
+}
+
+TEST(LibDate, TodayInUtcIsAnotherDayWhereTheZoneIsAhead)
+{
+    // Half the world apart, so at any moment at least one of the two is off by a day.
+    int32 apart = 0;
+    for (const char* zone : { "AAA-14", "BBB12", "UTC" }) {
+        const ZoneGuard guard(zone);
+        const time_t before = time(nullptr);
+        const LibDate utc(true, false);
+        struct tm fields { };
+        gmtime_r(&before, &fields);
+        LibDate expected;
+        expected.SetDate(&fields);
+        EXPECT_TRUE(utc == expected || utc == expected + 1) << zone; // + 1: midnight passed
+        apart += std::abs(LibDate(true) - utc);
+    }
+    EXPECT_GE(apart, 1);
+}
+
+TEST(LibDate, TravelsThroughStructTmAndMessages)
+{
+    struct tm fields { };
+    fields.tm_hour = 5;
+    const LibDate date = DateOf(2001, 3, 12);
+    date.GetDate(fields);
+    EXPECT_EQ(fields.tm_year, 101);
+    EXPECT_EQ(fields.tm_mon, 2);
+    EXPECT_EQ(fields.tm_wday, 1);
+    EXPECT_EQ(fields.tm_yday, 70);
+    EXPECT_EQ(fields.tm_hour, 5);
+    LibDate other;
+    other.SetDate(&fields);
+    EXPECT_EQ(other, date);
+
+    BMessage message;
+    EXPECT_EQ(other.Restore(message), B_NAME_NOT_FOUND);
+    EXPECT_EQ(date.Archive(message), B_OK);
+    EXPECT_EQ(message.CountNames(B_ANY_TYPE), 1);
+    LibDate restored;
+    EXPECT_EQ(restored.Restore(message), B_OK);
+    EXPECT_EQ(TextOf(restored), "2001-3-12");
+    testing::internal::CaptureStderr();
+    restored.PrintToStream();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "LibDate: 3/12/2001 (2451980)\n");
+}

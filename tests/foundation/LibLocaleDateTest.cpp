@@ -1,0 +1,158 @@
+#include "foundation/LibLocaleDate.h"
+
+#include <clocale>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "foundation/Utf8.h"
+#include "tests/foundation/LocaleFolder.h"
+
+namespace {
+
+typedef LibDateConventions::Order Order;
+
+const LibDate kToday(10, 24, 2001);
+
+LibDateConventions Conventions(const char* format)
+{
+    LibDateConventions conventions = LibDateConventions::English();
+    EXPECT_TRUE(LibReadDateFormat(format, conventions)) << format;
+    return conventions;
+}
+
+std::string ShortOf(const LibLocaleDate& date)
+{
+    LibString text;
+    date.GetShort(text);
+    return static_cast<const char*>(text);
+}
+
+std::string LongOf(const LibLocaleDate& date)
+{
+    LibString text;
+    date.GetLong(text);
+    return static_cast<const char*>(text);
+}
+
+// The date read from text under those conventions, as year-month-day; "" for a refused one.
+std::string Typed(const LibDateConventions& conventions, const std::string& text)
+{
+    LibLocaleDate date(LibDate(), conventions);
+    if (!date.SetTyped(text.c_str(), kToday))
+        return "";
+    return ShortOf(LibLocaleDate(date, Conventions("%F")));
+}
+
+} // namespace
+
+TEST(LibLocaleDate, ShortFormFollowsTheDateFormatOfALanguage)
+{
+    const struct {
+        const char* format;
+        const char* text;
+    } rows[] = { { "%m/%d/%y", "03/12/2001" }, { "%D", "03/12/2001" }, { "%F", "2001-03-12" },
+        { "%d.%m.%Y", "12.03.2001" }, { "%e. %-m. %Y", "12. 03. 2001" },
+        { "%Y. %m. %d.", "2001. 03. 12." }, { "%Y년 %m월 %d일", "2001년 03월 12일" },
+        { "%Od-%Om-%EY", "12-03-2001" }, { "%d %b %Y", "12 03 2001" },
+        { "%a %d/%m/%Y", "12/03/2001" } };
+    for (const auto& row : rows) {
+        const LibLocaleDate date(LibDate(3, 12, 2001), Conventions(row.format));
+        EXPECT_EQ(ShortOf(date), row.text);
+        EXPECT_EQ(Typed(date.Conventions(), row.text), "2001-03-12");
+        EXPECT_EQ(Typed(date.Conventions(), LongOf(date)), "2001-03-12") << LongOf(date);
+    }
+    LibDateConventions kept = Conventions("%F");
+    for (const char* format : { "", "%", "%m/%y", "%Y-%d-%m", "%d%m%Y%d", "day" })
+        EXPECT_FALSE(LibReadDateFormat(format, kept)) << format;
+    EXPECT_EQ(kept.order, Order::YearMonthDay);
+}
+
+TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
+{
+    const LibDateConventions german = Conventions("%d.%m.%Y");
+    const LibDateConventions british = Conventions("%d/%m/%Y");
+    const LibDateConventions swedish = Conventions("%Y-%m-%d");
+    LibDateConventions korean = Conventions("%Y년 %m월 %d일");
+    for (size_t i = 0; i < korean.months.size(); i++)
+        korean.months[i] = std::to_string(i + 1) + "월";
+    const struct {
+        const LibDateConventions& conventions;
+        const char* text;
+        const char* date;
+    } rows[] = { { german, "3.12.2001", "2001-12-03" }, { german, "3. 12. 01", "2001-12-03" },
+        { german, "3.12.", "2001-12-03" }, { german, "3/12/2001", "2001-12-03" },
+        { german, "2001-12-03", "2001-12-03" }, { german, "31.4.2001", "" },
+        { british, "3/12", "2001-12-03" }, { british, "12/31/2001", "" },
+        { swedish, "01-12-03", "2001-12-03" }, { swedish, "12-03", "2001-12-03" },
+        { swedish, "03.12.2001", "2001-12-03" }, { swedish, "03/12/2001", "" }, // could be either
+        { korean, "2001년 12월 3일", "2001-12-03" }, { korean, "2001 12월 3", "2001-12-03" },
+        { korean, "2월 3", "2001-02-03" }, { german, "tomorrow", "2001-10-25" },
+        { german, "in 2 weeks", "2001-11-07" }, { german, "tomorrow noon", "" },
+        { german, "in 2 hours", "" }, { german, "", "" } };
+    for (const auto& row : rows)
+        EXPECT_EQ(Typed(row.conventions, row.text), row.date) << row.text;
+    LibLocaleDate date(kToday, german);
+    EXPECT_FALSE(date.SetTyped(nullptr));
+    EXPECT_EQ(date, kToday);
+    EXPECT_EQ(LongOf(LibLocaleDate(LibDate(13, 1, 50), german)), "Sunday, 1  0050");
+}
+
+TEST(LibLocaleDate, TakesNamesFromInstalledLocales)
+{
+    const LocaleFolder folder;
+    const std::string before = setlocale(LC_ALL, nullptr);
+    const struct {
+        const char* language;
+        const char* charset;
+        const char* shortText;
+        const char* longText;
+        const char* typed;
+    } rows[] = { { "de_DE", "UTF-8", "12.03.2001", "Montag, 12 März 2001", "mo, 12. MÄRZ" },
+        { "de_DE", "ISO-8859-1", "12.03.2001", "Montag, 12 März 2001", "12 mär 01" },
+        { "ru_RU", "UTF-8", "12.03.2001", "Понедельник, 12 марта 2001", "12 МАРТА" },
+        { "zh_CN", "UTF-8", "2001年03月12日", "星期一, 2001 三月 12", "三月 12" } };
+    for (const auto& row : rows) {
+        const std::string name = std::string(row.language) + "." + row.charset;
+        SCOPED_TRACE(name);
+        if (!folder.Make(row.language, row.charset))
+            GTEST_SKIP() << "no localedef, or no sources of " << name;
+        const LibLocaleDate date(LibDate(3, 12, 2001), LibDateConventions::OfLocale(name.c_str()));
+        EXPECT_EQ(ShortOf(date), row.shortText);
+        EXPECT_EQ(LongOf(date), row.longText);
+        for (const std::string& text : { ShortOf(date), LongOf(date), std::string(row.typed) })
+            EXPECT_EQ(Typed(date.Conventions(), text), "2001-03-12") << text;
+    }
+    EXPECT_EQ(setlocale(LC_ALL, nullptr), before);
+}
+
+TEST(LibLocaleDate, UnknownLocaleIsNamedAndGivesEnglish)
+{
+    testing::internal::CaptureStderr();
+    const LibDateConventions conventions = LibDateConventions::OfLocale("xx_XX");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Locale <xx_XX> is not installed\n");
+    EXPECT_EQ(conventions.months[2], "March");
+    EXPECT_EQ(conventions.order, Order::MonthDayYear);
+    EXPECT_EQ(conventions.Month("may"), 5);
+    EXPECT_EQ(conventions.Month("may 3"), 0);
+    EXPECT_EQ(conventions.WeekDay("THURSDAY"), 4);
+    EXPECT_EQ(conventions.WeekDay(""), -1);
+}
+
+TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)
+{
+    const struct {
+        const char* text;
+        const char* folded;
+    } rows[] = {
+        { "A-z\xc3\x84", "a-z\xc3\xa4" },
+        { "\xf0\x90\x90\x80", "\xf0\x90\x90\xa8" }, // Deseret, four bytes
+        { "\xc3", "\xc3" }, { "\xc3Z", "\xc3z" }, { "\x80\xff", "\x80\xff" },
+        { "\xc1\x81", "\xc1\x81" }, // "A" in two bytes
+        { "\xe0\x81\x81", "\xe0\x81\x81" }, // and in three
+        { "\xed\xa0\x80", "\xed\xa0\x80" }, // half a surrogate pair
+        { "\xf4\x90\x80\x80", "\xf4\x90\x80\x80" }, // beyond the last character
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(LibFoldCase(row.text), row.folded);
+}

@@ -1,0 +1,118 @@
+#include "foundation/LibStringIterator.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+typedef std::vector<std::pair<std::string, bool>> Fields;
+
+// What that many calls give for a text.
+template <class Delimiter>
+Fields FieldsOf(const char* text, Delimiter delimiter, int calls)
+{
+    LibStringIterator reader(text);
+    Fields fields;
+    for (int i = 0; i < calls; i++) {
+        LibString field("before");
+        const bool found = reader.GetNextField(delimiter, field);
+        fields.emplace_back(static_cast<const char*>(field), found);
+    }
+    return fields;
+}
+
+} // namespace
+
+TEST(LibStringIterator, LastFieldEndsALoopByItsLastCharacter)
+{
+    const struct {
+        const char* text;
+        Fields fields;
+    } rows[] = {
+        { "a\tb\tcd",
+            { { "a", true }, { "b", true }, { "cd", true }, { "d", false }, { "d", false } } },
+        { "a\tb", { { "a", true }, { "b", false }, { "b", false } } },
+        { "a\t\tb", { { "a", true }, { "", true }, { "b", false } } },
+        { "ab\t", { { "ab", true }, { "", false } } },
+        { "\t\t", { { "", true }, { "", true }, { "", false } } },
+        { "abc", { { "abc", true }, { "c", false } } },
+        { "", { { "", false }, { "", false } } },
+        { nullptr, { { "", false } } },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(FieldsOf(row.text, '\t', static_cast<int>(row.fields.size())), row.fields);
+}
+
+TEST(LibStringIterator, OfSeveralDelimitersAnyEndsAFieldAndTheRestStays)
+{
+    EXPECT_EQ(FieldsOf("1.5,2;x", ",;", 4),
+        (Fields { { "1.5", true }, { "2", true }, { "x", false }, { "x", false } }));
+    EXPECT_EQ(FieldsOf("ab", static_cast<const char*>(nullptr), 1), (Fields { { "ab", false } }));
+}
+
+TEST(LibStringIterator, FieldOfAnIndexIsOneThatComesWithTrue)
+{
+    LibStringIterator reader("x,yz,w");
+    LibString field("kept");
+    EXPECT_FALSE(reader.GetIndexField(',', 2, field));
+    EXPECT_STREQ(field, "kept");
+    EXPECT_TRUE(reader.GetIndexField(',', 1, field)); // it starts over by itself
+    EXPECT_STREQ(field, "yz");
+    EXPECT_EQ(reader.Position(), 5);
+}
+
+TEST(LibStringIterator, PositionTravelsWithTheIteratorAndNotWithItsText)
+{
+    LibString field;
+    LibStringIterator reader("ab,cd,ef");
+    reader.GetNextField(',', field);
+    LibStringIterator copy(reader);
+    copy.GetNextField(',', field);
+    EXPECT_STREQ(field, "cd");
+    reader = copy;
+    EXPECT_EQ(reader.Position(), 6);
+    const LibStringIterator& same = reader;
+    reader = static_cast<const LibString&>(same); // assigned to itself: nothing happens
+    EXPECT_EQ(reader.Position(), 6);
+    reader = static_cast<const LibString&>(copy);
+    EXPECT_EQ(reader.Position(), 0);
+    reader.Reset(3);
+    testing::internal::CaptureStderr();
+    static_cast<const LibString&>(reader).PrintToStream();
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(), "LibString:: <ab,cd,ef>, buffer 9\nposition 3\n");
+    reader = "gh";
+    EXPECT_EQ(reader.Position(), 0);
+    EXPECT_STREQ(reader, "gh");
+}
+
+TEST(LibStringIterator, PositionOutsideTheTextIsItsNearerEnd)
+{
+    LibStringIterator reader("ab,cd");
+    LibString field;
+    reader.Reset(1000);
+    EXPECT_FALSE(reader.GetNextField(',', field));
+    EXPECT_STREQ(field, "");
+    EXPECT_FALSE(reader.GetNextField(",;", field));
+    reader.Reset(-1000);
+    EXPECT_TRUE(reader.GetNextField(',', field));
+    EXPECT_STREQ(field, "ab");
+    EXPECT_EQ(reader.Position(), 3);
+    EXPECT_TRUE(reader.GetNextField(',', reader)); // the field may be the iterator itself
+    EXPECT_STREQ(reader, "cd");
+}
+
+TEST(LibStringIterator, ReadsFieldsOfAHundredMegabytes)
+{
+    std::string text(100'000'000, 'x');
+    text[70'000'000] = ',';
+    LibStringIterator reader(text.c_str());
+    LibString field;
+    EXPECT_TRUE(reader.GetNextField(',', field));
+    EXPECT_EQ(field.PackSize(), 70'000'004);
+    EXPECT_TRUE(reader.GetNextField(",;"[0], field));
+    EXPECT_EQ(field.PackSize(), 29'999'999 + 4);
+}

@@ -1,0 +1,235 @@
+#include "foundation/LibString.h"
+
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <tuple>
+
+#include <gtest/gtest.h>
+
+#include "tests/foundation/LocaleGuard.h"
+
+namespace {
+
+// Shows the room of a string, which nothing else tells.
+class OpenString : public LibString {
+public:
+    using LibString::LibString;
+    using LibString::operator=;
+    int32 Room() const { return size; }
+};
+
+} // namespace
+
+TEST(LibString, RoomIsExactAndTravelsWithTheWholeString)
+{
+    OpenString text;
+    EXPECT_STREQ(text, "");
+    EXPECT_EQ(text.Room(), 1);
+    text.Concat("abc");
+    EXPECT_EQ(text.Room(), 4);
+    const char* before = text;
+    EXPECT_EQ(text.Concat(""), before); // it fits: no new buffer
+    OpenString roomy(100);
+    roomy.Concat("ab");
+    text = static_cast<const LibString&>(roomy);
+    EXPECT_STREQ(text, "ab");
+    EXPECT_EQ(text.Room(), 101);
+    text = static_cast<const char*>(roomy);
+    EXPECT_EQ(text.Room(), 3);
+    text.Clear();
+    EXPECT_STREQ(text, nullptr);
+    EXPECT_EQ(text.Room(), 0);
+    text.SetBuffer(-5);
+    EXPECT_STREQ(text.Concat('x'), "x");
+}
+
+TEST(LibString, NumbersAreCutToTheirBuffers)
+{
+    OpenString text;
+    text = INT32_MIN;
+    EXPECT_STREQ(text, "-214748364");
+    text = 1e30f;
+    EXPECT_STREQ(text, "1000000015");
+    EXPECT_EQ(text.Room(), 11);
+    text = -1e15;
+    EXPECT_STREQ(text, "-10000000000000");
+    text.SetFloat64(1.0 / 3, 100000);
+    EXPECT_STREQ(text, "0.3333333333333");
+    EXPECT_EQ(text.Room(), 16);
+    text.SetFloat32(2.25f, 1);
+    EXPECT_STREQ(text, "2.2"); // to even, as printf
+}
+
+TEST(LibString, NumbersHaveAPointInGermanyToo)
+{
+    const LocaleGuard german("de_DE.UTF-8");
+    if (!german.IsSet())
+        GTEST_SKIP() << "no locale de_DE.UTF-8 here";
+    LibString text("> ");
+    text += 1.5f;
+    EXPECT_STREQ(text, "> 1.500000");
+    double value = 0;
+    EXPECT_TRUE(LibString("12.5").GetFloat64(value));
+    EXPECT_EQ(value, 12.5);
+}
+
+TEST(LibString, GettersTakeWhatTheNumberGrammarTakes)
+{
+    const std::tuple<const char*, bool, int32, double> rows[] = { { "", true, 0, 0 },
+        { nullptr, true, 0, 0 }, { "12.9", true, 12, 12.9 }, { "+1.5", true, 1, 1.5 },
+        { "-.5", true, 0, -0.5 }, { "7.", true, 7, 7 }, { "+", true, 0, 0 }, { ".", true, 0, 0 },
+        { "-1", true, -1, -1 }, { "1-", false, 0, 0 }, { "1.2.3", false, 0, 0 },
+        { " 1", false, 0, 0 }, { "1e3", false, 0, 0 }, { "0x1", false, 0, 0 },
+        { "+-1", false, 0, 0 } };
+    for (const auto& [bytes, isNumeric, expectedWhole, expectedValue] : rows) {
+        SCOPED_TRACE(bytes != nullptr ? bytes : "null");
+        const LibString text(bytes);
+        int32 whole = 99;
+        double value = 99;
+        EXPECT_EQ(text.GetInt32(whole), isNumeric);
+        EXPECT_EQ(whole, expectedWhole);
+        EXPECT_EQ(text.GetFloat64(value), isNumeric);
+        EXPECT_EQ(value, expectedValue);
+    }
+    int8 narrow = 0;
+    uint16 positive = 0;
+    double huge = 0;
+    EXPECT_TRUE(LibString("300").GetInt8(narrow));
+    EXPECT_EQ(narrow, 44);
+    EXPECT_TRUE(LibString("-1").GetUint16(positive));
+    EXPECT_EQ(positive, 65535);
+    EXPECT_TRUE(LibString(("-" + std::string(400, '9')).c_str()).GetFloat64(huge));
+    EXPECT_EQ(huge, -HUGE_VAL);
+    EXPECT_TRUE(LibString(("0." + std::string(400, '0') + "1").c_str()).GetFloat64(huge));
+    EXPECT_EQ(huge, 0);
+}
+
+TEST(LibString, HexadecimalIsTwoDigitsOrZero)
+{
+    const std::pair<const char*, uint8> rows[] = { { "fF", 255 }, { "0a", 10 }, { "F", 0 },
+        { "FFF", 0 }, { "G1", 1 }, { "", 0 } };
+    for (const auto& [text, value] : rows)
+        EXPECT_EQ(LibString(text).GetHex(), value) << text;
+    LibString text;
+    text.SetHex(0xa5);
+    EXPECT_STREQ(text, "A5");
+}
+
+TEST(LibString, CompareOrdersBySignedBytesAndPrefix)
+{
+    const std::tuple<const char*, const char*, bool, int32> rows[] = { { "abc", "abd", false, -1 },
+        { "b", "a", false, 1 }, { "", "", false, 0 }, { "ab", "abc", false, -1 },
+        { "a\xe9", "a", false, 1 }, // longer, though the byte is below the end mark
+        { "\xe9", "a", false, -1 }, { "ABC", "abc", true, 0 }, { "ABC", "abc", false, -1 },
+        { "_", "a", true, 1 }, // folded upwards: behind "A"
+        { "a", nullptr, false, 1 }, { nullptr, nullptr, false, 1 }, { nullptr, "", false, 0 } };
+    for (const auto& [a, b, ignoreCase, expected] : rows)
+        EXPECT_EQ(LibString(a).Compare(b, ignoreCase), expected) << b;
+
+    const LibString text("xABCd");
+    EXPECT_EQ(text.CompareSub("ABC", false, 3, 1), 0);
+    EXPECT_GT(text.CompareSub("ABC", false, -1, 1), 0);
+    EXPECT_EQ(text.CompareSub("abcD", true, -1, 1), 0);
+    EXPECT_EQ(text.CompareSub("abX", true, 2, 1), 0);
+    EXPECT_EQ(text.CompareSub("", false, -1, 99), 0); // starts past the end: an empty rest
+}
+
+TEST(LibString, SearchesFindTheFirstAndFoldOnlyWhenAsked)
+{
+    const LibString text("Tarvex test");
+    // Begins with, ends with, contains.
+    const std::tuple<const char*, bool, std::string> rows[] = { { "Tar", false, "b-c" },
+        { "tar", false, "---" }, { "tar", true, "b-c" }, { "test", false, "-ec" },
+        { "TEST", true, "-ec" }, { "TEST", false, "---" }, { "vex", false, "--c" },
+        { "VEX", true, "--c" }, { "", false, "-ec" }, { "", true, "-ec" },
+        { "Tarvex test", false, "bec" }, { "Tarvex test.", false, "---" },
+        { "a Tarvex test", true, "---" } };
+    for (const auto& [wanted, ignoreCase, expected] : rows) {
+        std::string found;
+        found += text.BeginsWith(wanted, ignoreCase) ? 'b' : '-';
+        found += text.EndsWith(wanted, ignoreCase) ? 'e' : '-';
+        found += text.Contain(wanted, ignoreCase) ? 'c' : '-';
+        EXPECT_EQ(found, expected) << wanted;
+    }
+    EXPECT_EQ(text.Index("te"), 7);
+    EXPECT_EQ(text.Index('n'), -1);
+    EXPECT_EQ(text.IndexOfAny("xv"), 3);
+    EXPECT_EQ(text.Count('t'), 2);
+    EXPECT_EQ(LibString("").Index(""), -1);
+    EXPECT_EQ(text.PackSize(), 15);
+}
+
+TEST(LibString, WordsAreRunsWithoutWhiteSpace)
+{
+    LibString text(" one\ttwo\n three");
+    EXPECT_EQ(text.Words(), 3);
+    EXPECT_FALSE(text.IsBlank());
+    EXPECT_TRUE(LibString(" \t").IsBlank());
+    LibString word("old");
+    EXPECT_FALSE(text.Word(0, word));
+    EXPECT_STREQ(word, "");
+    EXPECT_FALSE(text.Word(4, word));
+    EXPECT_TRUE(text.Word(1, word));
+    EXPECT_STREQ(word, "one");
+    EXPECT_TRUE(text.Word(3, text));
+    EXPECT_STREQ(text, "three");
+}
+
+TEST(LibString, ExtractGivesNothingWhereTheRangeIsNotThere)
+{
+    const LibString text("a<bc>d>");
+    const std::pair<LibString, const char*> rows[] = { { text.Extract(1, 6), "<bc>d>" },
+        { text.Extract(-1, 2), "" }, { text.Extract(3, 2), "" }, { text.Extract(5, 7), "" },
+        { text.Extract('<', '>', false), "<bc>" }, { text.Extract('<', '>', true), "bc" },
+        { LibString("'b'").Extract('\'', '\'', true), "b" },
+        { LibString("''").Extract('\'', '\'', true), "" },
+        { text.Extract('d', '<', true), "" } }; // the close comes before the open
+    for (const auto& [extracted, expected] : rows)
+        EXPECT_STREQ(extracted, expected);
+}
+
+TEST(LibString, WildCardsMatchTheWholeText)
+{
+    const std::tuple<const char*, const char*, bool> rows[] = { { "a.txt", "*.txt", true },
+        { ".txt", "*.txt", true }, { "a.TXT", "*.txt", false }, { "a.txt.gz", "*.txt", false },
+        { "abc", "a?c", true }, { "ac", "a?c", false }, { "abc", "ab", false },
+        { "ab", "abc", false }, { "abc", "***", true }, { "", "*", true }, { "", "?", false },
+        { "", "", true }, { "a", "", false }, { "ab", "*??", true }, { "a", "*??", false },
+        { "abab", "*ab", true }, // the first "ab" is the wrong one
+        { "xaybzb", "x*b", true }, { "a*c", "a*c", true }, { "abc", nullptr, false } };
+    for (const auto& [text, pattern, matches] : rows)
+        EXPECT_EQ(LibString(text).IsWildCard(pattern), matches) << pattern;
+    EXPECT_TRUE(LibString("abc").IsWildCard(LibString("a*")));
+}
+
+TEST(LibString, AMegabyteIsEditedWithoutLoss)
+{
+    constexpr int32 kSize = 1 << 20;
+    const std::string blanks(kSize, ' ');
+    LibString text(blanks.c_str());
+    text.Insert(kSize / 2, "middle");
+    EXPECT_EQ(text.Index("middle"), kSize / 2 + 1);
+    EXPECT_EQ(text.Words(), 1);
+    EXPECT_EQ(text.Replace("middle", "centre"), kSize / 2 + 1);
+    EXPECT_TRUE(text.IsWildCard("* *c*e*r* *"));
+    EXPECT_FALSE(text.IsWildCard("* * * *x"));
+    EXPECT_TRUE(text.Contain("CENTRE", true));
+    text.StripLeadingChar(' ');
+    text.RemoveRepeatingChar(' ');
+    EXPECT_STREQ(text, "centre ");
+}
+
+TEST(LibString, ReadAppendsWholeFilesWhateverThePieces)
+{
+    const std::string path = testing::TempDir() + "LibStringTest.text";
+    std::ofstream(path) << "first line\n\nlast";
+    LibString text("> ");
+    text.Read(path.c_str(), 4);
+    EXPECT_STREQ(text, "> first line\n\nlast");
+    text.Read(path.c_str(), 1); // no room for a byte
+    text.Read((path + ".missing").c_str(), 80);
+    EXPECT_STREQ(text, "> first line\n\nlast");
+    remove(path.c_str());
+}

@@ -1,0 +1,234 @@
+#include "foundation/xmlParser.h"
+
+#include <fstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// A file of its own for a test's text, gone with it.
+class XmlFile {
+public:
+    explicit XmlFile(const std::string& text)
+        : fPath(testing::TempDir() + "xml_"
+            + testing::UnitTest::GetInstance()->current_test_info()->name())
+    {
+        std::ofstream(fPath, std::ios::binary) << text;
+    }
+    ~XmlFile() { remove(fPath.c_str()); }
+    const char* Path() const { return fPath.c_str(); }
+
+private:
+    std::string fPath;
+};
+
+std::string ValueOf(const char* text)
+{
+    return text != nullptr ? text : "(null)";
+}
+
+// A tag as one line: name(attribute=value ...)[content|child@location ...]
+std::string LineOf(const xmlTag& tag)
+{
+    std::string line = ValueOf(tag.name) + "(";
+    char* name = nullptr;
+    type_code type = 0;
+    for (int32 i = 0; tag.modifiers.GetInfo(B_ANY_TYPE, i, &name, &type) == B_OK; i++) {
+        const char* value = nullptr;
+        tag.modifiers.FindString(name, &value);
+        line += (i > 0 ? " " : "") + std::string(name) + "=" + ValueOf(value);
+    }
+    line += ")[" + ValueOf(tag.content);
+    for (const xmlTag* child = tag.children.First(); child != nullptr; child = tag.children.Next())
+        line += "|" + LineOf(*child) + "@" + std::to_string(child->parentLocation);
+    return line + "]";
+}
+
+// The first element of that name in a file with that text; "" if there is none.
+std::string Found(const char* name, const std::string& text)
+{
+    const XmlFile file(text);
+    xmlParser parser(file.Path());
+    xmlTag tag;
+    return parser.FindTag(name, tag) ? LineOf(tag) : "";
+}
+
+} // namespace
+
+TEST(xmlParser, FindsElementsWithTheirParts)
+{
+    const std::string kilobyte(1024, 'x');
+    const struct {
+        const char* name;
+        std::string text;
+        std::string tag;
+    } rows[] = { { "title", "<title>Hello</title>", "title()[Hello]" },
+        { "a", "<a x=\"1 2\" y=3>", "a(x=1 2 y=3)[]" },
+        { "a", "<a\tx='\"'  y>t</a>", "a(x=\" y=)[t]" }, { "a", "<a x=>t</a>", "a(x=)[t]" },
+        { "a", "<a =1 x=2>t</a>", "a(x=2)[t]" }, { "a", "<a>  text  </a>", "a()[text]" },
+        { "a", "<a>one\ntwo</a>", "a()[onetwo]" }, { "a", "<a>one\n\n  two</a>", "a()[one  two]" },
+        { "a", "<a>1 < 2 <> &lt;</a>", "a()[1 < 2 <> &lt;]" },
+        { "a", "<a>1 <\n2</a>", "a()[1 <2]" }, { "b", "<a>one<b>two</b></a>", "b()[two]" },
+        { "a", "<a>one <b x=1>two</b> three<c/></a>", "a()[one  three|b(x=1)[two]@4|c()[]@10]" },
+        { "a", "<a><a>in</a>out</a>", "a()[out|a()[in]@0]" }, { "a", "<a/>text</a>", "a()[]" },
+        { "a", "<a x=1/>text</a>", "a(x=1)[]" }, { "a", "<a x=\"1\" />text</a>", "a(x=1)[]" },
+        { "a", "<a x=http://host/path >text</a>", "a(x=http://host/path)[text]" },
+        { "a", "<a x='1'y='2'>t</a >", "a(x=1 y=2)[t]" },
+        { "a", "<a\nx=1\ny='two\nlines'\n>t</a>", "a(x=1 y=two lines)[t]" },
+        { "a", "<a>t</b></A></a>", "a()[t]" },
+        { "a", "<a>never <b>closed</a>", "a()[never|b()[closed]@6]" },
+        { "a", "<a x='never closed", "a(x=never closed )[]" }, { "a", "<a", "a()[]" },
+        { "a", "<A>t</A>", "" }, { "a", "< a>t</a>", "" },
+        { "a", "<!-- <a>no</a> --><a>yes</a>", "a()[yes]" },
+        { "a", "<!--<a>no</a>-> --><a>y<!--e-->s<!----></a>", "a()[ys]" },
+        { "a", "<!DOCTYPE a><a>t<!ENTITY x>u<?xml a?>v</a>", "a()[tuv]" },
+        { "?xml", "<?xml version=\"1.0\"?>", "?xml(version=1.0 ?=)[]" },
+        { "!DOCTYPE", "<!DOCTYPE a>t", "!DOCTYPE(a=)[]" },
+        { "a", "<a>" + kilobyte + "y</a>", "a()[" + kilobyte + "y]" },
+        { "a", std::string(1023, '-') + "<a x=1>t</a>", "a(x=1)[t]" },
+        { "a", std::string(1022, '-') + "<a\nx=1>t</a>", "a(x=1)[t]" },
+        { "a", std::string("<a>o\0ne\ntwo</a>", 15), "a()[otwo]" },
+        { "a", "<a>\xff\xc3</a>", "a()[\xff\xc3]" }, { "", "<>t</>", "" }, { "a", "", "" } };
+    for (const auto& row : rows)
+        EXPECT_EQ(Found(row.name, row.text), row.tag) << row.text;
+    EXPECT_EQ(Found(nullptr, "<a>"), "");
+}
+
+TEST(xmlParser, GoesOnAfterWhatItFoundUntilItIsRewound)
+{
+    const XmlFile file("<?xml version=\"1.0\"?>\n<t>1</t>\n\n<u>x</u><t>2\n</t>");
+    xmlParser parser(file.Path());
+    xmlTag tag;
+    for (int round = 0; round < 2; round++) {
+        for (const char* content : { "1", "2" }) {
+            ASSERT_TRUE(parser.FindTag("t", tag));
+            EXPECT_STREQ(tag.content, content);
+        }
+        EXPECT_FALSE(parser.FindTag(tag.name, tag)); // its own name, which it loses
+        EXPECT_STREQ(tag.content, "");
+        parser.Rewind();
+    }
+    EXPECT_TRUE(parser.Advance());
+    EXPECT_TRUE(parser.ReadLine());
+    testing::internal::CaptureStderr();
+    parser.PrintToStream();
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(), "xmlParser: line 2, column 0\nbuffer <<t>1</t>>\n");
+}
+
+TEST(xmlParser, CountsPiecesOfLongLines)
+{
+    const XmlFile file(std::string(1024, 'a') + "\n" + std::string(1025, 'b') + "\nc");
+    xmlParser parser(file.Path());
+    int lines = 0;
+    while (parser.ReadLine())
+        lines++;
+    EXPECT_EQ(lines, 4); // one that just fits, two pieces, one
+}
+
+TEST(xmlParser, FileThatCannotBeOpenedIsNamed)
+{
+    testing::internal::CaptureStderr();
+    xmlParser parser("/nonexistent/help.xml");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Unable to open </nonexistent/help.xml>: No such file or directory\n");
+    EXPECT_FALSE(parser.IsValid());
+    xmlTag tag;
+    tag.SetName("old");
+    EXPECT_FALSE(parser.FindTag("a", tag));
+    EXPECT_STREQ(tag.name, "");
+    EXPECT_FALSE(parser.ReadLine() || parser.Advance() || parser.Open(nullptr));
+    EXPECT_TRUE(parser.Open("/")); // a folder opens, and holds nothing
+    EXPECT_FALSE(parser.FindTag("a", tag));
+    xmlTagModifiers modifiers;
+    parser.AddModifiers(modifiers);
+    EXPECT_TRUE(modifiers.IsEmpty());
+}
+
+TEST(xmlParser, DerivedParserChoosesTagsWithoutAnEnd)
+{
+    class LooseParser : public xmlParser {
+    public:
+        using xmlParser::xmlParser;
+        bool NoAnchorTag(const char* name) const override
+        {
+            return std::string(name) == "br" || xmlParser::NoAnchorTag(name);
+        }
+    };
+    const XmlFile file("<p>one<br>two<br x=1></p>");
+    LooseParser parser(file.Path());
+    xmlTag tag;
+    ASSERT_TRUE(parser.FindTag("p", tag));
+    EXPECT_EQ(LineOf(tag), "p()[onetwo|br()[]@3|br(x=1)[]@6]");
+    xmlTag second;
+    parser.Rewind();
+    EXPECT_TRUE(parser.FindTag("br", second));
+    EXPECT_TRUE(parser.FindTag("br", second)); // the first did not swallow it
+}
+
+TEST(xmlParser, LeavesOutWhatLiesTooDeepOrIsTooMuch)
+{
+    const auto repeated = [](const char* text, int times) {
+        std::string all;
+        for (int i = 0; i < times; i++)
+            all += text;
+        return all;
+    };
+    const struct {
+        const char* name;
+        std::string text;
+        const char* message;
+        int32 children;
+    } rows[] = { { "deep", repeated("<a>", 1'000'000), "levels", 1 },
+        { "deep and closed", repeated("<a>", 150) + "x" + repeated("</a>", 150) + "<b/>", "levels",
+            2 },
+        { "many", repeated("<b/>", 200'000), "elements", 100'000 },
+        { "many attributes", "<c " + repeated("x ", 200'000) + "/><d/>", "attributes", 2 },
+        { "long", std::string(100'000'000, 'x'), nullptr, 0 },
+        { "long line ends", std::string(10'000'000, '\n'), nullptr, 0 },
+        { "long name", "<" + std::string(1'000'000, 'n') + ">", nullptr, 1 },
+        { "long attribute", "<c " + std::string(1'000'000, 'n') + "=1/>", "attribute", 1 } };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const XmlFile file("<top>" + row.text + "</top>");
+        testing::internal::CaptureStderr();
+        xmlParser parser(file.Path());
+        xmlTag tag;
+        EXPECT_TRUE(parser.FindTag("top", tag));
+        EXPECT_EQ(tag.children.Size(), row.children);
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), row.message != nullptr ? 1 : 0);
+        EXPECT_NE(said.find(row.message != nullptr ? row.message : ""), std::string::npos) << said;
+    }
+}
+
+TEST(xmlTag, CopiesAreDeepAndMayComeFromInside)
+{
+    xmlTag tag;
+    tag.SetName("a");
+    tag.SetName(nullptr);
+    tag.modifiers.AddString("x", "1");
+    for (const char c : std::string(" \tb c "))
+        tag.AddContent(c);
+    xmlTag child;
+    child.SetName("b");
+    child.SetParentLocation(3);
+    tag.AddChild(child);
+    tag.AddChild(tag); // a copy of itself
+    EXPECT_EQ(LineOf(tag), "a(x=1)[b c |b()[]@3|a(x=1)[b c |b()[]@3]@0]");
+    tag.StripTrailingContent();
+    xmlTag copy(tag);
+    copy.children.Clear();
+    tag = *tag.children.Get(1L); // which goes with the assignment
+    EXPECT_EQ(LineOf(tag), "a(x=1)[b c |b()[]@3]");
+    EXPECT_EQ(LineOf(copy), "a(x=1)[b c]");
+    EXPECT_TRUE(copy == tag && child > tag && !(tag > child));
+    testing::internal::CaptureStderr();
+    testing::internal::CaptureStdout(); // of the attributes
+    tag.PrintToStream();
+    EXPECT_NE(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "xmlTag: <a>\n\tcontents <b c >\n\tParent Local : 0\n"
+        "xmlTag: <b>\n\tcontents <>\n\tParent Local : 3\n");
+}
