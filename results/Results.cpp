@@ -1,0 +1,130 @@
+#include "results/Results.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "results/ProcessorImages.h"
+#include "sysinfo/LibSysInfo.h"
+
+namespace {
+
+// The calls stand one after the other, as in the tests whose loops they stand for.
+template <int... call>
+void CallRand(long loops, std::integer_sequence<int, call...>)
+{
+    for (long i = 0; i < loops; i++)
+        ((static_cast<void>(call), static_cast<void>(rand())), ...);
+}
+
+void RunLoops(long loops, int randsPerLoop)
+{
+    switch (randsPerLoop) {
+        case 1: return CallRand(loops, std::make_integer_sequence<int, 1>());
+        case 2: return CallRand(loops, std::make_integer_sequence<int, 2>());
+        case 3: return CallRand(loops, std::make_integer_sequence<int, 3>());
+        case 4: return CallRand(loops, std::make_integer_sequence<int, 4>());
+        case 5: return CallRand(loops, std::make_integer_sequence<int, 5>());
+        case 6: return CallRand(loops, std::make_integer_sequence<int, 6>());
+    }
+}
+
+} // namespace
+
+Results::Results(bool isCurrent)
+    : icon(std::make_unique<BBitmap>(BRect(0, 0, 15, 15), B_CMAP8)), current(isCurrent)
+{
+    Reset();
+}
+
+Results& Results::operator=(Results& o)
+{
+    if (this == &o)
+        return *this;
+    frame = o.frame;
+    expanded = o.expanded;
+    description = o.description;
+    nbrCpus = o.nbrCpus;
+    cpu = o.cpu;
+    devices = o.devices;
+    LinkList<Metric>::operator=(o);
+    UpdateIcon();
+    return *this;
+}
+
+void Results::UpdateIcon()
+{
+    const auto& picture = expanded ? ProcessorOpen : Processor;
+    icon->SetBits(picture.data(), static_cast<int32>(picture.size()), 0, B_CMAP8);
+}
+
+void Results::Reset()
+{
+    Clear();
+    devices.Clear();
+    const LibSysInfo machine;
+    machine.Description(description);
+    nbrCpus = machine.cpuCount;
+    cpu = nbrCpus + 1;
+    expanded = false;
+    UpdateIcon();
+}
+
+bool Results::CycleCpu()
+{
+    return --cpu > 0;
+}
+
+Metric* Results::NewTest(const char* text, const long& cycles)
+{
+    auto metric = std::make_unique<Metric>();
+    metric->Description(text);
+    metric->NbrCycles(cycles);
+    if (Metric* known = Get(metric.get()))
+        return known;
+    if (!Insert(metric.get())) {
+        fprintf(stderr, "<%s> not inserted\n", text);
+        return nullptr;
+    }
+    return metric.release();
+}
+
+void Results::Calibrate(const long& loops, int randsPerLoop)
+{
+    calibration = 0;
+    if (loops == 0)
+        return;
+    const bigtime_t before = system_time();
+    RunLoops(loops, randsPerLoop);
+    calibration = system_time() - before;
+}
+
+double Results::EndTimer()
+{
+    return static_cast<double>(Stop()) - static_cast<double>(calibration) / 1'000'000;
+}
+
+float Results::Time(const int& slot)
+{
+    float seconds = 0;
+    if (slot < 0 || slot >= kMostTimes)
+        return seconds;
+    for (const Metric* metric = First(); metric != nullptr; metric = Next())
+        seconds += metric->times[slot];
+    return seconds;
+}
+
+bool Results::Contains(BPoint where)
+{
+    if (!frame.Contains(where))
+        return false;
+    expanded = !expanded;
+    UpdateIcon();
+    return true;
+}
+
+void Results::PrintToStream() const
+{
+    const char* text = description;
+    fprintf(stderr, "<%s>, nbrcpu %d, cpu %d\n", text, nbrCpus, cpu);
+}

@@ -1,0 +1,78 @@
+// One machine's run: the machine, its devices and a metric for each test. It is the list of its
+// metrics, whose cursor marks the metric that the chart shows, and the stopwatch of the test that
+// is running. Results of equal description are of the same machine.
+//
+// In the order of a run:
+//
+//     results.Reset();
+//     while (results.CycleCpu()) {            // cpu: how many processors to measure
+//         Metric* metric = results.NewTest("Savage", cycles);
+//         results.Calibrate(cycles, 0);
+//         results.StartTimer();
+//         ...
+//         metric->Time(static_cast<float>(results.EndTimer()));
+//     }
+#pragma once
+
+#include <memory>
+
+#include <Bitmap.h>
+#include <Rect.h>
+
+#include "foundation/LibString.h"
+#include "foundation/LinkList.h"
+#include "results/LibTimer.h"
+#include "results/Metric.h"
+#include "results/RelatedDevices.h"
+
+constexpr int32 kRecordSize = 9000; // bytes of the longest record, end mark included
+
+class Results : public LinkList<Metric>, public LibTimer {
+public:
+    // isCurrent: the results of a run on this machine, not read from anywhere.
+    explicit Results(bool isCurrent);
+    Results(const Results&) = delete;
+    // Takes over all but calibration, current and the timer; icon shows what expanded says.
+    // Moves o's cursors.
+    Results& operator=(Results& o);
+    bool operator==(const Results& o) const { return description.Compare(o.description) == 0; }
+    bool operator>(const Results& o) const { return description.Compare(o.description) > 0; }
+
+    // Deletes metrics and devices and describes this machine.
+    void Reset();
+    // Goes to the next processor count; false when all were measured.
+    bool CycleCpu();
+    // The metric of this description, made with these cycles if there is none yet. Null, with a
+    // line on standard error, if there is no memory.
+    Metric* NewTest(const char* text, const long& cycles);
+    // Measures what a test's own loop costs, which EndTimer then takes off: loops rounds of
+    // randsPerLoop (1 to 6, else none) calls of rand(). With no loops the cost is 0.
+    void Calibrate(const long& loops, int randsPerLoop);
+    void StartTimer() { Start(); }
+    // Seconds since StartTimer without the loop's own cost; below 0 if the test was the quicker.
+    double EndTimer();
+    // Seconds of all metrics together in this slot; 0 for a bad one. Moves the cursor.
+    float Time(const int& slot);
+
+    // If where is inside frame: toggles expanded and returns true.
+    bool Contains(BPoint where);
+    // Writes the record, one line without its end, into buffer, which has kRecordSize bytes.
+    // Returns false, with a line on standard error, if it did not fit: then devices are missing,
+    // or, if even these are too many, metrics; what is there is whole. Moves the cursors.
+    bool Write(char* buffer);
+    // Description and processor counts on standard error.
+    void PrintToStream() const;
+
+    BRect frame; // where the chart drew the label
+    bool expanded = false; // the chart shows a bar for every processor count
+    LibString description;
+    int32 nbrCpus = 0;
+    int32 cpu = 0; // the processor count that is measured now
+    int64 calibration = 0; // microseconds
+    LinkList<RelatedDevices> devices;
+    std::unique_ptr<BBitmap> icon; // 16 by 16 pixels
+    bool current;
+
+private:
+    void UpdateIcon();
+};

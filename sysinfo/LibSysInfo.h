@@ -1,0 +1,51 @@
+// A snapshot of the machine: processors, clocks, memory and main screen as they were when it was
+// made. What the platform does not tell is 0 or "Unknown".
+#pragma once
+
+#include <GraphicsDefs.h>
+#include <OS.h>
+#include <Rect.h>
+
+#include "foundation/LibString.h"
+
+class BScreen;
+
+class LibSysInfo {
+public:
+    // Describes this machine and its main screen; without a display the screen is 0 by 0.
+    LibSysInfo();
+    // Describes the machine that info tells of, with a screen of this frame and depth.
+    LibSysInfo(const system_info& info, const BRect& screenFrame, const color_space& depth);
+    LibSysInfo(const LibSysInfo&) = delete;
+    virtual ~LibSysInfo() = default;
+    // Takes over everything but screenWidth and screenHeight.
+    LibSysInfo& operator=(const LibSysInfo& o);
+
+    // The line that identifies a machine's results, as in
+    // "AT Clone (2-Intel Pentium II@400/100MHz) 128MB RAM".
+    void Description(LibString& out) const;
+    // The screen's depth in words; valid until the next call from any object.
+    const char* ScreenDepthStr() const;
+    // Description, depth and screen size on standard error.
+    void PrintToStream() const;
+
+    color_space colorSpace;
+    int32 cpuCount;
+    LibString cpuType;
+    LibString platform;
+    int32 screenWidth; // pixels
+    int32 screenHeight;
+    int32 cpuRevision;
+    int32 cpuClockMHz;
+    int32 busClockMHz;
+    LibString kernelBuild; // "date, time"
+    int32 memoryMB;
+
+private:
+    LibSysInfo(const system_info& info, const BScreen& screen);
+};
+
+// hz in whole MHz; an exact half is rounded down.
+[[nodiscard]] int32 LibRoundedMHz(const int64& hz);
+// Pages of 4096 bytes in whole MB. The bytes are counted in 32 bits: 2 GB and more come out wrong.
+[[nodiscard]] int32 LibMemoryMB(const int32& pages);

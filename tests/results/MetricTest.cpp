@@ -1,0 +1,99 @@
+#include "results/Metric.h"
+
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "results/MetricNames.h"
+
+namespace {
+
+void Record(Metric& metric, const std::vector<float>& seconds)
+{
+    for (const float time : seconds)
+        metric.Time(time);
+}
+
+// The slots in the order in which the chart draws them.
+std::vector<int> DrawingOrder(Metric& metric)
+{
+    std::vector<int> slots;
+    float limit = 1e30f;
+    for (int slot = metric.NextSmallestRate(limit); slot >= 0 && slots.size() < 9;
+         slot = metric.NextSmallestRate(limit))
+        slots.push_back(slot);
+    return slots;
+}
+
+} // namespace
+
+TEST(Metric, RateIsCyclesPerSecondOrTheTimeItselfAndTheFirstOfEqualRatesIsTheMaximum)
+{
+    Metric metric;
+    int slot = 77;
+    EXPECT_EQ(metric.MaxRate(slot), 0);
+    EXPECT_EQ(slot, 77);
+    metric.NbrCycles(1000);
+    Record(metric, { 0, 0.5f, 0.25f, 0.25f, -0.1f });
+    EXPECT_EQ(metric.Rate(0), 0);
+    EXPECT_EQ(metric.Rate(1), 2000);
+    EXPECT_EQ(metric.Rate(-1), 0);
+    EXPECT_EQ(metric.Rate(8), 0);
+    metric.nbrTimes = 1000000; // as a damaged record might say
+    EXPECT_EQ(metric.MaxRate(slot), 4000);
+    EXPECT_EQ(slot, 2);
+    metric.NbrCycles(0);
+    EXPECT_EQ(metric.Rate(1), 0.5);
+}
+
+TEST(Metric, SlotsAreDrawnFromTheFastestToTheSlowest)
+{
+    Metric metric;
+    Record(metric, { 0.1f, 0.1f, 0.2f, 0.05f, 0, -1 });
+    EXPECT_EQ(DrawingOrder(metric), (std::vector<int> { 3, 0, 2 })); // 1 is not below 0
+    EXPECT_EQ(DrawingOrder(metric), (std::vector<int> { 1 })); // the others are drawn
+    metric.SetDrawn(false);
+    metric.SetDrawn(3, true);
+    metric.SetDrawn(8, true);
+    EXPECT_EQ(DrawingOrder(metric), (std::vector<int> { 0, 2 }));
+
+    Metric thirds; // 1 / 0.3 is no float: its own limit must not let it pass again
+    Record(thirds, { 0.3f, 0.3f, 0.7f, 0.7f });
+    EXPECT_EQ(DrawingOrder(thirds), (std::vector<int> { 0, 2 }));
+}
+
+TEST(Metric, ANinthTimeIsDroppedWithALine)
+{
+    Metric metric;
+    metric.Description("Sieve");
+    Record(metric, { 1, 2, 3, 4, 5, 6, 7, 8 });
+    testing::internal::CaptureStderr();
+    metric.Time(9);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "No room for another time of <Sieve>\n");
+    EXPECT_EQ(metric.nbrTimes, 8);
+    EXPECT_EQ(metric.times[7], 8);
+}
+
+TEST(Metric, AssignmentCopiesAllButTheDrawnFlags)
+{
+    Metric from;
+    from.Index(700);
+    from.NbrCycles(50);
+    from.Description("Disk File Output");
+    from.Units("MB/sec");
+    Record(from, { 1.5f, 2.5f });
+    from.SetDrawn(true);
+    Metric to;
+    to = from;
+    EXPECT_EQ(to.index, 700);
+    EXPECT_EQ(to.Rate(1), 20);
+    EXPECT_STREQ(to.units, "MB/sec");
+    EXPECT_EQ(DrawingOrder(to).size(), 2u);
+    EXPECT_TRUE(to == from);
+    EXPECT_TRUE(to.HasSubs());
+    to.Description("Memory");
+    EXPECT_TRUE(to > from);
+    EXPECT_FALSE(to.HasSubs());
+    EXPECT_STREQ(MetricName(800), from.description);
+    EXPECT_STREQ(MetricName(1099), "");
+}

@@ -1,0 +1,118 @@
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "results/Results.h"
+#include "results/ResultsFile.h"
+#include "tests/foundation/LocaleGuard.h"
+
+namespace {
+
+constexpr char kRecord[] = "AT Clone (2-Intel Pentium II@400/100MHz) 128MB RAM\t"
+                           "-1:8 bit color, 1024x768 resolution\t"
+                           "1:Example Vendor, IDE Controller\t"
+                           "100:1000/0.412000,0.790000;"
+                           "700:50/1234567936.000000;"
+                           "600:1/;";
+
+void AddDevice(Results& results, int type, const char* text)
+{
+    auto device = std::make_unique<RelatedDevices>();
+    device->Description(type, text);
+    ASSERT_TRUE(results.devices.Insert(device.release()));
+}
+
+void FillExample(Results& results)
+{
+    results.description = "AT Clone (2-Intel Pentium II@400/100MHz) 128MB RAM";
+    AddDevice(results, -1, "8 bit color, 1024x768 resolution");
+    AddDevice(results, 1, "Example Vendor, IDE Controller");
+    Metric* copy = results.NewTest("Strings Copy", 1000);
+    copy->Index(100);
+    copy->Time(0.412f);
+    copy->Time(0.79f);
+    Metric* sieve = results.NewTest("Sieve", 50);
+    sieve->Index(700);
+    sieve->Time(1234567890.0f);
+    results.NewTest("Whetstone", 1)->Index(600);
+}
+
+std::string FileText(const std::string& path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+} // namespace
+
+TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocale)
+{
+    const std::string path = testing::TempDir() + "ResultsRecordTest.results";
+    const std::string expected =
+        "1.0\n" + std::to_string(sizeof(kRecord) - 1) + "\n" + kRecord + "\n";
+    Results results(false);
+    FillExample(results);
+    std::ofstream(path) << "longer than what comes: " << expected;
+    EXPECT_TRUE(WriteResultsFile(path.c_str(), results));
+    EXPECT_EQ(FileText(path), expected);
+    const LocaleGuard german("de_DE.UTF-8");
+    EXPECT_TRUE(WriteResultsFile(path.c_str(), results));
+    EXPECT_EQ(FileText(path), expected);
+    remove(path.c_str());
+    if (!german.IsSet())
+        GTEST_SKIP() << "No locale de_DE.UTF-8 here: seen in the C locale only";
+}
+
+TEST(ResultsRecord, AFileThatCannotBeWrittenWholeIsReported)
+{
+    Results results(false);
+    for (const std::string path : { "/dev/full", "/nowhere/Tarvex.results", "/tmp" }) {
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(WriteResultsFile(path.c_str(), results));
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error writing <" + path + ">\n");
+    }
+}
+
+TEST(ResultsRecord, OfTooManyDevicesTheLastOnesAreLeftOutAndNothingElse)
+{
+    Results results(false);
+    FillExample(results);
+    for (int i = 0; i < 200; i++)
+        AddDevice(results, 6, std::string(95, 'd').c_str());
+    AddDevice(results, 6, "would fit");
+    char buffer[kRecordSize + 1];
+    buffer[kRecordSize] = '#';
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(results.Write(buffer));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "The record of <AT Clone (2-Intel Pentium II@400/100MHz) 128MB RAM> was shortened to "
+        "9000 bytes\n");
+    EXPECT_EQ(buffer[kRecordSize], '#');
+    const std::string record(buffer);
+    const size_t added = record.size() - (sizeof(kRecord) - 1);
+    EXPECT_EQ(added % 98, 0u); // whole fields
+    EXPECT_GT(record.size() + 98, static_cast<size_t>(kRecordSize - 1)); // and no room for another
+    EXPECT_TRUE(record.ends_with("d\t" + std::string(strstr(kRecord, "100:"))));
+}
+
+TEST(ResultsRecord, OfTooManyMetricsWholeOnesAreWritten)
+{
+    Results results(false);
+    results.description = "x";
+    for (int i = 0; i < 1000; i++)
+        results.NewTest(std::to_string(i).c_str(), 1)->Time(1);
+    char buffer[kRecordSize];
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(results.Write(buffer));
+    EXPECT_TRUE(LibString(buffer).EndsWith(";0:1/1.000000;"));
+    EXPECT_EQ(LibString(buffer).Count(';'), (kRecordSize - 1 - 2) / 13);
+    results.description = std::string(20000, 'x').c_str();
+    EXPECT_FALSE(results.Write(buffer));
+    EXPECT_EQ(buffer, std::string(kRecordSize - 2, 'x') + "\t");
+    EXPECT_LT(testing::internal::GetCapturedStderr().size(), 1000u);
+}

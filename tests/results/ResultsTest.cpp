@@ -1,0 +1,128 @@
+#include "results/Results.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "results/ProcessorImages.h"
+
+namespace {
+
+bool Shows(const Results& results, const std::array<uint8, 256>& picture)
+{
+    return results.icon->BitsLength() == 256
+        && memcmp(results.icon->Bits(), picture.data(), picture.size()) == 0;
+}
+
+} // namespace
+
+TEST(Results, ResetStartsARunOnThisMachineFromAllProcessorsDownToOne)
+{
+    Results results(true);
+    EXPECT_FALSE(results.frame.IsValid());
+    EXPECT_TRUE(Shows(results, Processor));
+    results.NewTest("Memory", 1);
+    ASSERT_TRUE(results.devices.Insert(new RelatedDevices));
+    results.description = "another";
+    results.nbrCpus = 99;
+    results.frame.Set(0, 0, 9, 9);
+    results.Contains(BPoint(5, 5));
+    results.Reset();
+    EXPECT_EQ(results.Size(), 0);
+    EXPECT_EQ(results.devices.Size(), 0);
+    EXPECT_TRUE(results.description.EndsWith("MB RAM"));
+    EXPECT_LE(results.nbrCpus, 8);
+    EXPECT_TRUE(Shows(results, Processor));
+    int passes = 0;
+    for (; results.CycleCpu() && passes < 9; passes++)
+        EXPECT_EQ(results.cpu, results.nbrCpus - passes);
+    EXPECT_EQ(passes, results.nbrCpus);
+}
+
+TEST(Results, ATestIsKnownByItsExactDescription)
+{
+    Results results(true);
+    Metric* sieve = results.NewTest("Sieve", 50);
+    EXPECT_EQ(results.NewTest("Sieve", 99), sieve);
+    EXPECT_EQ(sieve->cycles, 50);
+    EXPECT_NE(results.NewTest("sieve", 1), sieve);
+    sieve->Time(1.5f);
+    sieve->Time(4);
+    results.NewTest("sieve", 1)->Time(0.25f);
+    EXPECT_EQ(results.Time(0), 1.75f);
+    EXPECT_EQ(results.Time(8), 0);
+}
+
+TEST(Results, CalibrateCallsRandAsOftenAsTheTestsLoopWould)
+{
+    Results results(true);
+    for (const int calls : { 0, 1, 2, 3, 4, 5, 6, 7, -1 }) {
+        SCOPED_TRACE(calls);
+        srand(42);
+        results.Calibrate(10, calls);
+        const int next = rand();
+        srand(42);
+        for (int i = 0; calls <= 6 && i < 10 * calls; i++)
+            static_cast<void>(rand());
+        EXPECT_EQ(next, rand());
+    }
+    results.calibration = 5;
+    results.Calibrate(0, 3);
+    EXPECT_EQ(results.calibration, 0);
+}
+
+TEST(Results, EndTimerTakesTheCalibrationOffEvenBelowZero)
+{
+    Results results(true);
+    results.StartTimer();
+    EXPECT_GE(results.EndTimer(), 0);
+    results.calibration = 3'600'000'000;
+    const double seconds = results.EndTimer();
+    EXPECT_GE(seconds, -3600);
+    EXPECT_LT(seconds, 0);
+}
+
+TEST(Results, AClickOnTheLabelTogglesExpandedAndPicture)
+{
+    Results results(false);
+    results.frame.Set(10, 10, 20, 20);
+    EXPECT_FALSE(results.Contains(BPoint(9, 10)));
+    EXPECT_TRUE(Shows(results, Processor));
+    EXPECT_TRUE(results.Contains(BPoint(20, 20)));
+    EXPECT_TRUE(results.expanded);
+    EXPECT_TRUE(Shows(results, ProcessorOpen));
+    EXPECT_TRUE(results.Contains(BPoint(10, 10)));
+    EXPECT_FALSE(results.expanded);
+}
+
+TEST(Results, AssignmentIsDeepAndKeepsWhatBelongsToTheTarget)
+{
+    Results from(true);
+    from.description = "A (4-x)";
+    from.nbrCpus = 4;
+    from.cpu = 2;
+    from.frame.Set(0, 0, 9, 9);
+    from.Contains(BPoint(1, 1));
+    from.NewTest("Memory", 10)->Time(0.5f);
+    auto device = std::make_unique<RelatedDevices>();
+    device->Description(2, "Network");
+    ASSERT_TRUE(from.devices.Insert(device.release()));
+
+    Results to(false);
+    to.NewTest("Old", 1);
+    to = from;
+    from.NewTest("Memory", 10)->Description("Changed");
+    from.devices.First()->Description(3, "Changed");
+    EXPECT_TRUE(to == from);
+    EXPECT_EQ(to.nbrCpus, 4);
+    EXPECT_EQ(to.cpu, 2);
+    EXPECT_EQ(to.frame, from.frame);
+    EXPECT_TRUE(Shows(to, ProcessorOpen));
+    ASSERT_EQ(to.Size(), 1);
+    EXPECT_STREQ(to.First()->description, "Memory");
+    EXPECT_EQ(to.First()->times[0], 0.5f);
+    ASSERT_EQ(to.devices.Size(), 1);
+    EXPECT_STREQ(to.devices.First()->description, "Network");
+    EXPECT_FALSE(to.current);
+}

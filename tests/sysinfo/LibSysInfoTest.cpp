@@ -1,0 +1,71 @@
+#include "sysinfo/LibSysInfo.h"
+
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "sysinfo/MachineNames.h"
+
+namespace {
+
+system_info PentiumPair()
+{
+    system_info info {};
+    info.cpu_count = 2;
+    info.cpu_type = B_CPU_INTEL_PENTIUM_II_MODEL_3;
+    info.cpu_clock_speed = 400'910'000;
+    info.bus_clock_speed = 100'300'000;
+    info.platform_type = B_AT_CLONE_PLATFORM;
+    info.max_pages = 32768;
+    strcpy(info.kernel_build_date, "Nov 21 1999");
+    strcpy(info.kernel_build_time, "12:00:01");
+    return info;
+}
+
+} // namespace
+
+TEST(LibSysInfo, AnExactHalfIsRoundedDownAndMemoryCountedInThirtyTwoBits)
+{
+    EXPECT_EQ(LibRoundedMHz(266'666'666), 267);
+    EXPECT_EQ(LibRoundedMHz(266'500'001), 267);
+    EXPECT_EQ(LibRoundedMHz(266'500'000), 266);
+    EXPECT_EQ(LibMemoryMB(32767), 127);
+    EXPECT_EQ(LibMemoryMB(524287), 2047);
+    EXPECT_EQ(LibMemoryMB(524288), -2048);
+}
+
+TEST(LibSysInfo, NamesFollowThePlatformsNumbers)
+{
+    EXPECT_STREQ(LibProcessorName(13), "686");
+    EXPECT_STREQ(LibProcessorName(0x1053), "Intel Pentium 486");
+    EXPECT_STREQ(LibProcessorName(0x1450), "Rise mP6");
+    EXPECT_STREQ(LibProcessorName(6), "Unknown");
+    EXPECT_STREQ(LibPlatformName(13), "Nintendo 64");
+    EXPECT_STREQ(LibPlatformName(14), "Unknown");
+    EXPECT_STREQ(LibColorDepthName(static_cast<color_space>(0x10)), "15 bit color");
+    EXPECT_STREQ(LibColorDepthName(B_RGBA32), "Unknown");
+}
+
+TEST(LibSysInfo, DescribesAMachineInOneLine)
+{
+    const LibSysInfo machine(PentiumPair(), BRect(0, 0, 1023, 767), B_CMAP8);
+    EXPECT_STREQ(machine.kernelBuild, "Nov 21 1999, 12:00:01");
+    testing::internal::CaptureStderr();
+    machine.PrintToStream();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "AT Clone (2-Intel Pentium II@401/100MHz) 128MB RAM\n8 bit color, 1024x768\n");
+    EXPECT_EQ(LibSysInfo(PentiumPair(), BRect(), B_NO_COLOR_SPACE).screenWidth, 0); // no display
+}
+
+TEST(LibSysInfo, AssignmentKeepsTheScreenSize)
+{
+    const LibSysInfo from(PentiumPair(), BRect(0, 0, 1023, 767), B_CMAP8);
+    LibSysInfo to(system_info {}, BRect(0, 0, 639, 479), B_RGB32);
+    to = from;
+    EXPECT_STREQ(to.cpuType, "Intel Pentium II");
+    EXPECT_STREQ(to.kernelBuild, from.kernelBuild);
+    EXPECT_EQ(to.memoryMB, 128);
+    EXPECT_STREQ(to.ScreenDepthStr(), "8 bit color");
+    EXPECT_EQ(to.screenWidth, 640);
+    EXPECT_EQ(to.screenHeight, 480);
+}
