@@ -1,0 +1,80 @@
+#include "BareLoops.h"
+
+#include <chrono>
+#include <cstring>
+#include <new>
+
+namespace {
+
+alignas(64) char text[48] = "Tarvex tests system resources of the BeOS.";
+alignas(64) char copy[48] = "Tarvex tests system resources of the BeOS.";
+char flags[8190];
+
+int Ackerman(int m, int n)
+{
+    for (; m != 0; m--)
+        n = n == 0 ? 1 : Ackerman(m, n - 1);
+    return n + 1;
+}
+
+void SievePass()
+{
+    for (char& flag : flags)
+        flag = 1;
+    for (int i = 0; i < 8190; i++) {
+        const int p = 2 * i + 3;
+        int k = i + p;
+        if (!flags[i] || k > 8190)
+            continue;
+        for (; k <= 8190; k += p)
+            asm volatile("" : "+r"(k));
+        flags[i] = 0;
+    }
+    asm volatile("" : : "r"(flags) : "memory");
+}
+
+} // namespace
+
+void bare::CopyText(long rounds)
+{
+    for (long i = 0; i < rounds; i++) {
+        strcpy(copy, text);
+        asm volatile("" : : : "memory");
+    }
+}
+
+void bare::CompareText(long rounds)
+{
+    for (long i = 0; i < rounds; i++)
+        asm volatile("" : : "r"(strcmp(copy, text)) : "memory");
+}
+
+void bare::AllocateAndClear(long rounds)
+{
+    for (long i = 0; i < rounds; i++) {
+        char* block = new (std::nothrow) char[512];
+        if (block)
+            memset(block, 0, 512);
+        asm volatile("" : : "r"(block) : "memory");
+        delete[] block;
+    }
+}
+
+void bare::EvaluateAckerman(long rounds)
+{
+    for (long i = 0; i < rounds; i++) {
+        int a = 3;
+        asm volatile("" : "+r"(a));
+        asm volatile("" : : "r"(Ackerman(a, 3)));
+    }
+}
+
+long bare::SievePasses(double seconds)
+{
+    typedef std::chrono::steady_clock Clock;
+    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+    long passes = 0;
+    for (; Clock::now() < end; passes++)
+        SievePass();
+    return passes;
+}

@@ -1,0 +1,136 @@
+#include "console/RunOptions.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+enum class InAll { kYes, kNo };
+
+struct GroupName {
+    std::string_view name;
+    bool Benchmark::*flag;
+    InAll inAll;
+};
+
+// "all" is what the main window can tick; Dhrystone has no box there.
+constexpr GroupName kGroupNames[] = {
+    { "graphics", &Benchmark::graphics, InAll::kYes },
+    { "strings", &Benchmark::strings, InAll::kYes },
+    { "memory", &Benchmark::memory, InAll::kYes },
+    { "savage", &Benchmark::savage, InAll::kYes },
+    { "ackerman", &Benchmark::ackerman, InAll::kYes },
+    { "dhrystone", &Benchmark::dhrystone, InAll::kNo },
+    { "fourier", &Benchmark::fourier, InAll::kYes },
+    { "whetstone", &Benchmark::whetstone, InAll::kYes },
+    { "sieve", &Benchmark::sieve, InAll::kYes },
+    { "lifecycle", &Benchmark::fileLifeCycle, InAll::kYes },
+    { "io", &Benchmark::fileIO, InAll::kYes },
+};
+
+// Appends the flags that name stands for. Returns false for a name that stands for none.
+bool AppendGroup(std::string_view name, std::vector<bool Benchmark::*>& groups)
+{
+    const size_t before = groups.size();
+    for (const GroupName& group : kGroupNames)
+        if (name == group.name || (name == "all" && group.inAll == InAll::kYes))
+            groups.push_back(group.flag);
+    return groups.size() > before;
+}
+
+// Returns the message for the first name that is no group's, or an empty text.
+std::string ParseGroups(std::string_view list, std::vector<bool Benchmark::*>& groups)
+{
+    for (;;) {
+        const size_t comma = list.find(',');
+        const std::string_view name = list.substr(0, comma);
+        if (!AppendGroup(name, groups))
+            return "unknown test group <" + std::string(name) + ">";
+        if (comma == list.npos)
+            return "";
+        list.remove_prefix(comma + 1);
+    }
+}
+
+struct Option {
+    std::string name;
+    std::string value; // empty where there is none
+};
+
+// Takes "--name=value" or "--name" and the argument behind it, unless that is an option itself.
+Option NextOption(const std::vector<std::string>& arguments, size_t& position)
+{
+    const std::string& argument = arguments[position++];
+    const size_t equals = argument.find('=');
+    if (equals != argument.npos)
+        return { argument.substr(0, equals), argument.substr(equals + 1) };
+    if (position == arguments.size() || arguments[position].starts_with("--"))
+        return { argument, "" };
+    return { argument, arguments[position++] };
+}
+
+std::string ParseValue(const Option& option, RunOptions& options)
+{
+    const bool isOutput = option.name == "--output";
+    if (option.value.empty())
+        return "<" + option.name + "> needs "
+            + (isOutput ? "a file name" : "a list of test groups");
+    if (isOutput ? !options.output.empty() : !options.groups.empty())
+        return "<" + option.name + "> is given twice";
+    if (!isOutput)
+        return ParseGroups(option.value, options.groups);
+    options.output = option.value;
+    return "";
+}
+
+std::string CheckComplete(const RunOptions& options)
+{
+    if (options.groups.empty())
+        return "<--groups> is missing: which tests to run, see --help";
+    if (options.output.empty())
+        return "<--output> is missing: the results file to write, see --help";
+    return "";
+}
+
+} // namespace
+
+std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::string>& arguments)
+{
+    RunOptions options;
+    size_t position = 0;
+    while (position < arguments.size()) {
+        const std::string& argument = arguments[position];
+        if (argument == "--help" || argument == "--version") {
+            options.task =
+                argument == "--help" ? RunOptions::Task::kHelp : RunOptions::Task::kVersion;
+            return options;
+        }
+        const Option option = NextOption(arguments, position);
+        if (option.name != "--groups" && option.name != "--output")
+            return "unknown argument <" + argument + ">, see --help";
+        if (std::string message = ParseValue(option, options); !message.empty())
+            return message;
+    }
+    if (std::string message = CheckComplete(options); !message.empty())
+        return message;
+    return options;
+}
+
+std::string RunUsage()
+{
+    std::string names;
+    for (const GroupName& group : kGroupNames)
+        names += (names.empty() ? "" : ", ") + std::string(group.name);
+    return "Usage: tarvex-run --groups G[,G...]|all --output FILE\n"
+           "\n"
+           "Runs the test groups once for every processor count, from all processors down to one,\n"
+           "prints their rates and writes them to FILE, which the comparison window can load.\n"
+           "\n"
+           "Groups: "
+        + names
+        + "\n"
+          "all stands for all of them but dhrystone.\n"
+          "\n"
+          "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
+          "that cannot be written (nothing was run), 130 or 143 ended by SIGINT or SIGTERM.\n";
+}

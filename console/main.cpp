@@ -1,0 +1,74 @@
+// The benchmark without windows, for servers and scripts.
+#include "console/OutputFile.h"
+#include "console/RateTable.h"
+#include "console/RunLooper.h"
+#include "console/RunOptions.h"
+#include "console/StopSignals.h"
+
+#include <cstdio>
+
+namespace {
+
+// What the main window gives the run too.
+constexpr long kRunPriority = 20;
+
+enum ExitStatus { kDone = 0, kNotWritten = 1, kNothingRun = 2, kSignalBase = 128 };
+
+int Refuse(const std::string& message)
+{
+    fprintf(stderr, "tarvex-run: %s\n", message.c_str());
+    return kNothingRun;
+}
+
+// Runs the groups and returns when the run is over or a signal has come; then no thread of it is
+// left and all processors are on.
+RunOutcome DriveRun(StopSignals& signals, Benchmark& benchmark)
+{
+    RunOutcome outcome;
+    auto* looper = new RunLooper(outcome);
+    auto* forSignals = new BMessenger(looper);
+    auto* forBenchmark = new BMessenger(looper);
+    const thread_id looperThread = looper->Run();
+    signals.Go(RunLooper::kSignalThread, forSignals, B_NORMAL_PRIORITY, false);
+    benchmark.Go(RunLooper::kBenchmarkThread, forBenchmark, kRunPriority, false);
+
+    status_t value = 0;
+    wait_for_thread(looperThread, &value); // the looper has deleted itself
+    benchmark.Kill();
+    for (int32 processor = 1; processor < benchmark.results.nbrCpus; processor++)
+        _kset_cpu_state_(processor, 1); // those that an ended run left off
+    return outcome;
+}
+
+int Run(const RunOptions& options)
+{
+    const OutputFile file(options.output);
+    if (const std::string why = file.Check(); !why.empty())
+        return Refuse(why);
+
+    StopSignals signals;
+    Benchmark benchmark;
+    for (bool Benchmark::*group : options.groups)
+        benchmark.*group = true;
+    const RunOutcome outcome = DriveRun(signals, benchmark);
+    if (!outcome.finished)
+        return kSignalBase + outcome.signal;
+    printf("%s", RateTable(benchmark.results).c_str());
+    return file.Write(benchmark.results) ? kDone : kNotWritten;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const auto parsed = ParseRunOptions({ argv + 1, argv + argc });
+    if (const auto* message = std::get_if<std::string>(&parsed))
+        return Refuse(*message);
+    const auto& options = std::get<RunOptions>(parsed);
+    switch (options.task) {
+        case RunOptions::Task::kHelp: printf("%s", RunUsage().c_str()); return kDone;
+        case RunOptions::Task::kVersion: printf("tarvex-run %s\n", TARVEX_VERSION); return kDone;
+        case RunOptions::Task::kRun: break;
+    }
+    return Run(options);
+}

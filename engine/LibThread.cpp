@@ -1,0 +1,95 @@
+#include "engine/LibThread.h"
+
+#include <Message.h>
+
+#include <cstdio>
+
+LibThread::~LibThread()
+{
+    // In this order: until it has ended, the thread may report by the messenger.
+    Kill();
+    delete messenger;
+}
+
+int32 LibThread::Action()
+{
+    return 0;
+}
+
+status_t LibThread::Go(
+    const char* name, BMessenger* newMessenger, const long& priority, const bool& wait)
+{
+    // Whoever got 'LThC' may be here before the thread that sent it is out of SendMessage().
+    status_t value = 0;
+    if (thread >= 0)
+        wait_for_thread(thread, &value);
+    if (messenger != newMessenger)
+        delete messenger;
+    messenger = newMessenger;
+
+    thread = spawn_thread(StaticAction, name, int32(priority), this);
+    if (thread < B_OK)
+        return thread;
+    return wait ? wait_for_thread(thread, &value) : resume_thread(thread);
+}
+
+int32 LibThread::StaticAction(void* self)
+{
+    return static_cast<LibThread*>(self)->StartAction();
+}
+
+int32 LibThread::StartAction()
+{
+    const int32 result = Action();
+    if (!messenger)
+        return result;
+
+    thread_info info {};
+    get_thread_info(find_thread(nullptr), &info);
+    BMessage message('LThC');
+    message.AddString("name", info.name);
+    message.AddInt32("status", result);
+    messenger->SendMessage(&message, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
+    return result;
+}
+
+status_t LibThread::Kill()
+{
+    return kill_thread(thread);
+}
+
+status_t LibThread::Suspend()
+{
+    return suspend_thread(thread);
+}
+
+status_t LibThread::Resume()
+{
+    return resume_thread(thread);
+}
+
+status_t LibThread::SetPriority(long priority)
+{
+    return set_thread_priority(thread, int32(priority));
+}
+
+int32 LibThread::Status() const
+{
+    thread_info info {};
+    return get_thread_info(thread, &info) == B_OK ? info.state : 0;
+}
+
+void LibThread::PrintToStream() const
+{
+    const char* text = "Unknown\n";
+    switch (Status()) {
+        case B_THREAD_RUNNING: text = "Running\n"; break;
+        case B_THREAD_READY: text = "Ready\n"; break;
+        case B_THREAD_RECEIVING: text = "Receiving\n"; break;
+        case B_THREAD_ASLEEP: text = "Asleep\n"; break;
+        case B_THREAD_SUSPENDED: text = "Suspended\n"; break;
+        case B_THREAD_WAITING: text = "Waiting\n"; break;
+        default: break;
+    }
+    fputs(text, stderr);
+}

@@ -1,0 +1,95 @@
+#include "engine/LibThread.h"
+
+#include "Recorder.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+
+namespace {
+
+struct Failing : LibThread {
+    int32 Action() override { return -7; }
+};
+
+// Takes steps until it is killed.
+struct Stepping : LibThread {
+    ~Stepping() override { Kill(); }
+    int32 Action() override
+    {
+        for (;; steps++)
+            snooze(1000);
+    }
+    void WaitForAStep() const
+    {
+        const long before = steps;
+        while (steps == before)
+            snooze(1000);
+    }
+
+    std::atomic<long> steps { 0 };
+};
+
+std::string Printed(const LibThread& thread)
+{
+    testing::internal::CaptureStderr();
+    thread.PrintToStream();
+    return testing::internal::GetCapturedStderr();
+}
+
+TEST(LibThread, ReportsItsNameAndTheResultOfItsAction)
+{
+    const ScopedRecorder recorder;
+    Failing failing;
+    EXPECT_EQ(failing.Go("worker", recorder.NewMessenger(), 10, true), B_OK);
+    const char* name = "a name longer than thirty-one bytes";
+    EXPECT_EQ(failing.Go(name, recorder.NewMessenger(), 10, true), B_OK);
+    LibThread base;
+    EXPECT_EQ(base.Go("base", recorder.NewMessenger(), 10, false), B_OK);
+    EXPECT_EQ(recorder.WaitFor(3),
+        (Texts { "worker: -7", "a name longer than thirty-one b: -7", "base: 0" }));
+}
+
+TEST(LibThread, KillEndsItAndItCanGoAgain)
+{
+    const ScopedRecorder recorder;
+    Stepping thread;
+    for (int run = 0; run < 2; run++) {
+        ASSERT_EQ(thread.Go("stepping", recorder.NewMessenger(), 10, false), B_OK);
+        thread.WaitForAStep();
+        EXPECT_EQ(thread.Kill(), B_OK);
+        EXPECT_EQ(find_thread("stepping"), B_NAME_NOT_FOUND);
+        EXPECT_EQ(thread.Kill(), B_BAD_THREAD_ID);
+    }
+    EXPECT_EQ(recorder.WaitFor(0), Texts {});
+}
+
+TEST(LibThread, IsControlledAndPrintsItsStateAsOneLine)
+{
+    Stepping thread;
+    EXPECT_EQ(Printed(thread), "Unknown\n");
+    ASSERT_EQ(thread.Go("stepping", nullptr, 10, false), B_OK);
+    while (thread.Status() != B_THREAD_ASLEEP)
+        thread.WaitForAStep();
+    EXPECT_EQ(thread.Suspend(), B_OK);
+    EXPECT_EQ(Printed(thread), "Suspended\n");
+    EXPECT_EQ(thread.Resume(), B_OK);
+    thread.WaitForAStep();
+    EXPECT_EQ(thread.SetPriority(B_LOW_PRIORITY), 10);
+}
+
+TEST(LibThread, IsDestroyedWhileItWaitsForRoomInAFullPort)
+{
+    auto* deaf = new Recorder; // takes no message: its loop never runs
+    while (deaf->PostMessage('fill') == B_OK) { }
+    {
+        LibThread thread;
+        ASSERT_EQ(thread.Go("reporter", new BMessenger(deaf), 10, false), B_OK);
+        while (thread.Status() != B_THREAD_WAITING)
+            snooze(1000);
+    }
+    EXPECT_EQ(find_thread("reporter"), B_NAME_NOT_FOUND);
+    deaf->Quit(); // locked since it was made
+}
+
+} // namespace
