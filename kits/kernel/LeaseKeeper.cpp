@@ -1,0 +1,112 @@
+#include "kits/kernel/LeaseKeeper.h"
+
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// From the fork on only what may be called in a signal handler: the locks of the other threads,
+// which the new process does not have, may be taken for ever.
+namespace kernel {
+namespace {
+int Write(int file, bool on)
+{
+    const char state = on ? '1' : '0';
+    return pwrite(file, &state, 1, 0) == 1 ? 0 : errno;
+}
+
+void SwitchOnAgain(const LeaseKeeper& keeper)
+{
+    constexpr int kMostTries = 100; // the system may be switching something else just now
+    const timespec pause { 0, 10000000 };
+    for (size_t i = 0; i < keeper.switches.size(); i++) {
+        if (!keeper.isOff[i])
+            continue;
+        for (int tries = 0; tries < kMostTries && Write(keeper.switches[i], true) == EBUSY; tries++)
+            nanosleep(&pause, nullptr);
+    }
+}
+
+[[noreturn]] void Keep(LeaseKeeper& keeper)
+{
+    for (;;) {
+        LeaseRequest request;
+        const ssize_t length = read(keeper.connection, &request, sizeof(request));
+        if (length < 0 && errno == EINTR)
+            continue;
+        if (length != sizeof(request) || request.index >= keeper.switches.size())
+            break;
+        const int answer = Write(keeper.switches[request.index], request.on);
+        if (answer == 0)
+            keeper.isOff[request.index] = !request.on;
+        if (write(keeper.connection, &answer, sizeof(answer)) != sizeof(answer))
+            break;
+    }
+    SwitchOnAgain(keeper);
+    _exit(0);
+}
+
+void CloseFrom(int first)
+{
+    if (syscall(SYS_close_range, static_cast<unsigned>(first), ~0u, 0) == 0)
+        return;
+    rlimit limit {};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    for (rlim_t file = static_cast<rlim_t>(first); file < limit.rlim_cur; file++)
+        close(static_cast<int>(file));
+}
+
+// Makes the descriptors 0 and up, and closes all others.
+bool MoveDescriptors(LeaseKeeper& keeper)
+{
+    int* const all[] = { &keeper.connection, &keeper.switches[0], &keeper.switches[1],
+        &keeper.switches[2], &keeper.switches[3], &keeper.switches[4], &keeper.switches[5],
+        &keeper.switches[6], &keeper.switches[7] };
+    constexpr int kOutOfTheWay = 32; // above all that are overwritten below
+    for (int* file : all) {
+        if (*file >= 0 && (*file = fcntl(*file, F_DUPFD, kOutOfTheWay)) < 0)
+            return false;
+    }
+    int next = 0;
+    for (int* file : all) {
+        if (*file >= 0)
+            *file = dup2(*file, next++);
+    }
+    CloseFrom(next);
+    return true;
+}
+} // namespace
+
+int StartLeaseKeeper(LeaseKeeper keeper)
+{
+    // The new process keeps all signals blocked: none ends it, and no handler of ours runs in it.
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    const pid_t between = fork();
+    if (between == 0) {
+        setsid();
+        const pid_t child = fork();
+        if (child != 0)
+            _exit(child < 0 ? 1 : 0);
+        prctl(PR_SET_NAME, "tarvex-lease");
+        if (chdir("/") != 0 || !MoveDescriptors(keeper))
+            _exit(1);
+        Keep(keeper);
+    }
+    const int error = between < 0 ? errno : 0;
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    if (error != 0)
+        return error;
+    int status = 0;
+    while (waitpid(between, &status, 0) < 0 && errno == EINTR)
+        ;
+    return status == 0 ? 0 : EAGAIN;
+}
+} // namespace kernel

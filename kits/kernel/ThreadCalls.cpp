@@ -1,0 +1,245 @@
+#include "kits/kernel/Clock.h"
+#include "kits/kernel/KillGuard.h"
+#include "kits/kernel/TaskStat.h"
+#include "kits/kernel/ThreadTable.h"
+#include "OS.h"
+
+#include <cstring>
+#include <unistd.h>
+
+using kernel::Thread;
+using kernel::ThreadTable;
+
+namespace {
+// A thread that makes kit calls ends at one of them, where unwinding is known to be safe, within
+// this time; only then is the kill handed to the C library too.
+constexpr bigtime_t kKillByKitMicros = 20000;
+
+// A request to stop is made again after this time: ThreadSanitizer may put it off for as long as
+// the thread is blocked, if it came just before that.
+constexpr bigtime_t kStopAgainMicros = 50000;
+
+// Waits until target has ended. A caller that is to be killed itself may end here instead; false:
+// see ThreadTable::Wait::GiveUp.
+[[nodiscard]] bool WaitForEnd(Thread& self, Thread& target, bool forValue)
+{
+    ThreadTable& table = ThreadTable::Get();
+    const bool canEndHere = kernel::CanEndHere();
+    bigtime_t cancelTime = forValue ? -1 : kernel::Now() + kKillByKitMicros;
+    for (bool isFirst = true;; isFirst = false) {
+        const uint32 events = kernel::gThreadEvents.load();
+        ThreadTable::Wait wait;
+        {
+            const ThreadTable::Lock lock(table);
+            self.canEndHere = canEndHere;
+            wait = table.LookAtWait(self, target, forValue);
+            if (wait == ThreadTable::Wait::GoOn && cancelTime >= 0 && kernel::Now() >= cancelTime) {
+                pthread_cancel(target.handle);
+                cancelTime = -1;
+            }
+        }
+        if (wait == ThreadTable::Wait::EndSelf)
+            kernel::EndIfPossible();
+        if (wait != ThreadTable::Wait::GoOn)
+            return wait == ThreadTable::Wait::Ended;
+        if (isFirst)
+            kernel::TellThreadEvent(); // this wait may close a circle that others are in
+        kernel::FutexWait(kernel::gThreadEvents, events, cancelTime);
+    }
+}
+
+status_t WaitForStop(Thread& thread)
+{
+    for (;;) {
+        const uint32 events = kernel::gThreadEvents.load();
+        if (thread.ended.load())
+            return B_BAD_THREAD_ID;
+        if (thread.stopped.load() || thread.mustStop.load() == 0)
+            return B_OK;
+        const bigtime_t patience = kernel::Now() + kStopAgainMicros;
+        kernel::FutexWait(kernel::gThreadEvents, events, patience);
+        if (kernel::Now() < patience)
+            continue;
+        const ThreadTable::Lock lock(ThreadTable::Get());
+        if (!thread.ended.load() && thread.mustStop.load() == 1)
+            thread.Stop();
+    }
+}
+
+thread_state StateOf(const Thread& thread, char taskState)
+{
+    if (thread.mustStop.load() == 1 || taskState == 'T' || taskState == 't')
+        return B_THREAD_SUSPENDED;
+    if (thread.asleep.load())
+        return B_THREAD_ASLEEP;
+    return taskState == 'R' ? B_THREAD_RUNNING : B_THREAD_WAITING;
+}
+} // namespace
+
+thread_id spawn_thread(thread_func function, const char* name, int32 priority, void* data)
+{
+    CheckKilled();
+    if (!function)
+        return B_BAD_VALUE;
+    const KillGuard guard;
+    const auto thread = ThreadTable::Get().NewThread(name ? name : "", priority);
+    const status_t status = thread->Create(function, data);
+    if (status != B_OK)
+        return status;
+    ThreadTable::Get().Insert(thread);
+    return thread->id;
+}
+
+status_t resume_thread(thread_id id)
+{
+    CheckKilled();
+    ThreadTable& table = ThreadTable::Get();
+    const ThreadTable::Lock lock(table);
+    const auto thread = table.Find(id);
+    if (!thread)
+        return B_BAD_THREAD_ID;
+    if (thread->mustStop.load() == 0)
+        return B_BAD_THREAD_STATE;
+    thread->Continue();
+    kernel::TellThreadEvent(); // to who may still wait for it to stop
+    return B_OK;
+}
+
+status_t suspend_thread(thread_id id)
+{
+    CheckKilled();
+    ThreadTable& table = ThreadTable::Get();
+    std::shared_ptr<Thread> thread;
+    {
+        const ThreadTable::Lock lock(table);
+        thread = table.Find(id);
+        if (!thread)
+            return B_BAD_THREAD_ID;
+        if (thread->killRequest.load())
+            return B_BAD_THREAD_STATE;
+        if (thread->mustStop.load() == 1)
+            return B_OK;
+        thread->Stop();
+    }
+    return WaitForStop(*thread);
+}
+
+status_t kill_thread(thread_id id)
+{
+    CheckKilled();
+    ThreadTable& table = ThreadTable::Get();
+    Thread& self = *Thread::Current();
+    std::shared_ptr<Thread> thread;
+    {
+        const ThreadTable::Lock lock(table);
+        thread = table.Find(id);
+        if (!thread)
+            return B_BAD_THREAD_ID;
+        thread->RequestKill();
+    }
+    if (thread.get() == &self) {
+        thread.reset();
+        kernel::EndIfPossible();
+        return B_OK;
+    }
+    kernel::TellThreadEvent();
+    return WaitForEnd(self, *thread, false) ? status_t { B_OK } : B_INTERRUPTED;
+}
+
+status_t wait_for_thread(thread_id id, status_t* value)
+{
+    CheckKilled();
+    ThreadTable& table = ThreadTable::Get();
+    Thread& self = *Thread::Current();
+    if (id == self.id)
+        return B_NOT_ALLOWED;
+    std::shared_ptr<Thread> thread;
+    {
+        const ThreadTable::Lock lock(table);
+        thread = table.Find(id);
+        if (thread)
+            thread->Continue();
+        else if (!(thread = table.TakeEnded(id)))
+            return B_BAD_THREAD_ID;
+    }
+    if (!WaitForEnd(self, *thread, true))
+        return B_INTERRUPTED;
+    const ThreadTable::Lock lock(table);
+    (void)table.TakeEnded(id); // unless another who waits was faster
+    if (value)
+        *value = thread->value;
+    return B_OK;
+}
+
+status_t set_thread_priority(thread_id id, int32 priority)
+{
+    CheckKilled();
+    ThreadTable& table = ThreadTable::Get();
+    const ThreadTable::Lock lock(table);
+    const auto thread = table.Find(id);
+    if (!thread)
+        return B_BAD_THREAD_ID;
+    const int32 before = thread->priority;
+    thread->priority = priority;
+    thread->ApplyPriority();
+    return before;
+}
+
+status_t get_thread_info(thread_id id, thread_info* info)
+{
+    CheckKilled();
+    ThreadTable& table = ThreadTable::Get();
+    if (!info)
+        return B_BAD_VALUE;
+    std::shared_ptr<Thread> thread;
+    {
+        const ThreadTable::Lock lock(table);
+        thread = table.Find(id);
+        if (!thread)
+            return B_BAD_THREAD_ID;
+        *info = {};
+        info->thread = id;
+        info->team = static_cast<team_id>(getpid());
+        thread->name.copy(info->name, B_OS_NAME_LENGTH - 1);
+        info->priority = thread->priority;
+    }
+    kernel::TaskStat stat;
+    if (!kernel::ReadTaskStat(thread->tid, stat) && thread->ended.load())
+        return B_BAD_THREAD_ID;
+    info->state = StateOf(*thread, stat.state);
+    info->user_time = stat.userTime;
+    info->kernel_time = stat.kernelTime;
+    return B_OK;
+}
+
+thread_id find_thread(const char* name)
+{
+    CheckKilled();
+    ThreadTable& table = ThreadTable::Get();
+    if (!name)
+        return Thread::Current()->id;
+    const ThreadTable::Lock lock(table);
+    const auto thread = table.Find(std::string_view(name));
+    return thread ? thread->id : static_cast<thread_id>(B_NAME_NOT_FOUND);
+}
+
+status_t rename_thread(thread_id id, const char* name)
+{
+    CheckKilled();
+    ThreadTable& table = ThreadTable::Get();
+    if (!name)
+        return B_BAD_VALUE;
+    const ThreadTable::Lock lock(table);
+    const auto thread = table.Find(id);
+    if (!thread)
+        return B_BAD_THREAD_ID;
+    thread->name.assign(name, strnlen(name, B_OS_NAME_LENGTH - 1));
+    thread->ApplyName();
+    return B_OK;
+}
+
+void exit_thread(status_t value)
+{
+    Thread::Current()->value = value;
+    pthread_exit(nullptr);
+}

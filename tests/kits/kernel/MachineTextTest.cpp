@@ -1,0 +1,101 @@
+#include "kits/kernel/CpuTopology.h"
+#include "kits/kernel/CpuType.h"
+#include "kits/kernel/MachineFacts.h"
+#include "kits/kernel/TaskStat.h"
+
+#include <gtest/gtest.h>
+
+using namespace kernel;
+
+TEST(MachineText, ListsAndMasksOfProcessors)
+{
+    typedef std::vector<int> Numbers;
+    EXPECT_EQ(ParseCpuList("0-2,8\n"), (Numbers { 0, 1, 2, 8 }));
+    EXPECT_EQ(ParseCpuList("3,x,5-,7-4,-1,9"), (Numbers { 3, 9 }));
+    for (const char* nothing : { "", "\n", "99999", "0-99999999" })
+        EXPECT_EQ(ParseCpuList(nothing), Numbers()) << nothing;
+    EXPECT_EQ(ParseCpuMask("00000001,80000101\n"), (Numbers { 0, 8, 31, 32 }));
+    EXPECT_EQ(ParseCpuMask("00005"), (Numbers { 0, 2 }));
+    EXPECT_EQ(ParseCpuMask("\n"), Numbers());
+}
+
+TEST(MachineText, TheClockAtTheEndOfAModelName)
+{
+    const struct {
+        const char* name;
+        int64 clock;
+    } rows[] = {
+        { "Intel(R) Xeon(R) CPU E7- 4870  @ 2.40GHz", 2400000000 },
+        { "     Intel(R) Xeon(TM) CPU 2.60GHz  ", 2600000000 },
+        { "Mobile Processor 800MHz", 800000000 },
+        { "13th Gen Intel(R) Core(TM) i7-1370P", 0 },
+        { "99999999999GHz", 0 },
+        { "@ GHz", 0 },
+        { "", 0 },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(ClockInModelName(row.name), row.clock) << row.name;
+}
+
+TEST(MachineText, ProcessorsAreNamedByMakerFamilyAndModel)
+{
+    const struct {
+        const char* vendor;
+        int family, model;
+        int type;
+    } rows[] = {
+        { "GenuineIntel", 5, 4, 0x1054 },
+        { "GenuineIntel", 6, 186, B_CPU_INTEL_X86 }, // not 0x1000 + 0x60 + 186
+        { "AuthenticAMD", 5, 9, 0x1159 },
+        { "AuthenticAMD", 26, 2, B_CPU_AMD_X86 },
+        { "CyrixInstead", 6, 0, 0x1260 },
+        { "CentaurHauls", 5, 8, 0x1358 },
+        { "CentaurHauls", 6, 15, B_CPU_X86 },
+        { "RiseRiseRise", 5, 0, 0x1450 },
+        { "", 6, 7, B_CPU_X86 },
+    };
+    for (const auto& row : rows) {
+        CpuTopology topology;
+        topology.vendor = row.vendor;
+        topology.family = row.family;
+        topology.model = row.model;
+        EXPECT_EQ(CpuTypeOf(topology), row.type) << row.vendor << row.family << " " << row.model;
+    }
+}
+
+TEST(MachineText, BuildDateAndTimeOfTheKernel)
+{
+    const struct {
+        const char* text;
+        const char* name;
+        const char* date;
+        const char* time;
+    } rows[] = {
+        { "Linux version 6.1.0-13-amd64 (a@b) (gcc 12) #1 SMP PREEMPT_DYNAMIC Debian 6.1.55-1 "
+          "(2023-09-29)\n",
+            "Linux 6.1.0-13-amd64", "Sep 29 2023", "" },
+        { "Linux version 5.15.0 (x) (gcc) #1 SMP Sun Feb 4 01:02:03 CET 2024", "Linux 5.15.0",
+            "Feb  4 2024", "01:02:03" },
+        { "Linux version 6.18.44 (y) #1 SMP PREEMPT_DYNAMIC @0", "Linux 6.18.44", "", "" },
+        { "Linux version 6 (2024-13-01)", "Linux 6", "", "" },
+        { "", "Linux", "", "" },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        const KernelVersion version = ParseKernelVersion(row.text);
+        EXPECT_EQ(version.name, row.name);
+        EXPECT_EQ(version.buildDate, row.date);
+        EXPECT_EQ(version.buildTime, row.time);
+    }
+}
+
+TEST(MachineText, ATasksRecordIsReadWhateverItsName)
+{
+    TaskStat stat;
+    EXPECT_TRUE(ParseTaskStat("12 (a) S (b) R 1 2 3 4 5 6 7 8 9 10 250 50 0\n", stat));
+    EXPECT_EQ(stat.state, 'R');
+    EXPECT_EQ(stat.userTime, 2500000);
+    EXPECT_EQ(stat.kernelTime, 500000);
+    EXPECT_FALSE(ParseTaskStat("12 (cut) R 1 2", stat));
+    EXPECT_FALSE(ParseTaskStat("", stat));
+}

@@ -1,0 +1,187 @@
+#include "MachineTree.h"
+#include "WaitUntil.h"
+
+#include <OS.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+struct Row {
+    int number;
+    const char* siblings;
+    const char* online = nullptr; // its switch
+    int maxMegaHertz = 0;
+    int capacity = 0;
+};
+
+std::string SwitchFile(int number)
+{
+    return "sys/devices/system/cpu/cpu" + std::to_string(number) + "/online";
+}
+
+void WriteProcessors(const MachineTree& tree, const std::vector<Row>& rows)
+{
+    for (const Row& row : rows) {
+        const std::string folder = "sys/devices/system/cpu/cpu" + std::to_string(row.number) + "/";
+        tree.Write(folder + "topology/thread_siblings_list", std::string(row.siblings) + "\n");
+        if (row.online)
+            tree.Write(folder + "online", std::string(row.online) + "\n");
+        if (row.maxMegaHertz)
+            tree.Write(
+                folder + "cpufreq/cpuinfo_max_freq", std::to_string(row.maxMegaHertz) + "000\n");
+        if (row.capacity)
+            tree.Write(folder + "cpu_capacity", std::to_string(row.capacity) + "\n");
+    }
+}
+
+std::vector<Row> ManyProcessors(int count)
+{
+    std::vector<Row> rows;
+    for (int number = 0; number < count; number++)
+        rows.push_back({ number, "", number ? "1" : nullptr });
+    return rows;
+}
+
+// Two processors, the second one off before, and one that the program may switch.
+const std::vector<Row> kOneOffInTheMiddle = { { 0, "0" }, { 1, "1", "0" }, { 2, "2", "1" } };
+} // namespace
+
+TEST(ProcessorTree, EightAtMostInTheOrderOfTheirWorth)
+{
+    const struct {
+        const char* name;
+        std::vector<Row> rows;
+        std::vector<int> numbers;
+    } cases[] = {
+        { "a virtual machine", { { 0, "0" } }, { 0 } },
+        { "siblings in pairs",
+            { { 0, "0-1" }, { 1, "0-1", "1" }, { 2, "2-3", "1" }, { 3, "2-3", "1" } },
+            { 0, 2, 1, 3 } },
+        { "siblings in halves",
+            { { 0, "0,2" }, { 1, "1,3", "1" }, { 2, "0,2", "1" }, { 3, "1,3", "1" } },
+            { 0, 1, 2, 3 } },
+        { "slow cores first, by clock",
+            { { 0, "0", nullptr, 2000 }, { 1, "1", "1", 2000 }, { 2, "2-3", "1", 4000 },
+                { 3, "2-3", "1", 4000 } },
+            { 0, 2, 1, 3 } },
+        { "slow cores first, by capacity",
+            { { 0, "0", nullptr, 3000, 500 }, { 1, "1", "1", 3000, 500 },
+                { 2, "2", "1", 3000, 1024 } },
+            { 0, 2, 1 } },
+        { "one off in the middle", kOneOffInTheMiddle, { 0, 2 } },
+        { "a sibling that is off",
+            { { 0, "0,2", "0" }, { 1, "1,3", "1" }, { 2, "0,2", "1" }, { 3, "1,3", "1" } },
+            { 1, 2, 3 } },
+        { "no processor 0, one without a switch", { { 4, "4", "1" }, { 5, "5" }, { 6, "6", "1" } },
+            { 5, 4, 6 } },
+        { "a hundred", ManyProcessors(100), { 0, 1, 2, 3, 4, 5, 6, 7 } },
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.name);
+        const MachineTree tree;
+        WriteProcessors(tree, test.rows);
+        EXPECT_EQ(kernel::Processors(tree.Path()).Numbers(), test.numbers);
+    }
+}
+
+TEST(ProcessorTree, SwitchingReachesTheRightOneAndTheCountStays)
+{
+    const MachineTree tree;
+    WriteProcessors(
+        tree, { { 0, "0,4", "1" }, { 1, "1,5", "1" }, { 4, "0,4", "1" }, { 5, "1,5", "1" } });
+    const RootGuard root(tree.Path());
+    const auto states = [&] {
+        std::string all;
+        for (const int number : { 0, 1, 4, 5 })
+            all += tree.Read(SwitchFile(number)).substr(0, 1);
+        return all;
+    };
+    const struct {
+        int32 cpu, state;
+        status_t status;
+        const char* states; // of the system's 0, 1, 4, 5
+    } steps[] = {
+        { 3, 0, B_OK, "1110" },
+        { 3, 0, B_OK, "1110" },
+        { 1, 0, B_OK, "1010" },
+        { 0, 0, B_NOT_ALLOWED, "1010" },
+        { 0, 1, B_OK, "1010" },
+        { 4, 0, B_BAD_VALUE, "1010" },
+        { -1, 0, B_BAD_VALUE, "1010" },
+        { 2, 2, B_BAD_VALUE, "1010" },
+        { 3, 1, B_OK, "1011" },
+        { 1, 1, B_OK, "1111" },
+    };
+    for (const auto& step : steps) {
+        EXPECT_EQ(_kset_cpu_state_(step.cpu, step.state), step.status) << step.cpu << step.state;
+        EXPECT_EQ(states(), step.states) << step.cpu << " " << step.state;
+        system_info info;
+        ASSERT_EQ(get_system_info(&info), B_OK);
+        EXPECT_EQ(info.cpu_count, 4);
+    }
+}
+
+TEST(ProcessorTree, WhatIsOffComesOnAtTheEndButNotWhatWasOffBefore)
+{
+    const MachineTree tree;
+    WriteProcessors(tree, kOneOffInTheMiddle);
+    {
+        kernel::Processors processors(tree.Path());
+        ASSERT_EQ(processors.Switch(1, false), B_OK);
+        ASSERT_EQ(tree.Read(SwitchFile(2)), "0\n");
+    }
+    EXPECT_TRUE(WaitUntil([&] { return tree.Read(SwitchFile(2)) == "1\n"; }));
+    EXPECT_EQ(tree.Read(SwitchFile(1)), "0\n");
+}
+
+TEST(ProcessorTree, OneWithoutASwitchIsAnErrorThatNamesIt)
+{
+    const MachineTree tree;
+    WriteProcessors(tree, { { 0, "0" }, { 1, "1" } });
+    kernel::Processors processors(tree.Path());
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(processors.Switch(1, false), B_ERROR);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Error switching processor <1> off: Permission denied\n");
+}
+
+TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAll)
+{
+    const MachineTree tree;
+    WriteProcessors(tree, { { 0, "0" }, { 1, "1", "0" }, { 2, "2", "1" } });
+    tree.Write("proc/cpuinfo",
+        "processor\t: 0\nvendor_id\t: AuthenticAMD\ncpu family\t: 5\nmodel\t\t: 8\n"
+        "model name\t: AMD-K6(tm) 3D processor\nstepping\t: 12\ncpu MHz\t\t: 451.032\n\n"
+        "processor\t: 2\nstepping\t: 1\n");
+    tree.Write("proc/stat",
+        "cpu  1 2 3 4\ncpu0 100 20 3 999 999 4 5 999 9 9\ncpu2 1 0 0 5\n"
+        "intr 5\nctxt 7\nbtime 1700557792\n");
+    tree.Write("proc/meminfo", "MemTotal: 131072 kB\nMemFree: 1 kB\nMemAvailable: 65536 kB\n");
+    const RootGuard root(tree.Path());
+    system_info info;
+    ASSERT_EQ(get_system_info(&info), B_OK);
+    EXPECT_EQ(info.cpu_count, 2);
+    EXPECT_EQ(info.cpu_type, B_CPU_AMD_K6_MODEL8);
+    EXPECT_EQ(info.cpu_revision, 12);
+    EXPECT_EQ(info.cpu_clock_speed, 451032000);
+    EXPECT_EQ(info.bus_clock_speed, 0);
+    EXPECT_EQ(info.platform_type, B_AT_CLONE_PLATFORM);
+    EXPECT_EQ(info.cpu_infos[0].active_time, 1320000);
+    EXPECT_EQ(info.cpu_infos[1].active_time, 10000);
+    EXPECT_EQ(info.max_pages, 32768);
+    EXPECT_EQ(info.used_pages, 16384);
+    EXPECT_EQ(info.boot_time, 1700557792000000);
+}
+
+TEST(ProcessorTree, AnEmptyTreeIsOneUnknownProcessor)
+{
+    const MachineTree tree;
+    const RootGuard root(tree.Path());
+    system_info info;
+    ASSERT_EQ(get_system_info(&info), B_OK);
+    EXPECT_EQ(info.cpu_count, 1);
+    EXPECT_EQ(info.cpu_type, B_CPU_X86);
+    EXPECT_EQ(info.cpu_clock_speed, 0);
+    EXPECT_EQ(info.max_pages, 0);
+    EXPECT_STREQ(info.kernel_name, "Linux");
+}

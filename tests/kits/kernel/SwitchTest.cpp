@@ -1,0 +1,230 @@
+#include "WaitUntil.h"
+
+#include <OS.h>
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <dirent.h>
+#include <fcntl.h>
+#include <fstream>
+#include <functional>
+#include <grp.h>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <string.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+const char* const kSwitch = "/sys/devices/system/cpu/cpu1/online";
+
+char StateOfProcessor1()
+{
+    char state = '?';
+    std::ifstream(kSwitch) >> state;
+    return state;
+}
+
+// Leaves processor 1 on, whatever a test did.
+class Processor1Guard {
+public:
+    Processor1Guard() = default;
+    ~Processor1Guard()
+    {
+        if (StateOfProcessor1() == '0')
+            std::ofstream(kSwitch) << "1";
+    }
+    Processor1Guard(const Processor1Guard&) = delete;
+    Processor1Guard& operator=(const Processor1Guard&) = delete;
+};
+
+bool CanSwitchForReal()
+{
+    return access(kSwitch, W_OK) == 0 && StateOfProcessor1() == '1';
+}
+
+// Runs in a process of its own, since what a process may use is settled once, and returns its exit
+// status, -1 if it did not exit.
+int InChild(const std::function<int()>& run)
+{
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(run());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// How many processors each thread of the process may run on: the least and the most.
+std::pair<int, int> AllowedProcessors()
+{
+    std::pair<int, int> range { 1 << 20, 0 };
+    DIR* const folder = opendir("/proc/self/task");
+    while (const dirent* entry = readdir(folder)) {
+        cpu_set_t mask;
+        if (entry->d_name[0] == '.' || sched_getaffinity(atoi(entry->d_name), sizeof(mask), &mask))
+            continue;
+        range.first = std::min(range.first, CPU_COUNT(&mask));
+        range.second = std::max(range.second, CPU_COUNT(&mask));
+    }
+    closedir(folder);
+    return range;
+}
+
+int32 SpawnAndEnd(void* done)
+{
+    const thread_func nothing = [](void*) -> int32 { return 0; };
+    while (!*static_cast<std::atomic<bool>*>(done)) {
+        wait_for_thread(spawn_thread(nothing, "brief", B_NORMAL_PRIORITY, nullptr), nullptr);
+        usleep(200); // the system takes a minute to switch a processor off while threads pour in
+    }
+    return 0;
+}
+
+bool BecomeOrdinaryUser()
+{
+    return geteuid() != 0
+        || (setgroups(0, nullptr) == 0 && setgid(65534) == 0 && setuid(65534) == 0);
+}
+
+int32 CpuCount()
+{
+    system_info info;
+    return get_system_info(&info) == B_OK ? info.cpu_count : -1;
+}
+
+// Switches processor 1 off and on while threads come and go; the system then has it in
+// stateWhenOff. 0, or the line that went wrong.
+int SwitchWithThreads(char stateWhenOff)
+{
+    std::atomic<bool> done { false };
+    const thread_id spawner = spawn_thread(SpawnAndEnd, "spawner", B_NORMAL_PRIORITY, &done);
+    resume_thread(spawner);
+    const std::pair<int, int> before = AllowedProcessors();
+    const int32 count = CpuCount();
+    for (int round = 0; round < 5; round++) {
+        if (_kset_cpu_state_(1, 0) != B_OK)
+            return __LINE__;
+        for (int look = 0; look < 20; look++) {
+            if (AllowedProcessors().second != before.second - 1)
+                return __LINE__;
+        }
+        if (CpuCount() != count || StateOfProcessor1() != stateWhenOff)
+            return __LINE__;
+        if (_kset_cpu_state_(1, 1) != B_OK)
+            return __LINE__;
+        if (AllowedProcessors() != before)
+            return __LINE__;
+    }
+    done = true;
+    wait_for_thread(spawner, nullptr);
+    return 0;
+}
+
+// A child that has switched processor 1 off and then pauses. Its standard output is a pipe.
+struct Holder {
+    pid_t pid = -1;
+    int output = -1;
+
+    Holder()
+    {
+        int ends[2];
+        if (pipe(ends) != 0)
+            return;
+        pid = fork();
+        if (pid == 0) {
+            setpgid(0, 0);
+            dup2(ends[1], STDOUT_FILENO);
+            _kset_cpu_state_(1, 0);
+            if (write(STDOUT_FILENO, "x", 1) != 1)
+                _exit(1);
+            for (;;)
+                pause();
+        }
+        close(ends[1]);
+        output = ends[0];
+        char letter;
+        EXPECT_EQ(read(output, &letter, 1), 1);
+    }
+    ~Holder() { close(output); }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+};
+} // namespace
+
+TEST(Switch, ForTheMachineWhereTheProgramMay)
+{
+    if (!CanSwitchForReal())
+        GTEST_SKIP() << "processor 1 cannot be switched here";
+    const Processor1Guard guard;
+    EXPECT_EQ(InChild([] { return SwitchWithThreads('0'); }), 0);
+}
+
+TEST(Switch, AThreadBoundToTheProcessorIsBoundToItAgain)
+{
+    const auto run = [] {
+        cpu_set_t before, after;
+        CPU_ZERO(&before);
+        CPU_SET(1, &before);
+        CpuCount(); // takes note of what the process may use
+        if (sched_setaffinity(0, sizeof(before), &before) != 0)
+            return 1;
+        const bool switched = _kset_cpu_state_(1, 0) == B_OK && _kset_cpu_state_(1, 1) == B_OK;
+        sched_getaffinity(0, sizeof(after), &after);
+        return switched && CPU_EQUAL(&before, &after) ? 0 : 2;
+    };
+    if (sysconf(_SC_NPROCESSORS_ONLN) < 2)
+        GTEST_SKIP() << "one processor only";
+    const Processor1Guard guard;
+    EXPECT_EQ(InChild(run), 0); // for the machine where the program may
+    EXPECT_EQ(InChild([&] { return BecomeOrdinaryUser() ? run() : 3; }), 0);
+}
+
+TEST(Switch, ForItselfWhereTheProgramMayNot)
+{
+    if (sysconf(_SC_NPROCESSORS_ONLN) < 2)
+        GTEST_SKIP() << "one processor only";
+    EXPECT_EQ(InChild([] {
+        if (!BecomeOrdinaryUser())
+            return 1;
+        return SwitchWithThreads('1');
+    }),
+        0);
+}
+
+TEST(Switch, AProcessBoundToOneProcessorCountsOne)
+{
+    EXPECT_EQ(InChild([] {
+        cpu_set_t mask;
+        CPU_ZERO(&mask);
+        CPU_SET(0, &mask);
+        if (sched_setaffinity(0, sizeof(mask), &mask) != 0)
+            return 100;
+        return CpuCount() + (_kset_cpu_state_(1, 0) == B_BAD_VALUE ? 0 : 50);
+    }),
+        1);
+}
+
+TEST(Switch, EndsWithTheProcessHoweverItEnds)
+{
+    if (!CanSwitchForReal())
+        GTEST_SKIP() << "processor 1 cannot be switched here";
+    const Processor1Guard guard;
+    // The whole group, as a terminal does it: the lease must outlive that.
+    for (const int number : { SIGKILL, SIGINT, SIGHUP, SIGTERM }) {
+        SCOPED_TRACE(strsignal(number));
+        const Holder holder;
+        EXPECT_EQ(StateOfProcessor1(), '0');
+        kill(-holder.pid, number);
+        int status = 0;
+        EXPECT_EQ(waitpid(holder.pid, &status, 0), holder.pid);
+        EXPECT_TRUE(WIFSIGNALED(status));
+        char letter;
+        EXPECT_EQ(read(holder.output, &letter, 1), 0); // nobody holds its output any more
+        EXPECT_TRUE(WaitUntil([] { return StateOfProcessor1() == '1'; }, 5));
+    }
+    EXPECT_EQ(InChild([] { return _kset_cpu_state_(1, 0) == B_OK ? 0 : 1; }), 0);
+    EXPECT_TRUE(WaitUntil([] { return StateOfProcessor1() == '1'; }, 5));
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1); // no child is left
+}

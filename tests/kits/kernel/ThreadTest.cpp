@@ -1,0 +1,226 @@
+#include "WaitUntil.h"
+
+#include <OS.h>
+
+#include <atomic>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+// What a thread of these tests does and shows; it does it until done.
+struct Work {
+    enum Kind { Count, Snooze, Sleep };
+
+    Kind kind = Count;
+    std::atomic<bool> done { false };
+    std::atomic<long> count { 0 };
+    std::atomic<pid_t> tid { 0 };
+
+    static int32 Do(void* data)
+    {
+        Work& work = *static_cast<Work*>(data);
+        work.tid = static_cast<pid_t>(syscall(SYS_gettid));
+        while (!work.done) {
+            work.count++;
+            if (work.kind == Snooze)
+                snooze(100000);
+            if (work.kind == Sleep)
+                usleep(100000);
+        }
+        return 7;
+    }
+};
+
+thread_state StateOf(thread_id thread)
+{
+    thread_info info;
+    return get_thread_info(thread, &info) == B_OK ? info.state : thread_state(0);
+}
+
+std::string NameOf(thread_id thread)
+{
+    thread_info info;
+    return get_thread_info(thread, &info) == B_OK ? info.name : "<ended>";
+}
+} // namespace
+
+TEST(Thread, StateTellsWhatItDoes)
+{
+    const struct {
+        const char* name;
+        Work::Kind kind;
+        thread_state state;
+    } rows[] = {
+        { "counts", Work::Count, B_THREAD_RUNNING },
+        { "snoozes", Work::Snooze, B_THREAD_ASLEEP },
+        { "sleeps in the C library", Work::Sleep, B_THREAD_WAITING },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Work work;
+        work.kind = row.kind;
+        const thread_id thread = spawn_thread(Work::Do, row.name, B_NORMAL_PRIORITY, &work);
+        EXPECT_EQ(StateOf(thread), B_THREAD_SUSPENDED);
+        ASSERT_EQ(resume_thread(thread), B_OK);
+        EXPECT_EQ(resume_thread(thread), B_BAD_THREAD_STATE);
+        EXPECT_TRUE(WaitUntil([&] { return work.count > 0 && StateOf(thread) == row.state; }));
+        ASSERT_EQ(suspend_thread(thread), B_OK);
+        EXPECT_EQ(StateOf(thread), B_THREAD_SUSPENDED);
+        work.done = true;
+        status_t value = 0;
+        EXPECT_EQ(wait_for_thread(thread, &value), B_OK); // resumes it
+        EXPECT_EQ(value, 7);
+    }
+}
+
+TEST(Thread, ASuspendedThreadRunsNoMoreInstructionUntilItIsResumed)
+{
+    Work work;
+    const thread_id thread = spawn_thread(Work::Do, "stopped", B_NORMAL_PRIORITY, &work);
+    EXPECT_EQ(work.count, 0);
+    resume_thread(thread);
+    for (int round = 0; round < 50; round++) {
+        const long before = work.count;
+        ASSERT_TRUE(WaitUntil([&] { return work.count > before; }));
+        ASSERT_EQ(suspend_thread(thread), B_OK);
+        ASSERT_EQ(suspend_thread(thread), B_OK); // does not add up
+        const long stoppedAt = work.count;
+        snooze(2000);
+        ASSERT_EQ(work.count, stoppedAt);
+        ASSERT_EQ(resume_thread(thread), B_OK);
+    }
+    work.done = true;
+    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
+}
+
+TEST(Thread, ThreadsThatSuspendAndResumeEachOtherAllGoOn)
+{
+    static std::atomic<thread_id> sThreads[2];
+    static std::atomic<bool> sDone;
+    sDone = false;
+    const thread_func meddle = [](void* other) -> int32 {
+        while (!sDone) {
+            suspend_thread(sThreads[other != nullptr]);
+            suspend_thread(find_thread(nullptr));
+        }
+        return 0;
+    };
+    for (int i = 0; i < 2; i++)
+        sThreads[i] = spawn_thread(meddle, "meddler", B_NORMAL_PRIORITY, i ? nullptr : &sDone);
+    for (int i = 0; i < 5000; i++)
+        resume_thread(sThreads[i % 2]);
+    sDone = true;
+    EXPECT_TRUE(WaitUntil([] { // one may stop itself or the other once more
+        const bool ended[] = { resume_thread(sThreads[0]) == B_BAD_THREAD_ID,
+            resume_thread(sThreads[1]) == B_BAD_THREAD_ID };
+        return ended[0] && ended[1];
+    }));
+    for (const thread_id thread : sThreads)
+        EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
+}
+
+TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
+{
+    const thread_id thread =
+        spawn_thread([](void*) -> int32 { return 42; }, "short", B_LOW_PRIORITY, nullptr);
+    resume_thread(thread);
+    ASSERT_TRUE(WaitUntil([&] { return NameOf(thread) == "<ended>"; }));
+    for (const thread_id id : { thread, thread_id(0), thread_id(-1), thread_id(1 << 30) }) {
+        thread_info info;
+        EXPECT_EQ(get_thread_info(id, &info), B_BAD_THREAD_ID);
+        EXPECT_EQ(resume_thread(id), B_BAD_THREAD_ID);
+        EXPECT_EQ(suspend_thread(id), B_BAD_THREAD_ID);
+        EXPECT_EQ(kill_thread(id), B_BAD_THREAD_ID);
+        EXPECT_EQ(set_thread_priority(id, 10), B_BAD_THREAD_ID);
+        EXPECT_EQ(rename_thread(id, "x"), B_BAD_THREAD_ID);
+    }
+    EXPECT_EQ(find_thread("short"), B_NAME_NOT_FOUND);
+    status_t value = 0;
+    EXPECT_EQ(wait_for_thread(thread, &value), B_OK);
+    EXPECT_EQ(value, 42);
+    EXPECT_EQ(wait_for_thread(thread, &value), B_BAD_THREAD_ID);
+    EXPECT_EQ(wait_for_thread(find_thread(nullptr), &value), B_NOT_ALLOWED);
+    EXPECT_EQ(get_thread_info(find_thread(nullptr), nullptr), B_BAD_VALUE);
+    EXPECT_EQ(rename_thread(find_thread(nullptr), nullptr), B_BAD_VALUE);
+    EXPECT_EQ(spawn_thread(nullptr, "none", B_NORMAL_PRIORITY, nullptr), B_BAD_VALUE);
+}
+
+TEST(Thread, ExitThreadUnwindsAndGivesTheValue)
+{
+    static bool sUnwound;
+    sUnwound = false;
+    const thread_func exits = [](void*) -> int32 {
+        struct Sentry {
+            ~Sentry() { sUnwound = true; }
+        } sentry;
+        exit_thread(-5);
+    };
+    const thread_id thread = spawn_thread(exits, "exits", B_NORMAL_PRIORITY, nullptr);
+    status_t value = 0;
+    EXPECT_EQ(wait_for_thread(thread, &value), B_OK);
+    EXPECT_EQ(value, -5);
+    EXPECT_TRUE(sUnwound);
+}
+
+TEST(Thread, NamesOfAnyLengthAreTakenAndShownUpTo31Bytes)
+{
+    Work work;
+    const std::string longName = "A name of a thread that has more than 31 bytes";
+    const thread_id thread = spawn_thread(Work::Do, longName.c_str(), B_NORMAL_PRIORITY, &work);
+    EXPECT_EQ(NameOf(thread), longName.substr(0, 31));
+    EXPECT_EQ(find_thread(longName.c_str()), thread);
+    EXPECT_EQ(find_thread(NameOf(thread).c_str()), thread);
+    EXPECT_EQ(rename_thread(thread, "WhetstoneThread_9"), B_OK);
+    EXPECT_EQ(find_thread("WhetstoneThread_9"), thread);
+    EXPECT_EQ(find_thread(longName.c_str()), B_NAME_NOT_FOUND);
+    work.done = true;
+    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
+
+    const thread_id nameless = spawn_thread(Work::Do, nullptr, B_NORMAL_PRIORITY, &work);
+    EXPECT_EQ(NameOf(nameless), "");
+    EXPECT_EQ(kill_thread(nameless), B_OK);
+}
+
+TEST(Thread, PrioritiesShiftTheNiceValueOfThatThreadAlone)
+{
+    Work work;
+    const thread_id thread = spawn_thread(Work::Do, "prior", B_LOW_PRIORITY, &work);
+    resume_thread(thread);
+    ASSERT_TRUE(WaitUntil([&] { return work.tid != 0; }));
+    const auto niceOf = [](pid_t tid) { return getpriority(PRIO_PROCESS, static_cast<id_t>(tid)); };
+    const int ours = niceOf(0);
+    EXPECT_GT(niceOf(work.tid), ours);
+    int lastNice = 20, lastPriority = B_LOW_PRIORITY;
+    for (const int32 priority : { 1, 5, 10, 15, 20, 100, 110, 120, 500 }) {
+        SCOPED_TRACE(priority);
+        EXPECT_EQ(set_thread_priority(thread, priority), lastPriority);
+        if (geteuid() == 0) { // others may not go back up
+            EXPECT_LE(niceOf(work.tid), lastNice);
+        }
+        lastNice = niceOf(work.tid);
+        lastPriority = priority;
+        EXPECT_EQ(sched_getscheduler(work.tid), SCHED_OTHER);
+    }
+    EXPECT_EQ(niceOf(0), ours);
+    work.done = true;
+    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
+}
+
+TEST(Thread, AForeignThreadIsKnownFromItsFirstFindThreadUntilItsEnd)
+{
+    thread_id foreign = 0;
+    std::string name;
+    std::thread([&] {
+        foreign = find_thread(nullptr);
+        name = NameOf(foreign);
+        EXPECT_EQ(find_thread(nullptr), foreign);
+        EXPECT_EQ(StateOf(foreign), B_THREAD_RUNNING);
+    }).join();
+    EXPECT_NE(foreign, find_thread(nullptr));
+    EXPECT_NE(name, "<ended>");
+    EXPECT_EQ(NameOf(foreign), "<ended>");
+}
