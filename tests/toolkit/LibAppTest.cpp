@@ -1,0 +1,131 @@
+#include "toolkit/LibApp.h"
+
+#include "kits/app/ProgramArguments.h"
+#include "tests/support/ScreenDriver.h"
+
+#include <Message.h>
+#include <Window.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+class AskedWindow : public BWindow {
+public:
+    AskedWindow() : BWindow(BRect(100, 100, 200, 200), "Asked", B_TITLED_WINDOW, 0) { }
+    bool QuitRequested() override
+    {
+        wasQuitting = static_cast<LibApp*>(be_app)->IsQuitting();
+        return mayQuit;
+    }
+
+    static inline bool mayQuit = true;
+    static inline bool wasQuitting = false;
+};
+
+// Asks for everything a program can be asked for, then quits.
+class TestApp : public LibApp {
+public:
+    TestApp() : LibApp("application/x-vnd.Quorvane.AppTest", "AppTest", "1 January 2000") { }
+
+    BWindow* Window() override
+    {
+        windowsAsked++;
+        if (!window)
+            window = new AskedWindow;
+        return window;
+    }
+
+    void MessageReceived(BMessage* message) override
+    {
+        if (message->what == 'appr') {
+            shown++;
+            wasHidden = window->IsHidden();
+            ReadyToRun();
+            for (const uint32 what : { 'sabt', 'ssys', 'help', 'stip', 'tipf', '_QRQ' })
+                PostMessage(what);
+        }
+        LibApp::MessageReceived(message);
+    }
+
+    BWindow* window = nullptr;
+    int windowsAsked = 0;
+    int shown = 0;
+    bool wasHidden = true;
+};
+
+// Without what the desktop's libraries have to say.
+std::string OwnLines(const std::string& errors)
+{
+    std::istringstream lines(errors);
+    std::string own;
+    for (std::string line; std::getline(lines, line);)
+        own += line[0] == '<' ? line + "\n" : "";
+    return own;
+}
+
+class LibAppTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!screen::IsThere())
+            GTEST_SKIP() << "no display";
+        SetProgramArguments({ "apptest" });
+        AskedWindow::mayQuit = true;
+    }
+};
+
+} // namespace
+
+TEST_F(LibAppTest, ShowsItsWindowOnceAndSaysWhatItLacks)
+{
+    testing::internal::CaptureStderr();
+    TestApp app;
+    app.Run();
+    EXPECT_EQ(OwnLines(testing::internal::GetCapturedStderr()),
+        "<About AppTest...> comes with a later version\n"
+        "<System...> comes with a later version\n"
+        "<Help...> comes with a later version\n"
+        "<Tool tips> comes with a later version\n"
+        "<Tool tips> comes with a later version\n");
+    EXPECT_EQ(app.windowsAsked, 1);
+    EXPECT_EQ(app.shown, 1);
+    EXPECT_FALSE(app.wasHidden);
+}
+
+TEST_F(LibAppTest, IsQuittingWhileItsWindowsAreAskedAndNotWhenOneRefuses)
+{
+    TestApp app;
+    app.ReadyToRun();
+    AskedWindow::mayQuit = false;
+    EXPECT_FALSE(app.QuitRequested());
+    EXPECT_TRUE(AskedWindow::wasQuitting);
+    EXPECT_FALSE(app.IsQuitting());
+    AskedWindow::mayQuit = true;
+    EXPECT_TRUE(app.QuitRequested());
+    EXPECT_TRUE(app.IsQuitting());
+}
+
+TEST_F(LibAppTest, TakesOnlyHelpFromTheCommandLine)
+{
+    const struct {
+        std::vector<std::string> arguments;
+        const char* errors;
+    } rows[] = {
+        { { "apptest", "-help" }, "Help file requred\n" },
+        { { "apptest", "-help", "a.xml", "b.xml" }, "Help file requred\n" },
+        { { "apptest", "file", "-help" }, "" },
+        { { "apptest", "-Help", "a.xml" }, "" },
+    };
+    TestApp app;
+    for (const auto& row : rows) {
+        std::vector<char*> argv;
+        for (const std::string& argument : row.arguments)
+            argv.push_back(const_cast<char*>(argument.c_str()));
+        testing::internal::CaptureStderr();
+        app.ArgvReceived(int32(argv.size()), argv.data());
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), row.errors);
+    }
+}

@@ -1,0 +1,160 @@
+#include "tests/support/ScreenDriver.h"
+#include "toolkit/ButtonRow.h"
+#include "toolkit/DialogWindow.h"
+#include "toolkit/MessageBoxes.h"
+
+#include <Alert.h>
+#include <Application.h>
+#include <Button.h>
+#include <Message.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+namespace {
+
+std::atomic<uint32> gPressed = 0;
+std::atomic<int> gAsked = 0;
+
+class TestDialog : public DialogWindow {
+public:
+    TestDialog() : DialogWindow(BRect(0, 0, 399, 299), "TestDialog", "Dialog")
+    {
+        ButtonRow* row = new ButtonRow;
+        row->AddButton("cancel", "Cancel", 'canc');
+        row->AddButton("compare", "Compare with...", 'comp');
+        row->AddButton("save", "Save", 'save');
+        SetDefaultRow(row);
+        SetPosition(kCentred);
+    }
+    void MessageReceived(BMessage* message) override { gPressed = message->what; }
+    bool QuitRequested() override
+    {
+        gAsked++;
+        return false;
+    }
+};
+
+class MainLike : public LibWindow {
+public:
+    MainLike()
+        : LibWindow(BRect(0, 0, 199, 99), "Main", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
+            B_NOT_CLOSABLE)
+    {
+        SetMainWindow();
+    }
+};
+
+class WindowTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!screen::IsThere())
+            GTEST_SKIP() << "no display";
+        gPressed = 0;
+        gAsked = 0;
+    }
+
+    template <class Window>
+    Window* Open()
+    {
+        Window* window = new Window;
+        window->Show();
+        EXPECT_TRUE(screen::WaitFor([=] { return screen::IsActive(window->Title()); }));
+        return window;
+    }
+
+    // The application asks nobody when it goes.
+    BApplication app { "application/x-vnd.Quorvane.WindowTest" };
+};
+
+} // namespace
+
+TEST_F(WindowTest, ButtonsStandEvenlyAtTheRightAndStayThere)
+{
+    TestDialog* dialog = Open<TestDialog>();
+    for (int round = 0; round < 2; round++) {
+        dialog->Lock();
+        const BRect window = dialog->Frame();
+        dialog->Unlock();
+        const BRect cancel = screen::Find("cancel").frame;
+        const BRect compare = screen::Find("compare").frame;
+        const BRect save = screen::Find("save").frame;
+        EXPECT_EQ(save.right, window.right - 10) << round;
+        EXPECT_EQ(save.left - compare.right, compare.left - cancel.right) << round;
+        EXPECT_EQ(save.Width(), compare.Width()) << round;
+        EXPECT_EQ(cancel.Width(), compare.Width()) << round;
+        EXPECT_GT(cancel.left, window.left) << round;
+        EXPECT_LT(save.bottom, window.bottom) << round;
+        EXPECT_LT(screen::Find("bgview").frame.bottom, save.top) << round;
+        dialog->ResizeBy(120, 60);
+        EXPECT_TRUE(screen::WaitFor([&] { return screen::Find("save").frame != save; }));
+    }
+}
+
+TEST_F(WindowTest, KeysPressTheLastButtonAndAskToClose)
+{
+    Open<TestDialog>();
+    screen::Key("Return");
+    EXPECT_TRUE(screen::WaitFor([] { return gPressed == 'save'; }));
+    screen::Key("Escape");
+    EXPECT_TRUE(screen::WaitFor([] { return gAsked == 1; }));
+    screen::Key("ctrl+w");
+    EXPECT_TRUE(screen::WaitFor([] { return gAsked == 2; }));
+}
+
+TEST_F(WindowTest, OthersArePlacedBesideTheMainWindowWhereverItIs)
+{
+    MainLike* mainWindow = Open<MainLike>();
+    TestDialog* dialog = Open<TestDialog>();
+    for (const BPoint corner : { BPoint(50, 60), BPoint(600, 200) }) {
+        mainWindow->MoveTo(corner);
+        // The window learns of its move by a message.
+        EXPECT_TRUE(screen::WaitFor([&] {
+            dialog->SetPosition(kBesideMain);
+            return screen::Find("bgview").frame.top == corner.y;
+        })) << corner.x;
+        const BRect mainFrame(corner.x, corner.y, corner.x + 199, corner.y + 99);
+        EXPECT_FALSE(dialog->Frame().Intersects(mainFrame)) << corner.x;
+    }
+}
+
+TEST_F(WindowTest, EachMessageBoxWaitsForItsButton)
+{
+    const struct {
+        void (*show)(const char*);
+        const char* title;
+        const char* key;
+    } rows[] = {
+        { LibError, "Error", "Return" },
+        { LibInfo, "Information", "Escape" },
+        { LibWarning, "Warning", "space" },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.title);
+        std::atomic<bool> answered = false;
+        std::thread caller([&] {
+            row.show("Half of the file <a> is there");
+            answered = true;
+        });
+        EXPECT_TRUE(screen::WaitFor([&] { return screen::IsActive(row.title); }));
+        EXPECT_EQ(screen::Find("_tv_", row.title).text, "Half of the file <a> is there");
+        EXPECT_EQ(screen::Find("_b0_", row.title).text, "OK");
+        EXPECT_FALSE(answered);
+        screen::Key(row.key);
+        caller.join();
+    }
+}
+
+TEST_F(WindowTest, AlertsCanBeClosedUnanswered)
+{
+    int32 answer = 7;
+    std::thread caller(
+        [&] { answer = LibAnswer(new BAlert("Question", "Now?", "No", "Yes", nullptr)); });
+    EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+    LibCloseAlerts();
+    caller.join();
+    EXPECT_EQ(answer, -1);
+}

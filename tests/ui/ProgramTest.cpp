@@ -1,0 +1,179 @@
+// The program as users run it.
+#include "tests/support/ScreenDriver.h"
+
+#include <OS.h>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+std::string ContentsOf(const std::string& path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+// A running Tarvex; killed, if need be, at the end.
+class Program {
+public:
+    explicit Program(std::vector<std::string> arguments, const char* display = getenv("DISPLAY"))
+        : errorPath(testing::TempDir() + "tarvex-errors-" + std::to_string(getpid()))
+    {
+        const std::string path = TARVEX_BUILD "/tarvex";
+        arguments.insert(arguments.begin(), path);
+        std::vector<char*> argv;
+        for (std::string& argument : arguments)
+            argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        id = fork();
+        if (id != 0)
+            return;
+        if (!freopen(errorPath.c_str(), "w", stderr))
+            _exit(126);
+        display ? setenv("DISPLAY", display, 1) : unsetenv("DISPLAY");
+        execv(path.c_str(), argv.data());
+        _exit(127);
+    }
+    ~Program()
+    {
+        if (!ended)
+            kill(id, SIGKILL), waitpid(id, nullptr, 0);
+        std::filesystem::remove(errorPath);
+    }
+
+    void Terminate() const { kill(id, SIGTERM); }
+
+    // The exit status; -1 for a program that did not end within so many seconds, or by a signal.
+    int Status(double seconds)
+    {
+        int status = 0;
+        ended = screen::WaitFor([&] { return waitpid(id, &status, WNOHANG) == id; }, seconds);
+        return ended && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    // What it wrote on standard error, without the lines of the desktop's libraries.
+    std::string Errors() const
+    {
+        std::istringstream lines(ContentsOf(errorPath));
+        std::string own;
+        for (std::string line; std::getline(lines, line);)
+            own += line.starts_with("Q") ? "" : line + "\n";
+        return own;
+    }
+
+    bool HasThread(const std::string& name) const
+    {
+        std::error_code error;
+        const std::string tasks = "/proc/" + std::to_string(id) + "/task";
+        for (const auto& task : std::filesystem::directory_iterator(tasks, error)) {
+            if (ContentsOf(task.path() / "comm") == name + "\n")
+                return true;
+        }
+        return false;
+    }
+
+    bool WaitForWindow() const
+    {
+        const std::string command = "xdotool search --onlyvisible --pid " + std::to_string(id)
+            + " --name '^Tarvex$' >/dev/null 2>&1";
+        return screen::WaitFor([&] { return system(command.c_str()) == 0; });
+    }
+
+    // Starts a run of the string and memory tests, by the keyboard as a user would.
+    bool StartRun() const
+    {
+        if (!WaitForWindow())
+            return false;
+        for (const char* key : { "Tab", "space", "Tab", "space", "ctrl+t" }) {
+            screen::Key(key);
+            snooze(100000);
+        }
+        return screen::WaitFor([this] {
+            screen::Key("Return"); // the warning, when it is there
+            return HasThread("benchmark");
+        });
+    }
+
+private:
+    std::string errorPath;
+    pid_t id;
+    bool ended = false;
+};
+
+std::string OnlineProcessors()
+{
+    return ContentsOf("/sys/devices/system/cpu/online");
+}
+
+} // namespace
+
+TEST(Program, AnswersWithoutWindows)
+{
+    const std::string noHelp = "Help file requred\n";
+    const struct {
+        std::vector<std::string> arguments;
+        const char* display;
+        int status;
+        std::string errors;
+    } rows[] = {
+        { { "-help", "a b.xml" }, getenv("DISPLAY"), 0, "<a b.xml> comes with a later version\n" },
+        { {}, nullptr, 1, "No display: <DISPLAY> is not set\n" },
+        { {}, ":4711", 1, "Cannot open display <:4711>\n" },
+    };
+    for (const auto& row : rows) {
+        if (row.status == 0 && !screen::IsThere())
+            continue;
+        Program program(row.arguments, row.display);
+        EXPECT_EQ(program.Status(30), row.status);
+        EXPECT_EQ(program.Errors(), row.errors);
+    }
+}
+
+TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
+{
+    if (!screen::IsThere())
+        GTEST_SKIP() << "no display";
+    const struct {
+        std::vector<std::string> arguments;
+        const char* errors;
+    } rows[] = {
+        { {}, "" },
+        { { "-scmp" }, "Allowed to save comparisons\n" },
+        { { "-scmp", "x" }, "" },
+        { { "x", "-scmp" }, "" },
+        { { "-help" }, "Help file requred\n" },
+    };
+    for (const auto& row : rows) {
+        Program program(row.arguments);
+        ASSERT_TRUE(program.WaitForWindow());
+        program.Terminate();
+        EXPECT_EQ(program.Status(30), 0);
+        EXPECT_EQ(program.Errors(), row.errors);
+    }
+}
+
+// In the first pass and in one with fewer processors.
+TEST(Program, QuitsInTheMiddleOfARunAndGivesProcessorsBack)
+{
+    if (!screen::IsThere())
+        GTEST_SKIP() << "no display";
+    const std::string online = OnlineProcessors();
+    const bool canSwitch = geteuid() == 0 && online != "0\n";
+    for (int pass = 0; pass < (canSwitch ? 2 : 1); pass++) {
+        Program program({});
+        ASSERT_TRUE(program.StartRun());
+        EXPECT_TRUE(screen::WaitFor([&] { return pass == 0 || OnlineProcessors() != online; }));
+        program.Terminate();
+        EXPECT_EQ(program.Status(5), 0) << "pass " << pass;
+        EXPECT_TRUE(screen::WaitFor([&] { return OnlineProcessors() == online; }));
+    }
+}

@@ -1,0 +1,93 @@
+#include "ui/ResultsWin.h"
+
+#include "tests/support/ScreenDriver.h"
+#include "ui/ResultItem.h"
+
+#include <Application.h>
+#include <ListView.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using screen::Find;
+
+void AddMetric(Results& run, const char* name, std::initializer_list<float> seconds)
+{
+    Metric* metric = run.NewTest(name, 100);
+    metric->Units("KIPS");
+    for (const float time : seconds)
+        metric->Time(time);
+}
+
+// The list's rows, one text each.
+std::vector<std::string> Rows(ResultsWin& window)
+{
+    const auto* list = dynamic_cast<BListView*>(window.FindView("list"));
+    std::vector<std::string> rows;
+    for (int32 i = 0; i < list->CountItems(); i++) {
+        const auto* item = static_cast<ResultItem*>(list->ItemAt(i));
+        std::string row = std::string(item->Description()) + " " + item->Units();
+        for (int slot = 0; slot < item->Quantity(); slot++)
+            row += " " + std::to_string(int(item->Rate(slot)));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+class ResultsWinTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!screen::IsThere())
+            GTEST_SKIP() << "no display";
+    }
+    BApplication app { "application/x-vnd.Quorvane.ResultsTest" };
+};
+
+} // namespace
+
+TEST_F(ResultsWinTest, ShowsTheLastRunOnly)
+{
+    Results run(true);
+    AddMetric(run, "Strings Copy", { 2, 4 });
+    AddMetric(run, "Memory", { 0.5f, 0, 1 });
+    ResultsWin* window = new ResultsWin(3);
+    window->Update(run, false);
+    const std::vector<std::string> both { "Strings Copy KIPS 50 25", "Memory KIPS 200 0 100" };
+    EXPECT_EQ(Rows(*window), both);
+
+    run.First();
+    run.Remove();
+    EXPECT_EQ(Rows(*window), both) << "the window shows a copy";
+    window->Update(run, true);
+    EXPECT_EQ(Rows(*window), std::vector<std::string> { "Memory KIPS 200 0 100" });
+}
+
+TEST_F(ResultsWinTest, TitlesStandAboveTheirColumns)
+{
+    ResultsWin* window = new ResultsWin(3);
+    window->Show();
+    ASSERT_TRUE(screen::WaitFor([] { return screen::IsActive("Results"); }));
+    const BRect list = Find("list").frame;
+    const struct {
+        const char* view;
+        const char* text;
+        float left; // in the list
+    } rows[] = {
+        { "banner1", "Test", 5 },
+        { "banner2", "Units", 188 },
+        { "cpus3", "3 CPU", 290 },
+        { "cpus2", "2 CPU", 345 },
+        { "cpus1", "1 CPU", 400 },
+    };
+    for (const auto& row : rows) {
+        const screen::Widget title = Find(row.view);
+        EXPECT_EQ(title.text, row.text);
+        EXPECT_EQ(title.frame.left, list.left + row.left) << row.view;
+        EXPECT_LT(title.frame.bottom, list.top) << row.view;
+    }
+    EXPECT_FALSE(Find("cpus0").exists || Find("cpus4").exists);
+    EXPECT_TRUE(Find("cancel").enabled);
+    EXPECT_FALSE(Find("compare").enabled || Find("save").enabled);
+}

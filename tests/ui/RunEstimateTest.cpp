@@ -1,0 +1,47 @@
+#include "ui/RunEstimate.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+namespace {
+
+RunEstimate EstimateOf(std::initializer_list<std::string_view> labels, int32 nbrCpus)
+{
+    RunEstimate estimate;
+    estimate.nbrCpus = nbrCpus;
+    for (const std::string_view label : labels) {
+        for (int32 i = 0; i < kNbrTestGroups; i++)
+            estimate.selected[i] |= label == kTestGroups[i].label || label == "all";
+    }
+    return estimate;
+}
+
+} // namespace
+
+TEST(RunEstimate, EachPassTakesTheSumOfItsGroups)
+{
+    const struct {
+        std::initializer_list<std::string_view> labels;
+        int32 nbrCpus;
+        const char* text;
+    } rows[] = {
+        { {}, 2, "0:00" },
+        { { "Graphics" }, 1, "1:20" },
+        { { "Strings" }, 1, "0:04" },
+        { { "Memory" }, 1, "0:02" },
+        { { "Savage" }, 1, "0:02" },
+        { { "Ackerman" }, 1, "0:02" },
+        { { "Fourier" }, 1, "0:04" },
+        { { "Whetstone" }, 1, "0:02" },
+        { { "Sieve" }, 1, "0:04" },
+        { { "Input/Output" }, 1, "0:08" },
+        { { "LifeCycle" }, 1, "0:11" },
+        { { "all" }, 1, "1:59" },
+        { { "all" }, 2, "3:58" },
+        { { "all" }, 8, "15:52" },
+        { { "Graphics", "LifeCycle" }, 4, "6:04" },
+    };
+    for (const auto& row : rows)
+        EXPECT_STREQ(EstimateOf(row.labels, row.nbrCpus).Text(), row.text) << row.nbrCpus;
+}

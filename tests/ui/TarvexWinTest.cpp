@@ -1,0 +1,183 @@
+#include "ui/TarvexWin.h"
+
+#include "tests/support/ScreenDriver.h"
+#include "toolkit/MessageBoxes.h"
+#include "ui/RunEstimate.h"
+
+#include <Application.h>
+#include <MenuBar.h>
+#include <MenuItem.h>
+#include <Message.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+using screen::Find;
+using screen::WaitFor;
+
+// Keeps what the window showed at each status message.
+class RecordingWin : public TarvexWin {
+public:
+    RecordingWin() : TarvexWin(false) { }
+
+    void MessageReceived(BMessage* message) override
+    {
+        TarvexWin::MessageReceived(message);
+        if (message->what == 'BmkS')
+            statuses.push_back(Find("timebox").text + ": " + Find("est_time").text);
+    }
+
+    std::vector<std::string> statuses;
+};
+
+int32 NbrCpus()
+{
+    system_info info {};
+    get_system_info(&info);
+    return info.cpu_count;
+}
+
+bool Shows(const char* view, const std::string& text)
+{
+    return WaitFor([&] { return Find(view).text == text; });
+}
+
+class TarvexWinTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!screen::IsThere())
+            GTEST_SKIP() << "no display";
+        window = new RecordingWin;
+        window->Show();
+        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex"); }));
+    }
+    // A run that is under way ends with its window.
+    void TearDown() override
+    {
+        LibCloseAlerts();
+        if (window && window->Lock()) {
+            EXPECT_TRUE(window->QuitRequested());
+            window->Quit();
+        }
+        EXPECT_LT(find_thread("benchmark"), 0);
+        EXPECT_LT(find_thread("LoadCursor"), 0);
+    }
+
+    bool TestIsEnabled()
+    {
+        window->Lock();
+        const bool enabled = window->KeyMenuBar()->FindItem("Test")->IsEnabled();
+        window->Unlock();
+        return enabled;
+    }
+
+    BApplication app { "application/x-vnd.Quorvane.WinTest" };
+    RecordingWin* window = nullptr;
+};
+
+} // namespace
+
+TEST_F(TarvexWinTest, EveryTickChangesEstimateAndTestItem)
+{
+    RunEstimate estimate;
+    estimate.nbrCpus = NbrCpus();
+    EXPECT_FALSE(TestIsEnabled());
+    screen::Key("ctrl+t"); // nothing to test
+    for (int32 group = 0; group < kNbrTestGroups; group++) {
+        screen::Click(kTestGroups[group].viewName);
+        estimate.selected[group] = true;
+        EXPECT_TRUE(Shows("est_time", estimate.Text().operator const char*())) << group;
+        EXPECT_TRUE(TestIsEnabled());
+        EXPECT_EQ(window->CountSelected(), group + 1);
+    }
+    for (const TestGroup& group : kTestGroups) {
+        EXPECT_TRUE(TestIsEnabled());
+        EXPECT_EQ(Find(group.viewName).text, group.label);
+        screen::Click(group.viewName);
+    }
+    EXPECT_TRUE(Shows("est_time", "0:00"));
+    EXPECT_FALSE(TestIsEnabled());
+    EXPECT_EQ(Find("timebox").text, "Estimated Test Time");
+}
+
+TEST_F(TarvexWinTest, AllIsChosenByKeyAndByMenu)
+{
+    RunEstimate all;
+    all.nbrCpus = NbrCpus();
+    std::fill(std::begin(all.selected), std::end(all.selected), true);
+    const std::string text = all.Text().operator const char*();
+
+    screen::Key("ctrl+a");
+    EXPECT_TRUE(Shows("est_time", text));
+    screen::Click("disklifecycle");
+    EXPECT_TRUE(WaitFor([&] { return Find("est_time").text != text; }));
+    screen::ClickMenu({ "Benchmark", "All" });
+    EXPECT_TRUE(Shows("est_time", text));
+    EXPECT_TRUE(Find("disklifecycle").checked);
+    EXPECT_TRUE(TestIsEnabled());
+}
+
+TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
+{
+    screen::Click("cpustring");
+    screen::Click("cpumemory");
+    screen::Key("ctrl+t");
+    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Warning"); }));
+    EXPECT_EQ(Find("_tv_").text,
+        "While the test is being conducted against one CPU, Tarvex may appear to have hung and the "
+        "animated pointer will not spin much. Be patient for a moment, the single processor is "
+        "very busy during this phase of the test.");
+    screen::Key("Return");
+    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Results"); }, 120));
+
+    std::vector<std::string> expected;
+    const std::string all = "/" + std::to_string(NbrCpus()) + ")";
+    for (int32 cpu = NbrCpus(); cpu > 0; cpu--) {
+        expected.push_back("Status: Testing Strings (cpu " + std::to_string(cpu) + all);
+        expected.push_back("Status: Testing Memory (cpu " + std::to_string(cpu) + all);
+    }
+    EXPECT_EQ(window->statuses, expected);
+    EXPECT_EQ(Find("timebox").text, "Estimated Test Time");
+    EXPECT_EQ(Find("est_time").text, "");
+    EXPECT_TRUE(TestIsEnabled());
+
+    // Closed by whatever means, the results come back with the next run, which warns no more.
+    for (const char* key : { "Escape", "ctrl+w", "" }) {
+        if (key[0])
+            screen::Key(key);
+        else
+            screen::Click("cancel");
+        EXPECT_TRUE(WaitFor([] { return !Find("list").exists; })) << key;
+        screen::ClickAt(Find("est_time").frame.LeftTop());
+        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex"); }));
+        screen::Key("ctrl+t");
+        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Results"); }, 120));
+    }
+}
+
+TEST_F(TarvexWinTest, TheGraphicsTestsAskForTheirScreenFirst)
+{
+    screen::Click("cpugraphics");
+    screen::Key("ctrl+t");
+    ASSERT_TRUE(WaitFor([] { return Find("_b1_").exists; }));
+    EXPECT_EQ(Find("_tv_").text,
+        "To properly test the graphics portion, the screen should be set to 8 Bits/Pixel, and a "
+        "resolution of 1024x768");
+    EXPECT_EQ(Find("_b0_").text, "Abort");
+    EXPECT_EQ(Find("_b1_").text, "Continue");
+    screen::Click("_b0_");
+    EXPECT_TRUE(WaitFor([] { return !Find("_b0_").exists; }));
+    EXPECT_FALSE(Find("Warning").exists);
+
+    // Only whoever continues is warned; nothing ran before.
+    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex"); }));
+    EXPECT_LT(find_thread("LoadCursor"), 0);
+    screen::Key("ctrl+t");
+    screen::Click("_b1_");
+    EXPECT_TRUE(WaitFor([] { return screen::IsActive("Warning"); }));
+    EXPECT_TRUE(window->statuses.empty());
+}

@@ -1,0 +1,64 @@
+#include "toolkit/MessageBoxes.h"
+
+#include <Alert.h>
+#include <AppDefs.h>
+#include <Messenger.h>
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+namespace {
+
+std::mutex gLock;
+std::vector<BMessenger> gWaiting;
+
+void Show(const char* title, const char* text, alert_type kind)
+{
+    BAlert* alert =
+        new BAlert(title, text, "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_OFFSET_SPACING, kind);
+    alert->SetShortcut(0, B_ESCAPE);
+    // One button: there is nothing to tell apart.
+    static_cast<void>(LibAnswer(alert));
+}
+
+} // namespace
+
+void LibError(const char* text)
+{
+    Show("Error", text, B_STOP_ALERT);
+}
+
+void LibInfo(const char* text)
+{
+    Show("Information", text, B_INFO_ALERT);
+}
+
+void LibWarning(const char* text)
+{
+    Show("Warning", text, B_WARNING_ALERT);
+}
+
+int32 LibAnswer(BAlert* alert)
+{
+    const BMessenger address(alert);
+    {
+        const std::lock_guard lock(gLock);
+        gWaiting.push_back(address);
+    }
+    const int32 answer = alert->Go();
+    const std::lock_guard lock(gLock);
+    gWaiting.erase(std::find(gWaiting.begin(), gWaiting.end(), address));
+    return answer;
+}
+
+void LibCloseAlerts()
+{
+    std::vector<BMessenger> waiting;
+    {
+        const std::lock_guard lock(gLock);
+        waiting = gWaiting;
+    }
+    for (const BMessenger& alert : waiting)
+        alert.SendMessage(B_QUIT_REQUESTED);
+}

@@ -1,0 +1,25 @@
+// The application.
+#pragma once
+
+#include "toolkit/LibApp.h"
+
+#include <Messenger.h>
+
+class TarvexWin;
+
+class TarvexApp : public LibApp {
+public:
+    TarvexApp();
+
+    // "-scmp" as the only argument allows the user to save comparisons.
+    void ArgvReceived(int32 argc, char** argv) override;
+    BWindow* Window() override;
+    void MessageReceived(BMessage* message) override;
+    // Asks the main window, which ends a run with it, and returns true.
+    bool QuitRequested() override;
+
+private:
+    TarvexWin* window = nullptr; // a closed one is gone: mainTarget knows
+    BMessenger mainTarget;
+    bool allowSaveComparison = false;
+};

@@ -1,0 +1,292 @@
+#include "ui/TarvexWin.h"
+
+#include "sysinfo/LibSysInfo.h"
+#include "toolkit/MainMenuBar.h"
+#include "toolkit/MessageBoxes.h"
+#include "ui/CursorTable.h"
+#include "ui/ResultsWin.h"
+#include "ui/RunEstimate.h"
+
+#include <Alert.h>
+#include <Box.h>
+#include <CheckBox.h>
+#include <Menu.h>
+#include <MenuItem.h>
+#include <Message.h>
+#include <OS.h>
+#include <StringView.h>
+
+#include <cstdio>
+
+namespace {
+
+constexpr uint32 kMsgTest = 100;
+constexpr uint32 kMsgAll = 200;
+
+constexpr char kEstimateLabel[] = "Estimated Test Time";
+constexpr char kStatusLabel[] = "Status";
+
+// Geometry of the background view and its boxes. The widest text is that of a disk group's status.
+constexpr float kWidth = 300;
+constexpr float kMargin = 10;
+constexpr float kBoxGap = 8;
+constexpr float kBoxTop = 22; // the box's label
+constexpr float kBoxBottom = 3;
+constexpr float kInset = 12;
+constexpr float kRowHeight = 22; // of a check box or a line of text
+
+constexpr float kCursorPeriod = 0.1f;
+constexpr long kRunPriority = 20;
+
+// Of a row in a box.
+BRect RowFrame(int32 row)
+{
+    const float top = kBoxTop + kRowHeight * float(row);
+    return BRect(kInset, top, kWidth - 2 * kMargin - kInset, top + kRowHeight - 2);
+}
+
+int32 NbrCpus()
+{
+    system_info info {};
+    get_system_info(&info);
+    return info.cpu_count;
+}
+
+} // namespace
+
+TarvexWin::TarvexWin(bool allow)
+    : LibWindow(BRect(0, 0, kWidth, 100), "Tarvex", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
+        B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_QUIT_ON_WINDOW_CLOSE),
+      allowSaveComparison(allow), cursor("LoadCursor", kNbrBusyCursors)
+{
+    SetName("TarvexWin");
+    AddMenu();
+    AddViews();
+    for (long i = 0; i < kNbrBusyCursors; i++)
+        cursor.SetCursor(i, kBusyCursors[i]);
+    SetMainWindow();
+    SetPosition();
+    AddResults();
+}
+
+TarvexWin::~TarvexWin()
+{
+    QuitResults();
+}
+
+void TarvexWin::AddMenu()
+{
+    menuBar = new MainMenuBar(BRect(0, 0, kWidth, 20), "Tarvex");
+    BMenu* menu = new BMenu("Benchmark");
+    testItem = new BMenuItem("Test", new BMessage(kMsgTest), 'T');
+    testItem->SetEnabled(false);
+    menu->AddItem(testItem);
+    menu->AddItem(new BMenuItem("All", new BMessage(kMsgAll), 'A'));
+    menuBar->AddItem(menu);
+    AddChild(menuBar);
+}
+
+// The boxes one below the other; the window ends below the last view.
+void TarvexWin::AddViews()
+{
+    BRect frame = Bounds();
+    frame.top = menuBar->Frame().bottom + 1;
+    background = new BView(frame, "bgview", B_FOLLOW_ALL_SIDES, 0);
+    background->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    AddChild(background);
+
+    float top = kMargin;
+    BBox* cpuBox = AddBox(top, "cpubox", "Architecture", kFirstDiskGroup);
+    for (int32 group = 0; group < kFirstDiskGroup; group++)
+        AddGroup(cpuBox, group, group);
+    BBox* diskBox = AddBox(top, "diskbox", "Disk", kNbrTestGroups - kFirstDiskGroup);
+    AddGroup(diskBox, kLifeCycleGroup, 0);
+    AddGroup(diskBox, kInputOutputGroup, 1);
+
+    statusBox = AddBox(top, "timebox", kEstimateLabel, 1);
+    statusText = new BStringView(RowFrame(0), "est_time", "0:00");
+    statusBox->AddChild(statusText);
+
+    const BRect tip(kMargin, top, kWidth - kMargin, top + kRowHeight - 2);
+    background->AddChild(new BStringView(tip, "tip_help", "Select <Shift><F1> for on-line help"));
+    ResizeTo(kWidth, frame.top + tip.bottom + kBoxGap);
+}
+
+// Adds a box for so many rows at top, which moves on to where the next one begins.
+BBox* TarvexWin::AddBox(float& top, const char* name, const char* label, int32 rows)
+{
+    const float bottom = top + kBoxTop + float(rows) * kRowHeight + kBoxBottom;
+    BBox* box = new BBox(BRect(kMargin, top, kWidth - kMargin, bottom), name);
+    box->SetLabel(label);
+    background->AddChild(box);
+    top = bottom + kBoxGap;
+    return box;
+}
+
+void TarvexWin::AddGroup(BBox* box, int32 group, int32 row)
+{
+    const TestGroup& test = kTestGroups[group];
+    groups[group] =
+        new BCheckBox(RowFrame(row), test.viewName, test.label, new BMessage(test.what));
+    box->AddChild(groups[group]);
+    // Only the box and its label take clicks, not the space beside them.
+    groups[group]->ResizeToPreferred();
+}
+
+// The results window's thread runs from the start, so that any thread may lock the window.
+void TarvexWin::AddResults()
+{
+    results = new ResultsWin(NbrCpus());
+    resultsTarget = BMessenger(results);
+    results->Hide();
+    results->Show();
+}
+
+void TarvexWin::QuitResults()
+{
+    if (!resultsTarget.LockTarget())
+        return;
+    if (results->QuitRequested())
+        results->Quit();
+    else
+        results->Unlock();
+}
+
+void TarvexWin::SelectAll()
+{
+    if (!Lock())
+        return;
+    for (BCheckBox* group : groups)
+        group->SetValue(B_CONTROL_ON);
+    SetDescription();
+    EstimateTime();
+    Unlock();
+}
+
+int32 TarvexWin::CountSelected()
+{
+    if (!Lock())
+        return 0;
+    int32 count = 0;
+    for (int32 group = 0; group < kNbrTestGroups; group++)
+        count += IsSelected(group) ? 1 : 0;
+    Unlock();
+    return count;
+}
+
+bool TarvexWin::IsSelected(int32 group) const
+{
+    return groups[group]->Value() == B_CONTROL_ON;
+}
+
+void TarvexWin::EstimateTime()
+{
+    if (!Lock())
+        return;
+    RunEstimate estimate;
+    estimate.nbrCpus = NbrCpus();
+    for (int32 group = 0; group < kNbrTestGroups; group++)
+        estimate.selected[group] = IsSelected(group);
+    if (!running)
+        statusText->SetText(estimate.Text());
+    Unlock();
+}
+
+void TarvexWin::SetDescription()
+{
+    testItem->SetEnabled(!running && CountSelected() > 0);
+}
+
+void TarvexWin::StartTest()
+{
+    const LibSysInfo info;
+    if (!Lock())
+        return;
+    if (running || (IsSelected(kGraphicsGroup) && !ScreenIsAccepted(info))) {
+        Unlock();
+        return;
+    }
+    WarnOnce();
+    running = true;
+    SetDescription();
+    cursor.Run(kCursorPeriod);
+    for (int32 group = 0; group < kNbrTestGroups; group++)
+        benchmark.*kTestGroups[group].selected = IsSelected(group);
+    statusBox->SetLabel(kStatusLabel);
+    Unlock();
+
+    const status_t status = benchmark.Go("benchmark", new BMessenger(this), kRunPriority, false);
+    if (status < B_OK)
+        fprintf(stderr, "Cannot start thread <benchmark>: error %d\n", status);
+}
+
+bool TarvexWin::ScreenIsAccepted(const LibSysInfo& info)
+{
+    if (SuitsGraphicsTests(info))
+        return true;
+    BAlert* alert = new BAlert("Tarvex",
+        "To properly test the graphics portion, the screen should be set to 8 Bits/Pixel, and a "
+        "resolution of 1024x768",
+        "Abort", "Continue", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    alert->SetShortcut(0, B_ESCAPE);
+    constexpr int32 kContinue = 1;
+    return LibAnswer(alert) == kContinue;
+}
+
+void TarvexWin::WarnOnce()
+{
+    if (warned)
+        return;
+    LibWarning("While the test is being conducted against one CPU, Tarvex may appear to have hung "
+               "and the animated pointer will not spin much. Be patient for a moment, the single "
+               "processor is very busy during this phase of the test.");
+    warned = true;
+}
+
+void TarvexWin::StatusChange(BMessage* message)
+{
+    const char* status = nullptr;
+    if (message->FindString("status", &status) == B_OK)
+        statusText->SetText(status);
+}
+
+void TarvexWin::BenchmarkChange(BMessage*)
+{
+    cursor.Quit();
+    running = false;
+    statusBox->SetLabel(kEstimateLabel);
+    statusText->SetText("");
+    SetDescription();
+
+    if (!resultsTarget.LockTarget())
+        return;
+    results->Update(benchmark.results, allowSaveComparison);
+    if (results->IsHidden())
+        results->Show();
+    results->Activate();
+    results->Unlock();
+}
+
+void TarvexWin::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+        case kMsgTest: StartTest(); break;
+        case kMsgAll: SelectAll(); break;
+        case 'BmkS': StatusChange(message); break;
+        case 'LThC': BenchmarkChange(message); break;
+        default:
+            if (!IsTestGroupMessage(message->what)) {
+                LibWindow::MessageReceived(message);
+                break;
+            }
+            SetDescription();
+            EstimateTime();
+            break;
+    }
+}
+
+bool TarvexWin::QuitRequested()
+{
+    QuitResults();
+    return LibWindow::QuitRequested();
+}

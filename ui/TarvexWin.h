@@ -1,0 +1,69 @@
+// The main window: the user ticks test groups, starts a run and follows it.
+#pragma once
+
+#include "engine/Benchmark.h"
+#include "toolkit/LibWindow.h"
+#include "ui/AnimateCursor.h"
+#include "ui/TestGroups.h"
+
+#include <Messenger.h>
+
+class BBox;
+class BCheckBox;
+class BMenuItem;
+class BStringView;
+class LibSysInfo;
+class MainMenuBar;
+class ResultsWin;
+
+// Idle, showing the estimate --StartTest()--> Running, showing the status --'LThC'--> Idle, the
+// status empty until the next check box changes. Nothing stops a run but the window's end.
+class TarvexWin : public LibWindow {
+public:
+    explicit TarvexWin(bool allowSaveComparison);
+    ~TarvexWin() override;
+
+    // Switches every group on.
+    void SelectAll();
+    int32 CountSelected();
+    // Shows how long a run of the selected groups takes. While running the status stays.
+    void EstimateTime();
+    // Asks and warns where needed, then starts the run; the user may abort. Only in Idle, else
+    // nothing happens.
+    void StartTest();
+    // Shows the message's "status".
+    void StatusChange(BMessage* message);
+    // The end of a run: its results come to the front.
+    void BenchmarkChange(BMessage* message);
+    // "Test" can be chosen while a group is selected and no run is under way.
+    void SetDescription();
+
+    void MessageReceived(BMessage* message) override;
+    bool QuitRequested() override;
+
+private:
+    void AddMenu();
+    void AddViews();
+    BBox* AddBox(float& top, const char* name, const char* label, int32 rows);
+    void AddGroup(BBox* box, int32 group, int32 row);
+    void AddResults();
+    void QuitResults();
+
+    bool IsSelected(int32 group) const;
+    bool ScreenIsAccepted(const LibSysInfo& info);
+    void WarnOnce();
+
+    MainMenuBar* menuBar = nullptr;
+    BMenuItem* testItem = nullptr;
+    BView* background = nullptr;
+    BCheckBox* groups[kNbrTestGroups] = {};
+    BBox* statusBox = nullptr;
+    BStringView* statusText = nullptr; // the estimate or the status
+    bool warned = false; // of the pass with one processor
+    bool allowSaveComparison;
+    bool running = false;
+    ResultsWin* results = nullptr;
+    BMessenger resultsTarget; // knows whether results is still there
+    Benchmark benchmark;
+    AnimateCursor cursor;
+};
