@@ -15,7 +15,6 @@ StopSignals::~StopSignals()
 
 int32 StopSignals::Action()
 {
-    int number = 0;
-    sigwait(&signals, &number);
-    return number;
+    sigwait(&signals, &received);
+    return received;
 }

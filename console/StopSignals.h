@@ -17,4 +17,5 @@ public:
 
 private:
     sigset_t signals;
+    int received = 0;
 };

@@ -41,16 +41,19 @@ int32 LibThread::StaticAction(void* self)
 int32 LibThread::StartAction()
 {
     const int32 result = Action();
-    if (!messenger)
-        return result;
+    if (messenger)
+        ReportEnd(result);
+    return result;
+}
 
+void LibThread::ReportEnd(const int32& result)
+{
     thread_info info {};
     get_thread_info(find_thread(nullptr), &info);
     BMessage message('LThC');
     message.AddString("name", info.name);
     message.AddInt32("status", result);
     messenger->SendMessage(&message, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
-    return result;
 }
 
 status_t LibThread::Kill()

@@ -47,4 +47,5 @@ protected:
 private:
     static int32 StaticAction(void* self);
     int32 StartAction();
+    void ReportEnd(const int32& result);
 };

@@ -224,7 +224,7 @@ bool TarvexWin::ScreenIsAccepted(const LibSysInfo& info)
 {
     if (SuitsGraphicsTests(info))
         return true;
-    BAlert* alert = new BAlert("Tarvex",
+    BAlert* alert = new BAlert("Graphics",
         "To properly test the graphics portion, the screen should be set to 8 Bits/Pixel, and a "
         "resolution of 1024x768",
         "Abort", "Continue", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);

@@ -72,7 +72,7 @@ void BWindow::MakeWidget()
         auto* widget = new WindowWidget(fPeer->link);
         widget->setWindowTitle(QString::fromStdString(fTitle));
         widget->setObjectName(QString::fromStdString(fTitle));
-        widget->Place(ToQRect(fFrame), fGeometrySerial);
+        widget->Place(ToQRect(Frame()), fGeometrySerial);
         widget->SetKind(fLook, fFeel, fFlags);
         widget->SetWorkspaces(fWorkspaces);
         fPeer->widget = widget;
@@ -180,16 +180,41 @@ void BWindow::SetWorkspaces(uint32 workspaces)
 
 // --- Geometry
 
+BRect BWindow::Frame() const
+{
+    MutexLock lock(fFrameLock);
+    return fFrame;
+}
+
+void BWindow::KeepFrame(BRect frame)
+{
+    MutexLock lock(fFrameLock);
+    fFrame = frame;
+}
+
 void BWindow::MoveTo(BPoint where)
 {
     const Locker locker(this);
-    Place(fFrame.OffsetToCopy(where.x, where.y));
+    Place(Frame().OffsetToCopy(where.x, where.y));
+}
+
+void BWindow::MoveBy(float dx, float dy)
+{
+    const Locker locker(this);
+    Place(Frame().OffsetByCopy(dx, dy));
 }
 
 void BWindow::ResizeTo(float width, float height)
 {
     const Locker locker(this);
-    Place(Limited(BRect(fFrame.left, fFrame.top, fFrame.left + width, fFrame.top + height)));
+    const BPoint leftTop = Frame().LeftTop();
+    Place(Limited(BRect(leftTop, leftTop + BPoint(width, height))));
+}
+
+void BWindow::ResizeBy(float dx, float dy)
+{
+    const Locker locker(this);
+    ResizeTo(Frame().Width() + dx, Frame().Height() + dy);
 }
 
 BRect BWindow::Limited(BRect frame) const
@@ -201,11 +226,11 @@ BRect BWindow::Limited(BRect frame) const
 
 void BWindow::Place(BRect frame)
 {
-    if (frame == fFrame)
+    if (frame == Frame())
         return;
-    fFrame = frame;
+    KeepFrame(frame);
     fGeometrySerial++;
-    display::Call([this] { fPeer->widget->Place(ToQRect(fFrame), fGeometrySerial); });
+    display::Call([this, frame] { fPeer->widget->Place(ToQRect(frame), fGeometrySerial); });
     ResizeViews(frame.Width(), frame.Height());
 }
 
@@ -225,7 +250,7 @@ void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, flo
     fMaxWidth = maxWidth;
     fMinHeight = minHeight;
     fMaxHeight = maxHeight;
-    Place(Limited(fFrame));
+    Place(Limited(Frame()));
     display::Call([this] {
         fPeer->widget->SetLimits(QSize(PixelLimit(fMinWidth), PixelLimit(fMinHeight)),
             QSize(PixelLimit(fMaxWidth), PixelLimit(fMaxHeight)));
@@ -243,13 +268,14 @@ void BWindow::GetSizeLimits(
 
 BRect BWindow::ConvertToScreen(BRect rect) const
 {
-    rect.OffsetBy(fFrame.LeftTop());
+    rect.OffsetBy(Frame().LeftTop());
     return rect;
 }
 
 BRect BWindow::ConvertFromScreen(BRect rect) const
 {
-    return rect.OffsetByCopy(-fFrame.left, -fFrame.top);
+    const BPoint leftTop = Frame().LeftTop();
+    return rect.OffsetByCopy(-leftTop.x, -leftTop.y);
 }
 
 // --- Views

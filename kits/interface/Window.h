@@ -5,8 +5,10 @@
 
 #include "InterfaceDefs.h"
 #include "Looper.h"
+#include "Mutex.h"
 #include "Rect.h"
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <string>
@@ -38,7 +40,8 @@ public:
     virtual void FrameResized(float /*newWidth*/, float /*newHeight*/) { }
     virtual void WindowActivated(bool /*active*/) { }
 
-    // Showing. Each locks by itself. The first Show() starts the looper and gives its lock free.
+    // Showing. Each locks by itself; asking needs no lock. The first Show() starts the looper and
+    // gives its lock free.
     virtual void Show();
     virtual void Hide(); // nests: as many Show() as Hide()
     bool IsHidden() const { return fHidden > 0; }
@@ -62,21 +65,22 @@ public:
       // constructor had them
     void SetWorkspaces(uint32 workspaces); // the lowest bit's one, or B_ALL_WORKSPACES
 
-    // Geometry in screen coordinates, of the contents. The setters lock by themselves.
-    BRect Frame() const { return fFrame; }
-    BRect Bounds() const { return fFrame.OffsetToCopy(0, 0); }
+    // Geometry in screen coordinates, of the contents. The setters lock by themselves, the others
+    // may be called without the lock.
+    BRect Frame() const;
+    BRect Bounds() const { return Frame().OffsetToCopy(0, 0); }
     void MoveTo(BPoint where);
     void MoveTo(float x, float y) { MoveTo(BPoint(x, y)); }
-    void MoveBy(float dx, float dy) { MoveTo(fFrame.left + dx, fFrame.top + dy); }
+    void MoveBy(float dx, float dy);
     void ResizeTo(float width, float height); // as BRect counts, within the size limits
-    void ResizeBy(float dx, float dy) { ResizeTo(fFrame.Width() + dx, fFrame.Height() + dy); }
+    void ResizeBy(float dx, float dy);
     void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
     void GetSizeLimits(float* minWidth, float* maxWidth, float* minHeight, float* maxHeight) const;
-    void ConvertToScreen(BPoint* point) const { *point += fFrame.LeftTop(); }
-    BPoint ConvertToScreen(BPoint point) const { return point + fFrame.LeftTop(); }
+    void ConvertToScreen(BPoint* point) const { *point += Frame().LeftTop(); }
+    BPoint ConvertToScreen(BPoint point) const { return point + Frame().LeftTop(); }
     BRect ConvertToScreen(BRect rect) const;
-    void ConvertFromScreen(BPoint* point) const { *point -= fFrame.LeftTop(); }
-    BPoint ConvertFromScreen(BPoint point) const { return point - fFrame.LeftTop(); }
+    void ConvertFromScreen(BPoint* point) const { *point -= Frame().LeftTop(); }
+    BPoint ConvertFromScreen(BPoint point) const { return point - Frame().LeftTop(); }
     BRect ConvertFromScreen(BRect rect) const;
 
     // The views. As BView's calls of the same names; AddChild() and RemoveChild() lock.
@@ -135,6 +139,7 @@ private:
     void ResizeViews(float width, float height);
     BRect Limited(BRect frame) const;
     void Place(BRect frame);
+    void KeepFrame(BRect frame);
     void ViewDetached(BView* view); // forgets it as focus, default button and target
     void AddMenuShortcut(BMenuItem* item);
     void RemoveMenuShortcut(BMenuItem* item);
@@ -144,13 +149,14 @@ private:
     void SyncDrawing();
 
     std::string fTitle;
-    BRect fFrame;
+    mutable Mutex fFrameLock; // leaf
+    BRect fFrame GUARDED_BY(fFrameLock);
     window_look fLook;
     window_feel fFeel;
     uint32 fFlags;
     uint32 fWorkspaces;
-    int32 fHidden = 1;
-    bool fActive = false;
+    std::atomic<int32> fHidden = 1;
+    std::atomic<bool> fActive = false;
     bool fRunning = false;
     float fMinWidth = 0;
     float fMaxWidth = 32767;

@@ -114,7 +114,7 @@ void BWindow::HandleMoved(BMessage* message)
     message->FindInt32("serial", &serial);
     if (serial != fGeometrySerial || message->FindPoint("where", &where) != B_OK)
         return;
-    fFrame.OffsetTo(where);
+    KeepFrame(Frame().OffsetToCopy(where.x, where.y));
     FrameMoved(where);
 }
 
@@ -130,11 +130,12 @@ void BWindow::HandleResized(BMessage* message)
     // The frame may have fractions of a pixel, which the widget has not.
     const QSize shown = ToQRect(Bounds()).size();
     if (shown.width() != width + 1 || shown.height() != height + 1) {
-        fFrame.right = fFrame.left + static_cast<float>(width);
-        fFrame.bottom = fFrame.top + static_cast<float>(height);
-        ResizeViews(fFrame.Width(), fFrame.Height());
+        const BPoint leftTop = Frame().LeftTop();
+        const BPoint size(static_cast<float>(width), static_cast<float>(height));
+        KeepFrame(BRect(leftTop, leftTop + size));
+        ResizeViews(size.x, size.y);
     }
-    FrameResized(fFrame.Width(), fFrame.Height());
+    FrameResized(Frame().Width(), Frame().Height());
 }
 
 // --- Keys

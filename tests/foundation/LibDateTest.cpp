@@ -87,7 +87,7 @@ TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
 
 TEST(LibDate, DayNumbersAtTheEndsOfTheirRangeAreDatesToo)
 {
-    for (const int64 number : { INT32_MIN, INT32_MIN + 777, -1000000, -2, INT32_MAX }) {
+    for (const int64 number : { INT32_MIN, INT32_MIN + 777, -1000000, -1500, -2, INT32_MAX }) {
         const LibDate date(static_cast<int32>(number));
         SCOPED_TRACE(TextOf(date));
         EXPECT_TRUE(date.IsValidDate());
@@ -99,6 +99,7 @@ TEST(LibDate, DayNumbersAtTheEndsOfTheirRangeAreDatesToo)
     EXPECT_EQ(last, kept);
     EXPECT_EQ(last + 1, kept);
     EXPECT_EQ(last - LibDate(INT32_MIN), INT32_MAX);
+    EXPECT_EQ((LibDate(-5) - INT32_MIN).GetJulian(), INT32_MAX - 4);
     EXPECT_FALSE(DateOf(INT32_MAX, 1, 1).CorrectDate());
 }
 
@@ -203,10 +204,10 @@ TEST(LibDate, ReadsFixedAndFreeForms)
         const char* date; // "" for a refused one
     } rows[] = { { true, "12/31/1999", "1999-12-31" }, { true, "02 30-2001", "2001-3-2" },
         { true, " 1. 2.-44", "-44-1-2" }, { true, "12/31/", "" }, { true, "12/31/0", "" },
-        { true, "12/xx/1999", "" }, { true, "12/31/99999999999", "" }, { true, "", "" },
-        { false, "12/31/1999", "1999-12-31" }, { false, "1 2 69", "1969-1-2" },
+        { true, "12/xx/1999", "" }, { true, "12/31/99999999999", "" }, { true, "12/3", "" },
+        { true, "", "" }, { false, "12/31/1999", "1999-12-31" }, { false, "1 2 69", "1969-1-2" },
         { false, "1-2-68", "2068-1-2" }, { false, "12311999", "1999-12-31" },
-        { false, "123199", "1999-12-31" }, { false, "20010312", "" },
+        { false, "123199", "1999-12-31" }, { false, "20010312", "" }, { false, "003199", "" },
         { false, "2001-03-12", "2001-3-12" }, { false, "2/30/2001", "2001-3-2" },
         { false, "12 mar 2001", "2001-3-12" }, { false, "March 12, '01", "2001-3-12" },
         { false, "2001 mar 12", "2001-3-12" }, { false, "mar", "" }, { false, "12 foo 2001", "" },

@@ -76,6 +76,9 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
     LibDateConventions korean = Conventions("%Y년 %m월 %d일");
     for (size_t i = 0; i < korean.months.size(); i++)
         korean.months[i] = std::to_string(i + 1) + "월";
+    LibDateConventions vietnamese = british;
+    vietnamese.months[9] = "thang muoi"; // the beginning of the next one
+    vietnamese.months[10] = "thang muoi mot";
     const struct {
         const LibDateConventions& conventions;
         const char* text;
@@ -89,7 +92,8 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
         { korean, "2001년 12월 3일", "2001-12-03" }, { korean, "2001 12월 3", "2001-12-03" },
         { korean, "2월 3", "2001-02-03" }, { german, "tomorrow", "2001-10-25" },
         { german, "in 2 weeks", "2001-11-07" }, { german, "tomorrow noon", "" },
-        { german, "in 2 hours", "" }, { german, "", "" } };
+        { german, "in 2 hours", "" }, { german, "in 2 days and 2 hours", "" },
+        { vietnamese, "3 thang muoi mot 2001", "2001-11-03" }, { german, "", "" } };
     for (const auto& row : rows)
         EXPECT_EQ(Typed(row.conventions, row.text), row.date) << row.text;
     LibLocaleDate date(kToday, german);
@@ -155,4 +159,5 @@ TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)
     };
     for (const auto& row : rows)
         EXPECT_EQ(LibFoldCase(row.text), row.folded);
+    EXPECT_EQ(LibFoldCase(std::string_view("\xc3\x84", 1)), "\xc3"); // cut
 }

@@ -105,8 +105,13 @@ TEST(Application, PulsesAtItsRate)
     const ArgumentsGuard guard({ "prog" });
     Log log;
     TestApp app(log, 4);
+    app.SetPulseRate(0);
+    KitThread user([&] {
+        log.WaitFor(1);
+        AwaitWaiting(app.Thread());
+        app.SetPulseRate(100'000);
+    });
     const bigtime_t start = system_time();
-    app.SetPulseRate(100'000);
     app.Run();
     EXPECT_EQ(log.Now(), (Entries { "ready", "pulse", "pulse", "pulse" }));
     EXPECT_GE(system_time() - start, 300'000);

@@ -35,10 +35,10 @@ TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)
         pass(uint32(i) % kLoopers, i);
     for (TestLooper* looper : loopers)
         looper->Run();
-    while (hops < kHops)
+    while (hops < kHops - 1 + kBalls) // so long as one is in the air
         snooze(10'000);
     for (TestLooper* looper : loopers)
-        QuitNow(looper); // after the messages that wait
+        QuitNow(looper);
     EXPECT_EQ(received, sent);
 }
 
@@ -192,9 +192,14 @@ TEST(Looper, HandlersHandOnToTheNextAndForgetOneThatLeft)
     EXPECT_EQ(looper->CountHandlers(), 2);
     EXPECT_EQ(a.NextHandler(), looper);
     EXPECT_EQ(looper->PreferredHandler(), nullptr);
+    KitThread late(
+        [&] { EXPECT_EQ(a.LockLooperWithTimeout(B_INFINITE_TIMEOUT), B_MISMATCHED_VALUES); });
+    AwaitWaiting(late.Id());
     EXPECT_TRUE(looper->RemoveHandler(&a));
     EXPECT_FALSE(looper->RemoveHandler(&a));
     EXPECT_EQ(a.LockLooperWithTimeout(0), B_BAD_VALUE);
-    looper->Quit();
+    looper->Unlock();
+    late.Wait();
+    QuitNow(looper); // the lock that came too late was given back
     other->Quit();
 }

@@ -102,6 +102,12 @@ struct Type {
     }
 };
 
+template <typename In, typename Out>
+Type(type_code, status_t (BMessage::*)(const char*, In),
+    status_t (BMessage::*)(const char*, int32, Out*) const,
+    bool (BMessage::*)(const char*, int32) const, status_t (BMessage::*)(const char*, int32, In))
+    -> Type<In, Out>;
+
 } // namespace
 
 #define CHECK_TYPE(Name, code, first, second)                                                      \
