@@ -65,10 +65,12 @@ TEST_F(BenchmarkRun, TimesEachTestOncePerPassAndReplacesTheFormerRun)
         EXPECT_GT(metric->Rate(slot), 0.0) << slot;
 }
 
-TEST_F(BenchmarkRun, WithoutAGroupOnlyReportsItsEnd)
+TEST_F(BenchmarkRun, WithoutAGroupRestsBetweenPassesAndReportsItsEnd)
 {
+    const bigtime_t start = system_time();
     ASSERT_EQ(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
     EXPECT_EQ(fRecorder.WaitFor(1), Texts { "benchmark: 0" });
+    EXPECT_GE(system_time() - start, (fCount - 1) * 1000000) << "no rest between the passes";
     EXPECT_EQ(fBenchmark.results.Size(), 0);
 }
 

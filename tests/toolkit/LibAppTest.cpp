@@ -107,25 +107,3 @@ TEST_F(LibAppTest, IsQuittingWhileItsWindowsAreAskedAndNotWhenOneRefuses)
     EXPECT_TRUE(app.QuitRequested());
     EXPECT_TRUE(app.IsQuitting());
 }
-
-TEST_F(LibAppTest, TakesOnlyHelpFromTheCommandLine)
-{
-    const struct {
-        std::vector<std::string> arguments;
-        const char* errors;
-    } rows[] = {
-        { { "apptest", "-help" }, "Help file requred\n" },
-        { { "apptest", "-help", "a.xml", "b.xml" }, "Help file requred\n" },
-        { { "apptest", "file", "-help" }, "" },
-        { { "apptest", "-Help", "a.xml" }, "" },
-    };
-    TestApp app;
-    for (const auto& row : rows) {
-        std::vector<char*> argv;
-        for (const std::string& argument : row.arguments)
-            argv.push_back(const_cast<char*>(argument.c_str()));
-        testing::internal::CaptureStderr();
-        app.ArgvReceived(int32(argv.size()), argv.data());
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), row.errors);
-    }
-}

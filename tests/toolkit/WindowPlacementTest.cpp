@@ -60,16 +60,6 @@ TEST(WindowPlacement, WindowsOfAnySizeStayOnTheScreen)
     }
 }
 
-TEST(WindowPlacement, CascadedWindowsDoNotHideTheOnesBefore)
-{
-    BPoint before = Place(kScreen, BRect(), BRect(0, 0, 444, 470), kCascade, 0);
-    for (int32 nth = 1; nth < 30; nth++) {
-        const BPoint corner = Place(kScreen, BRect(), BRect(0, 0, 444, 470), kCascade, nth);
-        EXPECT_NE(corner, before) << nth;
-        before = corner;
-    }
-}
-
 TEST(WindowPlacement, AWindowLargerThanTheScreenShowsItsTitle)
 {
     for (const int32 position : { kCascade, kCentred, kBesideMain }) {

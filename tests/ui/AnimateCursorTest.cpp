@@ -73,7 +73,7 @@ TEST_F(AnimateCursorTest, ShowsTheFilledFramesInTurnAndTheHandAtTheEnd)
     EXPECT_EQ(memcmp(CurrentCursor().image, B_HAND_CURSOR, kCursorBytes), 0);
 }
 
-TEST_F(AnimateCursorTest, RunsAgainAndKeepsItsPeriodWhereTheNewOneIsNone)
+TEST_F(AnimateCursorTest, KeepsItsPeriodWhereTheNewOneIsNone)
 {
     AnimateCursor cursor("LoadCursor", 1);
     cursor.SetCursor(0, Frame(1).data());
@@ -85,24 +85,14 @@ TEST_F(AnimateCursorTest, RunsAgainAndKeepsItsPeriodWhereTheNewOneIsNone)
     }
 }
 
-TEST_F(AnimateCursorTest, QuitDoesNotWaitForALongPeriod)
+TEST_F(AnimateCursorTest, OnlyANamedOneStartsAThreadAndNoPeriodHoldsItUp)
 {
-    AnimateCursor cursor("LoadCursor", 1);
-    cursor.SetCursor(0, Frame(1).data());
-    cursor.Run(std::numeric_limits<float>::infinity());
-    EXPECT_EQ(Shown(1).size(), 1u);
-    cursor.Quit();
-    EXPECT_LT(find_thread("LoadCursor"), 0);
-}
-
-TEST_F(AnimateCursorTest, NeitherANamelessNorAnEmptyOneStartsAThread)
-{
-    AnimateCursor nameless("", 1);
-    nameless.SetCursor(0, Frame(1).data());
-    nameless.Run(0.001f);
-    AnimateCursor empty("LoadCursor", 0);
-    empty.Run(0.001f);
-    EXPECT_LT(find_thread("LoadCursor"), 0);
-    nameless.Quit();
-    empty.Quit();
+    for (const char* name : { "", "LoadCursor" }) {
+        AnimateCursor cursor(name, 1);
+        cursor.SetCursor(0, Frame(1).data());
+        cursor.Run(std::numeric_limits<float>::infinity());
+        EXPECT_EQ(find_thread("LoadCursor") >= 0, name[0] != '\0');
+        cursor.Quit();
+        EXPECT_LT(find_thread("LoadCursor"), 0);
+    }
 }

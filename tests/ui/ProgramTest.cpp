@@ -81,26 +81,23 @@ public:
         return false;
     }
 
-    bool WaitForWindow() const
+    bool WaitForWindow(const std::string& title) const
     {
         const std::string command = "xdotool search --onlyvisible --pid " + std::to_string(id)
-            + " --name '^Tarvex$' >/dev/null 2>&1";
+            + " --name '^" + title + "$' >/dev/null 2>&1";
         return screen::WaitFor([&] { return system(command.c_str()) == 0; });
     }
 
-    // Starts a run of the string and memory tests, by the keyboard as a user would.
-    bool StartRun() const
+    // Asks for the string and memory tests by the keyboard, up to the warning before the run.
+    bool AskForRun() const
     {
-        if (!WaitForWindow())
+        if (!WaitForWindow("Tarvex"))
             return false;
         for (const char* key : { "Tab", "space", "Tab", "space", "ctrl+t" }) {
             screen::Key(key);
             snooze(100000);
         }
-        return screen::WaitFor([this] {
-            screen::Key("Return"); // the warning, when it is there
-            return HasThread("benchmark");
-        });
+        return WaitForWindow("Warning");
     }
 
 private:
@@ -144,36 +141,43 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
         GTEST_SKIP() << "no display";
     const struct {
         std::vector<std::string> arguments;
+        const char* key; // that ends it; none: a signal
         const char* errors;
     } rows[] = {
-        { {}, "" },
-        { { "-scmp" }, "Allowed to save comparisons\n" },
-        { { "-scmp", "x" }, "" },
-        { { "x", "-scmp" }, "" },
-        { { "-help" }, "Help file requred\n" },
+        { {}, "", "" },
+        { { "-scmp" }, "ctrl+q", "Allowed to save comparisons\n" },
+        { { "-scmp", "x" }, "ctrl+w", "" },
+        { { "x", "-scmp" }, "alt+F4", "" },
+        { { "-help" }, "", "Help file requred\n" },
     };
     for (const auto& row : rows) {
         Program program(row.arguments);
-        ASSERT_TRUE(program.WaitForWindow());
-        program.Terminate();
-        EXPECT_EQ(program.Status(30), 0);
+        ASSERT_TRUE(program.WaitForWindow("Tarvex"));
+        snooze(200000); // until the window manager has given it the keyboard
+        row.key[0] ? screen::Key(row.key) : program.Terminate();
+        EXPECT_EQ(program.Status(30), 0) << row.key;
         EXPECT_EQ(program.Errors(), row.errors);
     }
 }
 
-// In the first pass and in one with fewer processors.
-TEST(Program, QuitsInTheMiddleOfARunAndGivesProcessorsBack)
+TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
 {
     if (!screen::IsThere())
         GTEST_SKIP() << "no display";
     const std::string online = OnlineProcessors();
     const bool canSwitch = geteuid() == 0 && online != "0\n";
-    for (int pass = 0; pass < (canSwitch ? 2 : 1); pass++) {
+    enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff };
+    for (int when = kAtTheWarning; when <= (canSwitch ? kWithOneProcessorOff : 1); when++) {
         Program program({});
-        ASSERT_TRUE(program.StartRun());
-        EXPECT_TRUE(screen::WaitFor([&] { return pass == 0 || OnlineProcessors() != online; }));
+        ASSERT_TRUE(program.AskForRun());
+        if (when != kAtTheWarning) {
+            screen::Key("Return");
+            ASSERT_TRUE(screen::WaitFor([&] { return program.HasThread("benchmark"); }));
+        }
+        EXPECT_TRUE(screen::WaitFor(
+            [&] { return when != kWithOneProcessorOff || OnlineProcessors() != online; }));
         program.Terminate();
-        EXPECT_EQ(program.Status(5), 0) << "pass " << pass;
+        EXPECT_EQ(program.Status(5), 0) << when;
         EXPECT_TRUE(screen::WaitFor([&] { return OnlineProcessors() == online; }));
     }
 }

@@ -47,6 +47,16 @@ protected:
 
 } // namespace
 
+TEST(ResultItem, HoldsTheFirstEightRatesOnly)
+{
+    ResultItem item("Strings");
+    for (int slot = -1; slot < 20; slot++)
+        item.Rate(slot, float(slot) + 0.5f);
+    EXPECT_EQ(item.Quantity(), 8);
+    EXPECT_EQ(item.Rate(0), 0.5f);
+    EXPECT_EQ(item.Rate(7), 7.5f);
+}
+
 TEST_F(ResultsWinTest, ShowsTheLastRunOnly)
 {
     Results run(true);

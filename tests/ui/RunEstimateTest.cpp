@@ -1,5 +1,7 @@
 #include "ui/RunEstimate.h"
 
+#include "sysinfo/LibSysInfo.h"
+
 #include <gtest/gtest.h>
 
 #include <string_view>
@@ -44,4 +46,26 @@ TEST(RunEstimate, EachPassTakesTheSumOfItsGroups)
     };
     for (const auto& row : rows)
         EXPECT_STREQ(EstimateOf(row.labels, row.nbrCpus).Text(), row.text) << row.nbrCpus;
+}
+
+TEST(TestGroups, OnlyOneKindOfScreenSuitsTheGraphicsTests)
+{
+    const struct {
+        int width;
+        int height;
+        color_space depth;
+        bool suits;
+    } rows[] = {
+        { 1024, 768, B_CMAP8, true },
+        { 1024, 768, B_RGB32, false },
+        { 1024, 768, B_GRAY8, false },
+        { 1023, 768, B_CMAP8, false },
+        { 1024, 1024, B_CMAP8, false },
+    };
+    const system_info machine {};
+    for (const auto& row : rows) {
+        const BRect frame(0, 0, float(row.width - 1), float(row.height - 1));
+        const LibSysInfo info(machine, frame, row.depth);
+        EXPECT_EQ(SuitsGraphicsTests(info), row.suits) << row.width << " " << row.depth;
+    }
 }

@@ -26,8 +26,11 @@ public:
     void MessageReceived(BMessage* message) override
     {
         TarvexWin::MessageReceived(message);
-        if (message->what == 'BmkS')
-            statuses.push_back(Find("timebox").text + ": " + Find("est_time").text);
+        if (message->what != 'BmkS')
+            return;
+        statuses.push_back(Find("timebox").text + ": " + Find("est_time").text);
+        StartTest(); // one run at a time: nothing must happen
+        EXPECT_FALSE(KeyMenuBar()->FindItem("Test")->IsEnabled());
     }
 
     std::vector<std::string> statuses;

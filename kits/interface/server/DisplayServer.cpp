@@ -73,14 +73,19 @@ Server& TheServer()
     return server;
 }
 
-// Qt ends the program where it finds no display; this asks first.
-bool ProbeDisplay()
-{
-    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-    const bool works = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return works;
-}
+// Qt ends the program where it finds no display; this asks first. It stays connected until Qt is,
+// as some X servers start anew when the last program leaves.
+class DisplayProbe {
+public:
+    DisplayProbe() : fConnection(xcb_connect(nullptr, nullptr)) { }
+    ~DisplayProbe() { xcb_disconnect(fConnection); }
+    DisplayProbe(const DisplayProbe&) = delete;
+    DisplayProbe& operator=(const DisplayProbe&) = delete;
+    bool FoundOne() const { return xcb_connection_has_error(fConnection) == 0; }
+
+private:
+    xcb_connection_t* const fConnection;
+};
 
 void TellNoDisplay()
 {
@@ -125,7 +130,8 @@ bool Server::Start()
         fStateChanged.wait(fLock);
     if (fState != State::kIdle)
         return fState == State::kRunning;
-    if (!ProbeDisplay()) {
+    const DisplayProbe probe;
+    if (!probe.FoundOne()) {
         if (!fToldNoDisplay)
             TellNoDisplay();
         fToldNoDisplay = true;
@@ -215,7 +221,7 @@ bool Server::RunOne()
     {
         MutexLock lock(fLock);
         if (fState == State::kStopped)
-            QCoreApplication::quit();
+            QCoreApplication::exit(); // quit() would ask the windows
         if (fJobs.empty())
             return false;
         job = std::move(fJobs.front());

@@ -21,12 +21,21 @@ QBitmap BitmapOf(const uint8* rows)
     return QBitmap::fromData(QSize(kSize, kSize), rows, QImage::Format_Mono);
 }
 
+// Image bits outside the mask would invert the screen on some displays.
+QBitmap MaskedImage(const CursorState& state)
+{
+    uint8 rows[kMaskOffset - kImageOffset];
+    for (size_t i = 0; i < sizeof rows; i++)
+        rows[i] = state.image[kImageOffset + i] & state.image[kMaskOffset + i];
+    return BitmapOf(rows);
+}
+
 QCursor CursorOf(const CursorState& state)
 {
     if (state.isHidden)
         return QCursor(Qt::BlankCursor);
-    return QCursor(BitmapOf(state.image + kImageOffset), BitmapOf(state.image + kMaskOffset),
-        state.image[3], state.image[2]);
+    return QCursor(
+        MaskedImage(state), BitmapOf(state.image + kMaskOffset), state.image[3], state.image[2]);
 }
 
 bool IsNormalPointer(const CursorState& state)

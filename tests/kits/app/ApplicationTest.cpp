@@ -23,6 +23,7 @@ public:
     TestApp(Log& log, size_t quitAfter) : BApplication(kSignature), fLog(log), fQuitAfter(quitAfter)
     {
     }
+    using BLooper::PulsePeriod;
     void ReadyToRun() override { Add("ready"); }
     void ArgvReceived(int32 argc, char** argv) override
     {
@@ -51,13 +52,17 @@ private:
 class Window : public BLooper {
 public:
     Window(const char* name, Log& log) : BLooper(name), fLog(log) { SetAskedToQuit(true); }
-    ~Window() override { fLog.Add(std::string(Name()) + " gone"); }
+    ~Window() override
+    {
+        // In its own thread: a window may well need its application to end.
+        const bool canLock = be_app && be_app->LockWithTimeout(10'000'000) == B_OK;
+        if (canLock)
+            be_app->Unlock();
+        fLog.Add(std::string(Name()) + (canLock ? " gone" : " gone without the lock"));
+    }
     bool QuitRequested() override
     {
-        // A window may well need its application to answer.
-        const bool canLock = be_app->LockWithTimeout(B_INFINITE_TIMEOUT) == B_OK;
-        be_app->Unlock();
-        fLog.Add(std::string(Name()) + (agrees && canLock ? " agrees" : " refuses"));
+        fLog.Add(std::string(Name()) + (agrees ? " agrees" : " refuses"));
         return agrees;
     }
 
@@ -109,7 +114,8 @@ TEST(Application, PulsesAtItsRate)
     KitThread user([&] {
         log.WaitFor(1);
         AwaitWaiting(app.Thread());
-        app.SetPulseRate(100'000);
+        app.SetPulseRate(199'999);
+        EXPECT_EQ(app.PulsePeriod(), 100'000);
     });
     const bigtime_t start = system_time();
     app.Run();

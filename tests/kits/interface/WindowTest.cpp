@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <thread>
-#include <xcb/xcb.h>
 
 namespace {
 
@@ -175,27 +174,4 @@ TEST_F(WindowTest, FiveHundredComeAndGo)
     }
     EXPECT_FALSE(screen::Find("Many").exists);
     Show();
-}
-
-TEST(WindowWithoutDisplay, SaysSoAndEndsTheProgram)
-{
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    const struct {
-        const char* display;
-        const char* line;
-    } rows[] = {
-        { nullptr, "No display: DISPLAY is not set" },
-        { ":4711", "Cannot open display <:4711>" },
-    };
-    for (const auto& row : rows) {
-        EXPECT_EXIT(
-            {
-                if (row.display)
-                    setenv("DISPLAY", row.display, 1);
-                else
-                    unsetenv("DISPLAY");
-                new BWindow(BRect(0, 0, 9, 9), "None", B_TITLED_WINDOW, 0);
-            },
-            testing::ExitedWithCode(1), row.line);
-    }
 }

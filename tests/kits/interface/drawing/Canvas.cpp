@@ -23,14 +23,12 @@ std::string Map(const Picture& picture, const PixelRule& color)
 
 Picture::Extent Picture::ExtentOf(uint32 color) const
 {
-    Extent extent { width, height, -1, -1, 0 };
-    for (int y = 0; y < height; y++) {
-        for (int x = 0; x < width; x++) {
-            if (At(x, y) != color)
-                continue;
-            extent = { std::min(extent.left, x), std::min(extent.top, y), std::max(extent.right, x),
-                std::max(extent.bottom, y), extent.count + 1 };
-        }
+    Extent extent;
+    for (int i = 0; i < width * height; i++) {
+        if (pixels[i] != color)
+            continue;
+        const BRect pixel(i % width, i / width, i % width, i / width);
+        extent.rect = extent.count++ == 0 ? pixel : extent.rect | pixel;
     }
     return extent;
 }

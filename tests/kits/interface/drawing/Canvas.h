@@ -16,9 +16,10 @@ struct Picture {
     std::vector<uint32> pixels;
 
     uint32 At(int x, int y) const { return pixels[y * width + x]; }
-    // The part with all pixels of that colour; empty (width 0) where there are none.
+    // The pixels of a colour: how many, and the rectangle around them.
     struct Extent {
-        int left, top, right, bottom, count;
+        int count = 0;
+        BRect rect;
     };
     Extent ExtentOf(uint32 color) const;
 };

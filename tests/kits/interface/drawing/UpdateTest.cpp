@@ -99,11 +99,26 @@ TEST_F(UpdateTest, TextAndBitmapsGoIntoTheUpdateToo)
 
 TEST_F(UpdateTest, AResizedViewDrawsIntoAllOfItself)
 {
-    fWindow->Lock();
     fView->onDraw = [&](BRect) { Fill(black_color); };
-    fView->ResizeTo(99, 79);
+    for (const BPoint size : { BPoint(90, 20), BPoint(90, 70), BPoint(30, 30) }) {
+        fWindow->Lock();
+        fView->ResizeTo(size.x - 1, size.y - 1);
+        fWindow->Unlock();
+        EXPECT_TRUE(WaitUntil([&] { return Shown().ExtentOf(kBlack).count == size.x * size.y; }));
+    }
+}
+
+TEST_F(UpdateTest, TheFirstStrokeOfAViewStandsOnItsColor)
+{
+    fWindow->Lock();
+    auto* view = new BView(BRect(60, 10, 79, 29), "second", B_FOLLOW_NONE, B_WILL_DRAW);
+    view->SetViewColor(255, 0, 0);
+    fWindow->AddChild(view);
+    view->StrokeLine(BPoint(0, 3), BPoint(19, 3));
+    view->Sync();
+    ExpectPicture(ScreenPicture(view->ConvertToScreen(view->Bounds())),
+        [](int, int y) { return y == 3 ? kBlack : 0xff0000; });
     fWindow->Unlock();
-    EXPECT_TRUE(WaitUntil([&] { return Shown().ExtentOf(kBlack).count == 100 * 80; }));
 }
 
 TEST(DrawingState, IsKeptOutsideWindowsAndDrawingDoesNothing)
