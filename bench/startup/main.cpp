@@ -104,8 +104,8 @@ int main(int argc, char** argv)
             return 1;
         }
     }
-    printf("%-28s %8.1f ms\n%-28s %8.1f ms\n%-28s %8.2f\n", "Tarvex", Median(ours), "bare Qt window",
-        Median(bare), "ratio", Median(ours) / Median(bare));
+    printf("%-28s %8.1f ms\n%-28s %8.1f ms\n%-28s %8.2f\n", "Tarvex", Median(ours),
+        "bare Qt window", Median(bare), "ratio", Median(ours) / Median(bare));
     xcb_disconnect(connection);
     return 0;
 }

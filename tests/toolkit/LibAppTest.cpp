@@ -12,19 +12,6 @@
 
 namespace {
 
-class AskedWindow : public BWindow {
-public:
-    AskedWindow() : BWindow(BRect(100, 100, 200, 200), "Asked", B_TITLED_WINDOW, 0) { }
-    bool QuitRequested() override
-    {
-        wasQuitting = static_cast<LibApp*>(be_app)->IsQuitting();
-        return mayQuit;
-    }
-
-    static inline bool mayQuit = true;
-    static inline bool wasQuitting = false;
-};
-
 // Asks for everything a program can be asked for, then quits.
 class TestApp : public LibApp {
 public:
@@ -34,7 +21,7 @@ public:
     {
         windowsAsked++;
         if (!window)
-            window = new AskedWindow;
+            window = new BWindow(BRect(100, 100, 200, 200), "Main", B_TITLED_WINDOW, 0);
         return window;
     }
 
@@ -43,6 +30,7 @@ public:
         if (message->what == 'appr') {
             shown++;
             wasHidden = window->IsHidden();
+            wasQuitting = IsQuitting();
             ReadyToRun();
             for (const uint32 what : { 'sabt', 'ssys', 'help', 'stip', 'tipf', '_QRQ' })
                 PostMessage(what);
@@ -54,6 +42,7 @@ public:
     int windowsAsked = 0;
     int shown = 0;
     bool wasHidden = true;
+    bool wasQuitting = true;
 };
 
 // Without what the desktop's libraries have to say.
@@ -66,21 +55,13 @@ std::string OwnLines(const std::string& errors)
     return own;
 }
 
-class LibAppTest : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
-        SetProgramArguments({ "apptest" });
-        AskedWindow::mayQuit = true;
-    }
-};
-
 } // namespace
 
-TEST_F(LibAppTest, ShowsItsWindowOnceAndSaysWhatItLacks)
+TEST(LibApp, ShowsItsWindowOnceAndSaysWhatItLacks)
 {
+    if (!screen::IsThere())
+        GTEST_SKIP() << "no display";
+    SetProgramArguments({ "apptest" });
     testing::internal::CaptureStderr();
     TestApp app;
     app.Run();
@@ -93,17 +74,6 @@ TEST_F(LibAppTest, ShowsItsWindowOnceAndSaysWhatItLacks)
     EXPECT_EQ(app.windowsAsked, 1);
     EXPECT_EQ(app.shown, 1);
     EXPECT_FALSE(app.wasHidden);
-}
-
-TEST_F(LibAppTest, IsQuittingWhileItsWindowsAreAskedAndNotWhenOneRefuses)
-{
-    TestApp app;
-    app.ReadyToRun();
-    AskedWindow::mayQuit = false;
-    EXPECT_FALSE(app.QuitRequested());
-    EXPECT_TRUE(AskedWindow::wasQuitting);
-    EXPECT_FALSE(app.IsQuitting());
-    AskedWindow::mayQuit = true;
-    EXPECT_TRUE(app.QuitRequested());
+    EXPECT_FALSE(app.wasQuitting);
     EXPECT_TRUE(app.IsQuitting());
 }

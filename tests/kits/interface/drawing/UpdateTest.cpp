@@ -99,7 +99,9 @@ TEST_F(UpdateTest, TextAndBitmapsGoIntoTheUpdateToo)
 
 TEST_F(UpdateTest, AResizedViewDrawsIntoAllOfItself)
 {
+    fWindow->Lock();
     fView->onDraw = [&](BRect) { Fill(black_color); };
+    fWindow->Unlock();
     for (const BPoint size : { BPoint(90, 20), BPoint(90, 70), BPoint(30, 30) }) {
         fWindow->Lock();
         fView->ResizeTo(size.x - 1, size.y - 1);
