@@ -18,7 +18,6 @@ bool IsImage(const void* data)
 
 Mutex gLock;
 CursorState gState GUARDED_BY(gLock);
-bool gChanged GUARDED_BY(gLock) = false;
 void (*gHook)() GUARDED_BY(gLock) = nullptr;
 
 // The hook is called without the lock, so that it may read the state; of several calls at once the
@@ -30,7 +29,6 @@ void ChangeState(Change change)
     {
         const LeafLock lock(gLock);
         change(gState);
-        gChanged = true;
         hook = gHook;
     }
     if (hook)
@@ -88,13 +86,11 @@ CursorState CurrentCursor()
 
 void SetCursorHook(void (*changed)())
 {
-    bool callIt = false;
     {
         const LeafLock lock(gLock);
         gHook = changed;
-        callIt = changed && gChanged;
     }
-    if (callIt)
+    if (changed)
         changed();
 }
 

@@ -12,8 +12,8 @@ struct CursorState {
 
 CursorState CurrentCursor();
 
-// Changed() is called after each change, in the thread that made it, and by this call if there has
-// been one; it must not wait. It reads CurrentCursor(). NULL: none. One at a time.
+// Changed() is called after each change, in the thread that made it, and at once by this call; it
+// reads CurrentCursor() and must not wait. NULL: none. There is one hook.
 void SetCursorHook(void (*changed)());
 
 // For BApplication. Copies the 68 bytes; other data changes nothing.

@@ -58,7 +58,6 @@ enum {
     B_SHIFT_KEY = 0x00000001,
     B_COMMAND_KEY = 0x00000002,
     B_CONTROL_KEY = 0x00000004,
-    B_CAPS_LOCK = 0x00000008,
     B_OPTION_KEY = 0x00000040,
 };
 
@@ -90,8 +89,7 @@ constexpr uint32 B_FOLLOW_V_CENTER = 0x5050;
 // View flags.
 constexpr uint32 B_FULL_UPDATE_ON_RESIZE = 0x80000000; // invalidated as a whole when resized
 constexpr uint32 B_WILL_DRAW = 0x20000000; // gets Draw()
-constexpr uint32 B_PULSE_NEEDED = 0x10000000;
-constexpr uint32 B_NAVIGABLE_JUMP = 0x08000000;
+constexpr uint32 B_NAVIGABLE_JUMP = 0x08000000; // a group; Tab goes through all the same
 constexpr uint32 B_FRAME_EVENTS = 0x04000000; // gets FrameMoved() and FrameResized()
 constexpr uint32 B_NAVIGABLE = 0x02000000; // reached with the Tab key
 
@@ -131,7 +129,6 @@ constexpr uint32 B_NOT_V_RESIZABLE = 0x00000008;
 constexpr uint32 B_WILL_ACCEPT_FIRST_CLICK = 0x00000010; // always so on this platform
 constexpr uint32 B_NOT_CLOSABLE = 0x00000020;
 constexpr uint32 B_NOT_ZOOMABLE = 0x00000040;
-constexpr uint32 B_AVOID_FRONT = 0x00000080;
 constexpr uint32 B_AVOID_FOCUS = 0x00002000;
 constexpr uint32 B_NOT_MINIMIZABLE = 0x00004000;
 constexpr uint32 B_ASYNCHRONOUS_CONTROLS = 0x00080000; // always so on this platform

@@ -162,6 +162,12 @@ BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizeMode, uint32 flag
     BView::SetViewColor(B_TRANSPARENT_COLOR);
 }
 
+// While it still is a BMenuBar: its items' shortcuts must leave the window.
+BMenuBar::~BMenuBar()
+{
+    RemoveSelf();
+}
+
 void BMenuBar::AttachedToWindow()
 {
     MenuAttached(Window());
@@ -171,9 +177,8 @@ void BMenuBar::AttachedToWindow()
     });
     float height = 0;
     GetPreferredSize(nullptr, &height);
-    MoveTo(0, 0);
-    const float width = Parent() ? Parent()->Bounds().Width() : Window()->Bounds().Width();
-    ResizeTo(width, height);
+    const BRect around = Parent() ? Parent()->Bounds() : Window()->Bounds();
+    ResizeTo(around.right - Frame().left, height);
     if (!Window()->KeyMenuBar())
         Window()->SetKeyMenuBar(this);
 }

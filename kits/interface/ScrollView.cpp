@@ -69,6 +69,15 @@ void BScrollView::AttachedToWindow()
         SetViewColor(Parent()->ViewColor());
 }
 
+BView* BScrollView::Target() const
+{
+    for (int32 i = 0; i < CountChildren(); i++) {
+        if (ChildAt(i) == fTarget)
+            return fTarget;
+    }
+    return nullptr;
+}
+
 BScrollBar* BScrollView::ScrollBar(orientation direction) const
 {
     return direction == B_HORIZONTAL ? fHorizontal : fVertical;

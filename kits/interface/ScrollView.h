@@ -10,7 +10,7 @@ public:
         uint32 flags = 0, bool horizontal = false, bool vertical = false,
         border_style border = B_FANCY_BORDER);
 
-    BView* Target() const { return fTarget; } // null once it was taken out
+    BView* Target() const; // null once it was taken out
     BScrollBar* ScrollBar(orientation direction) const; // null where it has none
     border_style Border() const { return fBorder; }
     void AttachedToWindow() override; // takes the parent's view colour

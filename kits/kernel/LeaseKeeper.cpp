@@ -4,6 +4,7 @@
 #include <csignal>
 #include <ctime>
 #include <fcntl.h>
+#include <poll.h>
 #include <pthread.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -36,10 +37,13 @@ void SwitchOnAgain(const LeaseKeeper& keeper)
 [[noreturn]] void Keep(LeaseKeeper& keeper)
 {
     for (;;) {
+        pollfd sources[] = { { keeper.connection, POLLIN, 0 }, { keeper.process, POLLIN, 0 } };
+        if (poll(sources, 2, -1) < 0)
+            continue; // interrupted
+        if (sources[1].revents != 0)
+            break;
         LeaseRequest request;
         const ssize_t length = read(keeper.connection, &request, sizeof(request));
-        if (length < 0 && errno == EINTR)
-            continue;
         if (length != sizeof(request) || request.index >= keeper.switches.size())
             break;
         const int answer = Write(keeper.switches[request.index], request.on);
@@ -65,9 +69,9 @@ void CloseFrom(int first)
 // Makes the descriptors 0 and up, and closes all others.
 bool MoveDescriptors(LeaseKeeper& keeper)
 {
-    int* const all[] = { &keeper.connection, &keeper.switches[0], &keeper.switches[1],
-        &keeper.switches[2], &keeper.switches[3], &keeper.switches[4], &keeper.switches[5],
-        &keeper.switches[6], &keeper.switches[7] };
+    int* const all[] = { &keeper.connection, &keeper.process, &keeper.switches[0],
+        &keeper.switches[1], &keeper.switches[2], &keeper.switches[3], &keeper.switches[4],
+        &keeper.switches[5], &keeper.switches[6], &keeper.switches[7] };
     constexpr int kOutOfTheWay = 32; // above all that are overwritten below
     for (int* file : all) {
         if (*file >= 0 && (*file = fcntl(*file, F_DUPFD, kOutOfTheWay)) < 0)

@@ -34,7 +34,7 @@ KernelVersion ParseKernelVersion(std::string_view text)
         "Sep", "Oct", "Nov", "Dec" };
     static const std::regex kName(R"(^(\S+) version (\S+))");
     static const std::regex kDateAndTime(
-        R"((Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) +(\d\d?) (\d\d:\d\d:\d\d) (?:\S+ )?(\d{4})\b)");
+        R"(([A-Z][a-z]{2}) +(\d\d?) (\d\d:\d\d:\d\d) (?:\S+ )?(\d{4})\b)");
     static const std::regex kDateOnly(R"(\((\d{4})-(\d\d)-(\d\d)\))");
     const std::string bounded(text.substr(0, 1024));
     KernelVersion version { "Linux", "", "" };

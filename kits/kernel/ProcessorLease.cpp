@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace kernel {
@@ -75,10 +76,13 @@ int ProcessorLease::Start()
         return errno;
     LeaseKeeper keeper;
     keeper.connection = ends[1];
+    keeper.process = static_cast<int>(syscall(SYS_pidfd_open, getpid(), 0));
     keeper.switches = fSwitches;
     keeper.isOff = fIsOff;
     const int error = StartLeaseKeeper(keeper);
     close(ends[1]);
+    if (keeper.process >= 0)
+        close(keeper.process);
     if (error == 0)
         fConnection = ends[0];
     else

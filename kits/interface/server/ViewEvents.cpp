@@ -30,7 +30,7 @@ bool ViewEvents::eventFilter(QObject*, QEvent* event)
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseButtonRelease:
         case QEvent::MouseMove: KeepPointer(*static_cast<QMouseEvent*>(event)); break;
-        case QEvent::FocusIn: fLink->Post(BMessage(kMsgFocused)); break;
+        case QEvent::FocusIn: Focused(*static_cast<QFocusEvent*>(event)); break;
         default: break;
     }
     return fKind == Kind::kView && HandleForView(event);
@@ -82,10 +82,19 @@ void ViewEvents::EnteredOrLeft(int32 transit)
         FromQPoint(screenWhere), ButtonBits(QGuiApplication::mouseButtons()), transit));
 }
 
-// The command key's combinations and keys for a view above go on to the window.
+// MakeFocus() knows already of what it has done.
+void ViewEvents::Focused(const QFocusEvent& event)
+{
+    if (event.reason() != Qt::OtherFocusReason)
+        fLink->Post(BMessage(kMsgFocused));
+}
+
+// The command key's combinations and keys for a view above go on to the window; Tab leaves the
+// view.
 bool ViewEvents::KeyPressed(const QKeyEvent& event)
 {
-    if (!fWidget->hasFocus() || (event.modifiers() & Qt::ControlModifier))
+    const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+    if (!fWidget->hasFocus() || isTab || (event.modifiers() & Qt::ControlModifier))
         return false;
     const BMessage message = KeyMessage(event);
     if (message.HasString("bytes"))

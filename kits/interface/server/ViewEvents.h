@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+class QFocusEvent;
 class QKeyEvent;
 class QMouseEvent;
 
@@ -24,6 +25,7 @@ private:
     void KeepPointer(const QMouseEvent& event);
     void MouseMoved(const QMouseEvent& event);
     void EnteredOrLeft(int32 transit);
+    void Focused(const QFocusEvent& event);
     bool KeyPressed(const QKeyEvent& event);
 
     const std::shared_ptr<ViewLink> fLink;

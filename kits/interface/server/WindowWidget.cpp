@@ -6,6 +6,7 @@
 #include "server/ServerMessages.h"
 #include "server/WindowHints.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QResizeEvent>
@@ -52,8 +53,10 @@ void WindowWidget::SetKind(window_look look, window_feel feel, uint32 flags)
         hints |= Qt::WindowMaximizeButtonHint;
     if (feel == B_FLOATING_ALL_WINDOW_FEEL || feel == B_MODAL_ALL_WINDOW_FEEL)
         hints |= Qt::WindowStaysOnTopHint;
+    const QRect place = geometry();
     if (hints != windowFlags())
         setWindowFlags(hints);
+    setGeometry(place); // Qt has taken it for the border's
     setWindowModality(ModalityFor(feel));
     setAttribute(Qt::WA_ShowWithoutActivating, (flags & B_AVOID_FOCUS) != 0);
     fFlags = flags;
@@ -100,6 +103,9 @@ void WindowWidget::Appear()
     const QRect place = geometry();
     windowHandle()->setGeometry(place.translated(1, 0));
     windowHandle()->setGeometry(place);
+    const QWidget* active = QApplication::activeWindow();
+    if (isModal() && active && active != this) // stays in front of what it asks about
+        windowHandle()->setTransientParent(active->windowHandle());
     show();
 }
 

@@ -104,11 +104,12 @@ TEST_F(WindowTest, TabGoesThroughTheNavigableViewsInTheOrderTheyWereAdded)
         fWindow->AddChild(
             new BCheckBox(BRect(10, top, 100, top + 18), names[i], names[i], new BMessage(1)));
     }
+    fWindow->AddChild(new InputView(BRect(10, 110, 90, 140), fLog));
     BView* first = fWindow->FindView("one");
     first->MakeFocus();
     EXPECT_EQ(fWindow->CurrentFocus(), first);
     Show();
-    for (const char* name : { "two", "three", "one" }) {
+    for (const char* name : { "two", "three", "input", "one" }) {
         screen::Key("Tab");
         EXPECT_TRUE(screen::WaitFor([&] {
             return Locked([&] { return fWindow->CurrentFocus() == fWindow->FindView(name); });

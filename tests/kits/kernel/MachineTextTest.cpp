@@ -45,7 +45,7 @@ TEST(MachineText, ProcessorsAreNamedByMakerFamilyAndModel)
         int type;
     } rows[] = {
         { "GenuineIntel", 5, 4, 0x1054 },
-        { "GenuineIntel", 6, 186, B_CPU_INTEL_X86 }, // not 0x1000 + 0x60 + 186
+        { "GenuineIntel", 6, 240, B_CPU_INTEL_X86 }, // 0x1000 + 0x60 + 240 is a K5
         { "AuthenticAMD", 5, 9, 0x1159 },
         { "AuthenticAMD", 26, 2, B_CPU_AMD_X86 },
         { "CyrixInstead", 6, 0, 0x1260 },

@@ -70,8 +70,8 @@ TEST(ProcessorTree, EightAtMostInTheOrderOfTheirWorth)
             { 0, 2, 1 } },
         { "one off in the middle", kOneOffInTheMiddle, { 0, 2 } },
         { "a sibling that is off",
-            { { 0, "0,2", "0" }, { 1, "1,3", "1" }, { 2, "0,2", "1" }, { 3, "1,3", "1" } },
-            { 1, 2, 3 } },
+            { { 0, "0,3", "0" }, { 1, "1-2", "1" }, { 2, "1-2", "1" }, { 3, "0,3", "1" } },
+            { 1, 3, 2 } },
         { "no processor 0, one without a switch", { { 4, "4", "1" }, { 5, "5" }, { 6, "6", "1" } },
             { 5, 4, 6 } },
         { "a hundred", ManyProcessors(100), { 0, 1, 2, 3, 4, 5, 6, 7 } },
@@ -173,15 +173,18 @@ TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAll)
     EXPECT_EQ(info.boot_time, 1700557792000000);
 }
 
-TEST(ProcessorTree, AnEmptyTreeIsOneUnknownProcessor)
+TEST(ProcessorTree, WhereAlmostNothingIsToldThereIsOneUnknownProcessor)
 {
     const MachineTree tree;
+    tree.Write(
+        "proc/meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\nBuffers: 512 kB\nCached: 512 kB\n");
     const RootGuard root(tree.Path());
     system_info info;
     ASSERT_EQ(get_system_info(&info), B_OK);
     EXPECT_EQ(info.cpu_count, 1);
     EXPECT_EQ(info.cpu_type, B_CPU_X86);
     EXPECT_EQ(info.cpu_clock_speed, 0);
-    EXPECT_EQ(info.max_pages, 0);
+    EXPECT_EQ(info.used_pages, 512);
     EXPECT_STREQ(info.kernel_name, "Linux");
+    EXPECT_EQ(get_system_info(nullptr), B_BAD_VALUE);
 }

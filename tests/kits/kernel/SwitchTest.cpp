@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <csignal>
+#include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
 #include <fstream>
@@ -132,6 +133,7 @@ struct Holder {
         int ends[2];
         if (pipe(ends) != 0)
             return;
+        fflush(stdout); // or ThreadSanitizer does it in each child that ends
         pid = fork();
         if (pid == 0) {
             setpgid(0, 0);
@@ -224,7 +226,13 @@ TEST(Switch, EndsWithTheProcessHoweverItEnds)
         EXPECT_EQ(read(holder.output, &letter, 1), 0); // nobody holds its output any more
         EXPECT_TRUE(WaitUntil([] { return StateOfProcessor1() == '1'; }, 5));
     }
-    EXPECT_EQ(InChild([] { return _kset_cpu_state_(1, 0) == B_OK ? 0 : 1; }), 0);
+    EXPECT_EQ(InChild([] {
+        const bool off = _kset_cpu_state_(1, 0) == B_OK;
+        if (fork() == 0) // and outlives it, with all its descriptors
+            _exit(WaitUntil([] { return StateOfProcessor1() == '1'; }) ? 0 : 1);
+        return off ? 0 : 1;
+    }),
+        0);
     EXPECT_TRUE(WaitUntil([] { return StateOfProcessor1() == '1'; }, 5));
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1); // no child is left
 }
