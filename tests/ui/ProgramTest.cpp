@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -25,7 +26,8 @@ std::string ContentsOf(const std::string& path)
 // A running Tarvex; killed, if need be, at the end.
 class Program {
 public:
-    explicit Program(std::vector<std::string> arguments, const char* display = getenv("DISPLAY"))
+    explicit Program(std::vector<std::string> arguments, const char* display = getenv("DISPLAY"),
+        uid_t user = geteuid())
         : errorPath(testing::TempDir() + "tarvex-errors-" + std::to_string(getpid()))
     {
         const std::string path = TARVEX_BUILD "/tarvex";
@@ -40,6 +42,8 @@ public:
         if (!freopen(errorPath.c_str(), "w", stderr))
             _exit(126);
         display ? setenv("DISPLAY", display, 1) : unsetenv("DISPLAY");
+        if (user != geteuid() && (setenv("HOME", "/tmp", 1) != 0 || setuid(user) != 0))
+            _exit(125);
         execv(path.c_str(), argv.data());
         _exit(127);
     }
@@ -50,7 +54,7 @@ public:
         std::filesystem::remove(errorPath);
     }
 
-    void Terminate() const { kill(id, SIGTERM); }
+    void End(int signal) const { kill(id, signal); }
 
     // The exit status; -1 for a program that did not end within so many seconds, or by a signal.
     int Status(double seconds)
@@ -72,13 +76,27 @@ public:
 
     bool HasThread(const std::string& name) const
     {
+        const std::vector<std::string> names = ThreadFiles("comm");
+        return std::find(names.begin(), names.end(), name + "\n") != names.end();
+    }
+
+    bool EveryThreadIsBoundToOne() const
+    {
+        const std::vector<std::string> states = ThreadFiles("status");
+        return std::all_of(states.begin(), states.end(), [](const std::string& state) {
+            return state.find("\nCpus_allowed_list:\t0\n") != std::string::npos;
+        });
+    }
+
+    // The contents of a file that the system has of each thread.
+    std::vector<std::string> ThreadFiles(const char* file) const
+    {
         std::error_code error;
+        std::vector<std::string> contents;
         const std::string tasks = "/proc/" + std::to_string(id) + "/task";
-        for (const auto& task : std::filesystem::directory_iterator(tasks, error)) {
-            if (ContentsOf(task.path() / "comm") == name + "\n")
-                return true;
-        }
-        return false;
+        for (const auto& task : std::filesystem::directory_iterator(tasks, error))
+            contents.push_back(ContentsOf(task.path() / file));
+        return contents;
     }
 
     bool WaitForWindow(const std::string& title) const
@@ -154,7 +172,7 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
         Program program(row.arguments);
         ASSERT_TRUE(program.WaitForWindow("Tarvex"));
         snooze(200000); // until the window manager has given it the keyboard
-        row.key[0] ? screen::Key(row.key) : program.Terminate();
+        row.key[0] ? screen::Key(row.key) : program.End(SIGTERM);
         EXPECT_EQ(program.Status(30), 0) << row.key;
         EXPECT_EQ(program.Errors(), row.errors);
     }
@@ -166,8 +184,8 @@ TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
         GTEST_SKIP() << "no display";
     const std::string online = OnlineProcessors();
     const bool canSwitch = geteuid() == 0 && online != "0\n";
-    enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff };
-    for (int when = kAtTheWarning; when <= (canSwitch ? kWithOneProcessorOff : 1); when++) {
+    enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff, kKilledWithOneOff };
+    for (int when = kAtTheWarning; when <= (canSwitch ? kKilledWithOneOff : 1); when++) {
         Program program({});
         ASSERT_TRUE(program.AskForRun());
         if (when != kAtTheWarning) {
@@ -175,9 +193,26 @@ TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
             ASSERT_TRUE(screen::WaitFor([&] { return program.HasThread("benchmark"); }));
         }
         EXPECT_TRUE(screen::WaitFor(
-            [&] { return when != kWithOneProcessorOff || OnlineProcessors() != online; }));
-        program.Terminate();
-        EXPECT_EQ(program.Status(5), 0) << when;
+            [&] { return when < kWithOneProcessorOff || OnlineProcessors() != online; }));
+        program.End(when == kKilledWithOneOff ? SIGKILL : SIGTERM);
+        EXPECT_EQ(program.Status(5), when == kKilledWithOneOff ? -1 : 0) << when;
         EXPECT_TRUE(screen::WaitFor([&] { return OnlineProcessors() == online; }));
     }
+}
+
+TEST(Program, OfAnOrdinaryUserBindsItsThreadsAndLeavesTheMachineAlone)
+{
+    constexpr uid_t kNobody = 65534;
+    if (!screen::IsThere() || geteuid() != 0 || OnlineProcessors() == "0\n")
+        GTEST_SKIP() << "needs a display, root and two processors";
+    const std::string online = OnlineProcessors();
+    Program program({}, getenv("DISPLAY"), kNobody);
+    if (!program.AskForRun())
+        GTEST_SKIP() << "an ordinary user cannot run the program here: " << program.Errors();
+    EXPECT_FALSE(program.EveryThreadIsBoundToOne());
+    screen::Key("Return");
+    EXPECT_TRUE(screen::WaitFor([&] { return program.EveryThreadIsBoundToOne(); }));
+    EXPECT_EQ(OnlineProcessors(), online);
+    EXPECT_TRUE(screen::WaitFor([&] { return !program.EveryThreadIsBoundToOne(); }));
+    EXPECT_TRUE(program.WaitForWindow("Results"));
 }
