@@ -40,8 +40,8 @@ class AnimateCursorTest : public testing::Test {
 protected:
     AnimateCursorTest()
     {
-        gShown.clear();
         SetCursorHook(Record);
+        gShown.clear(); // of the picture before any animation, which is recorded at once
     }
     ~AnimateCursorTest() override { SetCursorHook(nullptr); }
 
