@@ -202,7 +202,7 @@ void TarvexWin::StartTest()
     const LibSysInfo info;
     if (!Lock())
         return;
-    if ((IsSelected(kGraphicsGroup) && !ScreenIsAccepted(info))) {
+    if (running || (IsSelected(kGraphicsGroup) && !ScreenIsAccepted(info))) {
         Unlock();
         return;
     }

@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QTextEdit>
+#include <QWindow>
 
 #include <chrono>
 #include <cstdio>
@@ -44,6 +45,8 @@ Widget Describe(QWidget* widget)
 {
     Widget result;
     result.exists = true;
+    const QWindow* window = widget->window()->windowHandle();
+    result.exposed = window && window->isExposed();
     result.enabled = widget->isEnabled();
     auto* button = qobject_cast<QAbstractButton*>(widget);
     result.checked = button && button->isChecked();
@@ -61,6 +64,8 @@ Widget FindAction(MenuWidget* menu, const QString& label)
             continue;
         Widget result;
         result.exists = true;
+        const QWindow* window = menu->window()->windowHandle();
+        result.exposed = window && window->isExposed();
         result.enabled = action->isEnabled();
         result.checked = action->isChecked();
         result.text = action->text().toStdString();
@@ -94,6 +99,23 @@ std::string Quoted(const std::string& text)
     for (char letter : text)
         quoted += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
     return quoted + "'";
+}
+
+// Clicks at what find finds, once it stays where it is: the window manager places new windows.
+bool ClickWhenSettled(const std::function<Widget()>& find, int button)
+{
+    BRect before;
+    const bool isThere = WaitFor([&] {
+        const Widget widget = find();
+        const bool isSettled = widget.exposed && widget.frame == before;
+        before = widget.frame;
+        if (!isSettled)
+            std::this_thread::sleep_for(std::chrono::milliseconds(40));
+        return isSettled;
+    });
+    if (isThere)
+        ClickAt(MiddleOf(before), button);
+    return isThere;
 }
 
 } // namespace
@@ -159,10 +181,7 @@ bool WaitFor(const std::function<bool()>& condition, double seconds)
 
 bool Click(const std::string& name, const std::string& window, int button)
 {
-    if (!WaitFor([&] { return Find(name, window).exists; }))
-        return false;
-    ClickAt(MiddleOf(Find(name, window).frame), button);
-    return true;
+    return ClickWhenSettled([&] { return Find(name, window); }, button);
 }
 
 void ClickAt(BPoint where, int button)
@@ -189,9 +208,8 @@ void MoveTo(BPoint where)
 bool ClickMenu(const std::vector<std::string>& labels)
 {
     for (const std::string& label : labels) {
-        if (!WaitFor([&] { return FindMenuItem(label).exists; }))
+        if (!ClickWhenSettled([&] { return FindMenuItem(label); }, 1))
             return false;
-        ClickAt(MiddleOf(FindMenuItem(label).frame));
     }
     return true;
 }

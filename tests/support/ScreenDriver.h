@@ -15,6 +15,7 @@ namespace screen {
 // What a widget shows now.
 struct Widget {
     bool exists = false; // of that name, in a shown window, and visible itself
+    bool exposed = false; // its window is on the screen
     bool enabled = false;
     bool checked = false;
     bool focused = false;

@@ -56,7 +56,7 @@ void WindowWidget::SetKind(window_look look, window_feel feel, uint32 flags)
     const QRect place = geometry();
     if (hints != windowFlags())
         setWindowFlags(hints);
-    setGeometry(place); // Qt has taken it for the border's
+    setGeometry(place); // with its new flags Qt has taken it for the border's place
     setWindowModality(ModalityFor(feel));
     setAttribute(Qt::WA_ShowWithoutActivating, (flags & B_AVOID_FOCUS) != 0);
     fFlags = flags;
@@ -96,13 +96,8 @@ void WindowWidget::SetWorkspaces(uint32 workspaces)
     SetWindowWorkspace(*this, workspaces);
 }
 
-// Qt tells the window manager that the position is the contents', not the border's, only once the
-// window has been moved by this call; the same place again would be no move.
 void WindowWidget::Appear()
 {
-    const QRect place = geometry();
-    windowHandle()->setGeometry(place.translated(1, 0));
-    windowHandle()->setGeometry(place);
     const QWidget* active = QApplication::activeWindow();
     if (isModal() && active && active != this) // stays in front of what it asks about
         windowHandle()->setTransientParent(active->windowHandle());

@@ -21,7 +21,7 @@ public:
     void Place(const QRect& geometry, int32 serial);
     void SetLimits(QSize least, QSize most);
     void SetWorkspaces(uint32 workspaces);
-    void Appear(); // with its contents where the geometry says
+    void Appear();
     void BringToFront();
     void AddKeys(int32 id, const QKeySequence& keys);
     void RemoveKeys(int32 id);

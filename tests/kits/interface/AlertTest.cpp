@@ -18,16 +18,36 @@ BAlert* Ask(const std::string& text = "Shall it go on?")
     return alert;
 }
 
+class DrawnView : public BView {
+public:
+    explicit DrawnView(EventLog& log)
+        : BView(BRect(0, 0, 49, 49), "drawn", B_FOLLOW_NONE, B_WILL_DRAW), fLog(log)
+    {
+    }
+    void Draw(BRect) override
+    {
+        if (fIsWanted)
+            fLog.Add("drawn");
+    }
+
+    bool fIsWanted = false;
+
+private:
+    EventLog& fLog;
+};
+
 // Asks from its own thread when it is sent message 1, with its lock held all the while.
 class AskingWindow : public TestWindow {
 public:
     using TestWindow::TestWindow;
     void MessageReceived(BMessage* message) override
     {
-        if (message->what == 1)
-            fLog->Add("answer " + std::to_string(Ask()->Go()));
-        else
-            TestWindow::MessageReceived(message);
+        if (message->what != 1)
+            return TestWindow::MessageReceived(message);
+        auto* view = static_cast<DrawnView*>(FindView("drawn"));
+        view->fIsWanted = true;
+        view->Invalidate();
+        fLog->Add("answer " + std::to_string(Ask()->Go()));
     }
 };
 
@@ -68,10 +88,11 @@ TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
 TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeld)
 {
     AskingWindow* asking = new AskingWindow(fLog, BRect(20, 40, 119, 139), "Asking");
-    const BMessenger target(asking);
+    asking->AddChild(new DrawnView(*fLog));
     asking->Show();
     asking->PostMessage(1);
     EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+    EXPECT_TRUE(fLog->WaitFor("drawn"));
     screen::Key("Return");
     EXPECT_TRUE(fLog->WaitFor("answer 2"));
     asking->Lock();

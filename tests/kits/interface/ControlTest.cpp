@@ -71,10 +71,11 @@ TEST_F(WindowTest, EnterPressesTheDefaultButtonFromAnyViewThatLeavesIt)
 {
     BButton* first = new BButton(BRect(10, 10, 90, 34), "first", "First", new BMessage(1));
     BButton* second = new BButton(BRect(110, 10, 190, 34), "second", "Second", new BMessage(2));
+    first->MakeDefault(true);
     fWindow->AddChild(first);
     fWindow->AddChild(second);
     fWindow->AddChild(new InputView(BRect(10, 50, 90, 90), fLog));
-    first->MakeDefault(true);
+    EXPECT_EQ(fWindow->DefaultButton(), first);
     second->MakeDefault(true); // no longer the first
     EXPECT_FALSE(first->IsDefault());
     EXPECT_EQ(fWindow->DefaultButton(), second);

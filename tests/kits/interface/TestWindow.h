@@ -68,10 +68,10 @@ public:
         fLog->Add("quit requested");
         return fMayQuit && BWindow::QuitRequested();
     }
-    void FrameMoved(BPoint) override { fMoves++; }
+    void FrameMoved(BPoint where) override { fPlaces.push_back(where); }
 
     bool fMayQuit = false;
-    int fMoves = 0;
+    std::vector<BPoint> fPlaces; // that it was moved to
 
 protected:
     const std::shared_ptr<EventLog> fLog;

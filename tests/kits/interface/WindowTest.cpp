@@ -48,14 +48,27 @@ TEST_F(WindowTest, TheUsersMovesAndSizesArriveInFrameAndViews)
     BView* view = new BView(fWindow->Bounds(), "all", B_FOLLOW_ALL_SIDES, 0);
     fWindow->AddChild(view);
     Show();
-    const int moves = Locked([&] { return fWindow->fMoves; });
     ASSERT_EQ(system("wmctrl -r Test -e 0,300,220,400,300"), 0);
     ASSERT_TRUE(screen::WaitFor(
         [&] { return Locked([&] { return fWindow->Bounds(); }) == BRect(0, 0, 399, 299); }));
     EXPECT_EQ(Locked([&] { return view->Frame(); }), BRect(0, 0, 399, 299));
     EXPECT_TRUE(screen::WaitFor(
         [&] { return Locked([&] { return fWindow->Frame(); }) == screen::Find("Test").frame; }));
-    EXPECT_GT(Locked([&] { return fWindow->fMoves; }), moves);
+    EXPECT_EQ(Locked([&] { return fWindow->fPlaces.back(); }), fWindow->Frame().LeftTop());
+}
+
+TEST_F(WindowTest, AReportOlderThanTheProgramsOwnMoveIsDropped)
+{
+    Show();
+    fWindow->Lock(); // so that the report of the user's move waits
+    fWindow->fPlaces.clear();
+    EXPECT_EQ(system("wmctrl -r Test -e 0,100,300,-1,-1"), 0);
+    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("Test").frame.top >= 300; }));
+    fWindow->PostMessage(5); // keeps it from being replaced by the next one
+    fWindow->MoveTo(400, 200);
+    fWindow->Unlock();
+    EXPECT_TRUE(screen::WaitFor([&] { return Locked([&] { return !fWindow->fPlaces.empty(); }); }));
+    EXPECT_EQ(Locked([&] { return fWindow->fPlaces[0]; }), BPoint(400, 200));
 }
 
 TEST_F(WindowTest, OneThatMayNotBeResizedKeepsItsSizeAndTheProgramMayChangeIt)
@@ -119,20 +132,28 @@ TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
     EXPECT_EQ(fLog->Events(), (std::vector<std::string> { "2", "3" }));
 }
 
-TEST_F(WindowTest, DrawsWhatIsInvalidatedAndWhatComesIntoView)
+TEST_F(WindowTest, DrawsWhatIsInvalidatedAndWhereItsViewIs)
 {
-    CountingView* view = new CountingView(fWindow->Bounds());
-    fWindow->AddChild(view);
+    const rgb_color red { 200, 0, 0, 255 };
+    BView* outer = new BView(BRect(50, 60, 149, 159), "outer", B_FOLLOW_NONE, 0);
+    CountingView* view = new CountingView(BRect(20, 10, 29, 19));
+    outer->AddChild(view);
+    fWindow->AddChild(outer);
     Show();
-    const BPoint middle(350, 250);
-    EXPECT_TRUE(screen::WaitFor([&] {
-        return screen::PixelAt(middle) == rgb_color { 200, 0, 0, 255 };
-    }));
+    const BPoint corner = BPoint(200, 150) + BPoint(50 + 20, 60 + 10);
+    EXPECT_TRUE(screen::WaitFor([&] { return screen::PixelAt(corner) == red; }));
+    EXPECT_NE(screen::PixelAt(corner - BPoint(1, 1)), red);
     const int before = Locked([&] {
         view->Invalidate();
         return view->draws;
     });
     EXPECT_TRUE(screen::WaitFor([&] { return Locked([&] { return view->draws; }) > before; }));
+    Locked([&] {
+        outer->MoveBy(100, 0);
+        return true;
+    });
+    EXPECT_TRUE(screen::WaitFor([&] { return screen::PixelAt(corner + BPoint(100, 0)) == red; }));
+    EXPECT_TRUE(screen::WaitFor([&] { return screen::PixelAt(corner) != red; }));
 }
 
 TEST_F(WindowTest, AFloodOfInputNeitherBlocksTheServerNorAWorkerWithTheLock)
