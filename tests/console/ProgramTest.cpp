@@ -1,6 +1,7 @@
 // tarvex-run as its users run it.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -20,6 +21,16 @@ std::string Contents(const std::string& path)
     std::ostringstream text;
     text << std::ifstream(path).rdbuf();
     return text.str();
+}
+
+// Once no program that ended in the middle of a run has processors to give back any more.
+std::string OnlineProcessors()
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (
+        system("pgrep -x tarvex-lease >/dev/null") == 0 && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    return Contents("/sys/devices/system/cpu/online");
 }
 
 bool Fits(const std::string& text, const std::string& expression)
@@ -51,7 +62,7 @@ protected:
 
     char fName[32] = "/tmp/tarvex-run-XXXXXX";
     const std::string fFolder = mkdtemp(fName);
-    const std::string fOnline = Contents("/sys/devices/system/cpu/online");
+    const std::string fOnline = OnlineProcessors();
 };
 
 TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
