@@ -66,7 +66,6 @@ TarvexWin::TarvexWin(bool allow)
         cursor.SetCursor(i, kBusyCursors[i]);
     SetMainWindow();
     SetPosition();
-    AddResults();
 }
 
 TarvexWin::~TarvexWin()
@@ -133,7 +132,8 @@ void TarvexWin::AddGroup(BBox* box, int32 group, int32 row)
     groups[group]->ResizeToPreferred();
 }
 
-// The results window's thread runs from the start, so that any thread may lock the window.
+// Made when the first run ends, so that the main window need not wait for it. Its thread runs from
+// the start, so that any thread may lock it.
 void TarvexWin::AddResults()
 {
     results = new ResultsWin(NbrCpus());
@@ -258,6 +258,8 @@ void TarvexWin::BenchmarkChange(BMessage*)
     statusText->SetText("");
     SetDescription();
 
+    if (!resultsTarget.IsValid())
+        AddResults();
     if (!resultsTarget.LockTarget())
         return;
     results->Update(benchmark.results, allowSaveComparison);
