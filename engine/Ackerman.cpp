@@ -30,11 +30,10 @@ int EvaluateAckerman(long rounds)
 {
     int result = 0;
     for (long round = 0; round < rounds; round++) {
-        // The compiler must not know the arguments: it would unroll the levels into additions.
+        // The compiler must not know the level: it would unroll the levels into additions.
         int level = 3;
         int value = 3;
         Opaque(level);
-        Opaque(value);
         // The first level is written out, as the function does it.
         while (level != 0) {
             if (value == 0)
