@@ -14,6 +14,7 @@ enum {
     B_INT64_TYPE = 'LLNG',
     B_MESSAGE_TYPE = 'MSGG',
     B_MESSENGER_TYPE = 'MSNG',
+    B_MIME_STRING_TYPE = 'MIMS',
     B_POINT_TYPE = 'BPNT',
     B_POINTER_TYPE = 'PNTR',
     B_RAW_TYPE = 'RAWT',

@@ -1,0 +1,142 @@
+#include "AppFileInfo.h"
+
+#include <cstring>
+#include <sys/stat.h>
+#include <vector>
+
+#include "File.h"
+#include "kits/kernel/TextFile.h"
+#include "Locations.h"
+#include "Message.h"
+#include "ReleaseVersion.h"
+#include "TypeAttribute.h"
+
+namespace {
+
+constexpr type_code kVersionType = 'APPV';
+constexpr const char* kVersionAttribute = "BEOS:APP_VERSION";
+constexpr const char* kTypesAttribute = "BEOS:FILE_TYPES";
+constexpr int kVersionKinds = 2;
+
+bool IsReleaseFile(const BNode& node)
+{
+    struct stat mine = {};
+    struct stat release = {};
+    return node.GetStat(&mine) == B_OK && stat(kReleaseFile, &release) == 0
+        && mine.st_dev == release.st_dev && mine.st_ino == release.st_ino;
+}
+
+bool IsEnded(const version_info& info)
+{
+    return memchr(info.short_info, '\0', sizeof info.short_info)
+        && memchr(info.long_info, '\0', sizeof info.long_info);
+}
+
+// All kinds that the file has, in their order; the number of them, or an error.
+ssize_t ReadVersions(const BNode& node, version_info (&versions)[kVersionKinds])
+{
+    const ssize_t size =
+        node.ReadAttr(kVersionAttribute, kVersionType, 0, versions, sizeof versions);
+    if (size < 0)
+        return size;
+    return size % ssize_t(sizeof(version_info)) == 0 ? size / ssize_t(sizeof(version_info))
+                                                     : ssize_t(B_BAD_TYPE);
+}
+
+} // namespace
+
+BAppFileInfo::BAppFileInfo(BFile* file)
+{
+    SetTo(file);
+}
+
+status_t BAppFileInfo::SetTo(BFile* file)
+{
+    return BNodeInfo::SetTo(file);
+}
+
+status_t BAppFileInfo::GetSignature(char* signature) const
+{
+    if (!signature)
+        return B_BAD_VALUE;
+    return Node() ? ReadTypeAttribute(*Node(), kSignatureAttribute, signature)
+                  : status_t(B_NO_INIT);
+}
+
+status_t BAppFileInfo::SetSignature(const char* signature)
+{
+    return Node() ? WriteTypeAttribute(*Node(), kSignatureAttribute, signature)
+                  : status_t(B_NO_INIT);
+}
+
+status_t BAppFileInfo::GetVersionInfo(version_info* info, version_kind kind) const
+{
+    if (!info || int(kind) < 0 || int(kind) >= kVersionKinds)
+        return B_BAD_VALUE;
+    if (!Node())
+        return B_NO_INIT;
+    version_info versions[kVersionKinds] = {};
+    const ssize_t count = ReadVersions(*Node(), versions);
+    if (count == B_ENTRY_NOT_FOUND && kind == B_APP_VERSION_KIND && IsReleaseFile(*Node())) {
+        *info = VersionOfRelease(kernel::ReadText(kReleaseFile));
+        return B_OK;
+    }
+    if (count <= kind)
+        return count < 0 ? status_t(count) : B_ENTRY_NOT_FOUND;
+    if (!IsEnded(versions[kind]))
+        return B_BAD_TYPE;
+    *info = versions[kind];
+    return B_OK;
+}
+
+status_t BAppFileInfo::SetVersionInfo(const version_info* info, version_kind kind)
+{
+    if (int(kind) < 0 || int(kind) >= kVersionKinds || (info && !IsEnded(*info)))
+        return B_BAD_VALUE;
+    if (!Node())
+        return B_NO_INIT;
+    if (!info)
+        return RemoveIfThere(*Node(), kVersionAttribute);
+    version_info versions[kVersionKinds] = {};
+    const ssize_t before = ReadVersions(*Node(), versions);
+    versions[kind] = *info;
+    const size_t count = size_t(before > kind ? before : kind + 1);
+    const ssize_t written = Node()->WriteAttr(
+        kVersionAttribute, kVersionType, 0, versions, count * sizeof(version_info));
+    return written < 0 ? status_t(written) : B_OK;
+}
+
+status_t BAppFileInfo::GetSupportedTypes(BMessage* types) const
+{
+    if (!types)
+        return B_BAD_VALUE;
+    if (!Node())
+        return B_NO_INIT;
+    attr_info info;
+    if (const status_t error = Node()->GetAttrInfo(kTypesAttribute, &info); error != B_OK)
+        return error;
+    std::vector<char> flat(size_t(info.size) + 1);
+    const ssize_t size =
+        Node()->ReadAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
+    if (size < 0)
+        return status_t(size);
+    BMessage read;
+    if (read.Unflatten(flat.data(), size) != B_OK)
+        return B_BAD_TYPE;
+    *types = read;
+    return B_OK;
+}
+
+status_t BAppFileInfo::SetSupportedTypes(const BMessage* types)
+{
+    if (!Node())
+        return B_NO_INIT;
+    if (!types)
+        return RemoveIfThere(*Node(), kTypesAttribute);
+    std::vector<char> flat(size_t(types->FlattenedSize()));
+    if (const status_t error = types->Flatten(flat.data(), ssize_t(flat.size())); error != B_OK)
+        return error;
+    const ssize_t written =
+        Node()->WriteAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
+    return written < 0 ? status_t(written) : B_OK;
+}

@@ -1,0 +1,18 @@
+// A descriptor that is closed with its owner.
+#pragma once
+
+class FileDescriptor {
+public:
+    FileDescriptor() = default;
+    explicit FileDescriptor(int descriptor) : fDescriptor(descriptor) { }
+    FileDescriptor(const FileDescriptor& other); // duplicates; -1 where that fails
+    FileDescriptor(FileDescriptor&& other) noexcept;
+    FileDescriptor& operator=(FileDescriptor other) noexcept;
+    ~FileDescriptor();
+
+    int Get() const { return fDescriptor; } // -1: none
+    bool IsOpen() const { return fDescriptor >= 0; }
+
+private:
+    int fDescriptor = -1;
+};

@@ -1,0 +1,123 @@
+#include "FindDirectory.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+#include "Directory.h"
+#include "Locations.h"
+#include "Path.h"
+#include "StandardFolders.h"
+
+namespace {
+
+enum class Base { Root, Home, Settings, Data, Desktop };
+
+struct Place {
+    directory_which which;
+    Base base;
+    const char* below; // the base itself: ""
+};
+
+// Programs that have no folder of their own here, as the platform's applications and preferences,
+// are found where the desktop looks for them: in the folder of their desktop entries.
+constexpr Place kPlaces[] = {
+    { B_DESKTOP_DIRECTORY, Base::Desktop, "" },
+    { B_TRASH_DIRECTORY, Base::Data, "Trash/files" },
+    { B_BEOS_DIRECTORY, Base::Root, "usr" },
+    { B_BEOS_SYSTEM_DIRECTORY, Base::Root, "usr/share" },
+    { B_BEOS_ADDONS_DIRECTORY, Base::Root, "usr/lib" },
+    { B_BEOS_BOOT_DIRECTORY, Base::Root, "boot" },
+    { B_BEOS_FONTS_DIRECTORY, Base::Root, "usr/share/fonts" },
+    { B_BEOS_LIB_DIRECTORY, Base::Root, "usr/lib" },
+    { B_BEOS_SERVERS_DIRECTORY, Base::Root, "usr/sbin" },
+    { B_BEOS_APPS_DIRECTORY, Base::Root, "usr/share/applications" },
+    { B_BEOS_BIN_DIRECTORY, Base::Root, "usr/bin" },
+    { B_BEOS_ETC_DIRECTORY, Base::Root, "etc" },
+    { B_BEOS_DOCUMENTATION_DIRECTORY, Base::Root, "usr/share/doc" },
+    { B_BEOS_PREFERENCES_DIRECTORY, Base::Root, "usr/share/applications" },
+    { B_BEOS_TRANSLATORS_DIRECTORY, Base::Root, "usr/lib" },
+    { B_BEOS_MEDIA_NODES_DIRECTORY, Base::Root, "usr/lib" },
+    { B_BEOS_SOUNDS_DIRECTORY, Base::Root, "usr/share/sounds" },
+    { B_COMMON_DIRECTORY, Base::Root, "usr/local" },
+    { B_COMMON_SYSTEM_DIRECTORY, Base::Root, "usr/local/share" },
+    { B_COMMON_ADDONS_DIRECTORY, Base::Root, "usr/local/lib" },
+    { B_COMMON_BOOT_DIRECTORY, Base::Root, "boot" },
+    { B_COMMON_FONTS_DIRECTORY, Base::Root, "usr/local/share/fonts" },
+    { B_COMMON_LIB_DIRECTORY, Base::Root, "usr/local/lib" },
+    { B_COMMON_SERVERS_DIRECTORY, Base::Root, "usr/local/sbin" },
+    { B_COMMON_BIN_DIRECTORY, Base::Root, "usr/local/bin" },
+    { B_COMMON_ETC_DIRECTORY, Base::Root, "usr/local/etc" },
+    { B_COMMON_DOCUMENTATION_DIRECTORY, Base::Root, "usr/local/share/doc" },
+    { B_COMMON_SETTINGS_DIRECTORY, Base::Root, "etc/xdg" },
+    { B_COMMON_DEVELOP_DIRECTORY, Base::Root, "usr/local/src" },
+    { B_COMMON_LOG_DIRECTORY, Base::Root, "var/log" },
+    { B_COMMON_SPOOL_DIRECTORY, Base::Root, "var/spool" },
+    { B_COMMON_TEMP_DIRECTORY, Base::Root, "tmp" },
+    { B_COMMON_VAR_DIRECTORY, Base::Root, "var" },
+    { B_COMMON_TRANSLATORS_DIRECTORY, Base::Root, "usr/local/lib" },
+    { B_COMMON_MEDIA_NODES_DIRECTORY, Base::Root, "usr/local/lib" },
+    { B_COMMON_SOUNDS_DIRECTORY, Base::Root, "usr/local/share/sounds" },
+    { B_USER_DIRECTORY, Base::Home, "" },
+    { B_USER_CONFIG_DIRECTORY, Base::Settings, "" },
+    { B_USER_ADDONS_DIRECTORY, Base::Home, ".local/lib" },
+    { B_USER_BOOT_DIRECTORY, Base::Settings, "autostart" },
+    { B_USER_FONTS_DIRECTORY, Base::Data, "fonts" },
+    { B_USER_LIB_DIRECTORY, Base::Home, ".local/lib" },
+    { B_USER_SETTINGS_DIRECTORY, Base::Settings, "" },
+    { B_USER_DESKBAR_DIRECTORY, Base::Data, "applications" },
+    { B_USER_PRINTERS_DIRECTORY, Base::Home, ".cups" },
+    { B_USER_TRANSLATORS_DIRECTORY, Base::Home, ".local/lib" },
+    { B_USER_MEDIA_NODES_DIRECTORY, Base::Home, ".local/lib" },
+    { B_USER_SOUNDS_DIRECTORY, Base::Data, "sounds" },
+    { B_APPS_DIRECTORY, Base::Root, "usr/share/applications" },
+    { B_PREFERENCES_DIRECTORY, Base::Root, "usr/share/applications" },
+    { B_UTILITIES_DIRECTORY, Base::Root, "usr/bin" },
+};
+
+std::string PathOf(Base base)
+{
+    switch (base) {
+        case Base::Root: return "/";
+        case Base::Home: return folders::Home();
+        case Base::Settings: return folders::Settings();
+        case Base::Data: return folders::Data();
+        case Base::Desktop: return folders::Desktop();
+    }
+    return "";
+}
+
+status_t Find(directory_which which, bool createIt, std::string& path)
+{
+    const Place* place = std::find_if(std::begin(kPlaces), std::end(kPlaces),
+        [which](const Place& row) { return row.which == which; });
+    if (place == std::end(kPlaces))
+        return B_BAD_VALUE;
+    path = PathOf(place->base);
+    if (*place->below)
+        path = JoinPath(path, place->below);
+    const mode_t mode = place->base == Base::Root ? 0755 : 0700;
+    return createIt ? create_directory(path.c_str(), mode) : B_OK;
+}
+
+} // namespace
+
+status_t find_directory(directory_which which, BPath* path, bool createIt, BVolume*)
+{
+    std::string found;
+    const status_t error = path ? Find(which, createIt, found) : B_BAD_VALUE;
+    return error == B_OK ? path->SetTo(found.c_str()) : error;
+}
+
+status_t find_directory(
+    directory_which which, dev_t, bool createIt, char* returnedPath, int32 length)
+{
+    std::string found;
+    const status_t error = returnedPath ? Find(which, createIt, found) : B_BAD_VALUE;
+    if (error != B_OK)
+        return error;
+    if (length < 0 || found.size() >= size_t(length))
+        return B_NAME_TOO_LONG;
+    memcpy(returnedPath, found.c_str(), found.size() + 1);
+    return B_OK;
+}

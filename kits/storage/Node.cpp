@@ -1,0 +1,186 @@
+#include "Node.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "Directory.h"
+#include "ErrorCodes.h"
+#include "Locations.h"
+#include "NodeIdentity.h"
+#include "store/Store.h"
+
+namespace {
+
+// Whether a name can be that of an attribute.
+status_t CheckName(const char* name)
+{
+    if (!name || !*name)
+        return B_BAD_VALUE;
+    return strlen(name) < size_t(B_ATTR_NAME_LENGTH) ? status_t(B_OK) : B_NAME_TOO_LONG;
+}
+
+constexpr int kHandle = O_PATH | O_NOFOLLOW | O_CLOEXEC; // needs no right to read the file
+
+} // namespace
+
+BNode::BNode(const char* path)
+{
+    SetTo(path);
+}
+
+BNode::BNode(const entry_ref* ref)
+{
+    SetTo(ref);
+}
+
+BNode::BNode(const BEntry* entry)
+{
+    SetTo(entry);
+}
+
+BNode::BNode(const BDirectory* directory, const char* path)
+{
+    SetTo(directory, path);
+}
+
+status_t BNode::InitCheck() const
+{
+    return fStatus;
+}
+
+status_t BNode::GetStat(struct stat* info) const
+{
+    if (!info)
+        return B_BAD_VALUE;
+    if (fStatus != B_OK)
+        return B_NO_INIT;
+    return fstat(Descriptor(), info) == 0 ? B_OK : StatusOfErrno();
+}
+
+time_t BNode::BirthTime() const
+{
+    NodeIdentity identity;
+    const status_t error = IdentifyNode(Descriptor(), "", &identity);
+    return error == B_OK ? time_t(identity.birth / 1'000'000'000) : 0;
+}
+
+status_t BNode::Take(int descriptor)
+{
+    const status_t error = descriptor < 0 ? StatusOfErrno() : B_OK;
+    fDescriptor = FileDescriptor(descriptor);
+    fLastAttribute = 0;
+    return fStatus = error;
+}
+
+status_t BNode::Fail(status_t error)
+{
+    Unset();
+    return fStatus = error;
+}
+
+status_t BNode::SetTo(const char* path)
+{
+    return path && *path ? Take(open(LocalPath(path), kHandle)) : Fail(B_BAD_VALUE);
+}
+
+status_t BNode::SetTo(const entry_ref* ref)
+{
+    return SetTo(ref ? PathOfRef(*ref).c_str() : nullptr);
+}
+
+status_t BNode::SetTo(const BEntry* entry)
+{
+    if (!entry || entry->InitCheck() != B_OK)
+        return Fail(B_BAD_VALUE);
+    return Take(openat(entry->fDirectory.Get(), entry->fName.c_str(), kHandle));
+}
+
+status_t BNode::SetTo(const BDirectory* directory, const char* path)
+{
+    if (!directory || directory->InitCheck() != B_OK || !path || !*path)
+        return Fail(B_BAD_VALUE);
+    return Take(openat(directory->Descriptor(), path, kHandle));
+}
+
+void BNode::Unset()
+{
+    fDescriptor = FileDescriptor();
+    fLastAttribute = 0;
+    fStatus = B_NO_INIT;
+}
+
+bool BNode::operator==(const BNode& node) const
+{
+    struct stat mine = {};
+    struct stat other = {};
+    const status_t error = GetStat(&mine);
+    return error == node.GetStat(&other) && mine.st_dev == other.st_dev
+        && mine.st_ino == other.st_ino;
+}
+
+status_t BNode::Identify(const char* name, NodeIdentity* file) const
+{
+    if (fStatus != B_OK)
+        return B_NO_INIT;
+    const status_t error = CheckName(name);
+    return error == B_OK ? IdentifyNode(Descriptor(), "", file) : error;
+}
+
+ssize_t BNode::ReadAttr(
+    const char* name, type_code, off_t offset, void* buffer, size_t length) const
+{
+    NodeIdentity file;
+    if (const status_t error = Identify(name, &file); error != B_OK)
+        return error;
+    if (!buffer || offset < 0)
+        return B_BAD_VALUE;
+    return Store::Shared().ReadAttribute(file, name, offset, buffer, length);
+}
+
+ssize_t BNode::WriteAttr(
+    const char* name, type_code type, off_t offset, const void* buffer, size_t length)
+{
+    NodeIdentity file;
+    if (const status_t error = Identify(name, &file); error != B_OK)
+        return error;
+    if ((!buffer && length > 0) || offset < 0)
+        return B_BAD_VALUE;
+    const std::string_view bytes(static_cast<const char*>(buffer), length);
+    return Store::Shared().WriteAttribute(file, name, type, offset, bytes);
+}
+
+status_t BNode::RemoveAttr(const char* name)
+{
+    NodeIdentity file;
+    const status_t error = Identify(name, &file);
+    return error == B_OK ? Store::Shared().RemoveAttribute(file, name) : error;
+}
+
+status_t BNode::GetAttrInfo(const char* name, attr_info* info) const
+{
+    NodeIdentity file;
+    if (const status_t error = Identify(name, &file); error != B_OK)
+        return error;
+    return info ? Store::Shared().GetAttribute(file, name, info) : status_t(B_BAD_VALUE);
+}
+
+status_t BNode::GetNextAttrName(char* buffer)
+{
+    NodeIdentity file;
+    std::string name;
+    if (const status_t error = Identify("any", &file); error != B_OK)
+        return error;
+    if (!buffer)
+        return B_BAD_VALUE;
+    const status_t error = Store::Shared().NextAttribute(file, &fLastAttribute, &name);
+    if (error == B_OK)
+        buffer[name.copy(buffer, B_ATTR_NAME_LENGTH - 1)] = '\0';
+    return error;
+}
+
+status_t BNode::RewindAttrs()
+{
+    fLastAttribute = 0;
+    return fStatus == B_OK ? status_t(B_OK) : B_NO_INIT;
+}

@@ -1,0 +1,42 @@
+#include "NodeInfo.h"
+
+#include <cstring>
+
+#include "MimeGuess.h"
+#include "Node.h"
+#include "TypeAttribute.h"
+
+BNodeInfo::BNodeInfo(BNode* node)
+{
+    SetTo(node);
+}
+
+status_t BNodeInfo::SetTo(BNode* node)
+{
+    fNode = node && node->InitCheck() == B_OK ? node : nullptr;
+    return fNode ? status_t(B_OK) : B_BAD_VALUE;
+}
+
+status_t BNodeInfo::InitCheck() const
+{
+    return fNode ? status_t(B_OK) : B_NO_INIT;
+}
+
+status_t BNodeInfo::GetType(char* type) const
+{
+    if (!type)
+        return B_BAD_VALUE;
+    if (!fNode)
+        return B_NO_INIT;
+    const status_t error = ReadTypeAttribute(*fNode, kTypeAttribute, type);
+    if (error != B_ENTRY_NOT_FOUND)
+        return error;
+    const std::string guess = GuessTypeOf(fNode->Descriptor());
+    type[guess.copy(type, B_MIME_TYPE_LENGTH - 1)] = '\0';
+    return B_OK;
+}
+
+status_t BNodeInfo::SetType(const char* type)
+{
+    return fNode ? WriteTypeAttribute(*fNode, kTypeAttribute, type) : status_t(B_NO_INIT);
+}

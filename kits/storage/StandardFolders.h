@@ -1,0 +1,13 @@
+// The user's folders by the XDG base directories.
+#pragma once
+
+#include <string>
+
+namespace folders {
+// All absolute, without a slash at the end, whether they exist or not. A variable that is not set
+// or is relative has its default.
+[[nodiscard]] std::string Home();
+[[nodiscard]] std::string Settings(); // $XDG_CONFIG_HOME, ~/.config
+[[nodiscard]] std::string Data(); // $XDG_DATA_HOME, ~/.local/share
+[[nodiscard]] std::string Desktop(); // as user-dirs.dirs in the settings says, ~/Desktop
+} // namespace folders

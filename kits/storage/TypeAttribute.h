@@ -1,0 +1,14 @@
+// Attributes that hold a MIME type.
+#pragma once
+
+#include "Node.h"
+
+inline constexpr const char* kTypeAttribute = "BEOS:TYPE";
+inline constexpr const char* kSignatureAttribute = "BEOS:APP_SIG";
+
+// Type has B_MIME_TYPE_LENGTH bytes, and is as it was on any error. As BNode::ReadAttr().
+[[nodiscard]] status_t ReadTypeAttribute(const BNode& node, const char* name, char* type);
+// NULL takes the attribute away; that it is not there is no error. B_BAD_VALUE: too long.
+[[nodiscard]] status_t WriteTypeAttribute(BNode& node, const char* name, const char* type);
+// Takes an attribute away; that it is not there is no error.
+[[nodiscard]] status_t RemoveIfThere(BNode& node, const char* name);

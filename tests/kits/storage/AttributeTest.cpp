@@ -1,0 +1,169 @@
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include "TestHome.h"
+#include <Directory.h>
+#include <TypeConstants.h>
+
+namespace {
+
+std::string Attribute(const std::string& path, const char* name)
+{
+    attr_info info;
+    const BNode node(path.c_str());
+    if (node.InitCheck() == B_ENTRY_NOT_FOUND)
+        return "no file";
+    if (const status_t error = node.GetAttrInfo(name, &info); error != B_OK)
+        return error == B_ENTRY_NOT_FOUND ? "none" : "error";
+    std::string value(size_t(info.size), '?');
+    EXPECT_EQ(node.ReadAttr(name, B_ANY_TYPE, 0, value.data(), value.size()), info.size);
+    return value;
+}
+
+ssize_t SetAttribute(const std::string& path, const char* name, const std::string& value)
+{
+    return BNode(path.c_str()).WriteAttr(name, B_RAW_TYPE, 0, value.data(), value.size());
+}
+
+TEST(Attribute, AWriteReplacesAtZeroAndExtendsElsewhere)
+{
+    const std::string path = TestHome() / "file";
+    WriteFile(path, "contents");
+    BNode node(path.c_str());
+    const struct {
+        off_t offset;
+        std::string bytes;
+        type_code type;
+        std::string value;
+    } rows[] = {
+        { 0, "abcdef", B_STRING_TYPE, "abcdef" },
+        { 2, "XY", B_RAW_TYPE, "abXYef" },
+        { 5, "Zz", B_RAW_TYPE, "abXYeZz" },
+        { 9, "!", B_INT8_TYPE, std::string("abXYeZz\0\0!", 10) },
+        { 0, "", B_INT32_TYPE, "" },
+        { 3, "end", B_STRING_TYPE, std::string("\0\0\0end", 6) },
+        { 0, "short", B_STRING_TYPE, "short" },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.value);
+        EXPECT_EQ(node.WriteAttr("a", row.type, row.offset, row.bytes.data(), row.bytes.size()),
+            ssize_t(row.bytes.size()));
+        EXPECT_EQ(Attribute(path, "a"), row.value);
+        attr_info info;
+        EXPECT_EQ(node.GetAttrInfo("a", &info), B_OK);
+        EXPECT_EQ(info.type, row.type);
+    }
+    char part[4] = "???";
+    EXPECT_EQ(node.ReadAttr("a", B_STRING_TYPE, 3, part, 3), 2);
+    EXPECT_STREQ(part, "rt?");
+    EXPECT_EQ(node.ReadAttr("a", B_STRING_TYPE, 5, part, 3), 0);
+    EXPECT_EQ(ReadFile(path), "contents");
+}
+
+TEST(Attribute, NamesComeInTheirOrderAndWhatIsWrongIsToldApart)
+{
+    const std::string path = TestHome() / "named";
+    WriteFile(path, "");
+    for (const char* name : { "second", "first", "\xff" })
+        EXPECT_EQ(SetAttribute(path, name, "value"), 5);
+    BNode node(path.c_str());
+    EXPECT_EQ(node.RemoveAttr("first"), B_OK);
+    char name[B_ATTR_NAME_LENGTH];
+    for (int pass = 0; pass < 2; pass++) {
+        EXPECT_EQ(node.GetNextAttrName(name), B_OK);
+        EXPECT_STREQ(name, "second");
+        EXPECT_EQ(node.GetNextAttrName(name), B_OK);
+        EXPECT_STREQ(name, "\xff");
+        EXPECT_EQ(node.GetNextAttrName(name), B_ENTRY_NOT_FOUND);
+        EXPECT_EQ(node.RewindAttrs(), B_OK);
+    }
+    attr_info info;
+    EXPECT_EQ(BNode().GetAttrInfo("second", &info), B_NO_INIT);
+    EXPECT_EQ(BNode((path + "x").c_str()).InitCheck(), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(node.GetAttrInfo("", &info), B_BAD_VALUE);
+    EXPECT_EQ(node.WriteAttr("a", B_RAW_TYPE, -1, name, 1), B_BAD_VALUE);
+    EXPECT_EQ(SetAttribute(path, std::string(256, 'n').c_str(), "v"), B_NAME_TOO_LONG);
+}
+
+// Each row does something to "a", whose attribute is "mine", and maybe to "b", whose is "other", in
+// a folder of its own: by a BEntry of "a", then by the shell. New files are made beside the old
+// ones so that they cannot get an inode that has just become free.
+const struct {
+    int mode; // of both files
+    const char* entry; // "rename": to b; "remove"; "remove one name": the other is c
+    const char* shell;
+    const char* ofA;
+    const char* ofB;
+} kFates[] = {
+    { 0644, "rename", "true", "no file", "mine" },
+    { 0644, "", "mv -f a b", "no file", "mine" },
+    { 0644, "", "mv -f a b; echo new > a", "none", "mine" },
+    { 0755, "rename", "echo new > a; chmod 755 a", "none", "mine" },
+    { 0644, "", "echo longer contents > a", "mine", "other" },
+    { 0644, "", "echo new > n; mv -f n a", "none", "other" },
+    { 0755, "", "echo new > n; chmod 755 n; mv -f n a", "mine", "other" },
+    { 0755, "", "echo new > n; mv -f n a", "none", "other" },
+    { 0644, "", "echo new > n; chmod 755 n; mv -f n a", "none", "other" },
+    { 0755, "remove", "echo new > a; chmod 755 a", "none", "other" },
+    { 0644, "remove one name", "mv c a", "mine", "other" },
+};
+
+TEST(Attribute, BelongsToTheFileAndStaysWithAProgramThatIsMadeAnew)
+{
+    for (const auto& row : kFates) {
+        SCOPED_TRACE(std::string(row.entry) + " " + row.shell);
+        const TempFolder folder;
+        for (const char* name : { "a", "b" }) {
+            WriteFile(folder / name, name);
+            chmod((folder / name).c_str(), mode_t(row.mode));
+            EXPECT_GT(SetAttribute(folder / name, "x", *name == 'a' ? "mine" : "other"), 0);
+        }
+        if (strstr(row.entry, "one"))
+            Shell(folder, "ln a c");
+        BEntry entry((folder / "a").c_str());
+        if (*row.entry) {
+            EXPECT_EQ(row.entry[2] == 'n' ? entry.Rename("b", true) : entry.Remove(), B_OK);
+        }
+        Shell(folder, row.shell);
+        EXPECT_EQ(Attribute(folder / "a", "x"), row.ofA);
+        EXPECT_EQ(SetAttribute(folder / "a", "x", "new") > 0, row.ofA != std::string("no file"));
+        EXPECT_EQ(Attribute(folder / "b", "x"), row.ofB);
+    }
+}
+
+TEST(Attribute, GoesAlongWithAFolderAndItsOldPlaceIsFree)
+{
+    const TempFolder in;
+    Shell(in, "mkdir folder 'folder!' && touch folder/x 'folder!/x'"); // "!" sorts before "/"
+    for (const std::string folder : { "folder", "folder!" })
+        EXPECT_GT(SetAttribute(in / (folder + "/x"), "a", folder), 0);
+    BEntry entry((in / "folder").c_str());
+    EXPECT_EQ(entry.Rename("folder!"), B_FILE_EXISTS);
+    EXPECT_EQ(entry.Rename("moved"), B_OK);
+    Shell(in, "mkdir folder && touch folder/x");
+    EXPECT_EQ(Attribute(in / "folder/x", "a"), "none");
+    EXPECT_EQ(SetAttribute(in / "folder/x", "a", "new"), 3);
+    EXPECT_EQ(Attribute(in / "moved/x", "a"), "folder");
+    EXPECT_EQ(Attribute(in / "folder!/x", "a"), "folder!");
+}
+
+TEST(Attribute, IsReachedByEveryPathOfTheFileAndALinkHasItsOwn)
+{
+    const TempFolder folder;
+    Shell(folder, "mkdir sub && touch sub/f && ln -s sub way && ln -s sub/f link");
+    EXPECT_EQ(SetAttribute(folder / "way/../sub//f", "a", "file"), 4);
+    EXPECT_EQ(Attribute(folder / "way/f", "a"), "file");
+    EXPECT_EQ(Attribute(folder / "link", "a"), "none");
+    EXPECT_EQ(SetAttribute(folder / "link", "a", "link"), 4);
+    EXPECT_EQ(Attribute(folder / "sub/f", "a"), "file");
+    EXPECT_EQ(SetAttribute(folder / "sub", "a", "folder"), 6);
+    EXPECT_EQ(Attribute(folder / "sub", "a"), "folder");
+
+    BNode open((folder / "sub/f").c_str());
+    Shell(folder, "mv sub moved"); // an open one is found wherever it goes
+    EXPECT_EQ(open.WriteAttr("a", B_RAW_TYPE, 0, "later", 5), 5);
+    EXPECT_EQ(Attribute(folder / "moved/f", "a"), "later");
+}
+
+} // namespace

@@ -1,0 +1,165 @@
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "TestHome.h"
+#include <Directory.h>
+#include <File.h>
+#include <Path.h>
+
+namespace {
+
+std::string PathOf(const BEntry& entry)
+{
+    const BPath path(&entry);
+    return path.Path() ? path.Path() : "none";
+}
+
+TEST(Directory, GivesEachEntryOnceAndKnowsWhatItContains)
+{
+    const TempFolder folder;
+    Shell(folder, "mkdir -p sub/deep && echo text > file && ln -s sub link");
+    BDirectory directory(folder.Path().c_str());
+    const std::multiset<std::string> all = { folder / "sub", folder / "file", folder / "link" };
+    for (int pass = 0; pass < 2; pass++) {
+        std::multiset<std::string> found;
+        for (BEntry entry; directory.GetNextEntry(&entry) == B_OK;)
+            found.insert(PathOf(entry));
+        EXPECT_EQ(found, all);
+        EXPECT_EQ(directory.CountEntries(), 3);
+        EXPECT_EQ(directory.Rewind(), B_OK);
+    }
+    const struct {
+        std::string path;
+        int32 flags;
+        bool isContained;
+    } rows[] = {
+        { "file", B_DIRECTORY_NODE | B_SYMLINK_NODE, false },
+        { "link", B_SYMLINK_NODE, true },
+        { folder / "sub/deep", B_ANY_NODE, true },
+        { "none", B_ANY_NODE, false },
+        { "/tmp", B_ANY_NODE, false },
+        { ".", B_ANY_NODE, false },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(directory.Contains(row.path.c_str(), row.flags), row.isContained) << row.path;
+    BEntry entry;
+    EXPECT_EQ(directory.FindEntry("link", &entry, true), B_OK);
+    EXPECT_EQ(PathOf(entry), folder / "sub");
+    EXPECT_EQ(directory.FindEntry("none", &entry), B_ENTRY_NOT_FOUND);
+    BDirectory made;
+    BFile file;
+    EXPECT_EQ(directory.CreateDirectory("new", &made), B_OK);
+    EXPECT_EQ(directory.CreateDirectory("new", nullptr), B_FILE_EXISTS);
+    EXPECT_EQ(made.CreateFile("../file", &file, true), B_FILE_EXISTS);
+    EXPECT_EQ(made.CreateFile("../file", &file), B_OK);
+    EXPECT_EQ(ReadFile(folder / "file"), "");
+    EXPECT_EQ(create_directory((folder / "x/y//z/").c_str(), 0775), B_OK);
+    EXPECT_EQ(create_directory((folder / "x/y//z").c_str(), 0775), B_OK);
+    EXPECT_TRUE(directory.Contains("x/y/z", B_DIRECTORY_NODE));
+    EXPECT_EQ(create_directory((folder / "file/y").c_str(), 0775), B_NOT_A_DIRECTORY);
+}
+
+TEST(Entry, StandsForANameWhetherThereIsAFileOrNot)
+{
+    const TempFolder folder;
+    Shell(folder, "mkdir sub && touch file && ln -s sub/../file link");
+    Shell(folder, "ln -s none dangling && ln -s circle circle");
+    const struct {
+        const char* path;
+        bool traverse;
+        status_t status;
+        const char* result;
+        bool exists;
+    } rows[] = {
+        { "link", false, B_OK, "link", true },
+        { "link", true, B_OK, "file", true },
+        { "dangling", false, B_OK, "dangling", true },
+        { "dangling", true, B_OK, "none", false },
+        { "circle", true, B_LINK_LIMIT, "", false },
+        { "no/new", false, B_ENTRY_NOT_FOUND, "", false },
+        { "file/new", false, B_NOT_A_DIRECTORY, "", false },
+        { "", false, B_BAD_VALUE, "", false },
+    };
+    const BDirectory directory(folder.Path().c_str());
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        const BEntry entry(&directory, row.path, row.traverse);
+        EXPECT_EQ(entry.InitCheck(), row.status);
+        EXPECT_EQ(PathOf(entry), row.status == B_OK ? folder / row.result : "none");
+        EXPECT_EQ(entry.Exists(), row.exists);
+    }
+    BEntry entry((folder / "file").c_str());
+    const BEntry same((folder / "sub/../file").c_str());
+    EXPECT_TRUE(entry == same);
+    BDirectory sub((folder / "sub").c_str());
+    EXPECT_EQ(entry.MoveTo(&sub), B_OK);
+    EXPECT_EQ(PathOf(entry), folder / "sub/file");
+    EXPECT_FALSE(same.Exists());
+    Shell(folder, "mv sub away"); // an entry goes with its folder
+    EXPECT_EQ(PathOf(entry), folder / "away/file");
+    time_t born = 0;
+    time_t changed = 0;
+    EXPECT_EQ(entry.GetCreationTime(&born), B_OK);
+    EXPECT_EQ(entry.GetModificationTime(&changed), B_OK);
+    EXPECT_LE(labs(changed - born), 2);
+    EXPECT_EQ(same.GetCreationTime(&born), B_ENTRY_NOT_FOUND);
+    BEntry parent;
+    char name[B_FILE_NAME_LENGTH];
+    EXPECT_EQ(entry.GetParent(&parent), B_OK);
+    EXPECT_EQ(parent.GetName(name), B_OK);
+    EXPECT_STREQ(name, "away");
+    EXPECT_EQ(parent.Remove(), B_DIRECTORY_NOT_EMPTY);
+    EXPECT_EQ(entry.Remove(), B_OK);
+    EXPECT_EQ(parent.Remove(), B_OK);
+    EXPECT_EQ(PathOf(entry), "none"); // its folder has gone
+}
+
+TEST(File, OpensByItsModesAndMovesItsPosition)
+{
+    const TempFolder folder;
+    const std::string path = folder / "file";
+    const struct {
+        const char* name;
+        uint32 mode;
+        const char* before; // NULL: no file
+        status_t status;
+        const char* after; // when "ab" has been written, if that is allowed
+    } rows[] = {
+        { "none to read", B_READ_ONLY, nullptr, B_ENTRY_NOT_FOUND, nullptr },
+        { "made", B_WRITE_ONLY | B_CREATE_FILE, nullptr, B_OK, "ab" },
+        { "written over", B_READ_WRITE | B_CREATE_FILE, "12345", B_OK, "ab345" },
+        { "erased", B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE, "12345", B_OK, "ab" },
+        { "at its end", B_READ_WRITE | B_OPEN_AT_END, "12345", B_OK, "12345ab" },
+        { "there already", B_READ_WRITE | B_CREATE_FILE | B_FAIL_IF_EXISTS, "1", B_FILE_EXISTS,
+            "1" },
+        { "to read", B_READ_ONLY, "12345", B_OK, "12345" },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Shell(folder, row.before ? std::string("printf ") + row.before + " > file" : "rm -f file");
+        BFile file(path.c_str(), row.mode);
+        EXPECT_EQ(file.InitCheck(), row.status);
+        const bool isWritten = file.Write("ab", 2) == 2;
+        EXPECT_EQ(isWritten, file.IsWritable());
+        EXPECT_EQ(ReadFile(path), row.after ? row.after : "none");
+    }
+    BFile file(path.c_str(), B_READ_WRITE | B_OPEN_AT_END); // "12345"
+    BFile copy = file;
+    char bytes[8] = "???????";
+    EXPECT_EQ(file.Seek(-2, SEEK_END), 3);
+    EXPECT_EQ(copy.Read(bytes, 7), 2);
+    EXPECT_STREQ(bytes, "45?????");
+    EXPECT_EQ(file.Position(), 5);
+    EXPECT_EQ(file.WriteAt(1, "xyz", 3), 3);
+    EXPECT_EQ(file.ReadAt(0, bytes, 7), 5);
+    EXPECT_STREQ(bytes, "1xyz5??");
+    EXPECT_EQ(file.Seek(-1, SEEK_SET), B_BAD_VALUE);
+    EXPECT_EQ(file.Position(), 5);
+    EXPECT_EQ(file.SetSize(2), B_OK);
+    EXPECT_EQ(file.Read(bytes, 7), 0);
+    EXPECT_EQ(ReadFile(path), "1x");
+    EXPECT_EQ(BFile(folder.Path().c_str(), B_READ_ONLY).InitCheck(), B_IS_A_DIRECTORY);
+}
+
+} // namespace

@@ -1,0 +1,121 @@
+#include <fstream>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "TestHome.h"
+#include <Directory.h>
+#include <FindDirectory.h>
+#include <Path.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string TextOf(const BPath& path)
+{
+    return path.Path() ? path.Path() : "none";
+}
+
+TEST(Path, IsTakenAsGivenOrNormalizedWhereItMustBe)
+{
+    const TempFolder folder;
+    Shell(folder, "mkdir -p dir/sub && ln -s dir way");
+    const struct {
+        const char* path; // "@" stands for the folder
+        const char* leaf;
+        bool normalize;
+        status_t status;
+        const char* result;
+    } rows[] = {
+        { "/none/../at", nullptr, false, B_ENTRY_NOT_FOUND, "none" },
+        { "/none/...at/.x", nullptr, false, B_OK, "/none/...at/.x" },
+        { "@/way", "file", false, B_OK, "@/way/file" },
+        { "@/way", "file", true, B_OK, "@/dir/file" },
+        { "@/way", nullptr, true, B_OK, "@/way" }, // the last element stays what it is
+        { "@/way/", "sub/x", false, B_OK, "@/way/sub/x" },
+        { "@/way/", nullptr, false, B_OK, "@/way" },
+        { "@/way//sub", nullptr, false, B_OK, "@/dir/sub" },
+        { "@/way/..", nullptr, false, B_OK, "@" },
+        { "@/dir/./sub", "", false, B_OK, "@/dir/sub" },
+        { "@", "none/x/", false, B_ENTRY_NOT_FOUND, "none" },
+        { "@", "/x", false, B_BAD_VALUE, "none" },
+        { "", nullptr, false, B_BAD_VALUE, "none" },
+        { "/", nullptr, false, B_OK, "/" },
+        { "/", "x", false, B_OK, "/x" },
+        { "//", nullptr, false, B_OK, "/" },
+    };
+    const auto filled = [&](const std::string& text) {
+        return text[0] == '@' ? folder.Path() + text.substr(1) : text;
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.path) + " and " + (row.leaf ? row.leaf : "NULL"));
+        BPath path("/before");
+        EXPECT_EQ(path.SetTo(filled(row.path).c_str(), row.leaf, row.normalize), row.status);
+        EXPECT_EQ(TextOf(path), filled(row.result));
+    }
+    BPath relative("some_file");
+    EXPECT_EQ(TextOf(relative), fs::current_path() / "some_file");
+    EXPECT_TRUE(relative == "./some_file");
+    EXPECT_EQ(relative.Append(relative.Leaf()), B_OK);
+    EXPECT_EQ(TextOf(relative), fs::current_path() / "some_file/some_file");
+}
+
+TEST(Path, ComesApartIntoParentsAndLeaves)
+{
+    BPath path("/a/bc/d");
+    for (const char* leaf : { "d", "bc", "a", "" }) {
+        EXPECT_STREQ(path.Leaf(), leaf);
+        EXPECT_EQ(path.GetParent(&path), status_t(*leaf ? 0 : B_ENTRY_NOT_FOUND));
+    }
+    EXPECT_EQ(TextOf(path), "/");
+    path.Unset();
+    EXPECT_EQ(path.Leaf(), nullptr);
+    EXPECT_EQ(path.Append("x"), B_BAD_VALUE);
+    const BDirectory directory("/usr/..");
+    EXPECT_TRUE(BPath(&directory, "x") == "/x");
+}
+
+TEST(FindDirectory, EveryConstantHasAPlaceAndTheUsersFollowTheXdgFolders)
+{
+    const std::pair<int, int> ranges[] = { { 0, 1 }, { 1000, 1014 }, { 2000, 2018 }, { 3000, 3011 },
+        { 4000, 4002 } };
+    int count = 0;
+    for (const auto& [first, last] : ranges)
+        for (int which = first; which <= last; which++, count++) {
+            BPath path;
+            EXPECT_EQ(find_directory(directory_which(which), &path), B_OK) << which;
+            EXPECT_EQ(TextOf(path)[0], '/') << which;
+        }
+    EXPECT_EQ(count, 51);
+    BPath path;
+    for (int which : { -1, 2, 4003 })
+        EXPECT_EQ(find_directory(directory_which(which), &path), B_BAD_VALUE) << which;
+    const auto of = [&](directory_which which) {
+        EXPECT_EQ(find_directory(which, &path), B_OK);
+        return TextOf(path);
+    };
+    EXPECT_EQ(of(B_COMMON_TEMP_DIRECTORY), "/tmp");
+    EXPECT_EQ(of(B_BEOS_BIN_DIRECTORY), "/usr/bin");
+    EXPECT_EQ(of(B_USER_DIRECTORY), TestHome().Path());
+    EXPECT_EQ(of(B_USER_SETTINGS_DIRECTORY), TestHome() / "config");
+    EXPECT_EQ(of(B_DESKTOP_DIRECTORY), TestHome() / "Desktop");
+    EXPECT_EQ(find_directory(B_USER_BOOT_DIRECTORY, &path, true), B_OK);
+    EXPECT_TRUE(fs::is_directory(TestHome() / "config/autostart"));
+    WriteFile(TestHome() / "config/user-dirs.dirs",
+        "# XDG_DESKTOP_DIR=\"/no\"\nXDG_DESKTOP_DIR=\"rel\"\nXDG_DESKTOP_DIR=\"$HOME/My \\$ "
+        "Desk/\"\n");
+    EXPECT_EQ(of(B_DESKTOP_DIRECTORY), TestHome() / "My $ Desk");
+    const std::string trash = TestHome() / "data/Trash/files";
+    std::string buffer(trash.size() + 1, '?');
+    EXPECT_EQ(find_directory(B_TRASH_DIRECTORY, 0, false, buffer.data(), int32(trash.size())),
+        B_NAME_TOO_LONG);
+    EXPECT_EQ(
+        find_directory(B_TRASH_DIRECTORY, 0, false, buffer.data(), int32(buffer.size())), B_OK);
+    EXPECT_STREQ(buffer.c_str(), trash.c_str());
+    setenv("XDG_CONFIG_HOME", "relative", 1); // counts as not set
+    EXPECT_EQ(of(B_USER_SETTINGS_DIRECTORY), TestHome() / ".config");
+    setenv("XDG_CONFIG_HOME", (TestHome() / "config").c_str(), 1);
+}
+
+} // namespace

@@ -1,0 +1,182 @@
+#include "kits/storage/store/Store.h"
+
+#include <csignal>
+#include <random>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/TempFolder.h"
+#include <OS.h>
+
+namespace {
+
+int Stress()
+{
+    const char* factor = getenv("TARVEX_STRESS");
+    return factor ? atoi(factor) : 1;
+}
+
+const NodeIdentity kFile = { "/nowhere/file", 17, 4711, 1, false };
+
+// Tells a value from every other one in all of its bytes.
+std::string ValueOf(int number, size_t size)
+{
+    std::minstd_rand random { unsigned(number + 2) };
+    std::string value(size, '\0');
+    for (char& byte : value)
+        byte = char(random() >> 8);
+    return value;
+}
+
+std::string Read(Store& store, const std::string& name)
+{
+    attr_info info;
+    if (store.GetAttribute(kFile, name, &info) != B_OK)
+        return "";
+    std::string value(size_t(info.size), '\0');
+    const ssize_t size = store.ReadAttribute(kFile, name, 0, value.data(), value.size());
+    return size == info.size ? value : "";
+}
+
+ssize_t Write(Store& store, const std::string& name, const std::string& value)
+{
+    return store.WriteAttribute(kFile, name, 'RAWT', 0, value);
+}
+
+// Runs action in a process of its own, which never comes back from here.
+template <typename Action>
+pid_t InChild(Action action)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        action();
+        _exit(0);
+    }
+    return child;
+}
+
+TEST(Store, ManyLargeValuesComeBackWholeFromAnotherConnection)
+{
+    const TempFolder folder;
+    const int count = 100 * Stress() * Stress();
+    constexpr size_t kSize = 100'000;
+    {
+        Store store(folder / "new/store");
+        for (int i = 0; i < count; i++)
+            ASSERT_EQ(Write(store, std::to_string(i), ValueOf(i, kSize)), ssize_t(kSize));
+    }
+    Store store(folder / "new/store");
+    for (int i = 0; i < count; i++)
+        ASSERT_TRUE(Read(store, std::to_string(i)) == ValueOf(i, kSize)) << i;
+
+    const std::string large = ValueOf(-1, size_t(10'000'000) * size_t(Stress()));
+    EXPECT_EQ(Write(store, "large", large), ssize_t(large.size()));
+    EXPECT_TRUE(Read(store, "large") == large);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(store.WriteAttribute(kFile, "large", 'RAWT', 1'000'000'000, "x"), B_BAD_VALUE);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Error using the attribute store <" + (folder / "new/store")
+            + ">: a value would have more than 1000000000 bytes\n");
+    EXPECT_TRUE(Read(store, "large") == large);
+}
+
+// The child tells each write that came back; one more may be done, and none in part.
+TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
+{
+    const TempFolder folder;
+    constexpr int kAttributes = 5;
+    constexpr size_t kSize = 30'000;
+    int written = 0; // writes known to be done; number n writes attribute n % kAttributes
+    srand(unsigned(getpid()));
+    for (int round = 0; round < 20 * Stress(); round++) {
+        int tell[2];
+        ASSERT_EQ(pipe(tell), 0);
+        const pid_t child = InChild([&] {
+            Store store(folder / "store");
+            for (int number = written;; number++) {
+                const std::string name = std::to_string(number % kAttributes);
+                if (Write(store, name, ValueOf(number, kSize)) != ssize_t(kSize)
+                    || write(tell[1], &number, sizeof number) != sizeof number)
+                    _exit(1);
+            }
+        });
+        close(tell[1]);
+        usleep(useconds_t(rand() % 60'000));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status)) << "a write failed";
+        for (int number = 0; read(tell[0], &number, sizeof number) == sizeof number;)
+            written = number + 1;
+        close(tell[0]);
+
+        Store store(folder / "store");
+        bool isOneMoreDone = false;
+        for (int i = 0; i < kAttributes; i++) {
+            const int last = written - 1 - (written - 1 - i + kAttributes) % kAttributes;
+            const std::string value = Read(store, std::to_string(i));
+            const bool isOld = value == (last < 0 ? "" : ValueOf(last, kSize));
+            const bool isNew = written % kAttributes == i && value == ValueOf(written, kSize);
+            EXPECT_TRUE(isOld || isNew) << "round " << round << ", write " << last;
+            isOneMoreDone |= isNew;
+        }
+        written += isOneMoreDone;
+    }
+    EXPECT_GT(written, kAttributes);
+}
+
+TEST(Store, TwoProgramsThatWriteAtOnceLoseNothing)
+{
+    const TempFolder folder;
+    const bigtime_t end = system_time() + 1'000'000 * Stress();
+    for (const char program : { 'a', 'b' })
+        InChild([&] {
+            Store store(folder / "store");
+            int count = 0;
+            for (; system_time() < end; count++)
+                if (Write(store, program + std::to_string(count), ValueOf(count, 5000)) != 5000)
+                    _exit(1);
+            Write(store, std::string("writes of ") + program, std::to_string(count));
+        });
+    for (int status = 0; wait(&status) > 0;)
+        EXPECT_EQ(status, 0);
+    Store store(folder / "store");
+    for (const char program : { 'a', 'b' }) {
+        const int count = atoi(Read(store, std::string("writes of ") + program).c_str());
+        EXPECT_GT(count, 0);
+        RecordProperty(std::string(1, program), count);
+        for (int i = 0; i < count; i++)
+            ASSERT_TRUE(Read(store, program + std::to_string(i)) == ValueOf(i, 5000)) << i;
+    }
+}
+
+status_t WriteForEver(void* store)
+{
+    const std::string name = std::to_string(find_thread(nullptr));
+    while (Write(*static_cast<Store*>(store), name, ValueOf(0, 20'000)) == 20'000) { }
+    return B_ERROR;
+}
+
+TEST(Store, AThreadIsKilledBetweenItsWritesOnly)
+{
+    const TempFolder folder;
+    Store store(folder / "store");
+    for (int round = 0; round < 5; round++) {
+        const thread_id threads[] = { spawn_thread(WriteForEver, "one", B_NORMAL_PRIORITY, &store),
+            spawn_thread(WriteForEver, "two", B_NORMAL_PRIORITY, &store) };
+        for (const thread_id thread : threads)
+            EXPECT_EQ(resume_thread(thread), B_OK);
+        snooze(20'000);
+        for (const thread_id thread : threads)
+            EXPECT_EQ(kill_thread(thread), B_OK);
+        EXPECT_EQ(Write(store, "after", "x"), 1);
+        for (const thread_id thread : threads)
+            if (const std::string value = Read(store, std::to_string(thread)); !value.empty()) {
+                EXPECT_TRUE(value == ValueOf(0, 20'000));
+            }
+    }
+}
+
+} // namespace

@@ -1,0 +1,192 @@
+#include "kits/storage/store/Store.h"
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include "TestHome.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const NodeIdentity kFile = { "/nowhere/file", 17, 4711, 1, false };
+
+ssize_t Write(Store& store, const std::string& name, const std::string& value)
+{
+    return store.WriteAttribute(kFile, name, 'CSTR', 0, value);
+}
+
+// The value, or "" and why.
+std::string Read(Store& store, const std::string& name, status_t expected = B_OK)
+{
+    char value[64];
+    const ssize_t size = store.ReadAttribute(kFile, name, 0, value, sizeof value);
+    EXPECT_EQ(size < 0 ? size : 0, expected);
+    return size < 0 ? "" : std::string(value, size_t(size));
+}
+
+void MakeStore(const std::string& path)
+{
+    Store store(path);
+    for (int i = 0; i < 5; i++)
+        ASSERT_EQ(Write(store, std::to_string(i), std::string(20'000, 'x')), 20'000);
+    ASSERT_EQ(Write(store, "kept", "value"), 5);
+}
+
+void Sql(const std::string& path, const char* statements)
+{
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database, statements, nullptr, nullptr, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(database);
+    sqlite3_close(database);
+}
+
+TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
+{
+    for (const std::string damage : { "yes junk | head -c 9000 > store", "truncate -s 6000 store",
+             "yes junk | head -c 120000 | dd of=store bs=4096 seek=1 conv=notrunc status=none",
+             "rm store" }) { // another program's takes its place
+        SCOPED_TRACE(damage);
+        const TempFolder folder;
+        const std::string path = folder / "store";
+        MakeStore(path);
+        Shell(folder, damage);
+        if (damage == "rm store")
+            Sql(path, "CREATE TABLE theirs (a)");
+        const std::string before = ReadFile(path);
+        testing::internal::CaptureStderr();
+        Store store(path);
+        attr_info info;
+        EXPECT_LT(store.GetAttribute(kFile, "kept", &info), 0);
+        EXPECT_EQ(Write(store, "later", "new"), 3);
+        EXPECT_EQ(Read(store, "later"), "new");
+        const std::string said = testing::internal::GetCapturedStderr();
+        std::string aside;
+        for (const auto& entry : fs::directory_iterator(folder.Path()))
+            if (entry.path().filename().string().starts_with("store.damaged-"))
+                aside = aside.empty() ? entry.path().string() : "more than one";
+        EXPECT_EQ(ReadFile(aside), before);
+        EXPECT_TRUE(said.starts_with("The attribute store <" + path + "> is damaged ("));
+        EXPECT_TRUE(said.ends_with("has been set aside as <" + aside + ">\n")) << said;
+    }
+}
+
+TEST(StoreTrouble, AnOlderStoreIsBroughtUpToDateAndALaterOneLeftAlone)
+{
+    const TempFolder folder;
+    const std::string path = folder / "store";
+    MakeStore(path);
+    Sql(path, "DROP TABLE resources; PRAGMA user_version = 1");
+    {
+        Store store(path);
+        EXPECT_EQ(Read(store, "kept"), "value");
+        ResourceChanges changes;
+        changes.written.push_back({ 'CSTR', 3, "name", "data" });
+        EXPECT_EQ(store.ChangeResources(kFile, changes), B_OK);
+    }
+    Sql(path, "PRAGMA user_version = 3");
+    const std::string before = ReadFile(path);
+    testing::internal::CaptureStderr();
+    Store store(path);
+    EXPECT_EQ(Read(store, "kept", B_UNSUPPORTED), "");
+    EXPECT_EQ(Write(store, "kept", "lost"), B_UNSUPPORTED);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Error using the attribute store <" + path
+            + ">: it is of version 3, this program knows 2\n");
+    EXPECT_EQ(ReadFile(path), before);
+}
+
+TEST(StoreTrouble, AStoreThatIsRemovedOrReplacedUnderAProgramIsOpenedAnew)
+{
+    const TempFolder folder;
+    Store store(folder / "store");
+    EXPECT_EQ(Write(store, "a", "1"), 1);
+    Shell(folder, "mkdir other && mv store* other");
+    EXPECT_EQ(Read(store, "a", B_ENTRY_NOT_FOUND), "");
+    EXPECT_EQ(Write(store, "b", "2"), 1);
+    EXPECT_EQ(Read(store, "b"), "2");
+    Store other(folder / "other/store");
+    EXPECT_EQ(Read(other, "a"), "1");
+}
+
+// Ends a child process that looked at something with the rights or mounts of its own.
+[[noreturn]] void End()
+{
+    const testing::TestResult& result =
+        *testing::UnitTest::GetInstance()->current_test_info()->result();
+    for (int i = 0; i < result.total_part_count(); i++)
+        fprintf(stderr, "%s\n", result.GetTestPartResult(i).message());
+    _exit(result.Failed() ? 1 : 0);
+}
+
+TEST(StoreTrouble, AStoreWithoutRightsToWriteIsReadAndAWriteSaysWhy)
+{
+    const TempFolder folder;
+    const std::string path = folder / "sub/store";
+    MakeStore(path);
+    Shell(folder, "chmod 444 sub/store && chmod 555 sub && chmod 755 .");
+    EXPECT_EXIT(
+        {
+            if (geteuid() == 0 && setresuid(65534, 65534, 65534) != 0)
+                _exit(2);
+            Store store(path);
+            EXPECT_EQ(Read(store, "kept"), "value");
+            EXPECT_LT(Write(store, "kept", "new"), 0);
+            EXPECT_LT(Write(store, "kept", "told once"), 0);
+            EXPECT_EQ(Read(store, "kept"), "value");
+            End();
+        },
+        testing::ExitedWithCode(0),
+        "^Error using the attribute store <[^\n]*sub/store>: [^\n]+\n$");
+    Shell(folder, "chmod 755 sub");
+}
+
+// A small disk that only this process sees.
+bool MountDisk(const std::string& path)
+{
+    return unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) == 0
+        && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+        && mount("tarvex", path.c_str(), "tmpfs", 0, "size=1m,mode=777") == 0;
+}
+
+TEST(StoreTrouble, AFullDiskLosesNothingAndTheStoreWorksOnceThereIsRoom)
+{
+    const TempFolder folder;
+    const std::string path = folder / "disk/tarvex/store";
+    Shell(folder, "mkdir disk");
+    bool canMount = false;
+    EXPECT_EXIT(
+        _exit(MountDisk(folder / "disk") ? 0 : 1),
+        [&](int status) {
+            canMount = status == 0;
+            return true;
+        },
+        "");
+    if (!canMount)
+        GTEST_SKIP() << "No disk can be mounted here";
+    EXPECT_EXIT(
+        {
+            EXPECT_TRUE(MountDisk(folder / "disk"));
+            Store store(path);
+            EXPECT_EQ(Write(store, "kept", "value"), 5);
+            EXPECT_EQ(Write(store, "kept", std::string(5'000'000, 'x')), B_DEVICE_FULL);
+            EXPECT_EQ(Read(store, "kept"), "value");
+            WriteFile(folder / "disk/filler", std::string(2'000'000, 'x'));
+            EXPECT_EQ(Write(store, "kept", std::string(2'000'000, 'x')), B_DEVICE_FULL);
+            Store other(path); // of another program
+            EXPECT_EQ(Read(other, "kept"), "value");
+            Shell(folder, "rm disk/filler");
+            EXPECT_EQ(Write(store, "kept", "new"), 3);
+            EXPECT_EQ(Read(other, "kept"), "new");
+            End();
+        },
+        testing::ExitedWithCode(0), "^Error using [^\n]*disk/tarvex/store>: [^\n]*full\n");
+}
+
+} // namespace

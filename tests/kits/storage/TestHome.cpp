@@ -1,0 +1,40 @@
+#include "TestHome.h"
+
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Made before main(): the kit looks once where the user's data lies.
+const struct Home : TempFolder {
+    Home()
+    {
+        setenv("HOME", Path().c_str(), 1);
+        setenv("XDG_DATA_HOME", (Path() + "/data").c_str(), 1);
+        setenv("XDG_CONFIG_HOME", (Path() + "/config").c_str(), 1);
+    }
+} gHome;
+
+} // namespace
+
+const TempFolder& TestHome()
+{
+    return gHome;
+}
+
+std::string ReadFile(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "none";
+}
+
+void WriteFile(const std::string& path, const std::string& text)
+{
+    std::ofstream(path) << text;
+}
+
+void Shell(const TempFolder& folder, const std::string& commands)
+{
+    EXPECT_EQ(system(("cd " + folder.Path() + " && " + commands).c_str()), 0) << commands;
+}

@@ -1,0 +1,131 @@
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include "kits/storage/ReleaseVersion.h"
+#include "TestHome.h"
+#include <AppFileInfo.h>
+#include <File.h>
+#include <Message.h>
+#include <Mime.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string TypeOf(const std::string& path)
+{
+    BNode node(path.c_str());
+    char type[B_MIME_TYPE_LENGTH] = "unset";
+    EXPECT_EQ(BNodeInfo(&node).GetType(type), B_OK);
+    return type;
+}
+
+TEST(Type, AFileThatHasNoneIsWhatItsKindNameAndContentsSay)
+{
+    const TempFolder folder;
+    Shell(folder,
+        "mkdir folder.txt; ln -s /bin/sh link.txt; touch notes.txt $(printf '\\377').zip;"
+        "echo '1.0\n12\nrecord' > Tarvex.results; echo '#!/bin/sh' > script;"
+        "printf '\\211PNG\\r\\n\\032\\n' > picture; printf '\\001\\002\\376\\377\\200' > junk");
+    fs::copy_file("/proc/self/exe", folder / "program.txt");
+    const struct {
+        const char* file;
+        const char* type;
+    } rows[] = {
+        { "folder.txt", "application/x-vnd.Be-directory" },
+        { "link.txt", "application/x-vnd.Be-symlink" },
+        { "program.txt", "application/x-vnd.Be-elfexecutable" },
+        { "notes.txt", "text/plain" },
+        { "Tarvex.results", "text/plain" },
+        { "script", "application/x-shellscript" },
+        { "\xff.zip", "application/zip" },
+        { "picture", "image/png" },
+        { "junk", "application/octet-stream" },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(TypeOf(folder / row.file), row.type) << row.file;
+
+    BNode node((folder / "junk").c_str());
+    BNodeInfo info(&node);
+    EXPECT_EQ(info.SetType("text/plain"), B_OK);
+    EXPECT_EQ(TypeOf(folder / "junk"), "text/plain");
+    EXPECT_EQ(info.SetType(std::string(240, 't').c_str()), B_BAD_VALUE);
+    EXPECT_EQ(info.SetType(nullptr), B_OK);
+    EXPECT_EQ(TypeOf(folder / "junk"), "application/octet-stream");
+    for (const char* bad : { "", "/plain", "text/", "text/pl ain", "te<xt", "text/plain/x" })
+        EXPECT_FALSE(BMimeType::IsValid(bad)) << bad;
+}
+
+TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
+{
+    const std::string path = TestHome() / "application";
+    BFile file(path.c_str(), B_READ_WRITE | B_CREATE_FILE);
+    char signature[B_MIME_TYPE_LENGTH];
+    version_info version = { 1, 2, 3, 2, 4, "short", "long" };
+    version_info found = {};
+    BMessage types;
+    {
+        BAppFileInfo info(&file);
+        EXPECT_EQ(info.GetSignature(signature), B_ENTRY_NOT_FOUND);
+        EXPECT_EQ(info.GetSupportedTypes(&types), B_ENTRY_NOT_FOUND);
+        types.AddString("types", "image/png");
+        EXPECT_EQ(info.SetSignature("application/x-vnd.test"), B_OK);
+        EXPECT_EQ(info.SetSupportedTypes(&types), B_OK);
+        EXPECT_EQ(info.SetVersionInfo(&version, B_APP_VERSION_KIND), B_OK);
+        EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_ENTRY_NOT_FOUND);
+        version.minor = 9;
+        EXPECT_EQ(info.SetVersionInfo(&version, B_SYSTEM_VERSION_KIND), B_OK);
+        version.minor = 3;
+        EXPECT_EQ(info.SetVersionInfo(&version, B_APP_VERSION_KIND), B_OK);
+        memset(version.short_info, 'x', sizeof version.short_info);
+        EXPECT_EQ(info.SetVersionInfo(&version, B_APP_VERSION_KIND), B_BAD_VALUE);
+    }
+    BFile again(path.c_str(), B_READ_ONLY);
+    const BAppFileInfo info(&again);
+    EXPECT_EQ(info.GetSignature(signature), B_OK);
+    EXPECT_STREQ(signature, "application/x-vnd.test");
+    const char* type = "";
+    EXPECT_EQ(info.GetSupportedTypes(&types), B_OK);
+    EXPECT_EQ(types.FindString("types", &type), B_OK);
+    EXPECT_STREQ(type, "image/png");
+    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_OK);
+    EXPECT_EQ(found.minor * 100 + found.variety * 10 + found.internal, 324u);
+    EXPECT_STREQ(found.long_info, "long");
+    EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_OK);
+    EXPECT_EQ(found.minor, 9u);
+
+    EXPECT_EQ(again.WriteAttr("BEOS:APP_VERSION", B_RAW_TYPE, 0, "damaged", 7), 7);
+    EXPECT_EQ(again.WriteAttr("BEOS:FILE_TYPES", B_RAW_TYPE, 0, "damaged", 7), 7);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_BAD_TYPE);
+    EXPECT_EQ(info.GetSupportedTypes(&types), B_BAD_TYPE);
+}
+
+TEST(AppFileInfo, TheSystemsVersionIsThatOfTheDistribution)
+{
+    const struct {
+        const char* lines;
+        const char* text;
+        uint32 number; // 10203: 1.2.3
+    } rows[] = {
+        { "NAME=\"Other\"\nPRETTY_NAME=\"A \\\"B\\\" Linux 7.2 (x)\"\nVERSION_ID=\"7.2\"\n",
+            "A \"B\" Linux 7.2 (x)", 70200 },
+        { "VERSION_ID='20.4.1'\nNAME=\"Some Linux\"", "Some Linux 20.4.1", 200401 },
+        { "NAME=\"Some Linux\"\nVERSION=\"12 (x)\"\n", "12 (x)", 0 },
+        { "", "Linux", 0 },
+    };
+    for (const auto& row : rows) {
+        const version_info info = VersionOfRelease(row.lines);
+        EXPECT_STREQ(info.short_info, row.text);
+        EXPECT_EQ((info.major * 100 + info.middle) * 100 + info.minor, row.number);
+    }
+    EXPECT_EQ(strlen(VersionOfRelease("PRETTY_NAME=" + std::string(999, 'x')).short_info), 63u);
+    BFile file("/system/Tracker", B_READ_ONLY); // needs a release file, as every system has one
+    version_info info = {};
+    EXPECT_EQ(BAppFileInfo(&file).GetVersionInfo(&info, B_APP_VERSION_KIND), B_OK);
+    EXPECT_STRNE(info.short_info, "");
+    BFile other("/etc/passwd", B_READ_ONLY);
+    EXPECT_EQ(BAppFileInfo(&other).GetVersionInfo(&info, B_APP_VERSION_KIND), B_ENTRY_NOT_FOUND);
+}
+
+} // namespace

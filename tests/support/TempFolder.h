@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+// A folder of the test's own, gone with the object.
+class TempFolder {
+public:
+    TempFolder()
+    {
+        std::string name = std::filesystem::temp_directory_path() / "tarvex-test-XXXXXX";
+        fPath = std::filesystem::canonical(mkdtemp(name.data()));
+    }
+    ~TempFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(fPath, ignored);
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    std::string operator/(const std::string& below) const { return fPath / below; }
+    const std::string& Path() const { return fPath.native(); }
+
+private:
+    std::filesystem::path fPath;
+};
