@@ -1,5 +1,7 @@
 #include "Invoker.h"
 
+#include "OS.h"
+
 BInvoker::BInvoker() = default;
 
 BInvoker::BInvoker(BMessage* message, BMessenger target) : fMessage(message), fTarget(target) { }
@@ -74,6 +76,19 @@ status_t BInvoker::Invoke(BMessage* message)
     if (!message)
         message = fMessage.get();
     return message ? fTarget.SendMessage(message, fReplyTo, fTimeout) : B_BAD_VALUE;
+}
+
+status_t BInvoker::InvokeFrom(
+    const void* source, const char* valueName, int32 value, const BMessage* message)
+{
+    const BMessage* original = message ? message : Message();
+    if (!original)
+        return B_BAD_VALUE;
+    BMessage copy(*original);
+    copy.AddInt64("when", system_time());
+    copy.AddPointer("source", source);
+    copy.AddInt32(valueName, value);
+    return BInvoker::Invoke(&copy);
 }
 
 status_t BInvoker::SetTimeout(bigtime_t timeout)

@@ -40,6 +40,12 @@ public:
     status_t SetTimeout(bigtime_t timeout);
     bigtime_t Timeout() const;
 
+protected:
+    // Invoke() as controls and menu items do it: the copy also says "when" (system_time()), the
+    // "source", and the value in the field named.
+    status_t InvokeFrom(
+        const void* source, const char* valueName, int32 value, const BMessage* message);
+
 private:
     std::unique_ptr<BMessage> fMessage;
     BMessenger fTarget;

@@ -1,8 +1,10 @@
 #include "Messenger.h"
 
+#include <strings.h>
 #include <unistd.h>
 
 #include "AppRegistry.h"
+#include "FileManager.h"
 #include "Handler.h"
 #include "KillGuard.h"
 #include "LeafLock.h"
@@ -11,6 +13,7 @@
 #include "Message.h"
 #include "MessageDelivery.h"
 #include "MessagePort.h"
+#include "Roster.h"
 
 namespace {
 
@@ -29,6 +32,25 @@ status_t Resolve(const BHandler* handler, const BLooper* looper, LooperRecord& r
     return B_OK;
 }
 
+// *target is set only with B_OK.
+status_t FindApplication(const char* signature, team_id team, BMessenger* target)
+{
+    app_info info;
+    BMessenger found;
+    if (!signature)
+        return B_BAD_VALUE;
+    if (be_roster->GetAppInfo(signature, &info) == B_OK)
+        found = AppRegistry::Instance().Application();
+    else if (strcasecmp(signature, kFileManagerSignature) == 0)
+        found = FileManagerMessenger();
+    if (!found.IsValid())
+        return B_BAD_VALUE;
+    if (team != -1 && team != found.Team())
+        return B_MISMATCHED_VALUES;
+    *target = found;
+    return B_OK;
+}
+
 // Where one sender waits for one reply.
 class ReplyPort {
 public:
@@ -44,6 +66,13 @@ private:
 };
 
 } // namespace
+
+BMessenger::BMessenger(const char* signature, team_id team, status_t* result)
+{
+    const status_t status = FindApplication(signature, team, this);
+    if (result)
+        *result = status;
+}
 
 BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t* result)
 {

@@ -13,6 +13,11 @@ typedef int32 port_id; // of the queue that a looper takes its messages from
 class BMessenger {
 public:
     BMessenger() = default; // no target
+    // The application of that signature: this one, or the file manager, whose messages are passed
+    // on to the desktop's. With team -1 whichever runs it. *result: B_BAD_VALUE (NULL, or no such
+    // application is known to run), B_MISMATCHED_VALUES (team is another application); the
+    // messenger then has no target.
+    explicit BMessenger(const char* signature, team_id team = -1, status_t* result = nullptr);
     // A handler that belongs to a looper, or with NULL the preferred handler of looper. *result:
     // B_BAD_VALUE (both NULL), B_BAD_HANDLER (in no looper), B_MISMATCHED_VALUES (in another
     // looper); the messenger then has no target.

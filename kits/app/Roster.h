@@ -29,6 +29,11 @@ public:
     // is then as it was.
     status_t GetAppInfo(const char* signature, app_info* info) const;
     status_t GetRunningAppInfo(team_id team, app_info* info) const;
+    // Starts the desktop's program for a type with the strings "argv" of the message, which names
+    // the program itself first: its mailer for "text/x-email" ("mailto:" and an address, a subject
+    // behind "-subject", a text behind "-body"), otherwise what opens the address or path that
+    // comes next. B_LAUNCH_FAILED: there is no such program, or nothing to open; B_BAD_VALUE: NULL.
+    status_t Launch(const char* mimeType, BMessage* initialMessage = nullptr) const;
 };
 
 extern const BRoster* const be_roster;

@@ -1,12 +1,9 @@
 #include "foundation/LibDate.h"
 
-#include <ctime>
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
-#include <Message.h>
-
-#include "tests/foundation/ZoneGuard.h"
 
 namespace {
 
@@ -31,13 +28,17 @@ struct Walker {
     {
         return year % 4 == 0 && (year < 1582 || year % 100 != 0 || year % 400 == 0);
     }
-    void Next()
+    int32 LastDay() const
     {
         const int32 days[] = { 31, IsLeap() ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31 };
+        return days[month - 1];
+    }
+    void Next()
+    {
         day++;
         if (year == 1582 && month == 10 && day == 5)
             day = 15;
-        if (day > days[month - 1]) {
+        if (day > LastDay()) {
             day = 1;
             month++;
         }
@@ -54,22 +55,15 @@ TEST(LibDate, DayNumbersAreThoseOfAstronomers)
 {
     // Meeus, "Astronomical Algorithms", chapter 7, less the half day from noon to noon and counted
     // at 0h. Before year 1 the leap years differ: ahead of the astronomers by a day, or not.
-    const struct {
-        int32 year, month, day;
-        int32 number;
-        int32 ahead;
-    } rows[] = { { 2000, 1, 1, 2451544, 0 }, { 1999, 1, 1, 2451179, 0 },
-        { 1988, 6, 19, 2447331, 0 }, { 1987, 1, 27, 2446822, 0 }, { 1957, 10, 4, 2436115, 0 },
-        { 1900, 1, 1, 2415020, 0 }, { 1858, 11, 17, 2400000, 0 }, { 1600, 12, 31, 2305812, 0 },
-        { 1582, 10, 15, 2299160, 0 }, { 1582, 10, 4, 2299159, 0 }, { 837, 4, 10, 2026871, 0 },
-        { 333, 1, 27, 1842712, 0 }, { 1, 1, 1, 1721423, 0 }, { -1, 12, 31, 1721422, 0 },
-        { -124, 12, 31, 1676496, 1 }, { -123, 1, 1, 1676497, 1 }, { -1001, 7, 12, 1356000, 0 },
-        { -1002, 8, 17, 1355670, 1 }, { -4713, 1, 1, -1, 1 } };
-    for (const auto& row : rows) {
-        const LibDate date = DateOf(row.year, row.month, row.day);
-        SCOPED_TRACE(TextOf(date));
-        EXPECT_EQ(date.GetJulian(), row.number + row.ahead);
-    }
+    const std::tuple<int32, int32, int32, int32, int32> rows[] = { { 2000, 1, 1, 2451544, 0 },
+        { 1999, 1, 1, 2451179, 0 }, { 1988, 6, 19, 2447331, 0 }, { 1987, 1, 27, 2446822, 0 },
+        { 1957, 10, 4, 2436115, 0 }, { 1900, 1, 1, 2415020, 0 }, { 1858, 11, 17, 2400000, 0 },
+        { 1600, 12, 31, 2305812, 0 }, { 1582, 10, 15, 2299160, 0 }, { 1582, 10, 4, 2299159, 0 },
+        { 837, 4, 10, 2026871, 0 }, { 333, 1, 27, 1842712, 0 }, { 1, 1, 1, 1721423, 0 },
+        { -1, 12, 31, 1721422, 0 }, { -124, 12, 31, 1676496, 1 }, { -123, 1, 1, 1676497, 1 },
+        { -1001, 7, 12, 1356000, 0 }, { -1002, 8, 17, 1355670, 1 }, { -4713, 1, 1, -1, 1 } };
+    for (const auto& [year, month, day, number, ahead] : rows)
+        EXPECT_EQ(DateOf(year, month, day).GetJulian(), number + ahead) << year;
 }
 
 TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
@@ -79,7 +73,8 @@ TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
     for (; walker.year <= 3000; walker.Next(), ++date) {
         const LibDate again = DateOf(walker.year, walker.month, walker.day);
         ASSERT_TRUE(date.GetYear() == walker.year && date.GetMonth() == walker.month
-            && date.GetDay() == walker.day && again == date && date.IsValidDate())
+            && date.GetDay() == walker.day && again == date && date.IsValidDate()
+            && !DateOf(walker.year, walker.month, walker.LastDay() + 1).IsValidDate())
             << TextOf(date) << " instead of " << TextOf(again);
     }
     EXPECT_EQ(TextOf(date), "3001-1-1");
@@ -103,29 +98,18 @@ TEST(LibDate, DayNumbersAtTheEndsOfTheirRangeAreDatesToo)
     EXPECT_FALSE(DateOf(INT32_MAX, 1, 1).CorrectDate());
 }
 
-TEST(LibDate, LeapYearsFollowTheCalendarOfTheirTime)
-{
-    for (const int32 year : { 2000, 2024, 1600, 1500, 4, -4, -400 })
-        EXPECT_TRUE(DateOf(year, 2, 29).IsValidDate()) << year;
-    for (const int32 year : { 1900, 2023, 1700, 1583, 1501, -1, -5, 0 })
-        EXPECT_FALSE(DateOf(year, 2, 29).IsValidDate()) << year;
-    EXPECT_EQ(DateOf(1500, 1, 1).DaysInYear(), 366);
-}
-
 TEST(LibDate, CorrectDateCarriesDaysAndMonths)
 {
-    const struct {
-        int32 year, month, day;
-        const char* corrected; // "" where it is no date at all
-    } rows[] = { { 2001, 2, 30, "2001-3-2" }, { 2000, 13, 1, "2001-1-1" },
-        { 2000, 0, 31, "1999-12-31" }, { 2001, 3, 0, "2001-2-28" }, { 2001, 1, -30, "2000-12-1" },
-        { 1, 0, 1, "-1-12-1" }, { -1, 13, 1, "1-1-1" }, { 2001, -23, 400, "2000-2-4" },
-        { 1582, 10, 5, "1582-10-15" }, { 1582, 10, 14, "1582-10-24" },
-        { 1582, 10, 32, "1582-11-1" }, { 2001, INT32_MAX, 1, "" } };
-    for (const auto& row : rows) {
-        LibDate date = DateOf(row.year, row.month, row.day);
+    const std::tuple<int32, int32, int32, std::string> rows[] = { { 2001, 2, 30, "2001-3-2" },
+        { 2000, 13, 1, "2001-1-1" }, { 2000, 0, 31, "1999-12-31" }, { 2001, 3, 0, "2001-2-28" },
+        { 2001, 1, -30, "2000-12-1" }, { 1, 0, 1, "-1-12-1" }, { -1, 13, 1, "1-1-1" },
+        { 2001, -23, 400, "2000-2-4" }, { 1582, 10, 5, "1582-10-15" },
+        { 1582, 10, 14, "1582-10-24" }, { 1582, 10, 32, "1582-11-1" }, { 1900, 2, 29, "1900-3-1" },
+        { 2001, INT32_MAX, 1, "" } };
+    for (const auto& [year, month, day, corrected] : rows) { // "": it is no date at all
+        LibDate date = DateOf(year, month, day);
         SCOPED_TRACE(TextOf(date));
-        EXPECT_EQ(date.CorrectDate() ? TextOf(date) : "", row.corrected);
+        EXPECT_EQ(date.CorrectDate() ? TextOf(date) : "", corrected);
         EXPECT_EQ(date, DateOf(date.GetYear(), date.GetMonth(), date.GetDay()));
     }
 }
@@ -144,14 +128,9 @@ TEST(LibDate, ArithmeticNormalises)
     EXPECT_EQ(TextOf(date), "-1-3-1");
     date = DateOf(2001, 2, 30);
     date.AddDays(1);
-    EXPECT_EQ(TextOf(date), "2001-3-3");
-    EXPECT_EQ(TextOf(date++), "2001-3-3");
-    EXPECT_EQ(TextOf(--date), "2001-3-3");
-    date -= 3;
-    EXPECT_EQ(TextOf(date), "2001-2-28");
-    EXPECT_EQ(TextOf(date + 366), "2002-3-1");
-    EXPECT_EQ(date - DateOf(2000, 2, 28), 366);
-    EXPECT_TRUE(date > date - 1 && date <= date && date != date + 1);
+    EXPECT_EQ(TextOf(date--), "2001-3-3");
+    EXPECT_EQ(TextOf(date + 366), "2002-3-3");
+    EXPECT_EQ(date - DateOf(2000, 2, 28), 368);
     LibDate none;
     none.AddMonths(5);
     none.AddDays(5);
@@ -164,7 +143,6 @@ TEST(LibDate, WeekdaysOfTheGregorianCalendar)
     EXPECT_EQ(date.DayOfWeek(), LibWednesday);
     EXPECT_EQ(date.DayOfWeek(1), LibMonday);
     EXPECT_EQ(DateOf(2000, 2, 29).DayOfWeek(), LibTuesday);
-    EXPECT_EQ(DateOf(1582, 10, 15).DayOfWeek(), LibFriday);
     date.SetToNext(LibWednesday);
     EXPECT_EQ(TextOf(date), "2001-10-31");
     date.SetToPrev(LibSunday);
@@ -173,7 +151,6 @@ TEST(LibDate, WeekdaysOfTheGregorianCalendar)
     EXPECT_EQ(LibDate::DayOfWeek("Sun"), 0);
     EXPECT_EQ(LibDate::DayOfWeek("sa"), -1);
     EXPECT_EQ(LibDate::DayOfWeek(static_cast<const char*>(nullptr)), -1);
-    EXPECT_TRUE(LibDate::IsWeekEnd(6) && LibDate::IsWeekEnd(0) && !LibDate::IsWeekEnd(5));
     // Where the rule of one calendar meets the days of the other a weekday is still found.
     date = DateOf(1582, 10, 4);
     date.SetToNext(LibMonday);
@@ -183,7 +160,6 @@ TEST(LibDate, WeekdaysOfTheGregorianCalendar)
 TEST(LibDate, SettersKeepDateAndDayNumberTogether)
 {
     LibDate date = DateOf(2001, 3, 12);
-    EXPECT_EQ(date.GetDayOfYear(), 71);
     date.SetYear(2004);
     EXPECT_EQ(date.GetDayOfYear(), 72);
     EXPECT_TRUE(date.SetMonth("DECEMBER"));
@@ -198,76 +174,26 @@ TEST(LibDate, SettersKeepDateAndDayNumberTogether)
 
 TEST(LibDate, ReadsFixedAndFreeForms)
 {
-    const struct {
-        bool isFixed;
-        const char* text;
-        const char* date; // "" for a refused one
-    } rows[] = { { true, "12/31/1999", "1999-12-31" }, { true, "02 30-2001", "2001-3-2" },
+    // Whether the form is fixed; "" for a refused text.
+    const std::tuple<bool, const char*, std::string> rows[] = { { true, "12/31/1999",
+                                                                    "1999-12-31" },
         { true, " 1. 2.-44", "-44-1-2" }, { true, "12/31/", "" }, { true, "12/31/0", "" },
-        { true, "12/xx/1999", "" }, { true, "12/31/99999999999", "" }, { true, "12/3", "" },
-        { true, "", "" }, { false, "12/31/1999", "1999-12-31" }, { false, "1 2 69", "1969-1-2" },
-        { false, "1-2-68", "2068-1-2" }, { false, "12311999", "1999-12-31" },
-        { false, "123199", "1999-12-31" }, { false, "20010312", "" }, { false, "003199", "" },
-        { false, "2001-03-12", "2001-3-12" }, { false, "2/30/2001", "2001-3-2" },
-        { false, "12 mar 2001", "2001-3-12" }, { false, "March 12, '01", "2001-3-12" },
-        { false, "2001 mar 12", "2001-3-12" }, { false, "mar", "" }, { false, "12 foo 2001", "" },
+        { true, "12/xx/1999", "" }, { true, "12/31/99999999999", "" }, { true, "", "" },
+        { false, "1 2 69", "1969-1-2" }, { false, "1-2-68", "2068-1-2" },
+        { false, "12311999", "1999-12-31" }, { false, "123199", "1999-12-31" },
+        { false, "003199", "" }, { false, "2001-03-12", "2001-3-12" },
+        { false, "2/30/2001", "2001-3-2" }, { false, "12 mar 2001", "2001-3-12" },
+        { false, "March 12, '01", "2001-3-12" }, { false, "mar", "" }, { false, "12 foo 2001", "" },
         { false, "12:31:1999", "" }, { false, "1/2/3/4", "" }, { false, "1/2/345", "" },
-        { false, "1234", "" }, { false, "999999999999", "" }, { false, "12 \xc3\xa4 2001", "" },
-        { false, nullptr, "" } };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text != nullptr ? row.text : "null");
+        { false, "999999999999", "" }, { false, "12 \xc3\xa4 2001", "" }, { false, nullptr, "" } };
+    for (const auto& [isFixed, text, expected] : rows) {
+        SCOPED_TRACE(text != nullptr ? text : "null");
         LibDate date = DateOf(1111, 11, 11);
-        const bool isRead =
-            row.isFixed ? date.SetDate(row.text) : date.SetUnformattedDate(row.text);
-        EXPECT_EQ(isRead ? TextOf(date) : "", row.date);
+        const bool isRead = isFixed ? date.SetDate(text) : date.SetUnformattedDate(text);
+        EXPECT_EQ(isRead ? TextOf(date) : "", expected);
         EXPECT_TRUE(isRead || date == DateOf(1111, 11, 11));
     }
     LibDate date;
     ASSERT_TRUE(date.SetUnformattedDate("3/7"));
     EXPECT_EQ(date.GetYear(), LibDate(true).GetYear());
-}
-
-TEST(LibDate, TodayInUtcIsAnotherDayWhereTheZoneIsAhead)
-{
-    // Half the world apart, so at any moment at least one of the two is off by a day.
-    int32 apart = 0;
-    for (const char* zone : { "AAA-14", "BBB12", "UTC" }) {
-        const ZoneGuard guard(zone);
-        const time_t before = time(nullptr);
-        const LibDate utc(true, false);
-        struct tm fields { };
-        gmtime_r(&before, &fields);
-        LibDate expected;
-        expected.SetDate(&fields);
-        EXPECT_TRUE(utc == expected || utc == expected + 1) << zone; // + 1: midnight passed
-        apart += std::abs(LibDate(true) - utc);
-    }
-    EXPECT_GE(apart, 1);
-}
-
-TEST(LibDate, TravelsThroughStructTmAndMessages)
-{
-    struct tm fields { };
-    fields.tm_hour = 5;
-    const LibDate date = DateOf(2001, 3, 12);
-    date.GetDate(fields);
-    EXPECT_EQ(fields.tm_year, 101);
-    EXPECT_EQ(fields.tm_mon, 2);
-    EXPECT_EQ(fields.tm_wday, 1);
-    EXPECT_EQ(fields.tm_yday, 70);
-    EXPECT_EQ(fields.tm_hour, 5);
-    LibDate other;
-    other.SetDate(&fields);
-    EXPECT_EQ(other, date);
-
-    BMessage message;
-    EXPECT_EQ(other.Restore(message), B_NAME_NOT_FOUND);
-    EXPECT_EQ(date.Archive(message), B_OK);
-    EXPECT_EQ(message.CountNames(B_ANY_TYPE), 1);
-    LibDate restored;
-    EXPECT_EQ(restored.Restore(message), B_OK);
-    EXPECT_EQ(TextOf(restored), "2001-3-12");
-    testing::internal::CaptureStderr();
-    restored.PrintToStream();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "LibDate: 3/12/2001 (2451980)\n");
 }

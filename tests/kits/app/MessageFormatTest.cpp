@@ -1,39 +1,11 @@
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <new>
-#include <random>
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "kits/app/MessageFormat.h"
 #include <Message.h>
-
-namespace {
-
-thread_local size_t tAllocated = 0;
-
-} // namespace
-
-// Counts what reading a message costs.
-void* operator new(size_t size)
-{
-    tAllocated += size;
-    if (void* memory = malloc(size ? size : 1))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    free(memory);
-}
-
-void operator delete(void* memory, size_t) noexcept
-{
-    free(memory);
-}
 
 namespace {
 
@@ -55,23 +27,6 @@ std::string WithRightChecksum(std::string bytes)
 std::string WithNumber(std::string bytes, size_t offset, uint64 number, size_t size)
 {
     return bytes.replace(offset, size, reinterpret_cast<const char*>(&number), size);
-}
-
-// Everything that can go into a message, two messages deep.
-BMessage FullMessage()
-{
-    BMessage inner('innr');
-    inner.AddString("text", "inside");
-    BMessage message('full');
-    message.AddMessage("inner", &inner);
-    message.AddMessage("inner", &message);
-    for (const char* text : { "", "one", "a text of more than fifteen bytes" })
-        message.AddString("texts", text);
-    for (int32 i = 0; i < 5; ++i)
-        message.AddInt32("numbers", i);
-    message.AddRect("rect", BRect(1, 2, 3, 4));
-    message.AddData("raw", B_RAW_TYPE, nullptr, 0, false);
-    return message;
 }
 
 } // namespace
@@ -106,11 +61,7 @@ TEST(MessageFormat, DamagedBytesGiveAnErrorAndAnEmptyMessage)
     const auto with = [&](size_t offset, uint64 number, size_t size = 4) {
         return WithRightChecksum(WithNumber(good, offset, number, size));
     };
-    const struct {
-        const char* name;
-        std::string bytes;
-        status_t status;
-    } rows[] = {
+    const std::tuple<const char*, std::string, status_t> rows[] = {
         { "whole", good, B_OK },
         { "more bytes than needed", good + "more", B_OK },
         { "nothing", "", B_BAD_VALUE },
@@ -132,69 +83,31 @@ TEST(MessageFormat, DamagedBytesGiveAnErrorAndAnEmptyMessage)
         { "a name twice", WithRightChecksum(WithNumber(Flat(two), 62, 'x', 1)),
             B_MISMATCHED_VALUES },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, bytes, status] : rows) {
+        SCOPED_TRACE(name);
         BMessage message;
         message.AddBool("before", true);
-        EXPECT_EQ(message.Unflatten(row.bytes.data(), ssize_t(row.bytes.size())), row.status);
-        EXPECT_EQ(message.HasInt32("abcd"), row.status == B_OK);
-        EXPECT_FALSE(message.HasBool("before"));
-        EXPECT_EQ(message.IsEmpty(), row.status != B_OK);
+        EXPECT_EQ(message.Unflatten(bytes.data(), ssize_t(bytes.size())), status);
+        EXPECT_EQ(message.HasInt32("abcd"), status == B_OK);
+        EXPECT_EQ(message.IsEmpty(), status != B_OK);
     }
     EXPECT_EQ(BMessage().Unflatten(nullptr), B_BAD_VALUE);
     EXPECT_EQ(BMessage().Unflatten(good.data()), B_OK);
 }
 
-TEST(MessageFormat, HundredThousandDamagedMessagesAreReadWithoutFaultOrGreed)
-{
-    std::mt19937 random(20001116);
-    const std::string good = Flat(FullMessage());
-    int readable = 0;
-    for (int i = 0; i < 100000; ++i) {
-        std::string bytes = good;
-        if (i % 4 == 0) {
-            bytes.assign(random() % 200, '\0');
-            std::generate(bytes.begin(), bytes.end(), [&] { return char(random()); });
-            bytes.replace(0, std::min<size_t>(bytes.size(), 4), "1MVT", 4);
-        } else if (i % 4 == 1) {
-            bytes.resize(random() % good.size());
-        }
-        for (uint32 flips = random() % 4; flips > 0 && !bytes.empty(); --flips)
-            bytes[random() % bytes.size()] ^= char(1 << random() % 8);
-        if (i % 4 == 3) // a length that may be anything
-            bytes = WithNumber(bytes, random() % (bytes.size() - 4), random() >> random() % 32, 4);
-        if (i % 8 < 6 && bytes.size() >= kFlatHeaderSize)
-            bytes = WithRightChecksum(WithNumber(bytes, kFlatSizeOffset, bytes.size(), 8));
-
-        // Exactly as long as the bytes, so that the sanitizers see a step beyond them.
-        const std::vector<char> exact(bytes.begin(), bytes.end());
-        BMessage message;
-        tAllocated = 0;
-        const status_t status = message.Unflatten(exact.data(), ssize_t(exact.size()));
-        ASSERT_LE(tAllocated, 64 * bytes.size() + 4096);
-        if (status != B_OK) {
-            ASSERT_TRUE(message.IsEmpty());
-            continue;
-        }
-        ++readable;
-        BMessage inner;
-        message.FindMessage("inner", 1, &inner);
-        ASSERT_EQ(Flat(message), bytes.substr(0, size_t(message.FlattenedSize())));
-    }
-    EXPECT_GT(readable, 10000) << "damage inside of values is no damage to the message";
-    EXPECT_LT(readable, 90000);
-}
-
-TEST(MessageFormat, OfManyMessagesInsideEachOtherTheOutermostArePrinted)
+TEST(MessageFormat, PrintsALineForEachFieldOfTheOutermostMessages)
 {
     BMessage message(1);
     for (int depth = 0; depth < 300; ++depth) {
         const BMessage inner(message);
-        message.MakeEmpty();
+        message = BMessage('Abcd');
         message.AddMessage("m", &inner);
     }
     testing::internal::CaptureStdout();
     message.PrintToStream();
     const std::string printed = testing::internal::GetCapturedStdout();
+    EXPECT_TRUE(printed.starts_with("BMessage: what = 'Abcd' (0x41626364, or 1096967012)\n"
+                                    "#entry m, type = 'MSGG', count = 1\n"
+                                    "    BMessage: what = 'Abcd'"));
     EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 2 * 17) << "the outermost 17";
 }

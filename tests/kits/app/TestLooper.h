@@ -1,40 +1,12 @@
-// What the loopers of a test did, in order; outlives them.
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
 #include <functional>
-#include <mutex>
-#include <string>
-#include <thread>
-#include <vector>
 
+#include <gtest/gtest.h>
 #include <Looper.h>
 
-typedef std::vector<std::string> Entries;
-
-class Log {
-public:
-    void Add(const std::string& entry)
-    {
-        const std::lock_guard lock(fLock);
-        fEntries.push_back(entry);
-        fChanged.notify_all();
-    }
-    // The entries as soon as there are that many, or what there is after a minute.
-    Entries WaitFor(size_t count)
-    {
-        std::unique_lock lock(fLock);
-        fChanged.wait_for(lock, std::chrono::minutes(1), [&] { return fEntries.size() >= count; });
-        return fEntries;
-    }
-    Entries Now() { return WaitFor(0); }
-
-private:
-    std::mutex fLock;
-    std::condition_variable fChanged;
-    Entries fEntries;
-};
+#include "tests/support/Log.h"
+#include "tests/support/WaitUntil.h"
 
 // Does with each message what the test says.
 class TestLooper : public BLooper {
@@ -80,9 +52,10 @@ inline void QuitNow(BLooper* looper)
 // Returns when the thread waits for something, so that what the test does next finds it waiting.
 inline void AwaitWaiting(thread_id thread)
 {
-    thread_info info {};
-    while (get_thread_info(thread, &info) == B_OK && info.state != B_THREAD_WAITING)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_TRUE(WaitUntil([=] {
+        thread_info info {};
+        return get_thread_info(thread, &info) != B_OK || info.state == B_THREAD_WAITING;
+    }));
 }
 
 // Runs body in a thread of the kit's; joined by Wait() or at the end, unless killed before.

@@ -1,0 +1,135 @@
+#include "foundation/LibAppResource.h"
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include <Directory.h>
+#include <FindDirectory.h>
+#include <TypeConstants.h>
+
+#include "foundation/LibAppInfo.h"
+#include "foundation/LibPath.h"
+#include "foundation/LibTools.h"
+#include "foundation/TemporaryFolder.h"
+
+namespace {
+
+constexpr size_t kChunk = 8192;
+
+// Not looked for by the resource's name: unzip leaves control characters out of a file's.
+bool OnlyEntry(const char* folder, BPath& path)
+{
+    BDirectory directory(folder);
+    BEntry entry;
+    return directory.CountEntries() == 1 && directory.GetNextEntry(&entry) == B_OK
+        && entry.GetPath(&path) == B_OK;
+}
+
+} // namespace
+
+LibAppResource::LibAppResource(const uint32& openMode)
+{
+    if (LibOpenAppFile(nullptr, openMode, file))
+        SetTo(&file);
+}
+
+LibAppResource::LibAppResource(const char* path, const uint32& openMode)
+{
+    const BEntry entry(path, true);
+    if (entry.InitCheck() == B_OK && file.SetTo(&entry, openMode) == B_OK)
+        SetTo(&file);
+}
+
+bool LibAppResource::AddEntry(const char* path, const int32& id, const char* name, const int& level)
+{
+    BPath archive;
+    if (find_directory(B_COMMON_TEMP_DIRECTORY, &archive, true) != B_OK)
+        return false;
+    archive.Append("zip_resource_file.zip");
+    LibUnlink(archive.Path());
+    LibZip(archive.Path(), BPath(path), level);
+    BFile packed(archive.Path(), B_READ_ONLY);
+    bool added = false;
+    if (packed.InitCheck() != B_OK)
+        fprintf(stderr, "%s failed\n", archive.Path());
+    else
+        added = AddArchive(packed, id, name != nullptr ? name : BPath(path).Leaf());
+    LibUnlink(archive.Path());
+    return added;
+}
+
+bool LibAppResource::AddArchive(BFile& archive, int32 id, const char* name)
+{
+    RemoveResource(B_RAW_TYPE, id);
+    char chunk[kChunk];
+    ssize_t length = archive.Read(chunk, sizeof(chunk));
+    if (length < 0 || AddResource(B_RAW_TYPE, id, chunk, length, name) != B_OK)
+        return false;
+    off_t offset = length;
+    while ((length = archive.Read(chunk, sizeof(chunk))) > 0) {
+        if (WriteResource(B_RAW_TYPE, id, chunk, offset, length) != B_OK)
+            return false;
+        offset += length;
+    }
+    return length == 0;
+}
+
+bool LibAppResource::WriteArchive(int32 id, const char* path)
+{
+    size_t size = 0;
+    const void* data = LoadResource(B_RAW_TYPE, id, &size);
+    BFile archive(path, B_WRITE_ONLY | B_CREATE_FILE | B_FAIL_IF_EXISTS);
+    if (archive.InitCheck() != B_OK) {
+        fprintf(stderr, "Error initializine file in ExtractEntry\n");
+        return false;
+    }
+    return archive.Write(data, size) == static_cast<ssize_t>(size);
+}
+
+bool LibAppResource::ExtractEntry(const int32& id, const char* path, bool unzip)
+{
+    if (!HasResource(B_RAW_TYPE, id))
+        return true;
+    const BPath goal(path); // before the working directory changes
+    const TemporaryFolder folder;
+    const BPath archive(folder.Path(), "zip");
+    if (!WriteArchive(id, archive.Path()))
+        return false;
+    BPath result = archive;
+    if (unzip
+        && !(LibUnzip(archive.Path()) && LibUnlink(archive.Path())
+            && OnlyEntry(folder.Path(), result)))
+        return false;
+    return LibMove(result.Path(), goal.Path()) && Libmimeset(goal.Path());
+}
+
+char* LibAppResource::FindString(const int32& id)
+{
+    size_t size = 0;
+    const auto* data = static_cast<const char*>(LoadResource(B_STRING_TYPE, id, &size));
+    if (data == nullptr)
+        return nullptr;
+    const size_t length = strnlen(data, size);
+    auto* text = new char[length + 1];
+    memcpy(text, data, length);
+    text[length] = '\0';
+    return text;
+}
+
+bool LibAppResource::CopyResource(const int32& id, const uint32& type, LibAppResource& target)
+{
+    const char* name = nullptr;
+    size_t size = 0;
+    if (!GetResourceInfo(type, id, &name, &size))
+        return true;
+    const void* data = LoadResource(type, id, &size);
+    if (data == nullptr)
+        return true;
+    // Copied first: the target may be this object itself.
+    const std::string copy(static_cast<const char*>(data), size);
+    const std::string copyName(name);
+    target.RemoveResource(type, id);
+    target.AddResource(type, id, copy.data(), copy.size(), copyName.c_str());
+    return true;
+}

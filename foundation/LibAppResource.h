@@ -1,0 +1,35 @@
+// Files packed as zip archives into the resources of a file, under an id that the caller chooses.
+// If the resource file cannot be opened nothing is found and nothing can be added.
+//
+// Packing and unpacking change the process's working directory: one thread at a time.
+#pragma once
+
+#include <File.h>
+#include <Resources.h>
+
+class LibAppResource : public BResources {
+public:
+    // Of the running application's own file, or of the one at path, opened with openMode.
+    explicit LibAppResource(const uint32& openMode);
+    LibAppResource(const char* path, const uint32& openMode);
+
+    // Packs the file or directory at path into the resource id, in place of what is there, under
+    // name (null: the leaf of path). level: 0 (stored) to 9 (smallest). False, with
+    // a line on standard error if nothing could be packed, and false if it could not be added.
+    bool AddEntry(const char* path, const int32& id, const char* name, const int& level = 9);
+    // Writes the archive in the resource to path or, with unzip, what was packed, with its MIME
+    // type set. False, with a line on standard error if there is no room for temporary files;
+    // true, and nothing happens, if there is no such resource.
+    bool ExtractEntry(const int32& id, const char* path, bool unzip);
+    // The text of a string resource, which the caller frees with delete[]; null if there is none.
+    [[nodiscard]] char* FindString(const int32& id);
+    // Copies a resource with its name into target, in place of one with that id. Always true, also
+    // if there is no such resource, when target stays as it was.
+    bool CopyResource(const int32& id, const uint32& type, LibAppResource& target);
+
+private:
+    bool AddArchive(BFile& archive, int32 id, const char* name);
+    bool WriteArchive(int32 id, const char* path);
+
+    BFile file;
+};

@@ -1,0 +1,20 @@
+// A folder for temporary files that no other program uses. At the end of a block it is gone, with
+// all in it, and the process is left in the folder above it, not in one that no longer exists.
+#pragma once
+
+#include <Path.h>
+
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    // Null if it could not be made.
+    [[nodiscard]] const char* Path() const { return exists ? path.Path() : nullptr; }
+
+private:
+    BPath path;
+    bool exists = false;
+};

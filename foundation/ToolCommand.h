@@ -1,0 +1,43 @@
+// One command line for the shell, of at most 512 bytes with its end mark: a tool, its options and
+// the paths it works on.
+//
+//     ToolCommand copy("/bin/cp");
+//     copy.Option("-fR").Path(from).Path(to);   // /bin/cp -fR "from" "to"
+//     if (copy.Run() == 0) ...
+//
+// Every path arrives at the tool byte for byte, and as a path: what the shell would interpret
+// inside the double quotes is escaped, and a relative one gets "./" in front if its first name
+// begins with "-" or "@" or has a ":", which some tool takes for something else.
+#pragma once
+
+#include <string_view>
+
+class ToolCommand {
+public:
+    // tool: the path of the program. It is quoted only if the shell would not take it as it is.
+    explicit ToolCommand(const char* tool);
+
+    // Adds a word that the shell reads as it stands.
+    ToolCommand& Option(const char* option);
+    // Adds a text that is no path in double quotes.
+    ToolCommand& Quoted(const char* word);
+    // Adds a path in double quotes. Null is no path: the command is then never started.
+    ToolCommand& Path(const char* path);
+
+    // The command line; "" if it is too long or a path was missing.
+    [[nodiscard]] const char* Text() const { return complete ? text : ""; }
+    // Runs the command in the process's working directory and waits for it. Returns 0 if the tool
+    // ended with status 0, above 0 if it ended otherwise, -1 if nothing was started. Without
+    // Text() nothing is, and a line on standard error says so.
+    [[nodiscard]] int Run() const;
+
+private:
+    enum class Kind { kWord, kPath };
+
+    void Append(std::string_view piece);
+    void AppendQuoted(std::string_view bytes, Kind kind);
+
+    char text[512] = "";
+    size_t length = 0;
+    bool complete = true;
+};

@@ -1,0 +1,82 @@
+#include "foundation/qResources.h"
+
+#include <cstring>
+#include <memory>
+
+#include <Bitmap.h>
+#include <File.h>
+#include <Message.h>
+#include <TypeConstants.h>
+
+#include "foundation/LibAppInfo.h"
+
+namespace {
+
+constexpr type_code kBitmapType = 'BBMP';
+
+} // namespace
+
+qResources::qResources(const uint32& openMode)
+{
+    BFile file;
+    if (LibOpenAppFile(nullptr, openMode, file))
+        SetTo(&file);
+}
+
+qResources::~qResources()
+{
+    Close();
+}
+
+LibString qResources::GetString(const char* name)
+{
+    size_t size = 0;
+    const void* data = LoadResource(B_STRING_TYPE, name, &size);
+    if (data == nullptr)
+        return "";
+    const std::string text(static_cast<const char*>(data), size); // it may lack its end mark
+    return text.c_str();
+}
+
+bool qResources::HasString(const char* name)
+{
+    return HasResource(B_STRING_TYPE, name);
+}
+
+void qResources::SetString(const char* name, const char* text)
+{
+    if (name == nullptr || text == nullptr)
+        return;
+    int32 id = 0;
+    size_t size = 0;
+    if (!GetResourceInfo(B_STRING_TYPE, name, &id, &size)) {
+        while (HasResource(B_STRING_TYPE, id))
+            id++;
+    }
+    AddResource(B_STRING_TYPE, id, text, strlen(text) + 1, name);
+}
+
+BBitmap* qResources::GetBitmap(const char* name)
+{
+    size_t size = 0;
+    const void* data = LoadResource(kBitmapType, name, &size);
+    BMessage archive;
+    if (data == nullptr
+        || archive.Unflatten(static_cast<const char*>(data), static_cast<ssize_t>(size)) != B_OK)
+        return nullptr;
+    auto bitmap = std::make_unique<BBitmap>(&archive);
+    return bitmap->IsValid() ? bitmap.release() : nullptr;
+}
+
+int32 qResources::GetNextId(const uint32& type)
+{
+    int32 id = 0;
+    while (!HasResource(type, id))
+        id = id == INT32_MAX ? 0 : id + 1;
+    return id;
+}
+
+void qResources::Close()
+{
+    Unset();
+}

@@ -1,0 +1,136 @@
+#include "FileManager.h"
+
+#include <cstdio>
+#include <string>
+#include <sys/stat.h>
+#include <vector>
+
+#include "DesktopFiles.h"
+#include "Entry.h"
+#include "Looper.h"
+#include "Message.h"
+#include "ProgramStart.h"
+
+const char* const kFileManagerSignature = "application/x-vnd.Be-TRAK";
+
+namespace {
+
+constexpr uint32 kGetInfo = 'Tinf';
+
+bool IsFolder(const std::string& path)
+{
+    struct stat info = {};
+    return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+class FileManager : public BLooper {
+public:
+    FileManager() : BLooper("file manager") { }
+    void MessageReceived(BMessage* message) override;
+
+private:
+    static status_t Open(const std::vector<std::string>& paths);
+    static status_t ShowInfo(const std::vector<std::string>& paths);
+    static status_t StartOpeners(const std::vector<std::string>& paths);
+};
+
+// The paths of the entries that exist; *status becomes B_ERROR if one does not.
+std::vector<std::string> PathsOf(const BMessage& message, status_t* status)
+{
+    std::vector<std::string> paths;
+    entry_ref ref;
+    for (int32 i = 0; message.FindRef("refs", i, &ref) == B_OK; i++) {
+        const std::string path = PathOfRef(ref);
+        struct stat info = {};
+        if (!path.empty() && lstat(path.c_str(), &info) == 0) {
+            paths.push_back(path);
+        } else {
+            fprintf(stderr, "No file to show <%s>\n", path.c_str());
+            *status = B_ERROR;
+        }
+    }
+    return paths;
+}
+
+void FileManager::MessageReceived(BMessage* message)
+{
+    if (message->what != B_REFS_RECEIVED && message->what != kGetInfo) {
+        BLooper::MessageReceived(message);
+        return;
+    }
+    status_t missing = B_OK;
+    const std::vector<std::string> paths = PathsOf(*message, &missing);
+    const status_t status = message->what == kGetInfo ? ShowInfo(paths) : Open(paths);
+    BMessage reply(B_REPLY);
+    reply.AddInt32("error", status == B_OK ? missing : status);
+    if (message->IsSourceWaiting())
+        message->SendReply(&reply);
+}
+
+status_t FileManager::Open(const std::vector<std::string>& paths)
+{
+    std::vector<std::string> folders;
+    std::vector<std::string> files;
+    for (const std::string& path : paths)
+        (IsFolder(path) ? folders : files).push_back(path);
+    status_t status = B_OK;
+    if (!folders.empty() && !CallFileManager("ShowFolders", folders))
+        status = StartOpeners(folders);
+    if (!files.empty() && !CallFileManager("ShowItems", files) && StartOpeners(files) != B_OK)
+        status = B_ERROR;
+    return status;
+}
+
+status_t FileManager::ShowInfo(const std::vector<std::string>& paths)
+{
+    if (paths.empty() || CallFileManager("ShowItemProperties", paths))
+        return B_OK;
+    std::vector<std::string>
+        folders; // nothing else shows information: from there the user finds it
+    for (const std::string& path : paths)
+        folders.push_back(path.substr(0, std::max<size_t>(path.rfind('/'), 1)));
+    return StartOpeners(folders);
+}
+
+status_t FileManager::StartOpeners(const std::vector<std::string>& paths)
+{
+    status_t status = B_OK;
+    for (const std::string& path : paths) {
+        if (StartProgram({ "xdg-open", path }))
+            continue;
+        fprintf(stderr, "No program to open files with <%s>\n", path.c_str());
+        status = B_ERROR;
+    }
+    return status;
+}
+
+// The looper for as long as the program runs.
+class RunningManager {
+public:
+    RunningManager() : fLooper(new FileManager)
+    {
+        if (fLooper->Run() >= B_OK)
+            fTarget = BMessenger(fLooper);
+    }
+    ~RunningManager()
+    {
+        if (fLooper->Lock())
+            fLooper->Quit();
+    }
+    RunningManager(const RunningManager&) = delete;
+    RunningManager& operator=(const RunningManager&) = delete;
+
+    const BMessenger& Target() const { return fTarget; }
+
+private:
+    FileManager* const fLooper; // deletes itself in Quit()
+    BMessenger fTarget;
+};
+
+} // namespace
+
+BMessenger FileManagerMessenger()
+{
+    static const RunningManager manager;
+    return manager.Target();
+}

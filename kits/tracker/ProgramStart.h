@@ -1,0 +1,9 @@
+// Starts the desktop's programs.
+#pragma once
+
+#include <string>
+#include <vector>
+
+// Starts the program command[0], found along PATH, with the rest as its arguments, and does not
+// wait for it. False if there is no such program. From any thread.
+bool StartProgram(const std::vector<std::string>& command);

@@ -1,0 +1,32 @@
+#include "sysinfo/LibSystem.h"
+
+#include <AppFileInfo.h>
+#include <File.h>
+#include <FindDirectory.h>
+#include <Path.h>
+
+#include "foundation/LibPath.h"
+#include "foundation/ToolCommand.h"
+
+void LibGetOSVersion(LibString& version)
+{
+    BFile tracker("/system/Tracker", B_READ_ONLY);
+    version_info info;
+    if (BAppFileInfo(&tracker).GetVersionInfo(&info, B_APP_VERSION_KIND) == B_OK)
+        version = info.short_info;
+}
+
+void LibShutdown(bool restart)
+{
+    BPath tool;
+    BPath apart; // where some systems keep the administrator's tools
+    if (find_directory(B_BEOS_BIN_DIRECTORY, &tool) != B_OK || tool.Append("shutdown") != B_OK)
+        return;
+    if (!LibExists(tool.Path()) && find_directory(B_BEOS_SERVERS_DIRECTORY, &apart) == B_OK
+        && apart.Append("shutdown") == B_OK && LibExists(apart.Path()))
+        tool = apart;
+    ToolCommand command(tool.Path());
+    if (restart)
+        command.Option("-r");
+    [[maybe_unused]] const int started = command.Option("&").Run();
+}

@@ -1,0 +1,155 @@
+#include "foundation/LibAppResource.h"
+
+#include "foundation/LibAppInfo.h"
+#include "foundation/LibFindResource.h"
+#include "foundation/qResources.h"
+#include "tests/foundation/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <Application.h>
+#include <Bitmap.h>
+#include <Message.h>
+#include <TypeConstants.h>
+
+#include <memory>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr uint32 kNewFile = B_READ_WRITE | B_CREATE_FILE;
+
+// Without an application there is no file of its own.
+struct AppFile : testing::Test {
+    const ScratchFolder fFolder;
+    BApplication fApplication { "application/x-vnd.Test-resources" };
+};
+
+} // namespace
+
+TEST(LibAppResource, PackedFilesComeBackWithTheirType)
+{
+    const ScratchFolder folder;
+    std::string large;
+    for (int i = 0; i < 20'000; i++)
+        large += static_cast<char>(i * 7919 >> 3);
+    folder.Write("large one.bin", large);
+    folder.Write("odd\nname", "some words\n");
+    fs::create_directory("tree");
+    folder.Write("tree/leaf", "text");
+    LibAppResource resources("file.rsrc", kNewFile);
+    const auto add = [&](const char* path, int32 id, const char* name) {
+        return resources.AddEntry((folder / path).c_str(), id, name, 0);
+    };
+    const auto extract = [&](int32 id, const char* path, bool unzip = true) {
+        return resources.ExtractEntry(id, (folder / path).c_str(), unzip);
+    };
+    EXPECT_TRUE(add("tree", 7, "old") && add("large one.bin", 7, nullptr));
+    EXPECT_TRUE(add("odd\nname", 8, "odd\nname") && add("tree", 9, "tree"));
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(add("missing", 7, "missing"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "/tmp/zip_resource_file.zip failed\n");
+
+    EXPECT_TRUE(extract(7, "out.bin") && extract(8, "out") && extract(9, "out tree"));
+    EXPECT_EQ(folder.Read(folder / "out.bin"), large);
+    EXPECT_EQ(
+        folder.Read(folder / "out") + folder.Read(folder / "out tree/leaf"), "some words\ntext");
+    EXPECT_TRUE(extract(7, "out.zip", false) && extract(11, "none"));
+    EXPECT_FALSE(fs::exists(folder / "none") || extract(7, "no folder/out"));
+    const char* name = nullptr;
+    size_t size = 0;
+    EXPECT_TRUE(resources.GetResourceInfo(B_RAW_TYPE, 7, &name, &size));
+    EXPECT_TRUE(name == std::string("large one.bin") && size == fs::file_size(folder / "out.zip"));
+    EXPECT_EQ(TypeOf(folder / "out") + TypeOf(folder / "out.zip"), "text/plainapplication/zip");
+}
+
+TEST(LibAppResource, ValuesAreFoundAndCopiedByTypeAndId)
+{
+    const ScratchFolder folder;
+    const float sides[] = { 1, 2, 3, 4.5f };
+    const int32 number = -5;
+    LibAppResource source("source", kNewFile);
+    source.AddResource(B_STRING_TYPE, 1, "text", 4, "no end mark");
+    source.AddResource(B_INT32_TYPE, 1, &number, 4);
+    source.AddResource(B_INT8_TYPE, 1, "\xff", 1);
+    source.AddResource(B_BOOL_TYPE, 1, "\2", 1);
+    source.AddResource(B_RGB_COLOR_TYPE, 1, "\1\2\3\4", 4);
+    source.AddResource(B_RECT_TYPE, 1, sides, sizeof(sides));
+    source.AddResource(B_INT32_TYPE, 2, "short", 3);
+    LibAppResource target("target", kNewFile);
+    target.AddResource(B_STRING_TYPE, 1, "other", 5, "other");
+    for (const type_code type : { B_STRING_TYPE, B_INT32_TYPE, B_INT8_TYPE, B_BOOL_TYPE,
+             B_RGB_COLOR_TYPE, B_RECT_TYPE, B_RAW_TYPE })
+        EXPECT_TRUE(source.CopyResource(1, type, target));
+
+    char text[8] = "";
+    int32 found = 0;
+    int8 byte = 0;
+    bool flag = false;
+    rgb_color color {};
+    BRect rect;
+    EXPECT_TRUE(LibFindStringResource(target, 1, text) && text == std::string("text"));
+    EXPECT_TRUE(LibFindLongResource(target, 1, found) && !LibFindLongResource(source, 2, found));
+    EXPECT_TRUE(LibFindShortResource(target, 1, byte) && LibFindBoolResource(target, 1, flag));
+    EXPECT_TRUE(found == -5 && byte == -1 && flag);
+    EXPECT_TRUE(LibFindRGBResource(target, 1, color) && color == (rgb_color { 1, 2, 3, 4 }));
+    EXPECT_TRUE(LibFindRectResource(target, 1, rect) && rect == BRect(1, 2, 3, 4.5f));
+    EXPECT_STREQ(std::unique_ptr<char[]>(target.FindString(1)).get(), "text");
+    EXPECT_EQ(target.FindString(2), nullptr);
+    EXPECT_TRUE(target.HasResource(B_STRING_TYPE, "no end mark"));
+    EXPECT_FALSE(LibAppResource("no folder/file", kNewFile).AddEntry("target", 1, "target"));
+}
+
+TEST_F(AppFile, KeepsStringsAndBitmapsFromOneStartToTheNext)
+{
+    BBitmap bitmap(BRect(0, 0, 7, 3), B_RGB32);
+    memset(bitmap.Bits(), 0x5a, static_cast<size_t>(bitmap.BitsLength()));
+    BMessage archive;
+    bitmap.Archive(&archive);
+    std::string flat(static_cast<size_t>(archive.FlattenedSize()), '\0');
+    archive.Flatten(flat.data(), archive.FlattenedSize());
+    {
+        qResources resources(B_READ_WRITE);
+        resources.AddResource('BBMP', 4, flat.data(), flat.size(), "picture");
+        resources.AddResource('BBMP', 5, "no bitmap", 9, "damaged");
+        resources.SetString("greeting", "hello");
+        resources.SetString("farewell", "bye");
+        resources.SetString("greeting", "good day");
+        EXPECT_EQ(resources.GetNextId('BBMP'), 4);
+    }
+    qResources resources(B_READ_ONLY);
+    EXPECT_EQ(Text(resources.GetString("greeting")) + Text(resources.GetString("farewell")),
+        "good daybye");
+    EXPECT_EQ(Text(resources.GetString("picture")), "");
+    EXPECT_TRUE(resources.HasString("farewell") && !resources.HasResource(B_STRING_TYPE, 2));
+    const std::unique_ptr<BBitmap> read(resources.GetBitmap("picture"));
+    ASSERT_NE(read, nullptr);
+    EXPECT_EQ(memcmp(read->Bits(), bitmap.Bits(), static_cast<size_t>(bitmap.BitsLength())), 0);
+    EXPECT_EQ(resources.GetBitmap("damaged"), nullptr);
+    resources.Close();
+    EXPECT_FALSE(resources.HasString("greeting"));
+}
+
+TEST_F(AppFile, SaysWhatTheApplicationIs)
+{
+    const auto recorded = [](uint32 minor, uint32 variety, uint32 internal) {
+        const std::string tooLong(500, 'x');
+        EXPECT_TRUE(LibSetAppVersion(1, 20, minor, tooLong.c_str(), nullptr, variety, internal));
+        return Text(LibGetAppVersion());
+    };
+    EXPECT_EQ(recorded(3, 2, 4) + recorded(3, 5, 0), "1.20.3 Beta 41.20.3");
+    EXPECT_EQ(recorded(0, 0, 0) + recorded(0, 1, 1), "1.20.0 Dev1.20.0 Alpha 1");
+    EXPECT_EQ(recorded(0, 3, 0) + recorded(0, 4, 9), "1.20.0 Gamma1.20.0 Gold 9");
+    EXPECT_EQ(Text(LibGetAppVersion("/usr/bin/zip")), "");
+    LibStringList types;
+    EXPECT_EQ(LibGetAppSupportedTypes(types), 0);
+    EXPECT_TRUE(
+        types.Add("text/plain") && types.Add("text/x-results") && LibSetAppSupportedTypes(types));
+    EXPECT_EQ(LibGetAppSupportedTypes(types), 4);
+    char signature[B_MIME_TYPE_LENGTH] = "untouched";
+    entry_ref ref;
+    EXPECT_EQ(get_ref_for_path(fFolder.Path().c_str(), &ref), B_OK);
+    EXPECT_FALSE(LibGetAppSignature(ref, signature));
+    EXPECT_STREQ(signature, "");
+}

@@ -1,0 +1,63 @@
+#include "foundation/LibNode.h"
+
+#include "tests/foundation/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <Message.h>
+
+namespace fs = std::filesystem;
+
+TEST(LibNode, AttributesOfEveryKindComeBack)
+{
+    const ScratchFolder folder;
+    folder.Write("file", "");
+    BMessage message('mesg');
+    message.AddString("results", "a record");
+    LibNode node("file");
+    EXPECT_TRUE(node.WriteStringAttr("text", "some text") && node.WriteInt32Attr("number", -7));
+    EXPECT_TRUE(node.WriteBoolAttr("flag", true) && node.WriteMessageAttr("message", message));
+    EXPECT_FALSE(node.WriteStringAttr("null", nullptr) || LibNode("none").WriteInt32Attr("n", 1));
+
+    const BEntry entry("file");
+    const LibNode same(&entry);
+    LibString text;
+    int32 number = 0;
+    bool flag = false;
+    BMessage read;
+    EXPECT_TRUE(same.ReadStringAttr("text", text) && Text(text) == "some text");
+    EXPECT_TRUE(same.ReadInt32Attr("number", number) && number == -7);
+    EXPECT_TRUE(same.ReadBoolAttr("flag", flag) && flag);
+    EXPECT_TRUE(same.ReadMessageAttr("message", read) && read.HasString("results"));
+    attr_info info;
+    EXPECT_EQ(same.GetAttrInfo("text", &info), B_OK);
+    EXPECT_TRUE(info.type == B_STRING_TYPE && info.size == 10); // with its end mark
+    // What is not there, too short or no message leaves the value alone.
+    EXPECT_FALSE(same.ReadStringAttr("none", text) || same.ReadInt32Attr("flag", number));
+    EXPECT_FALSE(same.ReadBoolAttr("none", flag) || same.ReadMessageAttr("text", read));
+    EXPECT_TRUE(Text(text) == "some text" && number == -7 && flag && read.what == 'mesg');
+}
+
+TEST(LibNode, AFolderGoesIntoAnAttributeAndComesOutElsewhere)
+{
+    const ScratchFolder folder;
+    fs::create_directories("a tree/branch");
+    folder.Write("a tree/branch/leaf", std::string(100'000, 'x'));
+    folder.Write("carrier", "");
+    LibNode carrier("carrier");
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(carrier.CompressFile("tree", "a tree") && !carrier.CompressFile("tree", "missing"));
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(said.substr(0, 18), "zipped to /tmp/zip");
+    EXPECT_EQ(said.substr(said.find('\n')), "\nLibNode::CompressFile: missing does not exist\n");
+
+    const std::string out = folder / "new/out";
+    EXPECT_TRUE(carrier.UncompressFile("tree", out.c_str()));
+    EXPECT_EQ(folder.Read(out + "/a tree/branch/leaf"), std::string(100'000, 'x'));
+    folder.Write(out + "/a tree/branch/leaf", "kept");
+    EXPECT_TRUE(carrier.UncompressFile("tree", out.c_str(), false));
+    EXPECT_EQ(folder.Read(out + "/a tree/branch/leaf"), "kept");
+    EXPECT_TRUE(carrier.WriteStringAttr("tree", "no archive"));
+    EXPECT_FALSE(
+        carrier.UncompressFile("tree", out.c_str()) || carrier.UncompressFile("none", "out"));
+}

@@ -1,0 +1,179 @@
+#include "foundation/LibPath.h"
+
+#include "foundation/LibByteCount.h"
+#include "foundation/LibFileInfo.h"
+#include "foundation/LibNode.h"
+#include "foundation/LibStdDirName.h"
+#include "foundation/LibTools.h"
+#include "foundation/LibTrash.h"
+#include "tests/foundation/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <Message.h>
+
+namespace fs = std::filesystem;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+TEST(LibPath, TheFirstExistingFileOfASearchListIsFound)
+{
+    const ScratchFolder folder;
+    for (const char* name : { "a", "b c" })
+        EXPECT_TRUE(Libmkdir(name) && LibSymLink("/", (std::string(name) + "/tool").c_str()));
+    const char* rows[][2] = { { "%/a:%/b c", "a/tool" }, { "%/none:%/b c:%/a", "b c/tool" },
+        { "%/b c", "b c/tool" }, { "::%/none:", "" }, { "%/none:a", "a/tool" }, { "", "" } };
+    for (const auto& [pattern, expected] : rows) {
+        std::string list = pattern;
+        while (list.find('%') != list.npos)
+            list.replace(list.find('%'), 1, folder.Path());
+        setenv("TARVEX_LIST", list.c_str(), 1);
+        BPath found;
+        EXPECT_EQ(LibFindEnvFile("TARVEX_LIST", "tool", found), *expected != '\0') << list;
+        EXPECT_EQ(found.Path() ? found.Path() : folder / "", folder / expected) << list;
+    }
+}
+
+TEST(LibPath, EntriesAndPathsLeadToEachOther)
+{
+    const ScratchFolder folder;
+    entry_ref ref;
+    LibString text;
+    BPath path;
+    char leaf[B_FILE_NAME_LENGTH];
+    EXPECT_TRUE(Libmkdir("one/two") && !Libmkdir("one"));
+    EXPECT_TRUE(LibGetEntryRef("one/file", ref) && !LibGetEntryRef("none/file", ref));
+    EXPECT_TRUE(LibGetFullPath(ref, text) && Text(text) == folder / "one/file");
+    EXPECT_TRUE(
+        LibGetPath(LibGetParentRef(ref), "two", path) && path == (folder / "one/two").c_str());
+    EXPECT_TRUE(LibGetParentPath("one/file", text) && Text(text) == folder / "one");
+    EXPECT_TRUE(LibGetChildName("one/file", leaf) && leaf == std::string("file"));
+    EXPECT_FALSE(LibGetChildName(("/one/" + std::string(256, 'n')).c_str(), leaf));
+
+    BMessage reply;
+    const entry_ref directory = LibGetParentRef(ref);
+    EXPECT_FALSE(LibGetFilePath(&reply, path));
+    reply.AddRef("directory", &directory);
+    reply.AddString("name", "a name");
+    EXPECT_TRUE(LibGetFilePath(&reply, path) && path == (folder / "one/a name").c_str());
+    EXPECT_TRUE(LibChangeDirectory("one") && !LibChangeDirectory("file"));
+    EXPECT_TRUE(LibGetWorkingDirectory(path) && path == (folder / "one").c_str());
+    const BPath before = path;
+    LibUniqueName(path, "zip");
+    EXPECT_TRUE(!(path == before) && !LibExists(path.Path()));
+}
+
+TEST(LibPath, SizesCountWhatIsInFoldersAndLinksOnlyThemselves)
+{
+    const ScratchFolder folder;
+    fs::create_directories("tree/branch");
+    folder.Write("tree/a", "12345");
+    folder.Write("tree/branch/b", "123");
+    fs::create_symlink("..", "tree/branch/up"); // a link is as long as what it says
+    EXPECT_TRUE(LibNode("tree/branch/b").WriteStringAttr("note", "ten bytes"));
+    EXPECT_EQ(LibEntrySize("tree", false), 10);
+    EXPECT_EQ(LibEntrySize("tree", true), 20);
+    EXPECT_EQ(LibEntrySize("missing", true), 0);
+}
+
+TEST(LibFileInfo, ACopyHasTheTypeAndDescriptionsNameTheKind)
+{
+    const ScratchFolder folder;
+    folder.Write("file", "text");
+    EXPECT_TRUE(Libmkdir("folder") && LibSymLink("file", "link"));
+    EXPECT_TRUE(
+        LibSetMimeType("file", "text/x-special") && !LibSetFileType("missing", "text/plain"));
+    EXPECT_TRUE(LibCopy("file", "copy") && LibCopy("file", "folder"));
+    EXPECT_EQ(TypeOf("copy") + TypeOf("folder/file"), "text/x-specialtext/x-special");
+    EXPECT_EQ(TypeOf("folder", true) + TypeOf("link", true), "FolderSymbolic Link");
+    EXPECT_EQ(TypeOf("/usr/bin/zip", true) + TypeOf("copy", true), "Be ApplicationUnknown");
+    EXPECT_EQ(TypeOf("missing", true), "(none)");
+    EXPECT_TRUE(Libmimeset("copy") && Libmimeset("folder"));
+    EXPECT_EQ(TypeOf("copy") + TypeOf("folder/file") + TypeOf("folder", true),
+        "text/plaintext/plainFolder");
+}
+
+TEST(LibFileInfo, DatesAreThoseOfTheFile)
+{
+    const ScratchFolder folder;
+    folder.Write("file", "text");
+    const timespec times[] = { { 86'400, 0 }, { 2 * 86'400 + 3'600, 0 } };
+    ASSERT_EQ(utimensat(AT_FDCWD, "file", times, 0), 0);
+    LibString text;
+    LibAccessedDate(BEntry("file"), false).GetIso8601(text, 0);
+    EXPECT_EQ(Text(text), "19700102T000000");
+    LibLastModifiedDate("file", false).GetIso8601(text, 0);
+    EXPECT_EQ(Text(text), "19700103T010000");
+    EXPECT_GE(LibCreationDate("file").Date().GetYear(), 2024);
+    CaptureStderr();
+    EXPECT_TRUE(LibCreationDate("missing") == LibDateTime()
+        && LibCreationDate(entry_ref()) == LibDateTime());
+    EXPECT_EQ(GetCapturedStderr(),
+        "LibCreationDate: Unable to set entry <missing>\nLibCreationDate: Unable to set entry\n");
+}
+
+TEST(LibTrash, NewNamesAreFreeAndARecordKeepsTheWayBack)
+{
+    const ScratchFolder folder;
+    const std::string trash = folder.Home() / "Trash/";
+    const std::string longName(255, 'n');
+    for (const char* text : { "first", "second" }) {
+        folder.Write("100% \xc3\xa4\n.txt", text);
+        EXPECT_TRUE(LibTrash("100% \xc3\xa4\n.txt"));
+    }
+    EXPECT_EQ(folder.Read(trash + "files/100% \xc3\xa4\n.txt copy"), "first");
+    EXPECT_EQ(folder.Read(trash + "files/100% \xc3\xa4\n.txt copy 1"), "second");
+    folder.Write(trash + "files/odd copy", "without a record");
+    folder.Write(trash + "info/odd copy 1.trashinfo", "without a file");
+    folder.Write("odd", "third");
+    EXPECT_TRUE(LibTrash("odd") && folder.Read(trash + "files/odd copy 2") == "third");
+    const std::string record = folder.Read(trash + "info/100% \xc3\xa4\n.txt copy.trashinfo");
+    const std::string start =
+        "[Trash Info]\nPath=" + folder.Path() + "/100%25%20%C3%A4%0A.txt\nDeletionDate=";
+    EXPECT_EQ(record.substr(0, start.size()), start);
+    struct tm moment = {};
+    EXPECT_STREQ(strptime(record.substr(start.size()).c_str(), "%Y-%m-%dT%H:%M:%S", &moment), "\n");
+
+    EXPECT_TRUE(!LibDuplicate("none") && Libmkdir("tree/leaf"));
+    EXPECT_TRUE(LibDuplicate("tree") && LibDuplicate("tree"));
+    EXPECT_TRUE(LibExists("tree copy/leaf") && LibExists("tree copy 1/leaf"));
+    folder.Write(longName, "long");
+    EXPECT_TRUE(LibTrash(longName.c_str()) && !fs::exists(longName));
+    EXPECT_EQ(folder.Read(trash + "files/" + std::string(240, 'n') + " copy"), "long");
+    CaptureStderr();
+    EXPECT_FALSE(LibTrash("missing") || LibTrash("missing", false));
+    EXPECT_EQ(GetCapturedStderr(), "Not moved to the trash <" + folder / "missing" + ">\n");
+}
+
+TEST(LibStdDirName, NamesAndDirectoriesBelongTogether)
+{
+    int found = 0;
+    LibString name;
+    directory_which back;
+    for (int i = 0; i < 5000; i++) {
+        if (LibGetStdDirName(static_cast<directory_which>(i), name))
+            found += LibGetStdDirName(name, back) && back == i ? 1 : 100;
+    }
+    EXPECT_EQ(found, 51);
+    EXPECT_TRUE(LibGetStdDirName(B_USER_SETTINGS_DIRECTORY, name) && Text(name) == "User Settings");
+    EXPECT_FALSE(LibStdDirNameExists("user settings") || LibStdDirNameExists(""));
+}
+
+TEST(LibByteCount, TurnsIntoTextAndBack)
+{
+    const auto text = [](uint32 bytes, int decimals) {
+        LibString result;
+        LibBytesToString(bytes, result, decimals);
+        return Text(result);
+    };
+    EXPECT_EQ(text(2048, 1) + text(1024, 0) + text(1025, 3), "2.0 KB1024 bytes1.001 KB");
+    EXPECT_EQ(text(1'048'576, 0) + text(1'572'864, 1) + text(5, 2), "1024 KB1.5 MB5.00 bytes");
+    const std::pair<const char*, uint32> rows[] = { { "2 KB", 2048 }, { "1.5 MB", 1'572'864 },
+        { "0.0015 KB", 1 }, { "5 bytes", 0 }, { "2 kb", 0 }, { "2", 0 }, { "-1 KB", 0 },
+        { "9999999 MB", UINT32_MAX } };
+    for (const auto& [number, bytes] : rows)
+        EXPECT_EQ(LibStringToBytes(number), bytes) << number;
+    CaptureStderr();
+    EXPECT_EQ(LibStringToBytes("x KB"), 0u);
+    EXPECT_EQ(GetCapturedStderr(), "LibConvertBytes <x> not a float\n");
+}

@@ -1,0 +1,109 @@
+#include "foundation/LibTools.h"
+
+#include "foundation/LibPath.h"
+#include "foundation/ToolCommand.h"
+#include "tests/foundation/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <numeric>
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A name of those bytes, without the slash. (zip itself damages an archive with byte 127 in a
+// name.)
+std::string Bytes(unsigned char first, size_t count)
+{
+    std::string name(count, '\0');
+    std::iota(name.begin(), name.end(), static_cast<char>(first));
+    std::erase(name, '/');
+    return name;
+}
+
+// Names that a shell or a tool would take for something else.
+const std::string kNames[] = { "two words", "\"quoted\"", "$(touch x)", "`touch x`", "a; touch x",
+    "' && touch x '", "line\nbreak", "-rf", "--help", "@", "host:file", "back\\slash\\", "${HOME}",
+    "a[1]*?", "bad\xff\x81 bytes\xc3", Bytes(1, 126), Bytes(128, 128), std::string(255, 'n') };
+
+std::set<std::string> EntriesOf(const std::string& folder)
+{
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.insert(entry.path().filename());
+    return names;
+}
+
+} // namespace
+
+TEST(LibTools, PathsOfAnyBytesReachTheToolsAndStartNothingElse)
+{
+    const ScratchFolder folder;
+    for (const std::string& name : kNames) {
+        SCOPED_TRACE(name);
+        const char* path = name.c_str();
+        folder.Write("plain", name);
+        EXPECT_TRUE(LibCopy("plain", path) && LibMove(path, "moved") && LibMove("moved", path));
+        EXPECT_TRUE(LibCopy(path, "copy") && LibSymLink(path, "link") && LibTar(path, "one.tar"));
+        EXPECT_EQ(
+            EntriesOf("."), (std::set<std::string> { "plain", name, "copy", "link", "one.tar" }));
+        EXPECT_EQ(folder.Read("copy") + folder.Read("link"), name + name);
+        EXPECT_TRUE(LibUnlink(path));
+        EXPECT_EQ(std::system("tar -xf one.tar"), 0);
+        EXPECT_EQ(folder.Read(name), name);
+        for (const char* left : { path, "copy", "link", "one.tar" })
+            EXPECT_TRUE(LibUnlink(left));
+        EXPECT_TRUE(LibSymLink("plain", path));
+        EXPECT_EQ(folder.Read(name), name);
+        EXPECT_TRUE(LibUnlink(path) && LibTar("plain", path));
+        EXPECT_GT(folder.Read(name).size(), 512u);
+        EXPECT_TRUE(LibUnlink(path));
+        EXPECT_EQ(EntriesOf("."), std::set<std::string> { "plain" });
+    }
+}
+
+TEST(LibTools, ZipAndUnzipKeepFoldersWhateverTheirNames)
+{
+    const ScratchFolder folder;
+    for (const std::string& fullName : kNames) {
+        const std::string name = fullName.substr(0, 200);
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(Libmkdir("inner") && Libmkdir(name.c_str()));
+        folder.Write(name + "/file", name);
+        folder.Write("inner/a1x.zip", "a pattern would find this");
+        const std::string archive = folder / ("inner/" + name + ".zip");
+        EXPECT_TRUE(LibZip(archive.c_str(), BPath(name.c_str()), 12));
+        EXPECT_EQ(folder.Read(archive).substr(0, 2), "PK");
+        EXPECT_TRUE(LibUnzip(archive.c_str()));
+        EXPECT_EQ(fs::current_path(), folder / "inner");
+        EXPECT_EQ(EntriesOf(".").size(), 3u); // unzip leaves out control characters of names
+        fs::current_path(folder.Path());
+        EXPECT_TRUE(LibUnlink(name.c_str()) && LibUnlink("inner") && EntriesOf(".").empty());
+    }
+}
+
+TEST(LibTools, WhatCannotBeDoneIsFalseAndStartsNothing)
+{
+    const ScratchFolder folder;
+    folder.Write("file", "text");
+    EXPECT_FALSE(LibCopy("missing", "copy") || LibMove("missing", "copy") || LibUnlink(nullptr));
+    EXPECT_FALSE(LibUnlink(("file/../file" + std::string(500, '/')).c_str()));
+    EXPECT_FALSE(LibTar("file", "missing/one.tar") || LibUnzip("missing/one.zip"));
+    BPath found("/untouched");
+    const std::string path = getenv("PATH");
+    unsetenv("PATH");
+    EXPECT_FALSE(LibZip("one.zip", BPath("file")) || LibFindEnvFile("PATH", "zip", found));
+    setenv("PATH", path.c_str(), 1);
+    EXPECT_STREQ(found.Path(), "/untouched");
+    EXPECT_EQ(EntriesOf("."), std::set<std::string> { "file" });
+    // The end mark and the escapes count too.
+    const auto command = [](const std::string& name) {
+        return std::string(ToolCommand("/bin/rm").Option("-fr").Path(name.c_str()).Text());
+    };
+    EXPECT_EQ(command(std::string(497, 'n')).size(), 511u);
+    EXPECT_EQ(command(std::string(495, 'n') + '$').substr(508), "\\$\"");
+    EXPECT_EQ(command(std::string(498, 'n')) + command(std::string(496, 'n') + '$'), "");
+}

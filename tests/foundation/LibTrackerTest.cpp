@@ -1,0 +1,116 @@
+#include "foundation/LibTracker.h"
+
+#include "tests/foundation/ScratchFolder.h"
+#include "tests/support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <Entry.h>
+#include <Message.h>
+#include <Messenger.h>
+
+#include <csignal>
+#include <cstdio>
+#include <dbus/dbus.h>
+
+namespace {
+
+// A session bus of the test's own, and on it a desktop's file manager that lacks ShowFolders.
+class Desktop {
+public:
+    Desktop()
+    {
+        FILE* daemon = popen("dbus-daemon --session --fork --print-address=1 --print-pid=1", "r");
+        char address[512] = "";
+        if (!daemon || fscanf(daemon, "%511s %d", address, &fDaemon) != 2)
+            ADD_FAILURE() << "no dbus-daemon";
+        setenv("DBUS_SESSION_BUS_ADDRESS", address, 1);
+        pclose(daemon);
+        fConnection = dbus_bus_get(DBUS_BUS_SESSION, nullptr);
+        dbus_connection_set_exit_on_disconnect(fConnection, false);
+    }
+    ~Desktop()
+    {
+        dbus_connection_unref(fConnection);
+        kill(fDaemon, SIGTERM);
+    }
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    void StartFileManager()
+    {
+        dbus_bus_request_name(fConnection, "org.freedesktop.FileManager1", 0, nullptr);
+    }
+    // Answers the next call and describes it: "ShowItems file:///a file:///b".
+    std::string NextCall()
+    {
+        DBusMessage* call = nullptr;
+        while (!call || dbus_message_get_type(call) != DBUS_MESSAGE_TYPE_METHOD_CALL) {
+            if (!(call = dbus_connection_pop_message(fConnection)))
+                dbus_connection_read_write(fConnection, -1);
+        }
+        char** uris = nullptr;
+        int count = 0;
+        const char* startupId = nullptr;
+        std::string text = dbus_message_get_member(call);
+        dbus_message_get_args(call, nullptr, DBUS_TYPE_ARRAY, DBUS_TYPE_STRING, &uris, &count,
+            DBUS_TYPE_STRING, &startupId, DBUS_TYPE_INVALID);
+        DBusMessage* reply = text != "ShowFolders"
+            ? dbus_message_new_method_return(call)
+            : dbus_message_new_error(call, DBUS_ERROR_UNKNOWN_METHOD, "unknown");
+        for (int i = 0; i < count; i++)
+            text += std::string(" ") + uris[i];
+        dbus_connection_send(fConnection, reply, nullptr);
+        dbus_connection_flush(fConnection);
+        dbus_free_string_array(uris);
+        dbus_message_unref(reply);
+        dbus_message_unref(call);
+        return text;
+    }
+
+private:
+    pid_t fDaemon = 0;
+    DBusConnection* fConnection = nullptr;
+};
+
+} // namespace
+
+TEST(LibTracker, AsksTheDesktopsFileManagerAndElseTheOpener)
+{
+    const ScratchFolder folder;
+    Desktop desktop;
+    const char* file = "folder/a b%\xff";
+    const std::string uri = "file://" + folder / "folder/a%20b%25%FF";
+    std::filesystem::create_directory("folder");
+    folder.Write(file, "");
+    folder.Write("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$1\" >>" + folder / "opened" + "\n");
+    std::filesystem::permissions("xdg-open", std::filesystem::perms::owner_all);
+    setenv("PATH", (folder.Path() + ":" + getenv("PATH")).c_str(), 1);
+    std::string opened;
+    const auto opens = [&](const std::string& path) {
+        opened += folder / path + "\n";
+        return WaitUntil([&] { return folder.Read(folder / "opened") == opened; });
+    };
+    EXPECT_TRUE(LibOpenEntry(file) && opens(file) && LibInfoEntry(file) && opens("folder"));
+    EXPECT_FALSE(LibOpenEntry("no folder/file"));
+
+    desktop.StartFileManager();
+    EXPECT_TRUE(LibOpenEntry(file) && desktop.NextCall() == "ShowItems " + uri);
+    EXPECT_TRUE(LibInfoEntry(file) && desktop.NextCall() == "ShowItemProperties " + uri);
+    const std::string folders = "ShowFolders file://" + folder / "folder";
+    EXPECT_TRUE(LibOpenEntry("folder") && desktop.NextCall() == folders && opens("folder"));
+
+    BMessage request('Tinf');
+    BMessage reply;
+    entry_ref ref;
+    int32 error = B_OK;
+    EXPECT_EQ(get_ref_for_path("folder/missing", &ref), B_OK);
+    request.AddRef("refs", &ref);
+    EXPECT_EQ(BMessenger("application/x-vnd.be-trak").SendMessage(&request, &reply), B_OK);
+    EXPECT_TRUE(reply.FindInt32("error", &error) == B_OK && error == B_ERROR);
+    status_t status = B_OK;
+    EXPECT_FALSE(BMessenger("application/x-vnd.Be-none", -1, &status).IsValid());
+    EXPECT_EQ(status, B_BAD_VALUE);
+    BMessenger("application/x-vnd.Be-TRAK", 1, &status);
+    EXPECT_EQ(status, B_MISMATCHED_VALUES);
+}

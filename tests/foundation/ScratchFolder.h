@@ -1,0 +1,52 @@
+#pragma once
+
+#include "foundation/LibFileInfo.h"
+#include "foundation/LibString.h"
+#include "tests/support/TempFolder.h"
+
+#include <fstream>
+#include <iterator>
+
+// A folder of the test's own that is the working directory meanwhile. The user's store and trash
+// are those of the test program.
+class ScratchFolder : public TempFolder {
+public:
+    ScratchFolder()
+    {
+        Home();
+        std::filesystem::current_path(Path());
+    }
+    ~ScratchFolder() { std::filesystem::current_path("/"); }
+
+    static const TempFolder& Home()
+    {
+        static const struct DataHome : TempFolder {
+            DataHome() { setenv("XDG_DATA_HOME", Path().c_str(), 1); }
+        } home;
+        return home;
+    }
+    static void Write(const std::string& path, const std::string& text)
+    {
+        std::ofstream(path, std::ios::binary) << text;
+    }
+    // "(missing)" where there is no such file.
+    static std::string Read(const std::string& path)
+    {
+        std::ifstream file(path, std::ios::binary);
+        return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(missing)";
+    }
+};
+
+inline std::string Text(const LibString& text)
+{
+    return static_cast<const char*>(text);
+}
+
+// The MIME type of the file, or what describe makes of it; "(none)" where there is no such file.
+inline std::string TypeOf(const std::string& path, bool describe = false)
+{
+    entry_ref ref;
+    char type[B_MIME_TYPE_LENGTH];
+    const bool exists = get_ref_for_path(path.c_str(), &ref) == B_OK;
+    return exists && LibGetMimeType(ref, type, describe) ? type : "(none)";
+}
