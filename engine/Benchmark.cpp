@@ -54,6 +54,7 @@ int32 Benchmark::Action()
     }
     for (cpu = results.nbrCpus - 1; cpu > 0; cpu--)
         _kset_cpu_state_(cpu, 1);
+    results.FillTheseDevices();
     return 0;
 }
 

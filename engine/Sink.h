@@ -1,4 +1,4 @@
-// Keeps a kernel's work in the program. Neither function costs an instruction.
+// Keeps a kernel's work in the program. None of these costs an instruction of its own.
 #pragma once
 
 // The compiler must have computed value, and written all memory that it may point to, before this.
@@ -13,4 +13,8 @@ template <typename T>
 inline void Opaque(T& value)
 {
     asm volatile("" : "+r"(value) : : "memory");
+}
+inline void Opaque(double& value)
+{
+    asm volatile("" : "+m"(value) : : "memory"); // it would be moved to an integer's register
 }

@@ -1,6 +1,5 @@
 #include "BareLoops.h"
 
-#include <chrono>
 #include <cstring>
 #include <new>
 
@@ -69,12 +68,8 @@ void bare::EvaluateAckerman(long rounds)
     }
 }
 
-long bare::SievePasses(double seconds)
+void bare::SievePasses(long rounds)
 {
-    typedef std::chrono::steady_clock Clock;
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-    long passes = 0;
-    for (; Clock::now() < end; passes++)
+    for (long i = 0; i < rounds; i++)
         SievePass();
-    return passes;
 }

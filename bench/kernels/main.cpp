@@ -1,52 +1,34 @@
-// kernels [ROUNDS [TEST]]: do the groups measure the machine, or the program around them too? Each
-// group's rate beside that of a bare loop of the same work: alternately, in one process, medians.
-// Beside the medians' ratio that of the best, which other programs' load disturbs less. Status 1 if
-// a group's median reaches less than 97 % of its loop's.
-#include "BareLoops.h"
-#include "engine/Benchmark.h"
+// kernels [PAIRS [TEST]]: do the groups measure the machine, or the program around them too? Each
+// kernel's rate beside that of a bare loop of the same work, in one process: blocks of some
+// milliseconds, the two in turn, since a machine may change its speed from second to second. The
+// median of the pairs' ratios counts, status 1 if one is too low.
+//
+// kernels --count TEST kernel|loop ROUNDS: does only that, for a tool that counts instructions.
+#include "Rows.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
 namespace {
 
-constexpr double kSieveSeconds = 5;
+using kernels::Row;
+typedef std::chrono::steady_clock Clock;
 
-struct Row {
-    const char* metric;
-    void (Benchmark::*run)();
-    double (*bareRate)();
-};
+constexpr double kBlockSeconds = 0.005;
+// A slow row ends after this time, but not before so many pairs.
+constexpr double kRowSeconds = 20;
+constexpr int kLeastPairs = 21;
 
-template <void (*loop)(long)>
-double RateOf(long rounds, double units)
+// The rounds that take the loop as long as a block.
+long RoundsOfABlock(const Row& row)
 {
-    const auto start = std::chrono::steady_clock::now();
-    loop(rounds);
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    return units / seconds.count();
-}
-
-const Row kRows[] = {
-    { "Strings Copy", &Benchmark::RunStrings, [] { return RateOf<bare::CopyText>(3000000, 126); } },
-    { "Strings Compare", &Benchmark::RunStrings,
-        [] { return RateOf<bare::CompareText>(3000000, 126); } },
-    { "Memory", &Benchmark::RunMemory, [] { return RateOf<bare::AllocateAndClear>(400000, 195); } },
-    { "Ackerman", &Benchmark::RunAckerman,
-        [] { return RateOf<bare::EvaluateAckerman>(6000, 6000); } },
-    { "Sieve", &Benchmark::RunSieve,
-        [] { return bare::SievePasses(kSieveSeconds) / kSieveSeconds; } },
-};
-
-double GroupRate(Benchmark& benchmark, const Row& row)
-{
-    benchmark.results.Reset();
-    (benchmark.*row.run)();
-    return benchmark.results.NewTest(row.metric, 0)->Rate(0);
+    long rounds = row.leastRounds;
+    while (row.loop(rounds) < kBlockSeconds && rounds < 100000000)
+        rounds *= 2;
+    return rounds;
 }
 
 double Median(std::vector<double> values)
@@ -55,39 +37,52 @@ double Median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-double Best(const std::vector<double>& values)
+bool Compare(const Row& row, int pairs)
 {
-    return *std::max_element(values.begin(), values.end());
+    const long rounds = RoundsOfABlock(row);
+    std::vector<double> kernelRates;
+    std::vector<double> ratios;
+    const auto end = Clock::now() + std::chrono::duration<double>(kRowSeconds);
+    for (int pair = 0; pair < pairs; pair++) {
+        if (pair >= kLeastPairs && Clock::now() > end)
+            break;
+        const bool loopFirst = pair % 2 == 1;
+        double loop = loopFirst ? row.loop(rounds) : 0;
+        const double kernel = row.kernel(rounds);
+        if (!loopFirst)
+            loop = row.loop(rounds);
+        kernelRates.push_back(double(rounds) / kernel);
+        ratios.push_back(loop / kernel);
+    }
+    printf("%-20s%16.1f%9.3f%7zu\n", row.name, Median(kernelRates), Median(ratios), ratios.size());
+    fflush(stdout);
+    return Median(ratios) >= row.leastRatio;
 }
 
-bool MeasureRow(Benchmark& benchmark, const Row& row, int rounds)
+int CompareRows(int pairs, const char* only)
 {
-    if (row.run == &Benchmark::RunSieve) // one takes as long as a hundred of the others
-        rounds = std::max(5, rounds / 20);
-    std::vector<double> group;
-    std::vector<double> loop;
-    for (int round = 0; round < rounds; round++) {
-        group.push_back(GroupRate(benchmark, row));
-        loop.push_back(row.bareRate());
-    }
-    const double ratio = Median(group) / Median(loop);
-    printf("%-18s%14.1f%14.1f%9.3f%9.3f\n", row.metric, Median(group), Median(loop), ratio,
-        Best(group) / Best(loop));
-    fflush(stdout);
-    return ratio >= 0.97;
+    bool keptUp = true;
+    printf("%-20s%16s%9s%7s\n", "test", "rounds/second", "ratio", "pairs");
+    for (const Row& row : kernels::Rows())
+        if (!only || strcmp(only, row.name) == 0)
+            keptUp &= Compare(row, pairs);
+    return keptUp ? 0 : 1;
+}
+
+int DoRounds(const char* name, const char* which, long rounds)
+{
+    for (const Row& row : kernels::Rows())
+        if (strcmp(name, row.name) == 0)
+            return strcmp(which, "loop") == 0 ? row.loop(rounds) < 0 : row.kernel(rounds) < 0;
+    fprintf(stderr, "no such test: <%s>\n", name);
+    return 2;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const int rounds = argc > 1 ? std::max(1, atoi(argv[1])) : 101;
-    Benchmark benchmark;
-    bool keptUp = true;
-    printf("medians of %d\n%-18s%14s%14s%9s%9s\n", rounds, "test", "group", "bare loop", "ratio",
-        "best");
-    for (const Row& row : kRows)
-        if (argc < 3 || strcmp(argv[2], row.metric) == 0)
-            keptUp &= MeasureRow(benchmark, row, rounds);
-    return keptUp ? 0 : 1;
+    if (argc == 5 && strcmp(argv[1], "--count") == 0)
+        return DoRounds(argv[2], argv[3], atol(argv[4]));
+    return CompareRows(argc > 1 ? std::max(1, atoi(argv[1])) : 201, argc > 2 ? argv[2] : nullptr);
 }

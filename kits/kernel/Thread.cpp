@@ -53,7 +53,7 @@ void OnStopSignal(int)
     errno = error;
 }
 
-// Installs the handler and makes the key whose destructor runs as the very last of each thread,
+// Installs the handlers and makes the key whose destructor runs as the very last of each thread,
 // after those of its thread_local objects.
 pthread_key_t SetUp()
 {
@@ -61,6 +61,7 @@ pthread_key_t SetUp()
     action.sa_handler = OnStopSignal;
     action.sa_flags = SA_RESTART;
     sigaction(StopSignal(), &action, nullptr);
+    signal(SIGXFSZ, SIG_IGN); // a file too large for its limit is an error of write(), no death
     pthread_key_t key;
     pthread_key_create(&key, [](void* thread) {
         tKillRequest = nullptr;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 
 namespace {
@@ -57,6 +58,11 @@ TEST_F(BenchmarkRun, TimesEachTestOncePerPassAndReplacesTheFormerRun)
     fBenchmark.memory = false;
     fBenchmark.ackerman = true;
     ASSERT_EQ(fBenchmark.Go("benchmark", nullptr, 20, true), B_OK);
+    LinkList<RelatedDevices>& devices = fBenchmark.results.devices;
+    ASSERT_NE(devices.First(), nullptr);
+    EXPECT_EQ(devices.Current()->type, -1);
+    while (devices.Next())
+        EXPECT_GE(devices.Current()->type, 0) << "the screen is named once";
     ASSERT_EQ(fBenchmark.results.Size(), 1);
     const Metric* metric = fBenchmark.results.First();
     EXPECT_STREQ(metric->description, "Ackerman");
@@ -74,16 +80,55 @@ TEST_F(BenchmarkRun, WithoutAGroupRestsBetweenPassesAndReportsItsEnd)
     EXPECT_EQ(fBenchmark.results.Size(), 0);
 }
 
-TEST_F(BenchmarkRun, EndsWhenTheBenchmarkIsDestroyed)
+TEST_F(BenchmarkRun, CompletesWithAProcessorSwitchedOffUnderItsTenThreads)
 {
-    {
-        Benchmark benchmark;
-        benchmark.sieve = true;
-        ASSERT_EQ(benchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
-        fRecorder.WaitFor(1); // it has begun
+    if (fCount == 1)
+        GTEST_SKIP() << "needs two processors";
+    fBenchmark.whetstone = true;
+    const int32 priority = set_thread_priority(find_thread(nullptr), 120); // above theirs
+    ASSERT_EQ(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
+    thread_info info {};
+    while (find_thread("benchmark") > 0
+        && (get_thread_info(find_thread("WhetstoneThread_0"), &info) != B_OK
+            || info.state != B_THREAD_RUNNING))
+        snooze(100);
+    EXPECT_EQ(info.state, B_THREAD_RUNNING);
+    EXPECT_EQ(_kset_cpu_state_(1, 0), B_OK);
+    set_thread_priority(find_thread(nullptr), priority);
+    EXPECT_EQ(fRecorder.WaitFor(size_t(fCount) + 1).back(), "benchmark: 0");
+    ASSERT_EQ(fBenchmark.results.Size(), 3);
+    const Metric* metric = fBenchmark.results.First();
+    while (const Metric* next = fBenchmark.results.Next())
+        metric = next;
+    EXPECT_STREQ(metric->description, "Ten Threaded Whetstones");
+    ASSERT_EQ(metric->nbrTimes, fCount);
+    for (int slot = 0; slot < fCount; slot++)
+        EXPECT_GT(metric->times[slot], 0.005f) << "did not wait for a billion instructions";
+}
+
+TEST_F(BenchmarkRun, EndsWhenTheBenchmarkIsDestroyedAndLeavesNoFile)
+{
+    const std::pair<bool Benchmark::*, const char*> rows[] = { // and what shows it under way
+        { &Benchmark::sieve, "/tmp" }, { &Benchmark::whetstone, "/tmp" },
+        { &Benchmark::fileLifeCycle, "/tmp/tarvex_lc_test.0" },
+        { &Benchmark::fileIO, "/tmp/tarvex_io_test" }
+    };
+    for (const auto& [group, path] : rows) {
+        const size_t before = fRecorder.WaitFor(0).size();
+        {
+            Benchmark benchmark;
+            benchmark.*group = true;
+            ASSERT_EQ(benchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
+            fRecorder.WaitFor(before + 1); // it has begun
+            while (!std::filesystem::exists(path) && find_thread("benchmark") > 0)
+                snooze(100);
+        }
+        for (const char* thread : { "benchmark", "CreateThread", "WhetstoneThread_9" })
+            EXPECT_EQ(find_thread(thread), B_NAME_NOT_FOUND);
+        EXPECT_EQ(fRecorder.WaitFor(before).size(), before + 1) << "a killed thread reports no end";
+        for (const char* file : { "lc_test.0", "lc_test.999", "io_test" })
+            EXPECT_FALSE(std::filesystem::exists("/tmp/tarvex_" + std::string(file)));
     }
-    EXPECT_EQ(find_thread("benchmark"), B_NAME_NOT_FOUND);
-    EXPECT_EQ(fRecorder.WaitFor(1).size(), 1u) << "a killed thread reports no end";
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <regex>
 #include <string>
 
@@ -23,12 +24,13 @@ std::string OutputOf(const std::string& command)
 
 const std::string kRounds = TARVEX_BUILD "/kernel_rounds ";
 
-// The instructions of a whole kernel_rounds, or 0.
-long Instructions(const std::string& kernel, int rounds)
+const bool kCanCount = !std::string(TARVEX_VALGRIND).ends_with("NOTFOUND");
+
+// The instructions of a whole program, or 0.
+long Instructions(const std::string& command)
 {
     const std::string output =
-        OutputOf(TARVEX_VALGRIND " --tool=callgrind --callgrind-out-file=/dev/null " + kRounds
-            + kernel + " " + std::to_string(rounds));
+        OutputOf(TARVEX_VALGRIND " --tool=callgrind --callgrind-out-file=/dev/null " + command);
     std::smatch match;
     const bool counted = std::regex_search(output, match, std::regex("Collected : (\\d+)"));
     EXPECT_TRUE(counted) << output;
@@ -48,14 +50,41 @@ TEST(OptimisedKernels, HaveTheSameValuesAndStillDoTheirWorkInEveryRound)
         { "memory", "6 0\n", 50 }, // 512 bytes besides the allocator's work
         { "ackerman", "61 0\n", 2432 * 3 }, // the evaluations in A(3, 3)
         { "sieve", "Tarvex tests system resources of the BeOS? 5460\n", 29673 * 3 }, // the steps
+        { "savage", "7.000000 0\n", 5 * 20 }, // the calls
+        { "fourier", "0.995 1.990 0\n", 200 * 199 * 40 },
+        { "whetstone", "3.0 -1.130272 0\n", 12 * 24 + 14 * 6 * 24 + 345 * 6 + 210 * 20 }, // etc.
     };
     for (const auto& row : rows)
         EXPECT_EQ(OutputOf(kRounds + row.kernel + " 6"), row.value);
-    if (std::string(TARVEX_VALGRIND).ends_with("NOTFOUND"))
+    if (!kCanCount)
         GTEST_SKIP() << "valgrind, which counts the instructions, is not installed";
-    for (const auto& row : rows)
-        EXPECT_GE(Instructions(row.kernel, 101) - Instructions(row.kernel, 1), 100 * row.least)
+    const long start = Instructions(kRounds + "none 0");
+    for (const auto& row : rows) {
+        const long rounds = row.least < 10000 ? 1000 : 5;
+        EXPECT_GE(Instructions(kRounds + row.kernel + " " + std::to_string(rounds)) - start,
+            rounds * row.least)
             << row.kernel;
+    }
+}
+
+TEST(Kernels, CostNoMoreAndNoLessThanABareLoopOfTheSameWork)
+{
+    const std::string program = TARVEX_BUILD "/kernels";
+    if (!kCanCount || !std::ifstream(program))
+        GTEST_SKIP() << "needs valgrind and a build with the bench programs";
+    const std::pair<const char*, int> rows[] = { { "Strings Copy", 50000 },
+        { "Strings Compare", 50000 }, { "Memory", 10000 }, { "Savage", 5000 }, { "Ackerman", 100 },
+        { "Fourier", 2 }, { "Whetstone", 40 }, { "Sieve", 20 }, { "Disk File Creation", 3000 },
+        { "Disk File Output", 2000 } };
+    const long start = Instructions(program + " --count Savage kernel 0");
+    for (const auto& [test, rounds] : rows) {
+        long counts[2] = {};
+        for (const int isLoop : { 0, 1 })
+            counts[isLoop] = Instructions(program + " --count '" + test + "' "
+                                 + (isLoop ? "loop " : "kernel ") + std::to_string(rounds))
+                - start;
+        EXPECT_NEAR(double(counts[0]) / double(counts[1]), 1.0, 0.02) << test;
+    }
 }
 
 TEST(TarvexRun, CallsTheLibraryInItsKernels)
@@ -68,6 +97,7 @@ TEST(TarvexRun, CallsTheLibraryInItsKernels)
         { "AllocateAndClear(long)", "call.*<operator new\\[\\]" },
         { "AllocateAndClear(long)", "call.*<memset" },
         { "AllocateAndClear(long)", "call.*<operator delete\\[\\]" },
+        { "SavageSteps(long)", "sqrtsd" },
         { "(anonymous namespace)::Recurse(int, int)", "call.*Recurse\\(int, int\\)>\n" },
     };
     for (const auto& [symbol, call] : rows) {

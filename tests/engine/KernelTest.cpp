@@ -1,5 +1,6 @@
 // The kernels' values, and their calls of the C library: the linker leads those through here.
 #include "engine/Benchmark.h"
+#include "engine/Fourier.h"
 #include "engine/IntegerKernels.h"
 
 #include <gtest/gtest.h>
@@ -17,6 +18,7 @@ constexpr size_t kBlockSize = 512;
 // Of the kernel that runs now.
 long copies, compares, clears;
 void* block = nullptr; // the latest, until its release
+size_t denied = 0; // there is no memory for blocks of this size
 
 } // namespace
 
@@ -41,6 +43,8 @@ int __wrap_strcmp(const char* a, const char* b)
 // Hands out used memory, so that the release sees whether it was cleared.
 void* __wrap__ZnamRKSt9nothrow_t(size_t size, const std::nothrow_t& tag)
 {
+    if (size == denied)
+        return nullptr;
     void* memory = __real__ZnamRKSt9nothrow_t(size, tag);
     return size == kBlockSize ? block = memset(memory, '#', size) : memory;
 }
@@ -80,6 +84,17 @@ TEST(Kernels, CallTheLibraryInEveryRound)
     EXPECT_EQ(copies, 3);
     EXPECT_EQ(compares, 5);
     EXPECT_EQ(clears, 6);
+}
+
+TEST(Kernels, PassOverWhatThereIsNoMemoryFor)
+{
+    denied = kBlockSize;
+    EXPECT_EQ(AllocateAndClear(2), 0);
+    denied = 100 * sizeof(double);
+    testing::internal::CaptureStderr();
+    Fourier().Run(1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Out of memory in Fourier::Run\n");
+    denied = 0;
 }
 
 TEST(Ackerman, HasItsPublishedValues)

@@ -1,0 +1,68 @@
+// Both disk groups, in the system's temporary directory, which they leave as it was.
+#include "engine/Benchmark.h"
+#include "engine/BlockFile.h"
+#include "engine/FileLife.h"
+
+#include <FindDirectory.h>
+#include <Path.h>
+
+namespace {
+
+constexpr long kFiles = 1000;
+constexpr long kBlocks = 10000;
+constexpr long kKilobytes = kBlocks * long(BlockFile::kBlockSize) / 1024;
+
+BPath TemporaryFile(const char* name)
+{
+    BPath path;
+    find_directory(B_COMMON_TEMP_DIRECTORY, &path);
+    path.Append(name);
+    return path;
+}
+
+// Leaves no file behind, also when the run is ended in the middle.
+struct TestFiles : FileLife {
+    ~TestFiles() override
+    {
+        kill_thread(thread);
+        Remove();
+    }
+
+    void Do(Mode mode)
+    {
+        status_t value = 0;
+        wait_for_thread(Go(mode), &value);
+    }
+};
+
+} // namespace
+
+void Benchmark::RunFileLifeCycle()
+{
+    TestFiles files;
+    files.SetPathPrefix(TemporaryFile("tarvex_lc_test").Path());
+    files.SetIndexRange(0, kFiles - 1);
+    Measure({ "Disk File Creation", kFiles, kFiles, 900, "files/second" },
+        [&] { files.Do(FileLife::kCreate); });
+    Measure({ "Disk File Deletion", kFiles, kFiles, 901, "files/second" },
+        [&] { files.Do(FileLife::kRemove); });
+}
+
+void Benchmark::RunFileIO()
+{
+    BlockFile file(TemporaryFile("tarvex_io_test").Path());
+    if (file.Open("wb")) {
+        Measure({ "Disk File Output", kKilobytes, kBlocks, 800, "KB/sec" },
+            [&] { file.Write(kBlocks); });
+        file.Close();
+    } else {
+        fprintf(stderr, "Error writing <%s>\n", file.path.c_str());
+    }
+    if (file.Open("rb")) {
+        Measure(
+            { "Disk File Input", kKilobytes, kBlocks, 801, "KB/sec" }, [&] { file.Read(kBlocks); });
+        file.Close();
+    } else {
+        fprintf(stderr, "Error reading <%s>\n", file.path.c_str());
+    }
+}

@@ -1,0 +1,153 @@
+#include "engine/Whetstone.h"
+
+#include "engine/Sink.h"
+
+#include <cmath>
+
+// Sink(this) also makes the compiler forget what the fields hold: it would compute with constants.
+
+void Whetstone::Run(const long& iterations)
+{
+    for (long round = 0; round < iterations; round++) {
+        SetConstants();
+        ArrayElements();
+        ArrayAsParameter();
+        ConditionalJumps();
+        IntegerArithmetic();
+        Sink(TrigonometricFunctions());
+        Sink(ProcedureCalls());
+        ArrayReferences();
+        Sink(StandardFunctions());
+    }
+}
+
+void Whetstone::SetConstants()
+{
+    t = 0.499975;
+    t1 = 0.50025;
+    t2 = 2.0;
+    Sink(this);
+}
+
+void Whetstone::ArrayElements()
+{
+    e1[0] = 1.0;
+    e1[1] = -1.0;
+    e1[2] = -1.0;
+    e1[3] = -1.0;
+    for (int i = 0; i < 12; i++) {
+        e1[0] = (e1[0] + e1[1] + e1[2] - e1[3]) * t;
+        e1[1] = (e1[0] + e1[1] - e1[2] + e1[3]) * t;
+        e1[2] = (e1[0] - e1[1] + e1[2] + e1[3]) * t;
+        e1[3] = (-e1[0] + e1[1] + e1[2] + e1[3]) * t;
+    }
+    Sink(this);
+}
+
+void Whetstone::ArrayAsParameter()
+{
+    for (int i = 0; i < 14; i++)
+        Parameter(e1);
+}
+
+[[gnu::noinline]] void Whetstone::Parameter(double* e)
+{
+    for (int i = 0; i < 6; i++) {
+        e[0] = (e[0] + e[1] + e[2] - e[3]) * t;
+        e[1] = (e[0] + e[1] - e[2] + e[3]) * t;
+        e[2] = (e[0] - e[1] + e[2] + e[3]) * t;
+        e[3] = (-e[0] + e[1] + e[2] + e[3]) / t2;
+    }
+    Sink(e);
+}
+
+void Whetstone::ConditionalJumps()
+{
+    int32 jump = 1;
+    for (int i = 0; i < 345; i++) {
+        // Each condition by itself: the three together only turn 0 and 1 over.
+        jump = jump == 1 ? 2 : 3;
+        Opaque(jump);
+        jump = jump > 2 ? 0 : 1;
+        Opaque(jump);
+        jump = jump < 1 ? 1 : 0;
+        Opaque(jump);
+    }
+    j = jump;
+}
+
+void Whetstone::IntegerArithmetic()
+{
+    j = 1;
+    k = 2;
+    l = 3;
+    Sink(this);
+    for (int i = 0; i < 210; i++) {
+        j = j * (k - j) * (l - k);
+        k = l * k - (l - j) * k;
+        l = (l - k) * (k + j);
+        Element(ptrdiff_t(l) - 1) = j + k + l;
+        Element(ptrdiff_t(k) - 1) = j * k * l;
+    }
+    Sink(this);
+}
+
+double Whetstone::TrigonometricFunctions()
+{
+    double x = 0.5;
+    double y = 0.5;
+    for (int i = 0; i < 32; i++) {
+        x = t * atan(t2 * sin(x) * cos(x) / (cos(x + y) + cos(x - y) - 1.0));
+        y = t * atan(t2 * sin(y) * cos(y) / (cos(x + y) + cos(x - y) - 1.0));
+    }
+    Sink(y);
+    return x;
+}
+
+double Whetstone::ProcedureCalls()
+{
+    double x = 1.0;
+    double y = 1.0;
+    double z = 1.0;
+    for (int i = 0; i < 899; i++)
+        Procedure(x, y, z);
+    return z;
+}
+
+[[gnu::noinline]] void Whetstone::Procedure(const double& x, const double& y, double& z)
+{
+    const double x1 = t * (x + y);
+    const double y1 = t * (x1 + y);
+    z = (x1 + y1) / t2;
+    Sink(&z); // of equal calls only the last would be made
+}
+
+void Whetstone::ArrayReferences()
+{
+    j = 1;
+    k = 2;
+    l = 3;
+    e1[0] = 1.0;
+    e1[1] = 2.0;
+    e1[2] = 3.0;
+    for (int i = 0; i < 616; i++)
+        ArrayReference();
+}
+
+[[gnu::noinline]] void Whetstone::ArrayReference()
+{
+    Element(j) = Element(k);
+    Element(k) = Element(l);
+    Element(l) = Element(j);
+    Sink(this);
+}
+
+double Whetstone::StandardFunctions()
+{
+    j = 2;
+    k = 3;
+    double x = 0.75;
+    for (int i = 0; i < 93; i++)
+        x = sqrt(exp(log(x) / t1));
+    return x;
+}

@@ -1,0 +1,281 @@
+// The graphics tests: what they ask of the view is noted on its way to the kits, which still draw.
+#include "engine/Benchmark.h"
+#include "engine/graphics/GraphicsWin.h"
+#include "tests/engine/Recorder.h"
+#include "tests/support/ScreenDriver.h"
+
+#include <View.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+// One call: l line, r R rectangle, e E ellipse, t T triangle, s string "Tarvex"; capitals filled.
+struct Drawn {
+    char kind;
+    rgb_color color;
+    std::vector<float> places; // as the arguments give them
+    bool sent; // by a Flush() before the next one
+
+    bool operator==(const Drawn& o) const // but for the last bits of coordinates
+    {
+        const auto near = [](float a, float b) { return std::abs(a - b) < 0.0001f; };
+        return kind == o.kind && color == o.color && sent == o.sent
+            && std::equal(places.begin(), places.end(), o.places.begin(), o.places.end(), near);
+    }
+};
+
+std::vector<Drawn> gDrawn;
+int gSyncs = 0;
+std::optional<int> gNumber; // what rand() gives, if set
+std::atomic<BWindow*> gWindow; // of the latest string
+
+void Note(char kind, BView* view, pattern p, std::vector<float> places)
+{
+    gDrawn.push_back({ p == B_SOLID_HIGH ? kind : '?', view->HighColor(), places, false });
+}
+
+} // namespace
+
+// clang-format off
+#define NOTED(symbol, parameters, arguments, note) \
+    void __real_##symbol parameters; \
+    void __wrap_##symbol parameters { note; __real_##symbol arguments; }
+#define NOTED_RECT(kind, symbol) \
+    NOTED(symbol, (BView* v, BRect r, pattern p), (v, r, p), \
+        Note(kind, v, p, { r.left, r.top, r.right, r.bottom }))
+#define NOTED_TRIANGLE(kind, symbol) \
+    NOTED(symbol, (BView* v, BPoint a, BPoint b, BPoint c, pattern p), (v, a, b, c, p), \
+        Note(kind, v, p, { a.x, a.y, b.x, b.y, c.x, c.y }))
+
+extern "C" {
+NOTED_RECT('r', _ZN5BView10StrokeRectE5BRect7pattern)
+NOTED_RECT('R', _ZN5BView8FillRectE5BRect7pattern)
+NOTED_RECT('e', _ZN5BView13StrokeEllipseE5BRect7pattern)
+NOTED_RECT('E', _ZN5BView11FillEllipseE5BRect7pattern)
+NOTED_TRIANGLE('t', _ZN5BView14StrokeTriangleE6BPointS0_S0_7pattern)
+NOTED_TRIANGLE('T', _ZN5BView12FillTriangleE6BPointS0_S0_7pattern)
+NOTED(_ZN5BView10StrokeLineE6BPointS0_7pattern, (BView* v, BPoint a, BPoint b, pattern p),
+    (v, a, b, p), Note('l', v, p, { a.x, a.y, b.x, b.y }))
+NOTED(_ZN5BView10DrawStringEPKc6BPointP16escapement_delta,
+    (BView* v, const char* text, BPoint a, escapement_delta* delta), (v, text, a, delta),
+    Note(strcmp(text, "Tarvex") == 0 && !delta ? 's' : '?', v, B_SOLID_HIGH, { a.x, a.y });
+    gWindow = v->Window())
+NOTED(_ZNK5BView5FlushEv, (const BView* v), (v), if (!gDrawn.empty()) gDrawn.back().sent = true)
+NOTED(_ZNK5BView4SyncEv, (const BView* v), (v), gSyncs++)
+int __real_rand();
+int __wrap_rand() { return gNumber ? *gNumber : __real_rand(); }
+}
+
+// clang-format on
+
+namespace {
+
+struct Row {
+    void (GraphicsWin::*run)(Results& results);
+    const char* title;
+    const char* metric;
+    const char* units;
+    int index, cycles, shapes;
+    size_t rands; // for a shape's coordinates
+    char kind;
+    bool flushed;
+};
+
+typedef GraphicsWin Win;
+// In the order of a run.
+const Row kRows[] = {
+    { &Win::TestLinesFlushed, "Flushed Lines", "Graphics Lines Flushed", "vectors/sec", 1010, 10000,
+        10000, 4, 'l', true },
+    { &Win::TestLinesUnflushed, "Unflushed Lines", "Graphics Lines Unflushed", "vectors/sec", 1011,
+        20000, 20000, 4, 'l', false },
+    { &Win::TestStringsFlushed, "Flushed Strings", "Graphics Strings Flushed", "KiloChars/sec",
+        1050, 90, 10000, 2, 's', true },
+    { &Win::TestStringsUnflushed, "Unflushed Strings", "Graphics Strings Unflushed",
+        "KiloChars/sec", 1051, 180, 20000, 2, 's', false },
+    { &Win::TestEllipsesFlushed, "Flushed Ellipses", "Graphics Ellipses Flushed", "ellipses/sec",
+        1020, 10000, 10000, 4, 'e', true },
+    { &Win::TestEllipsesUnflushed, "Unflushed Ellipses", "Graphics Ellipses Unflushed",
+        "ellipses/sec", 1021, 10000, 10000, 4, 'e', false },
+    { &Win::TestEllipsesFilledUnflushed, "Unflushed Filled Ellipses",
+        "Graphics Ellipses Unflushed Filled", "ellipses/sec", 1022, 10000, 10000, 4, 'E', false },
+    { &Win::TestRectanglesFlushed, "Flushed Rectangles", "Graphics Rectangles Flushed",
+        "rectangles/sec", 1030, 10000, 10000, 4, 'r', true },
+    { &Win::TestRectanglesUnflushed, "Unflushed Rectangles", "Graphics Rectangles Unflushed",
+        "rectangles/sec", 1031, 50000, 50000, 4, 'r', false },
+    { &Win::TestRectanglesFilledUnflushed, "Unflushed Filled Rectangles",
+        "Graphics Rectangles Unflushed Filled", "rectangles/sec", 1032, 10000, 10000, 4, 'R',
+        false },
+    { &Win::TestPolygonsFlushed, "Flushed Polygons", "Graphics Polygons Flushed", "polygons/sec",
+        1040, 10000, 10000, 6, 't', true },
+    { &Win::TestPolygonsUnflushed, "Unflushed Polygons", "Graphics Polygons Unflushed",
+        "polygons/sec", 1041, 10000, 10000, 6, 't', false },
+    { &Win::TestPolygonsFilledUnflushed, "Unflushed Filled Polygons",
+        "Graphics Polygons Unflushed Filled", "polygons/sec", 1042, 10000, 10000, 6, 'T', false },
+};
+
+class GraphicsTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!screen::IsThere())
+            GTEST_SKIP() << "no display";
+        gDrawn.clear();
+        gWindow = nullptr;
+    }
+    void TearDown() override
+    {
+        if (window && window->Lock())
+            window->Quit();
+        EXPECT_FALSE(screen::Find("graphicsview").exists);
+        EXPECT_EQ(gSyncs, 0);
+        for (int32 cpu = 1; cpu < benchmark.results.nbrCpus; cpu++)
+            _kset_cpu_state_(cpu, 1); // as an ended run leaves them
+    }
+
+    void ShowWindow()
+    {
+        window = new GraphicsWin;
+        window->Show();
+        window->ClearView();
+    }
+    // Starts a run and returns when it draws.
+    void StartRun()
+    {
+        benchmark.graphics = true;
+        ASSERT_EQ(benchmark.Go("benchmark", ended.NewMessenger(), 20, false), B_OK);
+        ASSERT_TRUE(screen::WaitFor([] { return gWindow != nullptr; }));
+    }
+
+    GraphicsWin* window = nullptr;
+    Benchmark benchmark;
+    const ScopedRecorder ended;
+};
+
+// What a test draws, worked out from the numbers that rand() gives next.
+std::vector<Drawn> Expected(const Row& row)
+{
+    for (size_t i = 0; i < row.shapes * row.rands; i++)
+        static_cast<void>(rand()); // the calibration's
+    std::vector<Drawn> expected;
+    for (int shape = 0; shape < row.shapes; shape++) {
+        uint8 color[3];
+        for (uint8& component : color)
+            component = static_cast<uint8>(rand() / 2147483648.0 * 255);
+        std::vector<float> places(row.rands);
+        for (float& place : places)
+            place = static_cast<float>(rand() / 2147483648.0 * 500);
+        expected.push_back({ row.kind, { color[0], color[1], color[2] }, places, row.flushed });
+    }
+    expected.push_back({ 'R', white_color, { 0, 0, 500, 500 }, true });
+    return expected;
+}
+
+TEST_F(GraphicsTest, EachDrawsItsShapesTimesThemAndLeavesTheViewWhite)
+{
+    ShowWindow();
+    GraphicsWin& shown = *window;
+    EXPECT_EQ(window->Flags(), 0x4063u);
+    EXPECT_EQ(window->ChildAt(0)->ResizingMode(), B_FOLLOW_ALL_SIDES);
+    EXPECT_EQ(window->ChildAt(0)->Frame(), BRect(0, 0, 500, 500));
+    EXPECT_TRUE(screen::Find("graphicsview", "Test Graphics").exposed);
+    for (int pass = 1; pass <= 2; pass++) {
+        for (const Row& row : kRows) {
+            SCOPED_TRACE(row.metric);
+            gDrawn.clear();
+            srand(pass);
+            (shown.*row.run)(benchmark.results);
+            srand(pass);
+            const std::vector<Drawn> expected = Expected(row);
+            EXPECT_TRUE(gDrawn == expected);
+            EXPECT_EQ(window->ChildAt(0)->HighColor(), black_color);
+            EXPECT_TRUE(screen::Find("graphicsview", row.title).exposed);
+
+            const Metric* metric = benchmark.results.NewTest(row.metric, 1); // the one made above
+            EXPECT_EQ(metric->index, row.index);
+            EXPECT_STREQ(metric->units, row.units);
+            EXPECT_EQ(metric->cycles, row.cycles);
+            EXPECT_EQ(metric->nbrTimes, pass);
+        }
+    }
+    ASSERT_TRUE(window->Lock());
+    window->Sync();
+    window->Unlock();
+    const BPoint leftTop = screen::Find("graphicsview").frame.LeftTop();
+    for (float step = 0; step <= 500; step += 50)
+        EXPECT_EQ(screen::PixelAt(leftTop + BPoint(step, 500 - step)), white_color);
+}
+
+TEST_F(GraphicsTest, TheirWindowIsOnTheScreenWhenTheFirstIsDrawn)
+{
+    window = new GraphicsWin;
+    window->Show();
+    ASSERT_TRUE(window->Lock()); // so that nothing else is drawn
+    const rgb_color color { 254, 0, 128 };
+    window->ChildAt(0)->SetHighColor(color);
+    window->ChildAt(0)->FillRect(window->Bounds());
+    window->Sync();
+    EXPECT_EQ(screen::PixelAt(window->Frame().LeftTop() + BPoint(250, 250)), color);
+    window->Unlock();
+}
+
+TEST_F(GraphicsTest, TheEndsOfRandStayInsideTheView)
+{
+    ShowWindow();
+    for (const int number : { 0, RAND_MAX }) {
+        gDrawn.clear();
+        gNumber = number;
+        window->TestPolygonsFlushed(benchmark.results);
+        gNumber.reset();
+        const uint8 component = number == 0 ? 0 : 254;
+        EXPECT_EQ(gDrawn[0].color, (rgb_color { component, component, component }));
+        for (const float place : gDrawn[0].places) {
+            EXPECT_LT(place, 500);
+            EXPECT_NEAR(place, number == 0 ? 0 : 500, 0.0001);
+        }
+    }
+}
+
+TEST_F(GraphicsTest, ARunMeasuresAllInOrderOncePerProcessorCount)
+{
+    StartRun();
+    EXPECT_EQ(ended.WaitFor(benchmark.results.nbrCpus + 1).back(), "benchmark: 0");
+    const Metric* metric = benchmark.results.First();
+    for (const Row& row : kRows) {
+        ASSERT_NE(metric, nullptr);
+        EXPECT_STREQ(metric->description, row.metric);
+        EXPECT_EQ(metric->nbrTimes, benchmark.results.nbrCpus);
+        metric = benchmark.results.Next();
+    }
+}
+
+TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)
+{
+    benchmark.ackerman = true;
+    testing::internal::CaptureStderr();
+    StartRun();
+    BWindow* shown = gWindow;
+    ASSERT_TRUE(shown->Lock()); // between two tests
+    EXPECT_EQ(system("xdotool search --name lushed windowclose"), 0);
+    snooze(100'000); // until that is known here
+    shown->Unlock();
+    const int32 cpus = benchmark.results.nbrCpus;
+    EXPECT_EQ(ended.WaitFor(cpus + 2).back(), "benchmark: 0");
+    const std::string errors = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(
+        errors.ends_with("The window of <Graphics> has gone: its other tests are left out\n"))
+        << errors;
+    EXPECT_EQ(benchmark.results.NewTest("Graphics Lines Flushed", 1)->nbrTimes, 1);
+    EXPECT_EQ(benchmark.results.NewTest("Ackerman", 1)->nbrTimes, cpus);
+}
+
+TEST_F(GraphicsTest, TheirWindowGoesWithAKilledRun)
+{
+    StartRun();
+    EXPECT_EQ(benchmark.Kill(), B_OK);
+}
+
+} // namespace
