@@ -2,11 +2,16 @@
 // every further slot on one fewer. Metrics of equal description are the same test.
 #pragma once
 
+#include <cstdio>
+
+#include <GraphicsDefs.h>
 #include <SupportDefs.h>
 
 #include "foundation/LibString.h"
 
 constexpr int kMostTimes = 8; // slots of a metric: one for each processor that a run can use
+
+class BView;
 
 class Metric {
 public:
@@ -40,6 +45,14 @@ public:
     [[nodiscard]] bool HasSubs() const { return description.Contain(' '); }
     // The slots that hold a time, 0 to 8.
     [[nodiscard]] int Slots() const;
+    // Writes the cells of a table with so many columns a metric, each with its tab: empty ones for
+    // counts that were not measured, then the rates.
+    void Save(FILE* file, const int& columns) const;
+    // Draws a bar for each slot, the longest first, between left and the view's right edge, which
+    // stands for scale, into the row at y, and moves y below the row. The colours are those of 1 to
+    // 8 processors. With a ratioBase above 0 the bars show percents of that rate.
+    void Draw(BView* view, const float& scale, const float& left, const rgb_color* colours,
+        float& y, const float& ratioBase);
     // All fields, one line, on standard error.
     void PrintToStream() const;
 

@@ -31,10 +31,12 @@ void RunLoops(long loops, int randsPerLoop)
 
 } // namespace
 
-Results::Results(bool isCurrent)
+Results::Results(bool isCurrent) : Results(isCurrent, LibSysInfo()) { }
+
+Results::Results(bool isCurrent, const LibSysInfo& machine)
     : icon(std::make_unique<BBitmap>(BRect(0, 0, 15, 15), B_CMAP8)), current(isCurrent)
 {
-    Reset();
+    Reset(machine);
 }
 
 Results& Results::operator=(Results& o)
@@ -60,9 +62,13 @@ void Results::UpdateIcon()
 
 void Results::Reset()
 {
+    Reset(LibSysInfo());
+}
+
+void Results::Reset(const LibSysInfo& machine)
+{
     Clear();
     devices.Clear();
-    const LibSysInfo machine;
     machine.Description(description);
     nbrCpus = machine.cpuCount;
     cpu = nbrCpus + 1;

@@ -25,12 +25,17 @@
 #include "results/Metric.h"
 #include "results/RelatedDevices.h"
 
+class LibStringIterator;
+class LibSysInfo;
+
 constexpr int32 kRecordSize = 9000; // bytes of the longest record, end mark included
 
 class Results : public LinkList<Metric>, public LibTimer {
 public:
     // isCurrent: the results of a run on this machine, not read from anywhere.
     explicit Results(bool isCurrent);
+    // The same with what is known of this machine: who reads thousands of records asks it once.
+    Results(bool isCurrent, const LibSysInfo& machine);
     Results(const Results&) = delete;
     // Takes over all but calibration, current and the timer; icon shows what expanded says.
     // Moves o's cursors.
@@ -40,6 +45,9 @@ public:
 
     // Deletes metrics and devices and describes this machine.
     void Reset();
+    // Appends a line about this machine's screen to devices, then one about the first device of
+    // each class on its buses.
+    void FillTheseDevices();
     // Goes to the next processor count; false when all were measured.
     bool CycleCpu();
     // The metric of this description, made with these cycles if there is none yet. Null, with a
@@ -60,6 +68,24 @@ public:
     // Returns false, with a line on standard error, if it did not fit: then devices are missing,
     // or, if even these are too many, metrics; what is there is whole. Moves the cursors.
     bool Write(char* buffer);
+    // Fills results made with isCurrent false from a record. What is damaged is left out, with a
+    // line on standard error. Only one digit is read as the processor count, and each metric gets
+    // as many times as that says.
+    void Read(const char* line);
+
+    // Parts of a table with so many columns a metric: the line of the metrics' names, the two lines
+    // of their units and processor counts, and this machine's line. Move the cursor.
+    void SaveHeader(FILE* file, const int& columns);
+    void SaveUnits(FILE* file, const int& columns);
+    void Save(FILE* file, const int& columns);
+
+    // The height of this machine's row in the chart, in pixels.
+    [[nodiscard]] float RowHeight() const;
+    // Draws the row at y (label, the current metric's bars from left on, devices if expanded) and
+    // moves y below it; frame is where the picture is then. What lies outside update is placed but
+    // not drawn.
+    void Draw(BView* view, BRect update, const float& left, const float& scale,
+        const rgb_color* colours, float& y, const bool& selected, const float& ratioBase);
     // Description and processor counts on standard error.
     void PrintToStream() const;
 
@@ -74,5 +100,11 @@ public:
     bool current;
 
 private:
+    void Reset(const LibSysInfo& machine);
     void UpdateIcon();
+    void ReadDevices(LibStringIterator& line, int32 nbrFields);
+    void ReadMetric(LibStringIterator& line, const LibString& id);
+    void ReadTimes(LibStringIterator& line, Metric& metric);
+    void DrawLabel(BView* view, float left, float y, bool selected);
+    void DrawDevices(BView* view, float baseline);
 };

@@ -1,8 +1,20 @@
 // The results file: a version line, then for each machine the length of its record and the record.
 #pragma once
 
+#include <cstdio>
+
+class ResultList;
 class Results;
 
 // Writes a results file of one machine at path, in place of what was there. Returns false, with a
 // line on standard error, if it could not be written whole. Moves the results' cursors.
 [[nodiscard]] bool WriteResultsFile(const char* path, Results& results);
+
+// Appends a machine for every record of the file at path. Returns false, and says nothing, if it
+// cannot be opened. What cannot be read is left out, with a line on standard error.
+bool ReadResultsFile(const char* path, ResultList& list);
+// The same from an open file, up to its end; name stands for it in messages.
+void ReadResults(FILE* file, const char* name, ResultList& list);
+
+// Whether the file at path begins like a results file: a line, and the length of a record.
+[[nodiscard]] bool IsResultsFile(const char* path);

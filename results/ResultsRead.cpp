@@ -1,0 +1,99 @@
+// Reading a record, which may come from anywhere: nothing in it is taken at its word.
+#include <cstdio>
+#include <memory>
+
+#include "foundation/LibStringIterator.h"
+#include "results/MetricNames.h"
+#include "results/Results.h"
+
+namespace {
+
+// The digit after the first "(", or else the first character. A letter counts as 0.
+int32 ProcessorCount(const LibString& description)
+{
+    const char* text = description;
+    const char digit = text[description.Index('(') + 1];
+    return digit >= '0' && digit <= '9' ? digit - '0' : 0;
+}
+
+// A field on standard error, cut short: a record can hold thousands that cannot be read.
+void PrintField(const LibString& field)
+{
+    const char* text = field;
+    fprintf(stderr, "<%.60s>\n", text);
+}
+
+} // namespace
+
+void Results::Read(const char* text)
+{
+    LibStringIterator line(text);
+    const int32 nbrDevices = line.Count('\t') - 1;
+    LibString field;
+    if (!line.GetNextField('\t', field))
+        return;
+    description = static_cast<const char*>(field);
+    nbrCpus = ProcessorCount(description);
+    cpu = nbrCpus + 1;
+    ReadDevices(line, nbrDevices);
+    while (line.GetNextField(':', field))
+        ReadMetric(line, field);
+}
+
+void Results::ReadDevices(LibStringIterator& line, int32 nbrFields)
+{
+    LibString field;
+    int32 type = 0;
+    for (; nbrFields > 0 && line.GetNextField('\t', field); nbrFields--) {
+        LibString id(field);
+        if (id.ToChar(':', 0, 0))
+            id.GetInt32(type);
+        else
+            fprintf(stderr, "Unable to get class id for <%.1000s>\n", id.operator const char*());
+        field.FromChar(':', 0, 1);
+        auto device = std::make_unique<RelatedDevices>();
+        device->Description(type, field);
+        if (devices.Insert(device.get()))
+            device.release();
+    }
+}
+
+void Results::ReadMetric(LibStringIterator& line, const LibString& id)
+{
+    int32 index = 0;
+    if (!id.GetInt32(index)) {
+        const char* machine = description;
+        const char* text = id;
+        fprintf(stderr, "Error extracting metric type for <%.1000s>. <%.60s>\n", machine, text);
+        return;
+    }
+    auto metric = std::make_unique<Metric>();
+    metric->Index(index);
+    metric->Description(MetricName(index));
+    LibString cycles;
+    int32 nbrCycles = 0;
+    if (line.GetNextField('/', cycles) && cycles.GetInt32(nbrCycles))
+        metric->NbrCycles(nbrCycles);
+    else
+        fprintf(stderr, "Error extracting number of iterations\n");
+    if (!Insert(metric.get()))
+        return;
+    ReadTimes(line, *metric.release());
+}
+
+void Results::ReadTimes(LibStringIterator& line, Metric& metric)
+{
+    // Where a metric has fewer times than that, the fields of the next one are taken for them: a
+    // file says nowhere how many there are.
+    for (int32 i = 0; i < nbrCpus; i++) {
+        LibString field;
+        float seconds = 0;
+        if (line.GetNextField(",;", field) && field.GetFloat32(seconds)) {
+            metric.Time(seconds);
+            continue;
+        }
+        PrintField(field);
+        const char* name = metric.description;
+        fprintf(stderr, "Error extracting time for metric <%s> (%d)\n", name, metric.index);
+    }
+}

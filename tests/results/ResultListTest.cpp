@@ -1,0 +1,213 @@
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "foundation/FixedText.h"
+#include "results/ResultList.h"
+#include "results/ResultsFile.h"
+#include "tests/foundation/LocaleGuard.h"
+
+namespace {
+
+// What a file of these bytes makes of a list, and what is said of it on standard error.
+struct Loaded {
+    explicit Loaded(const std::string& bytes)
+    {
+        const std::string path = testing::TempDir() + "ResultListTest.results";
+        FILE* file = fopen(path.c_str(), "w");
+        fwrite(bytes.data(), 1, bytes.size(), file);
+        fclose(file);
+        testing::internal::CaptureStderr();
+        EXPECT_TRUE(ReadResultsFile(path.c_str(), list));
+        messages = testing::internal::GetCapturedStderr();
+        for (size_t at = 0; (at = messages.find(path)) != std::string::npos;)
+            messages.replace(at, path.size(), "FILE");
+        remove(path.c_str());
+    }
+
+    ResultList list;
+    std::string messages;
+};
+
+std::string FileOf(const std::string& record)
+{
+    return "1.0\n" + std::to_string(record.size()) + "\n" + record + "\n";
+}
+
+std::string Times(const Metric& metric)
+{
+    std::string text;
+    for (int slot = 0; slot < metric.Slots(); slot++)
+        text += LibFixedText(double(metric.times[slot]), 6) + " ";
+    return text;
+}
+
+// Every field that was read, as the record that would be written, with descriptions.
+std::string Contents(Results& machine)
+{
+    const char* name = machine.description;
+    std::string text = std::to_string(machine.nbrCpus) + " of <" + name + ">";
+    for (auto* device = machine.devices.First(); device; device = machine.devices.Next()) {
+        const char* line = device->description;
+        text += " " + std::to_string(device->type) + "=" + line;
+    }
+    for (const Metric* metric = machine.First(); metric; metric = machine.Next()) {
+        const char* test = metric->description;
+        text += " [" + std::to_string(metric->index) + " " + test + " "
+            + std::to_string(metric->cycles) + ": " + Times(*metric) + "]";
+    }
+    return text;
+}
+
+std::string Table(void (*write)(FILE*))
+{
+    char* bytes = nullptr;
+    size_t size = 0;
+    FILE* file = open_memstream(&bytes, &size);
+    write(file);
+    fclose(file);
+    const std::string text(bytes, size);
+    free(bytes);
+    return text;
+}
+
+} // namespace
+
+TEST(ResultList, ARecordIsReadByItsRules)
+{
+    constexpr char kMissing[] = "Error extracting time for metric <Memory> (200)\n";
+    const struct {
+        const char* name;
+        std::string record;
+        const char* contents;
+        std::string messages;
+    } rows[] = {
+        { "whole", "PC (2-x@1/2MHz)\t-1:8 bit color\t1:A: B, C\t100:126/0.5,1.5;700:9/2.0,4.0;",
+            "2 of <PC (2-x@1/2MHz)> -1=8 bit color 1=A: B, C [100 Strings Copy 126: 0.500000 "
+            "1.500000 ] [700 Sieve 9: 2.000000 4.000000 ]",
+            "" },
+        { "one digit counts", "PC (16-x)\t200:1/0.5;", "1 of <PC (16-x)> [200 Memory 1: 0.500000 ]",
+            "" },
+        { "no bracket: the first character", "2 CPUs\t200:1/0.5,1.0;",
+            "2 of <2 CPUs> [200 Memory 1: 0.500000 1.000000 ]", "" },
+        { "a letter counts as none", "PC\t200:1/", "0 of <PC> [200 Memory 1: ]", "" },
+        { "fields of the next metric are times", "PC (4-x)\t200:1/0.5,1.0;700:5/3.0,4.0;",
+            "4 of <PC (4-x)> [200 Memory 1: 0.500000 1.000000 4.000000 ]",
+            std::string("<700:5/3.0>\n") + kMissing },
+        { "nine claimed, eight kept", "PC (9-x)\t200:1/1,2,3,4,5,6,7,8,9;",
+            "9 of <PC (9-x)> [200 Memory 1: 1.000000 2.000000 3.000000 4.000000 5.000000 6.000000 "
+            "7.000000 8.000000 ]",
+            "No room for another time of <Memory>\n" },
+        { "no numbers", "PC (3-x)\t200:1/nan,1e400,-inf;", "3 of <PC (3-x)> [200 Memory 1: ]",
+            std::string("<nan>\n") + kMissing + "<1e400>\n" + kMissing + "<-inf>\n" + kMissing },
+        { "an unknown test is kept", "PC (1-x)\t1099:7/2.5;",
+            "1 of <PC (1-x)> [1099  7: 2.500000 ]", "" },
+        { "id and cycles are words", "PC (1-x)\tabc:200:x/2.5;",
+            "1 of <PC (1-x)> [200 Memory 1: 2.500000 ]",
+            "Error extracting metric type for <PC (1-x)>. <abc>\n"
+            "Error extracting number of iterations\n" },
+        { "a device without class", "PC (1-x)\t3:Card\tnothing\t200:1/2.5;",
+            "1 of <PC (1-x)> 3=Card 3=nothing [200 Memory 1: 2.500000 ]",
+            "Unable to get class id for <nothing>\n" },
+        { "cut in a time: the rest is tried as a metric", "PC (2-x)\t200:1/0.5,1.",
+            "2 of <PC (2-x)> [200 Memory 1: 0.500000 ] [1  1: ]",
+            std::string("<1.>\n") + kMissing + "Error extracting number of iterations\n"
+                + "<.>\nError extracting time for metric <> (1)\n"
+                + "<.>\nError extracting time for metric <> (1)\n" },
+    };
+    const LocaleGuard german("de_DE.UTF-8"); // whose decimal point is a comma
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Loaded loaded(FileOf(row.record));
+        ASSERT_EQ(loaded.list.Size(), 1);
+        EXPECT_EQ(Contents(*loaded.list.First()), row.contents);
+        EXPECT_EQ(loaded.messages, row.messages);
+        EXPECT_FALSE(loaded.list.First()->current);
+    }
+}
+
+TEST(ResultList, AFileIsReadByItsLengthsAndNeverBeyondThem)
+{
+    const std::string record = "PC (1-x)\t200:1/0.5;";
+    const std::string whole = FileOf(record);
+    const std::string pair = whole.substr(4);
+    const std::string huge(20'000'000, 'x');
+    const struct {
+        const char* name;
+        std::string bytes;
+        int machines;
+        std::string messages;
+    } rows[] = {
+        { "version only", "1.0\n", 0, "" },
+        { "nothing", "", 0, "" },
+        { "two machines", whole + pair, 2, "" },
+        { "no end of line", whole.substr(0, whole.size() - 1), 1, "" },
+        { "mailed", "1.0\r\n" + std::to_string(record.size()) + "\r\n" + record + "\r\n", 1, "" },
+        { "too long a length stops at the line's end", "1.0\n1000000000\n" + record + "\n" + pair,
+            2, "" },
+        { "no lengths", "1.0\n0\n-1\n2147483648\nPC\n" + pair, 1,
+            "<FILE>: 4 lines are no length of a record, the first <0>\n" },
+        { "a line that is no record", "1.0\n20000000\n" + huge + "\n" + pair, 1,
+            "<FILE>: 1 records longer than 18000 characters are left out\n" },
+        { "a NUL ends a record", "1.0\n30\nPC (1-x)\t200:1/0.5;" + std::string(11, '\0') + "\n", 1,
+            "" },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Loaded loaded(row.bytes);
+        EXPECT_EQ(loaded.list.Size(), row.machines);
+        EXPECT_EQ(loaded.messages, row.messages);
+        for (Results* machine = loaded.list.First(); machine; machine = loaded.list.Next())
+            EXPECT_EQ(Contents(*machine), "1 of <PC (1-x)> [200 Memory 1: 0.500000 ]");
+    }
+    ResultList list;
+    EXPECT_FALSE(ReadResultsFile("/nowhere/Tarvex.results", list));
+    EXPECT_TRUE(ReadResultsFile("/tmp", list)); // a folder has no records
+    EXPECT_EQ(list.Size(), 0);
+}
+
+TEST(ResultList, TheTableLinesUpMachinesOfFewerProcessorsOnTheRight)
+{
+    const std::string text = Table([](FILE* file) {
+        Loaded loaded(FileOf("A (2-x)\t200:10/0.5,2.0;601:0/7.25,8.0;")
+            + FileOf("B (1-x)\t200:10/4.0;601:0/0.0;").substr(4) + FileOf("C\t").substr(4));
+        for (Metric* metric = loaded.list.First()->First(); metric;
+             metric = loaded.list.Current()->Next())
+            metric->Units(metric->index == 200 ? "MB/sec" : "seconds");
+        const int most = loaded.list.MaxNbrCpus();
+        loaded.list.First()->SaveHeader(file, most);
+        loaded.list.First()->SaveUnits(file, most);
+        loaded.list.First()->Save(file, most);
+        loaded.list.Save(file, most);
+    });
+    const std::string first = "A (2-x)\t20.0\t5.0\t7.2\t8.0\t\n";
+    EXPECT_EQ(text,
+        "\tMemory\t\tTen Sequential Whetstones\t\t\n"
+        "\t(MB/sec)\t\t(seconds)\t\t\n"
+        "\t2 cpu\t1 cpu\t2 cpu\t1 cpu\t\n"
+            + first + first + "B (1-x)\t\t2.5\t\t0.0\t\nC\t\n");
+}
+
+TEST(ResultList, TheCurrentMetricsGiveTheScaleAndMissingOnesAreReported)
+{
+    Loaded loaded(FileOf("A (2-x)\t200:10/0.5,2.0;700:5/0.001,1;")
+        + FileOf("B (1-x)\t200:10/0.25;").substr(4) + FileOf("C\t").substr(4));
+    ResultList& list = loaded.list;
+    testing::internal::CaptureStderr();
+    list.FirstCurrent();
+    EXPECT_EQ(list.MaxRate(), 40);
+    Metric sieve;
+    sieve.Description("Sieve");
+    list.MakeCurrent(sieve);
+    EXPECT_EQ(list.MaxRate(), 5000);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Unable to make first current <C>\n"
+        "Unable to make given metric <Sieve> current\n"
+        "Unable to make given metric <Sieve> current\n");
+    EXPECT_EQ(list.First()->Current()->index, 700);
+    EXPECT_EQ(list.Next()->Current(), nullptr);
+    EXPECT_EQ(ResultList().MaxRate(), 0);
+}
