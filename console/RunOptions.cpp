@@ -105,6 +105,13 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
                 argument == "--help" ? RunOptions::Task::kHelp : RunOptions::Task::kVersion;
             return options;
         }
+        if (argument == "--compare" && position == 0) {
+            options.task = RunOptions::Task::kCompare;
+            options.files.assign(arguments.begin() + 1, arguments.end());
+            if (options.files.empty())
+                return "<--compare> needs results files";
+            return options;
+        }
         const Option option = NextOption(arguments, position);
         if (option.name != "--groups" && option.name != "--output")
             return "unknown argument <" + argument + ">, see --help";
@@ -122,9 +129,11 @@ std::string RunUsage()
     for (const GroupName& group : kGroupNames)
         names += (names.empty() ? "" : ", ") + std::string(group.name);
     return "Usage: tarvex-run --groups G[,G...]|all --output FILE\n"
+           "       tarvex-run --compare FILE...\n"
            "\n"
            "Runs the test groups once for every processor count, from all processors down to one,\n"
-           "prints their rates and writes them to FILE, which the comparison window can load.\n"
+           "prints their rates and writes them to FILE, which the comparison window can load;\n"
+           "or prints the rates of the machines in results files, with percents of the first one.\n"
            "\n"
            "Groups: "
         + names
@@ -132,5 +141,7 @@ std::string RunUsage()
           "all stands for all of them but dhrystone.\n"
           "\n"
           "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
-          "that cannot be written (nothing was run), 130 or 143 ended by SIGINT or SIGTERM.\n";
+          "that cannot be written or read (nothing was run), 3 done but for the graphics tests, as "
+          "there\n"
+          "is no display, 130 or 143 ended by SIGINT or SIGTERM.\n";
 }

@@ -1,10 +1,15 @@
 // The benchmark without windows, for servers and scripts.
+#include "console/ComparisonTable.h"
 #include "console/OutputFile.h"
 #include "console/RateTable.h"
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
 #include "console/StopSignals.h"
+#include "results/ResultsFile.h"
 
+#include <Screen.h>
+
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -12,7 +17,7 @@ namespace {
 // What the main window gives the run too.
 constexpr long kRunPriority = 20;
 
-enum ExitStatus { kDone = 0, kNotWritten = 1, kNothingRun = 2, kSignalBase = 128 };
+enum ExitStatus { kDone, kNotWritten, kNothingRun, kLeftOut, kSignalBase = 128 };
 
 int Refuse(const std::string& message)
 {
@@ -40,11 +45,27 @@ RunOutcome DriveRun(StopSignals& signals, Benchmark& benchmark)
     return outcome;
 }
 
-int Run(const RunOptions& options)
+// Takes the graphics tests out of a run that has nowhere to draw, with a line on standard error.
+// Returns whether it did.
+bool LeaveOutGraphics(RunOptions& options)
+{
+    const auto graphics =
+        std::find(options.groups.begin(), options.groups.end(), &Benchmark::graphics);
+    if (graphics == options.groups.end() || BScreen(B_MAIN_SCREEN_ID).IsValid())
+        return false;
+    std::erase(options.groups, &Benchmark::graphics);
+    fprintf(stderr, "tarvex-run: no display: the tests of <graphics> are left out\n");
+    return true;
+}
+
+int Run(RunOptions& options)
 {
     const OutputFile file(options.output);
     if (const std::string why = file.Check(); !why.empty())
         return Refuse(why);
+    const bool leftOut = LeaveOutGraphics(options);
+    if (options.groups.empty())
+        return kLeftOut;
 
     StopSignals signals;
     Benchmark benchmark;
@@ -54,20 +75,37 @@ int Run(const RunOptions& options)
     if (!outcome.finished)
         return kSignalBase + outcome.signal;
     printf("%s", RateTable(benchmark.results).c_str());
-    return file.Write(benchmark.results) ? kDone : kNotWritten;
+    if (!file.Write(benchmark.results))
+        return kNotWritten;
+    return leftOut ? kLeftOut : kDone;
+}
+
+int Compare(const std::vector<std::string>& files)
+{
+    ResultList machines;
+    for (const std::string& file : files) {
+        const int32 before = machines.Size();
+        if (!ReadResultsFile(file.c_str(), machines))
+            return Refuse("cannot read <" + file + ">");
+        if (machines.Size() == before)
+            return Refuse("<" + file + "> holds no results");
+    }
+    printf("%s", ComparisonTable(machines).c_str());
+    return kDone;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const auto parsed = ParseRunOptions({ argv + 1, argv + argc });
+    auto parsed = ParseRunOptions({ argv + 1, argv + argc });
     if (const auto* message = std::get_if<std::string>(&parsed))
         return Refuse(*message);
-    const auto& options = std::get<RunOptions>(parsed);
+    auto& options = std::get<RunOptions>(parsed);
     switch (options.task) {
         case RunOptions::Task::kHelp: printf("%s", RunUsage().c_str()); return kDone;
         case RunOptions::Task::kVersion: printf("tarvex-run %s\n", TARVEX_VERSION); return kDone;
+        case RunOptions::Task::kCompare: return Compare(options.files);
         case RunOptions::Task::kRun: break;
     }
     return Run(options);

@@ -87,8 +87,31 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
 
 TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
 {
-    EXPECT_EQ(
-        Run("--groups sieve,ackerman,memory,strings --output file", "env LC_ALL=de_DE.UTF-8"), 0);
+    const struct {
+        const char* group;
+        const char* test;
+        const char* units;
+        const char* record;
+    } rows[] = {
+        { "Strings", "Strings Copy", "MegaChars/sec", "100:126" },
+        { nullptr, "Strings Compare", "MegaChars/sec", "101:126" },
+        { "Memory", "Memory", "MB/sec", "200:195" },
+        { "Savage", "Savage", "KIPS", "300:300" },
+        { "Ackerman", "Ackerman", "IPS", "400:6000" },
+        { "Fourier", "Fourier", "FLOPS", "550:100" },
+        { "Whetstone", "Whetstone", "MWIPS", "600:100" },
+        { nullptr, "Ten Sequential Whetstones", "seconds", "601:0" },
+        { nullptr, "Ten Threaded Whetstones", "seconds", "602:0" },
+        { "Sieve", "Sieve", "IPS", "700:[1-9]\\d*" },
+        { "Disk LifeCycle", "Disk File Creation", "files/second", "900:1000" },
+        { nullptr, "Disk File Deletion", "files/second", "901:1000" },
+        { "Disk Input/Output", "Disk File Output", "KB/sec", "800:40000" },
+        { nullptr, "Disk File Input", "KB/sec", "801:40000" },
+    };
+    EXPECT_EQ(Run("--groups io,lifecycle,sieve,whetstone,fourier,ackerman,savage,memory,strings "
+                  "--output file",
+                  "env LC_ALL=de_DE.UTF-8"),
+        0);
     EXPECT_EQ(Errors(), "");
 
     std::smatch parts;
@@ -97,23 +120,65 @@ TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
     ASSERT_TRUE(std::regex_match(file, parts, start)) << file;
     EXPECT_EQ(parts[1], std::to_string(parts[2].length()));
     const std::string count = parts[3];
-    std::string shown, rates;
+    std::string shown, rates, table, record;
     for (int cpu = std::stoi(count); cpu > 0; cpu--) {
-        for (const char* group : { "Strings", "Memory", "Ackerman", "Sieve" })
-            shown += "Testing " + std::string(group) + " \\(cpu " + std::to_string(cpu) + "/"
-                + count + "\\)\n";
+        for (const auto& row : rows)
+            if (row.group)
+                shown += "Testing " + std::string(row.group) + " \\(cpu " + std::to_string(cpu)
+                    + "/" + count + "\\)\n";
         rates += " +\\d+\\.\\d";
     }
-    const std::string times = "(?:\\d+\\.\\d{6}[,;]){" + count + "}";
-    EXPECT_TRUE(Fits(parts[2],
-        "[^\t]*\t(?:-?\\d+:[^\t]*\t)*100:126/" + times + "101:126/" + times + "200:195/" + times
-            + "400:6000/" + times + "700:[1-9]\\d*/(?:[45]\\.\\d{6}[,;]){" + count + "}"))
-        << file;
-    EXPECT_TRUE(Fits(Output(),
-        shown + "Test .*\nStrings Copy +MegaChars/sec" + rates + "\nStrings Compare +MegaChars/sec"
-            + rates + "\nMemory +MB/sec" + rates + "\nAckerman +IPS" + rates + "\nSieve +IPS"
-            + rates + "\n"))
-        << Output();
+    for (const auto& row : rows) {
+        table += "\n" + std::string(row.test) + " +" + row.units + rates;
+        record += std::string(row.record) + "/(?:\\d+\\.\\d{6}[,;]){" + count + "}";
+    }
+    EXPECT_TRUE(Fits(parts[2], "[^\t]*\t(?:-?\\d+:[^\t]*\t)*" + record)) << file;
+    EXPECT_TRUE(Fits(Output(), shown + "Test .*" + table + "\n")) << Output();
+}
+
+// In a /tmp of their own each, above an empty one that cannot be written.
+TEST_F(TarvexRun, MeasuresTheDiskWhateverItsStateAndLeavesNothingBehind)
+{
+    if (system("unshare -rm mount -t tmpfs none /tmp") != 0)
+        GTEST_SKIP() << "may not mount a file system";
+    const std::string file = "/tmp/tarvex_io_test";
+    const std::string writing = "Error writing <" + file + ">\n";
+    const std::string reading = "Error reading <" + file + ">\n";
+    const std::string life = "900 901 ", all = "900 901 800 801 ";
+    const struct {
+        std::string options, before, errors, measured;
+    } rows[] = {
+        { "size=1m", "", "", all }, // full at once
+        { "size=100m", "ulimit -f 100", "", all },
+        { "nr_inodes=1", "", writing + reading, life }, // no room for a single file
+        { "ro", "", writing + reading, life },
+        { "size=100m", "echo x >" + file + "; echo x >/tmp/tarvex_lc_test.7", "", all },
+        // It goes while the file is written, which waits for its reader.
+        { "size=100m",
+            "mkfifo " + file + "; timeout 60 sh -c \"exec <" + file
+                + "; umount -l /tmp; wc -c >bytes\" &",
+            reading, "900 901 800 " },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.options + " " + row.before);
+        // The program is opened before: it may lie in /tmp too.
+        EXPECT_EQ(Run("--groups lifecycle,io --output file",
+                      "unshare -rm sh -c 'exec 9<\"$1\"; shift\nmount -t tmpfs none /tmp -o ro\n"
+                      "mount -t tmpfs none /tmp -o "
+                          + row.options + "\n" + row.before
+                          + "\ntaskset -c 0 /proc/self/fd/9 \"$@\"; status=$?; wait\n"
+                            "ls -A /tmp >left; exit $status' sh"),
+            0);
+        EXPECT_EQ(Errors(), row.errors);
+        EXPECT_EQ(Contents(fFolder + "/left"), "");
+        const std::string record = File();
+        std::string measured;
+        const std::regex entry("(?:\t|;)([89]\\d\\d):");
+        for (std::sregex_iterator it(record.begin(), record.end(), entry), end; it != end; ++it)
+            measured += it->str(1) + " ";
+        EXPECT_EQ(measured, row.measured) << record;
+    }
+    EXPECT_EQ(Contents(fFolder + "/bytes"), "40960000\n");
 }
 
 TEST_F(TarvexRun, OnOneProcessorMakesOnePassAndShowsItsRatesEvenIfTheyCannotBeWritten)
@@ -144,6 +209,32 @@ TEST_F(TarvexRun, IsEndedBySignalsWithItsProcessorsOnAndNoFileWritten)
         EXPECT_FALSE(fs::exists(fFolder + "/file"));
         EXPECT_EQ(Errors(), "");
     }
+}
+
+TEST_F(TarvexRun, WithoutADisplayLeavesOutTheGraphicsTestsAndRunsTheRest)
+{
+    const std::string line = "tarvex-run: no display: the tests of <graphics> are left out\n";
+    EXPECT_EQ(Run("--groups graphics,ackerman --output file", "env -u DISPLAY"), 3);
+    EXPECT_EQ(Errors(), line);
+    EXPECT_NE(File().find("\t400:6000/"), std::string::npos) << File();
+    EXPECT_EQ(File().find("\t1010:"), std::string::npos) << File();
+    EXPECT_EQ(Run("--groups graphics --output other", "env DISPLAY=:4711"), 3);
+    EXPECT_EQ(Errors(), line);
+    EXPECT_EQ(Output(), "");
+    EXPECT_FALSE(fs::exists(fFolder + "/other"));
+}
+
+TEST_F(TarvexRun, EndsWhenItsDisplayDiesUnderTheGraphicsTests)
+{
+    // Ends the X server once a test's title is to be seen.
+    const std::string wrapper =
+        TARVEX_SCRIPTS "/with-display sh -c '(until xdotool search --name lushed; do :; done;"
+                       " pkill -KILL -P $PPID Xvfb) >/dev/null 2>&1 & exec \"$@\"' sh";
+    EXPECT_EQ(Run("--groups graphics,sieve --output file", wrapper), 1);
+    EXPECT_TRUE(Fits(Errors(), "(?:.|\n)*The X11 connection broke.*\n(?:.|\n)*")) << Errors();
+    EXPECT_EQ(Output().find("Sieve"), std::string::npos) << Output();
+    EXPECT_FALSE(fs::exists(fFolder + "/file"));
+    EXPECT_EQ(OnlineProcessors(), fOnline);
 }
 
 } // namespace

@@ -1,0 +1,76 @@
+#include "console/ComparisonTable.h"
+
+#include "console/TextColumns.h"
+#include "results/FormatRate.h"
+#include "results/MetricNames.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr size_t kRateWidth = 12;
+constexpr size_t kPercentWidth = 10;
+
+// The tests that any machine has, each once; the metrics belong to the machines.
+std::vector<const Metric*> AllTests(ResultList& machines)
+{
+    std::vector<const Metric*> tests;
+    for (Results* machine = machines.First(); machine; machine = machines.Next()) {
+        for (const Metric* metric = machine->First(); metric; metric = machine->Next()) {
+            const auto isSame = [metric](const Metric* test) { return *test == *metric; };
+            if (std::none_of(tests.begin(), tests.end(), isSame))
+                tests.push_back(metric);
+        }
+    }
+    return tests;
+}
+
+double BestRate(const Metric* metric)
+{
+    int slot = 0;
+    return metric ? metric->MaxRate(slot) : 0;
+}
+
+std::string Percent(double rate, double base)
+{
+    return base > 0 ? TextOf(FormatRate(100 * rate / base)) : "-";
+}
+
+std::string Title(const Metric& test, int columns)
+{
+    std::string title = TextOf(test.description);
+    if (const std::string units = MetricUnits(test.index); !units.empty())
+        title += " (" + units + ")";
+    title += "\n";
+    for (int cpus = columns; cpus > 0; cpus--)
+        title += PadLeft(std::to_string(cpus) + " CPU", kRateWidth);
+    return title + PadLeft("Percent", kPercentWidth) + "  Machine\n";
+}
+
+std::string Line(const Results& machine, const Metric& metric, int columns, double base)
+{
+    std::string line(size_t(std::max(0, columns - metric.Slots())) * kRateWidth, ' ');
+    for (int slot = 0; slot < metric.Slots(); slot++)
+        line += PadLeft(TextOf(FormatRate(metric.Rate(slot))), kRateWidth);
+    line += PadLeft(Percent(BestRate(&metric), base), kPercentWidth);
+    return line + "  " + TextOf(machine.description) + "\n";
+}
+
+} // namespace
+
+std::string ComparisonTable(ResultList& machines)
+{
+    const int columns = std::min(machines.MaxNbrCpus(), kMostTimes);
+    std::string table;
+    for (const Metric* test : AllTests(machines)) {
+        table += (table.empty() ? "" : "\n") + Title(*test, columns);
+        Results* first = machines.First();
+        const double base = BestRate(first->Get(test));
+        for (Results* machine = first; machine; machine = machines.Next()) {
+            if (const Metric* metric = machine->Get(test))
+                table += Line(*machine, *metric, columns, base);
+        }
+    }
+    return table;
+}

@@ -1,0 +1,12 @@
+// The machines of results files side by side, as text for people.
+#pragma once
+
+#include "results/ResultList.h"
+
+#include <string>
+
+// For each test, in the order in which the machines name them, its name and units and a line for
+// each machine that has it: the rates from the greatest processor count down, the best of them as
+// percent of the first machine's best ("-" where that has none), and the machine. Every line ends
+// with a line end. Moves the lists' cursors.
+[[nodiscard]] std::string ComparisonTable(ResultList& machines);

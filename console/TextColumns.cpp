@@ -1,0 +1,20 @@
+#include "console/TextColumns.h"
+
+#include <algorithm>
+
+std::string PadRight(std::string text, size_t width)
+{
+    text.resize(std::max(width, text.size()), ' ');
+    return text;
+}
+
+std::string PadLeft(const std::string& text, size_t width)
+{
+    return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+std::string TextOf(const LibString& text)
+{
+    const char* bytes = text;
+    return bytes ? bytes : "";
+}

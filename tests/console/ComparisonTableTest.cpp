@@ -1,0 +1,31 @@
+#include "console/ComparisonTable.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+void AddMachine(ResultList& machines, const char* record)
+{
+    auto* machine = new Results(false);
+    machine->Read(record);
+    machines.Insert(machine);
+}
+
+} // namespace
+
+TEST(ComparisonTable, ShowsEachTestWithAllMachinesThatHaveIt)
+{
+    ResultList machines;
+    EXPECT_EQ(ComparisonTable(machines), "");
+    AddMachine(machines, "First (2-x)\t700:400/1.0,4.0;");
+    AddMachine(machines, "Second (1-y)\t200:50/1.0;700:200/1.0;");
+    EXPECT_EQ(ComparisonTable(machines),
+        "Sieve (IPS)\n"
+        "       2 CPU       1 CPU   Percent  Machine\n"
+        "       400.0       100.0     100.0  First (2-x)\n"
+        "                   200.0      50.0  Second (1-y)\n"
+        "\n"
+        "Memory (MB/sec)\n"
+        "       2 CPU       1 CPU   Percent  Machine\n"
+        "                    50.0         -  Second (1-y)\n");
+}
