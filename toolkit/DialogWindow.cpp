@@ -3,7 +3,6 @@
 #include "toolkit/ButtonRow.h"
 
 #include <Button.h>
-#include <Message.h>
 #include <View.h>
 
 #include <algorithm>
@@ -13,6 +12,7 @@ DialogWindow::DialogWindow(BRect frame, const char* name, const char* title, uin
       background(new BView(Bounds(), "bgview", B_FOLLOW_ALL_SIDES, 0))
 {
     SetName(name);
+    CloseOnEscape();
     background->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     AddChild(background);
 }
@@ -29,16 +29,4 @@ void DialogWindow::SetDefaultRow(ButtonRow* row)
     // Else the first button would have the keyboard, and Enter would press that.
     if (row->LastButton())
         row->LastButton()->MakeFocus();
-}
-
-void DialogWindow::DispatchMessage(BMessage* message, BHandler* target)
-{
-    // Before the view in focus gets it: no control of a dialog has a use for this key.
-    const char* bytes = nullptr;
-    if (message->what == B_KEY_DOWN && message->FindString("bytes", &bytes) == B_OK
-        && bytes[0] == B_ESCAPE) {
-        PostMessage(B_QUIT_REQUESTED);
-        return;
-    }
-    LibWindow::DispatchMessage(message, target);
 }

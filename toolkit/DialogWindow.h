@@ -18,8 +18,6 @@ public:
     // Only once.
     void SetDefaultRow(ButtonRow* row);
 
-    void DispatchMessage(BMessage* message, BHandler* target) override;
-
 private:
     BView* background;
 };

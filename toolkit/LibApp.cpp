@@ -1,10 +1,28 @@
 #include "toolkit/LibApp.h"
 
+#include "toolkit/LibAboutWindow.h"
+
 #include <Message.h>
 #include <Window.h>
 
-LibApp::LibApp(const char* signature, const char* appName, const char* date)
-    : LibInterfaceApp(signature), name(appName), buildDate(date)
+namespace {
+
+// False if the window is not there any more.
+bool BringToFront(const BMessenger& target)
+{
+    BLooper* looper = nullptr;
+    if (!target.LockTarget())
+        return false;
+    target.Target(&looper);
+    static_cast<BWindow*>(looper)->Activate();
+    looper->Unlock();
+    return true;
+}
+
+} // namespace
+
+LibApp::LibApp(const char* signature, const char* appName, const char* date, const char* helpText)
+    : LibInterfaceApp(signature, helpText), name(appName), buildDate(date)
 {
 }
 
@@ -30,16 +48,33 @@ void LibApp::ShowMainWindow()
     PostMessage('appr');
 }
 
+void LibApp::ShowAbout()
+{
+    if (BringToFront(aboutTarget))
+        return;
+    auto* window = new LibAboutWindow(this, AppName(), BuildDate());
+    aboutTarget = BMessenger(window);
+    window->Show();
+}
+
+void LibApp::ShowSystem()
+{
+    if (BringToFront(systemTarget))
+        return;
+    BWindow* window = MakeSystemWindow();
+    if (!window)
+        return;
+    systemTarget = BMessenger(window);
+    window->Show();
+}
+
 void LibApp::MessageReceived(BMessage* message)
 {
     switch (message->what) {
-        case 'sabt': {
-            LibString about;
-            about.Formatted("About %s...", AppName());
-            SayMissing(about);
-            break;
-        }
-        case 'ssys': SayMissing("System..."); break;
+        case 'sabt': ShowAbout(); break;
+        case 'ssys': ShowSystem(); break;
+        case 'ABTQ': aboutTarget = BMessenger(); break;
+        case 'SYSQ': systemTarget = BMessenger(); break;
         default: LibInterfaceApp::MessageReceived(message); break;
     }
 }
@@ -50,10 +85,4 @@ bool LibApp::QuitRequested()
     const bool quit = LibInterfaceApp::QuitRequested();
     quitting = quit;
     return quit;
-}
-
-void LibApp::SetVersion(const char* number, const char* shortDescription)
-{
-    version = number;
-    description = shortDescription;
 }

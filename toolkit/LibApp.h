@@ -4,13 +4,17 @@
 #include "foundation/LibString.h"
 #include "toolkit/LibInterfaceApp.h"
 
+#include <Messenger.h>
+
 #include <atomic>
 
 class BWindow;
 
 class LibApp : public LibInterfaceApp {
 public:
-    LibApp(const char* signature, const char* name, const char* buildDate);
+    // helpText: as LibInterfaceApp's.
+    LibApp(const char* signature, const char* name, const char* buildDate,
+        const char* helpText = nullptr);
 
     // Makes the main window where there is none, and returns it: a window whose thread runs.
     virtual BWindow* Window() = 0;
@@ -20,7 +24,8 @@ public:
     // Shows the main window. The first time, posts 'appr' to the application afterwards.
     void ShowMainWindow();
 
-    // 'sabt' is for the about window, 'ssys' for the system window.
+    // 'sabt' shows the about window, 'ssys' the system window: each is made on the first request
+    // and brought to the front on the next ones, until it says by 'ABTQ' or 'SYSQ' that it closes.
     void MessageReceived(BMessage* message) override;
 
     // Asks the platform whether the program may quit; IsQuitting() is true meanwhile, and stays so
@@ -29,17 +34,21 @@ public:
     bool IsQuitting() const { return quitting; }
 
     // What the program says of itself.
-    void SetVersion(const char* number, const char* shortDescription);
     const char* AppName() const { return name; }
     const char* BuildDate() const { return buildDate; }
-    const char* Version() const { return version; }
-    const char* ShortDescription() const { return description; }
+
+protected:
+    // A new system window that tells this application by 'SYSQ' when it closes; null: none.
+    virtual BWindow* MakeSystemWindow() { return nullptr; }
 
 private:
+    void ShowAbout();
+    void ShowSystem();
+
     LibString name;
     LibString buildDate;
-    LibString version;
-    LibString description;
+    BMessenger aboutTarget; // know whether their windows are still there
+    BMessenger systemTarget;
     bool ready = false;
     bool shown = false;
     std::atomic<bool> quitting = false; // windows ask from their own threads

@@ -1,12 +1,27 @@
 #include "toolkit/LibInterfaceApp.h"
 
+#include "toolkit/LibHelpWindow.h"
+#include "toolkit/LibToolTips.h"
+
 #include <Message.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-LibInterfaceApp::LibInterfaceApp(const char* signature) : BApplication(signature) { }
+LibInterfaceApp::LibInterfaceApp(const char* signature, const char* helpText)
+    : BApplication(signature), ownHelp(helpText)
+{
+    if (ownHelp)
+        help.ReadText(ownHelp);
+    LibSetToolTips(&help);
+}
+
+LibInterfaceApp::~LibInterfaceApp()
+{
+    LibSetToolTips(nullptr);
+}
 
 void LibInterfaceApp::ArgvReceived(int32 argc, char** argv)
 {
@@ -16,21 +31,72 @@ void LibInterfaceApp::ArgvReceived(int32 argc, char** argv)
         fprintf(stderr, "Help file requred\n");
         return;
     }
-    SayMissing(argv[2]);
-    exit(0);
+    exit(LibHelp::AddToResources(argv[2]) ? 0 : 1);
 }
 
 void LibInterfaceApp::MessageReceived(BMessage* message)
 {
     switch (message->what) {
-        case 'help': SayMissing("Help..."); break;
-        case 'stip':
-        case 'tipf': SayMissing("Tool tips"); break;
+        case 'help': AnswerHelp(*message); break;
+        case 'stip': SetTip(*message); break;
+        case 'tipf': SwitchTips(*message); break;
         default: BApplication::MessageReceived(message); break;
     }
 }
 
-void LibInterfaceApp::SayMissing(const char* feature) const
+// Files that were added are read when the help is first asked for: unpacking them takes a while.
+void LibInterfaceApp::ReadHelp()
 {
-    fprintf(stderr, "<%s> comes with a later version\n", feature);
+    if (!hasHelp)
+        help.ReadResources();
+    hasHelp = true;
+}
+
+void LibInterfaceApp::AnswerHelp(const BMessage& request)
+{
+    ReadHelp();
+    const char* topic = nullptr;
+    int32 found = -1;
+    for (int32 i = 0; found < 0 && request.FindString("topic", i, &topic) == B_OK; i++)
+        found = help.IndexOf(topic);
+    ShowTopic(std::max(found, 0));
+}
+
+void LibInterfaceApp::ShowHelp(const char* topic)
+{
+    ReadHelp();
+    ShowTopic(std::max(help.IndexOf(topic), 0));
+}
+
+void LibInterfaceApp::ShowTopic(int32 index)
+{
+    if (help.CountTopics() == 0)
+        return;
+    if (!helpTarget.IsValid()) {
+        helpWindow = new LibHelpWindow(help);
+        helpTarget = BMessenger(helpWindow);
+    }
+    if (!helpTarget.LockTarget())
+        return;
+    helpWindow->ShowTopic(index);
+    helpWindow->Unlock();
+}
+
+void LibInterfaceApp::SwitchTips(const BMessage& request)
+{
+    bool show = !showsTips;
+    if (request.HasBool("show"))
+        request.FindBool("show", &show);
+    showsTips = show;
+    LibShowToolTips(show);
+}
+
+void LibInterfaceApp::SetTip(const BMessage& request)
+{
+    const char* name = nullptr;
+    const char* text = nullptr;
+    if (request.FindString("name", &name) != B_OK || request.FindString("text", &text) != B_OK)
+        return;
+    help.SetTip(name, text);
+    LibShowToolTips(showsTips);
 }

@@ -1,19 +1,43 @@
 // The base of a program with windows, help and tool tips.
 #pragma once
 
+#include "toolkit/LibHelp.h"
+
 #include <Application.h>
+#include <Messenger.h>
+
+class LibHelpWindow;
 
 class LibInterfaceApp : public BApplication {
 public:
-    explicit LibInterfaceApp(const char* signature);
+    // helpText: the program's own help, see LibHelp; null: none.
+    explicit LibInterfaceApp(const char* signature, const char* helpText = nullptr);
+    ~LibInterfaceApp() override;
 
-    // "-help FILE" adds a help file to the application and ends the program with status 0; "-help"
-    // with anything else is told on standard error. Other arguments are left alone.
+    // "-help FILE" adds a help file to the application and ends the program, with status 0 if that
+    // was done; "-help" with anything else is told on standard error. Other arguments are left
+    // alone.
     void ArgvReceived(int32 argc, char** argv) override;
-    // 'help' asks for a help page, 'stip' and 'tipf' concern tool tips.
+    // 'help' shows the help on the first of its strings "topic" that there is any on. 'tipf'
+    // switches tool tips by its bool "show", or else over; 'stip' changes the tip of the views
+    // "name" to the string "text".
     void MessageReceived(BMessage* message) override;
 
 protected:
-    // Writes on standard error that this version of the program lacks what the user asked for.
-    void SayMissing(const char* feature) const;
+    // Shows the help on a topic, or on the first one where there is none on it.
+    void ShowHelp(const char* topic);
+
+private:
+    void ReadHelp();
+    void AnswerHelp(const BMessage& request);
+    void SwitchTips(const BMessage& request);
+    void SetTip(const BMessage& request);
+    void ShowTopic(int32 index);
+
+    const char* ownHelp;
+    LibHelp help;
+    bool hasHelp = false; // it was read
+    bool showsTips = true;
+    LibHelpWindow* helpWindow = nullptr;
+    BMessenger helpTarget; // knows whether the window is still there
 };

@@ -1,6 +1,11 @@
 #include "toolkit/LibWindow.h"
 
+#include "toolkit/LibToolTips.h"
+
+#include <Application.h>
+#include <Message.h>
 #include <Screen.h>
+#include <View.h>
 
 #include <mutex>
 
@@ -12,7 +17,25 @@ std::mutex gLock;
 BRect gMainFrame;
 int32 gCascaded = 0;
 
+bool IsHelpKey(const BMessage& message)
+{
+    const char* bytes = nullptr;
+    int32 key = 0;
+    int32 modifiers = 0;
+    message.FindString("bytes", &bytes);
+    message.FindInt32("key", &key);
+    message.FindInt32("modifiers", &modifiers);
+    return bytes && bytes[0] == B_FUNCTION_KEY && key == B_F1_KEY && (modifiers & B_SHIFT_KEY);
+}
+
 } // namespace
+
+BRect LibFitInScreen(BRect frame)
+{
+    WindowPlacement placement;
+    placement.screen = BScreen(B_MAIN_SCREEN_ID).Frame();
+    return placement.FitInScreen(frame);
+}
 
 LibWindow::LibWindow(BRect frame, const char* title, window_look look, window_feel feel,
     uint32 flags, uint32 workspaces)
@@ -41,6 +64,41 @@ void LibWindow::SetPosition(const int32& position)
     }
     MoveTo(placement.Place(Frame(), position, nth));
     KeepMainFrame();
+}
+
+void LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
+{
+    // Before the view in focus gets it: no control has a use for these keys.
+    const char* bytes = nullptr;
+    if (message->what == B_KEY_DOWN && message->FindString("bytes", &bytes) == B_OK) {
+        if (bytes[0] == B_ESCAPE && escapeCloses) {
+            PostMessage(B_QUIT_REQUESTED);
+            return;
+        }
+        if (IsHelpKey(*message))
+            return AskForHelp();
+    }
+    BWindow::DispatchMessage(message, handler);
+}
+
+void LibWindow::AskForHelp() const
+{
+    BMessage request('help');
+    for (const BView* view = CurrentFocus(); view; view = view->Parent()) {
+        if (view->Name())
+            request.AddString("topic", view->Name());
+    }
+    request.AddString("topic", Name() ? Name() : "");
+    be_app->PostMessage(&request);
+}
+
+void LibWindow::Show()
+{
+    if (!hasToolTips) {
+        hasToolTips = true;
+        LibApplyToolTips(this);
+    }
+    BWindow::Show();
 }
 
 void LibWindow::FrameMoved(BPoint corner)

@@ -5,6 +5,9 @@
 
 #include <Window.h>
 
+// The frame, moved onto the main screen if it does not lie there.
+[[nodiscard]] BRect LibFitInScreen(BRect frame);
+
 // A BWindow that knows where to go on the screen.
 class LibWindow : public BWindow {
 public:
@@ -16,15 +19,24 @@ public:
     // screen. The window must be locked, or not shown yet.
     void SetPosition(const int32& position = kCascade);
 
+    // Shift-F1 asks the application, by 'help', for the help on the control with the keyboard: its
+    // strings "topic" are the names of that view, of those around it, and of the window.
+    void DispatchMessage(BMessage* message, BHandler* handler) override;
+    void Show() override; // the views get their tool tips the first time
     void FrameMoved(BPoint corner) override;
     void FrameResized(float width, float height) override;
 
 protected:
     // From here on kBesideMain places other windows beside this one, wherever it moves.
     void SetMainWindow();
+    // From here on Escape closes this window as its close box does.
+    void CloseOnEscape() { escapeCloses = true; }
 
 private:
     void KeepMainFrame();
+    void AskForHelp() const;
 
     bool mainWindow = false;
+    bool escapeCloses = false;
+    bool hasToolTips = false;
 };

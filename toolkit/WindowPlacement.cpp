@@ -30,6 +30,13 @@ BPoint WindowPlacement::Place(BRect window, int32 position, int32 nth) const
     return corner;
 }
 
+BRect WindowPlacement::FitInScreen(BRect window) const
+{
+    BPoint corner = window.LeftTop();
+    corner.ConstrainTo(Room(window));
+    return window.OffsetToCopy(corner.x, corner.y);
+}
+
 // The corners at which the window is wholly visible; at least one.
 BRect WindowPlacement::Room(BRect window) const
 {

@@ -18,6 +18,8 @@ struct WindowPlacement {
     // title and borders that a window manager puts around it; one too large for that starts in
     // the left top corner. nth counts the windows that were cascaded before this one.
     BPoint Place(BRect window, int32 position, int32 nth) const;
+    // The frame, moved onto the screen if it does not lie there.
+    BRect FitInScreen(BRect window) const;
 
 private:
     BRect Room(BRect window) const;

@@ -2,78 +2,129 @@
 
 #include "kits/app/ProgramArguments.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/TempFolder.h"
+#include "toolkit/LibWindow.h"
 
+#include <Button.h>
 #include <Message.h>
-#include <Window.h>
 
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <fstream>
+#include <thread>
 
 namespace {
 
-// Asks for everything a program can be asked for, then quits.
+using screen::IsActive;
+using screen::WaitFor;
+
+constexpr char kHelp[] = "<help><topic name=\"first\" title=\"First\"><p>One.</p></topic>\n"
+                         "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Two.</p><p>Th"
+                         "ree.</p></topic></help>";
+
+// A program whose window has a button in focus.
 class TestApp : public LibApp {
 public:
-    TestApp() : LibApp("application/x-vnd.Quorvane.AppTest", "AppTest", "1 January 2000") { }
+    TestApp() : LibApp("application/x-vnd.Quorvane.AppTest", "AppTest", "1 January 2000", kHelp) { }
 
     BWindow* Window() override
     {
-        windowsAsked++;
-        if (!window)
-            window = new BWindow(BRect(100, 100, 200, 200), "Main", B_TITLED_WINDOW, 0);
+        if (window)
+            return window;
+        window = new LibWindow(
+            BRect(400, 300, 600, 400), "Main", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
+        BButton* button = new BButton(BRect(10, 10, 90, 34), "knob", "Knob", nullptr);
+        window->AddChild(button);
+        button->MakeFocus();
         return window;
     }
-
+    BWindow* MakeSystemWindow() override
+    {
+        systemWindows++;
+        return new LibWindow(
+            BRect(100, 400, 200, 450), "System", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
+    }
     void MessageReceived(BMessage* message) override
     {
-        if (message->what == 'appr') {
-            shown++;
-            wasHidden = window->IsHidden();
-            wasQuitting = IsQuitting();
-            ReadyToRun();
-            for (const uint32 what : { 'sabt', 'ssys', 'help', 'stip', 'tipf', '_QRQ' })
-                PostMessage(what);
-        }
+        shown += message->what == 'appr';
         LibApp::MessageReceived(message);
     }
 
     BWindow* window = nullptr;
-    int windowsAsked = 0;
+    int systemWindows = 0;
     int shown = 0;
-    bool wasHidden = true;
-    bool wasQuitting = true;
 };
 
-// Without what the desktop's libraries have to say.
-std::string OwnLines(const std::string& errors)
+// The windows that the program opens, by its messages and by keys.
+void UseWindows(TestApp& app)
 {
-    std::istringstream lines(errors);
-    std::string own;
-    for (std::string line; std::getline(lines, line);)
-        own += line[0] == '<' ? line + "\n" : "";
-    return own;
+    ASSERT_TRUE(WaitFor([] { return IsActive("Main"); }));
+    app.PostMessage('sabt');
+    EXPECT_TRUE(WaitFor([] { return IsActive("About AppTest"); }));
+    EXPECT_EQ(screen::Find("rel_date").text, "Released: 1 January 2000");
+    app.PostMessage('ssys');
+    EXPECT_TRUE(WaitFor([] { return IsActive("System"); }));
+    app.PostMessage('sabt');
+    EXPECT_TRUE(WaitFor([] { return IsActive("About AppTest"); })) << "the same one, in front";
+    screen::Key("Escape");
+    EXPECT_TRUE(WaitFor([] { return !screen::Find("about_view").exists; }));
+    app.PostMessage('ssys');
+    app.PostMessage('sabt');
+    EXPECT_TRUE(WaitFor([] { return IsActive("About AppTest"); })) << "a new one";
+
+    app.window->Activate();
+    ASSERT_TRUE(WaitFor([] { return IsActive("Main"); }));
+    screen::Key("shift+F1");
+    EXPECT_TRUE(WaitFor([] { return IsActive("Help"); }));
+    EXPECT_EQ(screen::Find("help_text").text, "The knob\n\nTwo.\n\nThree.");
+    screen::Key("Up");
+    EXPECT_TRUE(WaitFor([] { return screen::Find("help_text").text == "First\n\nOne."; }));
 }
 
 } // namespace
 
-TEST(LibApp, ShowsItsWindowOnceAndSaysWhatItLacks)
+TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
 {
     if (!screen::IsThere())
         GTEST_SKIP() << "no display";
     SetProgramArguments({ "apptest" });
-    testing::internal::CaptureStderr();
     TestApp app;
+    std::thread user([&] {
+        UseWindows(app);
+        app.PostMessage(B_QUIT_REQUESTED);
+    });
     app.Run();
-    EXPECT_EQ(OwnLines(testing::internal::GetCapturedStderr()),
-        "<About AppTest...> comes with a later version\n"
-        "<System...> comes with a later version\n"
-        "<Help...> comes with a later version\n"
-        "<Tool tips> comes with a later version\n"
-        "<Tool tips> comes with a later version\n");
-    EXPECT_EQ(app.windowsAsked, 1);
+    user.join();
     EXPECT_EQ(app.shown, 1);
-    EXPECT_FALSE(app.wasHidden);
-    EXPECT_FALSE(app.wasQuitting);
+    EXPECT_EQ(app.systemWindows, 1);
     EXPECT_TRUE(app.IsQuitting());
+}
+
+TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
+{
+    const TempFolder folder;
+    setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
+    const BApplication app("application/x-vnd.Quorvane.HelpTest");
+    const std::string path = folder / "more help.xml";
+    std::ofstream(path) << "<help>\n<topic name=\"knob\" title=\"New\"><p>News.</p></topic>\n"
+                           "<topic name=\"last\" title=\"Last\"><p>End.</p></topic>\n"
+                           "<tip name=\"knob\">Push it</tip>\n</help>\n";
+    EXPECT_TRUE(LibHelp::AddToResources(path.c_str()));
+    EXPECT_TRUE(LibHelp::AddToResources(path.c_str())) << "in place of the first";
+    std::ofstream(folder / "none.xml") << "<p>no help</p>";
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(LibHelp::AddToResources((folder / "none.xml").c_str()));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "<" + (folder / "none.xml") + "> is no help file\n");
+
+    LibHelp help;
+    EXPECT_TRUE(help.ReadText(kHelp));
+    EXPECT_STREQ(help.TipFor("knob"), "Turn it");
+    help.ReadResources();
+    EXPECT_EQ(help.CountTopics(), 3);
+    EXPECT_EQ(help.IndexOf("last"), 2);
+    EXPECT_EQ(help.IndexOf("Last"), -1);
+    EXPECT_STREQ(help.TopicAt(help.IndexOf("knob"))->title, "New");
+    EXPECT_STREQ(help.TipFor("knob"), "Push it");
+    EXPECT_EQ(help.TipFor("first"), nullptr);
 }

@@ -6,11 +6,6 @@ namespace {
 
 const BRect kScreen(0, 0, 1023, 767);
 
-BPoint Place(BRect screen, BRect mainWindow, BRect window, int32 position, int32 nth = 0)
-{
-    return WindowPlacement { screen, mainWindow }.Place(window, position, nth);
-}
-
 } // namespace
 
 TEST(WindowPlacement, EachRuleHasItsPlace)
@@ -37,33 +32,29 @@ TEST(WindowPlacement, EachRuleHasItsPlace)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const BPoint corner = Place(kScreen, row.mainWindow, small, row.position, row.nth);
-        EXPECT_EQ(corner.x, row.corner.x);
-        EXPECT_EQ(corner.y, row.corner.y);
+        const WindowPlacement placement { kScreen, row.mainWindow };
+        EXPECT_EQ(placement.Place(small, row.position, row.nth), row.corner);
     }
 }
 
 TEST(WindowPlacement, WindowsOfAnySizeStayOnTheScreen)
 {
-    const BRect screens[] = { kScreen, BRect(1920, 200, 1920 + 639, 200 + 479) };
-    for (const BRect& screen : screens) {
-        for (float size = 50; size < 400; size += 50) {
-            for (int32 nth = 0; nth < 40; nth++) {
-                const BRect window(0, 0, size, size);
-                const BRect mainWindow(screen.right - 300, screen.bottom - 50, screen.right, 9999);
-                const int32 rule = nth % 5;
-                const BPoint corner = Place(screen, mainWindow, window, rule, nth);
-                EXPECT_TRUE(screen.Contains(window.OffsetToCopy(corner.x, corner.y)))
-                    << "rule " << rule << ", size " << size << ", number " << nth;
-            }
+    for (const BRect& screen : { kScreen, BRect(1920, 200, 1920 + 639, 200 + 479) }) {
+        const BRect mainWindow(screen.right - 300, screen.bottom - 50, screen.right, 9999);
+        for (int32 i = 0; i < 280; i++) {
+            const float size = 50 + 50 * static_cast<float>(i % 7);
+            const BRect window(0, 0, size, size);
+            const BPoint corner =
+                WindowPlacement { screen, mainWindow }.Place(window, i % 5, i / 7);
+            EXPECT_TRUE(screen.Contains(window.OffsetToCopy(corner.x, corner.y)))
+                << "rule " << i % 5 << ", size " << size << ", number " << i / 7;
         }
     }
 }
 
 TEST(WindowPlacement, AWindowLargerThanTheScreenShowsItsTitle)
 {
-    for (const int32 position : { kCascade, kCentred, kBesideMain }) {
-        const BPoint corner = Place(kScreen, BRect(), BRect(0, 0, 2000, 1500), position);
-        EXPECT_EQ(corner, BPoint(6, 28)) << position;
-    }
+    const WindowPlacement placement { kScreen, BRect() };
+    for (const int32 position : { kCascade, kCentred, kBesideMain })
+        EXPECT_EQ(placement.Place(BRect(0, 0, 2000, 1500), position, 0), BPoint(6, 28)) << position;
 }

@@ -1,0 +1,60 @@
+#include "toolkit/Links.h"
+
+#include "tests/support/TempFolder.h"
+#include "tests/support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <sys/stat.h>
+
+namespace {
+
+// Programs along PATH that write their arguments into a file of the program's name.
+class Programs {
+public:
+    Programs()
+    {
+        for (const std::string name : { "xdg-open", "xdg-email", "my mailer" }) {
+            const std::string path = folder / name;
+            std::ofstream(path) << "#!/bin/sh\nprintf '<%s>' \"$@\" > '" << path << ".part'\n"
+                                << "mv '" << path << ".part' '" << path << ".seen'\n";
+            chmod(path.c_str(), 0755);
+        }
+        setenv("PATH", (folder.Path() + ":" + before).c_str(), 1);
+    }
+    ~Programs() { setenv("PATH", before.c_str(), 1); }
+
+    std::string Seen(const std::string& name) const
+    {
+        std::ostringstream text;
+        EXPECT_TRUE(WaitUntil([&] { return std::ifstream(folder / (name + ".seen")).good(); }));
+        text << std::ifstream(folder / (name + ".seen")).rdbuf();
+        return text.str();
+    }
+    std::string Path(const std::string& name) const { return folder / name; }
+
+private:
+    const TempFolder folder;
+    const std::string before = getenv("PATH");
+};
+
+} // namespace
+
+TEST(Links, LeadToTheDesktopsProgramsWithEveryTextAsItIs)
+{
+    const Programs programs;
+    WebLinkTo("http://www.tarvex.example/?a=1&b=$(touch x)");
+    EXPECT_EQ(programs.Seen("xdg-open"), "<http://www.tarvex.example/?a=1&b=$(touch x)>");
+    EmailTo("me@tarvex.example", "a \"b\"", "two\nlines");
+    EXPECT_EQ(programs.Seen("xdg-email"),
+        "<--subject><a \"b\"><--body><two\nlines><mailto:me@tarvex.example>");
+    const std::string mailer = programs.Path("my mailer");
+    EXPECT_TRUE(EmailToCommand(mailer.c_str(), "me@tarvex.example", "`x` $HOME", nullptr));
+    EXPECT_EQ(programs.Seen("my mailer"), "<mailto:me@tarvex.example><-subject><`x` $HOME>");
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(EmailToCommand(mailer.c_str(), "me", std::string(600, 'x').c_str(), nullptr));
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+}

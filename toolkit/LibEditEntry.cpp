@@ -1,0 +1,77 @@
+#include "toolkit/LibEditEntry.h"
+
+#include <Message.h>
+#include <TextView.h>
+
+#include <cstring>
+#include <strings.h>
+#include <utility>
+
+namespace {
+
+constexpr uint32 kMsgTextChanged = 'EdTC';
+
+bool IsLongerWith(const std::string& name, const std::string& beginning)
+{
+    return name.size() > beginning.size()
+        && strncasecmp(name.c_str(), beginning.c_str(), beginning.size()) == 0;
+}
+
+} // namespace
+
+LibEditEntry::LibEditEntry(BRect frame, const char* name, const char* text, int32 maxBytes)
+    : BTextControl(frame, name, nullptr, text, nullptr)
+{
+    TextView()->SetMaxBytes(maxBytes);
+    SetModificationMessage(new BMessage(kMsgTextChanged));
+}
+
+void LibEditEntry::SetCompletions(const std::string& bestName, std::shared_ptr<const Names> names)
+{
+    best = bestName;
+    others = std::move(names);
+}
+
+void LibEditEntry::AttachedToWindow()
+{
+    BTextControl::AttachedToWindow();
+    SetTarget(this);
+}
+
+void LibEditEntry::MessageReceived(BMessage* message)
+{
+    if (message->what == kMsgTextChanged)
+        TextChanged();
+    else
+        BTextControl::MessageReceived(message);
+}
+
+// Only what is typed at the end is completed: whoever deletes does not want it back.
+void LibEditEntry::TextChanged()
+{
+    const std::string text = Text();
+    const bool hasGrown = text.size() > before.size();
+    before = text;
+    int32 start = 0, end = 0;
+    TextView()->GetSelection(&start, &end);
+    const auto size = static_cast<int32>(text.size());
+    if (!hasGrown || start != size || end != size)
+        return;
+    if (const std::string* name = NameFor(text)) {
+        TextView()->Insert(name->c_str() + text.size());
+        TextView()->Select(size, TextView()->TextLength());
+    }
+}
+
+const std::string* LibEditEntry::NameFor(const std::string& beginning) const
+{
+    if (IsLongerWith(best, beginning))
+        return &best;
+    if (!others)
+        return nullptr;
+    for (const std::string& name : *others) {
+        if (IsLongerWith(name, beginning))
+            return &name;
+    }
+    return nullptr;
+}

@@ -1,0 +1,149 @@
+#include "toolkit/LibHelp.h"
+
+#include "foundation/LibAppResource.h"
+#include "foundation/LibPath.h"
+#include "foundation/LibTools.h"
+#include "foundation/xmlParser.h"
+
+#include <TypeConstants.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr int32 kFirstFile = 5000; // resource ids of help files: this one and those after it
+
+const char* Attribute(const xmlTag& tag, const char* name)
+{
+    const char* value = nullptr;
+    return tag.modifiers.FindString(name, &value) == B_OK ? value : "";
+}
+
+LibString Paragraphs(const xmlTag& topic)
+{
+    LibString text;
+    for (const xmlTag* child = topic.children.First(); child; child = topic.children.Next()) {
+        if (!text.IsBlank())
+            text.Concat("\n\n");
+        text.Concat(child->content);
+    }
+    return text;
+}
+
+template <class Items>
+auto Find(Items& items, const char* name)
+{
+    return std::find_if(items.begin(), items.end(),
+        [name](const auto& item) { return item.name.Compare(name, false) == 0; });
+}
+
+LibString TemporaryPath()
+{
+    BPath path;
+    LibUniqueName(path, "help");
+    return path.Path();
+}
+
+} // namespace
+
+bool LibHelp::ReadFile(const char* path)
+{
+    xmlParser parser(path);
+    xmlTag tag;
+    bool found = false;
+    for (; parser.FindTag("topic", tag); found = true)
+        AddTopic(tag);
+    parser.Rewind();
+    for (; parser.FindTag("tip", tag); found = true)
+        SetTip(Attribute(tag, "name"), tag.content);
+    return found;
+}
+
+void LibHelp::AddTopic(const xmlTag& tag)
+{
+    const char* name = Attribute(tag, "name");
+    auto topic = Find(topics, name);
+    if (topic == topics.end())
+        topic = topics.emplace(topics.end());
+    topic->name = name;
+    topic->title = Attribute(tag, "title");
+    topic->text = Paragraphs(tag);
+    if (const char* tip = Attribute(tag, "tip"); *tip)
+        SetTip(name, tip);
+}
+
+void LibHelp::SetTip(const char* name, const char* text)
+{
+    auto tip = Find(tips, name);
+    if (tip == tips.end())
+        tip = tips.emplace(tips.end());
+    tip->name = name;
+    tip->text = text;
+}
+
+bool LibHelp::ReadText(const char* xml)
+{
+    const LibString path = TemporaryPath();
+    FILE* file = fopen(path, "wx");
+    if (!file) {
+        fprintf(stderr, "Error writing <%s>\n", path.operator const char*());
+        return false;
+    }
+    fputs(xml, file);
+    fclose(file);
+    const bool found = ReadFile(path);
+    LibUnlink(path);
+    return found;
+}
+
+void LibHelp::ReadResources()
+{
+    LibAppResource resources(B_READ_ONLY);
+    for (int32 id = kFirstFile; resources.HasResource(B_RAW_TYPE, id); id++) {
+        const LibString path = TemporaryPath();
+        if (resources.ExtractEntry(id, path, true) && LibExists(path))
+            ReadFile(path);
+        LibUnlink(path);
+    }
+}
+
+bool LibHelp::AddToResources(const char* path)
+{
+    if (!LibHelp().ReadFile(path)) {
+        fprintf(stderr, "<%s> is no help file\n", path);
+        return false;
+    }
+    const BPath file(path);
+    LibAppResource resources(B_READ_WRITE);
+    int32 id = kFirstFile;
+    for (; resources.HasResource(B_RAW_TYPE, id); id++) {
+        const char* name = nullptr;
+        size_t size = 0;
+        if (resources.GetResourceInfo(B_RAW_TYPE, id, &name, &size) && name
+            && strcmp(name, file.Leaf()) == 0)
+            break;
+    }
+    if (resources.AddEntry(file.Path(), id, file.Leaf()))
+        return true;
+    fprintf(stderr, "<%s> could not be added to the application's help\n", path);
+    return false;
+}
+
+const LibHelpTopic* LibHelp::TopicAt(int32 index) const
+{
+    return index >= 0 && index < CountTopics() ? &topics[size_t(index)] : nullptr;
+}
+
+int32 LibHelp::IndexOf(const char* name) const
+{
+    const auto topic = Find(topics, name);
+    return topic != topics.end() ? int32(topic - topics.begin()) : -1;
+}
+
+const char* LibHelp::TipFor(const char* name) const
+{
+    const auto tip = Find(tips, name);
+    return tip != tips.end() ? tip->text.operator const char*() : nullptr;
+}

@@ -1,0 +1,52 @@
+// The program's help: topics to read and tips for controls, from XML files like
+//
+//     <help>
+//     <topic name="cpusieve" title="Sieve" tip="Counts rounds"><p>A paragraph.</p></topic>
+//     <tip name="cancel">Closes the window</tip>
+//     </help>
+//
+// Names are those of views and windows. A text lies in one line: lines are joined as they are.
+#pragma once
+
+#include "foundation/LibString.h"
+
+#include <deque>
+
+class xmlTag;
+
+struct LibHelpTopic {
+    LibString name;
+    LibString title;
+    LibString text; // paragraphs with an empty line between them
+};
+
+class LibHelp {
+public:
+    // Adds topics and tips; one of a name that is there already takes its place. False if the file
+    // at path has neither.
+    bool ReadFile(const char* path);
+    bool ReadText(const char* xml); // the file's contents
+
+    // The files that the application keeps in its resources.
+    void ReadResources();
+    // Puts the file into the application's resources, in place of one of the same name. False, with
+    // a line on standard error, if it holds no help or cannot be stored.
+    static bool AddToResources(const char* path);
+
+    int32 CountTopics() const { return int32(topics.size()); }
+    const LibHelpTopic* TopicAt(int32 index) const; // null beyond the last
+    int32 IndexOf(const char* name) const; // -1: no such topic
+    void SetTip(const char* name, const char* text);
+    const char* TipFor(const char* name) const; // null: none
+
+private:
+    struct Tip {
+        LibString name;
+        LibString text;
+    };
+
+    void AddTopic(const xmlTag& tag);
+
+    std::deque<LibHelpTopic> topics;
+    std::deque<Tip> tips;
+};
