@@ -4,14 +4,16 @@
 
 #include <charconv>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 namespace kernel {
 std::string ReadText(const std::string& path)
 {
     const KillGuard guard;
-    std::ifstream file(path, std::ios::binary);
-    return { std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>() };
+    const std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf(); // unlike iterators, no exception where reading fails
+    return text.str();
 }
 
 long long NumberAt(const std::string& text, long long otherwise)

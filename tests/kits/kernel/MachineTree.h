@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <sstream>
 #include <stdlib.h>
 #include <string>
@@ -27,6 +28,19 @@ public:
         const std::filesystem::path path = fPath + "/" + file;
         std::filesystem::create_directories(path.parent_path());
         std::ofstream(path) << text;
+    }
+
+    // Fills the tree from a captured machine, as far as tar's options name it. False where
+    // there is no such capture.
+    [[nodiscard]] bool Unpack(const std::string& name, const std::string& options) const
+    {
+        const std::string archive = std::string(TARVEX_CAPTURES) + "/" + name + ".tar.bz2";
+        if (!std::filesystem::exists(archive))
+            return false;
+        const std::string command = "tar xjf '" + archive + "' -C '" + fPath
+            + "' --strip-components=1 --no-same-owner --wildcards " + options;
+        EXPECT_EQ(system(command.c_str()), 0);
+        return true;
     }
 
     [[nodiscard]] std::string Read(const std::string& file) const

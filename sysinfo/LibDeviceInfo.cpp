@@ -1,0 +1,135 @@
+#include "sysinfo/LibDeviceInfo.h"
+
+#include <iterator>
+#include <memory>
+#include <new>
+
+#include <PCI.h>
+
+#include "sysinfo/PciTables.h"
+
+namespace {
+
+constexpr uint16 kEndOfTable = 0xFFFF;
+
+const PciVendorRow* FindVendor(uint16 vendorId)
+{
+    for (const PciVendorRow* row = g_vendor_table; row->vendorId < kEndOfTable; row++) {
+        if (row->vendorId == vendorId)
+            return row;
+    }
+    return nullptr;
+}
+
+const PciDeviceRow* FindRow(uint16 vendorId, uint16 deviceId)
+{
+    for (const PciDeviceRow* row = g_device_table; row->vendorId < kEndOfTable; row++) {
+        if (row->vendorId == vendorId && row->deviceId == deviceId)
+            return row;
+    }
+    return nullptr;
+}
+
+// Appends item, which is gone if there is no memory for its place.
+template <class T>
+void Append(LinkList<T>& list, std::unique_ptr<T> item)
+{
+    if (list.Insert(item.get()))
+        static_cast<void>(item.release());
+}
+
+} // namespace
+
+void LibDeviceInfo::pciDevices()
+{
+    for (const PciClassRow* row = g_pci_class_list; row->name != nullptr; row++) {
+        if (NumberPciDecices(row->classId) == 0)
+            continue;
+        std::unique_ptr<pciItem> item(new (std::nothrow) pciItem(row->classId));
+        if (!item)
+            continue;
+        item->Type(row->name);
+        ObtainPciDevices(row->classId, item.get());
+        Append(*this, std::move(item));
+    }
+}
+
+status_t LibDeviceInfo::ObtainPciDevices(const int& classId, pciItem* item)
+{
+    status_t status;
+    pci_info info;
+    for (long i = 0; (status = get_nth_pci_info(i, &info)) == B_OK; i++) {
+        if (info.class_base != classId)
+            continue;
+        std::unique_ptr<pciDevice> device(new (std::nothrow) pciDevice);
+        if (!device)
+            continue;
+        device->VendorId(info.vendor_id);
+        device->DeviceId(info.device_id);
+        GetDevice(device.get());
+        Append(item->devices, std::move(device));
+    }
+    return status;
+}
+
+void LibDeviceInfo::GetDevice(pciDevice* device) const
+{
+    if (const PciVendorRow* vendor = FindVendor(device->vendorId)) {
+        device->VendorShort(vendor->shortName);
+        device->VendorLong(vendor->longName);
+    }
+    if (const PciDeviceRow* row = FindRow(device->vendorId, device->deviceId))
+        device->Description(row->description[0] != 0 ? row->description : row->chip);
+}
+
+bool LibDeviceInfo::FindDevice(const int& classId, LibString& out)
+{
+    const pciItem wanted(classId);
+    pciItem* item = Get(&wanted);
+    const pciDevice* device = item != nullptr ? item->devices.First() : nullptr;
+    if (device == nullptr)
+        return false;
+    out = device->vendorLong;
+    out.Concat(", ");
+    out.Concat(device->description);
+    return true;
+}
+
+bool LibDeviceInfo::NextClassId(int& index, int& classId, LibString& name) const
+{
+    int rows = 0;
+    while (g_pci_class_list[rows].name != nullptr)
+        rows++;
+    if (index < 0 || index >= rows)
+        return false;
+    classId = g_pci_class_list[index].classId;
+    name = g_pci_class_list[index].name;
+    index++;
+    return true;
+}
+
+int LibDeviceInfo::NumberPciDecices(const int& classId) const
+{
+    int found = 0;
+    pci_info info;
+    for (long i = 0; get_nth_pci_info(i, &info) == B_OK; i++) {
+        if (info.class_base == classId)
+            found++;
+    }
+    return found;
+}
+
+bool LibDeviceInfo::AllDevicesKnown()
+{
+    for (pciItem* item = First(); item != nullptr; item = Next()) {
+        if (!item->AllDevicesKnown())
+            return false;
+    }
+    return true;
+}
+
+void LibDeviceInfo::PrintToStream()
+{
+    for (pciItem* item = First(); item != nullptr; item = Next())
+        item->PrintToStream();
+}

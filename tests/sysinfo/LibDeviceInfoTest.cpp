@@ -1,0 +1,108 @@
+#include "sysinfo/LibDeviceInfo.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/kits/kernel/PciTree.h"
+
+TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
+{
+    const MachineTree tree;
+    AddPciFunction(tree, "0000:00:07.0", PciConfig(0x8086, 0x7110, 0x060100)); // the first of two
+    AddPciFunction(tree, "0000:00:01.0", PciConfig(0x1af4, 0x1000, 0x020000)); // unknown vendor
+    AddPciFunction(tree, "0000:00:02.0", PciConfig(0x1097, 0x0001, 0x030000)); // unknown device
+    AddPciFunction(tree, "0000:00:03.0", PciConfig(0x1014, 0x0046, 0x080000)); // without any name
+    AddPciFunction(tree, "0000:00:04.0", PciConfig(0x0e11, 0x0001, 0x060200)); // has only a chip
+    AddPciFunction(tree, "0000:00:05.0", PciConfig(0x8086, 0x1229, 0x0d0000)); // no class of ours
+    AddPciFunction(tree, "0000:00:06.0", PciConfig(0x5333, 0x5631, 0xff0000)); // out of order
+    const RootGuard root(tree.Path());
+    LibDeviceInfo info;
+    FILE* file = fopen((tree.Path() + "/written").c_str(), "w");
+    for (pciItem* item = info.First(); item != nullptr; item = info.Next())
+        item->Write(file);
+    fclose(file);
+    EXPECT_EQ(tree.Read("written"),
+        "pci class = <8>, type = <Base Peripheral>\n"
+        "Vendor id <0x1014>, Device id <0x0046>, Vendor <IBM,IBM>, Device <>\n\n"
+        "pci class = <6>, type = <Bridge>\n"
+        "Vendor id <0x0E11>, Device id <0x0001>, Vendor <Compaq,Compaq>, Device <EISA Bridge>\n"
+        "Vendor id <0x8086>, Device id <0x7110>, Vendor <Intel,Intel Corporation>, "
+        "Device <PIIX4 ISA Bridge>\n\n"
+        "pci class = <3>, type = <Display>\n"
+        "Vendor id <0x1097>, Device id <0x0001>, Vendor <Appian,Appian Technology>, "
+        "Device <Unknown>\n\n"
+        "pci class = <2>, type = <Network>\n"
+        "Vendor id <0x1AF4>, Device id <0x1000>, Vendor <Unknown,Unknown>, Device <Unknown>\n\n"
+        "pci class = <255>, type = <Undefined>\n"
+        "Vendor id <0x5333>, Device id <0x5631>, Vendor <S3,S3 Incorporated>, Device <ViRGE>\n\n");
+
+    EXPECT_EQ(info.NumberPciDecices(6), 2);
+    pciItem item(13);
+    EXPECT_EQ(info.ObtainPciDevices(13, &item), B_ERROR);
+    EXPECT_EQ(item.devices.Size(), 1);
+    EXPECT_FALSE(info.AllDevicesKnown());
+    EXPECT_EQ(info.Current()->classId, 3) << "an empty name is a name";
+    LibString text = "as before";
+    EXPECT_FALSE(info.FindDevice(13, text));
+    EXPECT_STREQ(text, "as before");
+    EXPECT_TRUE(info.FindDevice(6, text));
+    EXPECT_STREQ(text, "Compaq, EISA Bridge");
+}
+
+TEST(LibDeviceInfo, HasNothingAndKnowsAllWhereThereAreNoBuses)
+{
+    const MachineTree tree;
+    const RootGuard root(tree.Path());
+    LibDeviceInfo info;
+    EXPECT_EQ(info.Size(), 0);
+    EXPECT_TRUE(info.AllDevicesKnown());
+    int index = 0, classId = -1;
+    LibString name;
+    std::string classes;
+    while (info.NextClassId(index, classId, name))
+        classes += std::to_string(classId) + " ";
+    EXPECT_EQ(classes, "8 6 3 10 0 9 1 5 4 2 11 12 7 255 ");
+    for (int bad : { index, index + 1, -1 }) {
+        EXPECT_FALSE(info.NextClassId(bad, classId, name));
+        EXPECT_STREQ(name, "Undefined");
+    }
+}
+
+TEST(LibDeviceInfo, AnItemsCopyHasDevicesOfItsOwn)
+{
+    pciItem item(10);
+    item.Type("Display");
+    ASSERT_TRUE(item.devices.Insert(new pciDevice));
+    ASSERT_TRUE(item.devices.Insert(new pciDevice));
+    item.devices.First()->VendorShort("unknown"); // in small letters it is a name
+    item.devices.Current()->Description("");
+    item.devices.Next()->VendorShort("ATI");
+    item.devices.Current()->VendorLong("ATI Technologies");
+    item.devices.Current()->Description("Mach64");
+    pciItem copy(item);
+    item.devices.First()->VendorLong("");
+    EXPECT_TRUE(item.AllDevicesKnown());
+    EXPECT_EQ(copy.NumberDevicesUnknown(), 1);
+    copy.ClassId(11);
+    EXPECT_TRUE(copy > item);
+    EXPECT_FALSE(copy == item);
+    pciItem& self = item;
+    item = self;
+    testing::internal::CaptureStderr();
+    item.PrintToStream();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "pci a, type Display\n\tvendor <>, desc <>\n"
+        "\tvendor <ATI Technologies>, desc <Mach64>\n");
+}
+
+TEST(LibDeviceInfo, DescribesACapturedMachine)
+{
+    const MachineTree tree;
+    if (!UnpackPciMachine(tree))
+        GTEST_SKIP() << "no captured machine with PCI buses";
+    const RootGuard root(tree.Path());
+    LibDeviceInfo info;
+    std::string counts;
+    for (const pciItem* item = info.First(); item != nullptr; item = info.Next())
+        counts += std::to_string(item->classId) + ":" + std::to_string(item->devices.Size()) + " ";
+    EXPECT_EQ(counts, "8:6 6:16 3:1 1:2 2:4 12:8 ");
+}
