@@ -64,14 +64,7 @@ void BControl::WidgetChanged(BMessage* report)
 
 status_t BControl::Invoke(BMessage* message)
 {
-    const BMessage* original = message ? message : Message();
-    if (!original)
-        return B_BAD_VALUE;
-    BMessage copy(*original);
-    copy.AddInt64("when", system_time());
-    copy.AddPointer("source", this);
-    copy.AddInt32("be:value", fValue);
-    return BInvoker::Invoke(&copy);
+    return InvokeFrom(this, "be:value", fValue, message);
 }
 
 void BControl::GetPreferredSize(float* width, float* height)

@@ -173,8 +173,10 @@ void BListView::KeyDown(const char* bytes, int32 numBytes)
         case B_END: MoveCursor(last, -1); break;
         case B_ENTER:
         case B_SPACE:
-            if (CurrentSelection() >= 0)
+            if (CurrentSelection() >= 0 && InvocationMessage())
                 Invoke();
+            else
+                BView::KeyDown(bytes, numBytes); // Enter may press the window's default button
             break;
         default: BView::KeyDown(bytes, numBytes); break;
     }

@@ -162,6 +162,13 @@ void BMenu::SetRadioMode(bool on)
         item->ShowState();
 }
 
+void BMenu::SetLabelFromMarked(bool on)
+{
+    fLabelFromMarked = on;
+    if (fMenuPeer)
+        display::Call([this] { ShowField(); });
+}
+
 void BMenu::SetEnabled(bool enabled)
 {
     fEnabled = enabled;

@@ -36,6 +36,8 @@ public:
     virtual status_t SetTargetForItems(BHandler* target); // as BInvoker::SetTarget()
     void SetRadioMode(bool on); // choosing an item marks it and unmarks the others
     bool IsRadioMode() const { return fRadio; }
+    void SetLabelFromMarked(bool on); // the field it opens from shows the marked item's label
+    bool IsLabelFromMarked() const { return fLabelFromMarked; }
     virtual void SetEnabled(bool enabled);
     bool IsEnabled() const; // false too in a disabled menu above
     void SetLabel(const char* label); // of its item in the menu above
@@ -48,6 +50,7 @@ protected:
 
 private:
     friend class BMenuBar;
+    friend class BMenuField;
     friend class BMenuItem;
 
     BMenuItem* Find(const std::function<bool(const BMenuItem&)>& wanted) const;
@@ -60,11 +63,13 @@ private:
     void FillWidget();
     void ShowItem(const BMenuItem& item);
     void ShowItemIn(const BMenuItem& item);
+    void ShowField();
 
     std::vector<std::unique_ptr<BMenuItem>> fItems;
     BMenuItem* fSuperitem = nullptr;
     BWindow* fMenuWindow = nullptr; // of the bar above
     std::unique_ptr<MenuPeer> fMenuPeer; // while in a window
     bool fRadio = false;
+    bool fLabelFromMarked = false;
     bool fEnabled = true;
 };

@@ -100,14 +100,7 @@ void BMenuItem::Chosen()
 
 status_t BMenuItem::Invoke(BMessage* message)
 {
-    const BMessage* original = message ? message : Message();
-    if (!original)
-        return B_BAD_VALUE;
-    BMessage copy(*original);
-    copy.AddInt64("when", system_time());
-    copy.AddPointer("source", this);
-    copy.AddInt32("index", fMenu ? fMenu->IndexOf(this) : -1);
-    return BInvoker::Invoke(&copy);
+    return InvokeFrom(this, "index", fMenu ? fMenu->IndexOf(this) : -1, message);
 }
 
 BSeparatorItem::BSeparatorItem() : BMenuItem("", nullptr)

@@ -106,6 +106,16 @@ void BMenu::FillWidget()
         widget->addAction(action);
         ShowItemIn(*item);
     }
+    ShowField();
+}
+
+// The field's button shows the choice, or else the menu's name.
+void BMenu::ShowField()
+{
+    if (!fMenuPeer->field)
+        return;
+    const BMenuItem* marked = fLabelFromMarked ? FindMarked() : nullptr;
+    fMenuPeer->field->setText(PlainLabel(marked ? marked->Label() : Name()));
 }
 
 void BMenu::Rebuild()
@@ -139,6 +149,7 @@ void BMenu::ShowItemIn(const BMenuItem& item)
     action->setCheckable(item.fMarked);
     action->setChecked(item.fMarked);
     action->setProperty("marked", item.fMarked);
+    ShowField();
 }
 
 void BMenu::WidgetChanged(BMessage* report)

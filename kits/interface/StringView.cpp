@@ -8,13 +8,6 @@
 
 namespace {
 
-Qt::Alignment ToQt(alignment side)
-{
-    if (side == B_ALIGN_RIGHT)
-        return Qt::AlignRight | Qt::AlignVCenter;
-    return (side == B_ALIGN_CENTER ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter;
-}
-
 void ShowColor(QWidget& label, rgb_color color)
 {
     QPalette palette = label.palette();
@@ -51,8 +44,9 @@ void BStringView::SetAlignment(alignment side)
 {
     fAlignment = side;
     if (Peer()) {
-        display::Call(
-            [this] { static_cast<QLabel*>(Peer()->widget)->setAlignment(ToQt(fAlignment)); });
+        display::Call([this] {
+            static_cast<QLabel*>(Peer()->widget)->setAlignment(ToQAlignment(fAlignment));
+        });
     }
 }
 
@@ -74,7 +68,7 @@ void BStringView::MakeWidget(ViewPeer& peer)
     auto* label = new QLabel(peer.parent);
     label->setTextFormat(Qt::PlainText);
     label->setText(QString::fromStdString(fText));
-    label->setAlignment(ToQt(fAlignment));
+    label->setAlignment(ToQAlignment(fAlignment));
     if (fHasColor)
         ShowColor(*label, HighColor());
     peer.widget = label;

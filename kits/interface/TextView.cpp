@@ -4,14 +4,17 @@
 #include "ScrollBar.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
+#include "server/ServerMessages.h"
 #include "server/TextWidget.h"
 #include "server/ViewEvents.h"
 
+#include <algorithm>
+
 namespace {
 
-TextWidget& Widget(ViewPeer* peer)
+TextPeer& TextOf(const ViewPeer& peer)
 {
-    return *static_cast<TextWidget*>(peer->widget);
+    return dynamic_cast<TextPeer&>(*peer.widget);
 }
 
 } // namespace
@@ -23,9 +26,15 @@ BTextView::BTextView(BRect frame, const char* name, BRect textRect, uint32 resiz
 
 const char* BTextView::Text()
 {
-    if (Peer())
-        fText = display::Call([this] { return Widget(Peer()).toPlainText(); }).toStdString();
+    if (!fIsReported)
+        FetchText();
     return fText.c_str();
+}
+
+void BTextView::FetchText()
+{
+    if (Peer())
+        fText = display::Call([this] { return TextOf(*Peer()).Contents(); }).toStdString();
 }
 
 int32 BTextView::TextLength()
@@ -36,26 +45,67 @@ int32 BTextView::TextLength()
 
 void BTextView::SetText(const char* text)
 {
-    fText = text ? text : "";
+    const QString contents = CutToBytes(QString::fromUtf8(text), fMaxBytes);
+    fText = contents.toStdString();
+    ChangeText(Apply::kAlways, [&](TextPeer& peer) { peer.SetContents(contents); });
+}
+
+void BTextView::ChangeText(Apply apply, const std::function<void(TextPeer&)>& change)
+{
+    if (!Peer())
+        return;
+    display::Call([&] {
+        TextPeer& text = TextOf(*Peer());
+        const int32 before = text.Version();
+        if (apply == Apply::kToKnownText && before != fVersion)
+            return;
+        change(text);
+        if (apply == Apply::kToKnownText && fIsReported)
+            HoldText(text);
+        if (text.Version() == before)
+            return;
+        fVersion = text.Version();
+        fText = text.Contents().toStdString();
+    });
+}
+
+// Changes that follow in the same message belong to this one: what the user does comes after them.
+void BTextView::HoldText(TextPeer& text)
+{
+    text.Hold();
+    BMessage report(kMsgWidgetChanged);
+    report.AddBool("release", true);
+    Peer()->link->Post(report);
+}
+
+void BTextView::ReleaseText()
+{
     if (Peer())
-        display::Call([this] { Widget(Peer()).setPlainText(QString::fromStdString(fText)); });
+        display::Call([this] { TextOf(*Peer()).Release(); });
+}
+
+bool BTextView::TakeReport(const char* text, int32 version)
+{
+    if (version < fVersion)
+        return false;
+    fText = text;
+    fVersion = version;
+    return true;
 }
 
 void BTextView::Insert(const char* text)
 {
     if (!text)
         return;
-    if (!Peer()) {
-        fText.insert(0, text);
-        return;
-    }
-    display::Call([this, text] { Widget(Peer()).insertPlainText(QString::fromUtf8(text)); });
+    if (!Peer())
+        return SetText((text + fText).c_str());
+    ChangeText(
+        Apply::kToKnownText, [text](TextPeer& peer) { peer.InsertText(QString::fromUtf8(text)); });
 }
 
 void BTextView::Select(int32 start, int32 finish)
 {
-    if (Peer())
-        display::Call([this, start, finish] { Widget(Peer()).SelectBytes(start, finish); });
+    ChangeText(Apply::kToKnownText, [=](TextPeer& peer) { peer.SelectBytes(start, finish); });
 }
 
 void BTextView::SelectAll()
@@ -66,13 +116,15 @@ void BTextView::SelectAll()
 void BTextView::GetSelection(int32* start, int32* finish)
 {
     *start = *finish = 0;
-    if (!Peer())
-        return;
-    display::Call([this, start, finish] {
-        const TextWidget& widget = Widget(Peer());
-        *start = widget.ByteOffsetOf(widget.textCursor().selectionStart());
-        *finish = widget.ByteOffsetOf(widget.textCursor().selectionEnd());
-    });
+    if (Peer())
+        display::Call([=, this] { TextOf(*Peer()).GetSelectedBytes(*start, *finish); });
+}
+
+void BTextView::SetMaxBytes(int32 most)
+{
+    fMaxBytes = std::max<int32>(most, 0);
+    fText = CutToBytes(QString::fromStdString(fText), fMaxBytes).toStdString();
+    ChangeText(Apply::kAlways, [this](TextPeer& peer) { peer.SetMaxBytes(fMaxBytes); });
 }
 
 void BTextView::MakeEditable(bool editable)
@@ -96,14 +148,14 @@ void BTextView::SetWordWrap(bool wrap)
 void BTextView::ShowManners()
 {
     if (Peer())
-        display::Call([this] { Widget(Peer()).SetManners(fEditable, fSelectable, fWordWrap); });
+        display::Call([this] { TextOf(*Peer()).SetManners(fEditable, fSelectable, fWordWrap); });
 }
 
 void BTextView::SetTextRect(BRect rect)
 {
     fTextRect = rect;
     if (Peer()) {
-        display::Call([this] { Widget(Peer()).SetTextRect(fTextRect, ToQRect(Frame()).size()); });
+        display::Call([this] { TextOf(*Peer()).SetTextRect(fTextRect, ToQRect(Frame()).size()); });
     }
 }
 
@@ -111,7 +163,7 @@ float BTextView::TextHeight()
 {
     return static_cast<float>(display::Call([this] {
         if (Peer())
-            return Widget(Peer()).TextHeight();
+            return TextOf(*Peer()).TextHeight();
         QTextDocument document(QString::fromStdString(fText)); // as the widget will lay it out
         BFont font;
         GetFont(&font);
@@ -125,7 +177,7 @@ float BTextView::TextHeight()
 void BTextView::ScrollTo(BPoint where)
 {
     if (Peer())
-        display::Call([this, where] { Widget(Peer()).Scroll(where); });
+        display::Call([this, where] { TextOf(*Peer()).Scroll(where); });
 }
 
 void BTextView::WidgetChanged(BMessage* report)
@@ -153,17 +205,24 @@ void BTextView::ShowBar(const BMessage& report, BScrollBar* bar, const char* pre
 
 void BTextView::WidgetGoes()
 {
-    Text();
+    FetchText();
 }
 
 void BTextView::MakeWidget(ViewPeer& peer)
 {
-    auto* widget = new TextWidget(peer.link, peer.parent);
-    widget->setPlainText(QString::fromStdString(fText));
-    widget->SetManners(fEditable, fSelectable, fWordWrap);
-    widget->SetTextRect(fTextRect, ToQRect(Frame()).size());
-    peer.widget = widget;
-    Equip(peer, Name(), ViewEvents::Kind::kControl);
+    peer.widget = new TextWidget(peer.link, peer.parent);
+    EquipText(peer);
     if (fEditable)
-        widget->setFocusPolicy(Qt::StrongFocus);
+        peer.widget->setFocusPolicy(Qt::StrongFocus);
+}
+
+void BTextView::EquipText(ViewPeer& peer)
+{
+    TextPeer& text = TextOf(peer);
+    text.SetMaxBytes(fMaxBytes);
+    text.SetContents(QString::fromStdString(fText));
+    text.SetManners(fEditable, fSelectable, fWordWrap);
+    text.SetTextRect(fTextRect, ToQRect(Frame()).size());
+    fVersion = text.Version();
+    Equip(peer, Name(), ViewEvents::Kind::kControl);
 }

@@ -3,7 +3,11 @@
 
 #include "View.h"
 
+#include <cstdint>
+#include <functional>
 #include <string>
+
+class TextPeer;
 
 class BTextView : public BView {
 public:
@@ -19,6 +23,10 @@ public:
     virtual void Select(int32 start, int32 finish); // byte offsets, cut to the text
     void GetSelection(int32* start, int32* finish);
     void SelectAll();
+    // The most bytes that the text may have, at first any number; what is there is cut. Of what
+    // would exceed them the end is left out, in whole letters.
+    void SetMaxBytes(int32 most);
+    int32 MaxBytes() const { return fMaxBytes; }
 
     void MakeEditable(bool editable = true);
     bool IsEditable() const { return fEditable; }
@@ -40,7 +48,22 @@ protected:
     void WidgetChanged(BMessage* report) override; // how far the text reaches, and where it stands
     void WidgetGoes() override;
 
+    // For a text whose widget reports every change of the user's. Text() then does not ask it, and
+    // Insert() and Select() do nothing where the user has changed the text since: they were meant
+    // for another one. Where they do, the user's next change comes when the message that is being
+    // handled has been.
+    void UseReports() { fIsReported = true; }
+    void ReleaseText(); // for a report with "release"
+    // Takes over a report; false if the program has changed the text since.
+    bool TakeReport(const char* text, int32 version);
+    // For MakeWidget(), at its end.
+    void EquipText(ViewPeer& peer);
+
 private:
+    void FetchText();
+    void HoldText(TextPeer& text);
+    enum class Apply { kAlways, kToKnownText };
+    void ChangeText(Apply apply, const std::function<void(TextPeer&)>& change); // on the server
     void ShowManners(); // what may be done with the text, and how it breaks
     void ShowBar(const BMessage& report, BScrollBar* bar, const char* prefix);
 
@@ -49,4 +72,7 @@ private:
     bool fEditable = true;
     bool fSelectable = true;
     bool fWordWrap = true;
+    int32 fMaxBytes = INT32_MAX;
+    bool fIsReported = false;
+    int32 fVersion = 0; // of the text as last reported or changed here
 };

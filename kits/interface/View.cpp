@@ -183,10 +183,19 @@ void BView::MakePeer()
             widget->setFont(ToQFont(fDraw->font));
         if (fDraw->viewColor != B_TRANSPARENT_COLOR)
             ShowViewColor(*widget, ToQColor(fDraw->viewColor), fills);
+        widget->setToolTip(QString::fromStdString(fToolTip));
         if (next)
             widget->stackUnder(next->widget);
         widget->setVisible(fHidden == 0);
     });
+}
+
+void BView::SetToolTip(const char* text)
+{
+    CheckLocked();
+    fToolTip = text ? text : "";
+    if (fPeer)
+        display::Call([this] { fPeer->widget->setToolTip(QString::fromStdString(fToolTip)); });
 }
 
 void BView::MakeWidget(ViewPeer& peer)

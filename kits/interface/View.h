@@ -12,6 +12,7 @@
 #include "Rect.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 class BBitmap;
@@ -105,6 +106,8 @@ public:
     // Where the pointer was, in view coordinates, and which buttons were down at the last input the
     // window had. (0, 0) and 0 outside windows.
     void GetMouse(BPoint* location, uint32* buttons, bool checkMessageQueue = true);
+    void SetToolTip(const char* text); // appears where the pointer rests; null or empty: none
+    const char* ToolTip() const { return fToolTip.c_str(); }
     void Invalidate(); // asks for Draw() of all of it
     void Invalidate(BRect rect); // in view coordinates
 
@@ -219,6 +222,7 @@ private:
     uint32 fResizingMode;
     uint32 fFlags;
     int32 fHidden = 0;
+    std::string fToolTip;
     BScrollBar* fHorizontalBar = nullptr;
     BScrollBar* fVerticalBar = nullptr;
     std::unique_ptr<ViewPeer> fPeer;

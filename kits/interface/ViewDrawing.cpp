@@ -45,6 +45,7 @@ DrawContext* BView::OpenContext()
     const PixelFormat* format = connection->FormatOf(surface.window);
     if (format == nullptr)
         return nullptr;
+    connection->WaitUntilViewable(surface.window);
     auto& context = fDraw->context;
     context = std::make_unique<DrawContext>(*connection, surface.window, *format, surface.scale);
     context->SetBounds(Bounds());

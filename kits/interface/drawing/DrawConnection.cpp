@@ -2,6 +2,8 @@
 
 #include "drawing/FontFace.h"
 #include "drawing/XcbReply.h"
+#include "OS.h"
+#include "server/DisplayServer.h"
 #include "Window.h"
 
 #include <algorithm>
@@ -58,6 +60,21 @@ void DrawConnection::AskForRender()
     }
 }
 
+void DrawConnection::WaitUntilViewable(xcb_window_t window) const
+{
+    constexpr bigtime_t kLimit = 2'000'000;
+    constexpr bigtime_t kPause = 2'000;
+    const bigtime_t start = system_time();
+    for (;;) {
+        const auto attributes = MakeReply(xcb_get_window_attributes_reply(
+            fXcb, xcb_get_window_attributes(fXcb, window), nullptr));
+        if (attributes == nullptr || attributes->map_state == XCB_MAP_STATE_VIEWABLE
+            || system_time() - start > kLimit)
+            return;
+        snooze(kPause);
+    }
+}
+
 const PixelFormat* DrawConnection::FormatOf(xcb_window_t window)
 {
     const auto attributes = MakeReply(
@@ -91,12 +108,14 @@ GlyphSet* DrawConnection::GlyphsOf(const BFont& font, float scale)
 
 void DrawConnection::Flush()
 {
-    xcb_flush(fXcb);
+    if (xcb_flush(fXcb) <= 0) [[unlikely]]
+        display::EndWithDisplay();
 }
 
 void DrawConnection::Sync()
 {
-    MakeReply(xcb_get_input_focus_reply(fXcb, xcb_get_input_focus(fXcb), nullptr));
+    if (MakeReply(xcb_get_input_focus_reply(fXcb, xcb_get_input_focus(fXcb), nullptr)) == nullptr)
+        display::EndWithDisplay();
     DropErrors();
 }
 

@@ -1,6 +1,7 @@
 // A window's own connection to the X server: what its views draw goes out here, in the order it was
-// drawn. All calls with the window's lock. Once the connection has broken, or where a drawable has
-// gone meanwhile, requests do nothing; nothing is ever said about it.
+// drawn. All calls with the window's lock. Where a drawable has gone meanwhile, requests do nothing
+// and nothing is said about it; once the display itself has gone, Flush() and Sync() end the
+// program.
 #pragma once
 
 #include "drawing/GlyphSet.h"
@@ -22,6 +23,9 @@ public:
     DrawConnection& operator=(const DrawConnection&) = delete;
 
     xcb_connection_t* Xcb() const { return fXcb; }
+    // Returns when the X window is on the screen, where the window manager may yet have to put it:
+    // what is drawn before that is lost. Waits for two seconds at most.
+    void WaitUntilViewable(xcb_window_t window) const;
     // The format of an X window that is there already; null if it has gone or has
     // less than eight bits a pixel. Waits.
     const PixelFormat* FormatOf(xcb_window_t window);

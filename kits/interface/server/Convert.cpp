@@ -46,6 +46,13 @@ QFont ToQFont(const BFont& font)
     return result;
 }
 
+Qt::Alignment ToQAlignment(alignment side)
+{
+    if (side == B_ALIGN_RIGHT)
+        return Qt::AlignRight | Qt::AlignVCenter;
+    return (side == B_ALIGN_CENTER ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter;
+}
+
 QString PlainLabel(const char* label)
 {
     return QString::fromUtf8(label).replace('&', "&&");

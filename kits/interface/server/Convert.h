@@ -24,6 +24,7 @@ inline BPoint FromQPoint(const QPointF& point)
     return BPoint(static_cast<float>(point.x()), static_cast<float>(point.y()));
 }
 QFont ToQFont(const BFont& font);
+Qt::Alignment ToQAlignment(alignment side); // and in the middle of the height
 // A label for widgets that take "&" as the mark of a mnemonic.
 QString PlainLabel(const char* label);
 // The keys of a shortcut: the command key with key and modifiers.

@@ -3,6 +3,7 @@
 #include "Check.h"
 #include "CursorState.h"
 #include "KillGuard.h"
+#include "server/LostWindows.h"
 #include "server/ServerCursor.h"
 
 #include <clocale>
@@ -191,6 +192,7 @@ void Server::Serve()
 {
     QSocketNotifier wakeUp(fWakeUp, QSocketNotifier::Read);
     QObject::connect(&wakeUp, &QSocketNotifier::activated, [this] { RunJobs(); });
+    const LostWindows lostWindows;
     SetCursorHook(CursorChanged);
     on_exit(AtExit, nullptr); // after all that Qt has registered so far
     {
@@ -313,6 +315,13 @@ bool Start()
 bool OnServerThread()
 {
     return tIsServer;
+}
+
+void EndWithDisplay()
+{
+    fprintf(stderr, "The X11 connection broke: the <display> has gone\n");
+    fflush(nullptr);
+    _exit(1);
 }
 
 bool RunAndWait(const std::function<void()>& job)

@@ -21,6 +21,10 @@ bool Start();
 
 bool OnServerThread();
 
+// For whoever finds a connection of its own to the display broken, which ends the program as Qt
+// does for its: with a line on standard error and status 1. Needs no lock and waits for no thread.
+[[noreturn]] void EndWithDisplay();
+
 // The parts of Call and Post that are not templates. job is run once, or not at all if the server
 // is stopped; RunAndWait() waits for it. Both start the server; false if the job never runs.
 bool RunAndWait(const std::function<void()>& job);

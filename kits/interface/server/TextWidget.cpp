@@ -18,6 +18,7 @@ TextWidget::TextWidget(std::shared_ptr<ViewLink> link, QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     document()->setDocumentMargin(0);
+    connect(this, &QTextEdit::textChanged, this, [this] { CutInsertion(); });
     for (QScrollBar* bar : { horizontalScrollBar(), verticalScrollBar() }) {
         connect(bar, &QScrollBar::valueChanged, this, [this] { Report(); });
         connect(bar, &QScrollBar::rangeChanged, this, [this] { Report(); });
@@ -69,24 +70,42 @@ void TextWidget::Scroll(BPoint where)
     fIsQuiet = false;
 }
 
-int TextWidget::PlaceOf(int32 byteOffset) const
+void TextWidget::SetContents(const QString& text)
 {
-    const QByteArray text = toPlainText().toUtf8();
-    const auto bytes = std::clamp<qsizetype>(byteOffset, 0, text.size());
-    return static_cast<int>(QString::fromUtf8(text.constData(), bytes).size());
+    setPlainText(CutToBytes(text, fMaxBytes));
 }
 
-int32 TextWidget::ByteOffsetOf(int place) const
+// What is put in beyond the most bytes falls off at its own end. A deletion comes back here, with
+// one letter less.
+void TextWidget::CutInsertion()
 {
-    return static_cast<int32>(toPlainText().left(place).toUtf8().size());
+    if (fMaxBytes == INT32_MAX || toPlainText().toUtf8().size() <= fMaxBytes)
+        return;
+    QTextCursor cursor = textCursor();
+    cursor.atStart() ? cursor.deleteChar() : cursor.deletePreviousChar();
+}
+
+void TextWidget::SetMaxBytes(int32 most)
+{
+    fMaxBytes = most;
+    if (toPlainText().toUtf8().size() > most)
+        SetContents(toPlainText());
 }
 
 void TextWidget::SelectBytes(int32 start, int32 finish)
 {
+    const QString text = toPlainText();
     QTextCursor cursor = textCursor();
-    cursor.setPosition(PlaceOf(start));
-    cursor.setPosition(PlaceOf(std::max(start, finish)), QTextCursor::KeepAnchor);
+    cursor.setPosition(PlaceOfByte(text, start));
+    cursor.setPosition(PlaceOfByte(text, std::max(start, finish)), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
+}
+
+void TextWidget::GetSelectedBytes(int32& start, int32& finish) const
+{
+    const QString text = toPlainText();
+    start = ByteOfPlace(text, textCursor().selectionStart());
+    finish = ByteOfPlace(text, textCursor().selectionEnd());
 }
 
 int TextWidget::TextHeight() const

@@ -2,26 +2,31 @@
 #pragma once
 
 #include "Rect.h"
+#include "server/TextPeer.h"
 #include "server/ViewPeer.h"
 
 #include <QTextEdit>
 
-class TextWidget : public QTextEdit {
+class TextWidget : public QTextEdit, public TextPeer {
 public:
     TextWidget(std::shared_ptr<ViewLink> link, QWidget* parent);
 
-    // The room around rect stays free on all sides.
-    void SetTextRect(BRect rect, QSize view);
-    void SetManners(bool editable, bool selectable, bool wraps);
-    void Scroll(BPoint where); // not reported
-    int PlaceOf(int32 byteOffset) const; // in the document, cut to its length
-    int32 ByteOffsetOf(int place) const;
-    void SelectBytes(int32 start, int32 finish);
-    int TextHeight() const;
+    QString Contents() const override { return toPlainText(); }
+    void SetContents(const QString& text) override;
+    void InsertText(const QString& text) override { insertPlainText(text); }
+    void SelectBytes(int32 start, int32 finish) override;
+    void GetSelectedBytes(int32& start, int32& finish) const override;
+    void SetMaxBytes(int32 most) override;
+    void SetManners(bool editable, bool selectable, bool wraps) override;
+    void SetTextRect(BRect rect, QSize view) override;
+    int TextHeight() const override;
+    void Scroll(BPoint where) override;
 
 private:
+    void CutInsertion();
     void Report();
 
     const std::shared_ptr<ViewLink> fLink;
+    int32 fMaxBytes = INT32_MAX;
     bool fIsQuiet = false;
 };

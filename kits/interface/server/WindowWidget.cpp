@@ -1,5 +1,6 @@
 #include "server/WindowWidget.h"
 
+#include "Entry.h"
 #include "MessagePoster.h"
 #include "server/Convert.h"
 #include "server/InputMessages.h"
@@ -8,13 +9,17 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
+#include <QFile>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QResizeEvent>
 #include <QWindow>
 
 WindowWidget::WindowWidget(std::shared_ptr<WindowLink> link) : fLink(std::move(link))
 {
     setFocusPolicy(Qt::NoFocus);
+    setAcceptDrops(true);
 }
 
 namespace {
@@ -35,6 +40,19 @@ Qt::WindowModality ModalityFor(window_feel feel)
     const bool isModal = feel == B_MODAL_APP_WINDOW_FEEL || feel == B_MODAL_ALL_WINDOW_FEEL
         || feel == B_MODAL_SUBSET_WINDOW_FEEL;
     return isModal ? Qt::ApplicationModal : Qt::NonModal;
+}
+
+// B_SIMPLE_DATA with "refs" of the files of this machine that are dragged; without others.
+BMessage DroppedFiles(const QMimeData& data)
+{
+    BMessage message(B_SIMPLE_DATA);
+    for (const QUrl& url : data.urls()) {
+        entry_ref ref;
+        const QByteArray path = QFile::encodeName(url.toLocalFile());
+        if (url.isLocalFile() && get_ref_for_path(path, &ref) == B_OK)
+            message.AddRef("refs", &ref);
+    }
+    return message;
 }
 
 } // namespace
@@ -142,6 +160,11 @@ void WindowWidget::closeEvent(QCloseEvent* event)
         Report(BMessage(B_QUIT_REQUESTED));
 }
 
+void WindowWidget::Lost()
+{
+    Report(BMessage(B_QUIT_REQUESTED));
+}
+
 void WindowWidget::moveEvent(QMoveEvent*)
 {
     BMessage message(B_WINDOW_MOVED);
@@ -172,6 +195,22 @@ void WindowWidget::keyPressEvent(QKeyEvent* event)
     const BMessage message = KeyMessage(*event);
     if (message.HasString("bytes"))
         Report(message);
+}
+
+void WindowWidget::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!DroppedFiles(*event->mimeData()).IsEmpty())
+        event->acceptProposedAction();
+}
+
+void WindowWidget::dropEvent(QDropEvent* event)
+{
+    BMessage message = DroppedFiles(*event->mimeData());
+    if (message.IsEmpty())
+        return;
+    event->acceptProposedAction();
+    MarkDropped(message, FromQPoint(mapToGlobal(event->position())), B_ORIGIN);
+    Report(message);
 }
 
 void WindowWidget::Report(const BMessage& message) const

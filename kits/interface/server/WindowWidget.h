@@ -25,6 +25,7 @@ public:
     void BringToFront();
     void AddKeys(int32 id, const QKeySequence& keys);
     void RemoveKeys(int32 id);
+    void Lost(); // its X window is no more: the window is asked to quit
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -32,6 +33,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void ApplySize();

@@ -20,20 +20,16 @@ BAlert* Ask(const std::string& text = "Shall it go on?")
 
 class DrawnView : public BView {
 public:
-    explicit DrawnView(EventLog& log)
+    explicit DrawnView(Log& log)
         : BView(BRect(0, 0, 49, 49), "drawn", B_FOLLOW_NONE, B_WILL_DRAW), fLog(log)
     {
     }
-    void Draw(BRect) override
-    {
-        if (fIsWanted)
-            fLog.Add("drawn");
-    }
+    void Draw(BRect) override { fLog.Add(fIsWanted ? "drawn" : "drawn before"); }
 
     bool fIsWanted = false;
 
 private:
-    EventLog& fLog;
+    Log& fLog;
 };
 
 // Asks from its own thread when it is sent message 1, with its lock held all the while.
@@ -56,21 +52,18 @@ public:
 TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
 {
     const struct {
-        const char* name;
         const char* click; // a button's view
         const char* key;
         int32 answer;
     } rows[] = {
-        { "the left button", "_b0_", nullptr, 0 },
-        { "the middle button", "_b1_", nullptr, 1 },
-        { "the right button", "_b2_", nullptr, 2 },
-        { "Enter: the default, the right one", nullptr, "Return", 2 },
-        { "Escape", nullptr, "Escape", 0 },
-        { "a letter", nullptr, "p", 1 },
-        { "the capital letter", nullptr, "shift+p", 1 },
+        { "_b0_", nullptr, 0 },
+        { "_b2_", nullptr, 2 },
+        { nullptr, "Return", 2 },
+        { nullptr, "Escape", 0 },
+        { nullptr, "shift+p", 1 },
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.click ? row.click : row.key);
         int32 answer = -2;
         std::thread asker([&] { answer = Ask()->Go(); });
         EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
@@ -99,16 +92,12 @@ TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeld)
     asking->Quit();
 }
 
-TEST_F(WindowTest, AnAlertThatNobodyWaitsForSendsItsAnswer)
+TEST_F(WindowTest, AnAlertThatNobodyWaitsForSendsItsAnswerAndOneThatIsQuitIsMinusOne)
 {
     Show();
     Ask()->Go(new BInvoker(new BMessage(30), BMessenger(fWindow)));
     EXPECT_TRUE(screen::Click("_b1_", "Question"));
     EXPECT_TRUE(fLog->WaitFor("30"));
-}
-
-TEST_F(WindowTest, AnAlertThatIsQuitAnswersMinusOne)
-{
     BMessenger target;
     int32 answer = -2;
     std::thread asker([&] {
@@ -116,7 +105,7 @@ TEST_F(WindowTest, AnAlertThatIsQuitAnswersMinusOne)
         target = BMessenger(alert);
         answer = alert->Go();
     });
-    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("Question").exists; }));
+    EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
     EXPECT_EQ(target.SendMessage(B_QUIT_REQUESTED), B_OK);
     asker.join();
     EXPECT_EQ(answer, -1);
@@ -124,7 +113,7 @@ TEST_F(WindowTest, AnAlertThatIsQuitAnswersMinusOne)
 
 TEST_F(WindowTest, AnAlertHasRoomForItsTextHoweverLongItIs)
 {
-    for (int words : { 1, 60, 1000, 20000 }) {
+    for (int words : { 1, 1000, 20000 }) {
         SCOPED_TRACE(words);
         std::string text;
         for (int i = 0; i < words; i++)
@@ -142,18 +131,6 @@ TEST_F(WindowTest, AnAlertHasRoomForItsTextHoweverLongItIs)
             EXPECT_TRUE(alert->Bounds().Contains(button));
             EXPECT_GT(button.top, inWindow.bottom - alert->Frame().top);
         }
-        EXPECT_EQ(alert->ButtonAt(3), nullptr);
         alert->Quit(); // never shown, so still locked by this thread
     }
-}
-
-TEST_F(WindowTest, AnAlertCanBeEnlargedForMoreViewsUnderItsText)
-{
-    BAlert* alert = Ask();
-    const BRect text = alert->TextView()->Frame();
-    const float buttonTop = alert->ButtonAt(0)->Frame().top;
-    alert->ResizeBy(50, 100);
-    EXPECT_EQ(alert->TextView()->Frame(), BRect(text.left, text.top, text.right + 50, text.bottom));
-    EXPECT_EQ(alert->ButtonAt(0)->Frame().top, buttonTop + 100);
-    alert->Quit();
 }

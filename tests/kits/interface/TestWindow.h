@@ -3,56 +3,27 @@
 
 #include "Application.h"
 #include "Message.h"
-#include "Mutex.h"
+#include "tests/support/Log.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/WithLock.h"
 #include "View.h"
 #include "Window.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
-// What happened, in order; from any thread.
-class EventLog {
-public:
-    void Add(const std::string& event)
-    {
-        MutexLock lock(fLock);
-        fEvents.push_back(event);
-    }
-    std::vector<std::string> Events()
-    {
-        MutexLock lock(fLock);
-        return fEvents;
-    }
-    bool WaitForCount(size_t count)
-    {
-        return screen::WaitFor([&] { return Events().size() >= count; });
-    }
-    bool WaitFor(const std::string& event)
-    {
-        return screen::WaitFor([&] {
-            const auto events = Events();
-            return std::find(events.begin(), events.end(), event) != events.end();
-        });
-    }
-
-private:
-    Mutex fLock;
-    std::vector<std::string> fEvents GUARDED_BY(fLock);
-};
-
 class TestWindow : public BWindow {
 public:
-    TestWindow(std::shared_ptr<EventLog> log, BRect frame, const char* title, uint32 flags = 0)
+    TestWindow(std::shared_ptr<Log> log, BRect frame, const char* title, uint32 flags = 0)
         : BWindow(frame, title, B_TITLED_WINDOW, flags), fLog(std::move(log))
     {
     }
 
-    // Messages below 'AAAA' are the tests' own: "7", or "7 value 1" from a control.
+    // Messages below 'AAAA' are the tests' own: "7", "7 value 1" from a control, "7 2 3" from the
+    // items 2 and 3 of a menu or list.
     void MessageReceived(BMessage* message) override
     {
         int32 value = 0;
@@ -61,41 +32,37 @@ public:
         std::string event = std::to_string(message->what);
         if (message->FindInt32("be:value", &value) == B_OK)
             event += " value " + std::to_string(value);
+        for (int32 i = 0; message->FindInt32("index", i, &value) == B_OK; i++)
+            event += " " + std::to_string(value);
         fLog->Add(event);
     }
     bool QuitRequested() override
     {
         fLog->Add("quit requested");
-        return fMayQuit && BWindow::QuitRequested();
+        return false;
     }
     void FrameMoved(BPoint where) override { fPlaces.push_back(where); }
 
-    bool fMayQuit = false;
     std::vector<BPoint> fPlaces; // that it was moved to
 
 protected:
-    const std::shared_ptr<EventLog> fLog;
+    const std::shared_ptr<Log> fLog;
 };
 
 // A test with a window of 300 by 200 at (200, 150), titled "Test".
 class WindowTest : public testing::Test {
 protected:
-    WindowTest()
+    void SetUp() override
     {
         if (!screen::IsThere())
-            return;
+            GTEST_SKIP() << "no display";
         fWindow = new TestWindow(fLog, BRect(200, 150, 499, 349), "Test");
         fTarget = BMessenger(fWindow);
     }
-    ~WindowTest() override
+    void TearDown() override
     {
         if (fTarget.LockTarget())
             fWindow->Quit();
-    }
-    void SetUp() override
-    {
-        if (!fWindow)
-            GTEST_SKIP() << "no display";
     }
     // Shows the window and waits until it has the keyboard.
     void Show()
@@ -107,14 +74,17 @@ protected:
     template <typename F>
     auto Locked(F f)
     {
-        fWindow->Lock();
-        const auto result = f();
-        fWindow->Unlock();
-        return result;
+        return WithLock(fWindow, f);
+    }
+    // Whether condition, asked again and again under the window's lock, comes true.
+    template <typename F>
+    bool Becomes(F condition)
+    {
+        return screen::WaitFor([&] { return Locked(condition); });
     }
 
     BApplication fApplication { "application/x-vnd.Tarvex-test" };
-    const std::shared_ptr<EventLog> fLog = std::make_shared<EventLog>();
+    const std::shared_ptr<Log> fLog = std::make_shared<Log>();
     TestWindow* fWindow = nullptr;
     BMessenger fTarget;
 };

@@ -79,61 +79,49 @@ void CanvasView::Draw(BRect updateRect)
 
 void CanvasTest::SetUp()
 {
-    fWindow = new BWindow(BRect(100, 100, 259, 219), "Canvas", B_TITLED_WINDOW, 0);
+    WindowTest::SetUp();
+    if (!fWindow)
+        return;
     fView = new CanvasView(
         BRect(10, 10, 9 + kWidth, 9 + kHeight), "canvas", B_FOLLOW_NONE, B_WILL_DRAW);
     fWindow->AddChild(fView);
     fWindow->Show();
-    ASSERT_TRUE(WaitUntil([this] {
-        fView->SetHighColor(255, 0, 255);
-        fView->FillRect(fView->Bounds());
-        fView->Sync();
-        return Shown().ExtentOf(0xff00ff).count == kWidth * kHeight;
-    }));
+    ASSERT_TRUE(ComesToShow({ 255, 0, 255 }));
     // The screen may yet ask for the new window to be drawn.
     for (int before = -1; before != fView->draws; snooze(50'000))
         before = fView->draws;
 }
 
-void CanvasTest::TearDown()
+bool CanvasTest::ComesToShow(rgb_color color)
 {
-    if (fWindow != nullptr && fWindow->Lock())
-        fWindow->Quit();
+    const uint32 number = color.red << 16 | color.green << 8 | color.blue;
+    return Becomes([&] {
+        fView->SetHighColor(color);
+        fView->FillRect(fView->Bounds());
+        fView->Sync();
+        return Shown().ExtentOf(number).count == kWidth * kHeight;
+    });
 }
 
 Picture CanvasTest::Drawn(const std::function<void(BView& view)>& draw)
 {
-    fWindow->Lock();
-    fView->ScrollTo(B_ORIGIN);
-    fView->SetDrawingMode(B_OP_COPY);
-    fView->SetPenSize(1);
-    fView->SetLowColor(white_color);
-    fView->SetFont(be_plain_font);
-    fView->SetHighColor(white_color);
-    fView->FillRect(fView->Bounds());
-    fView->SetHighColor(black_color);
-    draw(*fView);
-    fView->Sync();
-    const Picture picture = Shown();
-    fWindow->Unlock();
-    return picture;
+    return Locked([&] {
+        fView->ScrollTo(B_ORIGIN);
+        fView->SetDrawingMode(B_OP_COPY);
+        fView->SetPenSize(1);
+        fView->SetLowColor(white_color);
+        fView->SetFont(be_plain_font);
+        fView->SetHighColor(white_color);
+        fView->FillRect(fView->Bounds());
+        fView->SetHighColor(black_color);
+        draw(*fView);
+        fView->Sync();
+        return Shown();
+    });
 }
 
 Picture CanvasTest::Shown()
 {
     const BRect bounds = fView->Bounds();
     return ScreenPicture(fView->ConvertToScreen(bounds));
-}
-
-bool CanvasTest::WaitUntil(const std::function<bool()>& condition)
-{
-    constexpr bigtime_t kLimit = 10'000'000;
-    for (const bigtime_t start = system_time(); system_time() - start < kLimit; snooze(10'000)) {
-        fWindow->Lock();
-        const bool met = condition();
-        fWindow->Unlock();
-        if (met)
-            return true;
-    }
-    return false;
 }

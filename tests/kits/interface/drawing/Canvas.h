@@ -1,12 +1,10 @@
 // A shown window with one view to draw on, and what the screen then shows of it.
 #pragma once
 
-#include "View.h"
-#include "Window.h"
+#include "tests/kits/interface/TestWindow.h"
 
 #include <atomic>
 #include <functional>
-#include <gtest/gtest.h>
 #include <vector>
 
 // Pixels as 0xrrggbb, top row first.
@@ -46,21 +44,19 @@ public:
 };
 
 // The view "canvas" is 40 pixels wide and 30 high, white, and fully visible when the test begins.
-class CanvasTest : public testing::Test {
+class CanvasTest : public WindowTest {
 protected:
     static constexpr int kWidth = 40;
     static constexpr int kHeight = 30;
 
     void SetUp() override;
-    void TearDown() override;
 
     // Clears the view to white, resets what it draws with, calls draw and returns what the screen
     // shows. The window is locked meanwhile, so nothing else is drawn.
     Picture Drawn(const std::function<void(BView& view)>& draw);
     Picture Shown(); // of the view, now; with the window locked
-    // Within ten seconds, asked again and again with the window locked.
-    bool WaitUntil(const std::function<bool()>& condition);
+    // Whether the whole view comes to show what is drawn in that colour.
+    bool ComesToShow(rgb_color color);
 
-    BWindow* fWindow = nullptr;
     CanvasView* fView = nullptr;
 };

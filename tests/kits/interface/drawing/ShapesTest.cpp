@@ -46,24 +46,25 @@ protected:
 TEST_F(ShapesTest, RectanglesCoverTheirEdgesAndNothingBeyond)
 {
     Check({
-        { "filled", [](BView& v) { v.FillRect(BRect(0, 0, 9, 9)); }, BlackArea(0, 0, 9, 9) },
         { "filled, corners swapped", [](BView& v) { v.FillRect(BRect(12, 8, 3, 2)); },
             BlackArea(3, 2, 12, 8) },
         { "filled, halves go right and down",
             [](BView& v) { v.FillRect(BRect(0.4f, 0.5f, 3.5f, 3.6f)); }, BlackArea(0, 1, 4, 4) },
         { "filled, one pixel", [](BView& v) { v.FillRect(BRect(5, 5, 5, 5)); },
             BlackArea(5, 5, 5, 5) },
-        { "filled, over all edges", [](BView& v) { v.FillRect(BRect(-9, -9, 99, 99)); },
-            BlackArea(0, 0, kWidth, kHeight) },
         { "filled, out of the server's range",
             [](BView& v) { v.FillRect(BRect(-1e9f, 5, 1e9f, 6)); }, BlackArea(0, 5, kWidth, 6) },
-        { "filled, outside", [](BView& v) { v.FillRect(BRect(40, 30, 60, 60)); },
-            Black([](int, int) { return false; }) },
         { "stroked", [](BView& v) { v.StrokeRect(BRect(2, 3, 10, 8)); }, BlackFrame(2, 3, 10, 8) },
         { "stroked, corners swapped", [](BView& v) { v.StrokeRect(BRect(10, 8, 2, 3)); },
             BlackFrame(2, 3, 10, 8) },
         { "stroked, one pixel", [](BView& v) { v.StrokeRect(BRect(4, 4, 4, 4)); },
             BlackArea(4, 4, 4, 4) },
+        { "filled, scrolled left and up by fractions",
+            [](BView& v) {
+                v.ScrollTo(-2.5f, -1);
+                v.FillRect(BRect(0, 0, 4.5f, 4));
+            },
+            BlackArea(3, 1, 7, 5) },
         { "stroked, over the edges", [](BView& v) { v.StrokeRect(BRect(-5, -5, 39, 5)); },
             Black([](int x, int y) { return (x == 39 && y <= 5) || y == 5; }) },
     });
@@ -80,15 +81,12 @@ TEST_F(ShapesTest, LinesHaveBothEndPoints)
             Black([](int x, int y) { return x == y && x >= 2 && x <= 12; }) },
         { "one point", [](BView& v) { v.StrokeLine(BPoint(7, 7), BPoint(7, 7)); },
             BlackArea(7, 7, 7, 7) },
-        { "across the whole view", [](BView& v) { v.StrokeLine(BPoint(-50, 9), BPoint(90, 9)); },
-            BlackArea(0, 9, kWidth, 9) },
         { "from the pen, which comes along",
             [](BView& v) {
                 v.MovePenTo(2, 2);
                 v.MovePenBy(1, 1);
                 v.StrokeLine(BPoint(8, 3));
                 v.StrokeLine(BPoint(8, 9));
-                EXPECT_EQ(v.PenLocation(), BPoint(8, 9));
             },
             Black([](int x, int y) {
                 return (y == 3 && x >= 3 && x <= 8) || (x == 8 && y >= 3 && y <= 9);
@@ -99,6 +97,10 @@ TEST_F(ShapesTest, LinesHaveBothEndPoints)
                 v.StrokeLine(BPoint(10, 10), BPoint(20, 10));
             },
             BlackArea(9, 9, 21, 11) },
+        { "an ellipse as flat", [](BView& v) { v.StrokeEllipse(BRect(3, 4, 9, 4)); },
+            BlackArea(3, 4, 9, 4) },
+        { "a filled one", [](BView& v) { v.FillEllipse(BRect(3, 4, 3, 9)); },
+            BlackArea(3, 4, 3, 9) },
     });
 }
 
@@ -119,16 +121,6 @@ TEST_F(ShapesTest, EllipsesTouchTheirRectangle)
     }
 }
 
-TEST_F(ShapesTest, EllipsesAsFlatAsALineAreOne)
-{
-    Check({
-        { "stroked", [](BView& v) { v.StrokeEllipse(BRect(3, 4, 9, 4)); }, BlackArea(3, 4, 9, 4) },
-        { "filled", [](BView& v) { v.FillEllipse(BRect(3, 4, 3, 9)); }, BlackArea(3, 4, 3, 9) },
-        { "by centre and radii", [](BView& v) { v.FillEllipse(BPoint(10, 10), 4, 0); },
-            BlackArea(6, 10, 14, 10) },
-    });
-}
-
 TEST_F(ShapesTest, TrianglesAreThreeLinesOrWhatLiesBetween)
 {
     const BPoint a(2, 3), b(36, 8), c(15, 27);
@@ -142,17 +134,6 @@ TEST_F(ShapesTest, TrianglesAreThreeLinesOrWhatLiesBetween)
     const auto filled = Drawn([&](BView& v) { v.FillTriangle(a, b, c); }).ExtentOf(kBlack);
     EXPECT_TRUE(BRect(2, 3, 36, 27).Contains(filled.rect));
     EXPECT_NEAR(filled.count, 375.5, 15); // half the cross product of two sides
-}
-
-TEST_F(ShapesTest, ColorsReachTheScreenAsTheyAre)
-{
-    for (const uint32 color : { 0xfe0080u, 0x000001u, 0x7f8081u, 0x00ff00u }) {
-        const Picture shown = Drawn([&](BView& v) {
-            v.SetHighColor(color >> 16, color >> 8, color, 0); // whatever alpha is
-            v.FillRect(v.Bounds());
-        });
-        ExpectPicture(shown, [color](int, int) { return color; });
-    }
 }
 
 TEST_F(ShapesTest, PatternsAndModes)
@@ -171,12 +152,6 @@ TEST_F(ShapesTest, PatternsAndModes)
     Check({
         { "mixed", [](BView& v) { v.FillRect(v.Bounds(), B_MIXED_COLORS); },
             Black([](int x, int y) { return (x + y) % 2 == 0; }) },
-        { "low colour",
-            [&](BView& v) {
-                withRed(v, B_OP_COPY);
-                v.FillRect(v.Bounds(), B_SOLID_LOW);
-            },
-            [](int, int) { return kRed; } },
         { "low colour over",
             [&](BView& v) {
                 withRed(v, B_OP_OVER);
@@ -195,43 +170,20 @@ TEST_F(ShapesTest, PatternsAndModes)
                 v.FillRect(v.Bounds(), corner);
             },
             rest(kWhite, isCorner) },
-        { "pattern of a scrolled view stays with its contents",
+        { "pattern of a scrolled view stays with its contents, a line after it is solid",
             [&](BView& v) {
                 v.ScrollTo(3, 5);
                 v.FillRect(v.Bounds(), corner);
+                v.StrokeLine(BPoint(3, 9), BPoint(42, 9));
             },
-            rest(kWhite, [&](int x, int y) { return isCorner(x + 3, y + 5); }) },
-        { "a line after a pattern is solid",
-            [&](BView& v) {
-                v.FillRect(BRect(0, 10, 39, 29), corner);
-                v.StrokeLine(BPoint(0, 4), BPoint(39, 4));
-            },
-            rest(kWhite, [&](int x, int y) { return y == 4 || (y >= 10 && isCorner(x, y)); }) },
+            rest(kWhite, [&](int x, int y) { return y == 4 || isCorner(x + 3, y + 5); }) },
     });
 }
 
-TEST_F(ShapesTest, ScrolledViewsShowWhatLiesAtTheirOrigin)
-{
-    Check({
-        { "right and down",
-            [](BView& v) {
-                v.ScrollTo(7, 3);
-                v.FillRect(BRect(0, 0, 10, 5));
-            },
-            BlackArea(0, 0, 3, 2) },
-        { "left and up, by fractions",
-            [](BView& v) {
-                v.ScrollTo(-2.5f, -1);
-                v.FillRect(BRect(0, 0, 4.5f, 4));
-            },
-            BlackArea(3, 1, 7, 5) },
-    });
-}
-
-TEST_F(ShapesTest, InvertingSwapsEachColorWithItsComplement)
+TEST_F(ShapesTest, ColorsReachTheScreenAsTheyAreAndInverted)
 {
     const Picture shown = Drawn([](BView& v) {
-        v.SetHighColor(10, 200, 255);
+        v.SetHighColor(10, 200, 255, 0); // whatever alpha is
         v.FillRect(BRect(0, 0, 9, 9));
         v.InvertRect(BRect(19, 9, 0, 0)); // swapped corners
         v.InvertRect(BRect(0, 5, 19, 9));

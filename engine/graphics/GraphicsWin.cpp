@@ -1,0 +1,229 @@
+#include "engine/graphics/GraphicsWin.h"
+
+#include "results/Results.h"
+
+#include <View.h>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr float kSize = 500;
+constexpr uint32 kFixed =
+    B_NOT_MOVABLE | B_NOT_RESIZABLE | B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE;
+constexpr double kRandRange = 2147483648.0; // one more than the largest rand()
+
+// A component is 0 to 254: double, as the largest float below the range is the range itself.
+uint8 Component()
+{
+    return static_cast<uint8>(rand() * (1 / kRandRange) * 255);
+}
+
+rgb_color Color()
+{
+    return { Component(), Component(), Component(), 255 }; // in this order
+}
+
+} // namespace
+
+struct GraphicsWin::Test {
+    const char* title;
+    const char* metric;
+    const char* units;
+    long index;
+    long cycles;
+    long shapes;
+    int randsPerShape; // for its coordinates
+};
+
+GraphicsWin::GraphicsWin()
+    : LibWindow(BRect(10, 10, 10 + kSize, 10 + kSize), "GraphicsWin", B_TITLED_WINDOW_LOOK,
+        B_NORMAL_WINDOW_FEEL, kFixed, B_CURRENT_WORKSPACE)
+{
+    if (!Lock())
+        return;
+    SetTitle("Test Graphics");
+    bounds = Frame().OffsetToCopy(0, 0);
+    view = new BView(bounds, "graphicsview", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
+    AddChild(view);
+    scale = static_cast<float>(kSize / kRandRange);
+    Unlock();
+}
+
+GraphicsWin::~GraphicsWin() = default;
+
+void GraphicsWin::ClearView()
+{
+    if (!Lock())
+        return;
+    view->SetHighColor(white_color);
+    view->FillRect(bounds, B_SOLID_HIGH);
+    view->SetHighColor(black_color);
+    view->Flush();
+    Unlock();
+}
+
+// From 0 to just below kSize. Only as many bits as a float holds, or the largest numbers would be
+// rounded up to kSize.
+float GraphicsWin::Coordinate() const
+{
+    constexpr int kFloatBits = ~0x7f;
+    return static_cast<float>(rand() & kFloatBits) * scale;
+}
+
+// Braces: their contents are evaluated from left to right.
+BPoint GraphicsWin::Point() const
+{
+    return BPoint { Coordinate(), Coordinate() };
+}
+
+// Its corners are not put in order: every one in four is the usual way round.
+BRect GraphicsWin::Rect() const
+{
+    return BRect { Coordinate(), Coordinate(), Coordinate(), Coordinate() };
+}
+
+template <GraphicsWin::Sending sending, typename Draw>
+void GraphicsWin::DrawShapes(long shapes, Draw draw)
+{
+    for (long shape = 0; shape < shapes; shape++) {
+        view->SetHighColor(Color());
+        draw();
+        if constexpr (sending == Sending::kFlushed)
+            view->Flush();
+    }
+}
+
+// A template, not a function object: an indirect call for every shape would be measured too.
+template <GraphicsWin::Sending sending, typename Draw>
+void GraphicsWin::Measure(const Test& test, Results& results, Draw draw)
+{
+    SetTitle(test.title);
+    if (!Lock())
+        return;
+    if (Metric* metric = results.NewTest(test.metric, test.cycles)) {
+        // Takes off the coordinates' calls of rand(), not the colours': published rates count
+        // these.
+        results.Calibrate(test.shapes, test.randsPerShape);
+        results.StartTimer();
+        DrawShapes<sending>(test.shapes, draw);
+        metric->Time(static_cast<float>(results.EndTimer()));
+        metric->Index(test.index);
+        metric->Units(test.units);
+    }
+    Unlock();
+    ClearView();
+}
+
+void GraphicsWin::TestLinesFlushed(Results& results)
+{
+    Measure<Sending::kFlushed>(
+        { "Flushed Lines", "Graphics Lines Flushed", "vectors/sec", 1010, 10000, 10000, 4 },
+        results, [this] {
+            const BPoint from = Point();
+            view->StrokeLine(from, Point(), B_SOLID_HIGH);
+        });
+}
+
+void GraphicsWin::TestLinesUnflushed(Results& results)
+{
+    Measure<Sending::kUnflushed>(
+        { "Unflushed Lines", "Graphics Lines Unflushed", "vectors/sec", 1011, 20000, 20000, 4 },
+        results, [this] {
+            const BPoint from = Point();
+            view->StrokeLine(from, Point(), B_SOLID_HIGH);
+        });
+}
+
+void GraphicsWin::TestStringsFlushed(Results& results)
+{
+    // Thousands of characters, nine of them a string as in all published figures.
+    Measure<Sending::kFlushed>(
+        { "Flushed Strings", "Graphics Strings Flushed", "KiloChars/sec", 1050, 90, 10000, 2 },
+        results, [this] { view->DrawString("Tarvex", Point()); });
+}
+
+void GraphicsWin::TestStringsUnflushed(Results& results)
+{
+    Measure<Sending::kUnflushed>(
+        { "Unflushed Strings", "Graphics Strings Unflushed", "KiloChars/sec", 1051, 180, 20000, 2 },
+        results, [this] { view->DrawString("Tarvex", Point()); });
+}
+
+void GraphicsWin::TestEllipsesFlushed(Results& results)
+{
+    Measure<Sending::kFlushed>(
+        { "Flushed Ellipses", "Graphics Ellipses Flushed", "ellipses/sec", 1020, 10000, 10000, 4 },
+        results, [this] { view->StrokeEllipse(Rect(), B_SOLID_HIGH); });
+}
+
+void GraphicsWin::TestEllipsesUnflushed(Results& results)
+{
+    Measure<Sending::kUnflushed>({ "Unflushed Ellipses", "Graphics Ellipses Unflushed",
+                                     "ellipses/sec", 1021, 10000, 10000, 4 },
+        results, [this] { view->StrokeEllipse(Rect(), B_SOLID_HIGH); });
+}
+
+void GraphicsWin::TestEllipsesFilledUnflushed(Results& results)
+{
+    Measure<Sending::kUnflushed>(
+        { "Unflushed Filled Ellipses", "Graphics Ellipses Unflushed Filled", "ellipses/sec", 1022,
+            10000, 10000, 4 },
+        results, [this] { view->FillEllipse(Rect(), B_SOLID_HIGH); });
+}
+
+void GraphicsWin::TestRectanglesFlushed(Results& results)
+{
+    Measure<Sending::kFlushed>({ "Flushed Rectangles", "Graphics Rectangles Flushed",
+                                   "rectangles/sec", 1030, 10000, 10000, 4 },
+        results, [this] { view->StrokeRect(Rect(), B_SOLID_HIGH); });
+}
+
+void GraphicsWin::TestRectanglesUnflushed(Results& results)
+{
+    Measure<Sending::kUnflushed>({ "Unflushed Rectangles", "Graphics Rectangles Unflushed",
+                                     "rectangles/sec", 1031, 50000, 50000, 4 },
+        results, [this] { view->StrokeRect(Rect(), B_SOLID_HIGH); });
+}
+
+void GraphicsWin::TestRectanglesFilledUnflushed(Results& results)
+{
+    Measure<Sending::kUnflushed>(
+        { "Unflushed Filled Rectangles", "Graphics Rectangles Unflushed Filled", "rectangles/sec",
+            1032, 10000, 10000, 4 },
+        results, [this] { view->FillRect(Rect(), B_SOLID_HIGH); });
+}
+
+void GraphicsWin::TestPolygonsFlushed(Results& results)
+{
+    Measure<Sending::kFlushed>(
+        { "Flushed Polygons", "Graphics Polygons Flushed", "polygons/sec", 1040, 10000, 10000, 6 },
+        results, [this] {
+            const BPoint first = Point();
+            const BPoint second = Point();
+            view->StrokeTriangle(first, second, Point(), B_SOLID_HIGH);
+        });
+}
+
+void GraphicsWin::TestPolygonsUnflushed(Results& results)
+{
+    Measure<Sending::kUnflushed>({ "Unflushed Polygons", "Graphics Polygons Unflushed",
+                                     "polygons/sec", 1041, 10000, 10000, 6 },
+        results, [this] {
+            const BPoint first = Point();
+            const BPoint second = Point();
+            view->StrokeTriangle(first, second, Point(), B_SOLID_HIGH);
+        });
+}
+
+void GraphicsWin::TestPolygonsFilledUnflushed(Results& results)
+{
+    Measure<Sending::kUnflushed>(
+        { "Unflushed Filled Polygons", "Graphics Polygons Unflushed Filled", "polygons/sec", 1042,
+            10000, 10000, 6 },
+        results, [this] {
+            const BPoint first = Point();
+            const BPoint second = Point();
+            view->FillTriangle(first, second, Point(), B_SOLID_HIGH);
+        });
+}

@@ -1,0 +1,172 @@
+#include "TextControl.h"
+
+#include "Message.h"
+#include "server/Convert.h"
+#include "server/DisplayServer.h"
+#include "server/LineWidget.h"
+#include "server/ViewPeer.h"
+#include "TextView.h"
+
+#include <algorithm>
+#include <cmath>
+#include <QLabel>
+
+namespace {
+
+constexpr float kLabelGap = 4; // between label and text
+
+} // namespace
+
+class BTextControl::Input : public BTextView {
+public:
+    explicit Input(BRect frame)
+        : BTextView(frame, "_input_", frame.OffsetToCopy(0, 0), B_FOLLOW_ALL_SIDES)
+    {
+        UseReports();
+    }
+
+    void SetTextAlignment(alignment side)
+    {
+        fAlignment = side;
+        if (Peer())
+            display::Call([this] { ShowAlignment(); });
+    }
+    alignment TextAlignment() const { return fAlignment; }
+    void GetPreferredSize(float* width, float* height) override { GetWidgetSize(width, height); }
+
+protected:
+    void MakeWidget(ViewPeer& peer) override
+    {
+        peer.widget = new LineWidget(peer.link, peer.parent);
+        EquipText(peer);
+        static_cast<LineWidget*>(peer.widget)->setAlignment(ToQAlignment(fAlignment));
+    }
+    void WidgetChanged(BMessage* report) override
+    {
+        const char* text = nullptr;
+        int32 version = 0;
+        bool isDone = false;
+        if (report->HasBool("release"))
+            return ReleaseText();
+        if (report->FindString("text", &text) != B_OK
+            || report->FindInt32("version", &version) != B_OK)
+            return;
+        report->FindBool("done", &isDone);
+        if (TakeReport(text, version))
+            static_cast<BTextControl*>(Parent())->TextReported(isDone);
+    }
+
+private:
+    void ShowAlignment()
+    {
+        static_cast<LineWidget*>(Peer()->widget)->setAlignment(ToQAlignment(fAlignment));
+    }
+
+    alignment fAlignment = B_ALIGN_LEFT;
+};
+
+BTextControl::BTextControl(BRect frame, const char* name, const char* label, const char* text,
+    BMessage* message, uint32 resizeMode, uint32 flags)
+    : BControl(frame, name, label, message, resizeMode, flags),
+      fDivider(*Label() ? std::floor(frame.Width() / 2) : 0)
+{
+    BRect place = Bounds();
+    place.left = fDivider;
+    fTextView = new Input(place);
+    fTextView->SetText(text);
+    AddChild(fTextView);
+}
+
+BTextControl::~BTextControl() = default;
+
+const char* BTextControl::Text() const
+{
+    return fTextView->Text();
+}
+
+void BTextControl::SetText(const char* text)
+{
+    fTextView->SetText(text);
+}
+
+BTextView* BTextControl::TextView() const
+{
+    return fTextView;
+}
+
+void BTextControl::SetModificationMessage(BMessage* message)
+{
+    fModificationMessage.reset(message);
+}
+
+void BTextControl::TextReported(bool isDone)
+{
+    if (isDone)
+        Invoke();
+    else if (fModificationMessage)
+        Invoke(fModificationMessage.get());
+}
+
+void BTextControl::SetDivider(float x)
+{
+    fDivider = x;
+    fTextView->MoveTo(x, 0);
+    fTextView->ResizeTo(Bounds().Width() - x, Bounds().Height());
+    if (Peer())
+        display::Call([this] { ShowLabelPlace(*Peer()); });
+}
+
+void BTextControl::SetAlignment(alignment label, alignment text)
+{
+    fLabelAlignment = label;
+    fTextView->SetTextAlignment(text);
+    if (Peer())
+        display::Call([this] { ShowLabelPlace(*Peer()); });
+}
+
+void BTextControl::GetAlignment(alignment* label, alignment* text) const
+{
+    *label = fLabelAlignment;
+    *text = fTextView->TextAlignment();
+}
+
+void BTextControl::SetFont(const BFont* font, uint32 mask)
+{
+    BControl::SetFont(font, mask);
+    fTextView->SetFont(font, mask);
+}
+
+void BTextControl::MakeFocus(bool focus)
+{
+    fTextView->MakeFocus(focus);
+}
+
+void BTextControl::GetPreferredSize(float* width, float* height)
+{
+    float textWidth = 0;
+    fTextView->GetPreferredSize(&textWidth, height);
+    if (width)
+        *width = fDivider + textWidth;
+}
+
+void BTextControl::MakeWidget(ViewPeer& peer)
+{
+    peer.widget = new QLabel(peer.parent);
+    static_cast<QLabel*>(peer.widget)->setTextFormat(Qt::PlainText);
+    ShowLabelPlace(peer);
+    EquipWidget(peer);
+    peer.widget->setFocusPolicy(Qt::NoFocus); // its text has the keyboard
+}
+
+void BTextControl::ShowLabel(ViewPeer& peer)
+{
+    static_cast<QLabel*>(peer.widget)->setText(QString::fromUtf8(Label()));
+}
+
+void BTextControl::ShowLabelPlace(ViewPeer& peer)
+{
+    auto* label = static_cast<QLabel*>(peer.widget);
+    const auto right = static_cast<int>(Bounds().Width() + 1 - fDivider + kLabelGap);
+    label->setContentsMargins(0, 0, std::max(right, 0), 0);
+    label->setAlignment(ToQAlignment(fLabelAlignment));
+}

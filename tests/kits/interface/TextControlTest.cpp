@@ -1,0 +1,161 @@
+#include "TestWindow.h"
+
+#include "Button.h"
+#include "TextControl.h"
+#include "TextView.h"
+
+namespace {
+
+class TextControlTest : public WindowTest {
+protected:
+    BTextControl* Add(const char* name, const char* label, const char* text, float top)
+    {
+        auto* control =
+            new BTextControl(BRect(10, top, 209, top + 24), name, label, text, new BMessage(1));
+        control->SetModificationMessage(new BMessage(2));
+        fWindow->AddChild(control);
+        return control;
+    }
+    std::string TextOf(BTextControl* control)
+    {
+        return Locked([&] { return std::string(control->Text()); });
+    }
+    bool WaitForText(BTextControl* control, const std::string& text)
+    {
+        return screen::WaitFor([&] { return TextOf(control) == text; })
+            && screen::Find(control->Name()).text == text;
+    }
+};
+
+} // namespace
+
+TEST_F(TextControlTest, ReportsEveryChangeOfTheUsersAndOnceThatItIsDone)
+{
+    BTextControl* first = Add("first", "Vendor", "Unknown", 10);
+    BTextControl* second = Add("second", nullptr, nullptr, 50);
+    BButton* button = new BButton(BRect(10, 90, 90, 114), "ok", "OK", new BMessage(3));
+    fWindow->AddChild(button);
+    button->MakeDefault(true);
+    EXPECT_EQ(first->Divider(), 99);
+    EXPECT_EQ(first->TextView()->Frame(), BRect(99, 0, 199, 24));
+    EXPECT_EQ(second->TextView()->Frame(), BRect(0, 0, 199, 24));
+    Show();
+    Locked([&] {
+        first->MakeFocus();
+        first->TextView()->SelectAll();
+        first->SetText("Unknown."); // the program's own change is no news
+    });
+    screen::Key("ctrl+a");
+    screen::Type("Its");
+    EXPECT_TRUE(WaitForText(first, "Its"));
+    screen::Key("Return"); // done, and the button is not pressed
+    screen::Key("Return"); // nothing new
+    screen::Key("Tab");
+    screen::Type("x");
+    EXPECT_TRUE(WaitForText(second, "x"));
+    EXPECT_EQ(TextOf(first), "Its");
+    screen::Key("shift+Tab"); // leaving it is being done as well
+    EXPECT_EQ(fLog->WaitFor(6),
+        (Entries { "2 value 0", "2 value 0", "2 value 0", "1 value 0", "2 value 0", "1 value 0" }));
+    EXPECT_TRUE(Becomes([&] { return first->TextView()->IsFocus(); }));
+}
+
+TEST_F(TextControlTest, HoldsNoMoreThanItsBytesInWholeLetters)
+{
+    const std::string e = "\xc3\xa9"; // a letter of two bytes
+    BTextControl* control = Add("few", nullptr, (e + e + e).c_str(), 10);
+    control->TextView()->SetMaxBytes(5);
+    EXPECT_EQ(control->Text(), e + e);
+    Show();
+    Locked([&] { control->MakeFocus(); });
+    screen::Key("End");
+    screen::Type("ab");
+    EXPECT_TRUE(WaitForText(control, e + e + "a"));
+    screen::Key("Home");
+    screen::Key("Delete");
+    EXPECT_TRUE(WaitForText(control, e + "a"));
+    Locked([&] {
+        control->TextView()->Select(2, 2);
+        control->TextView()->Insert("1234"); // its own end falls off, not the text's
+    });
+    EXPECT_TRUE(WaitForText(control, e + "12a"));
+    Locked([&] { control->SetText("123456"); });
+    EXPECT_TRUE(WaitForText(control, "12345"));
+    Locked([&] { control->TextView()->SetMaxBytes(2); });
+    EXPECT_TRUE(WaitForText(control, "12"));
+    BTextView several(BRect(0, 0, 99, 99), "several", BRect(0, 0, 99, 99), B_FOLLOW_NONE);
+    several.SetMaxBytes(4);
+    fWindow->AddChild(&several);
+    Locked([&] {
+        several.SetText("123456");
+        several.Insert("0");
+    });
+    EXPECT_STREQ(Locked([&] { return several.Text(); }), "1234");
+    fWindow->RemoveChild(&several);
+}
+
+TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
+{
+    BTextControl* control = Add("line", nullptr, "Int", 10);
+    Show();
+    Locked([&] { control->MakeFocus(); });
+    screen::Key("End");
+    fWindow->Lock();
+    screen::Type("x"); // the window cannot have heard of it
+    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("line").text == "Intx"; }));
+    EXPECT_STREQ(control->Text(), "Int");
+    control->TextView()->Insert("el");
+    control->TextView()->Select(0, 4);
+    fWindow->Unlock();
+    EXPECT_TRUE(WaitForText(control, "Intx"));
+    fWindow->Lock();
+    screen::Type("y");
+    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("line").text == "Intxy"; }));
+    control->SetText("Intel"); // but this says what the text is, whatever it was
+    fWindow->Unlock();
+    screen::Key("End");
+    screen::Type(".");
+    EXPECT_TRUE(WaitForText(control, "Intel."));
+    screen::Key("Return");
+    EXPECT_TRUE(fLog->WaitFor("1 value 0"));
+    EXPECT_EQ(fLog->Now(), (Entries { "2 value 0", "2 value 0", "1 value 0" })); // none for "y"
+}
+
+TEST_F(TextControlTest, ChangesOfOneMessageAreOneToTheUser)
+{
+    BTextControl* control = Add("line", nullptr, "Int", 10);
+    Show();
+    Locked([&] { control->MakeFocus(); });
+    screen::Key("End");
+    fWindow->Lock();
+    control->TextView()->Insert("el Corp.");
+    screen::Type("x");
+    EXPECT_STREQ(control->Text(), "Intel Corp.");
+    control->TextView()->Select(3, 11);
+    screen::Key("Tab");
+    fWindow->Unlock();
+    EXPECT_TRUE(WaitForText(control, "Intx"));
+    EXPECT_EQ(fLog->WaitFor(2), (Entries { "2 value 0", "1 value 0" }));
+}
+
+TEST_F(TextControlTest, TakesNoInputWhileDisabledAndKeepsItsTextOutsideTheWindow)
+{
+    BTextControl* control = Add("grey", "Label", "text", 10);
+    control->SetDivider(40);
+    control->SetEnabled(false);
+    Show();
+    EXPECT_TRUE(screen::Click("grey"));
+    screen::Type("no");
+    Locked([&] { control->SetEnabled(true); });
+    const BRect frame = screen::Find("grey").frame;
+    screen::ClickAt(BPoint(frame.left + 45, frame.top + 12)); // where its text starts now
+    fWindow->Lock();
+    screen::Type("a ");
+    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("grey").text == "a text"; }));
+    EXPECT_TRUE(fWindow->RemoveChild(control)); // before its report is heard
+    fWindow->Unlock();
+    EXPECT_STREQ(control->Text(), "a text");
+    control->ResizeTo(299, 30);
+    EXPECT_EQ(control->TextView()->Frame(), BRect(40, 0, 299, 30));
+    delete control;
+}
