@@ -1,21 +1,25 @@
 #include "ui/ResultsWin.h"
 
 #include "toolkit/ButtonRow.h"
+#include "ui/CompareWin.h"
 #include "ui/ResultItem.h"
 
 #include <Button.h>
+#include <FilePanel.h>
 #include <ListView.h>
 #include <Message.h>
 #include <ScrollView.h>
 #include <StringView.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace {
 
 constexpr uint32 kMsgCancel = 500;
 constexpr uint32 kMsgCompare = 501;
 constexpr uint32 kMsgSave = 502;
+constexpr uint32 kMsgEmail = 5000;
 
 // In the background view.
 constexpr float kRatesX = 300;
@@ -84,8 +88,8 @@ void ResultsWin::AddButtons()
 {
     ButtonRow* row = new ButtonRow;
     row->AddButton("cancel", "Cancel", kMsgCancel);
-    row->AddButton("compare", "Compare...", kMsgCompare)->SetEnabled(false);
-    row->AddButton("save", "Save...", kMsgSave)->SetEnabled(false);
+    row->AddButton("compare", "Compare...", kMsgCompare);
+    row->AddButton("save", "Save...", kMsgSave);
     SetDefaultRow(row);
 }
 
@@ -103,6 +107,40 @@ void ResultsWin::Update(Results& run, bool allow)
             item->Rate(slot, float(metric->Rate(slot)));
         list->AddItem(item);
     }
+    if (comparison)
+        CompareResults();
+}
+
+void ResultsWin::CompareResults()
+{
+    ShowComparison();
+    comparison->SetResults(results);
+    comparison->Activate();
+    fprintf(stderr, "time 2: %.3f 1: %.3f\n", double(results.Time(1)), double(results.Time(0)));
+}
+
+void ResultsWin::CompareFiles(BMessage* files, bool allow)
+{
+    allowSaveCompare = allow;
+    ShowComparison();
+    comparison->OpenFiles(files);
+    comparison->Activate();
+}
+
+void ResultsWin::ShowComparison()
+{
+    if (comparison)
+        return;
+    comparison = new CompareWin(this, allowSaveCompare);
+    comparison->SetPosition(kBesideMain);
+    comparison->Show();
+}
+
+void ResultsWin::QuitComparison()
+{
+    if (comparison && comparison->Lock())
+        comparison->Quit();
+    comparison = nullptr;
 }
 
 void ResultsWin::EmptyList()
@@ -123,12 +161,21 @@ void ResultsWin::MessageReceived(BMessage* message)
 {
     switch (message->what) {
         case kMsgCancel: Close(); break;
+        case kMsgCompare: CompareResults(); break;
+        case kMsgSave: SaveResults(); break;
+        case kMsgSavePanel: SaveResultFile(message); break;
+        case kMsgEmail: EmailResults(message); break;
+        case 'cmpq': QuitComparison(); break;
+        case 'gsdq': GetSysDeviceQuit(); break;
         default: DialogWindow::MessageReceived(message); break;
     }
 }
 
 bool ResultsWin::QuitRequested()
 {
+    savePanel.reset();
+    QuitComparison();
+    QuitDevices();
     return DialogWindow::QuitRequested();
 }
 

@@ -4,7 +4,14 @@
 #include "results/Results.h"
 #include "toolkit/DialogWindow.h"
 
+#include <Path.h>
+
+#include <memory>
+
+class BFilePanel;
 class BListView;
+class CompareWin;
+class GetSysDeviceWin;
 
 // One row for each test with its rates, the machine's processor count first. It keeps its own copy
 // of the run. Closed by its user it is only hidden, so that the next run finds it; the main window
@@ -14,22 +21,51 @@ public:
     explicit ResultsWin(const int& nbrCpus); // hidden
     ~ResultsWin() override;
 
-    // Shows another run. The window must be locked. Moves the run's list cursor.
+    // Shows another run, also in the comparison if that is open. The window must be locked. Moves
+    // the run's list cursor.
     void Update(Results& run, bool allowSaveCompare);
+    // Shows the run in the comparison.
+    void CompareResults();
+    // Asks about an incomplete run, then for the names of unknown devices, then for a place to
+    // save.
+    void SaveResults();
+    void ShowSavePanel();
+    // Saves the run where the panel's reply says and packs it for the mail; asks how it is to be
+    // sent. Each step goes on where an earlier one failed.
+    void SaveResultFile(BMessage* reply);
+    // Sends what was saved to the maker, with the user's description of the machine from the
+    // alert's answer.
+    void EmailResults(BMessage* answer);
+    // Adds the machines of the results files among the message's "refs" to the comparison and shows
+    // that; there need not have been a run.
+    void CompareFiles(BMessage* files, bool allowSaveCompare);
 
     void DispatchMessage(BMessage* message, BHandler* target) override;
     void MessageReceived(BMessage* message) override;
     bool QuitRequested() override;
 
 private:
+    static constexpr uint32 kMsgSavePanel = 503;
+
     void AddTitles(int nbrCpus);
     void AddTitle(const char* name, const char* text, float left, float width);
     void AddList();
     void AddButtons();
     void EmptyList();
     void Close();
+    void ShowComparison();
+    void QuitComparison();
+    bool WantsIncompleteRun();
+    void ShowDevices();
+    void GetSysDeviceQuit();
+    void QuitDevices();
+    void Pack();
 
     bool allowSaveCompare = false;
     BListView* list = nullptr;
+    CompareWin* comparison = nullptr; // while it is open
+    GetSysDeviceWin* unknownDevices = nullptr; // until the run was saved
+    std::unique_ptr<BFilePanel> savePanel; // made when first needed
+    BPath saved; // what the mail takes along
     Results results;
 };

@@ -1,6 +1,6 @@
 #include "ui/TarvexAlert.h"
 
-#include "ui/SupportAddress.h"
+#include "toolkit/Maker.h"
 
 #include <Box.h>
 #include <Button.h>

@@ -1,16 +1,23 @@
 #include "ui/TarvexApp.h"
 
+#include "foundation/LibAppInfo.h"
+#include "results/ResultsFile.h"
 #include "toolkit/MessageBoxes.h"
+#include "ui/AboutSysWindow.h"
+#include "ui/HelpText.h"
 #include "ui/TarvexWin.h"
 
-#include <Message.h>
+#include <Entry.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
-TarvexApp::TarvexApp() : LibApp("application/x-vnd.Quorvane.Trvx", "Tarvex", "16 November 2000")
+TarvexApp::TarvexApp()
+    : LibApp("application/x-vnd.Quorvane.Trvx", "Tarvex", "16 November 2000", kHelpText)
 {
-    SetVersion("1.2.6", "BeOS benchmark");
+    constexpr uint32 kFinal = 5;
+    LibSetAppVersion(1, 2, 6, "BeOS benchmark", nullptr, kFinal, 0);
 }
 
 void TarvexApp::ArgvReceived(int32 argc, char** argv)
@@ -19,7 +26,22 @@ void TarvexApp::ArgvReceived(int32 argc, char** argv)
         fprintf(stderr, "Allowed to save comparisons\n");
         allowSaveComparison = true;
     }
+    const bool areFiles = argc > 1
+        && std::all_of(argv + 1, argv + argc, [](char* path) { return IsResultsFile(path); });
+    for (int32 i = 1; areFiles && i < argc; i++) {
+        entry_ref ref;
+        if (get_ref_for_path(argv[i], &ref) == B_OK)
+            files.AddRef("refs", &ref);
+    }
     LibApp::ArgvReceived(argc, argv);
+}
+
+void TarvexApp::ReadyToRun()
+{
+    LibApp::ReadyToRun();
+    if (!files.IsEmpty())
+        mainTarget.SendMessage(&files);
+    files.MakeEmpty();
 }
 
 BWindow* TarvexApp::Window()
@@ -32,10 +54,15 @@ BWindow* TarvexApp::Window()
     return window;
 }
 
+BWindow* TarvexApp::MakeSystemWindow()
+{
+    return new AboutSysWindow(this);
+}
+
 void TarvexApp::MessageReceived(BMessage* message)
 {
     switch (message->what) {
-        case 'Help': SayMissing("Help..."); break;
+        case 'Help': ShowHelp("Tarvex"); break;
         default: LibApp::MessageReceived(message); break;
     }
 }

@@ -216,8 +216,11 @@ void TarvexWin::StartTest()
     Unlock();
 
     const status_t status = benchmark.Go("benchmark", new BMessenger(this), kRunPriority, false);
-    if (status < B_OK)
-        fprintf(stderr, "Cannot start thread <benchmark>: error %d\n", status);
+    if (status >= B_OK || !Lock())
+        return;
+    fprintf(stderr, "Cannot start thread <benchmark>: error %d\n", status);
+    EndRun();
+    Unlock();
 }
 
 bool TarvexWin::ScreenIsAccepted(const LibSysInfo& info)
@@ -250,14 +253,18 @@ void TarvexWin::StatusChange(BMessage* message)
         statusText->SetText(status);
 }
 
-void TarvexWin::BenchmarkChange(BMessage*)
+void TarvexWin::EndRun()
 {
     cursor.Quit();
     running = false;
     statusBox->SetLabel(kEstimateLabel);
     statusText->SetText("");
     SetDescription();
+}
 
+void TarvexWin::BenchmarkChange(BMessage*)
+{
+    EndRun();
     if (!resultsTarget.IsValid())
         AddResults();
     if (!resultsTarget.LockTarget())
@@ -269,9 +276,20 @@ void TarvexWin::BenchmarkChange(BMessage*)
     results->Unlock();
 }
 
+void TarvexWin::CompareFiles(BMessage* files)
+{
+    if (!resultsTarget.IsValid())
+        AddResults();
+    if (!resultsTarget.LockTarget())
+        return;
+    results->CompareFiles(files, allowSaveComparison);
+    results->Unlock();
+}
+
 void TarvexWin::MessageReceived(BMessage* message)
 {
     switch (message->what) {
+        case B_REFS_RECEIVED: CompareFiles(message); break;
         case kMsgTest: StartTest(); break;
         case kMsgAll: SelectAll(); break;
         case 'BmkS': StatusChange(message); break;

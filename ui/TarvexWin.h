@@ -35,6 +35,8 @@ public:
     void StatusChange(BMessage* message);
     // The end of a run: its results come to the front.
     void BenchmarkChange(BMessage* message);
+    // Shows the results files among the message's "refs" in the comparison.
+    void CompareFiles(BMessage* files);
     // "Test" can be chosen while a group is selected and no run is under way.
     void SetDescription();
 
@@ -52,6 +54,7 @@ private:
     bool IsSelected(int32 group) const;
     bool ScreenIsAccepted(const LibSysInfo& info);
     void WarnOnce();
+    void EndRun();
 
     MainMenuBar* menuBar = nullptr;
     BMenuItem* testItem = nullptr;

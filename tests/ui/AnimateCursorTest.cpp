@@ -1,31 +1,18 @@
 #include "ui/AnimateCursor.h"
 
 #include "kits/app/CursorState.h"
+#include "tests/support/Log.h"
 
 #include <Application.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <condition_variable>
 #include <cstring>
 #include <limits>
-#include <mutex>
-#include <vector>
 
 namespace {
 
-std::mutex gMutex;
-std::condition_variable gChanged;
-std::vector<int> gShown; // the first image byte of each picture
-
-void Record()
-{
-    const int mark = CurrentCursor().image[4];
-    const std::lock_guard lock(gMutex);
-    gShown.push_back(mark);
-    gChanged.notify_all();
-}
+Log* gShown = nullptr; // the first image byte of each picture
 
 std::vector<unsigned char> Frame(unsigned char mark)
 {
@@ -36,57 +23,38 @@ std::vector<unsigned char> Frame(unsigned char mark)
     return frame;
 }
 
-class AnimateCursorTest : public testing::Test {
-protected:
-    AnimateCursorTest()
-    {
-        SetCursorHook(Record);
-        gShown.clear(); // of the picture before any animation, which is recorded at once
-    }
-    ~AnimateCursorTest() override { SetCursorHook(nullptr); }
-
-    // The first pictures shown, once there are as many.
-    static std::vector<int> Shown(size_t count)
-    {
-        std::unique_lock lock(gMutex);
-        gChanged.wait_for(lock, std::chrono::seconds(30), [=] { return gShown.size() >= count; });
-        return { gShown.begin(), gShown.begin() + long(std::min(count, gShown.size())) };
-    }
-
-    BApplication app { "application/x-vnd.Quorvane.CursorTest" };
-};
-
 } // namespace
 
-TEST_F(AnimateCursorTest, ShowsTheFilledFramesInTurnAndTheHandAtTheEnd)
+TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePeriod)
 {
+    const BApplication app("application/x-vnd.Quorvane.CursorTest");
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     AnimateCursor cursor("LoadCursor", 3);
     cursor.SetCursor(0, Frame(1).data());
     cursor.SetCursor(2, Frame(3).data());
     cursor.SetCursor(3, Frame(4).data()); // there is no such frame
     cursor.SetCursor(-1, Frame(5).data());
-    cursor.Run(0.001f);
-    EXPECT_GE(find_thread("LoadCursor"), 0);
-    EXPECT_EQ(Shown(4), (std::vector { 1, 3, 1, 3 }));
-    cursor.Quit();
-    EXPECT_LT(find_thread("LoadCursor"), 0);
-    EXPECT_EQ(memcmp(CurrentCursor().image, B_HAND_CURSOR, kCursorBytes), 0);
-}
-
-TEST_F(AnimateCursorTest, KeepsItsPeriodWhereTheNewOneIsNone)
-{
-    AnimateCursor cursor("LoadCursor", 1);
-    cursor.SetCursor(0, Frame(1).data());
-    for (const float period : { 0.001f, -1.0f, std::numeric_limits<float>::quiet_NaN() }) {
+    for (const float period :
+        { 0.001f, -1.0f, kNan }) { // the last two are none: it keeps the first
+        Log shown;
+        gShown = &shown;
+        SetCursorHook([] { gShown->Add(std::to_string(CurrentCursor().image[4])); });
         cursor.Run(period);
-        EXPECT_EQ(Shown(20).size(), 20u);
+        EXPECT_GE(find_thread("LoadCursor"), 0);
+        Entries first = shown.WaitFor(21);
+        first.resize(5);
+        first.erase(first.begin()); // of the picture before, which is recorded at once
+        EXPECT_EQ(first, (Entries { "1", "3", "1", "3" }));
         cursor.Quit();
-        gShown.clear();
+        SetCursorHook(nullptr);
+        EXPECT_LT(find_thread("LoadCursor"), 0);
+        EXPECT_EQ(memcmp(CurrentCursor().image, B_HAND_CURSOR, kCursorBytes), 0);
     }
 }
 
-TEST_F(AnimateCursorTest, OnlyANamedOneStartsAThreadAndNoPeriodHoldsItUp)
+TEST(AnimateCursor, OnlyANamedOneStartsAThreadAndNoPeriodHoldsItUp)
 {
+    const BApplication app("application/x-vnd.Quorvane.CursorTest");
     for (const char* name : { "", "LoadCursor" }) {
         AnimateCursor cursor(name, 1);
         cursor.SetCursor(0, Frame(1).data());

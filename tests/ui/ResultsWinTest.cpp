@@ -35,16 +35,6 @@ std::vector<std::string> Rows(ResultsWin& window)
     return rows;
 }
 
-class ResultsWinTest : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
-    }
-    BApplication app { "application/x-vnd.Quorvane.ResultsTest" };
-};
-
 } // namespace
 
 TEST(ResultItem, HoldsTheFirstEightRatesOnly)
@@ -57,8 +47,11 @@ TEST(ResultItem, HoldsTheFirstEightRatesOnly)
     EXPECT_EQ(item.Rate(7), 7.5f);
 }
 
-TEST_F(ResultsWinTest, ShowsTheLastRunOnly)
+TEST(ResultsWin, ShowsTheLastRunOnly)
 {
+    if (!screen::IsThere())
+        GTEST_SKIP() << "no display";
+    const BApplication app("application/x-vnd.Quorvane.ResultsTest");
     Results run(true);
     AddMetric(run, "Strings Copy", { 2, 4 });
     AddMetric(run, "Memory", { 0.5f, 0, 1 });
@@ -74,8 +67,11 @@ TEST_F(ResultsWinTest, ShowsTheLastRunOnly)
     EXPECT_EQ(Rows(*window), std::vector<std::string> { "Memory KIPS 200 0 100" });
 }
 
-TEST_F(ResultsWinTest, TitlesStandAboveTheirColumns)
+TEST(ResultsWin, TitlesStandAboveTheirColumns)
 {
+    if (!screen::IsThere())
+        GTEST_SKIP() << "no display";
+    const BApplication app("application/x-vnd.Quorvane.ResultsTest");
     ResultsWin* window = new ResultsWin(3);
     window->Show();
     ASSERT_TRUE(screen::WaitFor([] { return screen::IsActive("Results"); }));
@@ -98,6 +94,5 @@ TEST_F(ResultsWinTest, TitlesStandAboveTheirColumns)
         EXPECT_LT(title.frame.bottom, list.top) << row.view;
     }
     EXPECT_FALSE(Find("cpus0").exists || Find("cpus4").exists);
-    EXPECT_TRUE(Find("cancel").enabled);
-    EXPECT_FALSE(Find("compare").enabled || Find("save").enabled);
+    EXPECT_TRUE(Find("cancel").enabled && Find("compare").enabled && Find("save").enabled);
 }

@@ -1,0 +1,169 @@
+#include "ui/GetSysDeviceWin.h"
+
+#include "sysinfo/PciNameList.h"
+#include "tests/kits/kernel/PciTree.h"
+#include "tests/support/ScreenDriver.h"
+#include "tests/support/WithLock.h"
+
+#include <Application.h>
+#include <Screen.h>
+#include <StringView.h>
+#include <TextControl.h>
+
+#include <atomic>
+
+namespace {
+
+using screen::Find;
+
+// Counts how often the form says that it closes.
+class Target : public BLooper {
+public:
+    void MessageReceived(BMessage* message) override
+    {
+        message->what == 'gsdq' ? void(fClosed++) : BLooper::MessageReceived(message);
+    }
+
+    std::atomic<int> fClosed = 0;
+};
+
+// The form for the devices on a tree's buses.
+class FormTest : public testing::Test {
+protected:
+    ~FormTest() override
+    {
+        if (fForm && fForm->Lock())
+            fForm->Quit();
+        if (fTarget->Lock())
+            fTarget->Quit();
+    }
+    void SetUp() override
+    {
+        if (!screen::IsThere())
+            GTEST_SKIP() << "no display";
+        fTarget->Run();
+    }
+    void Open()
+    {
+        const RootGuard root(fTree.Path());
+        LibDeviceInfo info;
+        fForm = new GetSysDeviceWin(info, fTarget);
+        fForm->Show();
+        ASSERT_TRUE(screen::WaitFor([] { return screen::IsActive("Unknown Devices"); }));
+    }
+    std::string Saved()
+    {
+        fForm->Save((fTree.Path() + "/saved").c_str());
+        return fTree.Read("saved");
+    }
+    std::string TextOf(const std::string& name)
+    {
+        return WithLock(fForm, [&] {
+            auto* entry = dynamic_cast<BTextControl*>(fForm->FindView(name.c_str()));
+            return std::string(entry ? entry->Text() : "no such entry");
+        });
+    }
+    const BStringView* First(const char* name)
+    {
+        return dynamic_cast<BStringView*>(fForm->FindView(name));
+    }
+    void Fill(const std::string& name, const std::string& text)
+    {
+        ASSERT_TRUE(screen::Click(name));
+        screen::Key("ctrl+a");
+        screen::Type(text);
+    }
+
+    BApplication fApplication { "application/x-vnd.Quorvane.FormTest" };
+    const MachineTree fTree;
+    Target* const fTarget = new Target;
+    GetSysDeviceWin* fForm = nullptr;
+};
+
+} // namespace
+
+TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
+{
+    AddPciFunction(fTree, "0000:00:00.0", PciConfig(0x8086, 0x7190, 0x060000)); // known
+    AddPciFunction(fTree, "0000:00:01.0", PciConfig(0x1002, 0x4758, 0x030000)); // known
+    AddPciFunction(fTree, "0000:00:02.0", PciConfig(0x8086, 0x0abc, 0x030000));
+    AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
+    AddPciFunction(fTree, "0000:00:04.0", PciConfig(0x1af4, 0x1041, 0x020000));
+    Open();
+    const auto frameOf = [&](const char* name) {
+        return WithLock(fForm, [&] { return fForm->FindView(name)->Frame(); });
+    };
+    EXPECT_EQ(frameOf("view"), BRect(0, 0, 355, 70 + 2 * (5 + 3 * 23) + 10));
+    EXPECT_EQ(frameOf("instructions4"), BRect(30, 50, 365, 65));
+    EXPECT_EQ(frameOf("Display"), BRect(10, 75, 345, 75 + 3 * 23));
+    EXPECT_EQ(frameOf("Network"), BRect(10, 149, 345, 149 + 3 * 23));
+    EXPECT_EQ(Find("instructions3").text, "the configuration of your system.  Could you please");
+    EXPECT_EQ(Find("Network").text, "Network");
+    EXPECT_STREQ(WithLock(fForm, [&] { return First("known_vendor")->Text(); }), "Vendor : ATI");
+    EXPECT_EQ(Find("known_device").text, "Device : ATI PCP");
+    EXPECT_FALSE(Find("Bridge").exists);
+
+    Fill("device_1-2_0xABC", "Typed & kept");
+    Fill("vendor_2-2_0x1AF4", "A vendor of my own");
+    Fill("device_2-2_0x1041", "Some card of which the name has more than fifty letters");
+    screen::Key("alt+F4");
+    EXPECT_TRUE(screen::WaitFor([&] { return fTarget->fClosed == 1; }));
+    EXPECT_FALSE(fForm->IsHidden()) << "that is the target's";
+    fForm->Hide();
+    EXPECT_EQ(Saved(),
+        "pci class = <3>, type = <Display>\n"
+        "Vendor id <0x1002>, Device id <0x4758>, Vendor <ATI,ATI Technologies>, Device <ATI PCP>\n"
+        "Vendor id <0x8086>, Device id <0x0ABC>, Vendor <Intel,Intel Corporation>, "
+        "Device <Typed & kept>\n\n"
+        "pci class = <2>, type = <Network>\n"
+        "Vendor id <0x1AF4>, Device id <0x1041>, Vendor <Unknown,Unknown>, Device <Unknown>\n"
+        "Vendor id <0x1AF4>, Device id <0x1041>, Vendor <Unknown,A vendor of my own>, "
+        "Device <Some card of which the name has more than fifty le>\n\n");
+    fForm->Save("/nonexistent/folder/unknown_devices"); // silently nothing
+}
+
+TEST_F(FormTest, IsAsHighAsItsTextWhereAllDevicesAreKnown)
+{
+    AddPciFunction(fTree, "0000:00:00.0", PciConfig(0x8086, 0x7190, 0x060000));
+    Open();
+    EXPECT_EQ(fForm->Bounds(), BRect(0, 0, 355, 80));
+    EXPECT_EQ(Saved(), "");
+}
+
+TEST_F(FormTest, ScrollsWhereTheScreenHasNoRoomForAllDevices)
+{
+    if (!UnpackPciMachine(fTree))
+        GTEST_SKIP() << "no captured machine with PCI buses";
+    Open();
+    const float height = BScreen().Frame().Height();
+    EXPECT_LT(fForm->Frame().bottom, height);
+    for (int notches = 0; notches < 8; notches++)
+        screen::Click("view", "", 5);
+    Fill("device_6-8_0x7322", "The last one");
+    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_6-8_0x7322") == "The last one"; }));
+}
+
+TEST_F(FormTest, CompletesNamesThatTheSystemKnows)
+{
+    const PciNameList names;
+    if (names.Device(0x1af4, 0x1041).empty())
+        GTEST_SKIP() << "the system has no list of PCI names";
+    AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
+    Open();
+    const std::string vendor = names.Vendor(0x1af4), device = names.Device(0x1af4, 0x1041);
+    Fill("vendor_1-1_0x1AF4", vendor.substr(0, 1));
+    EXPECT_TRUE(screen::WaitFor([&] { return Find("vendor_1-1_0x1AF4").text == vendor; }))
+        << "the machine's own vendor comes before all others";
+    Fill("device_1-1_0x1041", device.substr(0, 2));
+    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0x1041") == device; }));
+    screen::Type("?"); // replaces what was put behind
+    EXPECT_TRUE(
+        screen::WaitFor([&] { return TextOf("device_1-1_0x1041") == device.substr(0, 2) + "?"; }));
+    screen::Key("BackSpace");
+    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0x1041") == device.substr(0, 2); }))
+        << "whoever deletes does not want it back";
+    Fill("vendor_1-1_0x1AF4", "matrox e");
+    EXPECT_TRUE(screen::WaitFor([&] {
+        return TextOf("vendor_1-1_0x1AF4") == "matrox electronics Systems Ltd.";
+    })) << TextOf("vendor_1-1_0x1AF4");
+}

@@ -1,0 +1,45 @@
+// A form for the names of the machine's PCI devices that the program does not know. Closing it only
+// takes the names over and tells the target, which hides it and has it saved.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "foundation/LinkList.h"
+#include "sysinfo/LibDeviceInfo.h"
+#include "toolkit/LibWindow.h"
+
+class BBox;
+class BStringView;
+class LibEditEntry;
+class PciNameList;
+
+class GetSysDeviceWin : public LibWindow {
+public:
+    // Has a box for each class of info with an unknown device. Moves info's cursors. closeTarget
+    // gets 'gsdq'.
+    GetSysDeviceWin(LibDeviceInfo& info, BLooper* closeTarget);
+    ~GetSysDeviceWin() override;
+
+    bool QuitRequested() override; // false
+    // Writes the classes with unknown devices, with the names given. Nothing happens if the file
+    // cannot be opened. Not while the form is in use.
+    void Save(const char* path);
+
+private:
+    void AddInstructions();
+    void FitScreen(float height, float room);
+    void AddClass(pciItem& item, const PciNameList& names, float& y);
+    void AddVendor(BBox* box, const pciDevice& device, const LibString& name, float top,
+        const PciNameList& names);
+    void AddDevice(BBox* box, const pciDevice& device, const LibString& name, float top,
+        const PciNameList& names);
+    void TakeNames(pciItem& item, int32 classOrdinal);
+    const char* Typed(const LibString& name);
+
+    BLooper* target;
+    LinkList<pciItem> items; // copies, whose names the user gives
+    BView* background;
+    std::shared_ptr<const std::vector<std::string>> vendorNames;
+};

@@ -1,0 +1,128 @@
+// How the results window saves and sends a run.
+#include "foundation/LibPath.h"
+#include "results/ResultsFile.h"
+#include "sysinfo/LibDeviceInfo.h"
+#include "toolkit/Maker.h"
+#include "toolkit/MessageBoxes.h"
+#include "ui/GetSysDeviceWin.h"
+#include "ui/ResultsPackage.h"
+#include "ui/ResultsWin.h"
+#include "ui/TarvexAlert.h"
+
+#include <Alert.h>
+#include <E-mail.h>
+#include <FilePanel.h>
+#include <Message.h>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr int32 kCompleteRun = 27; // metrics
+
+} // namespace
+
+void ResultsWin::SaveResults()
+{
+    if (results.Size() != kCompleteRun && !WantsIncompleteRun())
+        return;
+    LibDeviceInfo devices;
+    if (devices.AllDevicesKnown())
+        ShowSavePanel();
+    else
+        ShowDevices();
+}
+
+bool ResultsWin::WantsIncompleteRun()
+{
+    BAlert* alert =
+        new BAlert("", "Not all the tests were run.  Do you still wish to save the results?", "No",
+            "Yes", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    alert->SetShortcut(0, 'n');
+    alert->SetShortcut(1, 'y');
+    constexpr int32 kYes = 1;
+    return LibAnswer(alert) == kYes;
+}
+
+void ResultsWin::ShowDevices()
+{
+    if (unknownDevices) {
+        if (unknownDevices->IsHidden())
+            unknownDevices->Show();
+        unknownDevices->Activate();
+        return;
+    }
+    LibDeviceInfo devices;
+    unknownDevices = new GetSysDeviceWin(devices, this);
+    unknownDevices->SetPosition(kBesideMain);
+    unknownDevices->Show();
+}
+
+// The form is only hidden: what was typed into it goes into the package.
+void ResultsWin::GetSysDeviceQuit()
+{
+    if (!unknownDevices)
+        return;
+    if (!unknownDevices->IsHidden())
+        unknownDevices->Hide();
+    ShowSavePanel();
+}
+
+void ResultsWin::QuitDevices()
+{
+    if (unknownDevices && unknownDevices->Lock())
+        unknownDevices->Quit();
+    unknownDevices = nullptr;
+}
+
+void ResultsWin::ShowSavePanel()
+{
+    if (!savePanel) {
+        const BMessenger thisWindow(this);
+        const BMessage reply(kMsgSavePanel);
+        savePanel = std::make_unique<BFilePanel>(B_SAVE_PANEL, &thisWindow, nullptr, &reply);
+    }
+    savePanel->SetSaveText("Tarvex.results");
+    savePanel->Show();
+}
+
+void ResultsWin::SaveResultFile(BMessage* reply)
+{
+    BPath path;
+    if (!LibGetFilePath(reply, path))
+        return;
+    if (savePanel)
+        savePanel->Hide();
+    saved = path;
+    if (WriteResultsFile(saved.Path(), results))
+        Pack();
+    (new TarvexAlert(this))->Go(nullptr);
+    QuitDevices();
+}
+
+void ResultsWin::Pack()
+{
+    if (PackResults(saved, unknownDevices) != Packed::kNoZip)
+        return;
+    LibInfo(
+        "Tarvex was unable to ZIP your results because the utility 'zip' was not found. You may "
+        "have trouble emailing the results. Please install 'zip' from your system's software "
+        "catalogue and re-run the test.");
+}
+
+void ResultsWin::EmailResults(BMessage* answer)
+{
+    const char* config = nullptr;
+    answer->FindString("config", &config);
+    LibString text("Results for : "); // the user may have written more than Formatted() takes
+    text.Concat(config);
+    text.Concat(".");
+    BMailMessage mail;
+    const bool isComplete = mail.AddHeaderField(B_MAIL_TO, TARVEX_SUPPORT_ADDRESS) == B_OK
+        && mail.AddHeaderField(B_MAIL_SUBJECT, "Tarvex results") == B_OK
+        && mail.AddContent(text, int32(strlen(text))) == B_OK
+        && mail.AddEnclosure(saved.Path()) == B_OK;
+    if (!isComplete || mail.Send(true) != B_OK)
+        fprintf(stderr, "The mail with <%s> was not sent\n", saved.Path() ? saved.Path() : "");
+}
