@@ -2,13 +2,41 @@
 // no fuzzer guesses them.
 #include <Message.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
 #include "kits/app/MessageFormat.h"
 #include "tests/fuzz/Require.h"
+
+static size_t gAllocated = 0;
+
+// Counts what reading a message costs.
+void* operator new(size_t size, const std::nothrow_t&) noexcept
+{
+    gAllocated += size;
+    return malloc(size ? size : 1);
+}
+
+void* operator new(size_t size)
+{
+    if (void* memory = operator new(size, std::nothrow))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    free(memory);
+}
+
+void operator delete(void* memory, size_t) noexcept
+{
+    free(memory);
+}
 
 namespace {
 
@@ -72,7 +100,10 @@ void CheckMessage(const std::string& bytes)
     memcpy(exact.get(), bytes.data(), bytes.size());
     BMessage message('old!');
     message.AddInt32("old", 1);
-    if (message.Unflatten(exact.get(), static_cast<ssize_t>(bytes.size())) != B_OK) {
+    gAllocated = 0;
+    const status_t status = message.Unflatten(exact.get(), static_cast<ssize_t>(bytes.size()));
+    Require(gAllocated <= 64 * bytes.size() + 4096, "reading is not greedy");
+    if (status != B_OK) {
         Require(message.IsEmpty(), "damaged bytes leave the message empty");
         return;
     }

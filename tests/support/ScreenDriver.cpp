@@ -6,13 +6,13 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QTextEdit>
 #include <QWindow>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
@@ -25,10 +25,14 @@ std::string TextOf(QWidget* widget)
 {
     if (auto* button = qobject_cast<QAbstractButton*>(widget))
         return button->text().replace("&&", "&").toStdString();
+    if (auto* line = widget->findChild<QLineEdit*>("_input_", Qt::FindDirectChildrenOnly))
+        return line->text().toStdString();
     if (auto* label = qobject_cast<QLabel*>(widget))
         return label->text().toStdString();
     if (auto* box = qobject_cast<QGroupBox*>(widget))
         return box->title().replace("&&", "&").toStdString();
+    if (auto* line = qobject_cast<QLineEdit*>(widget))
+        return line->text().toStdString();
     if (auto* edit = qobject_cast<QTextEdit*>(widget))
         return edit->toPlainText().toStdString();
     return widget->windowTitle().toStdString();
@@ -48,9 +52,6 @@ Widget Describe(QWidget* widget)
     const QWindow* window = widget->window()->windowHandle();
     result.exposed = window && window->isExposed();
     result.enabled = widget->isEnabled();
-    auto* button = qobject_cast<QAbstractButton*>(widget);
-    result.checked = button && button->isChecked();
-    result.focused = widget->hasFocus();
     result.text = TextOf(widget);
     result.frame = OnScreen(widget, widget->rect());
     return result;
@@ -67,7 +68,6 @@ Widget FindAction(MenuWidget* menu, const QString& label)
         const QWindow* window = menu->window()->windowHandle();
         result.exposed = window && window->isExposed();
         result.enabled = action->isEnabled();
-        result.checked = action->isChecked();
         result.text = action->text().toStdString();
         result.frame = OnScreen(menu, menu->actionGeometry(action));
         return result;
@@ -167,18 +167,6 @@ Widget FindMenuItem(const std::string& label)
     });
 }
 
-bool WaitFor(const std::function<bool()>& condition, double seconds)
-{
-    using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-    while (!condition()) {
-        if (Clock::now() > end)
-            return condition();
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return true;
-}
-
 bool Click(const std::string& name, const std::string& window, int button)
 {
     return ClickWhenSettled([&] { return Find(name, window); }, button);
@@ -192,12 +180,6 @@ void ClickAt(BPoint where, int button)
 void DoubleClickAt(BPoint where)
 {
     Xdotool("mousemove " + Place(where) + " click --repeat 2 --delay 20 1");
-}
-
-void Drag(BPoint from, BPoint to)
-{
-    Xdotool("mousemove " + Place(from) + " mousedown 1 mousemove "
-        + Place(MiddleOf(BRect(from, to))) + " mousemove " + Place(to) + " mouseup 1");
 }
 
 void MoveTo(BPoint where)
@@ -232,13 +214,6 @@ rgb_color PixelAt(BPoint where)
         const QColor color = shot.toImage().pixelColor(0, 0);
         return rgb_color { static_cast<uint8>(color.red()), static_cast<uint8>(color.green()),
             static_cast<uint8>(color.blue()), 255 };
-    });
-}
-
-bool Grab(const std::string& path)
-{
-    return display::Call([&] {
-        return QGuiApplication::primaryScreen()->grabWindow(0).save(QString::fromStdString(path));
     });
 }
 

@@ -5,6 +5,7 @@
 
 #include "GraphicsDefs.h"
 #include "Rect.h"
+#include "tests/support/WaitUntil.h"
 
 #include <functional>
 #include <string>
@@ -17,8 +18,6 @@ struct Widget {
     bool exists = false; // of that name, in a shown window, and visible itself
     bool exposed = false; // its window is on the screen
     bool enabled = false;
-    bool checked = false;
-    bool focused = false;
     std::string text; // label, title or contents
     BRect frame; // on the screen
 };
@@ -33,14 +32,16 @@ bool IsActive(const std::string& window);
 Widget FindMenuItem(const std::string& label);
 
 // Polls until condition holds, at most seconds; its last value.
-bool WaitFor(const std::function<bool()>& condition, double seconds = 20);
+inline bool WaitFor(const std::function<bool()>& condition, double seconds = 20)
+{
+    return WaitUntil(condition, seconds, 10);
+}
 
 // The user's hand. False where there is nothing of that name for 20 seconds. Clicks at a widget go
 // to its middle; button 1 is the left one, 4 and 5 turn the wheel up and down.
 bool Click(const std::string& name, const std::string& window = "", int button = 1);
 void ClickAt(BPoint where, int button = 1); // on the screen
 void DoubleClickAt(BPoint where);
-void Drag(BPoint from, BPoint to);
 void MoveTo(BPoint where);
 // Opens the menus one after the other and chooses the last: {"Benchmark", "All"}.
 bool ClickMenu(const std::vector<std::string>& labels);
@@ -48,7 +49,5 @@ void Type(const std::string& text);
 void Key(const std::string& combination); // "ctrl+t", "Return", "Escape", "alt+F4"
 
 rgb_color PixelAt(BPoint where); // as the screen shows it
-// Writes a picture of the whole screen; the format is path's ending.
-bool Grab(const std::string& path);
 
 } // namespace screen
