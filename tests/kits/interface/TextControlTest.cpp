@@ -132,7 +132,7 @@ TEST_F(TextControlTest, ChangesOfOneMessageAreOneToTheUser)
     screen::Type("x");
     EXPECT_STREQ(control->Text(), "Intel Corp.");
     control->TextView()->Select(3, 11);
-    screen::Key("Tab");
+    screen::Key("Return");
     fWindow->Unlock();
     EXPECT_TRUE(WaitForText(control, "Intx"));
     EXPECT_EQ(fLog->WaitFor(2), (Entries { "2 value 0", "1 value 0" }));
