@@ -10,9 +10,14 @@ namespace {
 // Asked before there is any window, so that the user learns what is missing.
 bool HasScreen()
 {
-    if (BScreen(B_MAIN_SCREEN_ID).IsValid())
-        return true;
+    const BScreen screen(B_MAIN_SCREEN_ID);
     const char* display = getenv("DISPLAY");
+    if (screen.IsValid()) {
+        if (screen.ColorSpace() != B_CMAP8)
+            return true;
+        fprintf(stderr, "The display <%s> has 8 bits a pixel: windows need 15 at least\n", display);
+        return false;
+    }
     if (display && display[0])
         fprintf(stderr, "Cannot open display <%s>\n", display);
     else
