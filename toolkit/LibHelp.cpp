@@ -94,7 +94,7 @@ bool LibHelp::ReadText(const char* xml)
     fputs(xml, file);
     fclose(file);
     const bool found = ReadFile(path);
-    LibUnlink(path);
+    remove(path);
     return found;
 }
 

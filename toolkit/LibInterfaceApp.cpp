@@ -13,9 +13,6 @@
 LibInterfaceApp::LibInterfaceApp(const char* signature, const char* helpText)
     : BApplication(signature), ownHelp(helpText)
 {
-    if (ownHelp)
-        help.ReadText(ownHelp);
-    LibSetToolTips(&help);
 }
 
 LibInterfaceApp::~LibInterfaceApp()
@@ -37,6 +34,7 @@ void LibInterfaceApp::ArgvReceived(int32 argc, char** argv)
 void LibInterfaceApp::MessageReceived(BMessage* message)
 {
     switch (message->what) {
+        case 'appr': ReadOwnHelp(); break;
         case 'help': AnswerHelp(*message); break;
         case 'stip': SetTip(*message); break;
         case 'tipf': SwitchTips(*message); break;
@@ -44,9 +42,22 @@ void LibInterfaceApp::MessageReceived(BMessage* message)
     }
 }
 
+// After the first window is shown: it need not wait for its tips.
+void LibInterfaceApp::ReadOwnHelp()
+{
+    if (hasOwnHelp)
+        return;
+    hasOwnHelp = true;
+    if (ownHelp)
+        help.ReadText(ownHelp);
+    LibSetToolTips(&help);
+    LibShowToolTips(showsTips);
+}
+
 // Files that were added are read when the help is first asked for: unpacking them takes a while.
 void LibInterfaceApp::ReadHelp()
 {
+    ReadOwnHelp();
     if (!hasHelp)
         help.ReadResources();
     hasHelp = true;

@@ -18,9 +18,9 @@ public:
     // was done; "-help" with anything else is told on standard error. Other arguments are left
     // alone.
     void ArgvReceived(int32 argc, char** argv) override;
-    // 'help' shows the help on the first of its strings "topic" that there is any on. 'tipf'
-    // switches tool tips by its bool "show", or else over; 'stip' changes the tip of the views
-    // "name" to the string "text".
+    // 'appr', when the first window is shown, brings the tool tips. 'help' shows the help on the
+    // first of its strings "topic" that there is any on. 'tipf' switches tool tips by its bool
+    // "show", or else over; 'stip' changes the tip of the views "name" to the string "text".
     void MessageReceived(BMessage* message) override;
 
 protected:
@@ -28,6 +28,7 @@ protected:
     void ShowHelp(const char* topic);
 
 private:
+    void ReadOwnHelp();
     void ReadHelp();
     void AnswerHelp(const BMessage& request);
     void SwitchTips(const BMessage& request);
@@ -36,7 +37,8 @@ private:
 
     const char* ownHelp;
     LibHelp help;
-    bool hasHelp = false; // it was read
+    bool hasOwnHelp = false; // it was read
+    bool hasHelp = false; // and so were the files that were added
     bool showsTips = true;
     LibHelpWindow* helpWindow = nullptr;
     BMessenger helpTarget; // knows whether the window is still there

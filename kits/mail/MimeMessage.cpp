@@ -57,7 +57,7 @@ void SetHeaders(GMimeMessage* message, const MailParts& parts)
 
 } // namespace
 
-status_t WriteMimeMessage(const MailParts& parts, int file)
+extern "C" status_t tarvex_write_mime_message(const MailParts& parts, int file)
 {
     g_mime_init(); // counted: harmless once it was done
     const Ref<GMimeMessage> message(g_mime_message_new(TRUE));
