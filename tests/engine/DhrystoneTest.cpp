@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <regex>
 #include <string>
 
@@ -40,7 +39,6 @@ TEST(Dhrystone, PrintsItsCheckToTheLetterAfterOneBody)
             + Record("2, sould be 2", "17, should be 17") + "next_pointer\n"
             + Record("1, sould be 1", "18, should be 18"));
     EXPECT_EQ(dhrystone.ptr_glob->ptr_comp, dhrystone.next_ptr_glob.get());
-    EXPECT_EQ((std::array { dhrystone.array_1[9], dhrystone.array_1[38] }), (std::array { 7, 8 }));
     EXPECT_EQ(dhrystone.array_2[8][8], 7); // not row 28
     EXPECT_EQ(dhrystone.array_2[28][8], 0);
 }
@@ -53,7 +51,6 @@ TEST(Dhrystone, CountsWithSixteenBits)
         int value; // of array_2[8][7]: 10, and one more by each body of the last middle round
     } rows[] = {
         { 1600000, "iter 27136, outer 0, inner 27136", 0 },
-        { 32000, "iter 32000, outer 1, inner 0", 0 },
         { 65536 + 32771, "iter 32771, outer 1, inner 771", 11 },
     };
     for (const auto& row : rows) {

@@ -22,8 +22,7 @@ public:
     {
         FILE* daemon = popen("dbus-daemon --session --fork --print-address=1 --print-pid=1", "r");
         char address[512] = "";
-        if (!daemon || fscanf(daemon, "%511s %d", address, &fDaemon) != 2)
-            ADD_FAILURE() << "no dbus-daemon";
+        EXPECT_EQ(fscanf(daemon, "%511s %d", address, &fDaemon), 2) << "no dbus-daemon";
         setenv("DBUS_SESSION_BUS_ADDRESS", address, 1);
         pclose(daemon);
         fConnection = dbus_bus_get(DBUS_BUS_SESSION, nullptr);
@@ -82,14 +81,14 @@ TEST(LibTracker, AsksTheDesktopsFileManagerAndElseTheOpener)
     const char* file = "folder/a b%\xff";
     const std::string uri = "file://" + folder / "folder/a%20b%25%FF";
     std::filesystem::create_directory("folder");
-    folder.Write(file, "");
-    folder.Write("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$1\" >>" + folder / "opened" + "\n");
+    WriteFile(file, "");
+    WriteFile("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$1\" >>" + folder / "opened" + "\n");
     std::filesystem::permissions("xdg-open", std::filesystem::perms::owner_all);
     setenv("PATH", (folder.Path() + ":" + getenv("PATH")).c_str(), 1);
     std::string opened;
     const auto opens = [&](const std::string& path) {
         opened += folder / path + "\n";
-        return WaitUntil([&] { return folder.Read(folder / "opened") == opened; });
+        return WaitUntil([&] { return ReadFile(folder / "opened") == opened; });
     };
     EXPECT_TRUE(LibOpenEntry(file) && opens(file) && LibInfoEntry(file) && opens("folder"));
     EXPECT_FALSE(LibOpenEntry("no folder/file"));
@@ -108,9 +107,5 @@ TEST(LibTracker, AsksTheDesktopsFileManagerAndElseTheOpener)
     request.AddRef("refs", &ref);
     EXPECT_EQ(BMessenger("application/x-vnd.be-trak").SendMessage(&request, &reply), B_OK);
     EXPECT_TRUE(reply.FindInt32("error", &error) == B_OK && error == B_ERROR);
-    status_t status = B_OK;
-    EXPECT_FALSE(BMessenger("application/x-vnd.Be-none", -1, &status).IsValid());
-    EXPECT_EQ(status, B_BAD_VALUE);
-    BMessenger("application/x-vnd.Be-TRAK", 1, &status);
-    EXPECT_EQ(status, B_MISMATCHED_VALUES);
+    EXPECT_FALSE(BMessenger("application/x-vnd.Be-none").IsValid());
 }

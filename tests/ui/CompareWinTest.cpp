@@ -3,6 +3,7 @@
 
 #include "results/Results.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/TempFolder.h"
 #include "ui/CpuColor.h"
 
 #include <Application.h>
@@ -14,8 +15,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -84,9 +83,8 @@ protected:
     {
         if (!screen::IsThere())
             GTEST_SKIP() << "no display";
-        std::filesystem::create_directory(folder);
-        setenv("XDG_DATA_HOME", folder.c_str(), 1);
-        std::filesystem::current_path(folder);
+        setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
+        std::filesystem::current_path(folder.Path());
         target->Run();
         Open(true);
     }
@@ -95,7 +93,6 @@ protected:
         if (window)
             Close();
         std::filesystem::current_path("/");
-        std::filesystem::remove_all(folder);
     }
 
     void Open(bool allowSave)
@@ -125,9 +122,8 @@ protected:
     }
     std::string File(const std::string& name, const std::string& contents)
     {
-        const std::string path = folder + "/" + name;
-        std::ofstream(path) << contents;
-        return path;
+        WriteFile(folder / name, contents);
+        return folder / name;
     }
     std::string MachineFile()
     {
@@ -151,7 +147,7 @@ protected:
         return Find("DrawView").frame.LeftTop() + BPoint(9, 19 + 17 * float(row) + 8);
     }
 
-    const std::string folder = testing::TempDir() + "compare-" + std::to_string(getpid());
+    const TempFolder folder;
     BApplication app { "application/x-vnd.Quorvane.CompareTest" };
     Target* target = new Target;
     CompareWin* window = nullptr;
@@ -234,10 +230,8 @@ TEST_F(CompareWinTest, EveryMachineButTheRunIsThereAgainAndTheTableIsWritten)
     ASSERT_TRUE(screen::Click("save"));
     ASSERT_TRUE(WaitFor([] { return screen::IsActive("Information"); }));
     screen::Key("Return");
-    std::ostringstream table;
-    table << std::ifstream(folder + "/Tarvex.compare").rdbuf();
     const std::string own = "This (2-x)\t400.0\t100.0\t\t50.0\t\n";
-    EXPECT_EQ(table.str(),
+    EXPECT_EQ(ReadFile(folder / "Tarvex.compare"),
         "\tSieve\t\tMemory\t\t\n\t(IPS)\t\t()\t\t\n\t2 cpu\t1 cpu\t2 cpu\t1 cpu\t\n" + own + own
             + "Other (1-y)\t\t200.0\t\nZ (1-)\t\t3.0\t\nOther (1-y)\t\t200.0\t\n");
     ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex Comparisons"); }));

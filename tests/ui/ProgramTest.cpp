@@ -1,5 +1,6 @@
 // The program as users run it.
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/TempFolder.h"
 
 #include <OS.h>
 
@@ -8,19 +9,13 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
-std::string ContentsOf(const std::string& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
+constexpr char kOnline[] = "/sys/devices/system/cpu/online";
 
 // A running Tarvex; killed, if need be, at the end.
 class Program {
@@ -63,7 +58,7 @@ public:
     // What it wrote on standard error, without the lines of the desktop's libraries.
     std::string Errors() const
     {
-        std::istringstream lines(ContentsOf(errorPath));
+        std::istringstream lines(ReadFile(errorPath));
         std::string own;
         for (std::string line; std::getline(lines, line);)
             own += line.starts_with("Q") ? "" : line + "\n";
@@ -75,7 +70,7 @@ public:
         std::error_code error;
         const std::string tasks = "/proc/" + std::to_string(id) + "/task";
         for (const auto& task : std::filesystem::directory_iterator(tasks, error)) {
-            if (ContentsOf(task.path() / "comm") == name + "\n")
+            if (ReadFile(task.path() / "comm") == name + "\n")
                 return true;
         }
         return false;
@@ -105,11 +100,6 @@ private:
     pid_t id;
     bool ended = false;
 };
-
-std::string OnlineProcessors()
-{
-    return ContentsOf("/sys/devices/system/cpu/online");
-}
 
 } // namespace
 
@@ -153,7 +143,7 @@ TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
 {
     if (!screen::IsThere())
         GTEST_SKIP() << "no display";
-    const std::string online = OnlineProcessors();
+    const std::string online = ReadFile(kOnline);
     const bool canSwitch = geteuid() == 0 && online != "0\n";
     enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff, kKilledWithOneOff };
     for (int when = kAtTheWarning; when <= (canSwitch ? kKilledWithOneOff : 1); when++) {
@@ -164,9 +154,9 @@ TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
             ASSERT_TRUE(screen::WaitFor([&] { return program.HasThread("benchmark"); }));
         }
         EXPECT_TRUE(screen::WaitFor(
-            [&] { return when < kWithOneProcessorOff || OnlineProcessors() != online; }));
+            [&] { return when < kWithOneProcessorOff || ReadFile(kOnline) != online; }));
         program.End(when == kKilledWithOneOff ? SIGKILL : SIGTERM);
         EXPECT_EQ(program.Status(5), when == kKilledWithOneOff ? -1 : 0) << when;
-        EXPECT_TRUE(screen::WaitFor([&] { return OnlineProcessors() == online; }));
+        EXPECT_TRUE(screen::WaitFor([&] { return ReadFile(kOnline) == online; }));
     }
 }

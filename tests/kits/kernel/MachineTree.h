@@ -2,32 +2,18 @@
 
 #include "kits/kernel/Processors.h"
 
-#include <filesystem>
-#include <fstream>
+#include "tests/support/TempFolder.h"
+
 #include <gtest/gtest.h>
-#include <sstream>
-#include <stdlib.h>
-#include <string>
 
 // A folder that takes the place of the system's root, gone with the object.
-class MachineTree {
+class MachineTree : public TempFolder {
 public:
-    MachineTree()
-    {
-        char folder[] = "/tmp/tarvex-tree-XXXXXX";
-        fPath = mkdtemp(folder);
-    }
-    ~MachineTree() { std::filesystem::remove_all(fPath); }
-    MachineTree(const MachineTree&) = delete;
-    MachineTree& operator=(const MachineTree&) = delete;
-
-    const std::string& Path() const { return fPath; }
-
     void Write(const std::string& file, const std::string& text) const
     {
-        const std::filesystem::path path = fPath + "/" + file;
+        const std::filesystem::path path = *this / file;
         std::filesystem::create_directories(path.parent_path());
-        std::ofstream(path) << text;
+        WriteFile(path, text);
     }
 
     // Fills the tree from a captured machine, as far as tar's options name it. False where
@@ -37,21 +23,13 @@ public:
         const std::string archive = std::string(TARVEX_CAPTURES) + "/" + name + ".tar.bz2";
         if (!std::filesystem::exists(archive))
             return false;
-        const std::string command = "tar xjf '" + archive + "' -C '" + fPath
+        const std::string command = "tar xjf '" + archive + "' -C '" + Path()
             + "' --strip-components=1 --no-same-owner --wildcards " + options;
         EXPECT_EQ(system(command.c_str()), 0);
         return true;
     }
 
-    [[nodiscard]] std::string Read(const std::string& file) const
-    {
-        std::ostringstream text;
-        text << std::ifstream(fPath + "/" + file).rdbuf();
-        return text.str();
-    }
-
-private:
-    std::string fPath;
+    [[nodiscard]] std::string Read(const std::string& file) const { return ReadFile(*this / file); }
 };
 
 // Makes a tree the machine of this process as long as it lives.

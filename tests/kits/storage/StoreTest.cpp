@@ -1,5 +1,3 @@
-#include "kits/storage/store/Store.h"
-
 #include <csignal>
 #include <random>
 #include <sys/wait.h>
@@ -7,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "StoreAccess.h"
 #include "tests/support/TempFolder.h"
 #include <OS.h>
 
@@ -18,7 +17,7 @@ int Stress()
     return factor ? atoi(factor) : 1;
 }
 
-const NodeIdentity kFile = { "/nowhere/file", 17, 4711, 1, false };
+const std::string kNone = std::to_string(B_ENTRY_NOT_FOUND);
 
 // Tells a value from every other one in all of its bytes.
 std::string ValueOf(int number, size_t size)
@@ -28,21 +27,6 @@ std::string ValueOf(int number, size_t size)
     for (char& byte : value)
         byte = char(random() >> 8);
     return value;
-}
-
-std::string Read(Store& store, const std::string& name)
-{
-    attr_info info;
-    if (store.GetAttribute(kFile, name, &info) != B_OK)
-        return "";
-    std::string value(size_t(info.size), '\0');
-    const ssize_t size = store.ReadAttribute(kFile, name, 0, value.data(), value.size());
-    return size == info.size ? value : "";
-}
-
-ssize_t Write(Store& store, const std::string& name, const std::string& value)
-{
-    return store.WriteAttribute(kFile, name, 'RAWT', 0, value);
 }
 
 // Runs action in a process of its own, which never comes back from here.
@@ -60,8 +44,8 @@ pid_t InChild(Action action)
 TEST(Store, ManyLargeValuesComeBackWholeFromAnotherConnection)
 {
     const TempFolder folder;
-    const int count = 100 * Stress() * Stress();
-    constexpr size_t kSize = 100'000;
+    const int count = 20 * Stress() * Stress();
+    constexpr size_t kSize = 1'000'000;
     {
         Store store(folder / "new/store");
         for (int i = 0; i < count; i++)
@@ -71,15 +55,12 @@ TEST(Store, ManyLargeValuesComeBackWholeFromAnotherConnection)
     for (int i = 0; i < count; i++)
         ASSERT_TRUE(Read(store, std::to_string(i)) == ValueOf(i, kSize)) << i;
 
-    const std::string large = ValueOf(-1, size_t(10'000'000) * size_t(Stress()));
-    EXPECT_EQ(Write(store, "large", large), ssize_t(large.size()));
-    EXPECT_TRUE(Read(store, "large") == large);
     testing::internal::CaptureStderr();
-    EXPECT_EQ(store.WriteAttribute(kFile, "large", 'RAWT', 1'000'000'000, "x"), B_BAD_VALUE);
+    EXPECT_EQ(store.WriteAttribute(kFile, "0", 'RAWT', 1'000'000'000, "x"), B_BAD_VALUE);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "Error using the attribute store <" + (folder / "new/store")
             + ">: a value would have more than 1000000000 bytes\n");
-    EXPECT_TRUE(Read(store, "large") == large);
+    EXPECT_TRUE(Read(store, "0") == ValueOf(0, kSize));
 }
 
 // The child tells each write that came back; one more may be done, and none in part.
@@ -117,7 +98,7 @@ TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
         for (int i = 0; i < kAttributes; i++) {
             const int last = written - 1 - (written - 1 - i + kAttributes) % kAttributes;
             const std::string value = Read(store, std::to_string(i));
-            const bool isOld = value == (last < 0 ? "" : ValueOf(last, kSize));
+            const bool isOld = value == (last < 0 ? kNone : ValueOf(last, kSize));
             const bool isNew = written % kAttributes == i && value == ValueOf(written, kSize);
             EXPECT_TRUE(isOld || isNew) << "round " << round << ", write " << last;
             isOneMoreDone |= isNew;
@@ -146,7 +127,6 @@ TEST(Store, TwoProgramsThatWriteAtOnceLoseNothing)
     for (const char program : { 'a', 'b' }) {
         const int count = atoi(Read(store, std::string("writes of ") + program).c_str());
         EXPECT_GT(count, 0);
-        RecordProperty(std::string(1, program), count);
         for (int i = 0; i < count; i++)
             ASSERT_TRUE(Read(store, program + std::to_string(i)) == ValueOf(i, 5000)) << i;
     }
@@ -163,19 +143,14 @@ TEST(Store, AThreadIsKilledBetweenItsWritesOnly)
 {
     const TempFolder folder;
     Store store(folder / "store");
-    for (int round = 0; round < 5; round++) {
-        const thread_id threads[] = { spawn_thread(WriteForEver, "one", B_NORMAL_PRIORITY, &store),
-            spawn_thread(WriteForEver, "two", B_NORMAL_PRIORITY, &store) };
-        for (const thread_id thread : threads)
-            EXPECT_EQ(resume_thread(thread), B_OK);
+    for (int round = 0; round < 10; round++) {
+        const thread_id thread = spawn_thread(WriteForEver, "one", B_NORMAL_PRIORITY, &store);
+        EXPECT_EQ(resume_thread(thread), B_OK);
         snooze(20'000);
-        for (const thread_id thread : threads)
-            EXPECT_EQ(kill_thread(thread), B_OK);
+        EXPECT_EQ(kill_thread(thread), B_OK);
         EXPECT_EQ(Write(store, "after", "x"), 1);
-        for (const thread_id thread : threads)
-            if (const std::string value = Read(store, std::to_string(thread)); !value.empty()) {
-                EXPECT_TRUE(value == ValueOf(0, 20'000));
-            }
+        const std::string value = Read(store, std::to_string(thread));
+        EXPECT_TRUE(value == kNone || value == ValueOf(0, 20'000));
     }
 }
 

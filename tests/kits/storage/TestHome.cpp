@@ -1,7 +1,5 @@
 #include "TestHome.h"
 
-#include <fstream>
-
 #include <gtest/gtest.h>
 
 namespace {
@@ -21,17 +19,6 @@ const struct Home : TempFolder {
 const TempFolder& TestHome()
 {
     return gHome;
-}
-
-std::string ReadFile(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "none";
-}
-
-void WriteFile(const std::string& path, const std::string& text)
-{
-    std::ofstream(path) << text;
 }
 
 void Shell(const TempFolder& folder, const std::string& commands)

@@ -5,8 +5,5 @@
 
 // $HOME and the XDG folders lie below it from the start of the program on.
 const TempFolder& TestHome();
-// "none" where there is no file.
-std::string ReadFile(const std::string& path);
-void WriteFile(const std::string& path, const std::string& text);
 // Runs commands with the folder as their working directory; a failure is one of the test.
 void Shell(const TempFolder& folder, const std::string& commands);

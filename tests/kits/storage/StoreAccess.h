@@ -1,0 +1,24 @@
+// Attributes of a file in a store, without the file.
+#pragma once
+
+#include "kits/storage/store/Store.h"
+
+#include <gtest/gtest.h>
+
+inline const NodeIdentity kFile = { "/nowhere/file", 17, 4711, 1, false };
+
+inline ssize_t Write(Store& store, const std::string& name, const std::string& value)
+{
+    return store.WriteAttribute(kFile, name, 'RAWT', 0, value);
+}
+
+// The value, or the number of the error.
+inline std::string Read(Store& store, const std::string& name)
+{
+    attr_info info;
+    if (const status_t error = store.GetAttribute(kFile, name, &info); error != B_OK)
+        return std::to_string(error);
+    std::string value(size_t(info.size), '\0');
+    EXPECT_EQ(store.ReadAttribute(kFile, name, 0, value.data(), value.size()), info.size);
+    return value;
+}
