@@ -75,7 +75,7 @@ protected:
     }
 
     BApplication fApplication { "application/x-vnd.Quorvane.FormTest" };
-    const MachineTree fTree;
+    const MachineTree fTree {};
     Target* const fTarget = new Target;
     GetSysDeviceWin* fForm = nullptr;
 };
