@@ -82,6 +82,19 @@ TEST(LibString, GettersTakeWhatTheNumberGrammarTakes)
     EXPECT_EQ(huge, -HUGE_VAL);
 }
 
+TEST(LibString, HexadecimalIsTwoDigitsOfEitherCase)
+{
+    const struct {
+        const char* text;
+        uint8 value;
+    } rows[] = { { "fF", 255 }, { "0a", 10 }, { "G1", 1 }, { "F", 0 }, { "FFF", 0 }, { "", 0 } };
+    for (const auto& row : rows)
+        EXPECT_EQ(LibString(row.text).GetHex(), row.value) << row.text;
+    LibString text;
+    text.SetHex(0xaf);
+    EXPECT_STREQ(text, "AF");
+}
+
 TEST(LibString, CompareOrdersBySignedBytesAndPrefix)
 {
     const std::tuple<const char*, const char*, bool, int32> rows[] = { { "abc", "abd", false, -1 },
