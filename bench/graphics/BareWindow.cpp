@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -38,6 +39,45 @@ uint32_t Color()
     const uint32_t red = Component();
     const uint32_t green = Component();
     return red << 16 | green << 8 | Component();
+}
+
+xcb_segment_t Line()
+{
+    const xcb_point_t a = Point();
+    const xcb_point_t b = Point();
+    return { a.x, a.y, b.x, b.y };
+}
+
+xcb_rectangle_t Outline()
+{
+    const xcb_segment_t line = Line();
+    return { std::min(line.x1, line.x2), std::min(line.y1, line.y2),
+        static_cast<uint16_t>(std::abs(line.x1 - line.x2)),
+        static_cast<uint16_t>(std::abs(line.y1 - line.y2)) };
+}
+
+// With its right and bottom edge.
+xcb_rectangle_t Area()
+{
+    xcb_rectangle_t box = Outline();
+    box.width++;
+    box.height++;
+    return box;
+}
+
+xcb_arc_t ArcIn(const xcb_rectangle_t& box)
+{
+    return { box.x, box.y, box.width, box.height, 0, kFullCircle };
+}
+
+xcb_arc_t Ellipse()
+{
+    return ArcIn(Outline());
+}
+
+xcb_arc_t Disc()
+{
+    return ArcIn(Area());
 }
 
 int RandsFor(Shape shape)
@@ -160,39 +200,27 @@ void BareWindow::DrawOne(Shape shape)
     if (shape == Shape::kString)
         return DrawString(pixel);
     xcb_change_gc(connection, gc, XCB_GC_FOREGROUND, &pixel);
-    const xcb_point_t a = Point();
-    const xcb_point_t b = Point();
-    const int16_t left = std::min(a.x, b.x);
-    const int16_t top = std::min(a.y, b.y);
-    const uint16_t width = static_cast<uint16_t>(std::abs(a.x - b.x));
-    const uint16_t height = static_cast<uint16_t>(std::abs(a.y - b.y));
-    const xcb_rectangle_t outline { left, top, width, height };
-    const xcb_rectangle_t area { left, top, uint16_t(width + 1), uint16_t(height + 1) };
     switch (shape) {
-        case Shape::kEllipse: return Arc(outline, xcb_poly_arc);
-        case Shape::kFilledEllipse: return Arc(area, xcb_poly_fill_arc);
-        case Shape::kRectangle: xcb_poly_rectangle(connection, window, gc, 1, &outline); return;
-        case Shape::kFilledRectangle:
-            xcb_poly_fill_rectangle(connection, window, gc, 1, &area);
-            return;
+        case Shape::kEllipse: return Send(Ellipse(), xcb_poly_arc);
+        case Shape::kFilledEllipse: return Send(Disc(), xcb_poly_fill_arc);
+        case Shape::kRectangle: return Send(Outline(), xcb_poly_rectangle);
+        case Shape::kFilledRectangle: return Send(Area(), xcb_poly_fill_rectangle);
         case Shape::kTriangle:
-        case Shape::kFilledTriangle: return Triangle(a, b, shape == Shape::kFilledTriangle);
-        default: break;
+        case Shape::kFilledTriangle: return DrawTriangle(shape == Shape::kFilledTriangle);
+        default: return Send(Line(), xcb_poly_segment);
     }
-    const xcb_segment_t line { a.x, a.y, b.x, b.y };
-    xcb_poly_segment(connection, window, gc, 1, &line);
 }
 
-template <typename DrawArc>
-void BareWindow::Arc(const xcb_rectangle_t& box, DrawArc draw)
+template <typename Item, typename Request>
+void BareWindow::Send(const Item& item, Request request)
 {
-    const xcb_arc_t arc { box.x, box.y, box.width, box.height, 0, kFullCircle };
-    draw(connection, window, gc, 1, &arc);
+    request(connection, window, gc, 1, &item);
 }
 
-void BareWindow::Triangle(xcb_point_t a, xcb_point_t b, bool filled)
+void BareWindow::DrawTriangle(bool filled)
 {
-    const xcb_point_t points[] = { a, b, Point(), a };
+    const xcb_point_t a = Point();
+    const xcb_point_t points[] = { a, Point(), Point(), a };
     if (filled)
         xcb_fill_poly(
             connection, window, gc, XCB_POLY_SHAPE_CONVEX, XCB_COORD_MODE_ORIGIN, 3, points);
@@ -213,6 +241,36 @@ double BareWindow::Draw(Shape shape, bool flushed, long count)
     xcb_clear_area(connection, 0, window, 0, 0, 0, 0);
     xcb_flush(connection);
     return seconds;
+}
+
+template <typename Item, typename Request>
+double BareWindow::SendBatch(long count, Item (*next)(), Request request)
+{
+    constexpr size_t kMost = 500; // in a request
+    std::vector<Item> items(static_cast<size_t>(count));
+    std::generate(items.begin(), items.end(), next);
+    Sync();
+    const double start = Seconds();
+    for (size_t i = 0; i < items.size(); i += kMost)
+        request(connection, window, gc, uint32_t(std::min(kMost, items.size() - i)), &items[i]);
+    Sync();
+    const double seconds = Seconds() - start;
+    xcb_clear_area(connection, 0, window, 0, 0, 0, 0);
+    xcb_flush(connection);
+    return seconds;
+}
+
+double BareWindow::DrawBatch(Shape shape, long count)
+{
+    switch (shape) {
+        case Shape::kLine: return SendBatch(count, Line, xcb_poly_segment);
+        case Shape::kTriangle: return SendBatch(count * 3, Line, xcb_poly_segment);
+        case Shape::kEllipse: return SendBatch(count, Ellipse, xcb_poly_arc);
+        case Shape::kFilledEllipse: return SendBatch(count, Disc, xcb_poly_fill_arc);
+        case Shape::kRectangle: return SendBatch(count, Outline, xcb_poly_rectangle);
+        case Shape::kFilledRectangle: return SendBatch(count, Area, xcb_poly_fill_rectangle);
+        default: return 0;
+    }
 }
 
 void BareWindow::Sync()

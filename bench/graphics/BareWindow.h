@@ -32,6 +32,10 @@ public:
     // Draws count of them, each sent on its own if flushed, and clears the window. Returns the
     // seconds that the drawing took, without those of the calls of rand() for the coordinates.
     double Draw(Shape shape, bool flushed, long count);
+    // Draws count of them in one colour, as many in a request as x11perf sends, and clears the
+    // window. Returns the seconds until the server has drawn them; 0 for a shape that cannot be
+    // sent so.
+    double DrawBatch(Shape shape, long count);
     // Waits until the server has drawn all.
     void Sync();
 
@@ -39,9 +43,11 @@ private:
     void MakeGlyphs();
     void DrawOne(Shape shape);
     void DrawString(uint32_t pixel);
-    template <typename DrawArc>
-    void Arc(const xcb_rectangle_t& box, DrawArc draw);
-    void Triangle(xcb_point_t a, xcb_point_t b, bool filled);
+    void DrawTriangle(bool filled);
+    template <typename Item, typename Request>
+    void Send(const Item& item, Request request);
+    template <typename Item, typename Request>
+    double SendBatch(long count, Item (*next)(), Request request);
 
     xcb_connection_t* connection;
     const xcb_screen_t* screen = nullptr;
