@@ -3,7 +3,8 @@
 // milliseconds, the two in turn, since a machine may change its speed from second to second. The
 // median of the pairs' ratios counts, status 1 if one is too low.
 //
-// kernels --count TEST kernel|loop ROUNDS: does only that, for a tool that counts instructions.
+// kernels --count TEST kernel|loop ROUNDS...: does only those, one by one, for a tool that counts
+// the instructions of each DoRounds().
 #include "Rows.h"
 
 #include <algorithm>
@@ -69,7 +70,7 @@ int CompareRows(int pairs, const char* only)
     return keptUp ? 0 : 1;
 }
 
-int DoRounds(const char* name, const char* which, long rounds)
+[[gnu::noinline]] int DoRounds(const char* name, const char* which, long rounds)
 {
     for (const Row& row : kernels::Rows())
         if (strcmp(name, row.name) == 0)
@@ -82,7 +83,11 @@ int DoRounds(const char* name, const char* which, long rounds)
 
 int main(int argc, char** argv)
 {
-    if (argc == 5 && strcmp(argv[1], "--count") == 0)
-        return DoRounds(argv[2], argv[3], atol(argv[4]));
+    if (argc > 1 && strcmp(argv[1], "--count") == 0) {
+        int status = 0;
+        for (int i = 2; i + 2 < argc && status == 0; i += 3)
+            status = DoRounds(argv[i], argv[i + 1], atol(argv[i + 2]));
+        return status;
+    }
     return CompareRows(argc > 1 ? std::max(1, atoi(argv[1])) : 201, argc > 2 ? argv[2] : nullptr);
 }

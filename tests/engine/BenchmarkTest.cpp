@@ -13,7 +13,7 @@ class BenchmarkRun : public testing::Test {
 protected:
     void TearDown() override
     {
-        EXPECT_EQ(OnlineProcessors(), fBefore);
+        EXPECT_EQ(ReadFile("/sys/devices/system/cpu/online"), fBefore);
         for (int32 processor = 1; processor < fCount; processor++)
             _kset_cpu_state_(processor, 1);
     }
@@ -30,7 +30,7 @@ TEST_F(BenchmarkRun, TimesEachTestOncePerPassAndReplacesTheFormerRun)
     ASSERT_EQ(fBenchmark.Go("benchmark", nullptr, 20, true), B_OK); // silently
     fBenchmark.memory = false;
     fBenchmark.dhrystone = fBenchmark.ackerman = true;
-    Texts expected;
+    Entries expected;
     for (int cpu = fCount; cpu > 0; cpu--)
         for (const char* group : { "Ackerman", "Dhrystone" })
             expected.push_back("Testing " + std::string(group) + " (cpu " + std::to_string(cpu)

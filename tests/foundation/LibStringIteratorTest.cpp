@@ -54,35 +54,4 @@ TEST(LibStringIterator, FieldOfAnIndexIsOneThatComesWithTrue)
     EXPECT_STREQ(field, "kept");
     EXPECT_TRUE(reader.GetIndexField(',', 1, field)); // it starts over by itself
     EXPECT_STREQ(field, "yz");
-    EXPECT_EQ(reader.Position(), 5);
-}
-
-TEST(LibStringIterator, PositionTravelsWithTheIteratorAndNotWithItsText)
-{
-    LibString field;
-    LibStringIterator reader("ab,cd,ef");
-    reader.GetNextField(',', field);
-    LibStringIterator copy(reader);
-    copy.GetNextField(',', field);
-    EXPECT_STREQ(field, "cd");
-    reader = copy;
-    const LibStringIterator& same = reader;
-    reader = static_cast<const LibString&>(same); // assigned to itself: nothing happens
-    EXPECT_EQ(reader.Position(), 6);
-    reader = static_cast<const LibString&>(copy);
-    EXPECT_EQ(reader.Position(), 0);
-}
-
-TEST(LibStringIterator, PositionOutsideTheTextIsItsNearerEnd)
-{
-    LibStringIterator reader("ab,cd");
-    LibString field;
-    reader.Reset(1000);
-    EXPECT_FALSE(reader.GetNextField(',', field));
-    EXPECT_STREQ(field, "");
-    reader.Reset(-1000);
-    EXPECT_TRUE(reader.GetNextField(',', field));
-    EXPECT_STREQ(field, "ab");
-    EXPECT_TRUE(reader.GetNextField(',', reader)); // the field may be the iterator itself
-    EXPECT_STREQ(reader, "cd");
 }

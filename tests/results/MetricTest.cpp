@@ -57,21 +57,3 @@ TEST(Metric, SlotsAreDrawnFromTheFastestToTheSlowest)
     Record(thirds, { 0.3f, 0.3f, 0.7f, 0.7f });
     EXPECT_EQ(DrawingOrder(thirds), (std::vector<int> { 0, 2 }));
 }
-
-TEST(Metric, AssignmentCopiesAllButTheDrawnFlags)
-{
-    Metric from;
-    from.NbrCycles(50);
-    from.Description("Disk File Output");
-    from.Units("MB/sec");
-    Record(from, { 1.5f, 2.5f });
-    from.SetDrawn(true);
-    Metric to;
-    to = from;
-    EXPECT_EQ(to.Rate(1), 20);
-    EXPECT_STREQ(to.units, "MB/sec");
-    EXPECT_EQ(DrawingOrder(to).size(), 2u);
-    EXPECT_TRUE(to == from && to.HasSubs());
-    to.Description("Memory");
-    EXPECT_TRUE(to > from && !to.HasSubs());
-}

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "foundation/FixedText.h"
 #include "results/ResultList.h"
 #include "results/ResultsFile.h"
 #include "tests/foundation/LocaleGuard.h"
@@ -31,29 +30,12 @@ std::string FileOf(const std::string& record)
     return "1.0\n" + std::to_string(record.size()) + "\n" + record + "\n";
 }
 
-std::string Times(const Metric& metric)
-{
-    std::string text;
-    for (int slot = 0; slot < metric.Slots(); slot++)
-        text += LibFixedText(double(metric.times[slot]), 6) + " ";
-    return text;
-}
-
-// Every field that was read, as the record that would be written, with descriptions.
+// What was read, as the record that would be written.
 std::string Contents(Results& machine)
 {
-    const char* name = machine.description;
-    std::string text = std::to_string(machine.nbrCpus) + " of <" + name + ">";
-    for (auto* device = machine.devices.First(); device; device = machine.devices.Next()) {
-        const char* line = device->description;
-        text += " " + std::to_string(device->type) + "=" + line;
-    }
-    for (const Metric* metric = machine.First(); metric; metric = machine.Next()) {
-        const char* test = metric->description;
-        text += " [" + std::to_string(metric->index) + " " + test + " "
-            + std::to_string(metric->cycles) + ": " + Times(*metric) + "]";
-    }
-    return text;
+    char record[kRecordSize];
+    EXPECT_TRUE(machine.Write(record));
+    return std::to_string(machine.nbrCpus) + " of " + record;
 }
 
 } // namespace
@@ -68,32 +50,31 @@ TEST(ResultList, ARecordIsReadByItsRules)
         std::string messages;
     } rows[] = {
         { "whole", "PC (2-x@1/2MHz)\t-1:8 bit color\t1:A: B, C\t100:126/0.5,1.5;700:9/2.0,4.0;",
-            "2 of <PC (2-x@1/2MHz)> -1=8 bit color 1=A: B, C [100 Strings Copy 126: 0.500000 "
-            "1.500000 ] [700 Sieve 9: 2.000000 4.000000 ]",
+            "2 of PC (2-x@1/2MHz)\t-1:8 bit color\t1:A: B, C\t100:126/0.500000,1.500000;"
+            "700:9/2.000000,4.000000;",
             "" },
         { "no bracket: the first character", "2 CPUs\t200:1/0.5,1.0;",
-            "2 of <2 CPUs> [200 Memory 1: 0.500000 1.000000 ]", "" },
-        { "a letter counts as none", "PC\t200:1/", "0 of <PC> [200 Memory 1: ]", "" },
+            "2 of 2 CPUs\t200:1/0.500000,1.000000;", "" },
+        { "a letter counts as none", "PC\t200:1/", "0 of PC\t200:1/;", "" },
         { "fields of the next metric are times", "PC (4-x)\t200:1/0.5,1.0;700:5/3.0,4.0;",
-            "4 of <PC (4-x)> [200 Memory 1: 0.500000 1.000000 4.000000 ]",
+            "4 of PC (4-x)\t200:1/0.500000,1.000000,4.000000;",
             std::string("<700:5/3.0>\n") + kMissing },
         { "nine claimed, eight kept", "PC (9-x)\t200:1/1,2,3,4,5,6,7,8,9;",
-            "9 of <PC (9-x)> [200 Memory 1: 1.000000 2.000000 3.000000 4.000000 5.000000 6.000000 "
-            "7.000000 8.000000 ]",
+            "9 of PC (9-x)\t200:1/1.000000,2.000000,3.000000,4.000000,5.000000,6.000000,7.000000,"
+            "8.000000;",
             "No room for another time of <Memory>\n" },
-        { "no numbers", "PC (3-x)\t200:1/nan,1e400,-inf;", "3 of <PC (3-x)> [200 Memory 1: ]",
+        { "no numbers", "PC (3-x)\t200:1/nan,1e400,-inf;", "3 of PC (3-x)\t200:1/;",
             std::string("<nan>\n") + kMissing + "<1e400>\n" + kMissing + "<-inf>\n" + kMissing },
-        { "an unknown test is kept", "PC (1-x)\t1099:7/2.5;",
-            "1 of <PC (1-x)> [1099  7: 2.500000 ]", "" },
-        { "id and cycles are words", "PC (1-x)\tabc:200:x/2.5;",
-            "1 of <PC (1-x)> [200 Memory 1: 2.500000 ]",
+        { "an unknown test is kept", "PC (1-x)\t1099:7/2.5;", "1 of PC (1-x)\t1099:7/2.500000;",
+            "" },
+        { "id and cycles are words", "PC (1-x)\tabc:200:x/2.5;", "1 of PC (1-x)\t200:1/2.500000;",
             "Error extracting metric type for <PC (1-x)>. <abc>\n"
             "Error extracting number of iterations\n" },
         { "a device without class", "PC (1-x)\t3:Card\tnothing\t200:1/2.5;",
-            "1 of <PC (1-x)> 3=Card 3=nothing [200 Memory 1: 2.500000 ]",
+            "1 of PC (1-x)\t3:Card\t3:nothing\t200:1/2.500000;",
             "Unable to get class id for <nothing>\n" },
         { "cut in a time: the rest is tried as a metric", "PC (2-x)\t200:1/0.5,1.",
-            "2 of <PC (2-x)> [200 Memory 1: 0.500000 ] [1  1: ]",
+            "2 of PC (2-x)\t200:1/0.500000;1:1/;",
             std::string("<1.>\n") + kMissing + "Error extracting number of iterations\n"
                 + "<.>\nError extracting time for metric <> (1)\n"
                 + "<.>\nError extracting time for metric <> (1)\n" },
@@ -140,7 +121,7 @@ TEST(ResultList, AFileIsReadByItsLengthsAndNeverBeyondThem)
         EXPECT_EQ(loaded.list.Size(), row.machines);
         EXPECT_EQ(loaded.messages, row.messages);
         for (Results* machine = loaded.list.First(); machine; machine = loaded.list.Next())
-            EXPECT_EQ(Contents(*machine), "1 of <PC (1-x)> [200 Memory 1: 0.500000 ]");
+            EXPECT_EQ(Contents(*machine), "1 of PC (1-x)\t200:1/0.500000;");
     }
     ResultList list;
     EXPECT_FALSE(ReadResultsFile("/nowhere/Tarvex.results", list));
