@@ -4,6 +4,7 @@
 #include <Font.h>
 #include <View.h>
 
+#include "results/FormatRate.h"
 #include "results/Results.h"
 
 namespace {
@@ -35,6 +36,19 @@ const char* DeviceLabel(int32 type)
         case 12: return "Serial ";
         case 255: return "Undefin";
         default: return "";
+    }
+}
+
+// Beyond the view's edge, where nobody sees it: this is what a screen reader says for the bars.
+void WriteRates(BView* view, const Metric& metric, float y, float ratioBase)
+{
+    for (int slot = 0; slot < metric.Slots(); slot++) {
+        const double rate = metric.Rate(slot);
+        LibString text;
+        text.Formatted("%d CPU ", metric.Slots() - slot);
+        text.Concat(FormatRate(ratioBase > 0 ? 100 * rate / double(ratioBase) : rate));
+        text.Concat(ratioBase > 0 ? "%" : "");
+        view->DrawString(text, BPoint(view->Bounds().right + 1, y + 12));
     }
 }
 
@@ -74,10 +88,12 @@ void Results::Draw(BView* view, BRect update, const float& left, const float& sc
         return;
     DrawLabel(view, left, top, selected);
     float below = top;
-    if (Metric* metric = Current())
+    if (Metric* metric = Current()) {
         metric->Draw(view, scale, left, colours, below, ratioBase);
-    else
+        WriteRates(view, *metric, top, ratioBase);
+    } else {
         fprintf(stderr, "No metric is current in Results::Draw\n");
+    }
     if (expanded)
         DrawDevices(view, top + kRowHeight + kDevicesTop);
 }

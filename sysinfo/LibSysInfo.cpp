@@ -16,6 +16,14 @@ system_info SystemInfo()
     return info;
 }
 
+// The screen's frame counts larger units where the desktop shows everything larger.
+BRect PixelFrame(const BScreen& screen)
+{
+    display_mode mode {};
+    screen.GetMode(&mode); // without a screen: no pixels
+    return BRect(0, 0, float(mode.virtual_width) - 1, float(mode.virtual_height) - 1);
+}
+
 int32 PixelsBetween(float first, float last)
 {
     return static_cast<int32>(std::ceil(last - first)) + 1;
@@ -26,7 +34,7 @@ int32 PixelsBetween(float first, float last)
 LibSysInfo::LibSysInfo() : LibSysInfo(SystemInfo(), BScreen(B_MAIN_SCREEN_ID)) { }
 
 LibSysInfo::LibSysInfo(const system_info& info, const BScreen& screen)
-    : LibSysInfo(info, screen.Frame(), screen.ColorSpace())
+    : LibSysInfo(info, PixelFrame(screen), screen.ColorSpace())
 {
 }
 

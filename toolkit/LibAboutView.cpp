@@ -3,6 +3,7 @@
 #include "foundation/LibDate.h"
 #include "foundation/LibString.h"
 #include "toolkit/Maker.h"
+#include "toolkit/PanelColor.h"
 #include "toolkit/WebLinkStringView.h"
 
 #include <StringView.h>
@@ -27,7 +28,7 @@ LibAboutView::LibAboutView(BRect frame)
     BFont bold(be_bold_font);
     bold.SetSize(36);
     company->SetFont(&bold);
-    company->SetHighColor(kMakerColor);
+    company->SetHighColor(LibOnPanel(kMakerColor));
     company->SetText(kMakerName);
 
     const BRect link(20, 115, frame.Width() - 20, 130);

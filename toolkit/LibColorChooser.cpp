@@ -1,5 +1,7 @@
 #include "toolkit/LibColorChooser.h"
 
+#include "foundation/LibString.h"
+
 #include <Looper.h>
 #include <Message.h>
 #include <View.h>
@@ -58,6 +60,11 @@ public:
         StrokeRect(FrameOf(cursor));
         SetHighColor(white_color);
         StrokeRect(FrameOf(cursor).InsetByCopy(1, 1));
+        // Beyond the edge, where nobody sees it: for a screen reader.
+        const rgb_color color = SwatchColor(cursor);
+        LibString text;
+        text.Formatted("Red %d, green %d, blue %d", color.red, color.green, color.blue);
+        DrawString(text, BPoint(0, Bounds().bottom + kSwatch));
     }
 
     void MouseDown(BPoint where) override

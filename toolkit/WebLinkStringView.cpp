@@ -1,6 +1,7 @@
 #include "toolkit/WebLinkStringView.h"
 
 #include "toolkit/Links.h"
+#include "toolkit/PanelColor.h"
 
 namespace {
 
@@ -13,7 +14,7 @@ WebLinkStringView::WebLinkStringView(
     : BStringView(frame, name, text, B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW | B_NAVIGABLE),
       page(url)
 {
-    SetHighColor(kLinkColor);
+    SetHighColor(LibOnPanel(kLinkColor));
 }
 
 void WebLinkStringView::MouseDown(BPoint)

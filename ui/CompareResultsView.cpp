@@ -99,6 +99,11 @@ void CompareResultsView::Draw(BRect update)
         machine->Draw(
             this, update, kBarsX, scale.maxScale, cpu_color, y, machine == selected, ratioBase);
     }
+    if (!selected)
+        return;
+    LibString text("Selected: "); // beyond the edge, where nobody sees it: for a screen reader
+    text.Concat(selected->description);
+    DrawString(text, BPoint(Bounds().right + 1, 0));
 }
 
 // Lines reach over the update only: the whole chart's height may be more than a display can count.
@@ -153,12 +158,32 @@ void CompareResultsView::MouseDown(BPoint where)
         Results* machine = machines.First();
         while (machine && where.y >= machine->frame.top + machine->RowHeight())
             machine = machines.Next();
-        if (!machine || where.y < machine->frame.top)
-            return;
-        selected = machine;
-        UpdateMaxScale();
+        if (machine && where.y >= machine->frame.top)
+            Select(machine);
+        return;
     }
     Redraw();
+}
+
+void CompareResultsView::Select(Results* machine)
+{
+    if (!machine)
+        return;
+    selected = machine;
+    UpdateMaxScale();
+    Redraw();
+}
+
+// Where none is selected, the first machine; null beyond the first and the last.
+Results* CompareResultsView::NextToSelected(bool below)
+{
+    Results* above = nullptr;
+    for (Results* machine = machines.First(); machine; machine = machines.Next()) {
+        if (machine == selected)
+            return below ? machines.Next() : above;
+        above = machine;
+    }
+    return machines.First();
 }
 
 void CompareResultsView::KeyDown(const char* bytes, int32 numBytes)
@@ -168,6 +193,12 @@ void CompareResultsView::KeyDown(const char* bytes, int32 numBytes)
     switch (bytes[0]) {
         case 'S':
         case 's': Save(); break;
+        case B_LEFT_ARROW: Select(NextToSelected(false)); break;
+        case B_RIGHT_ARROW: Select(NextToSelected(true)); break;
+        case B_ENTER:
+            if (selected && selected->Contains(selected->frame.LeftTop()))
+                Redraw();
+            break;
         case B_UP_ARROW: Scroll(-kRow); break;
         case B_DOWN_ARROW: Scroll(kRow); break;
         case B_PAGE_UP: Scroll(-page); break;

@@ -8,7 +8,8 @@
 
 class CompareWin;
 
-// Lies in a scroll view; what it draws may be higher than itself. All calls with the window locked.
+// Clicks at machines, or the arrow keys and Enter, select them and show their devices. Lies in a
+// scroll view; what it draws may be higher than itself. All calls with the window locked.
 class CompareResultsView : public BView {
 public:
     CompareResultsView(BRect frame, CompareWin* window);
@@ -37,6 +38,8 @@ private:
     void DrawGrid(BRect update);
     void DrawCaption();
     void Scroll(float distance);
+    void Select(Results* machine);
+    Results* NextToSelected(bool below);
 
     CompareWin* owner;
     ChartScale scale;

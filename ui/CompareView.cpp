@@ -6,16 +6,19 @@
 
 #include <Window.h>
 
+#include <algorithm>
+
 namespace {
 
 constexpr float kFontSize = 10;
 constexpr float kEntryWidth = 66;
+constexpr float kEntryGap = 10;
 constexpr float kSwatch = 14;
 
 } // namespace
 
 CompareView::CompareView(BRect frame)
-    : BView(frame, "legend", B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW)
+    : BView(frame, "legend", B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW | B_NAVIGABLE)
 {
     ResetCpuColors();
     SetFontSize(kFontSize);
@@ -41,15 +44,47 @@ void CompareView::Draw(BRect)
         LibString text;
         text.Formatted("%d CPU", i + 1);
         DrawString(text, BPoint(swatch.right + 5, swatch.bottom - 3));
+        if (!IsFocus() || i != cursor)
+            continue;
+        StrokeLine(frame.LeftBottom(), BPoint(frame.right - kEntryGap, frame.bottom));
+        // Beyond the edge, where nobody sees it: for a screen reader.
+        DrawString(text, BPoint(Bounds().right + 1, swatch.bottom - 3));
     }
 }
 
 void CompareView::MouseDown(BPoint where)
 {
-    if (where.x < 0 || where.x >= kEntryWidth * float(kNbrCpuColors))
-        return;
+    if (where.x >= 0 && where.x < kEntryWidth * float(kNbrCpuColors))
+        Choose(int32(where.x / kEntryWidth));
+}
+
+void CompareView::KeyDown(const char* bytes, int32 numBytes)
+{
+    switch (bytes[0]) {
+        case B_LEFT_ARROW: MoveCursor(-1); break;
+        case B_RIGHT_ARROW: MoveCursor(1); break;
+        case B_SPACE:
+        case B_ENTER: Choose(cursor); break;
+        default: BView::KeyDown(bytes, numBytes); break;
+    }
+}
+
+void CompareView::MakeFocus(bool focus)
+{
+    BView::MakeFocus(focus);
+    Invalidate();
+}
+
+void CompareView::MoveCursor(int32 step)
+{
+    cursor = std::clamp(cursor + step, int32(0), kNbrCpuColors - 1);
+    Invalidate();
+}
+
+void CompareView::Choose(int32 index)
+{
     CloseChooser();
-    chosen = int32(where.x / kEntryWidth);
+    chosen = cursor = index;
     LibString title;
     title.Formatted("Color of %d CPU", chosen + 1);
     chooser = new LibColorChooser(Window(), title, cpu_color[chosen]);

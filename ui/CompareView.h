@@ -1,5 +1,5 @@
-// The legend of the comparison: the colour of each processor count. A click on one opens the
-// colour chooser for it.
+// The legend of the comparison: the colour of each processor count. A click on one, or the arrow
+// keys and Enter, opens the colour chooser for it.
 #pragma once
 
 #include <View.h>
@@ -18,10 +18,15 @@ public:
 
     void Draw(BRect update) override;
     void MouseDown(BPoint where) override;
+    void KeyDown(const char* bytes, int32 numBytes) override;
+    void MakeFocus(bool focus = true) override;
 
 private:
     BRect FrameOf(int32 index) const;
+    void MoveCursor(int32 step);
+    void Choose(int32 index);
 
     LibColorChooser* chooser = nullptr; // open
     int32 chosen = -1; // the colour that it is for
+    int32 cursor = 0; // the one that Enter chooses
 };

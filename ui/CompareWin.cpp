@@ -38,7 +38,11 @@ CompareWin::CompareWin(BLooper* looper, bool allowSave)
     ReadFromResource();
 }
 
-CompareWin::~CompareWin() = default;
+// The results window quits this one unasked when the program ends.
+CompareWin::~CompareWin()
+{
+    legend->CloseChooser();
+}
 
 void CompareWin::AddControls(bool allowSave)
 {

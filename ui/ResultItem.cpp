@@ -6,6 +6,7 @@
 #include <View.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -14,7 +15,19 @@ constexpr float kDescriptionX = 5;
 constexpr float kUnitsX = 190;
 constexpr float kRatesX = 290;
 constexpr float kRateWidth = 55;
+constexpr float kColumnGap = 4; // at least
 constexpr float kBaseline = 3; // above the row's bottom
+
+// Draws in a column of that width, a wider text with its letters closer together.
+void DrawFitted(BView* owner, const char* text, BPoint place, float width)
+{
+    const float excess = owner->StringWidth(text) - (width - kColumnGap);
+    if (excess <= 0)
+        return owner->DrawString(text, place);
+    const float closer = -excess / float(strlen(text));
+    escapement_delta delta { closer, closer };
+    owner->DrawString(text, place, &delta);
+}
 
 } // namespace
 
@@ -50,11 +63,12 @@ void ResultItem::DrawItem(BView* owner, BRect frame, bool)
     owner->SetHighColor(black_color);
 
     const float baseline = frame.bottom - kBaseline;
-    owner->DrawString(Description(), BPoint(frame.left + kDescriptionX, baseline));
+    DrawFitted(owner, Description(), BPoint(frame.left + kDescriptionX, baseline),
+        kUnitsX - kDescriptionX);
     owner->DrawString(Units(), BPoint(frame.left + kUnitsX, baseline));
     for (int slot = 0; slot < std::min(quantity, kMaxRates); slot++) {
         const BPoint place(frame.left + kRatesX + kRateWidth * float(slot), baseline);
-        owner->DrawString(FormatRate(double(rates[slot])), place);
+        DrawFitted(owner, FormatRate(double(rates[slot])), place, kRateWidth);
     }
     if (IsSelected())
         owner->InvertRect(frame);

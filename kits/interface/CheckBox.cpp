@@ -29,7 +29,7 @@ BCheckBox::BCheckBox(BRect frame, const char* name, const char* label, BMessage*
 void BCheckBox::MakeWidget(ViewPeer& peer)
 {
     auto* box = new CheckBoxWidget(peer.parent);
-    QObject::connect(box, &QCheckBox::clicked, box, [link = peer.link](bool checked) {
+    QObject::connect(box, &QCheckBox::toggled, box, [link = peer.link](bool checked) {
         BMessage report(kMsgWidgetChanged);
         report.AddInt32("be:value", checked ? B_CONTROL_ON : B_CONTROL_OFF);
         link->Post(report);
@@ -45,5 +45,6 @@ void BCheckBox::ShowLabel(ViewPeer& peer)
 
 void BCheckBox::ShowValue(ViewPeer& peer, int32 value)
 {
+    const QSignalBlocker quiet(peer.widget); // assistive technology toggles it without a click
     static_cast<QCheckBox*>(peer.widget)->setChecked(value != B_CONTROL_OFF);
 }

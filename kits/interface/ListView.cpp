@@ -2,6 +2,10 @@
 
 #include "AppDefs.h"
 #include "ScrollBar.h"
+#include "server/Accessibility.h"
+#include "server/DisplayServer.h"
+#include "server/DrawnText.h"
+#include "server/ViewWidget.h"
 #include "Window.h"
 
 #include <algorithm>
@@ -128,6 +132,8 @@ void BListView::InvalidateItem(int32 index)
     const BRect frame = ItemFrame(index);
     if (frame.Intersects(Bounds()))
         Invalidate(frame & Bounds());
+    else if (IsRead()) // a row out of sight is read as well
+        Invalidate();
 }
 
 void BListView::InvalidateFrom(int32 index)
@@ -214,6 +220,8 @@ void BListView::UpdateScrollBars()
     const float row = fItems.empty() ? 1 : fItems.front()->fHeight + 1;
     AdjustBar(ScrollBar(B_VERTICAL), bounds.Height() + 1, ContentHeight(), row);
     AdjustBar(ScrollBar(B_HORIZONTAL), bounds.Width() + 1, ContentWidth(), row);
+    if (IsRead()) // of rows that came and went out of sight
+        Invalidate();
 }
 
 void BListView::Draw(BRect updateRect)
@@ -222,8 +230,14 @@ void BListView::Draw(BRect updateRect)
     int32 index = std::max(IndexOf(BPoint(0, std::max(updateRect.top, 0.0f))), 0);
     if (updateRect.top >= ContentHeight())
         return;
-    for (; index < CountItems() && fItems[index]->fTop <= updateRect.bottom; index++)
+    for (; index < CountItems() && fItems[index]->fTop <= updateRect.bottom; index++) {
+        const BListItem& item = *fItems[index];
+        if (DrawnText* text = DrawnText::Noting()) {
+            text->BeginRow({ "", ItemFrame(index), true, item.IsSelected(), item.IsEnabled(),
+                index == fCursor });
+        }
         DrawItem(fItems[index], ItemFrame(index), complete);
+    }
 }
 
 void BListView::DrawItem(BListItem* item, BRect frame, bool complete)
@@ -243,6 +257,7 @@ void BListView::AttachedToWindow()
     BView::AttachedToWindow();
     if (!Messenger().IsValid())
         SetTarget(Window());
+    display::Call([this] { static_cast<ViewWidget*>(Peer()->widget)->BecomeList(); });
     UpdateItems();
 }
 

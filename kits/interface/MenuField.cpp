@@ -27,6 +27,7 @@ public:
         row->addWidget(label);
         row->addWidget(button, 1);
         button->setMenu(menu);
+        label->setBuddy(button);
         setFocusProxy(button);
     }
 
@@ -118,8 +119,7 @@ void BMenuField::ShowState()
 void BMenuField::ShowStateIn(ViewPeer& peer)
 {
     FieldWidget& field = FieldOf(peer);
-    field.label->setText(QString::fromUtf8(Label()));
+    field.label->setText(PlainLabel(Label())); // with a buddy it takes marks of mnemonics
     field.label->setFixedWidth(static_cast<int>(fDivider));
-    field.button->setAccessibleName(field.label->text());
     field.setEnabled(fEnabled);
 }

@@ -141,9 +141,8 @@ void BMenu::ShowItemIn(const BMenuItem& item)
         action->setObjectName(QString::fromUtf8(item.Label()));
     }
     if (item.fShortcut != 0) {
-        const QString keys = ShortcutKeys(static_cast<uint8>(item.fShortcut), item.fModifiers)
-                                 .toString(QKeySequence::NativeText);
-        action->setText(action->text().section('\t', 0, 0) + '\t' + keys); // shown, not bound
+        action->setShortcut(ShortcutKeys(static_cast<uint8>(item.fShortcut), item.fModifiers));
+        action->setShortcutContext(Qt::WidgetShortcut); // shown: the window has the bound one
     }
     action->setEnabled(item.IsEnabled());
     action->setCheckable(item.fMarked);

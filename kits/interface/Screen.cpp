@@ -1,8 +1,10 @@
 #include "Screen.h"
 
+#include "drawing/FontFace.h"
 #include "drawing/XcbReply.h"
 #include "KillGuard.h"
 
+#include <cmath>
 #include <xcb/randr.h>
 #include <xcb/xcb.h>
 
@@ -61,11 +63,34 @@ BScreen::BScreen(screen_id id)
     if (id == B_MAIN_SCREEN_ID && xcb_connection_has_error(connection) == 0) {
         const xcb_screen_t* screen = ScreenByNumber(connection, number);
         fColorSpace = SpaceOfDepth(screen->root_depth);
-        fFrame = PrimaryMonitor(connection, screen->root);
-        if (!fFrame.IsValid())
-            fFrame = BRect(0, 0, screen->width_in_pixels - 1, screen->height_in_pixels - 1);
+        fPixels = PrimaryMonitor(connection, screen->root);
+        if (!fPixels.IsValid())
+            fPixels = BRect(0, 0, screen->width_in_pixels - 1, screen->height_in_pixels - 1);
     }
     xcb_disconnect(connection);
 }
 
 BScreen::BScreen(BWindow* /*window*/) : BScreen(B_MAIN_SCREEN_ID) { }
+
+BRect BScreen::Frame() const
+{
+    if (!IsValid())
+        return fPixels;
+    const float scale = FontFace::DisplayScale();
+    BRect frame = fPixels; // a monitor's corner is not scaled
+    frame.right = frame.left + std::floor((fPixels.Width() + 1) / scale) - 1;
+    frame.bottom = frame.top + std::floor((fPixels.Height() + 1) / scale) - 1;
+    return frame;
+}
+
+status_t BScreen::GetMode(display_mode* mode) const
+{
+    if (!IsValid())
+        return B_ERROR;
+    mode->space = fColorSpace;
+    mode->virtual_width = static_cast<uint16>(fPixels.IntegerWidth() + 1);
+    mode->virtual_height = static_cast<uint16>(fPixels.IntegerHeight() + 1);
+    mode->h_display_start = static_cast<uint16>(fPixels.left);
+    mode->v_display_start = static_cast<uint16>(fPixels.top);
+    return B_OK;
+}

@@ -31,6 +31,15 @@ const color_map* system_colors();
 // The index of the nearest of them; 255 only for B_TRANSPARENT_COLOR.
 uint8 IndexOfColor(rgb_color color);
 
+// What the display shows, without the timing of its signal.
+struct display_mode {
+    uint32 space; // a color_space
+    uint16 virtual_width; // in the display's own pixels
+    uint16 virtual_height;
+    uint16 h_display_start; // of the monitor on the screen
+    uint16 v_display_start;
+};
+
 // A snapshot of the screen that its constructor took.
 class BScreen {
 public:
@@ -41,9 +50,12 @@ public:
     bool IsValid() const { return fColorSpace != B_NO_COLOR_SPACE; } // false without a display
 
     screen_id ID() const { return B_MAIN_SCREEN_ID; }
-    // In pixels, from (0, 0); of several monitors the primary one's, where it lies on the screen.
-    // Invalid where the object is.
-    BRect Frame() const { return fFrame; }
+    // In the coordinates of windows, which are pixels unless the desktop shows everything larger;
+    // from (0, 0), or of several monitors the primary one's, where it lies on the screen. Invalid
+    // where the object is.
+    BRect Frame() const;
+    // The same in pixels. B_ERROR, and nothing filled, where the object is invalid.
+    status_t GetMode(display_mode* mode) const;
     color_space ColorSpace() const { return fColorSpace; } // B_NO_COLOR_SPACE where invalid
 
     // Colours of B_CMAP8 bitmaps; available without a display as well.
@@ -58,6 +70,6 @@ public:
     uint8 InvertIndex(uint8 index) const { return ColorMap()->inversion_map[index]; }
 
 private:
-    BRect fFrame;
+    BRect fPixels;
     color_space fColorSpace = B_NO_COLOR_SPACE;
 };

@@ -66,11 +66,11 @@ void BStringView::GetPreferredSize(float* width, float* height)
 void BStringView::MakeWidget(ViewPeer& peer)
 {
     auto* label = new QLabel(peer.parent);
+    peer.widget = label;
+    Equip(peer, Name(), ViewEvents::Kind::kView); // its text tells readers what kind it is
     label->setTextFormat(Qt::PlainText);
     label->setText(QString::fromStdString(fText));
     label->setAlignment(ToQAlignment(fAlignment));
     if (fHasColor)
         ShowColor(*label, HighColor());
-    peer.widget = label;
-    Equip(peer, Name(), ViewEvents::Kind::kView);
 }

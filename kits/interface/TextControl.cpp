@@ -1,6 +1,7 @@
 #include "TextControl.h"
 
 #include "Message.h"
+#include "server/Accessibility.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
 #include "server/LineWidget.h"
@@ -161,6 +162,8 @@ void BTextControl::MakeWidget(ViewPeer& peer)
 void BTextControl::ShowLabel(ViewPeer& peer)
 {
     static_cast<QLabel*>(peer.widget)->setText(QString::fromUtf8(Label()));
+    if (auto* line = peer.widget->findChild<QLineEdit*>())
+        NameForReaders(*line);
 }
 
 void BTextControl::ShowLabelPlace(ViewPeer& peer)

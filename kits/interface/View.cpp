@@ -4,6 +4,7 @@
 #include "drawing/DrawContext.h"
 #include "drawing/DrawState.h"
 #include "ScrollBar.h"
+#include "server/Accessibility.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
 #include "server/ServerMessages.h"
@@ -184,6 +185,7 @@ void BView::MakePeer()
         if (fDraw->viewColor != B_TRANSPARENT_COLOR)
             ShowViewColor(*widget, ToQColor(fDraw->viewColor), fills);
         widget->setToolTip(QString::fromStdString(fToolTip));
+        NameForReaders(*widget);
         if (next)
             widget->stackUnder(next->widget);
         widget->setVisible(fHidden == 0);
@@ -194,8 +196,12 @@ void BView::SetToolTip(const char* text)
 {
     CheckLocked();
     fToolTip = text ? text : "";
-    if (fPeer)
-        display::Call([this] { fPeer->widget->setToolTip(QString::fromStdString(fToolTip)); });
+    if (!fPeer)
+        return;
+    display::Call([this] {
+        fPeer->widget->setToolTip(QString::fromStdString(fToolTip));
+        NameForReaders(*fPeer->widget);
+    });
 }
 
 void BView::MakeWidget(ViewPeer& peer)

@@ -4,7 +4,10 @@
 #include "drawing/DrawConnection.h"
 #include "drawing/DrawState.h"
 #include "drawing/Utf8.h"
-#include "server/NativeSurface.h"
+#include "server/Accessibility.h"
+#include "server/DisplayServer.h"
+#include "server/DrawnText.h"
+#include "server/ViewWidget.h"
 #include "View.h"
 #include "Window.h"
 
@@ -16,6 +19,17 @@ namespace {
 BRect Around(BPoint center, float xRadius, float yRadius)
 {
     return BRect(center.x - xRadius, center.y - yRadius, center.x + xRadius, center.y + yRadius);
+}
+
+// Returns the string's right end.
+float Note(DrawnText& text, const DrawState& state, const char* string)
+{
+    font_height height;
+    state.font.GetHeight(&height);
+    const float right = state.pen.x + state.font.StringWidth(string);
+    text.Add(string,
+        BRect(state.pen.x, state.pen.y - height.ascent, right, state.pen.y + height.descent));
+    return right;
 }
 
 } // namespace
@@ -34,6 +48,8 @@ DrawContext* BView::Context()
 
 DrawContext* BView::OpenContext()
 {
+    if (DrawnText::Noting())
+        return nullptr;
     const NativeSurface surface = MakeNative();
     if (surface.window == 0)
         return nullptr;
@@ -74,6 +90,18 @@ void BView::EndUpdate()
     if (fDraw->context != nullptr && fDraw->updateRect.IsValid())
         fDraw->context->EndUpdate();
     fDraw->updateRect = BRect();
+    if (fDraw->context == nullptr || !IsRead())
+        return;
+    // All of it once more, with nothing to draw on.
+    constexpr float kFar = 1e6;
+    const auto widget = static_cast<ViewWidget*>(fPeer->widget);
+    std::unique_ptr<DrawContext> context = std::move(fDraw->context);
+    {
+        DrawnText text(fOrigin);
+        Draw(BRect(-kFar, -kFar, kFar, kFar));
+        display::Post([widget, lines = text.Lines()] { widget->SetLines(lines); });
+    }
+    fDraw->context = std::move(context);
 }
 
 void BView::SetViewColor(rgb_color color)
@@ -235,8 +263,13 @@ void BView::DrawString(const char* string, BPoint point, escapement_delta* delta
 {
     fDraw->pen = point;
     DrawContext* context = Context();
-    if (context == nullptr || string == nullptr)
+    if (string == nullptr)
         return;
+    if (context == nullptr) [[unlikely]] {
+        if (DrawnText* text = DrawnText::Noting())
+            fDraw->pen.x = Note(*text, *fDraw, string);
+        return;
+    }
     const char* end = string + strlen(string);
     if (delta == nullptr) {
         fDraw->pen.x += context->DrawString(*fDraw, point, string, end - string);

@@ -8,6 +8,37 @@
 
 #include <cstring>
 
+namespace {
+
+// The least way that a range has to go so that it lies between two bounds, its beginning at least.
+float WayBetween(float first, float last, float least, float most)
+{
+    if (first < least || last - first > most - least)
+        return first - least;
+    return last > most ? last - most : 0;
+}
+
+// The views around this one that have scroll bars scroll as far as needed.
+void ScrollIntoSight(const BView& view)
+{
+    constexpr float kAround = 6; // so that it does not stick to the edge
+    BRect place = view.Bounds().InsetByCopy(-kAround, -kAround);
+    const BView* inner = &view;
+    for (BView* outer = view.Parent(); outer; inner = outer, outer = outer->Parent()) {
+        place = BRect(
+            inner->ConvertToParent(place.LeftTop()), inner->ConvertToParent(place.RightBottom()));
+        const BRect seen = outer->Bounds();
+        if (BScrollBar* bar = outer->ScrollBar(B_VERTICAL))
+            bar->SetValue(
+                bar->Value() + WayBetween(place.top, place.bottom, seen.top, seen.bottom));
+        if (BScrollBar* bar = outer->ScrollBar(B_HORIZONTAL))
+            bar->SetValue(
+                bar->Value() + WayBetween(place.left, place.right, seen.left, seen.right));
+    }
+}
+
+} // namespace
+
 // A message of the display server or of the view itself that a hook answers; false for others.
 bool BView::HandleServerMessage(BMessage* message)
 {
@@ -63,6 +94,7 @@ void BView::HandleFocused()
     window->fFocusIsShown = true;
     MakeFocus(true);
     window->fFocusIsShown = false;
+    ScrollIntoSight(*this);
 }
 
 void BView::TellActivated(bool active)

@@ -364,6 +364,8 @@ void BWindow::MessageHandled()
 
 void BWindow::UpdateIfNeeded()
 {
-    if (find_thread(nullptr) == Thread())
-        HandleUpdate();
+    if (find_thread(nullptr) != Thread())
+        return;
+    HandleUpdate();
+    FlushDrawing();
 }

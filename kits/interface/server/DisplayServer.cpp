@@ -3,6 +3,7 @@
 #include "Check.h"
 #include "CursorState.h"
 #include "KillGuard.h"
+#include "server/Accessibility.h"
 #include "server/LostWindows.h"
 #include "server/ServerCursor.h"
 
@@ -12,6 +13,8 @@
 #include <cstdlib>
 #include <deque>
 #include <QApplication>
+#include <QDir>
+#include <QIcon>
 #include <QSocketNotifier>
 #include <QWidget>
 #include <sys/eventfd.h>
@@ -156,6 +159,16 @@ void Server::Launch()
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
+// A program's resources may hold its icon in several sizes, as /application/icon-SIZE.png.
+QIcon OwnIcon()
+{
+    QIcon icon;
+    const QDir folder(":/application");
+    for (const QString& file : folder.entryList({ "icon-*.png" }))
+        icon.addFile(folder.filePath(file));
+    return icon;
+}
+
 QApplication* MakeApplication()
 {
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
@@ -170,6 +183,7 @@ QApplication* MakeApplication()
     QFont font = QApplication::font();
     font.setPixelSize(12);
     QApplication::setFont(font);
+    QApplication::setWindowIcon(OwnIcon());
     QApplication::setQuitOnLastWindowClosed(false);
     return application;
 }
@@ -193,6 +207,7 @@ void Server::Serve()
     QSocketNotifier wakeUp(fWakeUp, QSocketNotifier::Read);
     QObject::connect(&wakeUp, &QSocketNotifier::activated, [this] { RunJobs(); });
     const LostWindows lostWindows;
+    ServeAccessibility();
     SetCursorHook(CursorChanged);
     on_exit(AtExit, nullptr); // after all that Qt has registered so far
     {

@@ -62,6 +62,13 @@ void TextWidget::Report()
     fLink->PostLatest(report);
 }
 
+// A text that needs no scrolling would never say so: the range it begins with does not change.
+void TextWidget::resizeEvent(QResizeEvent* event)
+{
+    QTextEdit::resizeEvent(event);
+    Report();
+}
+
 void TextWidget::Scroll(BPoint where)
 {
     fIsQuiet = true;

@@ -22,6 +22,9 @@ public:
     int TextHeight() const override;
     void Scroll(BPoint where) override;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void CutInsertion();
     void Report();

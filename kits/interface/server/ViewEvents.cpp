@@ -9,7 +9,6 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
@@ -107,8 +106,6 @@ void Equip(ViewPeer& peer, const char* name, ViewEvents::Kind kind)
 {
     QWidget* widget = peer.widget;
     widget->setObjectName(QString::fromUtf8(name));
-    if (kind == ViewEvents::Kind::kView && !qobject_cast<QLabel*>(widget))
-        widget->setAccessibleName(widget->objectName()); // no label would name it to a reader
     const bool isNavigable = (peer.link->flags & B_NAVIGABLE) != 0;
     if (kind == ViewEvents::Kind::kView)
         widget->setFocusPolicy(isNavigable ? Qt::TabFocus : Qt::NoFocus);

@@ -1,6 +1,7 @@
 #include "server/ViewWidget.h"
 
 #include "server/Convert.h"
+#include "server/ViewAccessible.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -8,9 +9,11 @@
 #include <QtGui/qguiapplication_platform.h>
 #include <QWindow>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <set>
+#include <utility>
 #include <xcb/xcb.h>
 
 namespace {
@@ -58,6 +61,55 @@ QPaintEngine* ViewWidget::paintEngine() const
 void ViewWidget::paintEvent(QPaintEvent* event)
 {
     fLink->AddDirty(FromQRect(event->rect()));
+}
+
+void ViewWidget::TellLine(int index, QAccessible::Event what)
+{
+    QAccessibleEvent event(this, what);
+    event.setChild(index);
+    QAccessible::updateAccessibility(&event);
+}
+
+void ViewWidget::SetLines(std::vector<DrawnLine> lines)
+{
+    const std::vector<DrawnLine> before = std::exchange(fLines, std::move(lines));
+    if (auto* view = dynamic_cast<ViewAccessible*>(QAccessible::queryAccessibleInterface(this)))
+        view->KeepLines(fLines.size());
+    if (!fIsList)
+        FindCurrentLine(before);
+    for (size_t i = 0; i < std::min(fLines.size(), before.size()); i++) {
+        const bool isNew = fLines[i].text != before[i].text;
+        if (isNew)
+            TellLine(static_cast<int>(i), QAccessible::NameChanged);
+        if (fLines[i].isSelected != before[i].isSelected)
+            TellLine(static_cast<int>(i), QAccessible::Selection);
+        if (fLines[i].isCurrent && (isNew || !before[i].isCurrent) && hasFocus())
+            TellLine(static_cast<int>(i), QAccessible::Focus);
+    }
+}
+
+// One line that changes alone says where the keys have moved to.
+void ViewWidget::FindCurrentLine(const std::vector<DrawnLine>& before)
+{
+    int changes = 0;
+    const auto isOther = [&](size_t i) { return fLines[i].text != before[i].text; };
+    for (size_t i = 0; fLines.size() == before.size() && i < fLines.size(); i++)
+        changes += isOther(i) ? 1 : 0;
+    for (size_t i = 0; i < std::min(fLines.size(), before.size()); i++)
+        fLines[i].isCurrent = changes == 1 ? isOther(i) : before[i].isCurrent;
+}
+
+// Qt tells of the view itself afterwards; a reader is to stay with the row.
+void ViewWidget::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    const auto tell = [this] {
+        for (size_t i = 0; i < fLines.size(); i++) {
+            if (fLines[i].isCurrent && hasFocus())
+                TellLine(static_cast<int>(i), QAccessible::Focus);
+        }
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 NativeSurface ViewWidget::BecomeNative()

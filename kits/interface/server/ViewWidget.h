@@ -1,9 +1,11 @@
 // The widget of a view that draws itself, or only holds others.
 #pragma once
 
+#include "server/DrawnText.h"
 #include "server/NativeSurface.h"
 #include "server/ViewPeer.h"
 
+#include <QAccessible>
 #include <QWidget>
 
 class ViewWidget : public QWidget {
@@ -20,14 +22,25 @@ public:
     static void PlaceNatives(const QWidget* window);
     QPaintEngine* paintEngine() const override; // none for a native one
 
+    // For assistive technology: what is a list, and the text drawn last, whose changes are told.
+    void BecomeList() { fIsList = true; }
+    bool IsList() const { return fIsList; }
+    void SetLines(std::vector<DrawnLine> lines);
+    const std::vector<DrawnLine>& Lines() const { return fLines; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     void PlaceNative();
+    void TellLine(int index, QAccessible::Event what);
+    void FindCurrentLine(const std::vector<DrawnLine>& before);
 
     const std::shared_ptr<ViewLink> fLink;
     bool fIsNative = false;
+    bool fIsList = false;
+    std::vector<DrawnLine> fLines;
 };
 
 // Shows the view's colour, with text that can be read on it. fills is false where it is what lies
