@@ -2,17 +2,15 @@
 
 #include "kits/interface/server/DisplayServer.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
-#include <QTextEdit>
+#include <QVariant>
 #include <QWindow>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
@@ -21,69 +19,45 @@
 namespace screen {
 namespace {
 
+// What it is called or holds, whatever kind of widget it is.
 std::string TextOf(QWidget* widget)
 {
-    if (auto* button = qobject_cast<QAbstractButton*>(widget))
-        return button->text().replace("&&", "&").toStdString();
     if (auto* line = widget->findChild<QLineEdit*>("_input_", Qt::FindDirectChildrenOnly))
         return line->text().toStdString();
-    if (auto* label = qobject_cast<QLabel*>(widget))
-        return label->text().toStdString();
-    if (auto* box = qobject_cast<QGroupBox*>(widget))
-        return box->title().replace("&&", "&").toStdString();
-    if (auto* line = qobject_cast<QLineEdit*>(widget))
-        return line->text().toStdString();
-    if (auto* edit = qobject_cast<QTextEdit*>(widget))
-        return edit->toPlainText().toStdString();
+    for (const char* property : { "plainText", "text", "title" }) {
+        if (const QVariant text = widget->property(property); text.isValid())
+            return text.toString().replace("&&", "&").toStdString();
+    }
     return widget->windowTitle().toStdString();
 }
 
-BRect OnScreen(QWidget* widget, const QRect& rect)
+// The part of a widget in rect.
+Widget Describe(QWidget* widget, const QRect& rect, bool isEnabled, const std::string& text)
 {
-    const QPoint leftTop = widget->mapToGlobal(rect.topLeft());
-    return BRect(
-        leftTop.x(), leftTop.y(), leftTop.x() + rect.width() - 1, leftTop.y() + rect.height() - 1);
-}
-
-Widget Describe(QWidget* widget)
-{
-    Widget result;
-    result.exists = true;
     const QWindow* window = widget->window()->windowHandle();
-    result.exposed = window && window->isExposed();
-    result.enabled = widget->isEnabled();
-    result.text = TextOf(widget);
-    result.frame = OnScreen(widget, widget->rect());
-    return result;
+    const QPoint corner = widget->mapToGlobal(rect.topLeft());
+    const BRect size(0, 0, rect.width() - 1, rect.height() - 1);
+    return { true, window && window->isExposed(), isEnabled, text,
+        size.OffsetToCopy(corner.x(), corner.y()) };
 }
 
 template <typename MenuWidget>
 Widget FindAction(MenuWidget* menu, const QString& label)
 {
     for (QAction* action : menu->actions()) {
-        if (action->objectName() != label)
-            continue;
-        Widget result;
-        result.exists = true;
-        const QWindow* window = menu->window()->windowHandle();
-        result.exposed = window && window->isExposed();
-        result.enabled = action->isEnabled();
-        result.text = action->text().toStdString();
-        result.frame = OnScreen(menu, menu->actionGeometry(action));
-        return result;
+        if (action->objectName() == label)
+            return Describe(menu, menu->actionGeometry(action), action->isEnabled(),
+                action->text().toStdString());
     }
     return {};
 }
 
-BPoint MiddleOf(BRect frame)
-{
-    return BPoint((frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2);
-}
-
+// In pixels, of which a desktop with large windows has more than these have.
 std::string Place(BPoint where)
 {
-    return std::to_string(static_cast<int>(where.x)) + " "
-        + std::to_string(static_cast<int>(where.y));
+    const double scale = display::Call([] { return qGuiApp->devicePixelRatio(); });
+    return std::to_string(static_cast<int>(where.x * scale)) + " "
+        + std::to_string(static_cast<int>(where.y * scale));
 }
 
 void Xdotool(const std::string& arguments)
@@ -114,7 +88,7 @@ bool ClickWhenSettled(const std::function<Widget()>& find, int button)
         return isSettled;
     });
     if (isThere)
-        ClickAt(MiddleOf(before), button);
+        ClickAt(BPoint((before.left + before.right) / 2, (before.top + before.bottom) / 2), button);
     return isThere;
 }
 
@@ -136,7 +110,7 @@ Widget Find(const std::string& name, const std::string& window)
         for (QWidget* widget : QApplication::allWidgets()) {
             const bool isThere = widget->objectName() == wanted && widget->isVisible();
             if (isThere && (title.isEmpty() || widget->window()->windowTitle() == title))
-                return Describe(widget);
+                return Describe(widget, widget->rect(), widget->isEnabled(), TextOf(widget));
         }
         return Widget {};
     });
@@ -206,15 +180,34 @@ void Key(const std::string& combination)
     Xdotool("key " + Quoted(combination));
 }
 
+std::vector<uint32> PixelsIn(BRect rect)
+{
+    return display::Call([rect] {
+        const int width = rect.IntegerWidth() + 1, height = rect.IntegerHeight() + 1;
+        const QImage shot = QGuiApplication::primaryScreen()
+                                ->grabWindow(0, static_cast<int>(rect.left),
+                                    static_cast<int>(rect.top), width, height)
+                                .toImage();
+        std::vector<uint32> pixels;
+        const auto scale = static_cast<int>(shot.devicePixelRatio());
+        for (int i = 0; i < width * height; i++)
+            pixels.push_back(shot.pixel(i % width * scale, i / width * scale) & 0xffffff);
+        return pixels;
+    });
+}
+
+int ContrastIn(BRect rect)
+{
+    const std::vector<uint32> pixels = PixelsIn(rect);
+    const auto range = std::minmax_element(pixels.begin(), pixels.end(),
+        [](uint32 one, uint32 other) { return qGray(one) < qGray(other); });
+    return qGray(*range.second) - qGray(*range.first);
+}
+
 rgb_color PixelAt(BPoint where)
 {
-    return display::Call([where] {
-        const QPixmap shot = QGuiApplication::primaryScreen()->grabWindow(
-            0, static_cast<int>(where.x), static_cast<int>(where.y), 1, 1);
-        const QColor color = shot.toImage().pixelColor(0, 0);
-        return rgb_color { static_cast<uint8>(color.red()), static_cast<uint8>(color.green()),
-            static_cast<uint8>(color.blue()), 255 };
-    });
+    const uint32 pixel = PixelsIn(BRect(where, where))[0];
+    return { uint8(pixel >> 16), uint8(pixel >> 8), uint8(pixel) };
 }
 
 } // namespace screen

@@ -48,6 +48,9 @@ bool ClickMenu(const std::vector<std::string>& labels);
 void Type(const std::string& text);
 void Key(const std::string& combination); // "ctrl+t", "Return", "Escape", "alt+F4"
 
-rgb_color PixelAt(BPoint where); // as the screen shows it
+// What the screen shows: 0xrrggbb of each pixel of the rectangle, the top row first.
+std::vector<uint32> PixelsIn(BRect rect);
+rgb_color PixelAt(BPoint where);
+int ContrastIn(BRect rect); // between the brightest and the darkest grey there, 0 to 255
 
 } // namespace screen

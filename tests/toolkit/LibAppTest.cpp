@@ -10,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <thread>
 
 namespace {
@@ -62,6 +61,8 @@ void UseWindows(TestApp& app)
     app.PostMessage('sabt');
     EXPECT_TRUE(WaitFor([] { return IsActive("About AppTest"); }));
     EXPECT_EQ(screen::Find("rel_date").text, "Released: 1 January 2000");
+    for (const char* line : { "app_name", "company", "url" })
+        EXPECT_TRUE(WaitFor([=] { return screen::ContrastIn(screen::Find(line).frame) > 100; }));
     app.PostMessage('ssys');
     EXPECT_TRUE(WaitFor([] { return IsActive("System"); }));
     app.PostMessage('sabt');
@@ -106,12 +107,13 @@ TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
     setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
     const BApplication app("application/x-vnd.Quorvane.HelpTest");
     const std::string path = folder / "more help.xml";
-    std::ofstream(path) << "<help>\n<topic name=\"knob\" title=\"New\"><p>News.</p></topic>\n"
-                           "<topic name=\"last\" title=\"Last\"><p>End.</p></topic>\n"
-                           "<tip name=\"knob\">Push it</tip>\n</help>\n";
+    WriteFile(path,
+        "<help>\n<topic name=\"knob\" title=\"New\"><p>News.</p></topic>\n"
+        "<topic name=\"last\" title=\"Last\"><p>End.</p></topic>\n"
+        "<tip name=\"knob\">Push it</tip>\n</help>\n");
     EXPECT_TRUE(LibHelp::AddToResources(path.c_str()));
     EXPECT_TRUE(LibHelp::AddToResources(path.c_str())) << "in place of the first";
-    std::ofstream(folder / "none.xml") << "<p>no help</p>";
+    WriteFile(folder / "none.xml", "<p>no help</p>");
     testing::internal::CaptureStderr();
     EXPECT_FALSE(LibHelp::AddToResources((folder / "none.xml").c_str()));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),

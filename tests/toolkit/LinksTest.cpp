@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <sys/stat.h>
 
 namespace {
@@ -19,8 +17,8 @@ public:
     {
         for (const std::string name : { "xdg-open", "xdg-email", "my mailer" }) {
             const std::string path = folder / name;
-            std::ofstream(path) << "#!/bin/sh\nprintf '<%s>' \"$@\" > '" << path << ".part'\n"
-                                << "mv '" << path << ".part' '" << path << ".seen'\n";
+            WriteFile(path,
+                "#!/bin/sh\nprintf '<%s>' \"$@\" > \"$0.part\"\nmv \"$0.part\" \"$0.seen\"\n");
             chmod(path.c_str(), 0755);
         }
         setenv("PATH", (folder.Path() + ":" + before).c_str(), 1);
@@ -29,10 +27,8 @@ public:
 
     std::string Seen(const std::string& name) const
     {
-        std::ostringstream text;
-        EXPECT_TRUE(WaitUntil([&] { return std::ifstream(folder / (name + ".seen")).good(); }));
-        text << std::ifstream(folder / (name + ".seen")).rdbuf();
-        return text.str();
+        EXPECT_TRUE(WaitUntil([&] { return ReadFile(Path(name) + ".seen") != "none"; }));
+        return ReadFile(Path(name) + ".seen");
     }
     std::string Path(const std::string& name) const { return folder / name; }
 

@@ -14,26 +14,27 @@ TEST(WindowPlacement, EachRuleHasItsPlace)
     const BRect left(50, 60, 349, 459); // a main window with room at its right
     const BRect right(700, 60, 999, 459); // one with room at its left only
     const BRect wide(100, 60, 899, 459); // none at either side for 200 pixels
+    const BRect tooLarge(0, 0, 2000, 1500); // shows its title
     const struct {
         const char* name;
-        BRect mainWindow;
-        int32 position;
-        int32 nth;
+        BRect mainWindow, window;
+        int32 position, nth;
         BPoint corner;
     } rows[] = {
-        { "the first of a cascade", BRect(), kCascade, 0, BPoint(46, 68) },
-        { "the third of a cascade", BRect(), kCascade, 2, BPoint(94, 116) },
-        { "an unknown rule cascades", BRect(), 17, 2, BPoint(94, 116) },
-        { "centred between title and borders", left, kCentred, 0, BPoint(412, 345) },
-        { "right of the main window, tops in line", left, kBesideMain, 0, BPoint(362, 60) },
-        { "left of it where the right is too narrow", right, kBesideMain, 0, BPoint(488, 60) },
-        { "in the corner where both are", wide, kBesideMain, 0, BPoint(818, 28) },
-        { "in the corner without a main window", BRect(), kBesideMain, 0, BPoint(818, 28) },
+        { "the first of a cascade", BRect(), small, kCascade, 0, BPoint(46, 68) },
+        { "an unknown rule cascades", BRect(), small, 17, 2, BPoint(94, 116) },
+        { "centred between title and borders", left, small, kCentred, 0, BPoint(412, 345) },
+        { "right of the main window, tops in line", left, small, kBesideMain, 0, BPoint(362, 60) },
+        { "left of it, the right is too narrow", right, small, kBesideMain, 0, BPoint(488, 60) },
+        { "in the corner where both are", wide, small, kBesideMain, 0, BPoint(818, 28) },
+        { "in the corner without one", BRect(), small, kBesideMain, 0, BPoint(818, 28) },
+        { "large, in a cascade", BRect(), tooLarge, kCascade, 0, BPoint(6, 28) },
+        { "large, centred", BRect(), tooLarge, kCentred, 0, BPoint(6, 28) },
+        { "large, beside", BRect(), tooLarge, kBesideMain, 0, BPoint(6, 28) },
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
         const WindowPlacement placement { kScreen, row.mainWindow };
-        EXPECT_EQ(placement.Place(small, row.position, row.nth), row.corner);
+        EXPECT_EQ(placement.Place(row.window, row.position, row.nth), row.corner) << row.name;
     }
 }
 
@@ -50,11 +51,4 @@ TEST(WindowPlacement, WindowsOfAnySizeStayOnTheScreen)
                 << "rule " << i % 5 << ", size " << size << ", number " << i / 7;
         }
     }
-}
-
-TEST(WindowPlacement, AWindowLargerThanTheScreenShowsItsTitle)
-{
-    const WindowPlacement placement { kScreen, BRect() };
-    for (const int32 position : { kCascade, kCentred, kBesideMain })
-        EXPECT_EQ(placement.Place(BRect(0, 0, 2000, 1500), position, 0), BPoint(6, 28)) << position;
 }

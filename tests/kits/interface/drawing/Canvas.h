@@ -30,8 +30,7 @@ typedef std::function<uint32(int x, int y)> PixelRule;
 // Fails with a map of both where a pixel is not what rule says.
 void ExpectPicture(const Picture& shown, const PixelRule& rule);
 
-// The rectangle of the screen, read by a connection of the test's own; empty, with a failure, where
-// that is not possible.
+// The rectangle of the screen.
 Picture ScreenPicture(BRect rect);
 
 class CanvasView : public BView {

@@ -7,101 +7,62 @@ namespace {
 
 constexpr uint32 kRed = 0xff0000;
 
-struct Row {
-    const char* name;
-    std::function<void(BView& view)> draw;
-    PixelRule rule;
-};
+typedef CanvasTest ShapesTest;
 
-// Black where the condition holds, else white.
-PixelRule Black(const std::function<bool(int x, int y)>& condition)
+// Black in the areas and on the edges of the frames, else white.
+PixelRule Black(const std::vector<BRect>& areas, const std::vector<BRect>& frames = {})
 {
-    return [condition](int x, int y) { return condition(x, y) ? kBlack : kWhite; };
+    return [=](int x, int y) {
+        const BPoint point(x, y);
+        bool isBlack = false;
+        for (const BRect& area : areas)
+            isBlack |= area.Contains(point);
+        for (const BRect& frame : frames)
+            isBlack |= frame.Contains(point) && !frame.InsetByCopy(1, 1).Contains(point);
+        return isBlack ? kBlack : kWhite;
+    };
 }
-
-PixelRule BlackArea(int left, int top, int right, int bottom)
-{
-    return Black([=](int x, int y) { return x >= left && x <= right && y >= top && y <= bottom; });
-}
-
-PixelRule BlackFrame(int left, int top, int right, int bottom)
-{
-    return Black([=](int x, int y) {
-        const bool inside = x >= left && x <= right && y >= top && y <= bottom;
-        return inside && (x == left || x == right || y == top || y == bottom);
-    });
-}
-
-class ShapesTest : public CanvasTest {
-protected:
-    void Check(const std::vector<Row>& rows)
-    {
-        for (const Row& row : rows) {
-            SCOPED_TRACE(row.name);
-            ExpectPicture(Drawn(row.draw), row.rule);
-        }
-    }
-};
 
 TEST_F(ShapesTest, RectanglesCoverTheirEdgesAndNothingBeyond)
 {
-    Check({
-        { "filled, corners swapped", [](BView& v) { v.FillRect(BRect(12, 8, 3, 2)); },
-            BlackArea(3, 2, 12, 8) },
-        { "filled, halves go right and down",
-            [](BView& v) { v.FillRect(BRect(0.4f, 0.5f, 3.5f, 3.6f)); }, BlackArea(0, 1, 4, 4) },
-        { "filled, one pixel", [](BView& v) { v.FillRect(BRect(5, 5, 5, 5)); },
-            BlackArea(5, 5, 5, 5) },
-        { "filled, out of the server's range",
-            [](BView& v) { v.FillRect(BRect(-1e9f, 5, 1e9f, 6)); }, BlackArea(0, 5, kWidth, 6) },
-        { "stroked", [](BView& v) { v.StrokeRect(BRect(2, 3, 10, 8)); }, BlackFrame(2, 3, 10, 8) },
-        { "stroked, corners swapped", [](BView& v) { v.StrokeRect(BRect(10, 8, 2, 3)); },
-            BlackFrame(2, 3, 10, 8) },
-        { "stroked, one pixel", [](BView& v) { v.StrokeRect(BRect(4, 4, 4, 4)); },
-            BlackArea(4, 4, 4, 4) },
-        { "filled, scrolled left and up by fractions",
-            [](BView& v) {
-                v.ScrollTo(-2.5f, -1);
-                v.FillRect(BRect(0, 0, 4.5f, 4));
-            },
-            BlackArea(3, 1, 7, 5) },
-        { "stroked, over the edges", [](BView& v) { v.StrokeRect(BRect(-5, -5, 39, 5)); },
-            Black([](int x, int y) { return (x == 39 && y <= 5) || y == 5; }) },
+    const Picture shown = Drawn([](BView& v) {
+        v.FillRect(BRect(12, 8, 3, 2)); // corners swapped
+        v.FillRect(BRect(15.4f, 2.5f, 18.5f, 5.6f)); // halves go right and down
+        v.FillRect(BRect(21, 2, 21, 2));
+        v.FillRect(BRect(-1e9f, 11, 1e9f, 12)); // out of the server's range
+        v.StrokeRect(BRect(24, 2, 30, 8));
+        v.StrokeRect(BRect(37, 8, 33, 2)); // corners swapped
+        v.StrokeRect(BRect(22, 9, 22, 9));
+        v.StrokeRect(BRect(-5, 15, 39, 35)); // over the edges
+        v.ScrollTo(-2.5f, -1);
+        v.FillRect(BRect(8, 20, 12.5f, 24));
     });
+    ExpectPicture(shown,
+        Black({ { 3, 2, 12, 8 }, { 15, 3, 19, 6 }, { 21, 2, 21, 2 }, { 0, 11, 39, 12 },
+                  { 22, 9, 22, 9 }, { 11, 21, 15, 25 } },
+            { { 24, 2, 30, 8 }, { 33, 2, 37, 8 }, { -5, 15, 39, 35 } }));
 }
 
 TEST_F(ShapesTest, LinesHaveBothEndPoints)
 {
-    Check({
-        { "horizontal", [](BView& v) { v.StrokeLine(BPoint(3, 4), BPoint(10, 4)); },
-            BlackArea(3, 4, 10, 4) },
-        { "vertical, upwards", [](BView& v) { v.StrokeLine(BPoint(3, 12), BPoint(3, 4)); },
-            BlackArea(3, 4, 3, 12) },
-        { "diagonal", [](BView& v) { v.StrokeLine(BPoint(2, 2), BPoint(12, 12)); },
-            Black([](int x, int y) { return x == y && x >= 2 && x <= 12; }) },
-        { "one point", [](BView& v) { v.StrokeLine(BPoint(7, 7), BPoint(7, 7)); },
-            BlackArea(7, 7, 7, 7) },
-        { "from the pen, which comes along",
-            [](BView& v) {
-                v.MovePenTo(2, 2);
-                v.MovePenBy(1, 1);
-                v.StrokeLine(BPoint(8, 3));
-                v.StrokeLine(BPoint(8, 9));
-            },
-            Black([](int x, int y) {
-                return (y == 3 && x >= 3 && x <= 8) || (x == 8 && y >= 3 && y <= 9);
-            }) },
-        { "pen of 3",
-            [](BView& v) {
-                v.SetPenSize(3);
-                v.StrokeLine(BPoint(10, 10), BPoint(20, 10));
-            },
-            BlackArea(9, 9, 21, 11) },
-        { "an ellipse as flat", [](BView& v) { v.StrokeEllipse(BRect(3, 4, 9, 4)); },
-            BlackArea(3, 4, 9, 4) },
-        { "a filled one", [](BView& v) { v.FillEllipse(BRect(3, 4, 3, 9)); },
-            BlackArea(3, 4, 3, 9) },
+    const Picture shown = Drawn([](BView& v) {
+        v.StrokeLine(BPoint(3, 4), BPoint(10, 4));
+        v.StrokeLine(BPoint(1, 12), BPoint(1, 4)); // upwards
+        v.StrokeLine(BPoint(13, 1), BPoint(13, 1));
+        v.MovePenTo(14, 2);
+        v.MovePenBy(1, 1);
+        v.StrokeLine(BPoint(20, 3)); // from the pen, which comes along
+        v.StrokeLine(BPoint(20, 9));
+        v.StrokeEllipse(BRect(3, 7, 9, 7)); // as flat as a line
+        v.FillEllipse(BRect(11, 7, 11, 12));
+        v.SetPenSize(3);
+        v.StrokeLine(BPoint(10, 20), BPoint(20, 20));
     });
+    ExpectPicture(shown,
+        Black({ { 3, 4, 10, 4 }, { 1, 4, 1, 12 }, { 13, 1, 13, 1 }, { 15, 3, 20, 3 },
+            { 20, 3, 20, 9 }, { 3, 7, 9, 7 }, { 11, 7, 11, 12 }, { 9, 19, 21, 21 } }));
+    ExpectPicture(Drawn([](BView& v) { v.StrokeLine(BPoint(2, 2), BPoint(12, 12)); }),
+        [](int x, int y) { return x == y && x >= 2 && x <= 12 ? kBlack : kWhite; });
 }
 
 TEST_F(ShapesTest, EllipsesTouchTheirRectangle)
@@ -142,42 +103,27 @@ TEST_F(ShapesTest, PatternsAndModes)
     const auto isCorner = [](int x, int y) {
         return (x % 8 == 0 && y % 8 == 0) || (x % 8 == 7 && y % 8 == 7);
     };
-    const auto withRed = [](BView& v, drawing_mode mode) {
-        v.SetLowColor(255, 0, 0);
-        v.SetDrawingMode(mode);
+    const auto filled = [this](drawing_mode mode, const pattern& with) {
+        return Drawn([&](BView& v) {
+            v.SetLowColor(255, 0, 0);
+            v.SetDrawingMode(mode);
+            v.FillRect(v.Bounds(), with);
+        });
     };
-    const auto rest = [](uint32 color, auto isHigh) {
-        return [=](int x, int y) { return isHigh(x, y) ? kBlack : color; };
-    };
-    Check({
-        { "mixed", [](BView& v) { v.FillRect(v.Bounds(), B_MIXED_COLORS); },
-            Black([](int x, int y) { return (x + y) % 2 == 0; }) },
-        { "low colour over",
-            [&](BView& v) {
-                withRed(v, B_OP_OVER);
-                v.FillRect(v.Bounds(), B_SOLID_LOW);
-            },
-            [](int, int) { return kWhite; } },
-        { "pattern copied",
-            [&](BView& v) {
-                withRed(v, B_OP_COPY);
-                v.FillRect(v.Bounds(), corner);
-            },
-            rest(kRed, isCorner) },
-        { "pattern over",
-            [&](BView& v) {
-                withRed(v, B_OP_OVER);
-                v.FillRect(v.Bounds(), corner);
-            },
-            rest(kWhite, isCorner) },
-        { "pattern of a scrolled view stays with its contents, a line after it is solid",
-            [&](BView& v) {
-                v.ScrollTo(3, 5);
-                v.FillRect(v.Bounds(), corner);
-                v.StrokeLine(BPoint(3, 9), BPoint(42, 9));
-            },
-            rest(kWhite, [&](int x, int y) { return y == 4 || isCorner(x + 3, y + 5); }) },
+    ExpectPicture(filled(B_OP_COPY, B_MIXED_COLORS),
+        [](int x, int y) { return (x + y) % 2 == 0 ? kBlack : kRed; });
+    ExpectPicture(filled(B_OP_OVER, B_SOLID_LOW), [](int, int) { return kWhite; });
+    ExpectPicture(
+        filled(B_OP_COPY, corner), [&](int x, int y) { return isCorner(x, y) ? kBlack : kRed; });
+    ExpectPicture(
+        filled(B_OP_OVER, corner), [&](int x, int y) { return isCorner(x, y) ? kBlack : kWhite; });
+    const Picture scrolled = Drawn([&](BView& v) {
+        v.ScrollTo(3, 5);
+        v.FillRect(v.Bounds(), corner); // which stays with the contents; a line after it is solid
+        v.StrokeLine(BPoint(3, 9), BPoint(42, 9));
     });
+    ExpectPicture(
+        scrolled, [&](int x, int y) { return y == 4 || isCorner(x + 3, y + 5) ? kBlack : kWhite; });
 }
 
 TEST_F(ShapesTest, ColorsReachTheScreenAsTheyAreAndInverted)

@@ -3,6 +3,7 @@
 #include "drawing/Utf8.h"
 
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -68,8 +69,8 @@ TEST_F(TextTest, BytesThatAreNoUtf8ShowTheReplacementCharacter)
                     "b"),
         shown("a\xef\xbf\xbd"
               "b"));
-    EXPECT_NE(shown("\xce\xa9"), shown("\xef\xbf\xbd")); // and one beyond the first 256
-    EXPECT_NE(shown("\xce\xa9x"), shown("\xc2\xa9x")); // whose low byte is another letter's
+    EXPECT_NE(shown("\xce\xa9"), shown("\xef\xbf\xbd"));
+    EXPECT_NE(shown("\xce\xa9"), shown("\xc2\xa9")); // the letter of its low byte
 }
 
 TEST_F(TextTest, LongTextKeepsItsPlaces)
@@ -108,8 +109,7 @@ TEST(Font, WidthsAddUpAndHeightsGrowWithTheSize)
 {
     const BFont& font = *be_plain_font;
     EXPECT_EQ(font.StringWidth("Tarvex"), font.StringWidth("Tar") + font.StringWidth("vex"));
-    EXPECT_EQ(font.StringWidth("Tarvex", 3), font.StringWidth("Tar"));
-    EXPECT_EQ(font.StringWidth("Tar", 99), font.StringWidth("Tar"));
+    EXPECT_EQ(font.StringWidth("Tarvex", 3), font.StringWidth("Tar", 99));
     EXPECT_EQ(font.StringWidth(nullptr), 0);
     EXPECT_EQ(be_fixed_font->StringWidth("mmm"), be_fixed_font->StringWidth("iii"));
     EXPECT_GT(be_bold_font->StringWidth("hamburg"), font.StringWidth("hamburg"));
@@ -141,11 +141,7 @@ TEST(Font, StylesAndFacesGoTogether)
 TEST(Utf8, EachBadByteIsOneReplacementCharacter)
 {
     constexpr uint32 kBad = kReplacementCharacter;
-    const struct {
-        const char* name;
-        std::string text;
-        std::vector<uint32> characters;
-    } rows[] = {
+    const std::tuple<const char*, std::string, std::vector<uint32>> rows[] = {
         { "all lengths", "z\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80", { 'z', 0xe4, 0x20ac, 0x1f600 } },
         { "a following byte alone", "\x80z", { kBad, 'z' } },
         { "cut off", "a\xe2\x82", { 'a', kBad, kBad } },
@@ -155,12 +151,11 @@ TEST(Utf8, EachBadByteIsOneReplacementCharacter)
         { "beyond the last", "\xf4\x90\x80\x80", { kBad, kBad, kBad, kBad } },
         { "no lead byte", "\xff\xf8", { kBad, kBad } },
     };
-    for (const auto& row : rows) {
+    for (const auto& [name, text, expected] : rows) {
         std::vector<uint32> characters;
-        const char* end = row.text.data() + row.text.size();
-        for (const char* text = row.text.data(); text < end;)
-            characters.push_back(NextCharacter(text, end));
-        EXPECT_EQ(characters, row.characters) << row.name;
+        for (const char *next = text.data(), *end = next + text.size(); next < end;)
+            characters.push_back(NextCharacter(next, end));
+        EXPECT_EQ(characters, expected) << name;
     }
 }
 
