@@ -1,6 +1,6 @@
 // The benchmark without windows, for servers and scripts.
 #include "console/ComparisonTable.h"
-#include "console/OutputFile.h"
+#include "console/OutputCheck.h"
 #include "console/RateTable.h"
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
@@ -60,8 +60,7 @@ bool LeaveOutGraphics(RunOptions& options)
 
 int Run(RunOptions& options)
 {
-    const OutputFile file(options.output);
-    if (const std::string why = file.Check(); !why.empty())
+    if (const std::string why = CheckOutput(options.output); !why.empty())
         return Refuse(why);
     const bool leftOut = LeaveOutGraphics(options);
     if (options.groups.empty())
@@ -75,7 +74,7 @@ int Run(RunOptions& options)
     if (!outcome.finished)
         return kSignalBase + outcome.signal;
     printf("%s", RateTable(benchmark.results).c_str());
-    if (!file.Write(benchmark.results))
+    if (!WriteResultsFile(options.output.c_str(), benchmark.results))
         return kNotWritten;
     return leftOut ? kLeftOut : kDone;
 }

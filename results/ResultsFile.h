@@ -6,8 +6,9 @@
 class ResultList;
 class Results;
 
-// Writes a results file of one machine at path, in place of what was there. Returns false, with a
-// line on standard error, if it could not be written whole. Moves the results' cursors.
+// Writes a results file of one machine at path, in place of what was there, which stays as it is
+// until all of the new one is on disk; devices and pipes are written as they are. Returns false,
+// with a line on standard error, if it could not be written whole. Moves the results' cursors.
 [[nodiscard]] bool WriteResultsFile(const char* path, Results& results);
 
 // Appends a machine for every record of the file at path. Returns false, and says nothing, if it

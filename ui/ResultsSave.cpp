@@ -97,6 +97,8 @@ void ResultsWin::SaveResultFile(BMessage* reply)
     saved = path;
     if (WriteResultsFile(saved.Path(), results))
         Pack();
+    else
+        saved.Unset(); // no mail may take along half a file, or one of before
     (new TarvexAlert(this))->Go(nullptr);
     QuitDevices();
 }

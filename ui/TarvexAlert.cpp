@@ -31,6 +31,7 @@ TarvexAlert::TarvexAlert(BLooper* answerTarget)
         B_INFO_ALERT),
       target(answerTarget)
 {
+    SetShortcut(0, B_ESCAPE); // the file is there already
     AddConfiguration();
 }
 

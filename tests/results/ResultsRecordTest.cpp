@@ -1,4 +1,6 @@
+#include <csignal>
 #include <cstring>
+#include <sys/resource.h>
 
 #include <gtest/gtest.h>
 
@@ -24,7 +26,7 @@ void AddDevice(Results& results, int type, const char* text)
 
 } // namespace
 
-TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocale)
+TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocaleAndWholeOrNotWritten)
 {
     const TempFolder folder;
     const std::string path = folder / "file";
@@ -37,6 +39,20 @@ TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocale)
     const LocaleGuard german("de_DE.UTF-8");
     EXPECT_TRUE(WriteResultsFile(path.c_str(), results));
     EXPECT_EQ(ReadFile(path), expected);
+
+    // With no room for another one.
+    rlimit before {};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit few { 10, before.rlim_max };
+    signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &few);
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(WriteResultsFile(path.c_str(), results));
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error writing <" + path + ">\n");
+    EXPECT_EQ(ReadFile(path), expected);
+    using Files = std::filesystem::directory_iterator;
+    EXPECT_EQ(std::distance(Files(folder.Path()), Files()), 1);
     if (!german.IsSet())
         GTEST_SKIP() << "No locale de_DE.UTF-8 here: seen in the C locale only";
 }

@@ -90,7 +90,7 @@ TEST_F(WindowTest, ButtonsStandEvenlyAtTheRightAndKeysPressTheLastOrAskToClose)
 TEST_F(WindowTest, OthersArePlacedBesideTheMainWindowWhereverItIs)
 {
     TestDialog* mainWindow = Open("Main");
-    mainWindow->SetMainWindow();
+    WithLock(mainWindow, [&] { mainWindow->SetMainWindow(); });
     TestDialog* dialog = Open();
     for (const BPoint corner : { BPoint(50, 60), BPoint(600, 200) }) {
         mainWindow->MoveTo(corner);
