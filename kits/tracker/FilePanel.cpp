@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QTreeView>
 
 // The dialog; made, used and deleted on the display server's thread.
 struct FilePanelPeer {
@@ -27,12 +29,23 @@ std::string ChosenPath(const QFileDialog& dialog)
     return files.isEmpty() ? "" : QFile::encodeName(files.first()).toStdString();
 }
 
+// Sizes, types and dates are as wide as they are: only names may be cut off.
+void FitColumns(const QFileDialog& dialog)
+{
+    const auto* files = dialog.findChild<QTreeView*>(); // none where the desktop has its own panel
+    if (!files)
+        return;
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
 QFileDialog* MakeDialog(file_panel_mode mode)
 {
     auto* dialog = new QFileDialog;
     dialog->setObjectName(mode == B_SAVE_PANEL ? "save_panel" : "open_panel");
     dialog->setAcceptMode(mode == B_SAVE_PANEL ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog->setFileMode(mode == B_SAVE_PANEL ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    FitColumns(*dialog);
     return dialog;
 }
 
