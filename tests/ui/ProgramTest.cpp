@@ -39,7 +39,8 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
         Program program(row.arguments);
         ASSERT_TRUE(program.In("Tarvex", "", {}));
         // Window managers give a window without an icon one of 48 pixels.
-        EXPECT_EQ(system("xprop -name Tarvex _NET_WM_ICON | grep -q '(128 x 128)'"), 0);
+        const char* const icon = "xprop -name Tarvex _NET_WM_ICON | grep -q '(128 x 128)'";
+        EXPECT_TRUE(screen::WaitFor([=] { return system(icon) == 0; }));
         row.key[0] ? screen::Key(row.key) : program.End(SIGTERM);
         EXPECT_EQ(program.Status(30), 0) << row.key;
         EXPECT_EQ(program.Errors(), row.errors);

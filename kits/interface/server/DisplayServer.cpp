@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QIcon>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <QWidget>
 #include <sys/eventfd.h>
 #include <thread>
@@ -183,7 +184,6 @@ QApplication* MakeApplication()
     QFont font = QApplication::font();
     font.setPixelSize(12);
     QApplication::setFont(font);
-    QApplication::setWindowIcon(OwnIcon());
     QApplication::setQuitOnLastWindowClosed(false);
     return application;
 }
@@ -208,6 +208,8 @@ void Server::Serve()
     QObject::connect(&wakeUp, &QSocketNotifier::activated, [this] { RunJobs(); });
     const LostWindows lostWindows;
     ServeAccessibility();
+    constexpr int kIconMillis = 200; // to read it takes a while: the first window need not wait
+    QTimer::singleShot(kIconMillis, [] { QApplication::setWindowIcon(OwnIcon()); });
     SetCursorHook(CursorChanged);
     on_exit(AtExit, nullptr); // after all that Qt has registered so far
     {

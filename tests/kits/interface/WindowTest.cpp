@@ -116,9 +116,9 @@ TEST_F(WindowTest, AFloodOfInputNeitherBlocksTheServerNorAWorkerWithTheLock)
     EXPECT_TRUE(fLog->WaitFor("quit requested"));
 }
 
-TEST_F(WindowTest, TwoHundredComeAndGo)
+TEST_F(WindowTest, FiveHundredComeAndGo)
 {
-    for (int i = 0; i < 200; i++) {
+    for (int i = 0; i < 500; i++) {
         BWindow* window = new BWindow(BRect(50, 50, 149, 149), "Many", B_TITLED_WINDOW, 0);
         window->AddChild(new DrawnView(window->Bounds()));
         if (i % 5 != 0) // some are never shown
