@@ -11,8 +11,7 @@ class MailSink {
 public:
     explicit MailSink(const std::string& folder)
         : fOutput(popen(
-            ("/usr/bin/python3 '" TARVEX_TESTS "/ui/MailSink.py' '" + folder + "'").c_str(),
-            "r"))
+            ("/usr/bin/python3 '" TARVEX_TESTS "/ui/MailSink.py' '" + folder + "'").c_str(), "r"))
     {
         Line();
     }
