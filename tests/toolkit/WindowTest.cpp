@@ -97,9 +97,9 @@ TEST_F(WindowTest, OthersArePlacedBesideTheMainWindowWhereverItIs)
         // The window learns of its move by a message.
         EXPECT_TRUE(screen::WaitFor([&] {
             dialog->SetPosition(kBesideMain);
-            return screen::Find("bgview", "Dialog").frame.top == corner.y;
+            return screen::Find("bgview", "Dialog").frame.top == corner.y
+                && !dialog->Frame().Intersects(mainWindow->Frame());
         })) << corner.x;
-        EXPECT_FALSE(dialog->Frame().Intersects(mainWindow->Frame())) << corner.x;
     }
 }
 
