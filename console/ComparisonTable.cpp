@@ -2,7 +2,7 @@
 
 #include "console/TextColumns.h"
 #include "results/FormatRate.h"
-#include "results/MetricNames.h"
+#include "results/TestCatalogue.h"
 
 #include <algorithm>
 #include <vector>

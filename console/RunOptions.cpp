@@ -5,36 +5,15 @@
 
 namespace {
 
-enum class InAll { kYes, kNo };
-
-struct GroupName {
-    std::string_view name;
-    bool Benchmark::*flag;
-    InAll inAll;
-};
-
-// "all" is what the main window can tick; Dhrystone has no box there.
-constexpr GroupName kGroupNames[] = {
-    { "graphics", &Benchmark::graphics, InAll::kYes },
-    { "strings", &Benchmark::strings, InAll::kYes },
-    { "memory", &Benchmark::memory, InAll::kYes },
-    { "savage", &Benchmark::savage, InAll::kYes },
-    { "ackerman", &Benchmark::ackerman, InAll::kYes },
-    { "dhrystone", &Benchmark::dhrystone, InAll::kNo },
-    { "fourier", &Benchmark::fourier, InAll::kYes },
-    { "whetstone", &Benchmark::whetstone, InAll::kYes },
-    { "sieve", &Benchmark::sieve, InAll::kYes },
-    { "lifecycle", &Benchmark::fileLifeCycle, InAll::kYes },
-    { "io", &Benchmark::fileIO, InAll::kYes },
-};
-
 // Appends the flags that name stands for. Returns false for a name that stands for none.
 bool AppendGroup(std::string_view name, std::vector<bool Benchmark::*>& groups)
 {
     const size_t before = groups.size();
-    for (const GroupName& group : kGroupNames)
-        if (name == group.name || (name == "all" && group.inAll == InAll::kYes))
-            groups.push_back(group.flag);
+    for (size_t i = 0; i < kNbrTestGroups; i++) {
+        const TestGroup& group = kTestGroups[i];
+        if (name == group.key || (name == "all" && group.box != GroupBox::kNone))
+            groups.push_back(kGroupRuns[i].selected);
+    }
     return groups.size() > before;
 }
 
@@ -126,8 +105,12 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
 std::string RunUsage()
 {
     std::string names;
-    for (const GroupName& group : kGroupNames)
-        names += (names.empty() ? "" : ", ") + std::string(group.name);
+    std::string notInAll;
+    for (const TestGroup& group : kTestGroups) {
+        names += (names.empty() ? "" : ", ") + std::string(group.key);
+        if (group.box == GroupBox::kNone)
+            notInAll += (notInAll.empty() ? "" : ", ") + std::string(group.key);
+    }
     return "Usage: tarvex-run --groups G[,G...]|all --output FILE\n"
            "       tarvex-run --compare FILE...\n"
            "\n"
@@ -136,9 +119,8 @@ std::string RunUsage()
            "or prints the rates of the machines in results files, with percents of the first one.\n"
            "\n"
            "Groups: "
-        + names
-        + "\n"
-          "all stands for all of them but dhrystone.\n"
+        + names + "\nall stands for all of them but " + notInAll
+        + ".\n"
           "\n"
           "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
           "that cannot be written or read (nothing was run), 3 done but for the graphics tests, as "

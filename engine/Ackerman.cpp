@@ -50,5 +50,5 @@ int EvaluateAckerman(long rounds)
 
 void Benchmark::RunAckerman()
 {
-    Measure({ "Ackerman", kRounds, kRounds, 400, "IPS" }, [] { EvaluateAckerman(kRounds); });
+    Measure(TestNamed("Ackerman"), kRounds, [] { EvaluateAckerman(kRounds); });
 }

@@ -2,30 +2,15 @@
 
 #include <Message.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
 
-struct TestGroup {
-    bool Benchmark::*selected;
-    const char* name;
-    void (Benchmark::*run)();
-};
-
-// In the order of a run. Creation and deletion of files come before their output and input.
-const TestGroup kTestGroups[] = {
-    { &Benchmark::graphics, "Graphics", &Benchmark::RunGraphics },
-    { &Benchmark::strings, "Strings", &Benchmark::RunStrings },
-    { &Benchmark::memory, "Memory", &Benchmark::RunMemory },
-    { &Benchmark::savage, "Savage", &Benchmark::RunSavage },
-    { &Benchmark::ackerman, "Ackerman", &Benchmark::RunAckerman },
-    { &Benchmark::dhrystone, "Dhrystone", &Benchmark::RunDhrystone },
-    { &Benchmark::fourier, "Fourier", &Benchmark::RunFourier },
-    { &Benchmark::whetstone, "Whetstone", &Benchmark::RunWhetstone },
-    { &Benchmark::sieve, "Sieve", &Benchmark::RunSieve },
-    { &Benchmark::fileLifeCycle, "Disk LifeCycle", &Benchmark::RunFileLifeCycle },
-    { &Benchmark::fileIO, "Disk Input/Output", &Benchmark::RunFileIO },
-};
+static_assert(std::equal(std::begin(kGroupRuns), std::end(kGroupRuns), std::begin(kTestGroups),
+                  std::end(kTestGroups),
+                  [](const GroupRun& run, const TestGroup& group) { return run.key == group.key; }),
+    "every group of the catalogue has its run, in the same order");
 
 // The machine settles this long with one processor fewer before the next pass.
 constexpr bigtime_t kSettleMicros = 1000000;
@@ -60,24 +45,24 @@ int32 Benchmark::Action()
 
 void Benchmark::RunSelectedGroups()
 {
-    for (const TestGroup& group : kTestGroups) {
-        if (!(this->*group.selected))
+    for (size_t i = 0; i < kNbrTestGroups; i++) {
+        if (!(this->*kGroupRuns[i].selected))
             continue;
-        UpdateStatus(group.name);
-        (this->*group.run)();
+        UpdateStatus(kTestGroups[i].status);
+        (this->*kGroupRuns[i].run)();
     }
 }
 
-Metric* Benchmark::Measure(const Test& test, const std::function<void()>& kernel)
+Metric* Benchmark::Measure(const TestType& test, long loops, const std::function<void()>& kernel)
 {
-    Metric* metric = results.NewTest(test.name, test.cycles);
+    Metric* metric = results.NewTest(test.name, test.work);
     if (!metric)
         return nullptr;
-    results.Calibrate(test.loops, 0);
+    results.Calibrate(loops, 0);
     results.StartTimer();
     kernel();
     metric->Time(float(results.EndTimer()));
-    metric->Index(test.index);
+    metric->Index(test.id);
     metric->Units(test.units);
     return metric;
 }

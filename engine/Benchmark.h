@@ -3,6 +3,7 @@
 
 #include "engine/LibThread.h"
 #include "results/Results.h"
+#include "results/TestCatalogue.h"
 
 #include <functional>
 
@@ -55,18 +56,30 @@ public:
     bool fileLifeCycle = false;
 
 private:
-    // One test: its fixed name, nominal work, loops to calibrate (0: no counted loop), type and
-    // unit.
-    struct Test {
-        const char* name;
-        long cycles;
-        long loops;
-        long index;
-        const char* units;
-    };
-
     void RunSelectedGroups();
-    // Times kernel() as the next slot of the test's metric. Returns the metric; null, and nothing
+    // Times kernel() as the next slot of the test's metric; loops: those of the kernel to
+    // calibrate, 0 where it is no counted loop. Returns the metric; null, and nothing
     // done, if there is no memory for it.
-    Metric* Measure(const Test& test, const std::function<void()>& kernel);
+    Metric* Measure(const TestType& test, long loops, const std::function<void()>& kernel);
+};
+
+// How a run measures each group: beside kTestGroups, row by row.
+struct GroupRun {
+    std::string_view key;
+    bool Benchmark::*selected;
+    void (Benchmark::*run)();
+};
+
+inline constexpr GroupRun kGroupRuns[] = {
+    { "graphics", &Benchmark::graphics, &Benchmark::RunGraphics },
+    { "strings", &Benchmark::strings, &Benchmark::RunStrings },
+    { "memory", &Benchmark::memory, &Benchmark::RunMemory },
+    { "savage", &Benchmark::savage, &Benchmark::RunSavage },
+    { "ackerman", &Benchmark::ackerman, &Benchmark::RunAckerman },
+    { "dhrystone", &Benchmark::dhrystone, &Benchmark::RunDhrystone },
+    { "fourier", &Benchmark::fourier, &Benchmark::RunFourier },
+    { "whetstone", &Benchmark::whetstone, &Benchmark::RunWhetstone },
+    { "sieve", &Benchmark::sieve, &Benchmark::RunSieve },
+    { "lifecycle", &Benchmark::fileLifeCycle, &Benchmark::RunFileLifeCycle },
+    { "io", &Benchmark::fileIO, &Benchmark::RunFileIO },
 };

@@ -216,6 +216,5 @@ bool Dhrystone::Function_3(const Enumeration& value)
 void Benchmark::RunDhrystone()
 {
     Dhrystone kernel;
-    Measure(
-        { "Dhrystone", kIterations, kIterations, 500, "IPS" }, [&] { kernel.Run(kIterations); });
+    Measure(TestNamed("Dhrystone"), kIterations, [&] { kernel.Run(kIterations); });
 }

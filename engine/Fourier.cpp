@@ -79,5 +79,5 @@ void Fourier::Run(const int& iterations)
 void Benchmark::RunFourier()
 {
     Fourier kernel;
-    Measure({ "Fourier", 100, 100, 550, "FLOPS" }, [&] { kernel.Run(100); });
+    Measure(TestNamed("Fourier"), 100, [&] { kernel.Run(100); });
 }

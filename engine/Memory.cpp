@@ -10,7 +10,7 @@ namespace {
 constexpr long kRounds = 400000;
 constexpr size_t kBlockSize = 512;
 constexpr long kBytes = kRounds * long(kBlockSize);
-constexpr long kMegabytes = kBytes / 1048576;
+static_assert(TestNamed("Memory").work == kBytes / 1048576);
 
 } // namespace
 
@@ -31,5 +31,5 @@ long AllocateAndClear(long rounds)
 
 void Benchmark::RunMemory()
 {
-    Measure({ "Memory", kMegabytes, kRounds, 200, "MB/sec" }, [] { AllocateAndClear(kRounds); });
+    Measure(TestNamed("Memory"), kRounds, [] { AllocateAndClear(kRounds); });
 }

@@ -10,7 +10,8 @@ namespace {
 
 constexpr long kFiles = 1000;
 constexpr long kBlocks = 10000;
-constexpr long kKilobytes = kBlocks * long(BlockFile::kBlockSize) / 1024;
+static_assert(TestNamed("Disk File Output").work == kBlocks * long(BlockFile::kBlockSize) / 1024);
+static_assert(TestNamed("Disk File Creation").work == kFiles);
 
 BPath TemporaryFile(const char* name)
 {
@@ -42,25 +43,21 @@ void Benchmark::RunFileLifeCycle()
     TestFiles files;
     files.SetPathPrefix(TemporaryFile("tarvex_lc_test").Path());
     files.SetIndexRange(0, kFiles - 1);
-    Measure({ "Disk File Creation", kFiles, kFiles, 900, "files/second" },
-        [&] { files.Do(FileLife::kCreate); });
-    Measure({ "Disk File Deletion", kFiles, kFiles, 901, "files/second" },
-        [&] { files.Do(FileLife::kRemove); });
+    Measure(TestNamed("Disk File Creation"), kFiles, [&] { files.Do(FileLife::kCreate); });
+    Measure(TestNamed("Disk File Deletion"), kFiles, [&] { files.Do(FileLife::kRemove); });
 }
 
 void Benchmark::RunFileIO()
 {
     BlockFile file(TemporaryFile("tarvex_io_test").Path());
     if (file.Open("wb")) {
-        Measure({ "Disk File Output", kKilobytes, kBlocks, 800, "KB/sec" },
-            [&] { file.Write(kBlocks); });
+        Measure(TestNamed("Disk File Output"), kBlocks, [&] { file.Write(kBlocks); });
         file.Close();
     } else {
         fprintf(stderr, "Error writing <%s>\n", file.path.c_str());
     }
     if (file.Open("rb")) {
-        Measure(
-            { "Disk File Input", kKilobytes, kBlocks, 801, "KB/sec" }, [&] { file.Read(kBlocks); });
+        Measure(TestNamed("Disk File Input"), kBlocks, [&] { file.Read(kBlocks); });
         file.Close();
     } else {
         fprintf(stderr, "Error reading <%s>\n", file.path.c_str());

@@ -36,10 +36,10 @@ void RunAtOnce(const std::vector<WhetstoneThread>& threads)
 void Benchmark::RunWhetstone()
 {
     Whetstone single;
-    Measure({ "Whetstone", 100, 0, 600, "MWIPS" }, [&] { single.Run(kIterations); });
+    Measure(TestNamed("Whetstone"), 0, [&] { single.Run(kIterations); });
 
     Whetstone repeated;
-    Measure({ "Ten Sequential Whetstones", 0, 0, 601, "seconds" }, [&] {
+    Measure(TestNamed("Ten Sequential Whetstones"), 0, [&] {
         for (int i = 0; i < kWhetstones; i++)
             repeated.Run(kIterations);
     });
@@ -47,5 +47,5 @@ void Benchmark::RunWhetstone()
     std::vector<WhetstoneThread> threads(kWhetstones);
     for (int i = 0; i < kWhetstones; i++)
         threads[size_t(i)].Go(kIterations, i);
-    Measure({ "Ten Threaded Whetstones", 0, 0, 602, "seconds" }, [&] { RunAtOnce(threads); });
+    Measure(TestNamed("Ten Threaded Whetstones"), 0, [&] { RunAtOnce(threads); });
 }

@@ -48,5 +48,5 @@ double SavageSteps(long steps)
 
 void Benchmark::RunSavage()
 {
-    Measure({ "Savage", 300, kSteps, 300, "KIPS" }, [] { SavageSteps(kSteps); });
+    Measure(TestNamed("Savage"), kSteps, [] { SavageSteps(kSteps); });
 }

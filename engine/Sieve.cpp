@@ -41,7 +41,7 @@ void Benchmark::RunSieve()
 {
     char* flags = NewFlags();
     long passes = 0;
-    Metric* metric = Measure({ "Sieve", 0, 0, 700, "IPS" }, [&] {
+    Metric* metric = Measure(TestNamed("Sieve"), 0, [&] {
         const bigtime_t start = system_time();
         do {
             SievePass(flags);

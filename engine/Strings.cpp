@@ -59,8 +59,10 @@ void Benchmark::RunStrings()
     Opaque(source);
     const long length = long(WordwiseLength(source));
 
-    Measure({ "Strings Copy", kMillionRounds * length, kRounds, 100, "MegaChars/sec" },
-        [&] { CopyText(copy, source, kRounds); });
-    Measure({ "Strings Compare", kMillionRounds * length, kRounds, 101, "MegaChars/sec" },
-        [&] { CompareText(copy, source, kRounds); });
+    const auto measure = [&](const TestType& test, const auto& kernel) {
+        if (Metric* metric = Measure(test, kRounds, kernel))
+            metric->NbrCycles(kMillionRounds * length);
+    };
+    measure(TestNamed("Strings Copy"), [&] { CopyText(copy, source, kRounds); });
+    measure(TestNamed("Strings Compare"), [&] { CompareText(copy, source, kRounds); });
 }

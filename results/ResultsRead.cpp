@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "foundation/LibStringIterator.h"
-#include "results/MetricNames.h"
 #include "results/Results.h"
+#include "results/TestCatalogue.h"
 
 namespace {
 

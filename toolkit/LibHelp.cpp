@@ -54,23 +54,23 @@ bool LibHelp::ReadFile(const char* path)
     xmlTag tag;
     bool found = false;
     for (; parser.FindTag("topic", tag); found = true)
-        AddTopic(tag);
+        AddTopic(Attribute(tag, "name"), Attribute(tag, "title"), Paragraphs(tag),
+            Attribute(tag, "tip"));
     parser.Rewind();
     for (; parser.FindTag("tip", tag); found = true)
         SetTip(Attribute(tag, "name"), tag.content);
     return found;
 }
 
-void LibHelp::AddTopic(const xmlTag& tag)
+void LibHelp::AddTopic(const char* name, const char* title, const char* text, const char* tip)
 {
-    const char* name = Attribute(tag, "name");
     auto topic = Find(topics, name);
     if (topic == topics.end())
         topic = topics.emplace(topics.end());
     topic->name = name;
-    topic->title = Attribute(tag, "title");
-    topic->text = Paragraphs(tag);
-    if (const char* tip = Attribute(tag, "tip"); *tip)
+    topic->title = title;
+    topic->text = text;
+    if (*tip)
         SetTip(name, tip);
 }
 

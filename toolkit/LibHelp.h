@@ -27,6 +27,9 @@ public:
     bool ReadFile(const char* path);
     bool ReadText(const char* xml); // the file's contents
 
+    // A topic that stands in no file, in place of one of the same name; an empty tip: none.
+    void AddTopic(const char* name, const char* title, const char* text, const char* tip);
+
     // The files that the application keeps in its resources.
     void ReadResources();
     // Puts the file into the application's resources, in place of one of the same name. False, with
@@ -44,8 +47,6 @@ private:
         LibString name;
         LibString text;
     };
-
-    void AddTopic(const xmlTag& tag);
 
     std::deque<LibHelpTopic> topics;
     std::deque<Tip> tips;

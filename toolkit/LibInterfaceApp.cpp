@@ -50,6 +50,7 @@ void LibInterfaceApp::ReadOwnHelp()
     hasOwnHelp = true;
     if (ownHelp)
         help.ReadText(ownHelp);
+    AddHelp(help);
     LibSetToolTips(&help);
     LibShowToolTips(showsTips);
 }

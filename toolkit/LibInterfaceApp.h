@@ -24,6 +24,8 @@ public:
     void MessageReceived(BMessage* message) override;
 
 protected:
+    // Adds help of the program that stands in no file, behind that of the constructor's text.
+    virtual void AddHelp(LibHelp&) { }
     // Shows the help on a topic, or on the first one where there is none on it.
     void ShowHelp(const char* topic);
 

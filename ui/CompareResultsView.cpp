@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "results/MetricNames.h"
+#include "results/TestCatalogue.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/CompareWin.h"
 #include "ui/CpuColor.h"

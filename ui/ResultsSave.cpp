@@ -1,6 +1,7 @@
 // How the results window saves and sends a run.
 #include "foundation/LibPath.h"
 #include "results/ResultsFile.h"
+#include "results/TestCatalogue.h"
 #include "sysinfo/LibDeviceInfo.h"
 #include "toolkit/Maker.h"
 #include "toolkit/MessageBoxes.h"
@@ -17,15 +18,9 @@
 #include <cstdio>
 #include <cstring>
 
-namespace {
-
-constexpr int32 kCompleteRun = 27; // metrics
-
-} // namespace
-
 void ResultsWin::SaveResults()
 {
-    if (results.Size() != kCompleteRun && !WantsIncompleteRun())
+    if (results.Size() != CompleteRunSize() && !WantsIncompleteRun())
         return;
     LibDeviceInfo devices;
     if (devices.AllDevicesKnown())

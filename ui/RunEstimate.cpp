@@ -1,9 +1,11 @@
 #include "ui/RunEstimate.h"
 
+#include "sysinfo/LibSysInfo.h"
+
 int32 RunEstimate::Seconds() const
 {
     int32 sum = 0;
-    for (int32 i = 0; i < kNbrTestGroups; i++)
+    for (size_t i = 0; i < kNbrTestGroups; i++)
         sum += selected[i] ? kTestGroups[i].seconds : 0;
     return sum * nbrCpus;
 }
@@ -14,4 +16,9 @@ LibString RunEstimate::Text() const
     LibString text;
     text.Formatted("%d:%2.2d", total / 60, total % 60);
     return text;
+}
+
+bool SuitsGraphicsTests(const LibSysInfo& info)
+{
+    return info.screenWidth == 1024 && info.screenHeight == 768 && info.colorSpace == B_CMAP8;
 }

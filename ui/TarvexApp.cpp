@@ -2,6 +2,7 @@
 
 #include "foundation/LibAppInfo.h"
 #include "results/ResultsFile.h"
+#include "results/TestCatalogue.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/AboutSysWindow.h"
 #include "ui/HelpText.h"
@@ -52,6 +53,13 @@ BWindow* TarvexApp::Window()
         window->Show();
     }
     return window;
+}
+
+void TarvexApp::AddHelp(LibHelp& topics)
+{
+    for (const TestGroup& group : kTestGroups)
+        if (group.box != GroupBox::kNone)
+            topics.AddTopic(group.viewName, group.label, group.help, group.tip);
 }
 
 BWindow* TarvexApp::MakeSystemWindow()

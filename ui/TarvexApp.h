@@ -22,6 +22,7 @@ public:
     bool QuitRequested() override;
 
 protected:
+    void AddHelp(LibHelp& topics) override;
     BWindow* MakeSystemWindow() override;
 
 private:

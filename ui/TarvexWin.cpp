@@ -16,6 +16,7 @@
 #include <OS.h>
 #include <StringView.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -43,6 +44,13 @@ BRect RowFrame(int32 row)
 {
     const float top = kBoxTop + kRowHeight * float(row);
     return BRect(kInset, top, kWidth - 2 * kMargin - kInset, top + kRowHeight - 2);
+}
+
+bool IsOfCheckBox(const BMessage& message)
+{
+    return std::any_of(std::begin(kTestGroups), std::end(kTestGroups), [&](const TestGroup& group) {
+        return group.box != GroupBox::kNone && group.what == message.what;
+    });
 }
 
 int32 NbrCpus()
@@ -95,12 +103,8 @@ void TarvexWin::AddViews()
     AddChild(background);
 
     float top = kMargin;
-    BBox* cpuBox = AddBox(top, "cpubox", "Architecture", kFirstDiskGroup);
-    for (int32 group = 0; group < kFirstDiskGroup; group++)
-        AddGroup(cpuBox, group, group);
-    BBox* diskBox = AddBox(top, "diskbox", "Disk", kNbrTestGroups - kFirstDiskGroup);
-    AddGroup(diskBox, kLifeCycleGroup, 0);
-    AddGroup(diskBox, kInputOutputGroup, 1);
+    AddGroups(GroupBox::kArchitecture, top, "cpubox", "Architecture");
+    AddGroups(GroupBox::kDisk, top, "diskbox", "Disk");
 
     statusBox = AddBox(top, "timebox", kEstimateLabel, 1);
     statusText = new BStringView(RowFrame(0), "est_time", "0:00");
@@ -122,14 +126,23 @@ BBox* TarvexWin::AddBox(float& top, const char* name, const char* label, int32 r
     return box;
 }
 
-void TarvexWin::AddGroup(BBox* box, int32 group, int32 row)
+// Adds a box with a check box for each group that stands there.
+void TarvexWin::AddGroups(GroupBox where, float& top, const char* name, const char* label)
 {
-    const TestGroup& test = kTestGroups[group];
-    groups[group] =
-        new BCheckBox(RowFrame(row), test.viewName, test.label, new BMessage(test.what));
-    box->AddChild(groups[group]);
-    // Only the box and its label take clicks, not the space beside them.
-    groups[group]->ResizeToPreferred();
+    const auto isThere = [where](const TestGroup& group) { return group.box == where; };
+    const auto rows = std::count_if(std::begin(kTestGroups), std::end(kTestGroups), isThere);
+    BBox* box = AddBox(top, name, label, int32(rows));
+    int32 row = 0;
+    for (size_t i = 0; i < kNbrTestGroups; i++) {
+        const TestGroup& group = kTestGroups[i];
+        if (!isThere(group))
+            continue;
+        groups[i] =
+            new BCheckBox(RowFrame(row++), group.viewName, group.label, new BMessage(group.what));
+        box->AddChild(groups[i]);
+        // Only the box and its label take clicks, not the space beside them.
+        groups[i]->ResizeToPreferred();
+    }
 }
 
 // Made when the first run ends, so that the main window need not wait for it. Its thread runs from
@@ -157,7 +170,8 @@ void TarvexWin::SelectAll()
     if (!Lock())
         return;
     for (BCheckBox* group : groups)
-        group->SetValue(B_CONTROL_ON);
+        if (group)
+            group->SetValue(B_CONTROL_ON);
     SetDescription();
     EstimateTime();
     Unlock();
@@ -168,15 +182,15 @@ int32 TarvexWin::CountSelected()
     if (!Lock())
         return 0;
     int32 count = 0;
-    for (int32 group = 0; group < kNbrTestGroups; group++)
+    for (size_t group = 0; group < kNbrTestGroups; group++)
         count += IsSelected(group) ? 1 : 0;
     Unlock();
     return count;
 }
 
-bool TarvexWin::IsSelected(int32 group) const
+bool TarvexWin::IsSelected(size_t group) const
 {
-    return groups[group]->Value() == B_CONTROL_ON;
+    return groups[group] && groups[group]->Value() == B_CONTROL_ON;
 }
 
 void TarvexWin::EstimateTime()
@@ -185,7 +199,7 @@ void TarvexWin::EstimateTime()
         return;
     RunEstimate estimate;
     estimate.nbrCpus = NbrCpus();
-    for (int32 group = 0; group < kNbrTestGroups; group++)
+    for (size_t group = 0; group < kNbrTestGroups; group++)
         estimate.selected[group] = IsSelected(group);
     if (!running)
         statusText->SetText(estimate.Text());
@@ -202,7 +216,7 @@ void TarvexWin::StartTest()
     const LibSysInfo info;
     if (!Lock())
         return;
-    if (running || (IsSelected(kGraphicsGroup) && !ScreenIsAccepted(info))) {
+    if (running || (IsSelected(GroupIndex("graphics")) && !ScreenIsAccepted(info))) {
         Unlock();
         return;
     }
@@ -210,8 +224,8 @@ void TarvexWin::StartTest()
     running = true;
     SetDescription();
     cursor.Run(kCursorPeriod);
-    for (int32 group = 0; group < kNbrTestGroups; group++)
-        benchmark.*kTestGroups[group].selected = IsSelected(group);
+    for (size_t group = 0; group < kNbrTestGroups; group++)
+        benchmark.*kGroupRuns[group].selected = IsSelected(group);
     statusBox->SetLabel(kStatusLabel);
     Unlock();
 
@@ -295,7 +309,7 @@ void TarvexWin::MessageReceived(BMessage* message)
         case 'BmkS': StatusChange(message); break;
         case 'LThC': BenchmarkChange(message); break;
         default:
-            if (!IsTestGroupMessage(message->what)) {
+            if (!IsOfCheckBox(*message)) {
                 LibWindow::MessageReceived(message);
                 break;
             }

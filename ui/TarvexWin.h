@@ -2,9 +2,9 @@
 #pragma once
 
 #include "engine/Benchmark.h"
+#include "results/TestCatalogue.h"
 #include "toolkit/LibWindow.h"
 #include "ui/AnimateCursor.h"
-#include "ui/TestGroups.h"
 
 #include <Messenger.h>
 
@@ -47,11 +47,11 @@ private:
     void AddMenu();
     void AddViews();
     BBox* AddBox(float& top, const char* name, const char* label, int32 rows);
-    void AddGroup(BBox* box, int32 group, int32 row);
+    void AddGroups(GroupBox where, float& top, const char* name, const char* label);
     void AddResults();
     void QuitResults();
 
-    bool IsSelected(int32 group) const;
+    bool IsSelected(size_t group) const;
     bool ScreenIsAccepted(const LibSysInfo& info);
     void WarnOnce();
     void EndRun();
@@ -59,7 +59,7 @@ private:
     MainMenuBar* menuBar = nullptr;
     BMenuItem* testItem = nullptr;
     BView* background = nullptr;
-    BCheckBox* groups[kNbrTestGroups] = {};
+    BCheckBox* groups[kNbrTestGroups] = {}; // null: the group has none
     BBox* statusBox = nullptr;
     BStringView* statusText = nullptr; // the estimate or the status
     bool warned = false; // of the pass with one processor

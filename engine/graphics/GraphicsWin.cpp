@@ -1,6 +1,7 @@
 #include "engine/graphics/GraphicsWin.h"
 
 #include "results/Results.h"
+#include "results/TestCatalogue.h"
 
 #include <View.h>
 
@@ -28,10 +29,7 @@ rgb_color Color()
 
 struct GraphicsWin::Test {
     const char* title;
-    const char* metric;
-    const char* units;
-    long index;
-    long cycles;
+    const TestType& type;
     long shapes;
     int randsPerShape; // for its coordinates
 };
@@ -101,15 +99,15 @@ void GraphicsWin::Measure(const Test& test, Results& results, Draw draw)
     SetTitle(test.title);
     if (!Lock())
         return;
-    if (Metric* metric = results.NewTest(test.metric, test.cycles)) {
+    if (Metric* metric = results.NewTest(test.type.name, test.type.work)) {
         // Takes off the coordinates' calls of rand(), not the colours': published rates count
         // these.
         results.Calibrate(test.shapes, test.randsPerShape);
         results.StartTimer();
         DrawShapes<sending>(test.shapes, draw);
         metric->Time(static_cast<float>(results.EndTimer()));
-        metric->Index(test.index);
-        metric->Units(test.units);
+        metric->Index(test.type.id);
+        metric->Units(test.type.units);
     }
     Unlock();
     ClearView();
@@ -118,8 +116,7 @@ void GraphicsWin::Measure(const Test& test, Results& results, Draw draw)
 void GraphicsWin::TestLinesFlushed(Results& results)
 {
     Measure<Sending::kFlushed>(
-        { "Flushed Lines", "Graphics Lines Flushed", "vectors/sec", 1010, 10000, 10000, 4 },
-        results, [this] {
+        { "Flushed Lines", TestNamed("Graphics Lines Flushed"), 10000, 4 }, results, [this] {
             const BPoint from = Point();
             view->StrokeLine(from, Point(), B_SOLID_HIGH);
         });
@@ -128,8 +125,7 @@ void GraphicsWin::TestLinesFlushed(Results& results)
 void GraphicsWin::TestLinesUnflushed(Results& results)
 {
     Measure<Sending::kUnflushed>(
-        { "Unflushed Lines", "Graphics Lines Unflushed", "vectors/sec", 1011, 20000, 20000, 4 },
-        results, [this] {
+        { "Unflushed Lines", TestNamed("Graphics Lines Unflushed"), 20000, 4 }, results, [this] {
             const BPoint from = Point();
             view->StrokeLine(from, Point(), B_SOLID_HIGH);
         });
@@ -139,66 +135,63 @@ void GraphicsWin::TestStringsFlushed(Results& results)
 {
     // Thousands of characters, nine of them a string as in all published figures.
     Measure<Sending::kFlushed>(
-        { "Flushed Strings", "Graphics Strings Flushed", "KiloChars/sec", 1050, 90, 10000, 2 },
-        results, [this] { view->DrawString("Tarvex", Point()); });
+        { "Flushed Strings", TestNamed("Graphics Strings Flushed"), 10000, 2 }, results,
+        [this] { view->DrawString("Tarvex", Point()); });
 }
 
 void GraphicsWin::TestStringsUnflushed(Results& results)
 {
     Measure<Sending::kUnflushed>(
-        { "Unflushed Strings", "Graphics Strings Unflushed", "KiloChars/sec", 1051, 180, 20000, 2 },
-        results, [this] { view->DrawString("Tarvex", Point()); });
+        { "Unflushed Strings", TestNamed("Graphics Strings Unflushed"), 20000, 2 }, results,
+        [this] { view->DrawString("Tarvex", Point()); });
 }
 
 void GraphicsWin::TestEllipsesFlushed(Results& results)
 {
     Measure<Sending::kFlushed>(
-        { "Flushed Ellipses", "Graphics Ellipses Flushed", "ellipses/sec", 1020, 10000, 10000, 4 },
-        results, [this] { view->StrokeEllipse(Rect(), B_SOLID_HIGH); });
+        { "Flushed Ellipses", TestNamed("Graphics Ellipses Flushed"), 10000, 4 }, results,
+        [this] { view->StrokeEllipse(Rect(), B_SOLID_HIGH); });
 }
 
 void GraphicsWin::TestEllipsesUnflushed(Results& results)
 {
-    Measure<Sending::kUnflushed>({ "Unflushed Ellipses", "Graphics Ellipses Unflushed",
-                                     "ellipses/sec", 1021, 10000, 10000, 4 },
-        results, [this] { view->StrokeEllipse(Rect(), B_SOLID_HIGH); });
+    Measure<Sending::kUnflushed>(
+        { "Unflushed Ellipses", TestNamed("Graphics Ellipses Unflushed"), 10000, 4 }, results,
+        [this] { view->StrokeEllipse(Rect(), B_SOLID_HIGH); });
 }
 
 void GraphicsWin::TestEllipsesFilledUnflushed(Results& results)
 {
     Measure<Sending::kUnflushed>(
-        { "Unflushed Filled Ellipses", "Graphics Ellipses Unflushed Filled", "ellipses/sec", 1022,
-            10000, 10000, 4 },
+        { "Unflushed Filled Ellipses", TestNamed("Graphics Ellipses Unflushed Filled"), 10000, 4 },
         results, [this] { view->FillEllipse(Rect(), B_SOLID_HIGH); });
 }
 
 void GraphicsWin::TestRectanglesFlushed(Results& results)
 {
-    Measure<Sending::kFlushed>({ "Flushed Rectangles", "Graphics Rectangles Flushed",
-                                   "rectangles/sec", 1030, 10000, 10000, 4 },
-        results, [this] { view->StrokeRect(Rect(), B_SOLID_HIGH); });
+    Measure<Sending::kFlushed>(
+        { "Flushed Rectangles", TestNamed("Graphics Rectangles Flushed"), 10000, 4 }, results,
+        [this] { view->StrokeRect(Rect(), B_SOLID_HIGH); });
 }
 
 void GraphicsWin::TestRectanglesUnflushed(Results& results)
 {
-    Measure<Sending::kUnflushed>({ "Unflushed Rectangles", "Graphics Rectangles Unflushed",
-                                     "rectangles/sec", 1031, 50000, 50000, 4 },
-        results, [this] { view->StrokeRect(Rect(), B_SOLID_HIGH); });
+    Measure<Sending::kUnflushed>(
+        { "Unflushed Rectangles", TestNamed("Graphics Rectangles Unflushed"), 50000, 4 }, results,
+        [this] { view->StrokeRect(Rect(), B_SOLID_HIGH); });
 }
 
 void GraphicsWin::TestRectanglesFilledUnflushed(Results& results)
 {
-    Measure<Sending::kUnflushed>(
-        { "Unflushed Filled Rectangles", "Graphics Rectangles Unflushed Filled", "rectangles/sec",
-            1032, 10000, 10000, 4 },
+    Measure<Sending::kUnflushed>({ "Unflushed Filled Rectangles",
+                                     TestNamed("Graphics Rectangles Unflushed Filled"), 10000, 4 },
         results, [this] { view->FillRect(Rect(), B_SOLID_HIGH); });
 }
 
 void GraphicsWin::TestPolygonsFlushed(Results& results)
 {
     Measure<Sending::kFlushed>(
-        { "Flushed Polygons", "Graphics Polygons Flushed", "polygons/sec", 1040, 10000, 10000, 6 },
-        results, [this] {
+        { "Flushed Polygons", TestNamed("Graphics Polygons Flushed"), 10000, 6 }, results, [this] {
             const BPoint first = Point();
             const BPoint second = Point();
             view->StrokeTriangle(first, second, Point(), B_SOLID_HIGH);
@@ -207,9 +200,9 @@ void GraphicsWin::TestPolygonsFlushed(Results& results)
 
 void GraphicsWin::TestPolygonsUnflushed(Results& results)
 {
-    Measure<Sending::kUnflushed>({ "Unflushed Polygons", "Graphics Polygons Unflushed",
-                                     "polygons/sec", 1041, 10000, 10000, 6 },
-        results, [this] {
+    Measure<Sending::kUnflushed>(
+        { "Unflushed Polygons", TestNamed("Graphics Polygons Unflushed"), 10000, 6 }, results,
+        [this] {
             const BPoint first = Point();
             const BPoint second = Point();
             view->StrokeTriangle(first, second, Point(), B_SOLID_HIGH);
@@ -219,8 +212,7 @@ void GraphicsWin::TestPolygonsUnflushed(Results& results)
 void GraphicsWin::TestPolygonsFilledUnflushed(Results& results)
 {
     Measure<Sending::kUnflushed>(
-        { "Unflushed Filled Polygons", "Graphics Polygons Unflushed Filled", "polygons/sec", 1042,
-            10000, 10000, 6 },
+        { "Unflushed Filled Polygons", TestNamed("Graphics Polygons Unflushed Filled"), 10000, 6 },
         results, [this] {
             const BPoint first = Point();
             const BPoint second = Point();

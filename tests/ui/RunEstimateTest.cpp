@@ -12,15 +12,15 @@ TEST(RunEstimate, EachPassTakesTheSumOfItsGroups)
         const char* text;
     } rows[] = {
         { 0, 2, "0:00" },
-        { 1 << kGraphicsGroup, 1, "1:20" },
-        { 1023, 1, "1:59" },
-        { 1023, 8, "15:52" },
-        { 1 << kGraphicsGroup | 1 << kLifeCycleGroup, 4, "6:04" },
+        { 1 << GroupIndex("graphics"), 1, "1:20" },
+        { 2047, 1, "1:59" },
+        { 2047, 8, "15:52" },
+        { 1 << GroupIndex("graphics") | 1 << GroupIndex("lifecycle"), 4, "6:04" },
     };
     for (const auto& row : rows) {
         RunEstimate estimate;
         estimate.nbrCpus = row.nbrCpus;
-        for (int i = 0; i < kNbrTestGroups; i++)
+        for (size_t i = 0; i < kNbrTestGroups; i++)
             estimate.selected[i] = (row.groups >> i & 1) != 0;
         EXPECT_STREQ(estimate.Text(), row.text);
     }

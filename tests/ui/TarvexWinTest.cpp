@@ -87,7 +87,9 @@ TEST_F(TarvexWinTest, EveryTickChangesEstimateAndTestItem)
     estimate.nbrCpus = NbrCpus();
     EXPECT_FALSE(TestIsEnabled());
     screen::Key("ctrl+t"); // nothing to test
-    for (int32 group = 0; group < kNbrTestGroups; group++) {
+    for (size_t group = 0; group < kNbrTestGroups; group++) {
+        if (kTestGroups[group].box == GroupBox::kNone)
+            continue;
         screen::Click(kTestGroups[group].viewName);
         estimate.selected[group] = true;
         EXPECT_TRUE(Shows("est_time", estimate.Text().operator const char*())) << group;
@@ -95,6 +97,8 @@ TEST_F(TarvexWinTest, EveryTickChangesEstimateAndTestItem)
     }
     const std::string all = Find("est_time").text;
     for (const TestGroup& group : kTestGroups) {
+        if (group.box == GroupBox::kNone)
+            continue;
         EXPECT_EQ(Find(group.viewName).text, group.label);
         screen::Click(group.viewName);
     }
