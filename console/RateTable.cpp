@@ -13,31 +13,31 @@ struct Widths {
     size_t units = std::string("Units").size();
     size_t rate = 12;
 
-    explicit Widths(Results& results)
+    explicit Widths(const Results& results)
     {
-        for (const Metric* metric = results.First(); metric; metric = results.Next()) {
-            test = std::max(test, TextOf(metric->description).size());
-            units = std::max(units, TextOf(metric->units).size());
-            for (int slot = 0; slot < metric->Slots(); slot++)
-                rate = std::max(rate, TextOf(FormatRate(metric->Rate(slot))).size() + 2);
+        for (const Metric& metric : results) {
+            test = std::max(test, TextOf(metric.description).size());
+            units = std::max(units, TextOf(metric.units).size());
+            for (int slot = 0; slot < metric.Slots(); slot++)
+                rate = std::max(rate, TextOf(FormatRate(metric.Rate(slot))).size() + 2);
         }
     }
 };
 
 } // namespace
 
-std::string RateTable(Results& results)
+std::string RateTable(const Results& results)
 {
     const Widths widths(results);
     std::string table = PadRight("Test", widths.test + 2) + PadRight("Units", widths.units);
     for (int count = results.nbrCpus; count > 0; count--)
         table += PadLeft(std::to_string(count) + " CPU", widths.rate);
     table += "\n";
-    for (const Metric* metric = results.First(); metric; metric = results.Next()) {
-        table += PadRight(TextOf(metric->description), widths.test + 2)
-            + PadRight(TextOf(metric->units), widths.units);
-        for (int slot = 0; slot < metric->Slots(); slot++)
-            table += PadLeft(TextOf(FormatRate(metric->Rate(slot))), widths.rate);
+    for (const Metric& metric : results) {
+        table += PadRight(TextOf(metric.description), widths.test + 2)
+            + PadRight(TextOf(metric.units), widths.units);
+        for (int slot = 0; slot < metric.Slots(); slot++)
+            table += PadLeft(TextOf(FormatRate(metric.Rate(slot))), widths.rate);
         table += "\n";
     }
     return table;

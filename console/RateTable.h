@@ -6,6 +6,5 @@
 #include <string>
 
 // A line per test: its name, its units, its rate for each processor count, "2 CPU" before "1 CPU".
-// A count that a test has no time for stays blank. Every line ends with a line end. Moves the
-// list's cursor.
-[[nodiscard]] std::string RateTable(Results& results);
+// A count that a test has no time for stays blank. Every line ends with a line end.
+[[nodiscard]] std::string RateTable(const Results& results);

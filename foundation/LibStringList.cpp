@@ -6,13 +6,7 @@
 
 bool LibStringList::Add(const char* s)
 {
-    if (s == nullptr)
-        return false;
-    auto entry = std::make_unique<LibString>(s);
-    if (!Insert(entry.get()))
-        return false;
-    entry.release();
-    return true;
+    return s != nullptr && Insert(std::make_unique<LibString>(s)) != nullptr;
 }
 
 bool LibStringList::InList(const char* s)
@@ -43,8 +37,8 @@ bool LibStringList::Remove(const char* s)
 
 void LibStringList::GetFrom(BMessage& message, const char* name)
 {
-    for (const LibString* entry = First(); entry != nullptr; entry = Next())
-        message.AddString(name, *entry);
+    for (const LibString& entry : *this)
+        message.AddString(name, entry);
 }
 
 void LibStringList::SetTo(const BMessage& message, const char* name)
@@ -65,6 +59,6 @@ void LibStringList::Append(const BMessage& message, const char* name)
 
 void LibStringList::PrintToStream()
 {
-    for (const LibString* entry = First(); entry != nullptr; entry = Next())
-        entry->PrintToStream();
+    for (const LibString& entry : *this)
+        entry.PrintToStream();
 }

@@ -1,15 +1,18 @@
 // The program's one container: a list that owns heap elements, in the order of their insertion,
-// with one cursor built in through which all walking is done:
+// with one cursor built in. A class that is a list marks its current element by the cursor, so
+// First and Next are for whoever means to move that mark; all others walk with
 //
-//     for (Metric* metric = list.First(); metric != nullptr; metric = list.Next())
+//     for (const Metric& metric : list)
 //
-// A class that is a list marks its current element by the cursor, so whoever walks moves that
-// mark. Indices count from 0.
+// Indices count from 0.
 #pragma once
 
 #include <cstdlib>
+#include <iterator>
+#include <memory>
 #include <new>
 #include <type_traits>
+#include <utility>
 
 #include <SupportDefs.h>
 
@@ -36,11 +39,20 @@ public:
     // Appends item, which the list owns from then on; the cursor stays. False, and item still the
     // caller's, if there is no memory.
     bool Insert(T* item);
+    // Appends item and returns it; null, and item deleted, if there is no memory.
+    T* Insert(std::unique_ptr<T> item) { return Insert(item.get()) ? item.release() : nullptr; }
     // Appends a copy of every element of other, whose cursor is past its end afterwards.
     void Insert(LinkList& other);
     // Puts item in front of the element at index and the cursor on it; at index 0 of an empty list
     // it appends. False, and item still the caller's, if there is no such index or no memory.
     bool InsertBefore(T* item, const long& index);
+
+    // Walk over the elements and leave the cursor alone. The element that an iterator is on may
+    // not be removed.
+    auto begin() { return Iterator<T> { head }; }
+    auto end() { return Iterator<T> {}; }
+    auto begin() const { return Iterator<const T> { head }; }
+    auto end() const { return Iterator<const T> {}; }
 
     // Puts the cursor on the first element and returns that, null if the list is empty.
     T* First();
@@ -76,6 +88,27 @@ protected:
     int32 spare = -1;
 
 private:
+    template <class Item>
+    struct Iterator {
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = T;
+        using difference_type = std::ptrdiff_t;
+        using pointer = Item*;
+        using reference = Item&;
+
+        Item& operator*() const { return *node->item; }
+        Item* operator->() const { return node->item; }
+        Iterator& operator++()
+        {
+            node = node->next;
+            return *this;
+        }
+        Iterator operator++(int) { return Iterator { std::exchange(node, node->next) }; }
+        bool operator==(const Iterator&) const = default;
+
+        ListNode<T>* node = nullptr;
+    };
+
     static bool IsEqual(const T& a, const T& b);
     T* Search(const T& probe);
     void WalkForward(ListNode<T>* from, long steps);

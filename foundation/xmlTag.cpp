@@ -24,14 +24,11 @@ xmlTag& xmlTag::operator=(const xmlTag& other)
     modifiers = other.modifiers;
     // Before the own elements go, one of which other may be.
     std::vector<std::unique_ptr<xmlTag>> copies;
-    for (const xmlTag* child = other.children.First(); child != nullptr;
-         child = other.children.Next())
-        copies.push_back(std::make_unique<xmlTag>(*child));
+    for (const xmlTag& child : other.children)
+        copies.push_back(std::make_unique<xmlTag>(child));
     children.Clear();
-    for (auto& copy : copies) {
-        if (children.Insert(copy.get()))
-            copy.release();
-    }
+    for (auto& copy : copies)
+        children.Insert(std::move(copy));
     return *this;
 }
 
@@ -76,15 +73,12 @@ void xmlTag::StripTrailingContent()
 
 void xmlTag::AddChild(xmlTag& child)
 {
-    auto copy = std::make_unique<xmlTag>(child); // before the list changes, in which it may be
-    if (children.Insert(copy.get()))
-        copy.release();
+    children.Insert(std::make_unique<xmlTag>(child));
 }
 
 xmlTag* xmlTag::AddChild()
 {
-    auto child = std::make_unique<xmlTag>();
-    return children.Insert(child.get()) ? child.release() : nullptr;
+    return children.Insert(std::make_unique<xmlTag>());
 }
 
 void xmlTag::SetParentLocation(const int32& location)
@@ -98,6 +92,6 @@ void xmlTag::PrintToStream() const
     fprintf(stderr, "\tcontents <%s>\n", TextOf(content));
     fprintf(stderr, "\tParent Local : %d\n", parentLocation);
     modifiers.PrintToStream();
-    for (const xmlTag* child = children.First(); child != nullptr; child = children.Next())
-        child->PrintToStream();
+    for (const xmlTag& child : children)
+        child.PrintToStream();
 }

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-float ResultList::MaxRate()
+float ResultList::MaxRate() const
 {
     double best = 0;
-    for (const Results* machine = First(); machine != nullptr; machine = Next()) {
+    for (const Results& machine : *this) {
         int slot = 0;
-        if (const Metric* metric = machine->Current())
+        if (const Metric* metric = machine.Current())
             best = std::max(best, metric->MaxRate(slot));
     }
     return static_cast<float>(best);
@@ -15,47 +15,47 @@ float ResultList::MaxRate()
 
 Results* ResultList::Contains(BPoint where)
 {
-    for (Results* machine = First(); machine != nullptr; machine = Next()) {
-        if (machine->Contains(where))
-            return machine;
+    for (Results& machine : *this) {
+        if (machine.Contains(where))
+            return &machine;
     }
     return nullptr;
 }
 
-int ResultList::MaxNbrCpus()
+int ResultList::MaxNbrCpus() const
 {
     int32 most = 0;
-    for (const Results* machine = First(); machine != nullptr; machine = Next())
-        most = std::max(most, machine->nbrCpus);
+    for (const Results& machine : *this)
+        most = std::max(most, machine.nbrCpus);
     return most;
 }
 
 void ResultList::MakeCurrent(const Metric& probe)
 {
-    for (Results* machine = First(); machine != nullptr; machine = Next()) {
+    for (Results& machine : *this) {
         const char* name = probe.description;
-        if (machine->Get(&probe) == nullptr)
+        if (machine.Get(&probe) == nullptr)
             fprintf(stderr, "Unable to make given metric <%s> current\n", name);
     }
 }
 
 void ResultList::FirstCurrent()
 {
-    for (Results* machine = First(); machine != nullptr; machine = Next()) {
-        const char* name = machine->description;
-        if (machine->First() == nullptr)
+    for (Results& machine : *this) {
+        const char* name = machine.description;
+        if (machine.First() == nullptr)
             fprintf(stderr, "Unable to make first current <%s>\n", name);
     }
 }
 
-void ResultList::Save(FILE* file, const int& columns)
+void ResultList::Save(FILE* file, const int& columns) const
 {
-    for (Results* machine = First(); machine != nullptr; machine = Next())
-        machine->Save(file, columns);
+    for (const Results& machine : *this)
+        machine.Save(file, columns);
 }
 
-void ResultList::PrintToStream()
+void ResultList::PrintToStream() const
 {
-    for (const Results* machine = First(); machine != nullptr; machine = Next())
-        machine->PrintToStream();
+    for (const Results& machine : *this)
+        machine.PrintToStream();
 }

@@ -88,11 +88,10 @@ Metric* Results::NewTest(const char* text, const long& cycles)
     metric->NbrCycles(cycles);
     if (Metric* known = Get(metric.get()))
         return known;
-    if (!Insert(metric.get())) {
+    Metric* inserted = Insert(std::move(metric));
+    if (inserted == nullptr)
         fprintf(stderr, "<%s> not inserted\n", text);
-        return nullptr;
-    }
-    return metric.release();
+    return inserted;
 }
 
 void Results::Calibrate(const long& loops, int randsPerLoop)

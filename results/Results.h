@@ -66,18 +66,18 @@ public:
     bool Contains(BPoint where);
     // Writes the record, one line without its end, into buffer, which has kRecordSize bytes.
     // Returns false, with a line on standard error, if it did not fit: then devices are missing,
-    // or, if even these are too many, metrics; what is there is whole. Moves the cursors.
-    bool Write(char* buffer);
+    // or, if even these are too many, metrics; what is there is whole.
+    bool Write(char* buffer) const;
     // Fills results made with isCurrent false from a record. What is damaged is left out, with a
     // line on standard error. Only one digit is read as the processor count, and each metric gets
     // as many times as that says.
     void Read(const char* line);
 
     // Parts of a table with so many columns a metric: the line of the metrics' names, the two lines
-    // of their units and processor counts, and this machine's line. Move the cursor.
-    void SaveHeader(FILE* file, const int& columns);
-    void SaveUnits(FILE* file, const int& columns);
-    void Save(FILE* file, const int& columns);
+    // of their units and processor counts, and this machine's line.
+    void SaveHeader(FILE* file, const int& columns) const;
+    void SaveUnits(FILE* file, const int& columns) const;
+    void Save(FILE* file, const int& columns) const;
 
     // The height of this machine's row in the chart, in pixels.
     [[nodiscard]] float RowHeight() const;
@@ -106,5 +106,5 @@ private:
     void ReadMetric(LibStringIterator& line, const LibString& id);
     void ReadTimes(LibStringIterator& line, Metric& metric);
     void DrawLabel(BView* view, float left, float y, bool selected);
-    void DrawDevices(BView* view, float baseline);
+    void DrawDevices(BView* view, float baseline) const;
 };

@@ -111,12 +111,12 @@ void Results::DrawLabel(BView* view, float left, float y, bool selected)
     view->DrawBitmap(icon.get(), frame);
 }
 
-void Results::DrawDevices(BView* view, float baseline)
+void Results::DrawDevices(BView* view, float baseline) const
 {
     view->SetHighColor(kBlack);
-    for (const auto* device = devices.First(); device != nullptr; device = devices.Next()) {
-        view->DrawString(DeviceLabel(device->type), BPoint(30, baseline));
-        view->DrawString(device->description, BPoint(75, baseline));
+    for (const RelatedDevices& device : devices) {
+        view->DrawString(DeviceLabel(device.type), BPoint(30, baseline));
+        view->DrawString(device.description, BPoint(75, baseline));
         baseline += kDeviceHeight;
     }
 }

@@ -11,12 +11,8 @@ void AppendLine(LinkList<RelatedDevices>& devices, int type, const LibString& te
 {
     auto line = std::make_unique<RelatedDevices>();
     line->Description(type, text);
-    if (devices.Insert(line.get())) {
-        static_cast<void>(line.release());
-        return;
-    }
-    const char* lost = text;
-    fprintf(stderr, "<%s> not inserted\n", lost);
+    if (devices.Insert(std::move(line)) == nullptr)
+        fprintf(stderr, "<%s> not inserted\n", text.operator const char*());
 }
 
 } // namespace

@@ -54,17 +54,17 @@ private:
 
 } // namespace
 
-bool Results::Write(char* buffer)
+bool Results::Write(char* buffer) const
 {
     constexpr size_t kRoom = kRecordSize - 1;
     const std::string machine = TextOf(description);
     const std::string beginning = machine.substr(0, kRoom - 1) + "\t";
     FieldWriter metricFields(kRoom - beginning.size()); // first: they are what was measured
-    for (const Metric* metric = First(); metric != nullptr; metric = Next())
-        metricFields.Add(MetricField(*metric));
+    for (const Metric& metric : *this)
+        metricFields.Add(MetricField(metric));
     FieldWriter deviceFields(kRoom - beginning.size() - metricFields.Text().size());
-    for (const auto* device = devices.First(); device != nullptr; device = devices.Next())
-        deviceFields.Add(DeviceField(*device));
+    for (const RelatedDevices& device : devices)
+        deviceFields.Add(DeviceField(device));
     strcpy(buffer, (beginning + deviceFields.Text() + metricFields.Text()).c_str());
     if (machine.size() < kRoom && metricFields.IsComplete() && deviceFields.IsComplete())
         return true;

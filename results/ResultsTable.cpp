@@ -26,37 +26,37 @@ void Metric::Save(FILE* file, const int& columns) const
         PutCell(file, FormatRate(Rate(slot)));
 }
 
-void Results::SaveHeader(FILE* file, const int& columns)
+void Results::SaveHeader(FILE* file, const int& columns) const
 {
     PutTabs(file, 1);
-    for (const Metric* metric = First(); metric != nullptr; metric = Next()) {
-        PutCell(file, metric->description);
+    for (const Metric& metric : *this) {
+        PutCell(file, metric.description);
         PutTabs(file, columns - 1);
     }
     fputc('\n', file);
 }
 
-void Results::SaveUnits(FILE* file, const int& columns)
+void Results::SaveUnits(FILE* file, const int& columns) const
 {
     PutTabs(file, 1);
-    for (const Metric* metric = First(); metric != nullptr; metric = Next()) {
-        const char* units = metric->units;
+    for (const Metric& metric : *this) {
+        const char* units = metric.units;
         fprintf(file, "(%s)\t", units);
         PutTabs(file, columns - 1);
     }
     fputc('\n', file);
     PutTabs(file, 1);
-    for (const Metric* metric = First(); metric != nullptr; metric = Next()) {
+    for (int32 metric = 0; metric < Size(); metric++) {
         for (int cpus = columns; cpus > 0; cpus--)
             fprintf(file, "%d cpu\t", cpus);
     }
     fputc('\n', file);
 }
 
-void Results::Save(FILE* file, const int& columns)
+void Results::Save(FILE* file, const int& columns) const
 {
     PutCell(file, description);
-    for (const Metric* metric = First(); metric != nullptr; metric = Next())
-        metric->Save(file, columns);
+    for (const Metric& metric : *this)
+        metric.Save(file, columns);
     fputc('\n', file);
 }

@@ -30,14 +30,6 @@ const PciDeviceRow* FindRow(uint16 vendorId, uint16 deviceId)
     return nullptr;
 }
 
-// Appends item, which is gone if there is no memory for its place.
-template <class T>
-void Append(LinkList<T>& list, std::unique_ptr<T> item)
-{
-    if (list.Insert(item.get()))
-        static_cast<void>(item.release());
-}
-
 } // namespace
 
 void LibDeviceInfo::pciDevices()
@@ -50,7 +42,7 @@ void LibDeviceInfo::pciDevices()
             continue;
         item->Type(row->name);
         ObtainPciDevices(row->classId, item.get());
-        Append(*this, std::move(item));
+        Insert(std::move(item));
     }
 }
 
@@ -67,7 +59,7 @@ status_t LibDeviceInfo::ObtainPciDevices(const int& classId, pciItem* item)
         device->VendorId(info.vendor_id);
         device->DeviceId(info.device_id);
         GetDevice(device.get());
-        Append(item->devices, std::move(device));
+        item->devices.Insert(std::move(device));
     }
     return status;
 }
@@ -85,13 +77,13 @@ void LibDeviceInfo::GetDevice(pciDevice* device) const
 bool LibDeviceInfo::FindDevice(const int& classId, LibString& out)
 {
     const pciItem wanted(classId);
-    pciItem* item = Get(&wanted);
-    const pciDevice* device = item != nullptr ? item->devices.First() : nullptr;
-    if (device == nullptr)
+    const pciItem* item = Get(&wanted);
+    if (item == nullptr || item->devices.Size() == 0)
         return false;
-    out = device->vendorLong;
+    const pciDevice& device = *item->devices.begin();
+    out = device.vendorLong;
     out.Concat(", ");
-    out.Concat(device->description);
+    out.Concat(device.description);
     return true;
 }
 
@@ -121,15 +113,15 @@ int LibDeviceInfo::NumberPciDecices(const int& classId) const
 
 bool LibDeviceInfo::AllDevicesKnown()
 {
-    for (pciItem* item = First(); item != nullptr; item = Next()) {
+    for (const pciItem* item = First(); item != nullptr; item = Next()) {
         if (!item->AllDevicesKnown())
             return false;
     }
     return true;
 }
 
-void LibDeviceInfo::PrintToStream()
+void LibDeviceInfo::PrintToStream() const
 {
-    for (pciItem* item = First(); item != nullptr; item = Next())
-        item->PrintToStream();
+    for (const pciItem& item : *this)
+        item.PrintToStream();
 }

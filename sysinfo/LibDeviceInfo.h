@@ -19,16 +19,15 @@ public:
     void GetDevice(pciDevice* device) const;
 
     // Sets out to "vendor, description" of the first device of a class; false, and out as it was,
-    // if there is none. Moves the cursors.
+    // if there is none. Moves the cursor.
     bool FindDevice(const int& classId, LibString& out);
     // Sets classId and name from row index of the class table and moves index on; false, and
     // nothing changes, if there is no such row. Start with 0.
     bool NextClassId(int& index, int& classId, LibString& name) const;
     // How many devices of this class are on the buses.
     int NumberPciDecices(const int& classId) const;
-    // False if a device lacks a name. Moves the cursors, that of this list to the first item that
-    // has such a device.
+    // False if a device lacks a name: the cursor is then on the first item that has such a device.
     bool AllDevicesKnown();
-    // All classes and devices on standard error. Moves the cursors.
-    void PrintToStream();
+    // All classes and devices on standard error.
+    void PrintToStream() const;
 };

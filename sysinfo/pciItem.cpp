@@ -8,29 +8,29 @@ pciItem& pciItem::operator=(pciItem& o)
     return *this;
 }
 
-int pciItem::NumberDevicesUnknown()
+int pciItem::NumberDevicesUnknown() const
 {
     int count = 0;
-    for (const pciDevice* device = devices.First(); device != nullptr; device = devices.Next()) {
-        if (!device->IsVendorMatched() || !device->IsDeviceMatched())
+    for (const pciDevice& device : devices) {
+        if (!device.IsVendorMatched() || !device.IsDeviceMatched())
             count++;
     }
     return count;
 }
 
-void pciItem::Write(FILE* file)
+void pciItem::Write(FILE* file) const
 {
     const char* name = type;
     fprintf(file, "pci class = <%d>, type = <%s>\n", classId, name);
-    for (const pciDevice* device = devices.First(); device != nullptr; device = devices.Next())
-        device->Write(file);
+    for (const pciDevice& device : devices)
+        device.Write(file);
     fprintf(file, "\n");
 }
 
-void pciItem::PrintToStream()
+void pciItem::PrintToStream() const
 {
     const char* name = type;
     fprintf(stderr, "pci %x, type %s\n", static_cast<unsigned>(classId), name);
-    for (const pciDevice* device = devices.First(); device != nullptr; device = devices.Next())
-        device->PrintToStream();
+    for (const pciDevice& device : devices)
+        device.PrintToStream();
 }

@@ -22,13 +22,13 @@ public:
     void ClassId(const int& id) { classId = id; }
     void Type(const char* name) { type = name; }
 
-    // How many devices lack a name. All of the following move the cursor.
-    int NumberDevicesUnknown();
-    bool AllDevicesKnown() { return NumberDevicesUnknown() == 0; }
+    // How many devices lack a name.
+    int NumberDevicesUnknown() const;
+    bool AllDevicesKnown() const { return NumberDevicesUnknown() == 0; }
     // A line for the class, one for each device and an empty one.
-    void Write(FILE* file);
+    void Write(FILE* file) const;
     // Class and devices on standard error.
-    void PrintToStream();
+    void PrintToStream() const;
 
     int classId = 0;
     LibString type; // the class's name

@@ -24,10 +24,10 @@ const char* Attribute(const xmlTag& tag, const char* name)
 LibString Paragraphs(const xmlTag& topic)
 {
     LibString text;
-    for (const xmlTag* child = topic.children.First(); child; child = topic.children.Next()) {
+    for (const xmlTag& child : topic.children) {
         if (!text.IsBlank())
             text.Concat("\n\n");
-        text.Concat(child->content);
+        text.Concat(child.content);
     }
     return text;
 }

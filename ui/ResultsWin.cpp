@@ -100,11 +100,11 @@ void ResultsWin::Update(Results& run, bool allow)
     results = run;
 
     EmptyList();
-    for (Metric* metric = results.First(); metric; metric = results.Next()) {
-        ResultItem* item = new ResultItem(metric->description);
-        item->Units(metric->units);
-        for (int slot = 0; slot < metric->Slots(); slot++)
-            item->Rate(slot, float(metric->Rate(slot)));
+    for (const Metric& metric : results) {
+        ResultItem* item = new ResultItem(metric.description);
+        item->Units(metric.units);
+        for (int slot = 0; slot < metric.Slots(); slot++)
+            item->Rate(slot, float(metric.Rate(slot)));
         list->AddItem(item);
     }
     if (comparison)

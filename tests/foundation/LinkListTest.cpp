@@ -52,6 +52,20 @@ TEST(LinkList, WalkingEndsWithoutCursorAndIsSafeBehindTheEnd)
     EXPECT_FALSE(empty.Remove() || empty.Position(0));
 }
 
+TEST(LinkList, ARangeVisitsEveryElementAndLeavesTheCursorAlone)
+{
+    Letters list("abc");
+    list.Position(1);
+    for (LibString& letter : list)
+        letter.ToUpperCase();
+    EXPECT_EQ(list.Text(), "ABC");
+    EXPECT_STREQ(list.Letter(), "B");
+    const Letters empty("");
+    EXPECT_EQ(empty.begin(), empty.end());
+    EXPECT_STREQ(*list.Insert(std::make_unique<LibString>("D")), "D");
+    EXPECT_EQ(list.Text(), "ABCD");
+}
+
 TEST(LinkList, PositionReachesEveryElementFromEveryOther)
 {
     Letters list("abcdefgh");
