@@ -55,6 +55,14 @@ TEST(LibPath, EntriesAndPathsLeadToEachOther)
     EXPECT_TRUE(LibGetFilePath(&reply, path) && path == (folder / "one/a name").c_str());
 }
 
+TEST(LibPath, UniqueNamesStaySoBehindALongPrefix)
+{
+    BPath one, two;
+    LibUniqueName(one, std::string(300, 'n').c_str());
+    LibUniqueName(two, std::string(300, 'n').c_str());
+    EXPECT_FALSE(one == two);
+}
+
 TEST(LibPath, SizesCountWhatIsInFoldersAndLinksOnlyThemselves)
 {
     const ScratchFolder folder;
