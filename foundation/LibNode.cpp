@@ -151,7 +151,7 @@ bool LibNode::UncompressFile(const char* name, const char* directory, bool repla
     }
     const bool written = file.Write(data.data(), data.size()) == static_cast<ssize_t>(data.size());
     file.Unset();
-    if (!written || !LibUnzip(archive.Path()))
+    if (!written || !LibUnzipWhole(archive.Path()))
         return false;
     LibUnlink(archive.Path());
     return create_directory(directory, 0775) == B_OK && MoveAll(folder.Path(), directory, replace);

@@ -153,7 +153,8 @@ void LibUniqueName(BPath& path, const char* prefix)
 {
     static std::atomic<long> calls = 0;
     char name[B_FILE_NAME_LENGTH];
-    snprintf(name, sizeof(name), "%s%ld%ld%ld", prefix != nullptr ? prefix : "", ++calls,
+    // Not so much of the prefix that no room is left for the numbers, each of up to 20 digits.
+    snprintf(name, sizeof(name), "%.150s%ld%ld%ld", prefix != nullptr ? prefix : "", ++calls,
         static_cast<long>(getpid()), static_cast<long>(time(nullptr)));
     BPath unique;
     if (find_directory(B_COMMON_TEMP_DIRECTORY, &unique, true) == B_OK)

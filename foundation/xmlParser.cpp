@@ -88,15 +88,17 @@ bool xmlParser::ReadLine()
         return false;
     }
     line = LibToInt32(int64 { line } + 1);
-    const size_t length = strlen(buffer);
+    size_t length = strlen(buffer);
     if (length > 0 && buffer[length - 1] == '\n') {
-        buffer[length - 1] = '\0';
+        buffer[--length] = '\0';
     } else if (length == kLineLength) {
         const int next = getc(file); // the line end of a line that just fits
         endsLine = next == '\n' || next == EOF;
         if (!endsLine)
             ungetc(next, file);
     }
+    if (endsLine && length > 0 && buffer[length - 1] == '\r')
+        buffer[length - 1] = '\0';
     return true;
 }
 
@@ -115,11 +117,16 @@ bool xmlParser::Advance()
 // character.
 bool xmlParser::AdvanceInTag(char& c)
 {
-    const bool wasInLine = buffer[column] != '\0';
-    if (wasInLine && buffer[column + 1] == '\0' && endsLine) {
+    const bool endsPiece = buffer[column] != '\0' && buffer[column + 1] == '\0';
+    if (endsPiece && endsLine) {
         column++;
         c = ' ';
         return true;
+    }
+    if (endsPiece) {
+        const bool more = ReadLine(); // of which nothing may be left but its end
+        c = more && buffer[0] == '\0' ? ' ' : buffer[0];
+        return more;
     }
     const bool more = Advance();
     c = buffer[column];

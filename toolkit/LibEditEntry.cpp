@@ -19,10 +19,10 @@ bool IsLongerWith(const std::string& name, const std::string& beginning)
 
 } // namespace
 
-LibEditEntry::LibEditEntry(BRect frame, const char* name, const char* text, int32 maxBytes)
+LibEditEntry::LibEditEntry(BRect frame, const char* name, const char* text, int32 maxCharacters)
     : BTextControl(frame, name, nullptr, text, nullptr)
 {
-    TextView()->SetMaxBytes(maxBytes);
+    TextView()->SetMaxCharacters(maxCharacters);
     SetModificationMessage(new BMessage(kMsgTextChanged));
 }
 

@@ -30,7 +30,7 @@ constexpr float kEntryInset = 2;
 constexpr float kLabelWidth = 55;
 constexpr float kKnownWidth = 150;
 constexpr float kKnownHeight = 20;
-constexpr int32 kMostBytes = 50;
+constexpr int32 kMostCharacters = 50;
 constexpr float kFontSize = 10;
 constexpr float kAroundWindow = 60; // of the screen's height: the window's border, a panel
 
@@ -62,7 +62,7 @@ BStringView* KnownName(
 
 LibEditEntry* NewEntry(const LibString& name, const LibString& text)
 {
-    auto* entry = new LibEditEntry(BRect(), name, text, kMostBytes);
+    auto* entry = new LibEditEntry(BRect(), name, text, kMostCharacters);
     entry->SetFontSize(kFontSize);
     return entry;
 }

@@ -71,6 +71,9 @@ TEST(xmlParser, FindsElementsWithTheirParts)
         { "?xml", "<?xml version=\"1.0\"?>", "?xml(version=1.0 ?=)[]" },
         { "a", "<a>" + kilobyte + "y</a>", "a()[" + kilobyte + "y]" },
         { "a", std::string(1022, '-') + "<a\nx=1>t</a>", "a(x=1)[t]" },
+        { "a", "<a\r\nx=1 y='two\r\nlines'>o\rn\r\n\r\ne</a>\r\n", "a(x=1 y=two lines)[o\rne]" },
+        { "a", std::string(1021, '-') + "<a\r\nx=1>t</a>", "a(x=1)[t]" }, // 1024 bytes with "\r"
+        { "a", std::string(1022, '-') + "<a\r\nx=1>t</a>", "a(x=1)[t]" },
         { "a", std::string("<a>o\0ne\ntwo</a>", 15), "a()[otwo]" },
         { "a", "<a>\xff\xc3</a>", "a()[\xff\xc3]" }, { "a", "", "" } };
     for (const auto& [name, text, tag] : rows)

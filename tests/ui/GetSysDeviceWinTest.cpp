@@ -82,6 +82,14 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
     EXPECT_FALSE(Find("Bridge").exists);
 
     Fill("device_1-2_0xABC", "Typed & kept");
+    std::string letters;
+    for (int i = 0; i < 50; i++)
+        letters += "\xc3\xa4"; // two bytes each
+    WithLock(fForm, [&] {
+        auto* entry = dynamic_cast<BTextControl*>(fForm->FindView("vendor_2-2_0x1AF4"));
+        entry->SetText((letters + "\xc3\xa4").c_str());
+    });
+    EXPECT_EQ(TextOf("vendor_2-2_0x1AF4"), letters);
     Fill("vendor_2-2_0x1AF4", "A vendor of my own");
     Fill("device_2-2_0x1041", "Some card of which the name has more than fifty letters");
     const std::string cut = "Some card of which the name has more than fifty le";

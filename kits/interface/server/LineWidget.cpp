@@ -25,11 +25,11 @@ void LineWidget::Changed()
     Report(false);
 }
 
-// What the user puts in beyond the most bytes falls off at its own end, not at that of the text.
+// What the user puts in beyond the limit falls off at its own end, not at that of the text.
 void LineWidget::CutInsertion()
 {
     const bool wasQuiet = std::exchange(fIsQuiet, true);
-    while (text().toUtf8().size() > fMaxBytes)
+    while (!fLimit.Allows(text()))
         cursorPosition() > 0 ? backspace() : del();
     fIsQuiet = wasQuiet;
 }
@@ -93,7 +93,7 @@ void LineWidget::focusOutEvent(QFocusEvent* event)
 void LineWidget::SetContents(const QString& contents)
 {
     const bool wasQuiet = std::exchange(fIsQuiet, true);
-    setText(CutToBytes(contents, fMaxBytes));
+    setText(fLimit.Cut(contents));
     setCursorPosition(0);
     fIsQuiet = wasQuiet;
     fVersion++;
@@ -124,10 +124,10 @@ void LineWidget::GetSelectedBytes(int32& start, int32& finish) const
     finish = ByteOfPlace(text(), last);
 }
 
-void LineWidget::SetMaxBytes(int32 most)
+void LineWidget::SetLimit(const TextLimit& limit)
 {
-    fMaxBytes = most;
-    if (text().toUtf8().size() > most)
+    fLimit = limit;
+    if (!limit.Allows(text()))
         SetContents(text());
 }
 

@@ -23,7 +23,7 @@ public:
     void GetSelectedBytes(int32& start, int32& finish) const override;
     void Hold() override { fHolds++; }
     void Release() override;
-    void SetMaxBytes(int32 most) override;
+    void SetLimit(const TextLimit& limit) override;
     void SetManners(bool editable, bool selectable, bool wraps) override;
     void SetTextRect(BRect rect, QSize view) override;
     int TextHeight() const override;
@@ -41,7 +41,7 @@ private:
     void Finish();
 
     const std::shared_ptr<ViewLink> fLink;
-    int32 fMaxBytes = INT32_MAX;
+    TextLimit fLimit;
     int32 fVersion = 0;
     int32 fHolds = 0;
     std::vector<std::unique_ptr<QEvent>> fWaiting; // came while held

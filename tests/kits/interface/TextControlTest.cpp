@@ -60,7 +60,7 @@ TEST_F(TextControlTest, ReportsEveryChangeOfTheUsersAndOnceThatItIsDone)
     EXPECT_TRUE(Becomes([&] { return first->TextView()->IsFocus(); }));
 }
 
-TEST_F(TextControlTest, HoldsNoMoreThanItsBytesInWholeLetters)
+TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
 {
     const std::string e = "\xc3\xa9"; // a letter of two bytes
     BTextControl* control = Add("few", nullptr, (e + e + e).c_str(), 10);
@@ -83,6 +83,12 @@ TEST_F(TextControlTest, HoldsNoMoreThanItsBytesInWholeLetters)
     EXPECT_TRUE(WaitForText(control, "12345"));
     Locked([&] { control->TextView()->SetMaxBytes(2); });
     EXPECT_TRUE(WaitForText(control, "12"));
+    Locked([&] {
+        control->TextView()->SetMaxBytes(INT32_MAX);
+        control->TextView()->SetMaxCharacters(3);
+        control->SetText((e + "\xf0\x9f\x98\x80" + e + e).c_str()); // a character of four bytes
+    });
+    EXPECT_TRUE(WaitForText(control, e + "\xf0\x9f\x98\x80" + e));
 }
 
 TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
