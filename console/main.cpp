@@ -1,6 +1,5 @@
 // The benchmark without windows, for servers and scripts.
 #include "console/ComparisonTable.h"
-#include "console/OutputCheck.h"
 #include "console/RateTable.h"
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
@@ -8,6 +7,7 @@
 #include "results/ResultsFile.h"
 
 #include <Screen.h>
+#include <WholeFile.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -60,8 +60,8 @@ bool LeaveOutGraphics(RunOptions& options)
 
 int Run(RunOptions& options)
 {
-    if (const std::string why = CheckOutput(options.output); !why.empty())
-        return Refuse(why);
+    if (const std::string why = WholeFile::WhyNot(options.output.c_str()); !why.empty())
+        return Refuse("cannot write <" + options.output + ">: " + why);
     const bool leftOut = LeaveOutGraphics(options);
     if (options.groups.empty())
         return kLeftOut;

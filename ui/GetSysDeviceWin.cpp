@@ -8,6 +8,7 @@
 #include <Screen.h>
 #include <ScrollBar.h>
 #include <StringView.h>
+#include <WholeFile.h>
 
 #include <cstdio>
 
@@ -219,10 +220,11 @@ const char* GetSysDeviceWin::Typed(const LibString& name)
 
 void GetSysDeviceWin::Save(const char* path)
 {
-    FILE* file = fopen(path, "w");
-    if (file == nullptr)
+    WholeFile file(path);
+    if (file.Stream() == nullptr)
         return;
     for (pciItem* item = items.First(); item != nullptr; item = items.Next())
-        item->Write(file);
-    fclose(file);
+        item->Write(file.Stream());
+    if (!file.Commit())
+        fprintf(stderr, "Error writing <%s>: %s\n", path, file.Error().c_str());
 }

@@ -2,16 +2,20 @@
 
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
+#include "foundation/TemporaryFolder.h"
 #include "results/ResultsFile.h"
 #include "ui/GetSysDeviceWin.h"
 
 #include <Directory.h>
 #include <Entry.h>
+#include <File.h>
 #include <Path.h>
+#include <WholeFile.h>
 
 #include <cstdio>
 #include <cstring>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -58,13 +62,6 @@ bool IsLeftover()
     return hasReport || !hasOthers;
 }
 
-LibString Beside(const char* path)
-{
-    LibString beside(path);
-    beside.Concat(".part");
-    return beside;
-}
-
 off_t SizeOf(const char* path)
 {
     return LibEntrySize(path, false);
@@ -104,35 +101,44 @@ bool MakeArchive(const char* results, GetSysDeviceWin* devices)
     return Fail(kArchive);
 }
 
-// Moves the archive to the results file's place; first beside it, so that a full disk leaves that
-// as it was.
-bool ReplaceBy(const char* archive, const char* results)
+// Writes what is in the file from to the file to.
+bool CopyWhole(const char* from, const char* to)
 {
-    const LibString beside = Beside(results);
-    const bool isFree = IsFree(beside);
-    if (isFree && LibMove(archive, beside) && LibMove(beside, results))
+    BFile source(from, B_READ_ONLY);
+    WholeFile file(to);
+    std::vector<char> part(1 << 16);
+    ssize_t size = 0;
+    while (file.Stream() && (size = source.Read(part.data(), part.size())) > 0)
+        fwrite(part.data(), 1, size_t(size), file.Stream());
+    if (size == 0 && file.Commit())
         return true;
-    LibUnlink(archive);
-    if (isFree)
-        LibUnlink(beside);
-    return Fail(results);
+    const char* reason = size < 0 ? "its contents cannot be read" : file.Error().c_str();
+    fprintf(stderr, "Error writing <%s>: %s\n", to, reason);
+    return false;
 }
 
-// Compresses saved into zip and makes it that; first beside it, as the tool adds to an archive that
+bool ReplaceBy(const char* archive, const char* results)
+{
+    const bool isDone = CopyWhole(archive, results);
+    LibUnlink(archive);
+    return isDone;
+}
+
+// Compresses saved into zip and makes it that; first elsewhere, as the tool adds to an archive that
 // is there and leaves it where it fails.
 Packed Compress(BPath& saved, const char* zip)
 {
-    const LibString beside = Beside(zip);
-    if (!IsFree(beside))
-        return Packed::kTar;
-    LibUnlink(beside);
-    if (!LibZip(beside, saved, 9))
-        return Packed::kNoZip;
-    if (SizeOf(beside) <= 0 || !LibMove(beside, zip)) {
-        LibUnlink(beside);
+    const TemporaryFolder folder;
+    if (!folder.Path()) {
         Fail(zip);
         return Packed::kTar;
     }
+    const BPath beside(folder.Path(), "package.zip");
+    if (!LibZip(beside.Path(), saved, 9))
+        return Packed::kNoZip;
+    const bool isPacked = SizeOf(beside.Path()) > 0 || Fail(zip);
+    if (!isPacked || !CopyWhole(beside.Path(), zip))
+        return Packed::kTar;
     LibUnlink(saved.Path());
     saved.SetTo(zip);
     return Packed::kZip;

@@ -99,6 +99,8 @@ status_t BAppFileInfo::SetVersionInfo(const version_info* info, version_kind kin
         return RemoveIfThere(*Node(), kVersionAttribute);
     version_info versions[kVersionKinds] = {};
     const ssize_t before = ReadVersions(*Node(), versions);
+    if (before < 0 && before != B_ENTRY_NOT_FOUND && before != B_BAD_TYPE)
+        return status_t(before); // the other kind would be lost
     versions[kind] = *info;
     const size_t count = size_t(before > kind ? before : kind + 1);
     const ssize_t written = Node()->WriteAttr(

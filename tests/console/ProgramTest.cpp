@@ -182,7 +182,7 @@ TEST_F(TarvexRun, OnOneProcessorMakesOnePassAndShowsItsRatesEvenIfTheyCannotBeWr
     if (!std::ofstream(full, std::ios::in))
         full = "/dev/full";
     EXPECT_EQ(Run("--groups ackerman --output " + full, "taskset -c 0"), 1);
-    EXPECT_EQ(Errors(), "Error writing <" + full + ">\n");
+    EXPECT_EQ(Errors(), "Error writing <" + full + ">: No space left on device\n");
     const std::string shown = " \\(cpu 1/1\\)\nTest +Units +1 CPU\n";
     EXPECT_TRUE(Fits(Output(), "Testing Ackerman" + shown + "Ackerman +IPS +\\d+\\.\\d\n"))
         << Output();

@@ -107,9 +107,10 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
         { without("zip"), kTar, "" },
         { without("tar"), kPlain, noArchive },
         { "mount -t tmpfs -o ro none /mnt/place", kNothing,
-            "Error writing </mnt/place/mine>\nThe mail with <> was not sent\n" },
+            "Error writing </mnt/place/mine>: Read-only file system\nThe mail with <> was not "
+            "sent\n" },
         { "mount -t tmpfs -o size=4k none /mnt/place", kPlain,
-            "Error writing </mnt/place/mine>\n" },
+            "Error writing </mnt/place/mine>: No space left on device\n" },
         { "mount -t tmpfs -o size=4k none /tmp", kPlain, noArchive },
         { "echo precious > /tmp/results", kPlain, inTheWay, "/tmp/results" },
         { "mkdir /tmp/results && echo precious > /tmp/results/x", kPlain, inTheWay,
