@@ -19,7 +19,8 @@ void* LoadLibrary()
     const std::string beside = folder + "libtarvex-mime.so";
     if (access(beside.c_str(), F_OK) == 0)
         return dlopen(beside.c_str(), RTLD_NOW | RTLD_LOCAL);
-    return dlopen((folder + TARVEX_MIME_FOLDER "/libtarvex-mime.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+    return dlopen(
+        (folder + TARVEX_MIME_FOLDER "/libtarvex-mime.so").c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
 } // namespace

@@ -55,7 +55,8 @@ TEST(DisplayServer, IsMissingWithoutADisplayAndAWindowEndsTheProgram)
         const char* line;
     } rows[] = {
         { nullptr, "", "No display: DISPLAY is not set" },
-        { nullptr, "wayland-0", "No display: DISPLAY is not set: a Wayland session needs Xwayland" },
+        { nullptr, "wayland-0",
+            "No display: DISPLAY is not set: a Wayland session needs Xwayland" },
         { ":4711", "wayland-0", "Cannot open display <:4711>" },
     };
     for (const auto& [display, wayland, line] : rows) {
