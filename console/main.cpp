@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -54,7 +55,10 @@ bool LeaveOutGraphics(RunOptions& options)
     if (graphics == options.groups.end() || BScreen(B_MAIN_SCREEN_ID).IsValid())
         return false;
     std::erase(options.groups, &Benchmark::graphics);
-    fprintf(stderr, "tarvex-run: no display: the tests of <graphics> are left out\n");
+    const char* wayland = getenv("WAYLAND_DISPLAY");
+    const bool isWayland = wayland && wayland[0] && !getenv("DISPLAY");
+    fprintf(stderr, "tarvex-run: no display%s: the tests of <graphics> are left out\n",
+        isWayland ? " (a Wayland session needs Xwayland)" : "");
     return true;
 }
 

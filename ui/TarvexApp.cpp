@@ -9,7 +9,6 @@
 
 #include <Entry.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -26,14 +25,25 @@ void TarvexApp::ArgvReceived(int32 argc, char** argv)
         fprintf(stderr, "Allowed to save comparisons\n");
         allowSaveComparison = true;
     }
-    const bool areFiles = argc > 1
-        && std::all_of(argv + 1, argv + argc, [](char* path) { return IsResultsFile(path); });
-    for (int32 i = 1; areFiles && i < argc; i++) {
-        entry_ref ref;
-        if (get_ref_for_path(argv[i], &ref) == B_OK)
-            files.AddRef("refs", &ref);
+    const bool isForHelp = argc > 1 && strcmp(argv[1], "-help") == 0;
+    for (int32 i = 1; !isForHelp && i < argc; i++) {
+        if (argv[i][0] != '-') // a switch that is none is ignored
+            TakeFile(argv[i]);
     }
     LibApp::ArgvReceived(argc, argv);
+}
+
+void TarvexApp::TakeFile(const char* path)
+{
+    const BEntry entry(path, true);
+    entry_ref ref;
+    // Only a plain file is opened: a pipe would be waited for.
+    if (entry.IsFile() && IsResultsFile(path) && get_ref_for_path(path, &ref) == B_OK)
+        files.AddRef("refs", &ref);
+    else if (entry.Exists())
+        fprintf(stderr, "<%s> cannot be read as a results file\n", path);
+    else
+        fprintf(stderr, "Cannot find <%s>\n", path);
 }
 
 void TarvexApp::ReadyToRun()

@@ -217,6 +217,9 @@ TEST_F(TarvexRun, WithoutADisplayLeavesOutTheGraphicsTestsAndRunsTheRest)
     EXPECT_EQ(File().find("\t1010:"), std::string::npos) << File();
     EXPECT_EQ(Run("--groups graphics --output other", "env DISPLAY=:4711"), 3);
     EXPECT_EQ(Errors() + Output(), line);
+    const char* const wayland = "env -u DISPLAY WAYLAND_DISPLAY=wayland-0";
+    EXPECT_EQ(Run("--groups graphics --output other", wayland), 3);
+    EXPECT_NE(Errors().find("Xwayland"), std::string::npos) << Errors();
     EXPECT_FALSE(fs::exists(fFolder / "other"));
 }
 

@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QPixmapCache>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <QWidget>
@@ -95,8 +96,11 @@ private:
 void TellNoDisplay()
 {
     const char* name = getenv("DISPLAY");
+    const char* wayland = getenv("WAYLAND_DISPLAY");
     if (name && *name)
         fprintf(stderr, "Cannot open display <%s>\n", name);
+    else if (wayland && *wayland)
+        fprintf(stderr, "No display: DISPLAY is not set: a Wayland session needs Xwayland\n");
     else
         fprintf(stderr, "No display: DISPLAY is not set\n");
 }
@@ -195,11 +199,12 @@ void Server::Main()
     static QApplication* application = nullptr; // it may have to stay
     application = MakeApplication();
     Serve();
-    if (DropJobs() == Leave::kApplication)
-        return;
-    while (!QApplication::topLevelWidgets().isEmpty())
+    const Leave leave = DropJobs();
+    while (leave == Leave::kNothing && !QApplication::topLevelWidgets().isEmpty())
         delete QApplication::topLevelWidgets().first();
-    delete application;
+    QPixmapCache::clear(); // its timer can only be stopped on this thread
+    if (leave == Leave::kNothing)
+        delete application;
 }
 
 void Server::Serve()
@@ -211,6 +216,7 @@ void Server::Serve()
     constexpr int kIconMillis = 200; // to read it takes a while: the first window need not wait
     QTimer::singleShot(kIconMillis, [] { QApplication::setWindowIcon(OwnIcon()); });
     SetCursorHook(CursorChanged);
+    static_cast<void>(QPixmapCache::cacheLimit()); // makes the cache, which the end empties
     on_exit(AtExit, nullptr); // after all that Qt has registered so far
     {
         MutexLock lock(fLock);
