@@ -101,7 +101,8 @@ bigtime_t system_time();
 
 // --- The machine -----------------------------------------------------------------------------
 
-// For processors younger than the list: the maker's plain x86 value.
+// For processors younger than the list: the maker's plain x86 value. 0 for kinds that are not in
+// it.
 enum cpu_type {
     B_CPU_PPC_601 = 1,
     B_CPU_PPC_603 = 2,
