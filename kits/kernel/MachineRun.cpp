@@ -1,8 +1,11 @@
 #include "MachineRun.h"
 
 #include "kits/kernel/KillGuard.h"
+#include "kits/kernel/Processors.h"
+#include "kits/kernel/RunNotes.h"
 #include "kits/kernel/TextFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
@@ -99,6 +102,15 @@ std::string SinceOf(const std::string& name)
     }
     return "";
 }
+
+std::string Listed(std::vector<int> numbers)
+{
+    std::sort(numbers.begin(), numbers.end());
+    std::string list;
+    for (const int number : numbers)
+        list += (list.empty() ? "" : ", ") + std::to_string(number);
+    return (numbers.size() == 1 ? "Processor " : "Processors ") + list;
+}
 } // namespace
 
 BMachineRun::BMachineRun(const char* name) : fName(name) { }
@@ -135,4 +147,19 @@ void BMachineRun::End()
             close(*file);
         *file = -1;
     }
+}
+
+std::string restore_processors()
+{
+    const std::string root = kernel::Processors::Get()->Root();
+    const kernel::LeftOff left = kernel::SwitchOnLeftOff(root);
+    if (!left.nowOn.empty())
+        kernel::Processors::SetRoot(root); // which looks anew, at all of them
+    std::string text;
+    if (!left.nowOn.empty())
+        text = Listed(left.nowOn) + " had been left off by a run that was killed: now on again";
+    if (!left.stillOff.empty())
+        text += (text.empty() ? "" : ". ") + Listed(left.stillOff)
+            + " left off by a run that was killed cannot be switched on: " + strerror(left.error);
+    return text;
 }

@@ -1,4 +1,5 @@
-// Beside the platform's calls: one run at a time on a machine.
+// Beside the platform's calls: one run at a time on a machine, and what a run that was killed has
+// left of it.
 #pragma once
 
 #include "SupportDefs.h"
@@ -33,3 +34,9 @@ private:
     int fLock = -1;
     int fStart = -1;
 };
+
+// Switches on the processors that runs have left off that were killed, and whoever should have
+// switched them on with them. Returns a line without its end that says which, or which could not be
+// switched on and why; "" if there were none. Every program calls it when it starts; may take
+// some seconds if there is something to do.
+[[nodiscard]] std::string restore_processors();
