@@ -112,6 +112,11 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
                 return "<--compare> needs results files";
             return options;
         }
+        if (argument == "--anyway") {
+            options.anyway = true;
+            position++;
+            continue;
+        }
         const Option option = NextOption(arguments, position);
         if (option.name != "--groups" && option.name != "--output")
             return "unknown argument <" + argument + ">, see --help";
@@ -128,7 +133,7 @@ std::string RunUsage()
     std::string names;
     for (const GroupName& group : kGroupNames)
         names += (names.empty() ? "" : ", ") + std::string(group.name);
-    return "Usage: tarvex-run --groups G[,G...]|all --output FILE\n"
+    return "Usage: tarvex-run --groups G[,G...]|all --output FILE [--anyway]\n"
            "       tarvex-run --compare FILE...\n"
            "\n"
            "Runs the test groups once for every processor count, from all processors down to one,\n"
@@ -140,8 +145,13 @@ std::string RunUsage()
         + "\n"
           "all stands for all of them but dhrystone.\n"
           "\n"
+          "Two runs at once spoil each other's rates: while another run of anybody's is under "
+          "way,\n"
+          "none is started without --anyway.\n"
+          "\n"
           "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
           "that cannot be written or read (nothing was run), 3 done but for the graphics tests, as "
           "there\n"
-          "is no display, 130 or 143 ended by SIGINT or SIGTERM.\n";
+          "is no display, 4 another run is under way (nothing was run), 130 or 143 ended by SIGINT "
+          "or SIGTERM.\n";
 }

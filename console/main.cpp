@@ -6,6 +6,7 @@
 #include "console/StopSignals.h"
 #include "results/ResultsFile.h"
 
+#include <MachineRun.h>
 #include <Screen.h>
 #include <WholeFile.h>
 
@@ -18,7 +19,7 @@ namespace {
 // What the main window gives the run too.
 constexpr long kRunPriority = 20;
 
-enum ExitStatus { kDone, kNotWritten, kNothingRun, kLeftOut, kSignalBase = 128 };
+enum ExitStatus { kDone, kNotWritten, kNothingRun, kLeftOut, kBusy, kSignalBase = 128 };
 
 int Refuse(const std::string& message)
 {
@@ -62,6 +63,16 @@ bool LeaveOutGraphics(RunOptions& options)
     return true;
 }
 
+// Begins it, unless another run is under way and nobody said to start a second.
+bool Begin(BMachineRun& run, bool anyway)
+{
+    if (run.Begin() != B_BUSY || anyway)
+        return true;
+    fprintf(stderr, "tarvex-run: another run is under way, by %s: --anyway starts a second\n",
+        run.Holder().c_str());
+    return false;
+}
+
 int Run(RunOptions& options)
 {
     if (const std::string why = WholeFile::WhyNot(options.output.c_str()); !why.empty())
@@ -69,6 +80,9 @@ int Run(RunOptions& options)
     const bool leftOut = LeaveOutGraphics(options);
     if (options.groups.empty())
         return kLeftOut;
+    BMachineRun run;
+    if (!Begin(run, options.anyway))
+        return kBusy;
 
     StopSignals signals;
     Benchmark benchmark;
@@ -105,6 +119,8 @@ int main(int argc, char** argv)
     if (const auto* message = std::get_if<std::string>(&parsed))
         return Refuse(*message);
     auto& options = std::get<RunOptions>(parsed);
+    if (const std::string restored = restore_processors(); !restored.empty())
+        fprintf(stderr, "tarvex-run: %s\n", restored.c_str());
     switch (options.task) {
         case RunOptions::Task::kHelp: printf("%s", RunUsage().c_str()); return kDone;
         case RunOptions::Task::kVersion: printf("tarvex-run %s\n", TARVEX_VERSION); return kDone;

@@ -7,10 +7,28 @@
 #include "ui/HelpText.h"
 #include "ui/TarvexWin.h"
 
+#include <Alert.h>
 #include <Entry.h>
+#include <MachineRun.h>
 
 #include <cstdio>
 #include <cstring>
+
+namespace {
+
+// Says what a killed run has left of the machine, without holding anything up.
+void RestoreProcessors()
+{
+    const std::string restored = restore_processors();
+    if (restored.empty())
+        return;
+    fprintf(stderr, "%s\n", restored.c_str());
+    BAlert* alert = new BAlert("Processors", restored.c_str(), "OK");
+    alert->SetShortcut(0, B_ESCAPE);
+    alert->Go(nullptr);
+}
+
+} // namespace
 
 TarvexApp::TarvexApp()
     : LibApp("application/x-vnd.Quorvane.Trvx", "Tarvex", "16 November 2000", kHelpText)
@@ -49,6 +67,7 @@ void TarvexApp::TakeFile(const char* path)
 void TarvexApp::ReadyToRun()
 {
     LibApp::ReadyToRun();
+    RestoreProcessors();
     if (!files.IsEmpty())
         mainTarget.SendMessage(&files);
     files.MakeEmpty();

@@ -202,7 +202,7 @@ void TarvexWin::StartTest()
     const LibSysInfo info;
     if (!Lock())
         return;
-    if (running || (IsSelected(kGraphicsGroup) && !ScreenIsAccepted(info))) {
+    if (running || (IsSelected(kGraphicsGroup) && !ScreenIsAccepted(info)) || !MachineIsHad()) {
         Unlock();
         return;
     }
@@ -236,6 +236,20 @@ bool TarvexWin::ScreenIsAccepted(const LibSysInfo& info)
     return LibAnswer(alert) == kContinue;
 }
 
+// The machine is one run's alone, or the user wants a second one.
+bool TarvexWin::MachineIsHad()
+{
+    if (machineRun.Begin() != B_BUSY)
+        return true;
+    const std::string text = "Another run is under way on this machine, by " + machineRun.Holder()
+        + ". Two at once spoil each other's rates.";
+    BAlert* alert = new BAlert("Another run", text.c_str(), "Start anyway", "Cancel", nullptr,
+        B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    alert->SetShortcut(1, B_ESCAPE);
+    constexpr int32 kStart = 0;
+    return LibAnswer(alert) == kStart;
+}
+
 void TarvexWin::WarnOnce()
 {
     if (warned)
@@ -256,6 +270,7 @@ void TarvexWin::StatusChange(BMessage* message)
 void TarvexWin::EndRun()
 {
     cursor.Quit();
+    machineRun.End();
     running = false;
     statusBox->SetLabel(kEstimateLabel);
     statusText->SetText("");

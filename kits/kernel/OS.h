@@ -197,7 +197,8 @@ struct system_info {
 status_t get_system_info(system_info* info);
 
 // Switches processor cpu (0 to cpu_count - 1) off (state 0) or on (1), for the whole machine where
-// the program may do so, else for itself. What is off comes on again when the program ends, however
-// it ends. B_OK also if it was so already; B_BAD_VALUE for another number or state; B_NOT_ALLOWED
-// for switching off processor 0; B_ERROR, with a line on standard error, if the system refused.
+// the program may do so, else for itself, with a line on standard error. What is off comes on again
+// when the program ends, however it ends; see also MachineRun.h. B_OK also if it was so already;
+// B_BAD_VALUE for another number or state; B_NOT_ALLOWED for switching off processor 0; B_ERROR,
+// with a line on standard error, if the system refused.
 status_t _kset_cpu_state_(int32 cpu, int32 state);

@@ -2,12 +2,15 @@
 
 #include "kits/kernel/KillGuard.h"
 #include "kits/kernel/ProcessorChoice.h"
+#include "kits/kernel/TextFile.h"
 #include "OS.h"
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <string_view>
 #include <unistd.h>
 #include <utility>
 
@@ -18,6 +21,8 @@ struct Current {
     std::shared_ptr<Processors> processors GUARDED_BY(lock);
 };
 
+pid_t gLeaseHolder = 0; // the process that has asked for EndLease at its end
+
 // Lives for ever: the switches' lease ends with the process, not with some static object before.
 Current& TheCurrent()
 {
@@ -25,18 +30,55 @@ Current& TheCurrent()
     return *sCurrent;
 }
 
-// The mask of the whole process is that of its first thread.
+// The mask of the whole process is that of its first thread; its record shows those that are off
+// too, unlike the call.
 std::function<bool(int)> AllowedFor(const std::string& root)
 {
-    ProcessorSet mask;
-    if (!root.empty() || !mask.ReadFrom(getpid()))
+    constexpr std::string_view kName = "Cpus_allowed_list:";
+    const std::string record = root.empty() ? ReadText("/proc/self/status") : "";
+    const size_t start = record.find(kName);
+    if (start == std::string::npos)
         return [](int) { return true; };
+    const size_t list = start + kName.size();
+    ProcessorSet mask;
+    for (const int number : ParseCpuList(record.substr(list, record.find('\n', list) - list)))
+        mask.Add(number);
     return [mask](int number) { return mask.Has(number); };
+}
+
+// With those on that runs have taken away. A run begins with the last, so they are the last.
+CpuTopology ReadWholeTopology(const std::string& root)
+{
+    CpuTopology topology = ReadCpuTopology(root);
+    int rank = kMaxProcessorNumber;
+    for (const RunNote& note : ReadNotes(root)) {
+        for (const int number : note.off) {
+            for (CpuProcessor& processor : topology.processors) {
+                if (processor.number != number || processor.isOnline)
+                    continue;
+                processor.isOnline = true;
+                processor.sibling = rank--;
+            }
+        }
+    }
+    return topology;
+}
+
+// At the end of the program no thread may be waited for: none has the right to go on.
+bool TryToLock(Mutex& lock) TRY_ACQUIRE(true, lock)
+{
+    constexpr int kMostTries = 100;
+    for (int tries = 0; tries < kMostTries; tries++) {
+        if (lock.try_lock())
+            return true;
+        usleep(10000);
+    }
+    return false;
 }
 } // namespace
 
 Processors::Processors(const std::string& root)
-    : fRoot(root), fTopology(ReadCpuTopology(root)),
+    : fRoot(root), fTopology(ReadWholeTopology(root)),
       fNumbers(ChooseProcessors(fTopology, AllowedFor(root)))
 {
 }
@@ -63,6 +105,36 @@ void Processors::SetRoot(const std::string& root)
     current.processors = std::make_shared<Processors>(root);
 }
 
+// However the program ends in an orderly way, its processors are on then. Not in a child.
+void Processors::EndLease()
+{
+    Current& current = TheCurrent();
+    if (gLeaseHolder != getpid() || !TryToLock(current.lock))
+        return;
+    const auto processors = current.processors;
+    current.lock.unlock();
+    if (!processors || !TryToLock(processors->fLock))
+        return;
+    if (processors->fLease)
+        processors->fLease->End();
+    processors->fLock.unlock();
+}
+
+void Processors::TellOfBinding(size_t index, int error)
+{
+    if (fLease->CanSwitch(static_cast<int32>(index))) {
+        fprintf(stderr,
+            "Processor <%d> cannot be switched off: %s. The program is bound to the others\n",
+            fNumbers[index], error == EALREADY ? "another run has done so" : strerror(error));
+        return;
+    }
+    if (!fHasToldOfBinding)
+        fprintf(stderr,
+            "Processors are not switched off (%s): the program is bound to the others\n",
+            strerror(error));
+    fHasToldOfBinding = true;
+}
+
 ProcessorSet Processors::OthersThan(int32 cpu) const
 {
     ProcessorSet others;
@@ -76,20 +148,25 @@ ProcessorSet Processors::OthersThan(int32 cpu) const
 int Processors::SwitchOff(int32 cpu)
 {
     const auto index = static_cast<size_t>(cpu);
-    if (!fLease)
+    if (!fLease) {
         fLease = std::make_unique<ProcessorLease>(fRoot, fNumbers);
-    int error = EACCES;
+        if (std::exchange(gLeaseHolder, getpid()) != getpid())
+            atexit(EndLease);
+    }
     if (fRoot.empty())
         fAffinity.Remember(fNumbers[index]);
-    if (fLease->CanSwitch(cpu) && (error = fLease->Set(cpu, false)) == 0) {
+    const int refusal = fLease->Set(cpu, false);
+    if (refusal == 0) {
         fStates[index] = State::OffInSystem;
         return 0;
     }
     if (!fRoot.empty()) // the numbers are another machine's
-        return error;
-    error = fAffinity.TakeAway(fNumbers[index], OthersThan(cpu));
-    if (error == 0)
+        return refusal;
+    const int error = fAffinity.TakeAway(fNumbers[index], OthersThan(cpu));
+    if (error == 0) {
         fStates[index] = State::OffForUs;
+        TellOfBinding(index, refusal);
+    }
     return error;
 }
 

@@ -13,7 +13,7 @@
 
 namespace kernel {
 // What is found when it is made stays for its life: a processor that it has switched off still
-// counts, one that was off before never does.
+// counts, as does one that another run has; one that was off otherwise never does.
 class Processors {
 public:
     // The machine below root. The running one (root "") is limited to what the process may use.
@@ -36,6 +36,8 @@ public:
     [[nodiscard]] status_t Switch(int32 cpu, bool on) EXCLUDES(fLock);
 
 private:
+    static void EndLease();
+    void TellOfBinding(size_t index, int error) REQUIRES(fLock);
     [[nodiscard]] int SwitchOff(int32 cpu) REQUIRES(fLock);
     [[nodiscard]] int SwitchOn(int32 cpu) REQUIRES(fLock);
     [[nodiscard]] ProcessorSet OthersThan(int32 cpu) const REQUIRES(fLock);
@@ -49,5 +51,6 @@ private:
     std::array<State, 8> fStates GUARDED_BY(fLock) {};
     std::unique_ptr<ProcessorLease> fLease GUARDED_BY(fLock); // made when first needed
     ThreadAffinity fAffinity GUARDED_BY(fLock);
+    bool fHasToldOfBinding GUARDED_BY(fLock) = false;
 };
 } // namespace kernel
