@@ -5,6 +5,7 @@
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
 #include "console/StopSignals.h"
+#include "foundation/Utf8.h"
 #include "results/ResultsFile.h"
 
 #include <Screen.h>
@@ -21,7 +22,7 @@ enum ExitStatus { kDone, kNotWritten, kNothingRun, kLeftOut, kSignalBase = 128 }
 
 int Refuse(const std::string& message)
 {
-    fprintf(stderr, "tarvex-run: %s\n", message.c_str());
+    fprintf(stderr, "tarvex-run: %s\n", LibPrintable(message.c_str()).c_str());
     return kNothingRun;
 }
 
@@ -89,7 +90,7 @@ int Compare(const std::vector<std::string>& files)
         if (machines.Size() == before)
             return Refuse("<" + file + "> holds no results");
     }
-    printf("%s", ComparisonTable(machines).c_str());
+    PrintComparison(machines, stdout);
     return kDone;
 }
 
