@@ -4,6 +4,7 @@
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
 #include "console/StopSignals.h"
+#include "foundation/Utf8.h"
 #include "results/ResultsFile.h"
 
 #include <MachineRun.h>
@@ -23,7 +24,7 @@ enum ExitStatus { kDone, kNotWritten, kNothingRun, kLeftOut, kBusy, kSignalBase 
 
 int Refuse(const std::string& message)
 {
-    fprintf(stderr, "tarvex-run: %s\n", message.c_str());
+    fprintf(stderr, "tarvex-run: %s\n", LibPrintable(message.c_str()).c_str());
     return kNothingRun;
 }
 
@@ -107,7 +108,7 @@ int Compare(const std::vector<std::string>& files)
         if (machines.Size() == before)
             return Refuse("<" + file + "> holds no results");
     }
-    printf("%s", ComparisonTable(machines).c_str());
+    PrintComparison(machines, stdout);
     return kDone;
 }
 

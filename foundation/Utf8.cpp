@@ -3,6 +3,17 @@
 #include <locale.h>
 #include <wctype.h>
 
+namespace {
+
+// Characters that a terminal obeys instead of showing them, or that reorder what stands beside.
+bool IsCommand(char32_t c)
+{
+    return c < 0x20 || (c >= 0x7f && c < 0xa0) || c == 0x61c || c == 0x200e || c == 0x200f
+        || (c >= 0x2028 && c <= 0x202e) || (c >= 0x2066 && c <= 0x2069);
+}
+
+} // namespace
+
 void LibAppendUtf8(std::string& text, char32_t c)
 {
     const auto tail = [&text, c](
@@ -63,4 +74,27 @@ std::string LibFoldCase(std::string_view text)
         text.remove_prefix(length == 0 ? 1 : length);
     }
     return folded;
+}
+
+std::string LibPrintable(const char* text, size_t most)
+{
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string_view rest(text != nullptr ? text : "");
+    rest = rest.substr(0, most);
+    std::string shown;
+    while (!rest.empty()) {
+        char32_t c = 0;
+        const size_t length = LibDecodeUtf8(rest, c);
+        const std::string_view bytes = rest.substr(0, length == 0 ? 1 : length);
+        if (length > 0 && !IsCommand(c)) {
+            shown += bytes;
+        } else {
+            for (const char byte : bytes) {
+                const auto value = static_cast<unsigned char>(byte);
+                shown.append({ '\\', 'x', kDigits[value >> 4], kDigits[value & 15] });
+            }
+        }
+        rest.remove_prefix(bytes.size());
+    }
+    return shown;
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "foundation/Int32Range.h"
+#include "foundation/Utf8.h"
 
 namespace {
 
@@ -226,7 +227,8 @@ void xmlParser::AddModifier(
     if (name.empty() || !Within(attributes++, kMostAttributes, "attributes"))
         return;
     if (modifiers.AddString(name.c_str(), value.c_str()) != B_OK)
-        fprintf(stderr, "xmlParser: attribute <%.80s> left out\n", name.c_str());
+        fprintf(
+            stderr, "xmlParser: attribute <%s> left out\n", LibPrintable(name.c_str(), 80).c_str());
 }
 
 // Reads the rest of a tag whose name was read, and cuts name to what it is without its "/". True if

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "foundation/Utf8.h"
 #include "results/ProcessorImages.h"
 #include "sysinfo/LibSysInfo.h"
 
@@ -131,6 +132,5 @@ bool Results::Contains(BPoint where)
 
 void Results::PrintToStream() const
 {
-    const char* text = description;
-    fprintf(stderr, "<%s>, nbrcpu %d, cpu %d\n", text, nbrCpus, cpu);
+    fprintf(stderr, "<%s>, nbrcpu %d, cpu %d\n", LibPrintable(description).c_str(), nbrCpus, cpu);
 }
