@@ -3,6 +3,7 @@
 #include "Check.h"
 #include "CursorState.h"
 #include "KillGuard.h"
+#include "OwnFolder.h"
 #include "server/Accessibility.h"
 #include "server/LostWindows.h"
 #include "server/ServerCursor.h"
@@ -119,6 +120,7 @@ void AtExit(int status, void*)
 {
     if (tIsServer) {
         fflush(nullptr);
+        folders::RemoveOwnTemporary();
         _exit(status);
     }
     TheServer().Stop(Server::Leave::kApplication);
@@ -338,6 +340,7 @@ void EndWithDisplay()
 {
     fprintf(stderr, "The X11 connection broke: the <display> has gone\n");
     fflush(nullptr);
+    folders::RemoveOwnTemporary();
     _exit(1);
 }
 
