@@ -3,6 +3,7 @@
 #include "Check.h"
 #include "CursorState.h"
 #include "KillGuard.h"
+#include "OwnFolder.h"
 #include "server/Accessibility.h"
 #include "server/LostWindows.h"
 #include "server/ServerCursor.h"
@@ -123,6 +124,7 @@ void AtExit(int status, void*)
 {
     if (tIsServer) {
         fflush(nullptr);
+        folders::RemoveOwnTemporary();
         _exit(status);
     }
     TheServer().Stop(Server::Leave::kApplication);
@@ -344,6 +346,7 @@ void EndWithDisplay()
 {
     fprintf(stderr, "The X11 connection broke: the <display> has gone\n");
     fflush(nullptr);
+    folders::RemoveOwnTemporary();
     _exit(1);
 }
 
