@@ -1,6 +1,7 @@
 #include "foundation/LibString.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -258,8 +259,12 @@ void LibString::Read(const char* path, const int32& lineSize)
     FILE* file = fopen(path, "r");
     if (file == nullptr)
         return;
-    const std::unique_ptr<char[]> line(new char[static_cast<size_t>(lineSize)]);
-    while (fgets(line.get(), lineSize, file) != nullptr && Concat(line.get()) != nullptr) { }
+    const LibString name(path); // which may lie in this text
+    const std::unique_ptr<char[]> line = NewBuffer(static_cast<size_t>(lineSize));
+    while (line != nullptr && fgets(line.get(), lineSize, file) != nullptr
+        && Concat(line.get()) != nullptr) { }
+    if (ferror(file))
+        fprintf(stderr, "Error reading <%s>: %s\n", name.View().data(), strerror(errno));
     fclose(file);
 }
 

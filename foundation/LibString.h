@@ -64,7 +64,7 @@ public:
     // byte.
     void Insert(const int& pos, const char* s);
     // Appends the file at path, read in pieces of lineSize bytes (2 or more). A file that cannot be
-    // opened changes nothing.
+    // opened changes nothing; one that cannot be read to its end is named on standard error.
     void Read(const char* path, const int32& lineSize);
 
     // -1, 0 or 1, bytes compared as signed numbers, the beginning of a text being smaller than the

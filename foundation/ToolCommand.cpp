@@ -44,8 +44,10 @@ std::string PathSeenFrom(const BPath& folder, const std::string& path)
 int RunInside(const BPath& folder, const char* command)
 {
     BPath before;
-    if (!LibGetWorkingDirectory(before) || !LibChangeDirectory(folder.Path()))
+    if (!LibGetWorkingDirectory(before) || !LibChangeDirectory(folder.Path())) {
+        fprintf(stderr, "Unable to work in <%s>\n", folder.Path());
         return -1;
+    }
     const int status = system(command);
     if (!LibChangeDirectory(before.Path()))
         fprintf(stderr, "Unable to go back to <%s>\n", before.Path());

@@ -37,8 +37,8 @@ public:
     [[nodiscard]] const char* Text() const { return complete ? text : ""; }
     // Runs the command in the process's working directory and waits for it. Returns 0 if the tool
     // ended with status 0, above 0 if it ended otherwise, -1 if nothing was started: where a path
-    // was missing or no folder makes the command short enough, a line on standard error says so.
-    // For a shorter command the process is in that folder meanwhile.
+    // was missing, or no folder makes the command short enough or can be gone to, a line on
+    // standard error says so. For a shorter command the process is in that folder meanwhile.
     [[nodiscard]] int Run() const;
 
 private:

@@ -53,6 +53,14 @@ size_t LibDecodeUtf8(std::string_view text, char32_t& c)
     return c < kLeast[length] || c > 0x10ffff || surrogate ? 0 : length;
 }
 
+std::string_view LibCutUtf8(std::string_view text, size_t bytes)
+{
+    size_t end = bytes;
+    while (end > 0 && end < text.size() && (text[end] & 0xc0) == 0x80)
+        end--;
+    return text.substr(0, end > 0 ? end : bytes);
+}
+
 std::string LibFoldCase(std::string_view text)
 {
     // Every system has this locale; were it missing, letters beyond ASCII would keep their case.

@@ -11,6 +11,10 @@ void LibAppendUtf8(std::string& text, char32_t c);
 // and c undefined, if it is no valid UTF-8.
 [[nodiscard]] size_t LibDecodeUtf8(std::string_view text, char32_t& c);
 
+// The beginning of text that has at most so many bytes and ends with a whole character. What is no
+// UTF-8 is cut where it must be.
+[[nodiscard]] std::string_view LibCutUtf8(std::string_view text, size_t bytes);
+
 // The text with every letter in lower case, so that texts can be compared whatever their case.
 // Bytes that are no UTF-8 stay as they are.
 [[nodiscard]] std::string LibFoldCase(std::string_view text);

@@ -86,6 +86,10 @@ bool xmlParser::ReadLine()
     endsLine = true;
     if (file == nullptr || fgets(buffer, sizeof(buffer), file) == nullptr) {
         buffer[0] = '\0';
+        const bool failed = file != nullptr && ferror(file);
+        if (failed && !complained)
+            fprintf(stderr, "Error reading after line <%d>: %s\n", line, strerror(errno));
+        complained = complained || failed;
         return false;
     }
     line = LibToInt32(int64 { line } + 1);

@@ -10,7 +10,8 @@
 // joined in a text with nothing in between; inside a tag a line end counts as a blank.
 //
 // What no hand writes is bounded: 100 levels and 100,000 elements in one FindTag, 1000 attributes
-// of a tag, 1 GB of text. What is beyond is left out, with a line on standard error.
+// of a tag, 1 GB of text. What is beyond is left out, with a line on standard error, as is what
+// cannot be read.
 #pragma once
 
 #include <cstdio>

@@ -181,4 +181,8 @@ TEST(LibDate, ReadsFixedAndFreeForms)
         EXPECT_EQ(isRead ? TextOf(date) : "", expected);
         EXPECT_TRUE(isRead || date == DateOf(1111, 11, 11));
     }
+    testing::internal::CaptureStderr();
+    const std::string x(79, 'x'); // and a letter of two bytes, the first of which is the 80th
+    EXPECT_FALSE(LibDate().SetUnformattedDate((x + "\xc3\xa4").c_str()));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Unable to read the date <" + x + ">\n");
 }

@@ -128,4 +128,8 @@ TEST(LibString, ReadAppendsWholeFilesWhateverThePieces)
     text.Read(path.c_str(), 4);
     EXPECT_STREQ(text, "> first line\n\nlast");
     remove(path.c_str());
+    text = "/";
+    testing::internal::CaptureStderr();
+    text.Read(text, 4); // a folder opens
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error reading </>: Is a directory\n");
 }

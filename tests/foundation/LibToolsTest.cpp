@@ -133,4 +133,9 @@ TEST(LibTools, PathsTooLongForACommandAreWorkedOnFromInsideTheirFolder)
     EXPECT_NE(
         testing::internal::GetCapturedStderr().find("longer than 511 bytes"), std::string::npos);
     EXPECT_TRUE(EntriesOf(beside).empty());
+    const std::string none = deeper + "none/";
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(LibMove(at(none + "one"), at(none + "two")));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Unable to work in <" + none.substr(0, none.size() - 1) + ">\n");
 }

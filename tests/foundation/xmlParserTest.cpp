@@ -106,7 +106,10 @@ TEST(xmlParser, FileThatCannotBeOpenedIsNamed)
     xmlTag tag;
     EXPECT_FALSE(parser.IsValid() || parser.FindTag("a", tag) || parser.Open(nullptr));
     EXPECT_TRUE(parser.Open("/")); // a folder opens, and holds nothing
-    EXPECT_FALSE(parser.FindTag("a", tag));
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(parser.FindTag("a", tag) || parser.FindTag("b", tag));
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(), "Error reading after line <0>: Is a directory\n");
 }
 
 TEST(xmlParser, DerivedParserChoosesTagsWithoutAnEnd)

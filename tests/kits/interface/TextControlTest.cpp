@@ -63,6 +63,7 @@ TEST_F(TextControlTest, ReportsEveryChangeOfTheUsersAndOnceThatItIsDone)
 TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
 {
     const std::string e = "\xc3\xa9"; // a letter of two bytes
+    const std::string face = "\xf0\x9f\x98\x80"; // one of four
     BTextControl* control = Add("few", nullptr, (e + e + e).c_str(), 10);
     control->TextView()->SetMaxBytes(5);
     EXPECT_EQ(control->Text(), e + e);
@@ -86,9 +87,15 @@ TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
     Locked([&] {
         control->TextView()->SetMaxBytes(INT32_MAX);
         control->TextView()->SetMaxCharacters(3);
-        control->SetText((e + "\xf0\x9f\x98\x80" + e + e).c_str()); // a character of four bytes
+        control->SetText((e + face + e + e).c_str());
     });
-    EXPECT_TRUE(WaitForText(control, e + "\xf0\x9f\x98\x80" + e));
+    EXPECT_TRUE(WaitForText(control, e + face + e));
+    screen::Key("End");
+    screen::Key("BackSpace");
+    screen::Type("ab");
+    screen::Key("Home");
+    screen::Key("Delete");
+    EXPECT_TRUE(WaitForText(control, face + "a"));
 }
 
 TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
