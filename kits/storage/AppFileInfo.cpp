@@ -114,14 +114,17 @@ status_t BAppFileInfo::GetSupportedTypes(BMessage* types) const
         return B_BAD_VALUE;
     if (!Node())
         return B_NO_INIT;
-    attr_info info;
-    if (const status_t error = Node()->GetAttrInfo(kTypesAttribute, &info); error != B_OK)
-        return error;
-    std::vector<char> flat(size_t(info.size) + 1);
-    const ssize_t size =
-        Node()->ReadAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
-    if (size < 0)
-        return status_t(size);
+    std::vector<char> flat;
+    ssize_t size = 0;
+    while (size == ssize_t(flat.size())) { // or another program has made it longer in between
+        attr_info info;
+        if (const status_t error = Node()->GetAttrInfo(kTypesAttribute, &info); error != B_OK)
+            return error;
+        flat.resize(size_t(info.size) + 1);
+        size = Node()->ReadAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
+        if (size < 0)
+            return status_t(size);
+    }
     BMessage read;
     if (read.Unflatten(flat.data(), size) != B_OK)
         return B_BAD_TYPE;

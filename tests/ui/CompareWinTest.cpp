@@ -52,7 +52,9 @@ protected:
     {
         if (!screen::IsThere())
             GTEST_SKIP() << "no display";
-        setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
+        // Asked for once in a program.
+        setenv("XDG_DATA_HOME", Home().Path().c_str(), 1);
+        std::filesystem::remove_all(Home() / "tarvex");
         std::filesystem::current_path(folder.Path());
         target->Run();
         Open(true);
@@ -64,6 +66,11 @@ protected:
         std::filesystem::current_path("/");
     }
 
+    static const TempFolder& Home()
+    {
+        static const TempFolder home;
+        return home;
+    }
     void Open(bool allowSave)
     {
         window = new CompareWin(target, allowSave);
@@ -196,12 +203,12 @@ TEST_F(CompareWinTest, EveryMachineButTheRunIsThereAgainAndTheTableIsWritten)
     window->LoadResults(MachineFile().c_str());
     Close();
     // What cannot be read when the window opens must not be lost.
-    const std::string store = folder / "tarvex";
+    const std::string store = Home() / "tarvex/attributes.sqlite";
     std::filesystem::rename(store, store + ".away");
-    std::filesystem::create_directories(store + "/attributes.sqlite");
+    std::filesystem::create_directory(store);
     Open(true);
     Run();
-    std::filesystem::remove_all(store);
+    std::filesystem::remove(store);
     std::filesystem::rename(store + ".away", store);
     BMessage dropped(B_SIMPLE_DATA);
     for (const std::string& path : { File("note.html", "<html>"), File("other.txt", "1.0\n"),

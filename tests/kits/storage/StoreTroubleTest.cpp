@@ -93,10 +93,16 @@ TEST(StoreTrouble, WhatTheDiskCannotReadIsNeitherDamageNorNothing)
     const TempFolder folder;
     const std::string path = folder / "store";
     MakeStore(path);
-    for (const bool stays : { false, true }) {
+    Store writer(path);
+    for (const auto& [stays, hasLog] :
+        { std::pair(false, false), { true, false }, { true, true } }) {
+        if (hasLog) { // some of it lies there
+            EXPECT_EQ(Write(writer, "kept", "value"), 5);
+        }
         bool isReached = true;
         for (int first = 0; isReached; first++) {
-            SCOPED_TRACE(std::to_string(first) + (stays ? " and later" : ""));
+            SCOPED_TRACE(std::to_string(first) + (stays ? " and later" : "")
+                + (hasLog ? ", with a log" : ""));
             testing::internal::CaptureStderr();
             std::string value;
             {
