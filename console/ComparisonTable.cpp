@@ -53,7 +53,7 @@ std::string Line(const Results& machine, const Metric& metric, int columns, doub
 {
     std::string line(size_t(std::max(0, columns - metric.Slots())) * kRateWidth, ' ');
     for (int slot = 0; slot < metric.Slots(); slot++)
-        line += PadLeft(TextOf(FormatRate(metric.Rate(slot))), kRateWidth);
+        line += PadLeft(RateText(metric, slot), kRateWidth);
     line += PadLeft(Percent(BestRate(&metric), base), kPercentWidth);
     return line + "  " + LibPrintable(machine.description) + "\n";
 }

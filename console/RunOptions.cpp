@@ -150,8 +150,12 @@ std::string RunUsage()
           "none is started without --anyway.\n"
           "\n"
           "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
-          "that cannot be written or read (nothing was run), 3 done but for the graphics tests, as "
-          "there\n"
-          "is no display, 4 another run is under way (nothing was run), 130 or 143 ended by SIGINT "
-          "or SIGTERM.\n";
+          "that cannot be written or read (nothing was run), 3 done but for tests that could not "
+          "be
+"
+          "done (no display, no room on the disk ...), 4 another run is under way (nothing was "
+          "run),
+"
+          "130 or 143 ended by SIGINT or SIGTERM.
+";
 }

@@ -92,10 +92,13 @@ int Run(RunOptions& options)
     const RunOutcome outcome = DriveRun(signals, benchmark);
     if (!outcome.finished)
         return kSignalBase + outcome.signal;
+    const bool undone = benchmark.LeaveOutUndone();
+    if (undone && benchmark.results.Size() == 0)
+        return kLeftOut;
     printf("%s", RateTable(benchmark.results).c_str());
     if (!WriteResultsFile(options.output.c_str(), benchmark.results))
         return kNotWritten;
-    return leftOut ? kLeftOut : kDone;
+    return leftOut || undone ? kLeftOut : kDone;
 }
 
 int Compare(const std::vector<std::string>& files)

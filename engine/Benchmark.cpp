@@ -2,7 +2,9 @@
 
 #include <Message.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -43,6 +45,7 @@ Benchmark::~Benchmark()
 int32 Benchmark::Action()
 {
     results.Reset();
+    undone.clear();
     cpu = results.nbrCpus - 1;
     while (results.CycleCpu()) {
         RunSelectedGroups();
@@ -54,8 +57,33 @@ int32 Benchmark::Action()
     }
     for (cpu = results.nbrCpus - 1; cpu > 0; cpu--)
         _kset_cpu_state_(cpu, 1);
+    results.FillGaps();
     results.FillTheseDevices();
     return 0;
+}
+
+bool Benchmark::LeaveOutUndone()
+{
+    for (const auto& [test, pass] : undone) {
+        Metric probe;
+        probe.Description(test.c_str());
+        Metric* metric = results.Get(&probe);
+        if (!metric || pass < 0 || pass >= metric->Slots())
+            continue;
+        metric->times[pass] = 0;
+        if (std::count(metric->times, metric->times + metric->Slots(), 0.0f) == metric->Slots())
+            results.Remove();
+    }
+    return !undone.empty();
+}
+
+void Benchmark::CheckWork(const Test& test, bool isDone, int error)
+{
+    if (isDone)
+        return;
+    const char* why = error != 0 ? strerror(error) : "end of file";
+    fprintf(stderr, "<%s> was not done: %s\n", test.name, why);
+    undone.push_back({ test.name, results.pass });
 }
 
 void Benchmark::RunSelectedGroups()

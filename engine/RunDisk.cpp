@@ -1,10 +1,13 @@
-// Both disk groups, in the system's temporary directory, which they leave as it was.
+// Both disk groups, in the common temporary directory, which they leave as it was.
 #include "engine/Benchmark.h"
 #include "engine/BlockFile.h"
 #include "engine/FileLife.h"
 
 #include <FindDirectory.h>
 #include <Path.h>
+
+#include <cerrno>
+#include <cstdio>
 
 namespace {
 
@@ -28,10 +31,14 @@ struct TestFiles : FileLife {
         Remove();
     }
 
-    void Do(Mode mode)
+    // Returns whether no file was passed over.
+    bool Do(Mode mode)
     {
         status_t value = 0;
-        wait_for_thread(Go(mode), &value);
+        if (wait_for_thread(Go(mode), &value) == B_OK)
+            return failures == 0;
+        error = EAGAIN; // no thread for it
+        return false;
     }
 };
 
@@ -42,27 +49,35 @@ void Benchmark::RunFileLifeCycle()
     TestFiles files;
     files.SetPathPrefix(TemporaryFile("tarvex_lc_test").Path());
     files.SetIndexRange(0, kFiles - 1);
-    Measure({ "Disk File Creation", kFiles, kFiles, 900, "files/second" },
-        [&] { files.Do(FileLife::kCreate); });
-    Measure({ "Disk File Deletion", kFiles, kFiles, 901, "files/second" },
-        [&] { files.Do(FileLife::kRemove); });
+    bool isDone = true;
+    const Test creation = { "Disk File Creation", kFiles, kFiles, 900, "files/second" };
+    Measure(creation, [&] { isDone = files.Do(FileLife::kCreate); });
+    CheckWork(creation, isDone, files.error);
+    const Test deletion = { "Disk File Deletion", kFiles, kFiles, 901, "files/second" };
+    Measure(deletion, [&] { isDone = files.Do(FileLife::kRemove); });
+    CheckWork(deletion, isDone, files.error);
 }
 
 void Benchmark::RunFileIO()
 {
     BlockFile file(TemporaryFile("tarvex_io_test").Path());
+    const Test output = { "Disk File Output", kKilobytes, kBlocks, 800, "KB/sec" };
+    bool isDone = false;
     if (file.Open("wb")) {
-        Measure({ "Disk File Output", kKilobytes, kBlocks, 800, "KB/sec" },
-            [&] { file.Write(kBlocks); });
-        file.Close();
+        Measure(output, [&] { isDone = file.Write(kBlocks); });
+        isDone = file.Close() && isDone;
     } else {
         fprintf(stderr, "Error writing <%s>\n", file.path.c_str());
     }
+    CheckWork(output, isDone, file.error);
+
+    const Test input = { "Disk File Input", kKilobytes, kBlocks, 801, "KB/sec" };
+    isDone = false;
     if (file.Open("rb")) {
-        Measure(
-            { "Disk File Input", kKilobytes, kBlocks, 801, "KB/sec" }, [&] { file.Read(kBlocks); });
+        Measure(input, [&] { isDone = file.Read(kBlocks); });
         file.Close();
     } else {
         fprintf(stderr, "Error reading <%s>\n", file.path.c_str());
     }
+    CheckWork(input, isDone, file.error);
 }

@@ -133,6 +133,8 @@ bool LibNode::CompressFile(const char* name, const char* path)
     }
     BPath archive;
     LibUniqueName(archive, "zip");
+    if (archive.InitCheck() != B_OK)
+        return false;
     const std::string file = std::string(archive.Path()) + ".zip"; // zip adds it where no dot is
     std::string data;
     if (!LibZip(file.c_str(), BPath(path)))

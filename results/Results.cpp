@@ -1,5 +1,6 @@
 #include "results/Results.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -49,6 +50,7 @@ Results& Results::operator=(Results& o)
     description = o.description;
     nbrCpus = o.nbrCpus;
     cpu = o.cpu;
+    pass = o.pass;
     devices = o.devices;
     LinkList<Metric>::operator=(o);
     UpdateIcon();
@@ -73,12 +75,14 @@ void Results::Reset(const LibSysInfo& machine)
     machine.Description(description);
     nbrCpus = machine.cpuCount;
     cpu = nbrCpus + 1;
+    pass = -1;
     expanded = false;
     UpdateIcon();
 }
 
 bool Results::CycleCpu()
 {
+    pass++;
     return --cpu > 0;
 }
 
@@ -87,13 +91,28 @@ Metric* Results::NewTest(const char* text, const long& cycles)
     auto metric = std::make_unique<Metric>();
     metric->Description(text);
     metric->NbrCycles(cycles);
-    if (Metric* known = Get(metric.get()))
+    if (Metric* known = Get(metric.get())) {
+        FillGaps(*known);
         return known;
+    }
+    FillGaps(*metric);
     if (!Insert(metric.get())) {
         fprintf(stderr, "<%s> not inserted\n", text);
         return nullptr;
     }
     return metric.release();
+}
+
+void Results::FillGaps(Metric& metric) const
+{
+    while (metric.nbrTimes < std::min(pass, kMostTimes))
+        metric.Time(0);
+}
+
+void Results::FillGaps()
+{
+    for (Metric* metric = First(); metric != nullptr; metric = Next())
+        FillGaps(*metric);
 }
 
 void Results::Calibrate(const long& loops, int randsPerLoop)

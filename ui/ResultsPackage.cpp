@@ -21,7 +21,7 @@ namespace {
 
 constexpr char kFolder[] = "/tmp/results";
 constexpr char kReport[] = "/tmp/results/unknown_devices";
-constexpr char kArchive[] = "/tmp/Tarvex.tar";
+constexpr char kArchived[] = "tmp/results"; // the folder's name in the archive
 
 bool InTheWay(const char* path)
 {
@@ -80,25 +80,32 @@ bool MakeFolder()
         LibUnlink(kFolder);
     if (entry.Exists())
         return InTheWay(kFolder);
-    return Libmkdir(kFolder) || Fail(kFolder);
+    if (create_directory(kFolder, 0700) != B_OK)
+        return Fail(kFolder);
+    return (entry.IsDirectory() && IsOwn(entry)) || InTheWay(kFolder); // somebody was quicker
 }
 
-// Puts results file and report into the archive; false if it is not whole.
-bool MakeArchive(const char* results, GetSysDeviceWin* devices)
+bool Fill(const char* folder, const char* results, GetSysDeviceWin* devices)
 {
-    if (!IsFree(kArchive) || !MakeFolder())
-        return false;
     if (devices)
-        devices->Save(kReport);
-    const bool isCopied = LibCopy(results, kFolder);
+        devices->Save(BPath(folder, "unknown_devices").Path());
+    return LibCopy(results, folder);
+}
+
+// Puts results file and report into the archive; false if it is not whole. All lies beside the
+// archive, where nobody else can write.
+bool MakeArchive(const BPath& archive, const char* results, GetSysDeviceWin* devices)
+{
+    BPath folder;
+    if (archive.InitCheck() != B_OK) // said already
+        return false;
+    if (archive.GetParent(&folder) != B_OK || folder.Append(kArchived) != B_OK
+        || create_directory(folder.Path(), 0700) != B_OK || !Fill(folder.Path(), results, devices))
+        return Fail(archive.Path());
     // A header and the contents in blocks of 512 bytes each, and two empty ones at the end.
-    const off_t least = SizeOf(kFolder) + 2 * 512;
-    const bool isPacked = LibTar(kFolder, kArchive) && SizeOf(kArchive) >= least;
-    LibUnlink(kFolder);
-    if (isCopied && isPacked)
-        return true;
-    LibUnlink(kArchive);
-    return Fail(kArchive);
+    const off_t least = SizeOf(folder.Path()) + 2 * 512;
+    return (LibTar(kArchived, archive.Path()) && SizeOf(archive.Path()) >= least)
+        || Fail(archive.Path());
 }
 
 // Writes what is in the file from to the file to.
@@ -150,7 +157,17 @@ Packed PackResults(BPath& saved, GetSysDeviceWin* devices)
 {
     LibString zip(saved.Path());
     zip.Concat(".zip");
-    if (!IsFree(zip) || !MakeArchive(saved.Path(), devices) || !ReplaceBy(kArchive, saved.Path()))
+    if (!IsFree(zip))
+        return Packed::kNot;
+    const bool isShown = MakeFolder();
+    if (isShown && !Fill(kFolder, saved.Path(), devices))
+        Fail(kFolder);
+    const TemporaryFolder folder;
+    const BPath archive(folder.Path(), "Tarvex.tar");
+    const bool isPacked = MakeArchive(archive, saved.Path(), devices);
+    if (isShown)
+        LibUnlink(kFolder);
+    if (!isPacked || !ReplaceBy(archive.Path(), saved.Path()))
         return Packed::kNot;
     return Compress(saved, zip);
 }

@@ -14,6 +14,7 @@ enum class Packed {
 
 // Packs the results file at saved, and the report of devices unless that is null, and makes saved
 // the file that can be sent. Nothing that belongs to another user is touched, and until the archive
-// is whole the results file stays. What fails is told on standard error. Changes the process's
-// working directory.
+// is whole the results file stays. What fails is told on standard error; only that the folder
+// /tmp/results, which shows what is packed meanwhile, cannot be made changes nothing. Changes the
+// process's working directory.
 [[nodiscard]] Packed PackResults(BPath& saved, GetSysDeviceWin* devices);

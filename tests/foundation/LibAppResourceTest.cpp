@@ -13,6 +13,7 @@
 #include <Bitmap.h>
 #include <FindDirectory.h>
 #include <Message.h>
+#include <Path.h>
 #include <TypeConstants.h>
 
 #include <memory>
@@ -54,11 +55,15 @@ TEST(LibAppResource, PackedFilesComeBackWithTheirType)
     EXPECT_TRUE(add("odd\nname", 8, "odd\nname") && add("tree", 9, "tree"));
     testing::internal::CaptureStderr();
     EXPECT_FALSE(add("missing", 7, "missing"));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "/tmp/zip_resource_file.zip failed\n");
+    BPath archive;
+    find_directory(B_COMMON_TEMP_DIRECTORY, &archive);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        std::string(archive.Path()) + "/zip_resource_file.zip failed\n");
 
     EXPECT_TRUE(extract(7, "out.bin") && extract(8, "out") && extract(9, "out tree"));
     EXPECT_EQ(ReadFile(folder / "out.bin"), large);
     EXPECT_EQ(ReadFile(folder / "out") + ReadFile(folder / "out tree/leaf"), "some words\ntext");
+    EXPECT_EQ(fs::current_path(), folder.Path()) << "left in a folder that goes";
     EXPECT_TRUE(extract(7, "out.zip", false) && extract(11, "none"));
     EXPECT_FALSE(fs::exists(folder / "none") || extract(7, "no folder/out"));
     EXPECT_EQ(TypeOf(folder / "out") + TypeOf(folder / "out.zip"), "text/plainapplication/zip");

@@ -91,7 +91,7 @@ TEST_F(JourneyTest, LeadsFromAllTestsToTheMailWithWhatWasMeasured)
 TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
 {
     const std::string inTheWay = "</tmp/results> is in the way\n";
-    const std::string noArchive = "Error writing </tmp/Tarvex.tar>\n";
+    const std::string noArchive = "/Tarvex.tar>\n";
     const auto without = [](const std::string& tool) {
         return "mount -t tmpfs none /opt && mkdir /opt/new /opt/work && mount -t overlay none "
                "-o lowerdir=/usr/bin,upperdir=/opt/new,workdir=/opt/work /usr/bin && rm /usr/bin/"
@@ -112,12 +112,15 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
         { "mount -t tmpfs -o size=4k none /mnt/place", kPlain,
             "Error writing </mnt/place/mine>: No space left on device\n" },
         { "mount -t tmpfs -o size=4k none /tmp", kPlain, noArchive },
-        { "echo precious > /tmp/results", kPlain, inTheWay, "/tmp/results" },
-        { "mkdir /tmp/results && echo precious > /tmp/results/x", kPlain, inTheWay,
+        { "echo precious > /tmp/results", kZip, inTheWay, "/tmp/results" },
+        { "mkdir /tmp/results && echo precious > /tmp/results/x", kZip, inTheWay,
             "/tmp/results/x" },
         { "mkdir /tmp/results && touch /tmp/results/unknown_devices", kZip, "" }, // a leftover
-        { "mkdir /tmp/results && chown 1:1 /tmp/results", kPlain, inTheWay },
-        { "echo precious > /mnt/x && ln -s /mnt/x /tmp/results", kPlain, inTheWay, "/mnt/x" },
+        { "mkdir /tmp/results && chown 1:1 /tmp/results", kZip, inTheWay },
+        { "echo precious > /mnt/x && ln -s /mnt/x /tmp/results", kZip, inTheWay, "/mnt/x" },
+        { "mkdir /mnt/d && ln -s /mnt/d /tmp/results && echo precious > /mnt/x && "
+          "ln -s /mnt/x /tmp/Tarvex.tar",
+            kZip, inTheWay, "/mnt/x" },
         { "echo precious > /mnt/place/mine.zip && chown 1:1 /mnt/place/mine.zip", kPlain,
             "</mnt/place/mine.zip> is in the way\n", "/mnt/place/mine.zip" },
         { "mount -t tmpfs none /usr/sbin && rm /mnt/sendmail && " + without("xdg-email"), kZip,
