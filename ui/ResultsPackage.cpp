@@ -143,7 +143,7 @@ Packed Compress(BPath& saved, const char* zip)
 Packed PackResults(BPath& saved, GetSysDeviceWin* devices)
 {
     LibString zip(saved.Path());
-    zip.Concat(".zip");
+    zip.Concat(kZipEnding);
     if (!IsFree(zip) || !MakeArchive(saved.Path(), devices) || !ReplaceBy(kArchive, saved.Path()))
         return Packed::kNot;
     return Compress(saved, zip);

@@ -80,7 +80,8 @@ void ResultsWin::ShowSavePanel()
 {
     if (!savePanel) {
         const BMessenger thisWindow(this);
-        const BMessage reply(kMsgSavePanel);
+        BMessage reply(kMsgSavePanel);
+        reply.AddString("be:also_written", kZipEnding); // the panel asks before it is replaced
         savePanel = std::make_unique<BFilePanel>(B_SAVE_PANEL, &thisWindow, nullptr, &reply);
     }
     savePanel->SetSaveText("Tarvex.results");
