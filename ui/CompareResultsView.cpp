@@ -223,11 +223,17 @@ void CompareResultsView::FrameResized(float width, float height)
 
 void CompareResultsView::Save()
 {
-    FILE* file = fopen("Tarvex.compare", "w");
-    if (!file) {
+    if (WriteTable())
+        LibInfo("Tarvex.compare has been created."); // the chart may be drawn meanwhile
+    else
         fprintf(stderr, "Error writing <Tarvex.compare>\n");
-        return;
-    }
+}
+
+bool CompareResultsView::WriteTable()
+{
+    FILE* file = fopen("Tarvex.compare", "w");
+    if (!file)
+        return false;
     const CurrentMetrics kept(machines);
     if (Results* first = machines.First()) {
         const int columns = machines.MaxNbrCpus();
@@ -236,8 +242,5 @@ void CompareResultsView::Save()
         first->Save(file, columns); // and once more among all of them
         machines.Save(file, columns);
     }
-    if (fclose(file) != 0)
-        fprintf(stderr, "Error writing <Tarvex.compare>\n");
-    else
-        LibInfo("Tarvex.compare has been created.");
+    return fclose(file) == 0;
 }

@@ -37,6 +37,7 @@ public:
 private:
     void DrawGrid(BRect update);
     void DrawCaption();
+    bool WriteTable();
     void Scroll(float distance);
     void Select(Results* machine);
     Results* NextToSelected(bool below);
