@@ -47,14 +47,12 @@ bool ResultsWin::WantsIncompleteRun()
 
 void ResultsWin::ShowDevices()
 {
-    if (unknownDevices) {
-        if (unknownDevices->IsHidden())
-            unknownDevices->Show();
-        unknownDevices->Activate();
-        return;
-    }
+    if (unknownDevices && !unknownDevices->IsHidden())
+        return unknownDevices->Activate();
+    QuitDevices(); // closed before: a form takes names but once
     LibDeviceInfo devices;
     unknownDevices = new GetSysDeviceWin(devices, this);
+    unknownDevices->FillIn(typedNames);
     unknownDevices->SetPosition(kBesideMain);
     unknownDevices->Show();
 }
@@ -71,8 +69,10 @@ void ResultsWin::GetSysDeviceQuit()
 
 void ResultsWin::QuitDevices()
 {
-    if (unknownDevices && unknownDevices->Lock())
+    if (unknownDevices && unknownDevices->Lock()) {
+        typedNames = unknownDevices->TypedNames();
         unknownDevices->Quit();
+    }
     unknownDevices = nullptr;
 }
 
