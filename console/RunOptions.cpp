@@ -151,11 +151,8 @@ std::string RunUsage()
           "\n"
           "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
           "that cannot be written or read (nothing was run), 3 done but for tests that could not "
-          "be
-"
+          "be\n"
           "done (no display, no room on the disk ...), 4 another run is under way (nothing was "
-          "run),
-"
-          "130 or 143 ended by SIGINT or SIGTERM.
-";
+          "run),\n"
+          "130 or 143 ended by SIGINT or SIGTERM.\n";
 }

@@ -23,10 +23,9 @@ public:
     void MessageReceived(BMessage* message) override;
 
 private:
-    void TextChanged();
+    void TextChanged(const BMessage& message);
     const std::string* NameFor(const std::string& beginning) const;
 
     std::string best;
     std::shared_ptr<const Names> others;
-    std::string before; // the text at the last change, without what was put behind it
 };

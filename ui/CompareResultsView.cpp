@@ -225,7 +225,16 @@ void CompareResultsView::FrameResized(float width, float height)
 void CompareResultsView::Save()
 {
     WholeFile table("Tarvex.compare");
-    FILE* file = table.Stream();
+    WriteTable(table.Stream());
+    if (table.Commit())
+        LibInfo("Tarvex.compare has been created."); // the chart may be drawn meanwhile
+    else
+        fprintf(stderr, "Error writing <Tarvex.compare>: %s\n", table.Error().c_str());
+}
+
+// Leaves every machine's current metric as it was; nothing for a file that could not be opened.
+void CompareResultsView::WriteTable(FILE* file)
+{
     const CurrentMetrics kept(machines);
     if (Results* first = file ? machines.First() : nullptr) {
         const int columns = machines.MaxNbrCpus();
@@ -234,8 +243,4 @@ void CompareResultsView::Save()
         first->Save(file, columns); // and once more among all of them
         machines.Save(file, columns);
     }
-    if (table.Commit())
-        LibInfo("Tarvex.compare has been created.");
-    else
-        fprintf(stderr, "Error writing <Tarvex.compare>: %s\n", table.Error().c_str());
 }

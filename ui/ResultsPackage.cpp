@@ -156,7 +156,7 @@ Packed Compress(BPath& saved, const char* zip)
 Packed PackResults(BPath& saved, GetSysDeviceWin* devices)
 {
     LibString zip(saved.Path());
-    zip.Concat(".zip");
+    zip.Concat(kZipEnding);
     if (!IsFree(zip))
         return Packed::kNot;
     const bool isShown = MakeFolder();

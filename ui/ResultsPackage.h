@@ -5,11 +5,13 @@
 class BPath;
 class GetSysDeviceWin;
 
+constexpr char kZipEnding[] = ".zip"; // behind the results file's name
+
 enum class Packed {
     kNot, // the results file is as it was
     kTar, // in its place lies the archive: it could not be compressed
     kNoZip, // the same, as the tool is not installed
-    kZip, // in place of it lies the compressed archive, with ".zip" behind its name
+    kZip, // in place of it lies the compressed archive, with kZipEnding behind its name
 };
 
 // Packs the results file at saved, and the report of devices unless that is null, and makes saved

@@ -236,5 +236,8 @@ bool BAlert::UnusedKeyDown(const char* bytes, int32 numBytes)
             return true;
         }
     }
-    return BWindow::UnusedKeyDown(bytes, numBytes);
+    if (key != B_ESCAPE || (Flags() & B_NOT_CLOSABLE))
+        return BWindow::UnusedKeyDown(bytes, numBytes);
+    PostAlways(BMessenger(this, this), BMessage(B_QUIT_REQUESTED));
+    return true;
 }

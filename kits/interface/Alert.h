@@ -21,7 +21,8 @@ public:
 
     // Shows the alert and waits for the answer: the button's index from 0, or -1 if the alert was
     // closed otherwise. May be called with other windows locked; the calling window's views are
-    // drawn meanwhile.
+    // drawn meanwhile. The user can close it where the program takes B_NOT_CLOSABLE off its flags:
+    // by its close box, and by Escape unless that is a button's shortcut.
     int32 Go();
     // Shows it and returns at once; the answer is sent with invoker, its message's "which" (int32)
     // being the index. The alert owns invoker, which may be null.

@@ -172,6 +172,20 @@ TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndC
     EXPECT_FALSE(screen::IsActive("Color of 1 CPU"));
 }
 
+TEST_F(CompareWinTest, MadeNarrowerAndWiderItLooksAsBefore)
+{
+    ASSERT_TRUE(WaitFor([] { return Find("save").exposed; }));
+    const BRect before = Find("save").frame;
+    BRect right = Find("legend").frame;
+    right.left += 530; // of its colours
+    screen::ResizeWindow("Tarvex Comparisons", BPoint(100, 400));
+    ASSERT_TRUE(WaitFor([&] { return Find("save").frame.left < before.left; }));
+    EXPECT_GT(screen::Settled("save").left, Find("ratio").frame.right);
+    screen::ResizeWindow("Tarvex Comparisons", BPoint(720, 400));
+    EXPECT_TRUE(WaitFor([&] { return Find("save").frame.left == before.left; }));
+    EXPECT_TRUE(WaitFor([&] { return screen::ContrastIn(right) == 0; }));
+}
+
 TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
 {
     Run();
@@ -223,6 +237,12 @@ TEST_F(CompareWinTest, EveryMachineButTheRunIsThereAgainAndTheTableIsWritten)
     Run();
     ASSERT_TRUE(screen::Click("save"));
     ASSERT_TRUE(WaitFor([] { return screen::IsActive("Information"); }));
+    const BRect chart = Find("DrawView").frame;
+    const auto hasBar = [&] { return IsSame(BarAt(0, 200, 410), cpu_color[1]); };
+    screen::MoveWindow("Information", chart.LeftTop() + BPoint(400, 0)); // over the bar and away
+    ASSERT_TRUE(WaitFor([&] { return !hasBar(); }));
+    screen::MoveWindow("Information", chart.LeftTop() + BPoint(0, 200));
+    EXPECT_TRUE(WaitFor(hasBar));
     screen::Key("Return");
     const std::string own = "This (2-x)\t400.0\t100.0\t\t50.0\t\n";
     EXPECT_EQ(ReadFile(folder / "Tarvex.compare"),

@@ -53,10 +53,15 @@ TEST_F(JourneyTest, LeadsFromAllTestsToTheMailWithWhatWasMeasured)
     ASSERT_TRUE(program.In("Results", "", { "Tab", "Tab", "space" }));
     ASSERT_TRUE(program.In("Tarvex Comparisons", "", { "alt+F4" }));
     ASSERT_TRUE(program.In("Results", "", { "Tab" }));
-    // By "Save" nothing is mailed; the second time the package takes the place of the first.
+    // By "Save" nothing is mailed; the second time the package may take the place of the first.
     ASSERT_TRUE(program.Save("/mnt/My results", "A card"));
     ASSERT_TRUE(program.In("alert", "a box", { "Tab", "space" }));
+    const std::string package = ReadFile(folder / "My results.zip");
     ASSERT_TRUE(program.Save("/mnt/My results", "My own card"));
+    ASSERT_TRUE(program.In("Replace", "", { "Return" }) && program.In("Save As", "", {}));
+    EXPECT_EQ(ReadFile(folder / "My results.zip"), package);
+    screen::Key("Return");
+    ASSERT_TRUE(program.In("Replace", "", { "alt+y" }));
     ASSERT_TRUE(program.In("alert", "a beige box", { "Tab", "Tab", "space" }));
     EXPECT_EQ(sink.Line(), "RCPT TO:<support@tarvex.example>\n");
     EXPECT_EQ(sink.Line(),
@@ -140,6 +145,7 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
             continue;
         }
         ASSERT_TRUE(program.Save("/mnt/place/mine", "A card"));
+        ASSERT_TRUE(row.kept != "/mnt/place/mine.zip" || program.In("Replace", "", { "alt+y" }));
         ASSERT_TRUE(row.left != kTar || program.In("Information", "", { "Return" }));
         ASSERT_TRUE(program.In("alert", "a box", { "Tab", "Tab", "space" }));
         const std::string enclosed = row.left == kZip ? "=mine.zip\n" : "=mine\n";
