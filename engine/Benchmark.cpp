@@ -42,6 +42,7 @@ Benchmark::~Benchmark()
 
 int32 Benchmark::Action()
 {
+    const ProcessorConfinement toThoseCounted;
     results.Reset();
     cpu = results.nbrCpus - 1;
     while (results.CycleCpu()) {
