@@ -117,8 +117,9 @@ void ThreadAffinity::Release()
         return;
     ForEachThreadUntilStable([this](pid_t tid, bool& changed) {
         const auto before = fBefore.find(tid);
-        // What is refused now the system has taken from the process since.
-        (void)Bind(tid, before == fBefore.end() ? fBeforeTogether : before->second, changed);
+        // Refused where all that it had are off now. Then the system would have given it more too.
+        if (before == fBefore.end() || Bind(tid, before->second, changed) != 0)
+            (void)Bind(tid, fBeforeTogether, changed);
     });
     fBefore.clear();
 }
