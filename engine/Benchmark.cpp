@@ -44,6 +44,7 @@ Benchmark::~Benchmark()
 
 int32 Benchmark::Action()
 {
+    const ProcessorConfinement toThoseCounted;
     results.Reset();
     undone.clear();
     cpu = results.nbrCpus - 1;

@@ -64,6 +64,12 @@ CpuTopology ReadWholeTopology(const std::string& root)
     return topology;
 }
 
+void TellThatUnconfined(int error)
+{
+    fprintf(
+        stderr, "Error binding the program to the processors that are on: %s\n", strerror(error));
+}
+
 // At the end of the program no thread may be waited for: none has the right to go on.
 bool TryToLock(Mutex& lock) TRY_ACQUIRE(true, lock)
 {
@@ -77,9 +83,9 @@ bool TryToLock(Mutex& lock) TRY_ACQUIRE(true, lock)
 }
 } // namespace
 
-Processors::Processors(const std::string& root)
+Processors::Processors(const std::string& root, size_t most)
     : fRoot(root), fTopology(ReadWholeTopology(root)),
-      fNumbers(ChooseProcessors(fTopology, AllowedFor(root)))
+      fNumbers(ChooseProcessors(fTopology, AllowedFor(root), most))
 {
 }
 
@@ -93,7 +99,7 @@ std::shared_ptr<Processors> Processors::Get()
     return current.processors;
 }
 
-void Processors::SetRoot(const std::string& root)
+void Processors::SetRoot(const std::string& root, size_t most)
 {
     const KillGuard guard;
     Current& current = TheCurrent();
@@ -102,7 +108,7 @@ void Processors::SetRoot(const std::string& root)
         for (int32 cpu = 1; cpu < static_cast<int32>(before->Numbers().size()); cpu++)
             (void)before->Switch(cpu, true); // it has told what failed
     }
-    current.processors = std::make_shared<Processors>(root);
+    current.processors = std::make_shared<Processors>(root, most);
 }
 
 // However the program ends in an orderly way, its processors are on then. Not in a child.
@@ -135,14 +141,39 @@ void Processors::TellOfBinding(size_t index, int error)
     fHasToldOfBinding = true;
 }
 
-ProcessorSet Processors::OthersThan(int32 cpu) const
+// Gives every thread what it may use as things stand: all that it had, or exactly the processors
+// that are on of those that count.
+int Processors::BindThreads()
 {
-    ProcessorSet others;
+    if (!fRoot.empty()) // the numbers are another machine's
+        return 0;
+    ProcessorSet on;
+    size_t count = 0;
     for (size_t i = 0; i < fNumbers.size(); i++) {
-        if (fStates[i] == State::On && i != static_cast<size_t>(cpu))
-            others.Add(fNumbers[i]);
+        if (fStates[i] != State::On)
+            continue;
+        on.Add(fNumbers[i]);
+        count++;
     }
-    return others;
+    if (fConfinements > 0 || count < fNumbers.size())
+        return fAffinity.Confine(on);
+    fAffinity.Release();
+    return 0;
+}
+
+// In a container the system widens the threads' masks when a processor goes or comes: at once, or
+// (kernels before 6.10) a moment later.
+void Processors::BindThreadsAfterSwitching()
+{
+    constexpr int kLooks = 10;
+    constexpr useconds_t kPauseMicros = 5000;
+    int error = BindThreads();
+    for (int look = 0; fRoot.empty() && error == 0 && look < kLooks; look++) {
+        usleep(kPauseMicros);
+        error = BindThreads();
+    }
+    if (error != 0)
+        TellThatUnconfined(error);
 }
 
 int Processors::SwitchOff(int32 cpu)
@@ -153,34 +184,56 @@ int Processors::SwitchOff(int32 cpu)
         if (std::exchange(gLeaseHolder, getpid()) != getpid())
             atexit(EndLease);
     }
-    if (fRoot.empty())
-        fAffinity.Remember(fNumbers[index]);
+    // Before the system does it: a thread that has no processor left may use all of them again.
+    fStates[index] = State::OffForUs;
+    const int bindError = BindThreads();
     const int refusal = fLease->Set(cpu, false);
     if (refusal == 0) {
         fStates[index] = State::OffInSystem;
+        BindThreadsAfterSwitching();
         return 0;
     }
-    if (!fRoot.empty()) // the numbers are another machine's
-        return refusal;
-    const int error = fAffinity.TakeAway(fNumbers[index], OthersThan(cpu));
-    if (error == 0) {
-        fStates[index] = State::OffForUs;
+    if (fRoot.empty() && bindError == 0) {
         TellOfBinding(index, refusal);
+        return 0;
     }
-    return error;
+    fStates[index] = State::On;
+    (void)BindThreads(); // as they were
+    return fRoot.empty() ? bindError : refusal;
 }
 
 int Processors::SwitchOn(int32 cpu)
 {
     const auto index = static_cast<size_t>(cpu);
-    if (fStates[index] == State::OffInSystem) {
+    const bool isInSystem = fStates[index] == State::OffInSystem;
+    if (isInSystem) {
         if (const int error = fLease->Set(cpu, true); error != 0)
             return error;
     }
-    if (fRoot.empty())
-        fAffinity.GiveBack(fNumbers[index]);
     fStates[index] = State::On;
+    if (isInSystem)
+        BindThreadsAfterSwitching();
+    else if (const int error = BindThreads(); error != 0)
+        TellThatUnconfined(error);
     return 0;
+}
+
+void Processors::BeginConfinement()
+{
+    const KillGuard guard;
+    const MutexLock lock(fLock);
+    fConfinements++;
+    if (const int error = BindThreads(); error != 0)
+        TellThatUnconfined(error);
+}
+
+void Processors::EndConfinement()
+{
+    const KillGuard guard;
+    const MutexLock lock(fLock);
+    fConfinements--;
+    if (const int error = BindThreads(); error != 0)
+        TellThatUnconfined(error);
 }
 
 status_t Processors::Switch(int32 cpu, bool on)
@@ -209,4 +262,14 @@ status_t _kset_cpu_state_(int32 cpu, int32 state)
     if (state != 0 && state != 1)
         return B_BAD_VALUE;
     return kernel::Processors::Get()->Switch(cpu, state == 1);
+}
+
+ProcessorConfinement::ProcessorConfinement() : fProcessors(kernel::Processors::Get())
+{
+    fProcessors->BeginConfinement();
+}
+
+ProcessorConfinement::~ProcessorConfinement()
+{
+    fProcessors->EndConfinement();
 }
