@@ -70,13 +70,27 @@ void Benchmark::RunSelectedGroups()
 
 Metric* Benchmark::Measure(const Test& test, const std::function<void()>& kernel)
 {
+    return MeasureIfDone(test, [&kernel] {
+        kernel();
+        return true;
+    });
+}
+
+Metric* Benchmark::MeasureIfDone(const Test& test, const std::function<bool()>& kernel)
+{
     Metric* metric = results.NewTest(test.name, test.cycles);
     if (!metric)
         return nullptr;
     results.Calibrate(test.loops, 0);
     results.StartTimer();
-    kernel();
-    metric->Time(float(results.EndTimer()));
+    const bool done = kernel();
+    const auto seconds = float(results.EndTimer());
+    if (!done) {
+        if (metric->nbrTimes == 0 && results.Get(metric) != nullptr)
+            results.Remove(); // a metric without times could not be read back
+        return nullptr;
+    }
+    metric->Time(seconds);
     metric->Index(test.index);
     metric->Units(test.units);
     return metric;

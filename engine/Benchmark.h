@@ -69,4 +69,7 @@ private:
     // Times kernel() as the next slot of the test's metric. Returns the metric; null, and nothing
     // done, if there is no memory for it.
     Metric* Measure(const Test& test, const std::function<void()>& kernel);
+    // The same for a kernel that says whether it did its work; if not, no time is recorded, and
+    // the result is null.
+    Metric* MeasureIfDone(const Test& test, const std::function<bool()>& kernel);
 };

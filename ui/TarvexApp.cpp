@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 TarvexApp::TarvexApp()
@@ -50,6 +51,8 @@ BWindow* TarvexApp::Window()
         window = new TarvexWin(allowSaveComparison);
         mainTarget = BMessenger(window);
         window->Show();
+        if (window->Thread() < B_OK) // it has said so; without it there is no program
+            exit(1);
     }
     return window;
 }
