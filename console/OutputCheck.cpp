@@ -46,3 +46,21 @@ std::string CheckOutput(const std::string& path)
     const std::string why = TryBeside(error ? fs::path(path) : target);
     return why.empty() ? "" : CannotWrite(path, why);
 }
+
+void OpenStandardFiles()
+{
+    FILE* file = nullptr;
+    do { // never closed, but for the first one that is none of the three
+        file = fopen("/dev/null", "r");
+    } while (file != nullptr && fileno(file) <= STDERR_FILENO);
+    if (file != nullptr)
+        fclose(file);
+}
+
+std::string FinishOutput()
+{
+    errno = 0;
+    if (fflush(stdout) == 0 && ferror(stdout) == 0)
+        return "";
+    return CannotWrite("standard output", errno != 0 ? strerror(errno) : "an error before");
+}

@@ -140,8 +140,9 @@ std::string RunUsage()
         + "\n"
           "all stands for all of them but dhrystone.\n"
           "\n"
-          "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
-          "that cannot be written or read (nothing was run), 3 done but for the graphics tests, as "
-          "there\n"
-          "is no display, 130 or 143 ended by SIGINT or SIGTERM.\n";
+          "Exit status: 0 done, 1 something could not be written or a thread not be started,\n"
+          "2 wrong arguments or a file that cannot be written or read (nothing was run), 3 done "
+          "but\n"
+          "for the graphics tests, as there is no display,\n"
+          "128 + N ended by signal N, such as 130 by SIGINT or 143 by SIGTERM.\n";
 }
