@@ -149,10 +149,11 @@ std::string RunUsage()
           "way,\n"
           "none is started without --anyway.\n"
           "\n"
-          "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
-          "that cannot be written or read (nothing was run), 3 done but for tests that could not "
-          "be\n"
-          "done (no display, no room on the disk ...), 4 another run is under way (nothing was "
-          "run),\n"
-          "130 or 143 ended by SIGINT or SIGTERM.\n";
+          "Exit status: 0 done, 1 something could not be written or a thread not be started,\n"
+          "2 wrong arguments or a file that cannot be written or read (nothing was run), 3 done "
+          "but\n"
+          "for tests that could not be done (no display, no room on the disk ...), 4 another run "
+          "is\n"
+          "under way (nothing was run), 128 + N ended by signal N, such as 130 by SIGINT or 143 by\n"
+          "SIGTERM.\n";
 }

@@ -3,6 +3,7 @@
 #include "console/RateTable.h"
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
+#include "console/StandardFiles.h"
 #include "console/StopSignals.h"
 #include "foundation/Utf8.h"
 #include "results/ResultsFile.h"
@@ -20,25 +21,38 @@ namespace {
 // What the main window gives the run too.
 constexpr long kRunPriority = 20;
 
-enum ExitStatus { kDone, kNotWritten, kNothingRun, kLeftOut, kBusy, kSignalBase = 128 };
+enum ExitStatus { kDone, kFailed, kNothingRun, kLeftOut, kBusy, kSignalBase = 128 };
+
+void Tell(const std::string& message)
+{
+    fprintf(stderr, "tarvex-run: %s\n", LibPrintable(message.c_str()).c_str());
+}
 
 int Refuse(const std::string& message)
 {
-    fprintf(stderr, "tarvex-run: %s\n", LibPrintable(message.c_str()).c_str());
+    Tell(message);
     return kNothingRun;
 }
 
-// Runs the groups and returns when the run is over or a signal has come; then no thread of it is
-// left and all processors are on.
+// Runs the groups and returns when the run is over or a signal has come, or at once if a thread of
+// it cannot be made; then no thread of it is left and all processors are on.
 RunOutcome DriveRun(StopSignals& signals, Benchmark& benchmark)
 {
     RunOutcome outcome;
     auto* looper = new RunLooper(outcome);
-    auto* forSignals = new BMessenger(looper);
-    auto* forBenchmark = new BMessenger(looper);
+    const BMessenger target(looper);
     const thread_id looperThread = looper->Run();
-    signals.Go(RunLooper::kSignalThread, forSignals, B_NORMAL_PRIORITY, false);
-    benchmark.Go(RunLooper::kBenchmarkThread, forBenchmark, kRunPriority, false);
+    const auto start = [&target](LibThread& thread, const char* name, long priority) {
+        return thread.Go(name, new BMessenger(target), priority, false) >= B_OK;
+    };
+    if (looperThread < B_OK)
+        outcome.notStarted = "run";
+    else if (!start(signals, RunLooper::kSignalThread, B_NORMAL_PRIORITY))
+        outcome.notStarted = RunLooper::kSignalThread;
+    else if (!start(benchmark, RunLooper::kBenchmarkThread, kRunPriority))
+        outcome.notStarted = RunLooper::kBenchmarkThread;
+    if (outcome.notStarted && looper->Lock())
+        looper->Quit(); // nothing else would end it
 
     status_t value = 0;
     wait_for_thread(looperThread, &value); // the looper has deleted itself
@@ -69,8 +83,7 @@ bool Begin(BMachineRun& run, bool anyway)
 {
     if (run.Begin() != B_BUSY || anyway)
         return true;
-    fprintf(stderr, "tarvex-run: another run is under way, by %s: --anyway starts a second\n",
-        run.Holder().c_str());
+    Tell("another run is under way, by " + run.Holder() + ": --anyway starts a second");
     return false;
 }
 
@@ -90,6 +103,10 @@ int Run(RunOptions& options)
     for (bool Benchmark::*group : options.groups)
         benchmark.*group = true;
     const RunOutcome outcome = DriveRun(signals, benchmark);
+    if (outcome.notStarted) {
+        Tell("cannot start thread <" + std::string(outcome.notStarted) + ">");
+        return kFailed;
+    }
     if (!outcome.finished)
         return kSignalBase + outcome.signal;
     const bool undone = benchmark.LeaveOutUndone();
@@ -97,7 +114,7 @@ int Run(RunOptions& options)
         return kLeftOut;
     printf("%s", RateTable(benchmark.results).c_str());
     if (!WriteResultsFile(options.output.c_str(), benchmark.results))
-        return kNotWritten;
+        return kFailed;
     return leftOut || undone ? kLeftOut : kDone;
 }
 
@@ -115,9 +132,7 @@ int Compare(const std::vector<std::string>& files)
     return kDone;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int Do(int argc, char** argv)
 {
     auto parsed = ParseRunOptions({ argv + 1, argv + argc });
     if (const auto* message = std::get_if<std::string>(&parsed))
@@ -132,4 +147,17 @@ int main(int argc, char** argv)
         case RunOptions::Task::kRun: break;
     }
     return Run(options);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    OpenStandardFiles();
+    const int status = Do(argc, argv);
+    const std::string why = FinishOutput();
+    if (why.empty() || status > kSignalBase)
+        return status;
+    Tell(why);
+    return status == kNothingRun ? kNothingRun : kFailed;
 }

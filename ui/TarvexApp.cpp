@@ -12,6 +12,7 @@
 #include <MachineRun.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -79,6 +80,8 @@ BWindow* TarvexApp::Window()
         window = new TarvexWin(allowSaveComparison);
         mainTarget = BMessenger(window);
         window->Show();
+        if (window->Thread() < B_OK) // it has said so; without it there is no program
+            exit(1);
     }
     return window;
 }

@@ -220,6 +220,9 @@ void TarvexWin::StartTest()
         return;
     fprintf(stderr, "Cannot start thread <benchmark>: error %d\n", status);
     EndRun();
+    LibError(
+        "The test could not be started: the system has no room for another thread. Close other "
+        "programs, then try again.");
     Unlock();
 }
 
