@@ -73,13 +73,11 @@ TEST(LibAppResource, AnArchiveThatCannotBeRemovedIsNotPacked)
 {
     if (system("unshare -rm true") != 0)
         GTEST_SKIP() << "No disk can be mounted here";
-    const ScratchFolder ours;
     EXPECT_EQ(InChild([&] {
-        BPath folder; // which only this process sees
-        if (find_directory(B_COMMON_TEMP_DIRECTORY, &folder, true) != B_OK
-            || unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0
+        BPath folder;
+        if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0
             || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
-            || mount(ours.Path().c_str(), folder.Path(), nullptr, MS_BIND, nullptr) != 0)
+            || find_directory(B_COMMON_TEMP_DIRECTORY, &folder, true) != B_OK)
             return 1;
         const auto inside = [&](const char* leaf) { return BPath(folder.Path(), leaf); };
         WriteFile(inside("file").Path(), "text");
@@ -90,6 +88,8 @@ TEST(LibAppResource, AnArchiveThatCannotBeRemovedIsNotPacked)
         LibAppResource resources(inside("resources").Path(), kNewFile);
         if (resources.AddEntry(inside("file").Path(), 7, nullptr))
             return 3;
+        umount(archive.Path());
+        LibUnlink(folder.Path());
         return resources.HasResource(B_RAW_TYPE, 7) ? 4 : 0;
     }),
         0);
