@@ -154,6 +154,7 @@ std::string RunUsage()
           "but\n"
           "for tests that could not be done (no display, no room on the disk ...), 4 another run "
           "is\n"
-          "under way (nothing was run), 128 + N ended by signal N, such as 130 by SIGINT or 143 by\n"
+          "under way (nothing was run), 128 + N ended by signal N, such as 130 by SIGINT or 143 "
+          "by\n"
           "SIGTERM.\n";
 }
