@@ -1,6 +1,7 @@
 #include "console/ComparisonTable.h"
 
 #include "console/TextColumns.h"
+#include "foundation/Utf8.h"
 #include "results/FormatRate.h"
 #include "results/TestCatalogue.h"
 
@@ -52,25 +53,25 @@ std::string Line(const Results& machine, const Metric& metric, int columns, doub
 {
     std::string line(size_t(std::max(0, columns - metric.Slots())) * kRateWidth, ' ');
     for (int slot = 0; slot < metric.Slots(); slot++)
-        line += PadLeft(TextOf(FormatRate(metric.Rate(slot))), kRateWidth);
+        line += PadLeft(RateText(metric, slot), kRateWidth);
     line += PadLeft(Percent(BestRate(&metric), base), kPercentWidth);
-    return line + "  " + TextOf(machine.description) + "\n";
+    return line + "  " + LibPrintable(machine.description) + "\n";
 }
 
 } // namespace
 
-std::string ComparisonTable(ResultList& machines)
+void PrintComparison(ResultList& machines, FILE* out)
 {
     const int columns = std::min(machines.MaxNbrCpus(), kMostTimes);
-    std::string table;
+    const char* gap = "";
     for (const Metric* test : AllTests(machines)) {
-        table += (table.empty() ? "" : "\n") + Title(*test, columns);
+        fprintf(out, "%s%s", gap, Title(*test, columns).c_str());
+        gap = "\n";
         Results* first = machines.First();
         const double base = BestRate(first->Get(test));
         for (Results* machine = first; machine; machine = machines.Next()) {
             if (const Metric* metric = machine->Get(test))
-                table += Line(*machine, *metric, columns, base);
+                fputs(Line(*machine, *metric, columns, base).c_str(), out);
         }
     }
-    return table;
 }

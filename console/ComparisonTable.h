@@ -3,10 +3,11 @@
 
 #include "results/ResultList.h"
 
-#include <string>
+#include <cstdio>
 
-// For each test, in the order in which the machines name them, its name and units and a line for
-// each machine that has it: the rates from the greatest processor count down, the best of them as
-// percent of the first machine's best ("-" where that has none), and the machine. Every line ends
-// with a line end. Moves the lists' cursors.
-[[nodiscard]] std::string ComparisonTable(ResultList& machines);
+// Writes for each test, in the order in which the machines name them, its name and units and a line
+// for each machine that has it: the rates from the greatest processor count down, the best of them
+// as percent of the first machine's best ("-" where that has none), and the machine. Line by line,
+// as the whole can be many times longer than the files. Every line ends with a line end. Moves the
+// lists' cursors.
+void PrintComparison(ResultList& machines, FILE* out);

@@ -1,7 +1,6 @@
 #include "console/RateTable.h"
 
 #include "console/TextColumns.h"
-#include "results/FormatRate.h"
 
 #include <algorithm>
 
@@ -19,7 +18,7 @@ struct Widths {
             test = std::max(test, TextOf(metric.description).size());
             units = std::max(units, TextOf(metric.units).size());
             for (int slot = 0; slot < metric.Slots(); slot++)
-                rate = std::max(rate, TextOf(FormatRate(metric.Rate(slot))).size() + 2);
+                rate = std::max(rate, RateText(metric, slot).size() + 2);
         }
     }
 };
@@ -37,7 +36,7 @@ std::string RateTable(const Results& results)
         table += PadRight(TextOf(metric.description), widths.test + 2)
             + PadRight(TextOf(metric.units), widths.units);
         for (int slot = 0; slot < metric.Slots(); slot++)
-            table += PadLeft(TextOf(FormatRate(metric.Rate(slot))), widths.rate);
+            table += PadLeft(RateText(metric, slot), widths.rate);
         table += "\n";
     }
     return table;

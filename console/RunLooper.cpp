@@ -1,5 +1,7 @@
 #include "console/RunLooper.h"
 
+#include "console/StopSignals.h"
+
 #include <Message.h>
 
 #include <cstdio>
@@ -24,11 +26,15 @@ void RunLooper::MessageReceived(BMessage* message)
     }
 }
 
-void RunLooper::ShowStatus(const char* text) const
+void RunLooper::ShowStatus(const char* text)
 {
     // The cursor goes back to the line's start, so that a word on standard error replaces it too.
     printf(onTerminal ? "\x1b[K%s\r" : "%s\n", text);
-    fflush(stdout);
+    // Other errors are told at the end: the run has its results file yet to write.
+    if (fflush(stdout) == 0 || !StopSignals::PipeIsBroken())
+        return;
+    outcome.signal = SIGPIPE;
+    Quit(); // deletes this and does not return
 }
 
 void RunLooper::ThreadEnded(BMessage* message)

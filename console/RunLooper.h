@@ -9,6 +9,7 @@
 struct RunOutcome {
     bool finished = false;
     int signal = 0; // that ended it, if it did not finish
+    const char* notStarted = nullptr; // the thread that could not be made, so that nothing was run
 };
 
 // Shows the status texts on standard output: on a terminal one line that is rewritten, else a line
@@ -24,7 +25,7 @@ public:
     void MessageReceived(BMessage* message) override;
 
 private:
-    void ShowStatus(const char* text) const;
+    void ShowStatus(const char* text);
     void ThreadEnded(BMessage* message);
 
     RunOutcome& outcome;

@@ -91,6 +91,11 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
                 return "<--compare> needs results files";
             return options;
         }
+        if (argument == "--anyway") {
+            options.anyway = true;
+            position++;
+            continue;
+        }
         const Option option = NextOption(arguments, position);
         if (option.name != "--groups" && option.name != "--output")
             return "unknown argument <" + argument + ">, see --help";
@@ -111,7 +116,7 @@ std::string RunUsage()
         if (group.box == GroupBox::kNone)
             notInAll += (notInAll.empty() ? "" : ", ") + std::string(group.key);
     }
-    return "Usage: tarvex-run --groups G[,G...]|all --output FILE\n"
+    return "Usage: tarvex-run --groups G[,G...]|all --output FILE [--anyway]\n"
            "       tarvex-run --compare FILE...\n"
            "\n"
            "Runs the test groups once for every processor count, from all processors down to one,\n"
@@ -122,8 +127,16 @@ std::string RunUsage()
         + names + "\nall stands for all of them but " + notInAll
         + ".\n"
           "\n"
-          "Exit status: 0 done, 1 the results could not be written, 2 wrong arguments or a file\n"
-          "that cannot be written or read (nothing was run), 3 done but for the graphics tests, as "
-          "there\n"
-          "is no display, 130 or 143 ended by SIGINT or SIGTERM.\n";
+          "Two runs at once spoil each other's rates: while another run of anybody's is under "
+          "way,\n"
+          "none is started without --anyway.\n"
+          "\n"
+          "Exit status: 0 done, 1 something could not be written or a thread not be started,\n"
+          "2 wrong arguments or a file that cannot be written or read (nothing was run), 3 done "
+          "but\n"
+          "for tests that could not be done (no display, no room on the disk ...), 4 another run "
+          "is\n"
+          "under way (nothing was run), 128 + N ended by signal N, such as 130 by SIGINT or 143 "
+          "by\n"
+          "SIGTERM.\n";
 }

@@ -13,6 +13,7 @@ struct RunOptions {
     Task task = Task::kRun;
     std::vector<bool Benchmark::*> groups; // the flags to set
     std::string output; // the results file, never empty for a run
+    bool anyway = false; // even if another run is under way
     std::vector<std::string> files; // to compare, never empty for that
 };
 

@@ -1,5 +1,7 @@
 #include "console/TextColumns.h"
 
+#include "results/FormatRate.h"
+
 #include <algorithm>
 
 std::string PadRight(std::string text, size_t width)
@@ -11,6 +13,11 @@ std::string PadRight(std::string text, size_t width)
 std::string PadLeft(const std::string& text, size_t width)
 {
     return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+std::string RateText(const Metric& metric, int slot)
+{
+    return metric.times[slot] == 0 ? "-" : TextOf(FormatRate(metric.Rate(slot)));
 }
 
 std::string TextOf(const LibString& text)

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -27,7 +28,9 @@ Benchmark::~Benchmark()
 
 int32 Benchmark::Action()
 {
+    const ProcessorConfinement toThoseCounted;
     results.Reset();
+    undone.clear();
     cpu = results.nbrCpus - 1;
     while (results.CycleCpu()) {
         RunSelectedGroups();
@@ -39,8 +42,33 @@ int32 Benchmark::Action()
     }
     for (cpu = results.nbrCpus - 1; cpu > 0; cpu--)
         _kset_cpu_state_(cpu, 1);
+    results.FillGaps();
     results.FillTheseDevices();
     return 0;
+}
+
+bool Benchmark::LeaveOutUndone()
+{
+    for (const auto& [test, pass] : undone) {
+        Metric probe;
+        probe.Description(test->name);
+        Metric* metric = results.Get(&probe);
+        if (!metric || pass < 0 || pass >= metric->Slots())
+            continue;
+        metric->times[pass] = 0;
+        if (std::count(metric->times, metric->times + metric->Slots(), 0.0f) == metric->Slots())
+            results.Remove();
+    }
+    return !undone.empty();
+}
+
+void Benchmark::CheckWork(const TestType& test, bool isDone, int error)
+{
+    if (isDone)
+        return;
+    const char* why = error != 0 ? strerror(error) : "end of file";
+    fprintf(stderr, "<%s> was not done: %s\n", test.name, why);
+    undone.push_back({ &test, results.pass });
 }
 
 void Benchmark::RunSelectedGroups()

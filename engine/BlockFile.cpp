@@ -1,5 +1,6 @@
 #include "engine/BlockFile.h"
 
+#include <cerrno>
 #include <unistd.h>
 #include <utility>
 
@@ -12,23 +13,44 @@ BlockFile::~BlockFile()
 
 bool BlockFile::Open(const char* mode)
 {
-    fStream = fopen(path.c_str(), mode);
+    const bool isWritten = *mode == 'w';
+    if (isWritten)
+        unlink(path.c_str());
+    if (isWritten || fIsMade)
+        fStream = fopen(path.c_str(), isWritten ? "wbx" : mode);
+    error = fStream ? 0 : !isWritten && !fIsMade ? ENOENT : errno;
+    fIsMade = fIsMade || fStream;
     return fStream != nullptr;
 }
 
-void BlockFile::Close()
+bool BlockFile::Close()
 {
-    fclose(std::exchange(fStream, nullptr));
+    const bool isWritten = fclose(std::exchange(fStream, nullptr)) == 0;
+    if (!isWritten)
+        error = errno;
+    return isWritten;
 }
 
-void BlockFile::Write(long count)
+bool BlockFile::Write(long count)
 {
-    for (long block = 0; block < count; block++)
-        fwrite(fBlock, kBlockSize, 1, fStream);
+    bool isDone = true;
+    for (long block = 0; block < count; block++) {
+        if (fwrite(fBlock, kBlockSize, 1, fStream) == 1)
+            continue;
+        error = isDone ? errno : error;
+        isDone = false;
+    }
+    return isDone;
 }
 
-void BlockFile::Read(long count)
+bool BlockFile::Read(long count)
 {
-    for (long block = 0; block < count; block++)
-        (void)fread(fBlock, kBlockSize, 1, fStream);
+    bool isDone = true;
+    for (long block = 0; block < count; block++) {
+        if (fread(fBlock, kBlockSize, 1, fStream) == 1)
+            continue;
+        error = !isDone ? error : ferror(fStream) ? errno : 0;
+        isDone = false;
+    }
+    return isDone;
 }

@@ -1,5 +1,6 @@
 #include "engine/FileLife.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <string>
 #include <unistd.h>
@@ -8,16 +9,18 @@ namespace {
 
 constexpr int32 kPriority = 100;
 
-// Calls action(path) for each file.
+// Calls action(path) for each file, and counts those for which it returns false.
 template <typename Action>
-void ForEachFile(const FileLife& files, Action action)
+void ForEachFile(FileLife& files, Action action)
 {
+    files.failures = files.error = 0;
     const char* prefix = files.prefix;
     const std::string start = std::string(prefix ? prefix : "") + ".";
     std::string path(start.size() + 12, '\0'); // with room for any number
     for (int64 number = files.first; number <= files.last; number++) {
         snprintf(path.data(), path.size(), "%s%d", start.c_str(), int(number));
-        action(path.c_str());
+        if (!action(path.c_str()) && files.failures++ == 0)
+            files.error = errno;
     }
 }
 
@@ -52,17 +55,19 @@ int32 FileLife::RemoveThread(void* self)
     return static_cast<FileLife*>(self)->Remove();
 }
 
-int32 FileLife::Create() const
+int32 FileLife::Create()
 {
     ForEachFile(*this, [](const char* path) {
-        if (FILE* file = fopen(path, "w"))
-            fclose(file);
+        FILE* file = fopen(path, "wx");
+        if (!file && errno == EEXIST && unlink(path) == 0)
+            file = fopen(path, "wx");
+        return file && fclose(file) == 0;
     });
     return 0;
 }
 
-int32 FileLife::Remove() const
+int32 FileLife::Remove()
 {
-    ForEachFile(*this, [](const char* path) { unlink(path); });
+    ForEachFile(*this, [](const char* path) { return unlink(path) == 0; });
     return 0;
 }

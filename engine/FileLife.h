@@ -26,12 +26,15 @@ public:
 
     static int32 CreateThread(void* self);
     static int32 RemoveThread(void* self);
-    // The threads' work: what cannot be made or removed is passed over. They return 0.
-    int32 Create() const;
-    int32 Remove() const;
+    // The threads' work: what cannot be made or removed is passed over and counted. A file that is
+    // there is replaced, whatever it is: nothing is followed or waited for. They return 0.
+    int32 Create();
+    int32 Remove();
 
     thread_id thread = -1;
     int32 first = 0;
     int32 last = 0;
     LibString prefix;
+    int32 failures = 0; // files that the last work passed over
+    int32 error = 0; // errno of the first of them
 };

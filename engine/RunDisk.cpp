@@ -1,10 +1,13 @@
-// Both disk groups, in the system's temporary directory, which they leave as it was.
+// Both disk groups, in the common temporary directory, which they leave as it was.
 #include "engine/Benchmark.h"
 #include "engine/BlockFile.h"
 #include "engine/FileLife.h"
 
 #include <FindDirectory.h>
 #include <Path.h>
+
+#include <cerrno>
+#include <cstdio>
 
 namespace {
 
@@ -29,10 +32,14 @@ struct TestFiles : FileLife {
         Remove();
     }
 
-    void Do(Mode mode)
+    // Returns whether no file was passed over.
+    bool Do(Mode mode)
     {
         status_t value = 0;
-        wait_for_thread(Go(mode), &value);
+        if (wait_for_thread(Go(mode), &value) == B_OK)
+            return failures == 0;
+        error = EAGAIN; // no thread for it
+        return false;
     }
 };
 
@@ -43,23 +50,35 @@ void Benchmark::RunFileLifeCycle()
     TestFiles files;
     files.SetPathPrefix(TemporaryFile("tarvex_lc_test").Path());
     files.SetIndexRange(0, kFiles - 1);
-    Measure(TestNamed("Disk File Creation"), kFiles, [&] { files.Do(FileLife::kCreate); });
-    Measure(TestNamed("Disk File Deletion"), kFiles, [&] { files.Do(FileLife::kRemove); });
+    bool isDone = true;
+    const TestType& creation = TestNamed("Disk File Creation");
+    Measure(creation, kFiles, [&] { isDone = files.Do(FileLife::kCreate); });
+    CheckWork(creation, isDone, files.error);
+    const TestType& deletion = TestNamed("Disk File Deletion");
+    Measure(deletion, kFiles, [&] { isDone = files.Do(FileLife::kRemove); });
+    CheckWork(deletion, isDone, files.error);
 }
 
 void Benchmark::RunFileIO()
 {
     BlockFile file(TemporaryFile("tarvex_io_test").Path());
+    const TestType& output = TestNamed("Disk File Output");
+    bool isDone = false;
     if (file.Open("wb")) {
-        Measure(TestNamed("Disk File Output"), kBlocks, [&] { file.Write(kBlocks); });
-        file.Close();
+        Measure(output, kBlocks, [&] { isDone = file.Write(kBlocks); });
+        isDone = file.Close() && isDone;
     } else {
         fprintf(stderr, "Error writing <%s>\n", file.path.c_str());
     }
+    CheckWork(output, isDone, file.error);
+
+    const TestType& input = TestNamed("Disk File Input");
+    isDone = false;
     if (file.Open("rb")) {
-        Measure(TestNamed("Disk File Input"), kBlocks, [&] { file.Read(kBlocks); });
+        Measure(input, kBlocks, [&] { isDone = file.Read(kBlocks); });
         file.Close();
     } else {
         fprintf(stderr, "Error reading <%s>\n", file.path.c_str());
     }
+    CheckWork(input, isDone, file.error);
 }

@@ -4,6 +4,7 @@
 #include "engine/Whetstone.h"
 #include "engine/WhetstoneThread.h"
 
+#include <cerrno>
 #include <vector>
 
 namespace {
@@ -17,6 +18,16 @@ bool IsRunning(thread_id thread)
 {
     thread_info info {};
     return get_thread_info(thread, &info) == B_OK && info.state == B_THREAD_RUNNING;
+}
+
+// False if one of the threads could not be made.
+bool MakeThreads(std::vector<WhetstoneThread>& threads)
+{
+    for (size_t i = 0; i < threads.size(); i++) {
+        if (threads[i].Go(kIterations, long(i)) < B_OK)
+            return false;
+    }
+    return true;
 }
 
 void RunAtOnce(const std::vector<WhetstoneThread>& threads)
@@ -45,7 +56,9 @@ void Benchmark::RunWhetstone()
     });
 
     std::vector<WhetstoneThread> threads(kWhetstones);
-    for (int i = 0; i < kWhetstones; i++)
-        threads[size_t(i)].Go(kIterations, i);
-    Measure(TestNamed("Ten Threaded Whetstones"), 0, [&] { RunAtOnce(threads); });
+    const TestType& threaded = TestNamed("Ten Threaded Whetstones");
+    const bool areThere = MakeThreads(threads);
+    if (areThere)
+        Measure(threaded, 0, [&] { RunAtOnce(threads); });
+    CheckWork(threaded, areThere, EAGAIN);
 }

@@ -11,6 +11,7 @@
 #include <Roster.h>
 
 #include "foundation/LibFileInfo.h"
+#include "foundation/Utf8.h"
 
 namespace {
 
@@ -22,12 +23,12 @@ const char* VarietyName(uint32 variety)
     return variety < std::size(kNames) ? kNames[variety] : "";
 }
 
-// A shorter text is filled up with zeros: two equal versions are then equal byte for byte.
+// Into a field of zeros, of which the rest stays: two equal versions are then equal byte for byte.
 template <size_t size>
 void Fill(char (&field)[size], const char* text)
 {
-    strncpy(field, text != nullptr ? text : "", size - 1);
-    field[size - 1] = '\0';
+    const std::string_view kept = LibCutUtf8(text != nullptr ? text : "", size - 1);
+    memcpy(field, kept.data(), kept.size());
 }
 
 } // namespace

@@ -48,10 +48,11 @@ bool LibAppResource::AddEntry(const char* path, const int32& id, const char* nam
         return false;
     archive.Append("zip_resource_file.zip");
     LibUnlink(archive.Path());
-    LibZip(archive.Path(), BPath(path), level);
-    BFile packed(archive.Path(), B_READ_ONLY);
+    // The tool would add to an archive that could not be removed, and may be another user's.
+    BFile packed;
     bool added = false;
-    if (packed.InitCheck() != B_OK)
+    if (BEntry(archive.Path()).Exists() || !LibZip(archive.Path(), BPath(path), level)
+        || packed.SetTo(archive.Path(), B_READ_ONLY) != B_OK)
         fprintf(stderr, "%s failed\n", archive.Path());
     else
         added = AddArchive(packed, id, name != nullptr ? name : BPath(path).Leaf());
@@ -98,7 +99,7 @@ bool LibAppResource::ExtractEntry(const int32& id, const char* path, bool unzip)
         return false;
     BPath result = archive;
     if (unzip
-        && !(LibUnzip(archive.Path()) && LibUnlink(archive.Path())
+        && !(LibUnzipWhole(archive.Path()) && LibUnlink(archive.Path())
             && OnlyEntry(folder.Path(), result)))
         return false;
     return LibMove(result.Path(), goal.Path()) && Libmimeset(goal.Path());

@@ -223,7 +223,7 @@ void LibDate::GetDate(struct tm* date) const
     date->tm_mon = LibToInt32(int64 { month } - 1);
     date->tm_mday = day;
     date->tm_wday = DayOfWeek();
-    date->tm_yday = GetDayOfYear() - 1;
+    date->tm_yday = LibToInt32(DaysIntoYear());
 }
 
 void LibDate::GetDate(struct tm& date) const
@@ -361,13 +361,18 @@ int32 LibDate::DaysInMonth() const
     }
 }
 
-int32 LibDate::GetDayOfYear() const
+// Not from the day numbers, which end where a date does not.
+int64 LibDate::DaysIntoYear() const
 {
     LibDate newYear(*this);
     newYear.month = 1;
     newYear.day = 1;
-    newYear.DateToJulian();
-    return DaysSince(newYear) + 1;
+    return year != 0 ? DayNumber() - newYear.DayNumber() : 0;
+}
+
+int32 LibDate::GetDayOfYear() const
+{
+    return LibToInt32(DaysIntoYear() + 1);
 }
 
 int32 LibDate::DaysSince(const LibDate& other) const

@@ -122,6 +122,7 @@ protected:
 
 private:
     int64 DayNumber() const;
+    int64 DaysIntoYear() const;
     void DateToJulian();
     void JulianToDate();
     void CarryMonths(int64 added);

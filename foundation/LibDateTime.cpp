@@ -81,9 +81,13 @@ void LibDateTime::PrintToStream() const
 
 void LibDateTime::SetDateTime(const int32& moment, const bool& local)
 {
-    const time_t wide = moment;
+    SetMoment(moment, local);
+}
+
+void LibDateTime::SetMoment(const time_t& moment, const bool& local)
+{
     struct tm fields { };
-    SetDateTime(local ? localtime_r(&wide, &fields) : gmtime_r(&wide, &fields));
+    SetDateTime(local ? localtime_r(&moment, &fields) : gmtime_r(&moment, &fields));
 }
 
 void LibDateTime::SetDateTime(const struct tm* moment)
@@ -94,9 +98,7 @@ void LibDateTime::SetDateTime(const struct tm* moment)
 
 void LibDateTime::SetNow(const bool& local)
 {
-    const time_t now = ::time(nullptr);
-    struct tm fields { };
-    SetDateTime(local ? localtime_r(&now, &fields) : gmtime_r(&now, &fields));
+    SetMoment(::time(nullptr), local);
 }
 
 bool LibDateTime::Set(const LibString& text)

@@ -19,8 +19,10 @@ public:
     LibTime& Time() { return time; }
     const LibTime& Time() const { return time; }
 
-    // The moment moment seconds after 1970 in the user's time zone, or in UTC.
+    // The moment moment seconds after 1970 in the user's time zone, or in UTC; the second also
+    // takes those after 2038-01-19. Nothing changes for one beyond the C library's calendar.
     void SetDateTime(const int32& moment, const bool& local);
+    void SetMoment(const time_t& moment, const bool& local);
     void SetDateTime(const struct tm* moment); // null: nothing changes
     void SetNow(const bool& local = true);
     // Reads what people type, as LibParseDate() does, starting from the present moment. False, a

@@ -8,8 +8,6 @@
 #include <Node.h>
 #include <NodeInfo.h>
 
-#include "foundation/Int32Range.h"
-
 namespace {
 
 const char* Description(std::string_view type)
@@ -29,7 +27,7 @@ LibDateTime Moment(
     LibDateTime result;
     time_t moment = 0;
     if ((entry.*get)(&moment) == B_OK)
-        result.SetDateTime(LibToInt32(moment), local);
+        result.SetMoment(moment, local);
     return result;
 }
 

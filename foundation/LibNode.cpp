@@ -45,11 +45,19 @@ bool MoveAll(const char* folder, const char* directory, bool replace)
 
 bool LibNode::ReadWhole(const char* name, type_code type, std::string& data) const
 {
+    // Another program may write between the two calls. A read that leaves room got all there was.
     attr_info info;
-    if (GetAttrInfo(name, &info) != B_OK)
-        return false;
-    data.resize(static_cast<size_t>(info.size));
-    return ReadAttr(name, type, 0, data.data(), data.size()) == info.size;
+    while (GetAttrInfo(name, &info) == B_OK) {
+        data.resize(static_cast<size_t>(info.size) + 1);
+        const ssize_t size = ReadAttr(name, type, 0, data.data(), data.size());
+        if (size < 0)
+            return false;
+        if (size > info.size)
+            continue;
+        data.resize(static_cast<size_t>(size));
+        return true;
+    }
+    return false;
 }
 
 bool LibNode::ReadStringAttr(const char* name, LibString& value) const
@@ -71,10 +79,10 @@ bool LibNode::WriteStringAttr(const char* name, const char* value)
 
 bool LibNode::ReadInt32Attr(const char* name, int32& value) const
 {
-    int32 read = 0;
-    if (ReadAttr(name, B_INT32_TYPE, 0, &read, sizeof(read)) != sizeof(read))
+    std::string data;
+    if (!ReadWhole(name, B_INT32_TYPE, data) || data.size() != sizeof(value))
         return false;
-    value = read;
+    memcpy(&value, data.data(), sizeof(value));
     return true;
 }
 
@@ -125,6 +133,8 @@ bool LibNode::CompressFile(const char* name, const char* path)
     }
     BPath archive;
     LibUniqueName(archive, "zip");
+    if (archive.InitCheck() != B_OK)
+        return false;
     const std::string file = std::string(archive.Path()) + ".zip"; // zip adds it where no dot is
     std::string data;
     if (!LibZip(file.c_str(), BPath(path)))
@@ -151,7 +161,7 @@ bool LibNode::UncompressFile(const char* name, const char* directory, bool repla
     }
     const bool written = file.Write(data.data(), data.size()) == static_cast<ssize_t>(data.size());
     file.Unset();
-    if (!written || !LibUnzip(archive.Path()))
+    if (!written || !LibUnzipWhole(archive.Path()))
         return false;
     LibUnlink(archive.Path());
     return create_directory(directory, 0775) == B_OK && MoveAll(folder.Path(), directory, replace);

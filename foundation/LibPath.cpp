@@ -12,6 +12,7 @@
 #include <Node.h>
 
 #include "foundation/LibStringIterator.h"
+#include "foundation/Utf8.h"
 
 bool LibGetSettingsPath(LibString& path)
 {
@@ -152,12 +153,15 @@ bool Libmkdir(const char* path)
 void LibUniqueName(BPath& path, const char* prefix)
 {
     static std::atomic<long> calls = 0;
-    char name[B_FILE_NAME_LENGTH];
-    snprintf(name, sizeof(name), "%s%ld%ld%ld", prefix != nullptr ? prefix : "", ++calls,
-        static_cast<long>(getpid()), static_cast<long>(time(nullptr)));
+    char numbers[64]; // three of up to 20 digits
+    snprintf(numbers, sizeof(numbers), "%ld%ld%ld", ++calls, static_cast<long>(getpid()),
+        static_cast<long>(time(nullptr)));
+    constexpr size_t kRoom = B_FILE_NAME_LENGTH - sizeof(numbers);
+    const std::string name =
+        std::string(LibCutUtf8(prefix != nullptr ? prefix : "", kRoom)) + numbers;
     BPath unique;
     if (find_directory(B_COMMON_TEMP_DIRECTORY, &unique, true) == B_OK)
-        unique.Append(name);
+        unique.Append(name.c_str());
     path = unique;
 }
 

@@ -1,31 +1,42 @@
 #include "foundation/LibString.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "foundation/AsciiCharacters.h"
 #include "foundation/FixedText.h"
+#include "foundation/Int32Range.h"
 
 namespace {
 
-constexpr int32 kInt32Buffer = 11;
-constexpr int32 kFloat32Buffer = 11;
-constexpr int32 kFloat64Buffer = 16;
+constexpr size_t kInt32Buffer = 11; // ten digits with a sign get one byte more
+constexpr size_t kFloat32Buffer = 11;
+constexpr size_t kFloat64Buffer = 16;
+constexpr size_t kMostBuffer = INT32_MAX;
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
-int32 CapacityFor(std::string_view text)
+std::string Cut(std::string text, size_t capacity)
 {
-    return static_cast<int32>(text.size() + 1);
+    return text.substr(0, capacity - 1);
 }
 
-std::string Cut(std::string text, int32 capacity)
+// Null, with a line on standard error, if there is not as much memory or it is too much.
+std::unique_ptr<char[]> NewBuffer(size_t capacity)
 {
-    return text.substr(0, static_cast<size_t>(capacity - 1));
+    std::unique_ptr<char[]> bytes;
+    if (capacity <= kMostBuffer)
+        bytes.reset(new (std::nothrow) char[capacity]);
+    if (bytes == nullptr)
+        fprintf(stderr, "No room for a text of <%zu> bytes\n", capacity);
+    return bytes;
 }
 
 template <class Integer>
@@ -71,20 +82,48 @@ void LibString::PrintToStream() const
     fprintf(stderr, "LibString:: <%s>, buffer %d\n", View().data(), size);
 }
 
-void LibString::SetText(std::string_view text, int32 capacity)
+void LibString::SetText(std::string_view text, size_t capacity)
 {
-    char* old = buffer; // freed last, text may lie in it
-    buffer = new char[static_cast<size_t>(capacity)];
-    const size_t length = std::min(text.size(), static_cast<size_t>(capacity - 1));
-    memcpy(buffer, text.data(), length);
+    std::unique_ptr<char[]> bytes = NewBuffer(capacity);
+    if (bytes == nullptr)
+        return;
+    const size_t length = std::min(text.size(), capacity - 1);
+    memcpy(bytes.get(), text.data(), length);
+    bytes[length] = '\0';
+    delete[] buffer; // only now, text may lie in it
+    buffer = bytes.release();
+    size = static_cast<int32>(capacity);
+}
+
+// Puts with in place of so many bytes at from, as many as there are. False if that is refused.
+bool LibString::Splice(size_t from, size_t removed, std::string_view with)
+{
+    const std::string_view text = View();
+    const std::string_view tail = text.substr(std::min(from + removed, text.size()));
+    const size_t length = from + with.size() + tail.size();
+    const bool isOwn = !std::less()(with.data(), buffer) && std::less()(with.data(), buffer + size);
+    if (length < static_cast<size_t>(size) && !isOwn) {
+        memmove(buffer + from + with.size(), tail.data(), tail.size());
+        memcpy(buffer + from, with.data(), with.size());
+    } else {
+        const size_t capacity = std::max(length + 1, static_cast<size_t>(size));
+        std::unique_ptr<char[]> bytes = NewBuffer(capacity);
+        if (bytes == nullptr)
+            return false;
+        memcpy(bytes.get(), text.data(), from);
+        memcpy(bytes.get() + from, with.data(), with.size());
+        memcpy(bytes.get() + from + with.size(), tail.data(), tail.size());
+        delete[] buffer;
+        buffer = bytes.release();
+        size = static_cast<int32>(capacity);
+    }
     buffer[length] = '\0';
-    size = capacity;
-    delete[] old;
+    return true;
 }
 
 void LibString::SetBuffer(const int32& n)
 {
-    SetText("", std::clamp(n, 0, INT32_MAX - 1) + 1);
+    SetText("", static_cast<size_t>(std::clamp(n, 0, INT32_MAX - 1)) + 1);
 }
 
 void LibString::Clear()
@@ -101,20 +140,21 @@ LibString& LibString::operator=(const LibString& o)
     if (o.buffer == nullptr)
         Clear();
     else
-        SetText(o.View(), o.size);
+        SetText(o.View(), static_cast<size_t>(o.size));
     return *this;
 }
 
 LibString& LibString::operator=(const char* s)
 {
     if (s != nullptr)
-        SetText(s, CapacityFor(s));
+        SetText(s, strlen(s) + 1);
     return *this;
 }
 
 LibString& LibString::operator=(const int32& v)
 {
-    SetText(std::to_string(v), kInt32Buffer);
+    const std::string text = std::to_string(v);
+    SetText(text, std::max(kInt32Buffer, text.size() + 1));
     return *this;
 }
 
@@ -158,26 +198,12 @@ void LibString::Formatted(const char* format, ...)
 
 int32 LibString::PackSize() const
 {
-    return static_cast<int32>(View().size() + 4);
+    return LibToInt32(static_cast<int64>(View().size()) + 4);
 }
 
 char* LibString::Concat(const char* s)
 {
-    if (s == nullptr)
-        return buffer;
-    const size_t length = View().size();
-    const size_t added = strlen(s);
-    if (length + added < static_cast<size_t>(size)) {
-        memmove(buffer + length, s, added);
-    } else {
-        std::unique_ptr<char[]> old(buffer); // freed last, s may lie in it
-        buffer = new char[length + added + 1];
-        memcpy(buffer, old != nullptr ? old.get() : "", length);
-        memcpy(buffer + length, s, added);
-        size = static_cast<int32>(length + added + 1);
-    }
-    buffer[length + added] = '\0';
-    return buffer;
+    return s == nullptr || Splice(View().size(), 0, s) ? buffer : nullptr;
 }
 
 char* LibString::Concat(const char& c)
@@ -188,7 +214,7 @@ char* LibString::Concat(const char& c)
 
 LibString& LibString::operator+=(const int32& v)
 {
-    Concat(Cut(std::to_string(v), kInt32Buffer).c_str());
+    Concat(std::to_string(v).c_str());
     return *this;
 }
 
@@ -208,27 +234,22 @@ void LibString::PrePend(const char* s)
 {
     if (s == nullptr)
         return;
-    LibString text(s);
-    text.Concat(buffer);
-    *this = text;
+    LibString text;
+    if (text.Concat(s) != nullptr && text.Concat(View().data()) != nullptr)
+        *this = text;
 }
 
 void LibString::Insert(const int& pos, const char* s)
 {
-    const std::string_view text = View();
+    const size_t length = View().size();
     if (s == nullptr)
         return;
-    if (text.empty()) {
+    if (length == 0) {
         *this = s;
         return;
     }
-    const bool exists = pos >= -1 && pos < static_cast<int64>(text.size());
-    const size_t head = exists ? static_cast<size_t>(pos + 1) : text.size();
-    const std::string inserted(s);
-    const std::string tail(text.substr(head));
-    CutAt(head);
-    Concat(inserted.c_str());
-    Concat(tail.c_str());
+    const bool exists = pos >= -1 && pos < static_cast<int64>(length);
+    Splice(exists ? static_cast<size_t>(pos + 1) : length, 0, s);
 }
 
 void LibString::Read(const char* path, const int32& lineSize)
@@ -238,9 +259,12 @@ void LibString::Read(const char* path, const int32& lineSize)
     FILE* file = fopen(path, "r");
     if (file == nullptr)
         return;
-    const std::unique_ptr<char[]> line(new char[static_cast<size_t>(lineSize)]);
-    while (fgets(line.get(), lineSize, file) != nullptr)
-        Concat(line.get());
+    const LibString name(path); // which may lie in this text
+    const std::unique_ptr<char[]> line = NewBuffer(static_cast<size_t>(lineSize));
+    while (line != nullptr && fgets(line.get(), lineSize, file) != nullptr
+        && Concat(line.get()) != nullptr) { }
+    if (ferror(file))
+        fprintf(stderr, "Error reading <%s>: %s\n", name.View().data(), strerror(errno));
     fclose(file);
 }
 

@@ -5,6 +5,9 @@
 // and NextCharacter know UTF-8. After Clear(), or made from a null pointer, a LibString has no
 // buffer: it converts to a null pointer and is otherwise an empty text. A null text given to an
 // operation changes nothing or counts as empty. A text given may lie in this string's own buffer.
+//
+// A text has at most 2,147,483,646 bytes. An operation that would make it longer, or for which
+// there is no memory, is refused: a line on standard error says so, and the string is as it was.
 #pragma once
 
 #include <string_view>
@@ -35,8 +38,8 @@ public:
     // Assigned from another string, this one gets the other's room, not only its text.
     LibString& operator=(const LibString& o);
     LibString& operator=(const char* s); // null: nothing changes
-    // Numbers: "%d", "%f", "%.*f", in every locale with a point. Cut to what fits: 10 bytes of an
-    // int32 or float, 15 of a double.
+    // Numbers: "%d", "%f", "%.*f", in every locale with a point. A float is cut to 10 bytes, a
+    // double to 15.
     LibString& operator=(const int32& v);
     LibString& operator=(const float& v);
     LibString& operator=(const double& v);
@@ -49,7 +52,7 @@ public:
     // The bytes that the text takes when flattened: a length of four bytes, then the text.
     int32 PackSize() const;
 
-    // Append; the result is the buffer, which only grows if the text does not fit.
+    // Append; the result is the buffer, which only grows if the text does not fit; null if refused.
     char* Concat(const char* s);
     char* Concat(const char& c);
     LibString& operator+=(const int32& v); // as the assignments, cut alike
@@ -61,7 +64,7 @@ public:
     // byte.
     void Insert(const int& pos, const char* s);
     // Appends the file at path, read in pieces of lineSize bytes (2 or more). A file that cannot be
-    // opened changes nothing.
+    // opened changes nothing; one that cannot be read to its end is named on standard error.
     void Read(const char* path, const int32& lineSize);
 
     // -1, 0 or 1, bytes compared as signed numbers, the beginning of a text being smaller than the
@@ -130,9 +133,9 @@ public:
     void RemoveAllWords(const char* word);
     // Leaves one c of every run.
     void RemoveRepeatingChar(const char& c);
-    // Replaces the first old and returns its index, -1 if there is none.
+    // Replaces the first old and returns its index, -1 if there is none or it is refused.
     int32 Replace(const char* old, const char* with);
-    // Replace until there is no old left: with must not contain old.
+    // Replace until there is no old left: with must not contain old. An empty old changes nothing.
     void ReplaceAll(const char* old, const char* with);
     void ReplaceAll(const char& a, const char& b);
     void SwapChar(const char& a, const char& b); // as ReplaceAll(a, b)
@@ -178,12 +181,13 @@ public:
 protected:
     std::string_view View() const { return buffer != nullptr ? buffer : ""; }
     // Puts text into a new buffer of capacity bytes, cut to what fits with its end mark.
-    void SetText(std::string_view text, int32 capacity);
+    void SetText(std::string_view text, size_t capacity);
 
     char* buffer = nullptr;
     int32 size = 0; // bytes of buffer, end mark included
 
 private:
+    bool Splice(size_t from, size_t removed, std::string_view with);
     void CutAt(size_t length);
     size_t CharOffset(int32 n) const;
     size_t NthOf(char c, int32 n) const;

@@ -1,7 +1,6 @@
 // What changes a LibString's text in place.
 #include <algorithm>
 #include <cstring>
-#include <string>
 
 #include "foundation/AsciiCharacters.h"
 #include "foundation/LibString.h"
@@ -143,8 +142,8 @@ bool LibString::RemoveWord(const char* word)
 
 void LibString::RemoveAllWords(const char* word)
 {
-    const std::string wanted(word != nullptr ? word : ""); // word may lie in the text that changes
-    while (RemoveWord(wanted.c_str())) { }
+    const LibString wanted(word); // word may lie in the text that changes
+    while (RemoveWord(wanted)) { }
 }
 
 void LibString::RemoveRepeatingChar(const char& c)
@@ -160,20 +159,17 @@ int32 LibString::Replace(const char* old, const char* with)
     const int32 found = Index(old);
     if (found < 0)
         return -1;
-    const std::string inserted(with != nullptr ? with : "");
-    const size_t oldLength = old != nullptr ? strlen(old) : 0;
-    const std::string tail(View().substr(static_cast<size_t>(found) + oldLength));
-    CutAt(static_cast<size_t>(found));
-    Concat(inserted.c_str());
-    Concat(tail.c_str());
-    return found;
+    const size_t removed = old != nullptr ? strlen(old) : 0;
+    return Splice(static_cast<size_t>(found), removed, with != nullptr ? with : "") ? found : -1;
 }
 
 void LibString::ReplaceAll(const char* old, const char* with)
 {
-    const std::string searched(old != nullptr ? old : ""); // both may lie in the text that changes
-    const std::string inserted(with != nullptr ? with : "");
-    while (Replace(searched.c_str(), inserted.c_str()) >= 0) { }
+    const LibString searched(old); // both may lie in the text that changes
+    const LibString inserted(with != nullptr ? with : "");
+    if (searched.View().empty() || inserted.buffer == nullptr)
+        return;
+    while (Replace(searched, inserted) >= 0) { }
 }
 
 void LibString::ReplaceAll(const char& a, const char& b)

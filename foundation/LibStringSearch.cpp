@@ -218,7 +218,7 @@ bool LibString::Word(const int32& n, LibString& word) const
             continue;
         const std::string_view found = bytes.substr(i);
         const auto end = std::find_if(found.begin(), found.end(), LibIsSpace);
-        word.SetText(std::string_view(found.begin(), end), word.size);
+        word.SetText(std::string_view(found.begin(), end), bytes.size() + 1);
         return true;
     }
     return false;
@@ -230,7 +230,7 @@ LibString LibString::Extract(const int32& from, const int32& to) const
     if (from < 0 || from > to || to >= static_cast<int64>(text.size()))
         return LibString();
     LibString result;
-    result.SetText(text.substr(static_cast<size_t>(from)), to - from + 2);
+    result.SetText(text.substr(static_cast<size_t>(from)), static_cast<size_t>(to - from) + 2);
     return result;
 }
 

@@ -101,7 +101,7 @@ bool LibSymLink(const char* target, const char* link)
 {
     BPath tool;
     return LibFindSystemTool("ln", tool)
-        && ToolCommand(tool.Path()).Option("-fs").Path(target).Path(link).Run() >= 0;
+        && ToolCommand(tool.Path()).Option("-fs").Target(target).Path(link).Run() >= 0;
 }
 
 namespace {
@@ -144,14 +144,28 @@ bool LibZip(const char* archive, const BPath& source, int level)
     return ToolCommand(tool.Path()).Option(options).Path(archive).Path(source.Leaf()).Run() >= 0;
 }
 
-bool LibUnzip(const char* archive)
+namespace {
+
+// As ToolCommand::Run().
+int Unzip(const char* archive)
 {
     BPath tool;
     const BPath full(archive);
     if (!LibFindEnvFile("PATH", "unzip", tool) || !EnterParent(full))
-        return false;
-    const std::string pattern = UnzipPattern(full.Path());
-    return ToolCommand(tool.Path()).Option("-oq").Path(pattern.c_str()).Run() >= 0;
+        return -1;
+    return ToolCommand(tool.Path()).Option("-oq").Path(UnzipPattern(full.Path()).c_str()).Run();
+}
+
+} // namespace
+
+bool LibUnzip(const char* archive)
+{
+    return Unzip(archive) >= 0;
+}
+
+bool LibUnzipWhole(const char* archive)
+{
+    return Unzip(archive) == 0;
 }
 
 bool LibTar(const char* source, const char* archive)
@@ -160,5 +174,8 @@ bool LibTar(const char* source, const char* archive)
     const BPath full(archive);
     if (!LibFindSystemTool("tar", tool) || !EnterParent(full))
         return false;
-    return ToolCommand(tool.Path()).Option("-cf").Path(full.Leaf()).Path(source).Run() >= 0;
+    ToolCommand command(tool.Path());
+    if (source != nullptr && strchr(source, '\\') != nullptr)
+        command.Option("--no-unquote"); // else "\n" in a name is a line end to it
+    return command.Option("-cf").Path(full.Leaf()).Path(source).Run() >= 0;
 }

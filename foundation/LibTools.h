@@ -2,8 +2,10 @@
 // bytes arrives at the tool as it is.
 //
 // Every function returns false, and starts nothing, if the tool is missing or the command line
-// exceeds 512 bytes; most then tell nothing of how the tool fared. LibZip, LibUnzip and LibTar
-// change the process's working directory and leave it so: one thread at a time.
+// exceeds 512 bytes even when it is run from inside the folder of one of its paths; most tell
+// nothing of how the tool fared. For such a shorter command the process's working directory is
+// changed meanwhile; LibZip, LibUnzip and LibTar always change it and leave it so: one thread at a
+// time.
 #pragma once
 
 #include <Path.h>
@@ -26,5 +28,7 @@ bool LibSymLink(const char* target, const char* link);
 bool LibZip(const char* archive, const BPath& source, int level = 9);
 // Unpacks the zip archive beside it, over what is there.
 bool LibUnzip(const char* archive);
+// The same; false also if the tool found anything wrong, such as a damaged file or a full disk.
+[[nodiscard]] bool LibUnzipWhole(const char* archive);
 // Packs source, with all in it, into a new archive. A relative source lies beside the archive.
 bool LibTar(const char* source, const char* archive);

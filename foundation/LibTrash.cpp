@@ -12,6 +12,7 @@
 #include "foundation/LibDateTime.h"
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
+#include "foundation/Utf8.h"
 
 namespace {
 
@@ -23,14 +24,7 @@ std::string CopyName(const char* leaf, int copy)
 {
     const std::string ending = copy == 0 ? " copy" : " copy " + std::to_string(copy);
     const size_t room = B_FILE_NAME_LENGTH - 1 - ending.size() - kRecordEnding.size();
-    std::string name(leaf);
-    if (name.size() > room) {
-        size_t end = room;
-        while (end > 0 && (name[end] & 0xc0) == 0x80) // not within a UTF-8 character
-            end--;
-        name.resize(end > 0 ? end : room);
-    }
-    return name + ending;
+    return std::string(LibCutUtf8(leaf, room)) + ending;
 }
 
 // A path as the desktop writes it in its records: what is no letter, digit or "/" as "%2f".

@@ -1,5 +1,5 @@
 // A folder for temporary files that no other program uses. At the end of a block it is gone, with
-// all in it, and the process is left in the folder above it, not in one that no longer exists.
+// all in it, and a process that the tools left in it is back in the folder that it was in before.
 #pragma once
 
 #include <Path.h>
@@ -16,5 +16,6 @@ public:
 
 private:
     BPath path;
+    BPath before; // the working directory
     bool exists = false;
 };

@@ -4,7 +4,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <Path.h>
+
 #include "foundation/AsciiCharacters.h"
+#include "foundation/LibPath.h"
 
 namespace {
 
@@ -26,39 +29,74 @@ bool LooksLikeNoPath(std::string_view path)
     return first.starts_with('-') || first.starts_with('@') || first.find(':') != first.npos;
 }
 
+// The path without the folder, if it lies in that; else as a whole.
+std::string PathSeenFrom(const BPath& folder, const std::string& path)
+{
+    const BPath full(path.c_str());
+    if (full.InitCheck() != B_OK)
+        return path;
+    const std::string above = folder.Path() + std::string("/");
+    return std::string_view(full.Path()).starts_with(above) ? full.Path() + above.size()
+                                                            : full.Path();
+}
+
+// system() in another working directory; -1 if the process cannot go there and back.
+int RunInside(const BPath& folder, const char* command)
+{
+    BPath before;
+    if (!LibGetWorkingDirectory(before) || !LibChangeDirectory(folder.Path())) {
+        fprintf(stderr, "Unable to work in <%s>\n", folder.Path());
+        return -1;
+    }
+    const int status = system(command);
+    if (!LibChangeDirectory(before.Path()))
+        fprintf(stderr, "Unable to go back to <%s>\n", before.Path());
+    return status;
+}
+
 } // namespace
 
-ToolCommand::ToolCommand(const char* tool)
+ToolCommand::ToolCommand(const char* path) : tool(path != nullptr ? path : "")
 {
-    const std::string_view path = tool != nullptr ? tool : "";
-    if (IsPlain(path))
-        Append(path);
+    if (IsPlain(tool))
+        Append(tool);
     else
-        AppendQuoted(path, Kind::kPath);
+        AppendQuoted(tool, Kind::kPath);
 }
 
 ToolCommand& ToolCommand::Option(const char* option)
 {
-    Append(" ");
-    Append(option);
-    return *this;
+    return Add(Kind::kOption, option);
 }
 
 ToolCommand& ToolCommand::Quoted(const char* word)
 {
-    Append(" ");
-    AppendQuoted(word != nullptr ? word : "", Kind::kWord);
-    return *this;
+    return Add(Kind::kWord, word != nullptr ? word : "");
 }
 
 ToolCommand& ToolCommand::Path(const char* path)
 {
-    if (path == nullptr) {
+    return Add(Kind::kPath, path);
+}
+
+ToolCommand& ToolCommand::Target(const char* path)
+{
+    return Add(Kind::kTarget, path);
+}
+
+ToolCommand& ToolCommand::Add(Kind kind, const char* bytes)
+{
+    if (bytes == nullptr) {
         complete = false;
+        lacksPath = true;
         return *this;
     }
     Append(" ");
-    AppendQuoted(path, Kind::kPath);
+    if (kind == Kind::kOption)
+        Append(bytes);
+    else
+        AppendQuoted(bytes, kind);
+    words.push_back({ kind, bytes });
     return *this;
 }
 
@@ -76,7 +114,7 @@ void ToolCommand::Append(std::string_view piece)
 void ToolCommand::AppendQuoted(std::string_view bytes, Kind kind)
 {
     Append("\"");
-    if (kind == Kind::kPath && LooksLikeNoPath(bytes))
+    if (kind != Kind::kWord && LooksLikeNoPath(bytes))
         Append("./");
     for (const char& c : bytes) {
         if (strchr("\"$`\\", c) != nullptr)
@@ -86,11 +124,29 @@ void ToolCommand::AppendQuoted(std::string_view bytes, Kind kind)
     Append("\"");
 }
 
+ToolCommand ToolCommand::SeenFrom(const BPath& folder) const
+{
+    ToolCommand seen(tool.c_str());
+    for (const Word& word : words) {
+        const bool isMoved = word.kind == Kind::kPath;
+        seen.Add(word.kind, (isMoved ? PathSeenFrom(folder, word.bytes) : word.bytes).c_str());
+    }
+    return seen;
+}
+
 int ToolCommand::Run() const
 {
-    if (!complete) {
-        fprintf(stderr, "Command without a path or longer than 511 bytes <%s>\n", text);
-        return -1;
+    if (complete)
+        return system(text);
+    for (const Word& word : words) {
+        BPath folder;
+        if (lacksPath || word.kind != Kind::kPath
+            || BPath(word.bytes.c_str()).GetParent(&folder) != B_OK)
+            continue;
+        const ToolCommand shorter = SeenFrom(folder);
+        if (shorter.complete)
+            return RunInside(folder, shorter.text);
     }
-    return system(text);
+    fprintf(stderr, "Command without a path or longer than 511 bytes <%s>\n", text);
+    return -1;
 }

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "foundation/AsciiCharacters.h"
+#include "foundation/Utf8.h"
 
 namespace {
 
@@ -100,7 +101,7 @@ int32 LibTypedYear(int32 value, int32 digits)
 bool LibRefuseDate(std::string_view text)
 {
     constexpr size_t kMostShown = 80;
-    fprintf(
-        stderr, "Unable to read the date <%s>\n", std::string(text.substr(0, kMostShown)).c_str());
+    fprintf(stderr, "Unable to read the date <%s>\n",
+        std::string(LibCutUtf8(text, kMostShown)).c_str());
     return false;
 }

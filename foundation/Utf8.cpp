@@ -3,6 +3,17 @@
 #include <locale.h>
 #include <wctype.h>
 
+namespace {
+
+// Characters that a terminal obeys instead of showing them, or that reorder what stands beside.
+bool IsCommand(char32_t c)
+{
+    return c < 0x20 || (c >= 0x7f && c < 0xa0) || c == 0x61c || c == 0x200e || c == 0x200f
+        || (c >= 0x2028 && c <= 0x202e) || (c >= 0x2066 && c <= 0x2069);
+}
+
+} // namespace
+
 void LibAppendUtf8(std::string& text, char32_t c)
 {
     const auto tail = [&text, c](
@@ -42,6 +53,14 @@ size_t LibDecodeUtf8(std::string_view text, char32_t& c)
     return c < kLeast[length] || c > 0x10ffff || surrogate ? 0 : length;
 }
 
+std::string_view LibCutUtf8(std::string_view text, size_t bytes)
+{
+    size_t end = bytes;
+    while (end > 0 && end < text.size() && (text[end] & 0xc0) == 0x80)
+        end--;
+    return text.substr(0, end > 0 ? end : bytes);
+}
+
 std::string LibFoldCase(std::string_view text)
 {
     // Every system has this locale; were it missing, letters beyond ASCII would keep their case.
@@ -63,4 +82,27 @@ std::string LibFoldCase(std::string_view text)
         text.remove_prefix(length == 0 ? 1 : length);
     }
     return folded;
+}
+
+std::string LibPrintable(const char* text, size_t most)
+{
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string_view rest(text != nullptr ? text : "");
+    rest = rest.substr(0, most);
+    std::string shown;
+    while (!rest.empty()) {
+        char32_t c = 0;
+        const size_t length = LibDecodeUtf8(rest, c);
+        const std::string_view bytes = rest.substr(0, length == 0 ? 1 : length);
+        if (length > 0 && !IsCommand(c)) {
+            shown += bytes;
+        } else {
+            for (const char byte : bytes) {
+                const auto value = static_cast<unsigned char>(byte);
+                shown.append({ '\\', 'x', kDigits[value >> 4], kDigits[value & 15] });
+            }
+        }
+        rest.remove_prefix(bytes.size());
+    }
+    return shown;
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "foundation/Int32Range.h"
+#include "foundation/Utf8.h"
 
 namespace {
 
@@ -85,18 +86,24 @@ bool xmlParser::ReadLine()
     endsLine = true;
     if (file == nullptr || fgets(buffer, sizeof(buffer), file) == nullptr) {
         buffer[0] = '\0';
+        const bool failed = file != nullptr && ferror(file);
+        if (failed && !complained)
+            fprintf(stderr, "Error reading after line <%d>: %s\n", line, strerror(errno));
+        complained = complained || failed;
         return false;
     }
     line = LibToInt32(int64 { line } + 1);
-    const size_t length = strlen(buffer);
+    size_t length = strlen(buffer);
     if (length > 0 && buffer[length - 1] == '\n') {
-        buffer[length - 1] = '\0';
+        buffer[--length] = '\0';
     } else if (length == kLineLength) {
         const int next = getc(file); // the line end of a line that just fits
         endsLine = next == '\n' || next == EOF;
         if (!endsLine)
             ungetc(next, file);
     }
+    if (endsLine && length > 0 && buffer[length - 1] == '\r')
+        buffer[length - 1] = '\0';
     return true;
 }
 
@@ -115,11 +122,16 @@ bool xmlParser::Advance()
 // character.
 bool xmlParser::AdvanceInTag(char& c)
 {
-    const bool wasInLine = buffer[column] != '\0';
-    if (wasInLine && buffer[column + 1] == '\0' && endsLine) {
+    const bool endsPiece = buffer[column] != '\0' && buffer[column + 1] == '\0';
+    if (endsPiece && endsLine) {
         column++;
         c = ' ';
         return true;
+    }
+    if (endsPiece) {
+        const bool more = ReadLine(); // of which nothing may be left but its end
+        c = more && buffer[0] == '\0' ? ' ' : buffer[0];
+        return more;
     }
     const bool more = Advance();
     c = buffer[column];
@@ -219,7 +231,8 @@ void xmlParser::AddModifier(
     if (name.empty() || !Within(attributes++, kMostAttributes, "attributes"))
         return;
     if (modifiers.AddString(name.c_str(), value.c_str()) != B_OK)
-        fprintf(stderr, "xmlParser: attribute <%.80s> left out\n", name.c_str());
+        fprintf(
+            stderr, "xmlParser: attribute <%s> left out\n", LibPrintable(name.c_str(), 80).c_str());
 }
 
 // Reads the rest of a tag whose name was read, and cuts name to what it is without its "/". True if

@@ -6,11 +6,12 @@
 //
 // It knows elements, attributes and text, and skips declarations, comments and document types.
 // References such as "&lt;" stay as they are, an element that is never closed reaches to the end of
-// the file, a closing tag that fits nothing is passed over. Lines of a text are joined with nothing
-// in between; inside a tag a line end counts as a blank.
+// the file, a closing tag that fits nothing is passed over. Lines, which end in "\n" or "\r\n", are
+// joined in a text with nothing in between; inside a tag a line end counts as a blank.
 //
 // What no hand writes is bounded: 100 levels and 100,000 elements in one FindTag, 1000 attributes
-// of a tag, 1 GB of text. What is beyond is left out, with a line on standard error.
+// of a tag, 1 GB of text. What is beyond is left out, with a line on standard error, as is what
+// cannot be read.
 #pragma once
 
 #include <cstdio>

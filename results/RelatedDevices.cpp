@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "foundation/Utf8.h"
+
 void RelatedDevices::Description(const int& newType, const char* text)
 {
     type = newType;
@@ -10,6 +12,5 @@ void RelatedDevices::Description(const int& newType, const char* text)
 
 void RelatedDevices::PrintToStream() const
 {
-    const char* text = description;
-    fprintf(stderr, "RelatedDevices:: <%s>, type %d\n", text, type);
+    fprintf(stderr, "RelatedDevices:: <%s>, type %d\n", LibPrintable(description).c_str(), type);
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "foundation/Utf8.h"
+
 float ResultList::MaxRate() const
 {
     double best = 0;
@@ -42,9 +44,10 @@ void ResultList::MakeCurrent(const Metric& probe)
 void ResultList::FirstCurrent()
 {
     for (Results& machine : *this) {
-        const char* name = machine.description;
-        if (machine.First() == nullptr)
-            fprintf(stderr, "Unable to make first current <%s>\n", name);
+        if (machine.First() == nullptr) {
+            fprintf(stderr, "Unable to make first current <%s>\n",
+                LibPrintable(machine.description).c_str());
+        }
     }
 }
 

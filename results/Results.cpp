@@ -1,9 +1,11 @@
 #include "results/Results.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
+#include "foundation/Utf8.h"
 #include "results/ProcessorImages.h"
 #include "sysinfo/LibSysInfo.h"
 
@@ -48,6 +50,7 @@ Results& Results::operator=(Results& o)
     description = o.description;
     nbrCpus = o.nbrCpus;
     cpu = o.cpu;
+    pass = o.pass;
     devices = o.devices;
     LinkList<Metric>::operator=(o);
     UpdateIcon();
@@ -72,12 +75,14 @@ void Results::Reset(const LibSysInfo& machine)
     machine.Description(description);
     nbrCpus = machine.cpuCount;
     cpu = nbrCpus + 1;
+    pass = -1;
     expanded = false;
     UpdateIcon();
 }
 
 bool Results::CycleCpu()
 {
+    pass++;
     return --cpu > 0;
 }
 
@@ -86,12 +91,27 @@ Metric* Results::NewTest(const char* text, const long& cycles)
     auto metric = std::make_unique<Metric>();
     metric->Description(text);
     metric->NbrCycles(cycles);
-    if (Metric* known = Get(metric.get()))
+    if (Metric* known = Get(metric.get())) {
+        FillGaps(*known);
         return known;
+    }
+    FillGaps(*metric);
     Metric* inserted = Insert(std::move(metric));
     if (inserted == nullptr)
         fprintf(stderr, "<%s> not inserted\n", text);
     return inserted;
+}
+
+void Results::FillGaps(Metric& metric) const
+{
+    while (metric.nbrTimes < std::min(pass, kMostTimes))
+        metric.Time(0);
+}
+
+void Results::FillGaps()
+{
+    for (Metric& metric : *this)
+        FillGaps(metric);
 }
 
 void Results::Calibrate(const long& loops, int randsPerLoop)
@@ -130,6 +150,5 @@ bool Results::Contains(BPoint where)
 
 void Results::PrintToStream() const
 {
-    const char* text = description;
-    fprintf(stderr, "<%s>, nbrcpu %d, cpu %d\n", text, nbrCpus, cpu);
+    fprintf(stderr, "<%s>, nbrcpu %d, cpu %d\n", LibPrintable(description).c_str(), nbrCpus, cpu);
 }

@@ -51,8 +51,11 @@ public:
     // Goes to the next processor count; false when all were measured.
     bool CycleCpu();
     // The metric of this description, made with these cycles if there is none yet. Null, with a
-    // line on standard error, if there is no memory.
+    // line on standard error, if there is no memory. Its next time is that of this pass: for each
+    // one before that it was left out of it has a time of 0.
     Metric* NewTest(const char* text, const long& cycles);
+    // After the last pass: the same for all metrics, so that each has a time for every pass.
+    void FillGaps();
     // Measures what a test's own loop costs, which EndTimer then takes off: loops rounds of
     // randsPerLoop (1 to 6, else none) calls of rand(). With no loops the cost is 0.
     void Calibrate(const long& loops, int randsPerLoop);
@@ -94,6 +97,7 @@ public:
     LibString description;
     int32 nbrCpus = 0;
     int32 cpu = 0; // the processor count that is measured now
+    int32 pass = -1; // how many counts this run measured before that one
     int64 calibration = 0; // microseconds
     LinkList<RelatedDevices> devices;
     std::unique_ptr<BBitmap> icon; // 16 by 16 pixels
@@ -101,6 +105,7 @@ public:
 
 private:
     void Reset(const LibSysInfo& machine);
+    void FillGaps(Metric& metric) const;
     void UpdateIcon();
     void ReadDevices(LibStringIterator& line, int32 nbrFields);
     void ReadMetric(LibStringIterator& line, const LibString& id);

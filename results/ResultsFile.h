@@ -12,7 +12,8 @@ class Results;
 [[nodiscard]] bool WriteResultsFile(const char* path, Results& results);
 
 // Appends a machine for every record of the file at path. Returns false, and says nothing, if it
-// cannot be opened. What cannot be read is left out, with a line on standard error.
+// cannot be opened. What cannot be read is left out, with a line on standard error; so are machines
+// that would need many times more memory than the file has bytes.
 bool ReadResultsFile(const char* path, ResultList& list);
 // The same from an open file, up to its end; name stands for it in messages.
 void ReadResults(FILE* file, const char* name, ResultList& list);

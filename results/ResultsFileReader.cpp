@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <memory>
 #include <string>
 
+#include "foundation/Utf8.h"
 #include "results/ResultList.h"
 #include "results/ResultsFile.h"
 #include "sysinfo/LibSysInfo.h"
@@ -10,6 +12,26 @@ namespace {
 constexpr size_t kLongestLine = 29;
 // Write makes no record of kRecordSize; whatever is much longer is none.
 constexpr size_t kLongestRecord = 2 * kRecordSize;
+
+// What a file's machines may take: a file of two-byte machines would fill the memory of any
+// computer. Real ones need four to ten times their text, and a file below the floor anything.
+constexpr size_t kMostBytesPerByteRead = 8;
+constexpr size_t kFloorBytes = 16 << 20;
+
+// The memory that a machine takes, with what malloc adds to each piece, within a tenth.
+size_t MemoryOf(const Results& machine, size_t recordLength)
+{
+    constexpr size_t kPiece = 16;
+    constexpr size_t kShortText = 32;
+    constexpr size_t kMachine =
+        sizeof(Results) + sizeof(BBitmap) + 256 + sizeof(ListNode<Results>) + 5 * kPiece;
+    constexpr size_t kMetric =
+        sizeof(Metric) + sizeof(ListNode<Metric>) + 2 * kPiece + 2 * kShortText;
+    constexpr size_t kDevice =
+        sizeof(RelatedDevices) + sizeof(ListNode<RelatedDevices>) + 2 * kPiece + kShortText;
+    return kMachine + static_cast<size_t>(machine.Size()) * kMetric
+        + static_cast<size_t>(machine.devices.Size()) * kDevice + recordLength;
+}
 
 // Reads most characters, or up to the end of the line, which is taken but not kept. False at the
 // end of the file. What is longer than a record is counted but not kept.
@@ -42,8 +64,8 @@ public:
     {
         std::string line;
         size_t length = 0;
-        ReadLine(fFile, kLongestLine, line, length); // the version: all are read alike
-        while (ReadLine(fFile, kLongestLine, line, length)) {
+        Read(kLongestLine, line, length); // the version: all are read alike
+        while (Read(kLongestLine, line, length)) {
             if (line.ends_with('\r')) // mailed
                 line.pop_back();
             if (line.empty())
@@ -55,31 +77,51 @@ public:
         }
     }
 
-    void Report(const char* name) const
+    void Report(const char* path) const
     {
+        const std::string shown = LibPrintable(path);
+        const char* name = shown.c_str();
         if (fBadLengths > 0) {
-            fprintf(stderr, "<%s>: %d lines are no length of a record, the first <%s>\n", name,
-                fBadLengths, fFirstBadLength.c_str());
+            fprintf(stderr, "<%s>: %ld lines are no length of a record, the first <%s>\n", name,
+                fBadLengths, LibPrintable(fFirstBadLength.c_str()).c_str());
         }
         if (fTooLong > 0) {
-            fprintf(stderr, "<%s>: %d records longer than %zu characters are left out\n", name,
+            fprintf(stderr, "<%s>: %ld records longer than %zu characters are left out\n", name,
                 fTooLong, kLongestRecord);
+        }
+        if (fTooMany > 0) {
+            fprintf(stderr,
+                "<%s>: %ld machines are left out: they need more than %zu times the memory that "
+                "the file has bytes\n",
+                name, fTooMany, kMostBytesPerByteRead);
         }
     }
 
 private:
+    bool Read(size_t most, std::string& line, size_t& length)
+    {
+        const bool isRead = ReadLine(fFile, most, line, length);
+        fBytesRead += length + 1;
+        return isRead;
+    }
+
     void ReadRecord(size_t most)
     {
         std::string record;
         size_t length = 0;
-        if (!ReadLine(fFile, most, record, length))
+        if (!Read(most, record, length))
             return;
         if (length > kLongestRecord) {
             fTooLong++;
             return;
         }
+        if (fMemory > std::max(kFloorBytes, fBytesRead * kMostBytesPerByteRead)) {
+            fTooMany++;
+            return;
+        }
         auto machine = std::make_unique<Results>(false, fThisMachine);
         machine->Read(record.c_str());
+        fMemory += MemoryOf(*machine, length);
         if (fList.Insert(machine.get()))
             machine.release();
     }
@@ -87,9 +129,12 @@ private:
     FILE* fFile;
     ResultList& fList;
     const LibSysInfo fThisMachine;
-    int fBadLengths = 0;
+    size_t fBytesRead = 0;
+    size_t fMemory = 0; // of the machines of this file
+    long fBadLengths = 0;
     std::string fFirstBadLength;
-    int fTooLong = 0;
+    long fTooLong = 0;
+    long fTooMany = 0;
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "foundation/LibStringIterator.h"
+#include "foundation/Utf8.h"
 #include "results/Results.h"
 #include "results/TestCatalogue.h"
 
@@ -19,8 +20,7 @@ int32 ProcessorCount(const LibString& description)
 // A field on standard error, cut short: a record can hold thousands that cannot be read.
 void PrintField(const LibString& field)
 {
-    const char* text = field;
-    fprintf(stderr, "<%.60s>\n", text);
+    fprintf(stderr, "<%s>\n", LibPrintable(field, 60).c_str());
 }
 
 } // namespace
@@ -49,7 +49,7 @@ void Results::ReadDevices(LibStringIterator& line, int32 nbrFields)
         if (id.ToChar(':', 0, 0))
             id.GetInt32(type);
         else
-            fprintf(stderr, "Unable to get class id for <%.1000s>\n", id.operator const char*());
+            fprintf(stderr, "Unable to get class id for <%s>\n", LibPrintable(id, 1000).c_str());
         field.FromChar(':', 0, 1);
         auto device = std::make_unique<RelatedDevices>();
         device->Description(type, field);
@@ -62,9 +62,8 @@ void Results::ReadMetric(LibStringIterator& line, const LibString& id)
 {
     int32 index = 0;
     if (!id.GetInt32(index)) {
-        const char* machine = description;
-        const char* text = id;
-        fprintf(stderr, "Error extracting metric type for <%.1000s>. <%.60s>\n", machine, text);
+        fprintf(stderr, "Error extracting metric type for <%s>. <%s>\n",
+            LibPrintable(description, 1000).c_str(), LibPrintable(id, 60).c_str());
         return;
     }
     auto metric = std::make_unique<Metric>();

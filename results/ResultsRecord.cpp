@@ -4,6 +4,7 @@
 #include <string>
 
 #include "foundation/FixedText.h"
+#include "foundation/Utf8.h"
 #include "results/Results.h"
 
 namespace {
@@ -68,7 +69,7 @@ bool Results::Write(char* buffer) const
     strcpy(buffer, (beginning + deviceFields.Text() + metricFields.Text()).c_str());
     if (machine.size() < kRoom && metricFields.IsComplete() && deviceFields.IsComplete())
         return true;
-    fprintf(
-        stderr, "The record of <%.200s> was shortened to %d bytes\n", machine.c_str(), kRecordSize);
+    fprintf(stderr, "The record of <%s> was shortened to %d bytes\n",
+        LibPrintable(machine.c_str(), 200).c_str(), kRecordSize);
     return false;
 }

@@ -58,6 +58,9 @@ status_t LibDeviceInfo::ObtainPciDevices(const int& classId, pciItem* item)
             continue;
         device->VendorId(info.vendor_id);
         device->DeviceId(info.device_id);
+        LibString slot;
+        slot.Formatted("%2.2x:%2.2x.%d", info.bus, info.device, info.function);
+        device->Slot(slot);
         GetDevice(device.get());
         item->devices.Insert(std::move(device));
     }

@@ -73,9 +73,7 @@ void LibSysInfo::Description(LibString& out) const
 
 const char* LibSysInfo::ScreenDepthStr() const
 {
-    static LibString text;
-    text = LibColorDepthName(colorSpace);
-    return text;
+    return LibColorDepthName(colorSpace);
 }
 
 void LibSysInfo::PrintToStream() const

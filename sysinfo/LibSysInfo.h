@@ -24,7 +24,7 @@ public:
     // The line that identifies a machine's results, as in
     // "AT Clone (2-Intel Pentium II@400/100MHz) 128MB RAM".
     void Description(LibString& out) const;
-    // The screen's depth in words; valid until the next call from any object.
+    // The screen's depth in words; valid for as long as the program runs, in every thread.
     const char* ScreenDepthStr() const;
     // Description, depth and screen size on standard error.
     void PrintToStream() const;

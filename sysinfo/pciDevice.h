@@ -22,6 +22,7 @@ public:
     void VendorShort(const char* name) { vendorShort = name; }
     void VendorLong(const char* name) { vendorLong = name; }
     void Description(const char* text) { description = text; }
+    void Slot(const char* place) { slot = place; }
 
     // True if both names of the vendor are known.
     bool IsVendorMatched() const;
@@ -37,4 +38,5 @@ public:
     LibString vendorShort = "Unknown";
     LibString vendorLong = "Unknown";
     LibString description = "Unknown";
+    LibString slot; // bus, device and function, as in "01:00.0"
 };

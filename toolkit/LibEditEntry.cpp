@@ -19,10 +19,10 @@ bool IsLongerWith(const std::string& name, const std::string& beginning)
 
 } // namespace
 
-LibEditEntry::LibEditEntry(BRect frame, const char* name, const char* text, int32 maxBytes)
+LibEditEntry::LibEditEntry(BRect frame, const char* name, const char* text, int32 maxCharacters)
     : BTextControl(frame, name, nullptr, text, nullptr)
 {
-    TextView()->SetMaxBytes(maxBytes);
+    TextView()->SetMaxCharacters(maxCharacters);
     SetModificationMessage(new BMessage(kMsgTextChanged));
 }
 
@@ -41,21 +41,23 @@ void LibEditEntry::AttachedToWindow()
 void LibEditEntry::MessageReceived(BMessage* message)
 {
     if (message->what == kMsgTextChanged)
-        TextChanged();
+        TextChanged(*message);
     else
         BTextControl::MessageReceived(message);
 }
 
 // Only what is typed at the end is completed: whoever deletes does not want it back.
-void LibEditEntry::TextChanged()
+void LibEditEntry::TextChanged(const BMessage& message)
 {
     const std::string text = Text();
-    const bool hasGrown = text.size() > before.size();
-    before = text;
+    const char* reported = "";
+    bool isInserted = false;
+    message.FindString("be:text", &reported);
+    message.FindBool("be:inserted", &isInserted);
     int32 start = 0, end = 0;
     TextView()->GetSelection(&start, &end);
     const auto size = static_cast<int32>(text.size());
-    if (!hasGrown || start != size || end != size)
+    if (!isInserted || text != reported || start != size || end != size)
         return;
     if (const std::string* name = NameFor(text)) {
         TextView()->Insert(name->c_str() + text.size());

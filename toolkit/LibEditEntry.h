@@ -12,8 +12,8 @@ class LibEditEntry : public BTextControl {
 public:
     typedef std::vector<std::string> Names;
 
-    // Takes at most maxBytes bytes of text.
-    LibEditEntry(BRect frame, const char* name, const char* text, int32 maxBytes);
+    // Takes at most so many characters of text.
+    LibEditEntry(BRect frame, const char* name, const char* text, int32 maxCharacters);
 
     // The names to complete, tried in this order: best, unless it is "", then the others (may be
     // null). Upper and lower case are the same.
@@ -23,10 +23,9 @@ public:
     void MessageReceived(BMessage* message) override;
 
 private:
-    void TextChanged();
+    void TextChanged(const BMessage& message);
     const std::string* NameFor(const std::string& beginning) const;
 
     std::string best;
     std::shared_ptr<const Names> others;
-    std::string before; // the text at the last change, without what was put behind it
 };

@@ -16,18 +16,13 @@ const LibHelp* gHelp = nullptr;
 bool gShow = true;
 std::vector<BMessenger> gWindows;
 
-const LibHelp* ShownHelp()
-{
-    const std::lock_guard lock(gLock);
-    return gShow ? gHelp : nullptr;
-}
-
-void Apply(BView* view, const LibHelp* help)
+void Apply(BView* view, const LibHelp& help, bool show)
 {
     const char* name = view->Name();
-    view->SetToolTip(help && name ? help->TipFor(name) : nullptr);
+    if (const char* tip = name ? help.TipFor(name) : nullptr)
+        view->SetToolTip(show ? tip : nullptr);
     for (int32 i = 0; i < view->CountChildren(); i++)
-        Apply(view->ChildAt(i), help);
+        Apply(view->ChildAt(i), help, show);
 }
 
 } // namespace
@@ -40,9 +35,15 @@ void LibSetToolTips(const LibHelp* help)
 
 void LibApplyToolTips(BWindow* window)
 {
-    const LibHelp* help = ShownHelp();
-    for (int32 i = 0; i < window->CountChildren(); i++)
-        Apply(window->ChildAt(i), help);
+    const LibHelp* help = nullptr;
+    bool show = false;
+    {
+        const std::lock_guard lock(gLock);
+        help = gHelp;
+        show = gShow;
+    }
+    for (int32 i = 0; help && i < window->CountChildren(); i++)
+        Apply(window->ChildAt(i), *help, show);
     const std::lock_guard lock(gLock);
     std::erase_if(gWindows, [](const BMessenger& known) { return !known.IsValid(); });
     gWindows.push_back(BMessenger(window));

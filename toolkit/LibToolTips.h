@@ -1,5 +1,6 @@
 // Tips for controls, known by the names of their views. The application gives and switches them;
-// windows put them on.
+// windows put them on. A tip that a window has given a view of another name stays: it is no help
+// but something to read.
 #pragma once
 
 class BView;

@@ -11,7 +11,8 @@ void LibInfo(const char* text);
 void LibWarning(const char* text);
 
 // Shows the alert, which deletes itself, and returns the index of the button that was pressed; -1
-// if it was closed without an answer.
+// if it was closed without an answer, by LibCloseAlerts() or by the user with its close box or, if
+// that is no button's shortcut, Escape. Of what the buttons offer, -1 is the harmless one.
 [[nodiscard]] int32 LibAnswer(BAlert* alert);
 
 // Closes the alerts that wait, unanswered: the application quits, and they hold up their windows.

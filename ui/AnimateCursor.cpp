@@ -4,6 +4,7 @@
 #include <Cursor.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace {
 
@@ -41,6 +42,11 @@ void AnimateCursor::Run(const float& newPeriod)
         return;
     running = true;
     thread = spawn_thread(RunLoop, name, B_NORMAL_PRIORITY, this);
+    if (thread < B_OK) { // the pointer stays as it is
+        fprintf(stderr, "Cannot start thread <%s>\n", name.operator const char*());
+        running = false;
+        return;
+    }
     resume_thread(thread);
 }
 

@@ -20,6 +20,7 @@
 namespace {
 
 constexpr char kStore[] = "qv:benchmark"; // an attribute of the program's own file
+constexpr char kDamaged[] = "qv:benchmark damaged";
 constexpr char kRecords[] = "results";
 
 // The program's file; false if the application cannot tell.
@@ -29,6 +30,22 @@ bool GetOwnFile(entry_ref& ref)
     if (!be_app || be_app->GetAppInfo(&info) != B_OK)
         return false;
     ref = info.ref;
+    return true;
+}
+
+// Puts a store that can be read but is no message aside. False: it may be one, or that failed.
+bool SetDamagedAside(LibNode& node)
+{
+    attr_info info;
+    if (node.GetAttrInfo(kStore, &info) != B_OK)
+        return false;
+    std::string data(size_t(info.size), '\0');
+    if (node.ReadAttr(kStore, info.type, 0, data.data(), data.size()) != info.size
+        || BMessage().Unflatten(data.data(), info.size) == B_OK
+        || node.WriteAttr(kDamaged, info.type, 0, data.data(), data.size()) != info.size)
+        return false;
+    fprintf(stderr, "The machines of the comparison are damaged and have been set aside as <%s>\n",
+        kDamaged);
     return true;
 }
 
@@ -56,7 +73,13 @@ void CompareWin::ReadFromResource()
 {
     entry_ref ref;
     BMessage store;
-    if (!GetOwnFile(ref) || !LibNode(&ref).ReadMessageAttr(kStore, store))
+    attr_info info;
+    if (!GetOwnFile(ref))
+        return;
+    const LibNode node(&ref);
+    const bool isThere = node.ReadMessageAttr(kStore, store);
+    isStoreRead = isThere || node.GetAttrInfo(kStore, &info) == B_ENTRY_NOT_FOUND;
+    if (!isThere)
         return;
     const LibSysInfo thisMachine;
     const char* record = nullptr;
@@ -75,6 +98,9 @@ void CompareWin::SaveToResource()
     entry_ref ref;
     if (!lock || !GetOwnFile(ref))
         return;
+    LibNode node(&ref);
+    if (!isStoreRead)
+        ReadFromResource(); // it may be possible now; else those of before would be lost
     BMessage store;
     char record[kRecordSize];
     ResultList& machines = chart->machines;
@@ -84,8 +110,11 @@ void CompareWin::SaveToResource()
         machine->Write(record);
         store.AddString(kRecords, record);
     }
-    if (!LibNode(&ref).WriteMessageAttr(kStore, store))
+    const bool mayReplace = isStoreRead || SetDamagedAside(node);
+    if (!mayReplace || !node.WriteMessageAttr(kStore, store))
         fprintf(stderr, "The machines of the comparison could not be stored\n");
+    else
+        isStoreRead = true;
     TestItemSelected();
 }
 

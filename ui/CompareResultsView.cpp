@@ -9,6 +9,7 @@
 #include "ui/CpuColor.h"
 
 #include <ScrollBar.h>
+#include <WholeFile.h>
 
 namespace {
 
@@ -223,21 +224,23 @@ void CompareResultsView::FrameResized(float width, float height)
 
 void CompareResultsView::Save()
 {
-    FILE* file = fopen("Tarvex.compare", "w");
-    if (!file) {
-        fprintf(stderr, "Error writing <Tarvex.compare>\n");
-        return;
-    }
+    WholeFile table("Tarvex.compare");
+    WriteTable(table.Stream());
+    if (table.Commit())
+        LibInfo("Tarvex.compare has been created."); // the chart may be drawn meanwhile
+    else
+        fprintf(stderr, "Error writing <Tarvex.compare>: %s\n", table.Error().c_str());
+}
+
+// Leaves every machine's current metric as it was; nothing for a file that could not be opened.
+void CompareResultsView::WriteTable(FILE* file)
+{
     const CurrentMetrics kept(machines);
-    if (Results* first = machines.First()) {
+    if (Results* first = file ? machines.First() : nullptr) {
         const int columns = machines.MaxNbrCpus();
         first->SaveHeader(file, columns);
         first->SaveUnits(file, columns);
         first->Save(file, columns); // and once more among all of them
         machines.Save(file, columns);
     }
-    if (fclose(file) != 0)
-        fprintf(stderr, "Error writing <Tarvex.compare>\n");
-    else
-        LibInfo("Tarvex.compare has been created.");
 }

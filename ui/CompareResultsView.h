@@ -37,6 +37,7 @@ public:
 private:
     void DrawGrid(BRect update);
     void DrawCaption();
+    void WriteTable(FILE* file);
     void Scroll(float distance);
     void Select(Results* machine);
     Results* NextToSelected(bool below);

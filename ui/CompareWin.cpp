@@ -21,6 +21,7 @@ constexpr float kMargin = 10;
 constexpr float kLegendHeight = 20;
 constexpr float kControlsTop = 38;
 constexpr float kControlHeight = 26;
+constexpr float kSaveWidth = 80;
 constexpr float kChartTop = kControlsTop + kControlHeight + 8;
 
 } // namespace
@@ -32,7 +33,6 @@ CompareWin::CompareWin(BLooper* looper, bool allowSave)
 {
     SetName("CompareWin");
     CloseOnEscape();
-    SetSizeLimits(560, 8000, 200, 8000);
     AddControls(allowSave);
     AddChart();
     ReadFromResource();
@@ -60,9 +60,11 @@ void CompareWin::AddControls(bool allowSave)
     frame.Set(frame.right + 15, frame.top, frame.right + 240, frame.bottom);
     ratio = new BCheckBox(frame, "ratio", "Percent of Current Selection", new BMessage(kMsgRatio));
     background->AddChild(ratio);
+    const float saveRoom = allowSave ? kMargin + kSaveWidth : 0;
+    SetSizeLimits(frame.right + saveRoom + kMargin, 8000, 200, 8000);
     if (!allowSave)
         return;
-    frame.Set(right - kMargin - 80, frame.top, right - kMargin, frame.bottom);
+    frame.Set(right - kMargin - kSaveWidth, frame.top, right - kMargin, frame.bottom);
     background->AddChild(
         new BButton(frame, "save", "Save", new BMessage(kMsgSave), B_FOLLOW_RIGHT | B_FOLLOW_TOP));
 }

@@ -30,7 +30,9 @@ public:
     void OpenFiles(BMessage* message);
     // Writes the table of all machines.
     void SaveComparison();
-    // Replaces the stored machines by those shown, without the current run.
+    // Replaces the stored machines by those shown, without the current run. If they could not be
+    // read before, they are shown too, or else they stay as they are, with a line on standard
+    // error.
     void SaveToResource();
 
     // Fits the scroll bar to the chart's height. The window must be locked.
@@ -56,4 +58,5 @@ private:
     BCheckBox* ratio = nullptr;
     BScrollView* scroller = nullptr;
     CompareResultsView* chart = nullptr;
+    bool isStoreRead = false; // what is stored is shown, and may be replaced by what is shown
 };

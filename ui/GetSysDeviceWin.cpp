@@ -5,10 +5,13 @@
 #include "toolkit/LibLabelFrame.h"
 
 #include <Box.h>
+#include <Message.h>
 #include <Screen.h>
 #include <ScrollBar.h>
 #include <StringView.h>
+#include <WholeFile.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -30,8 +33,10 @@ constexpr float kEntryInset = 2;
 constexpr float kLabelWidth = 55;
 constexpr float kKnownWidth = 150;
 constexpr float kKnownHeight = 20;
-constexpr int32 kMostBytes = 50;
+constexpr int32 kMostCharacters = 50;
 constexpr float kFontSize = 10;
+constexpr float kBoxBorder = 2;
+constexpr float kRowsBarX = 325; // right of the entries
 constexpr float kAroundWindow = 60; // of the screen's height: the window's border, a panel
 
 // The number of the class among those shown, that of the device in its class, and its id.
@@ -60,11 +65,40 @@ BStringView* KnownName(
     return view;
 }
 
-LibEditEntry* NewEntry(const LibString& name, const LibString& text)
+// Where rows run past the box's lower edge a view in it, which scrolls; else the box. Both have the
+// same coordinates.
+BView* RowsIn(BBox* box, int32 nbrRows)
 {
-    auto* entry = new LibEditEntry(BRect(), name, text, kMostBytes);
-    entry->SetFontSize(kFontSize);
-    return entry;
+    const float bottom =
+        kFirstRow + kRowStep * static_cast<float>(nbrRows - 1) + kEntryHeight - kEntryInset;
+    const BRect seen(kBoxBorder, kFirstRow, kRowsBarX - 1, box->Bounds().bottom - kBoxBorder);
+    if (bottom <= seen.bottom)
+        return box;
+    auto* rows = new BView(seen, "rows", B_FOLLOW_LEFT | B_FOLLOW_TOP, 0);
+    rows->SetViewColor(box->Parent()->ViewColor());
+    rows->ScrollTo(seen.LeftTop());
+    box->AddChild(rows);
+    const BRect right(kRowsBarX, seen.top, box->Bounds().right - kBoxBorder, seen.bottom);
+    const float below = bottom + kEntryInset - seen.bottom;
+    auto* bar = new BScrollBar(right, "_VSB_", rows, seen.top, seen.top + below, B_VERTICAL);
+    bar->SetProportion(seen.Height() / (seen.Height() + below));
+    bar->SetSteps(kRowStep, seen.Height() - kRowStep);
+    box->AddChild(bar);
+    return rows;
+}
+
+// Which device it is: where it is found in the machine, its ids, and the system's names for them.
+std::string TipFor(const pciDevice& device, const PciNameList& names)
+{
+    const char* slot = device.slot;
+    LibString ids;
+    ids.Formatted(
+        "Slot %s, vendor 0x%4.4X, device 0x%4.4X", slot, device.vendorId, device.deviceId);
+    std::string tip(ids.operator const char*());
+    for (const std::string& name :
+        { names.Vendor(device.vendorId), names.Device(device.vendorId, device.deviceId) })
+        tip += name.empty() ? "" : "\n" + name;
+    return tip;
 }
 
 } // namespace
@@ -75,6 +109,7 @@ GetSysDeviceWin::GetSysDeviceWin(LibDeviceInfo& info, BLooper* closeTarget)
       target(closeTarget), background(new BView(Bounds(), "view", B_FOLLOW_ALL_SIDES, B_WILL_DRAW))
 {
     SetName("GetSysDeviceWin");
+    CloseOnEscape();
     const BScreen screen(B_MAIN_SCREEN_ID);
     background->SetViewColor(screen.ColorForIndex(screen.IndexForColor(grey_color)));
     AddChild(background);
@@ -140,40 +175,94 @@ void GetSysDeviceWin::AddClass(pciItem& item, const PciNameList& names, float& y
     auto copy = std::make_unique<pciItem>(item);
     if (items.Insert(copy.get()))
         static_cast<void>(copy.release());
+    BView* rows = RowsIn(box, item.devices.Size());
     float top = kFirstRow;
     int32 ordinal = 0;
     for (const pciDevice* device = item.devices.First(); device != nullptr;
          device = item.devices.Next()) {
         ordinal++;
-        AddVendor(
-            box, *device, EntryName("vendor", items.Size(), ordinal, device->vendorId), top, names);
-        AddDevice(
-            box, *device, EntryName("device", items.Size(), ordinal, device->deviceId), top, names);
+        AddVendor(rows, *device, EntryName("vendor", items.Size(), ordinal, device->vendorId), top,
+            names);
+        AddDevice(rows, *device, EntryName("device", items.Size(), ordinal, device->deviceId), top,
+            names);
         top += kRowStep;
     }
 }
 
-void GetSysDeviceWin::AddVendor(
-    BBox* box, const pciDevice& device, const LibString& name, float top, const PciNameList& names)
+void GetSysDeviceWin::AddVendor(BView* rows, const pciDevice& device, const LibString& name,
+    float top, const PciNameList& names)
 {
-    if (device.IsVendorMatched())
-        return box->AddChild(
-            KnownName("known_vendor", "Vendor", device.vendorShort, kVendorX, top));
-    auto* entry = NewEntry(name, device.vendorLong);
-    entry->SetCompletions(names.Vendor(device.vendorId), vendorNames);
-    box->AddChild(Framed("Vendor", kVendorX, top, entry));
+    BView* view = nullptr;
+    if (device.IsVendorMatched()) {
+        view = KnownName("known_vendor", "Vendor", device.vendorShort, kVendorX, top);
+    } else {
+        LibEditEntry* entry = NewEntry(name, device.vendorLong);
+        entry->SetCompletions(names.Vendor(device.vendorId), vendorNames);
+        view = Framed("Vendor", kVendorX, top, entry);
+    }
+    view->SetToolTip(TipFor(device, names).c_str());
+    rows->AddChild(view);
 }
 
-void GetSysDeviceWin::AddDevice(
-    BBox* box, const pciDevice& device, const LibString& name, float top, const PciNameList& names)
+void GetSysDeviceWin::AddDevice(BView* rows, const pciDevice& device, const LibString& name,
+    float top, const PciNameList& names)
 {
-    if (device.IsDeviceMatched())
-        return box->AddChild(
-            KnownName("known_device", "Device", device.description, kDeviceX, top));
-    auto* entry = NewEntry(name, device.description);
-    entry->SetCompletions(names.Device(device.vendorId, device.deviceId),
-        std::make_shared<std::vector<std::string>>(names.Devices(device.vendorId)));
-    box->AddChild(Framed("Device", kDeviceX, top, entry));
+    BView* view = nullptr;
+    if (device.IsDeviceMatched()) {
+        view = KnownName("known_device", "Device", device.description, kDeviceX, top);
+    } else {
+        LibEditEntry* entry = NewEntry(name, device.description);
+        entry->SetCompletions(names.Device(device.vendorId, device.deviceId),
+            std::make_shared<std::vector<std::string>>(names.Devices(device.vendorId)));
+        view = Framed("Device", kDeviceX, top, entry);
+    }
+    view->SetToolTip(TipFor(device, names).c_str());
+    rows->AddChild(view);
+}
+
+LibEditEntry* GetSysDeviceWin::NewEntry(const LibString& name, const LibString& text)
+{
+    auto* entry = new LibEditEntry(BRect(), name, text, kMostCharacters);
+    entry->SetFontSize(kFontSize);
+    entries.push_back(entry);
+    return entry;
+}
+
+GetSysDeviceWin::Names GetSysDeviceWin::TypedNames() const
+{
+    Names names;
+    for (const LibEditEntry* entry : entries)
+        names[entry->Name()] = entry->Text();
+    return names;
+}
+
+void GetSysDeviceWin::FillIn(const Names& names)
+{
+    for (LibEditEntry* entry : entries) {
+        if (const auto name = names.find(entry->Name()); name != names.end())
+            entry->SetText(name->second.c_str());
+    }
+}
+
+void GetSysDeviceWin::DispatchMessage(BMessage* message, BHandler* handler)
+{
+    LibWindow::DispatchMessage(message, handler);
+    const char* bytes = nullptr;
+    const auto* text = dynamic_cast<BView*>(handler);
+    if (message->what == B_KEY_DOWN && text && message->FindString("bytes", &bytes) == B_OK
+        && bytes[0] == B_ENTER)
+        GoOnFrom(dynamic_cast<LibEditEntry*>(text->Parent()));
+}
+
+void GetSysDeviceWin::GoOnFrom(const LibEditEntry* entry)
+{
+    const auto place = std::find(entries.begin(), entries.end(), entry);
+    if (place == entries.end())
+        return;
+    if (place + 1 == entries.end())
+        PostMessage(B_QUIT_REQUESTED);
+    else
+        (*(place + 1))->MakeFocus();
 }
 
 bool GetSysDeviceWin::QuitRequested()
@@ -219,10 +308,11 @@ const char* GetSysDeviceWin::Typed(const LibString& name)
 
 void GetSysDeviceWin::Save(const char* path)
 {
-    FILE* file = fopen(path, "w");
-    if (file == nullptr)
+    WholeFile file(path);
+    if (file.Stream() == nullptr)
         return;
     for (pciItem* item = items.First(); item != nullptr; item = items.Next())
-        item->Write(file);
-    fclose(file);
+        item->Write(file.Stream());
+    if (!file.Commit())
+        fprintf(stderr, "Error writing <%s>: %s\n", path, file.Error().c_str());
 }

@@ -2,22 +2,26 @@
 
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
+#include "foundation/TemporaryFolder.h"
 #include "results/ResultsFile.h"
 #include "ui/GetSysDeviceWin.h"
 
 #include <Directory.h>
 #include <Entry.h>
+#include <File.h>
 #include <Path.h>
+#include <WholeFile.h>
 
 #include <cstdio>
 #include <cstring>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
 constexpr char kFolder[] = "/tmp/results";
 constexpr char kReport[] = "/tmp/results/unknown_devices";
-constexpr char kArchive[] = "/tmp/Tarvex.tar";
+constexpr char kArchived[] = "tmp/results"; // the folder's name in the archive
 
 bool InTheWay(const char* path)
 {
@@ -58,13 +62,6 @@ bool IsLeftover()
     return hasReport || !hasOthers;
 }
 
-LibString Beside(const char* path)
-{
-    LibString beside(path);
-    beside.Concat(".part");
-    return beside;
-}
-
 off_t SizeOf(const char* path)
 {
     return LibEntrySize(path, false);
@@ -83,56 +80,72 @@ bool MakeFolder()
         LibUnlink(kFolder);
     if (entry.Exists())
         return InTheWay(kFolder);
-    return Libmkdir(kFolder) || Fail(kFolder);
+    if (create_directory(kFolder, 0700) != B_OK)
+        return Fail(kFolder);
+    return (entry.IsDirectory() && IsOwn(entry)) || InTheWay(kFolder); // somebody was quicker
 }
 
-// Puts results file and report into the archive; false if it is not whole.
-bool MakeArchive(const char* results, GetSysDeviceWin* devices)
+bool Fill(const char* folder, const char* results, GetSysDeviceWin* devices)
 {
-    if (!IsFree(kArchive) || !MakeFolder())
-        return false;
     if (devices)
-        devices->Save(kReport);
-    const bool isCopied = LibCopy(results, kFolder);
-    // A header and the contents in blocks of 512 bytes each, and two empty ones at the end.
-    const off_t least = SizeOf(kFolder) + 2 * 512;
-    const bool isPacked = LibTar(kFolder, kArchive) && SizeOf(kArchive) >= least;
-    LibUnlink(kFolder);
-    if (isCopied && isPacked)
-        return true;
-    LibUnlink(kArchive);
-    return Fail(kArchive);
+        devices->Save(BPath(folder, "unknown_devices").Path());
+    return LibCopy(results, folder);
 }
 
-// Moves the archive to the results file's place; first beside it, so that a full disk leaves that
-// as it was.
+// Puts results file and report into the archive; false if it is not whole. All lies beside the
+// archive, where nobody else can write.
+bool MakeArchive(const BPath& archive, const char* results, GetSysDeviceWin* devices)
+{
+    BPath folder;
+    if (archive.InitCheck() != B_OK) // said already
+        return false;
+    if (archive.GetParent(&folder) != B_OK || folder.Append(kArchived) != B_OK
+        || create_directory(folder.Path(), 0700) != B_OK || !Fill(folder.Path(), results, devices))
+        return Fail(archive.Path());
+    // A header and the contents in blocks of 512 bytes each, and two empty ones at the end.
+    const off_t least = SizeOf(folder.Path()) + 2 * 512;
+    return (LibTar(kArchived, archive.Path()) && SizeOf(archive.Path()) >= least)
+        || Fail(archive.Path());
+}
+
+// Writes what is in the file from to the file to.
+bool CopyWhole(const char* from, const char* to)
+{
+    BFile source(from, B_READ_ONLY);
+    WholeFile file(to);
+    std::vector<char> part(1 << 16);
+    ssize_t size = 0;
+    while (file.Stream() && (size = source.Read(part.data(), part.size())) > 0)
+        fwrite(part.data(), 1, size_t(size), file.Stream());
+    if (size == 0 && file.Commit())
+        return true;
+    const char* reason = size < 0 ? "its contents cannot be read" : file.Error().c_str();
+    fprintf(stderr, "Error writing <%s>: %s\n", to, reason);
+    return false;
+}
+
 bool ReplaceBy(const char* archive, const char* results)
 {
-    const LibString beside = Beside(results);
-    const bool isFree = IsFree(beside);
-    if (isFree && LibMove(archive, beside) && LibMove(beside, results))
-        return true;
+    const bool isDone = CopyWhole(archive, results);
     LibUnlink(archive);
-    if (isFree)
-        LibUnlink(beside);
-    return Fail(results);
+    return isDone;
 }
 
-// Compresses saved into zip and makes it that; first beside it, as the tool adds to an archive that
+// Compresses saved into zip and makes it that; first elsewhere, as the tool adds to an archive that
 // is there and leaves it where it fails.
 Packed Compress(BPath& saved, const char* zip)
 {
-    const LibString beside = Beside(zip);
-    if (!IsFree(beside))
-        return Packed::kTar;
-    LibUnlink(beside);
-    if (!LibZip(beside, saved, 9))
-        return Packed::kNoZip;
-    if (SizeOf(beside) <= 0 || !LibMove(beside, zip)) {
-        LibUnlink(beside);
+    const TemporaryFolder folder;
+    if (!folder.Path()) {
         Fail(zip);
         return Packed::kTar;
     }
+    const BPath beside(folder.Path(), "package.zip");
+    if (!LibZip(beside.Path(), saved, 9))
+        return Packed::kNoZip;
+    const bool isPacked = SizeOf(beside.Path()) > 0 || Fail(zip);
+    if (!isPacked || !CopyWhole(beside.Path(), zip))
+        return Packed::kTar;
     LibUnlink(saved.Path());
     saved.SetTo(zip);
     return Packed::kZip;
@@ -143,8 +156,18 @@ Packed Compress(BPath& saved, const char* zip)
 Packed PackResults(BPath& saved, GetSysDeviceWin* devices)
 {
     LibString zip(saved.Path());
-    zip.Concat(".zip");
-    if (!IsFree(zip) || !MakeArchive(saved.Path(), devices) || !ReplaceBy(kArchive, saved.Path()))
+    zip.Concat(kZipEnding);
+    if (!IsFree(zip))
+        return Packed::kNot;
+    const bool isShown = MakeFolder();
+    if (isShown && !Fill(kFolder, saved.Path(), devices))
+        Fail(kFolder);
+    const TemporaryFolder folder;
+    const BPath archive(folder.Path(), "Tarvex.tar");
+    const bool isPacked = MakeArchive(archive, saved.Path(), devices);
+    if (isShown)
+        LibUnlink(kFolder);
+    if (!isPacked || !ReplaceBy(archive.Path(), saved.Path()))
         return Packed::kNot;
     return Compress(saved, zip);
 }

@@ -5,15 +5,18 @@
 class BPath;
 class GetSysDeviceWin;
 
+constexpr char kZipEnding[] = ".zip"; // behind the results file's name
+
 enum class Packed {
     kNot, // the results file is as it was
     kTar, // in its place lies the archive: it could not be compressed
     kNoZip, // the same, as the tool is not installed
-    kZip, // in place of it lies the compressed archive, with ".zip" behind its name
+    kZip, // in place of it lies the compressed archive, with kZipEnding behind its name
 };
 
 // Packs the results file at saved, and the report of devices unless that is null, and makes saved
 // the file that can be sent. Nothing that belongs to another user is touched, and until the archive
-// is whole the results file stays. What fails is told on standard error. Changes the process's
-// working directory.
+// is whole the results file stays. What fails is told on standard error; only that the folder
+// /tmp/results, which shows what is packed meanwhile, cannot be made changes nothing. Changes the
+// process's working directory.
 [[nodiscard]] Packed PackResults(BPath& saved, GetSysDeviceWin* devices);

@@ -42,14 +42,12 @@ bool ResultsWin::WantsIncompleteRun()
 
 void ResultsWin::ShowDevices()
 {
-    if (unknownDevices) {
-        if (unknownDevices->IsHidden())
-            unknownDevices->Show();
-        unknownDevices->Activate();
-        return;
-    }
+    if (unknownDevices && !unknownDevices->IsHidden())
+        return unknownDevices->Activate();
+    QuitDevices(); // closed before: a form takes names but once
     LibDeviceInfo devices;
     unknownDevices = new GetSysDeviceWin(devices, this);
+    unknownDevices->FillIn(typedNames);
     unknownDevices->SetPosition(kBesideMain);
     unknownDevices->Show();
 }
@@ -66,8 +64,10 @@ void ResultsWin::GetSysDeviceQuit()
 
 void ResultsWin::QuitDevices()
 {
-    if (unknownDevices && unknownDevices->Lock())
+    if (unknownDevices && unknownDevices->Lock()) {
+        typedNames = unknownDevices->TypedNames();
         unknownDevices->Quit();
+    }
     unknownDevices = nullptr;
 }
 
@@ -75,7 +75,8 @@ void ResultsWin::ShowSavePanel()
 {
     if (!savePanel) {
         const BMessenger thisWindow(this);
-        const BMessage reply(kMsgSavePanel);
+        BMessage reply(kMsgSavePanel);
+        reply.AddString("be:also_written", kZipEnding); // the panel asks before it is replaced
         savePanel = std::make_unique<BFilePanel>(B_SAVE_PANEL, &thisWindow, nullptr, &reply);
     }
     savePanel->SetSaveText("Tarvex.results");

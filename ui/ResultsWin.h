@@ -6,7 +6,9 @@
 
 #include <Path.h>
 
+#include <map>
 #include <memory>
+#include <string>
 
 class BFilePanel;
 class BListView;
@@ -65,6 +67,7 @@ private:
     BListView* list = nullptr;
     CompareWin* comparison = nullptr; // while it is open
     GetSysDeviceWin* unknownDevices = nullptr; // until the run was saved
+    std::map<std::string, std::string> typedNames; // in its last form, for the next one
     std::unique_ptr<BFilePanel> savePanel; // made when first needed
     BPath saved; // what the mail takes along
     Results results;

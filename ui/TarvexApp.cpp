@@ -8,11 +8,29 @@
 #include "ui/HelpText.h"
 #include "ui/TarvexWin.h"
 
+#include <Alert.h>
 #include <Entry.h>
+#include <MachineRun.h>
 
-#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+
+namespace {
+
+// Says what a killed run has left of the machine, without holding anything up.
+void RestoreProcessors()
+{
+    const std::string restored = restore_processors();
+    if (restored.empty())
+        return;
+    fprintf(stderr, "%s\n", restored.c_str());
+    BAlert* alert = new BAlert("Processors", restored.c_str(), "OK");
+    alert->SetShortcut(0, B_ESCAPE);
+    alert->Go(nullptr);
+}
+
+} // namespace
 
 TarvexApp::TarvexApp()
     : LibApp("application/x-vnd.Quorvane.Trvx", "Tarvex", "16 November 2000", kHelpText)
@@ -27,19 +45,31 @@ void TarvexApp::ArgvReceived(int32 argc, char** argv)
         fprintf(stderr, "Allowed to save comparisons\n");
         allowSaveComparison = true;
     }
-    const bool areFiles = argc > 1
-        && std::all_of(argv + 1, argv + argc, [](char* path) { return IsResultsFile(path); });
-    for (int32 i = 1; areFiles && i < argc; i++) {
-        entry_ref ref;
-        if (get_ref_for_path(argv[i], &ref) == B_OK)
-            files.AddRef("refs", &ref);
+    const bool isForHelp = argc > 1 && strcmp(argv[1], "-help") == 0;
+    for (int32 i = 1; !isForHelp && i < argc; i++) {
+        if (argv[i][0] != '-') // a switch that is none is ignored
+            TakeFile(argv[i]);
     }
     LibApp::ArgvReceived(argc, argv);
+}
+
+void TarvexApp::TakeFile(const char* path)
+{
+    const BEntry entry(path, true);
+    entry_ref ref;
+    // Only a plain file is opened: a pipe would be waited for.
+    if (entry.IsFile() && IsResultsFile(path) && get_ref_for_path(path, &ref) == B_OK)
+        files.AddRef("refs", &ref);
+    else if (entry.Exists())
+        fprintf(stderr, "<%s> cannot be read as a results file\n", path);
+    else
+        fprintf(stderr, "Cannot find <%s>\n", path);
 }
 
 void TarvexApp::ReadyToRun()
 {
     LibApp::ReadyToRun();
+    RestoreProcessors();
     if (!files.IsEmpty())
         mainTarget.SendMessage(&files);
     files.MakeEmpty();
@@ -51,6 +81,8 @@ BWindow* TarvexApp::Window()
         window = new TarvexWin(allowSaveComparison);
         mainTarget = BMessenger(window);
         window->Show();
+        if (window->Thread() < B_OK) // it has said so; without it there is no program
+            exit(1);
     }
     return window;
 }

@@ -12,8 +12,8 @@ class TarvexApp : public LibApp {
 public:
     TarvexApp();
 
-    // "-scmp" as the only argument allows the user to save comparisons. Where all arguments are
-    // results files they are shown in the comparison.
+    // "-scmp" as the only argument allows the user to save comparisons. Arguments that are results
+    // files are shown in the comparison; of each other one but a switch standard error tells.
     void ArgvReceived(int32 argc, char** argv) override;
     void ReadyToRun() override;
     BWindow* Window() override;
@@ -26,6 +26,8 @@ protected:
     BWindow* MakeSystemWindow() override;
 
 private:
+    void TakeFile(const char* path);
+
     TarvexWin* window = nullptr; // a closed one is gone: mainTarget knows
     BMessenger mainTarget;
     bool allowSaveComparison = false;

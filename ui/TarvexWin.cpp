@@ -216,7 +216,8 @@ void TarvexWin::StartTest()
     const LibSysInfo info;
     if (!Lock())
         return;
-    if (running || (IsSelected(GroupIndex("graphics")) && !ScreenIsAccepted(info))) {
+    if (running || (IsSelected(GroupIndex("graphics")) && !ScreenIsAccepted(info))
+        || !MachineIsHad()) {
         Unlock();
         return;
     }
@@ -234,6 +235,9 @@ void TarvexWin::StartTest()
         return;
     fprintf(stderr, "Cannot start thread <benchmark>: error %d\n", status);
     EndRun();
+    LibError(
+        "The test could not be started: the system has no room for another thread. Close other "
+        "programs, then try again.");
     Unlock();
 }
 
@@ -248,6 +252,20 @@ bool TarvexWin::ScreenIsAccepted(const LibSysInfo& info)
     alert->SetShortcut(0, B_ESCAPE);
     constexpr int32 kContinue = 1;
     return LibAnswer(alert) == kContinue;
+}
+
+// The machine is one run's alone, or the user wants a second one.
+bool TarvexWin::MachineIsHad()
+{
+    if (machineRun.Begin() != B_BUSY)
+        return true;
+    const std::string text = "Another run is under way on this machine, by " + machineRun.Holder()
+        + ". Two at once spoil each other's rates.";
+    BAlert* alert = new BAlert("Another run", text.c_str(), "Start anyway", "Cancel", nullptr,
+        B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    alert->SetShortcut(1, B_ESCAPE);
+    constexpr int32 kStart = 0;
+    return LibAnswer(alert) == kStart;
 }
 
 void TarvexWin::WarnOnce()
@@ -270,6 +288,7 @@ void TarvexWin::StatusChange(BMessage* message)
 void TarvexWin::EndRun()
 {
     cursor.Quit();
+    machineRun.End();
     running = false;
     statusBox->SetLabel(kEstimateLabel);
     statusText->SetText("");

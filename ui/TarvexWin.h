@@ -6,6 +6,7 @@
 #include "toolkit/LibWindow.h"
 #include "ui/AnimateCursor.h"
 
+#include <MachineRun.h>
 #include <Messenger.h>
 
 class BBox;
@@ -53,6 +54,7 @@ private:
 
     bool IsSelected(size_t group) const;
     bool ScreenIsAccepted(const LibSysInfo& info);
+    bool MachineIsHad();
     void WarnOnce();
     void EndRun();
 
@@ -67,6 +69,7 @@ private:
     bool running = false;
     ResultsWin* results = nullptr;
     BMessenger resultsTarget; // knows whether results is still there
+    BMachineRun machineRun; // ends after benchmark, which may be under way
     Benchmark benchmark;
     AnimateCursor cursor;
 };

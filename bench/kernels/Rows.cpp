@@ -8,10 +8,12 @@
 #include "engine/Savage.h"
 #include "engine/Whetstone.h"
 
+#include <FindDirectory.h>
+#include <Path.h>
+
 #include <chrono>
 #include <string>
 #include <type_traits>
-#include <unistd.h>
 
 namespace {
 
@@ -62,7 +64,10 @@ void RunWhetstone(long rounds)
 // Where the groups have their files too.
 std::string TemporaryPath()
 {
-    return "/tmp/tarvex_bench_" + std::to_string(getpid());
+    BPath path;
+    find_directory(B_COMMON_TEMP_DIRECTORY, &path);
+    path.Append("tarvex_bench");
+    return path.Path();
 }
 
 double LifeOf(long rounds, bool createIsTimed)

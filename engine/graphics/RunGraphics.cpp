@@ -75,7 +75,16 @@ void Benchmark::RunGraphics()
         return;
     }
     ShownWindow window;
-    window.Do([](GraphicsWin& shown) { shown.ClearView(); });
+    bool isShown = false;
+    window.Do([&isShown](GraphicsWin& shown) {
+        isShown = !shown.IsHidden();
+        shown.ClearView();
+    });
+    if (!isShown) { // no thread could be made for it
+        fprintf(stderr, "The tests of <Graphics> are left out\n");
+        graphics = false;
+        return;
+    }
     for (const GraphicsTest test : kTests) {
         if (!window.Do([&](GraphicsWin& shown) { (shown.*test)(results); })) {
             fprintf(stderr, "The window of <Graphics> has gone: its other tests are left out\n");

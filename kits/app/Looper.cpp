@@ -49,8 +49,10 @@ thread_id BLooper::Run()
     if (fThread != B_ERROR)
         return fThread;
     const thread_id thread = spawn_thread(ThreadEntry, Name() ? Name() : "looper", fPriority, this);
-    if (thread < B_OK)
+    if (thread < B_OK) {
+        fLock->Release(); // who waits for it would wait for ever
         return thread;
+    }
     fThread = thread;
     fPort->SetReader(thread);
     AppRegistry::Instance().SetRuns(this);

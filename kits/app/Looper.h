@@ -32,7 +32,8 @@ public:
     // Handlers that are still in it are not deleted.
     ~BLooper() override;
 
-    // Starts the thread and unlocks. Its id, or B_NO_MORE_THREADS; a second call changes nothing.
+    // Starts the thread and unlocks. Its id; a second call changes nothing. Or the kernel's error:
+    // then the looper is unlocked too, as one that never ran, and may be run again.
     virtual thread_id Run();
     // Called by its own thread: deletes the looper, ends the thread, never returns. By another
     // one: handles the messages that wait, then does the same, and returns when the thread has

@@ -69,6 +69,10 @@ SignalWatch::SignalWatch(const BMessenger& target) : fTarget(target)
     Drain(pipe.readEnd);
     gWriteEnd = pipe.writeEnd;
     fThread = spawn_thread(ThreadEntry, "signals", B_NORMAL_PRIORITY, this);
+    if (fThread < B_OK) { // with handlers that nobody hears nothing would end the program
+        fprintf(stderr, "Cannot start thread <signals>\n");
+        return;
+    }
     resume_thread(fThread);
 
     struct sigaction action = {};

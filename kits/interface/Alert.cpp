@@ -14,6 +14,7 @@
 #include <cctype>
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 
 namespace {
 
@@ -160,20 +161,31 @@ BPoint BAlert::AlertPosition(float width, float height)
 
 // --- Asking
 
-void BAlert::Present()
+// False if there is no thread for it.
+bool BAlert::Present()
 {
     const Locker locker(this);
     MoveTo(AlertPosition(Bounds().Width(), Bounds().Height()));
     if (!CurrentFocus())
         fButtons.back()->MakeFocus();
     Show();
+    return Thread() >= B_OK;
+}
+
+// What it would have told; deletes this.
+void BAlert::GiveUp()
+{
+    fprintf(stderr, "%s\n", fText->Text());
+    if (Lock())
+        Quit();
 }
 
 int32 BAlert::Go()
 {
     const std::shared_ptr<Answer> answer = fAnswer; // the alert deletes itself
     auto* caller = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
-    Present();
+    if (!Present())
+        GiveUp();
     while (!answer->WaitForIt()) {
         if (caller)
             caller->UpdateIfNeeded();
@@ -185,8 +197,10 @@ int32 BAlert::Go()
 status_t BAlert::Go(BInvoker* invoker)
 {
     fInvoker.reset(invoker);
-    Present();
-    return B_OK;
+    if (Present())
+        return B_OK;
+    GiveUp();
+    return B_ERROR;
 }
 
 void BAlert::MessageReceived(BMessage* message)
@@ -236,5 +250,8 @@ bool BAlert::UnusedKeyDown(const char* bytes, int32 numBytes)
             return true;
         }
     }
-    return BWindow::UnusedKeyDown(bytes, numBytes);
+    if (key != B_ESCAPE || (Flags() & B_NOT_CLOSABLE))
+        return BWindow::UnusedKeyDown(bytes, numBytes);
+    PostAlways(BMessenger(this, this), BMessage(B_QUIT_REQUESTED));
+    return true;
 }

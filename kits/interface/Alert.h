@@ -20,11 +20,14 @@ public:
     ~BAlert() override;
 
     // Shows the alert and waits for the answer: the button's index from 0, or -1 if the alert was
-    // closed otherwise. May be called with other windows locked; the calling window's views are
-    // drawn meanwhile.
+    // closed otherwise or no thread could be made for it; then its text is on standard error. May
+    // be called with other windows locked; the calling window's views are drawn meanwhile. The user
+    // can close it where the program takes B_NOT_CLOSABLE off its flags: by its close box, and by
+    // Escape unless that is a button's shortcut.
     int32 Go();
     // Shows it and returns at once; the answer is sent with invoker, its message's "which" (int32)
-    // being the index. The alert owns invoker, which may be null.
+    // being the index. The alert owns invoker, which may be null. Returns B_OK, or B_ERROR where
+    // Go() would give -1 at once.
     status_t Go(BInvoker* invoker);
 
     // A key that presses the button, such as B_ESCAPE or 'n' (both cases do). 0: none.
@@ -49,7 +52,8 @@ private:
     float AddText(BView* back, const char* text, const AlertText& laidOut, float left);
     float AddButtons(
         BView* back, const char* const labels[3], button_width width, button_spacing spacing);
-    void Present();
+    bool Present();
+    void GiveUp();
 
     alert_type fType;
     BTextView* fText = nullptr;

@@ -46,16 +46,16 @@ protected:
     {
         const char* text = nullptr;
         int32 version = 0;
-        bool isDone = false;
         if (report->HasBool("release"))
             return ReleaseText();
         if (report->FindString("text", &text) != B_OK
             || report->FindInt32("version", &version) != B_OK)
             return;
-        report->FindBool("done", &isDone);
         if (TakeReport(text, version))
-            static_cast<BTextControl*>(Parent())->TextReported(isDone);
+            static_cast<BTextControl*>(Parent())->TextReported(
+                report->HasBool("done"), report->HasBool("inserted"));
     }
+    void KeyDown(const char*, int32) override { } // the widget has used it
 
 private:
     void ShowAlignment()
@@ -100,12 +100,16 @@ void BTextControl::SetModificationMessage(BMessage* message)
     fModificationMessage.reset(message);
 }
 
-void BTextControl::TextReported(bool isDone)
+void BTextControl::TextReported(bool isDone, bool isInserted)
 {
-    if (isDone)
+    if (isDone) {
         Invoke();
-    else if (fModificationMessage)
-        Invoke(fModificationMessage.get());
+    } else if (fModificationMessage) {
+        BMessage message(*fModificationMessage);
+        message.AddString("be:text", Text());
+        message.AddBool("be:inserted", isInserted);
+        Invoke(&message);
+    }
 }
 
 void BTextControl::SetDivider(float x)

@@ -24,7 +24,9 @@ public:
     // so on. Its text rectangle and its wrapping are the control's own affair.
     BTextView* TextView() const;
 
-    // Sent as Invoke() sends the other. The control owns message; null: none, as at first.
+    // Sent as Invoke() sends the other, with the string "be:text", what the text has become (it may
+    // have changed since), and the bool "be:inserted", false where something was only deleted. The
+    // control owns message; null: none, as at first.
     virtual void SetModificationMessage(BMessage* message);
     BMessage* ModificationMessage() const { return fModificationMessage.get(); }
 
@@ -43,7 +45,7 @@ protected:
 
 private:
     class Input; // the text view
-    void TextReported(bool isDone);
+    void TextReported(bool isDone, bool isInserted);
     void ShowLabelPlace(ViewPeer& peer);
 
     Input* fTextView;

@@ -45,7 +45,7 @@ int32 BTextView::TextLength()
 
 void BTextView::SetText(const char* text)
 {
-    const QString contents = CutToBytes(QString::fromUtf8(text), fMaxBytes);
+    const QString contents = Limit().Cut(QString::fromUtf8(text));
     fText = contents.toStdString();
     ChangeText(Apply::kAlways, [&](TextPeer& peer) { peer.SetContents(contents); });
 }
@@ -123,8 +123,24 @@ void BTextView::GetSelection(int32* start, int32* finish)
 void BTextView::SetMaxBytes(int32 most)
 {
     fMaxBytes = std::max<int32>(most, 0);
-    fText = CutToBytes(QString::fromStdString(fText), fMaxBytes).toStdString();
-    ChangeText(Apply::kAlways, [this](TextPeer& peer) { peer.SetMaxBytes(fMaxBytes); });
+    ApplyLimit();
+}
+
+void BTextView::SetMaxCharacters(int32 most)
+{
+    fMaxCharacters = std::max<int32>(most, 0);
+    ApplyLimit();
+}
+
+TextLimit BTextView::Limit() const
+{
+    return { fMaxBytes, fMaxCharacters };
+}
+
+void BTextView::ApplyLimit()
+{
+    fText = Limit().Cut(QString::fromStdString(fText)).toStdString();
+    ChangeText(Apply::kAlways, [this](TextPeer& peer) { peer.SetLimit(Limit()); });
 }
 
 void BTextView::MakeEditable(bool editable)
@@ -219,7 +235,7 @@ void BTextView::MakeWidget(ViewPeer& peer)
 void BTextView::EquipText(ViewPeer& peer)
 {
     TextPeer& text = TextOf(peer);
-    text.SetMaxBytes(fMaxBytes);
+    text.SetLimit(Limit());
     text.SetContents(QString::fromStdString(fText));
     text.SetManners(fEditable, fSelectable, fWordWrap);
     text.SetTextRect(fTextRect, ToQRect(Frame()).size());

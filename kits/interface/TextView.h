@@ -8,6 +8,7 @@
 #include <string>
 
 class TextPeer;
+struct TextLimit;
 
 class BTextView : public BView {
 public:
@@ -27,6 +28,8 @@ public:
     // would exceed them the end is left out, in whole letters.
     void SetMaxBytes(int32 most);
     int32 MaxBytes() const { return fMaxBytes; }
+    // The same in characters, which in most of the world's scripts are two bytes or more.
+    void SetMaxCharacters(int32 most);
 
     void MakeEditable(bool editable = true);
     bool IsEditable() const { return fEditable; }
@@ -61,6 +64,8 @@ protected:
 
 private:
     void FetchText();
+    TextLimit Limit() const;
+    void ApplyLimit();
     void HoldText(TextPeer& text);
     enum class Apply { kAlways, kToKnownText };
     void ChangeText(Apply apply, const std::function<void(TextPeer&)>& change); // on the server
@@ -73,6 +78,7 @@ private:
     bool fSelectable = true;
     bool fWordWrap = true;
     int32 fMaxBytes = INT32_MAX;
+    int32 fMaxCharacters = INT32_MAX;
     bool fIsReported = false;
     int32 fVersion = 0; // of the text as last reported or changed here
 };

@@ -101,7 +101,8 @@ public:
     bool IsHidden() const; // itself, a view above it or the window
     uint32 Flags() const { return fFlags; }
     virtual void SetFlags(uint32 flags);
-    virtual void MakeFocus(bool focus = true); // does nothing outside windows
+    // Does nothing outside windows. A view that gets the focus is scrolled into sight.
+    virtual void MakeFocus(bool focus = true);
     bool IsFocus() const;
     // Where the pointer was, in view coordinates, and which buttons were down at the last input the
     // window had. (0, 0) and 0 outside windows.

@@ -16,6 +16,11 @@
 
 namespace {
 
+// A window manager that has to read all fonts first, as on a new machine, takes seconds to show the
+// first window.
+constexpr bigtime_t kShownLimit = 20'000'000;
+constexpr bigtime_t kHiddenLimit = 2'000'000;
+
 BRect Around(BPoint center, float xRadius, float yRadius)
 {
     return BRect(center.x - xRadius, center.y - yRadius, center.x + xRadius, center.y + yRadius);
@@ -61,7 +66,7 @@ DrawContext* BView::OpenContext()
     const PixelFormat* format = connection->FormatOf(surface.window);
     if (format == nullptr)
         return nullptr;
-    connection->WaitUntilViewable(surface.window);
+    connection->WaitUntilViewable(surface.window, fWindow->IsHidden() ? kHiddenLimit : kShownLimit);
     auto& context = fDraw->context;
     context = std::make_unique<DrawContext>(*connection, surface.window, *format, surface.scale);
     context->SetBounds(Bounds());

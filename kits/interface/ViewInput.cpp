@@ -37,6 +37,16 @@ void ScrollIntoSight(const BView& view)
     }
 }
 
+// Whether a bar, null for none, has any way left in the direction of the wheel's notches.
+bool CanTurn(const BScrollBar* bar, float notches)
+{
+    float min = 0;
+    float max = 0;
+    if (bar)
+        bar->GetRange(&min, &max);
+    return bar && (notches > 0 ? bar->Value() < max : bar->Value() > min);
+}
+
 } // namespace
 
 // A message of the display server or of the view itself that a hook answers; false for others.
@@ -94,7 +104,6 @@ void BView::HandleFocused()
     window->fFocusIsShown = true;
     MakeFocus(true);
     window->fFocusIsShown = false;
-    ScrollIntoSight(*this);
 }
 
 void BView::TellActivated(bool active)
@@ -113,6 +122,8 @@ void BView::MakeFocus(bool focus)
     if (focus && before)
         before->MakeFocus(false);
     fWindow->fFocus = focus ? this : nullptr;
+    if (focus)
+        ScrollIntoSight(*this);
     if (fWindow->fFocusIsShown)
         return;
     display::Call([this, focus] {
@@ -152,7 +163,7 @@ void BView::MessageReceived(BMessage* message)
     ScrollByWheel(*message, B_VERTICAL, "be:wheel_delta_y");
 }
 
-// Of this view and those around it the first that has a bar in that direction scrolls.
+// Of this view and those around it the first that can go on in that direction scrolls.
 void BView::ScrollByWheel(const BMessage& message, orientation direction, const char* field)
 {
     constexpr float kStepsPerNotch = 3;
@@ -160,7 +171,7 @@ void BView::ScrollByWheel(const BMessage& message, orientation direction, const 
     if (message.FindFloat(field, &notches) != B_OK || notches == 0)
         return;
     const BView* view = this;
-    while (view && !view->ScrollBar(direction))
+    while (view && !CanTurn(view->ScrollBar(direction), notches))
         view = view->fParent;
     if (!view)
         return;

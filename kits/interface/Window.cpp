@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -98,16 +99,19 @@ BWindow::~BWindow()
 void BWindow::Show()
 {
     const Locker locker(this);
-    if (fHidden > 0 && --fHidden == 0) {
+    if (!fRunning)
+        fRunning = Run() >= B_OK;
+    if (!fRunning)
+        fprintf(stderr, "Cannot start thread <%s>: its window is not shown\n", fTitle.c_str());
+    // Without a thread it would be a dead picture: it stays hidden, and the next Show() tries
+    // again.
+    const int32 least = fRunning ? 0 : 1;
+    if (fHidden > least && --fHidden == 0) {
         display::Call([this] {
             fPeer->widget->Appear();
             if (!(fFlags & B_AVOID_FOCUS))
                 fPeer->widget->BringToFront();
         });
-    }
-    if (!fRunning) {
-        fRunning = true;
-        Run();
     }
 }
 

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <filesystem>
+#include <initializer_list>
 #include <sstream>
 #include <unistd.h>
 
@@ -48,10 +49,19 @@ struct CpuInfoText {
     std::vector<int> numbers;
     std::map<std::string, std::string, std::less<>> fields;
 
-    std::string Field(std::string_view name) const
+    bool Has(std::string_view name) const { return fields.find(name) != fields.end(); }
+    // Of the first of these names that there is: each kind of processor has its own.
+    std::string Field(std::initializer_list<std::string_view> names) const
     {
-        const auto found = fields.find(name);
-        return found == fields.end() ? "" : found->second;
+        for (const std::string_view name : names) {
+            if (const auto found = fields.find(name); found != fields.end())
+                return found->second;
+        }
+        return "";
+    }
+    long long Number(std::initializer_list<std::string_view> names) const
+    {
+        return NumberAt(Field(names), 0);
     }
 };
 
@@ -136,6 +146,14 @@ CpuProcessor ReadProcessor(const std::string& root, int number, const CpuInfoTex
     return processor;
 }
 
+InstructionSet InstructionSetOf(const CpuInfoText& info)
+{
+    if (info.Has("CPU implementer"))
+        return InstructionSet::Arm;
+    return info.fields.empty() || info.Has("cpu family") ? InstructionSet::X86
+                                                         : InstructionSet::Other;
+}
+
 int64 HertzOf(std::string_view megaHertz)
 {
     double value = 0;
@@ -150,7 +168,10 @@ int64 ChooseClock(const CpuTopology& topology, const CpuInfoText& info)
     int64 highest = 0;
     for (const CpuProcessor& processor : topology.processors)
         highest = std::max(highest, processor.maxClock);
-    return highest > 0 ? highest : HertzOf(info.Field("cpu MHz"));
+    // x86, POWER and, the one that does not change first, z/Architecture.
+    return highest > 0
+        ? highest
+        : HertzOf(info.Field({ "cpu MHz", "clock", "cpu MHz static", "cpu MHz dynamic" }));
 }
 } // namespace
 
@@ -166,11 +187,12 @@ CpuTopology ReadCpuTopology(const std::string& root)
     for (const int number : PresentProcessors(root, info))
         topology.processors.push_back(ReadProcessor(root, number, info));
     CountSiblings(root, topology.processors);
-    topology.vendor = info.Field("vendor_id");
-    topology.modelName = info.Field("model name");
-    topology.family = static_cast<int>(NumberAt(info.Field("cpu family"), 0));
-    topology.model = static_cast<int>(NumberAt(info.Field("model"), 0));
-    topology.stepping = static_cast<int>(NumberAt(info.Field("stepping"), 0));
+    topology.instructions = InstructionSetOf(info);
+    topology.vendor = info.Field({ "vendor_id" });
+    topology.modelName = info.Field({ "model name" });
+    topology.family = static_cast<int>(info.Number({ "cpu family" }));
+    topology.model = static_cast<int>(info.Number({ "model" }));
+    topology.stepping = static_cast<int>(info.Number({ "stepping", "CPU revision", "revision" }));
     topology.clock = ChooseClock(topology, info);
     return topology;
 }

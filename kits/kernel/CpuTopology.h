@@ -21,17 +21,20 @@ struct CpuProcessor {
     int64 maxClock = 0; // Hz; 0: not told
 };
 
+enum class InstructionSet { X86, Arm, Other };
+
 struct CpuTopology {
     std::vector<CpuProcessor> processors; // present ones, by number; at least one
+    InstructionSet instructions = InstructionSet::X86; // also where the system tells nothing
     std::string vendor; // "GenuineIntel"; "" for a processor of another kind
     std::string modelName;
     int family = 0;
     int model = 0;
-    int stepping = 0;
+    int stepping = 0; // the revision of a processor that is no x86
     // Hz; 0: not told. What the maker prints in the model's name, else the highest clock, else
     // what the clock is just now. It is part of what identifies a machine, so it must be the same
     // in every run: the name cannot change, the highest clock only with the machine's set-up, and
-    // the third is constant where there is neither (a virtual machine).
+    // the third is constant where there is neither (a virtual machine). Arm tells but the second.
     int64 clock = 0;
 };
 

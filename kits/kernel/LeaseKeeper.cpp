@@ -16,26 +16,22 @@
 // which the new process does not have, may be taken for ever.
 namespace kernel {
 namespace {
-int Write(int file, bool on)
+// Returns whether all are on.
+bool SwitchOnAgain(const LeaseKeeper& keeper)
 {
-    const char state = on ? '1' : '0';
-    return pwrite(file, &state, 1, 0) == 1 ? 0 : errno;
-}
-
-void SwitchOnAgain(const LeaseKeeper& keeper)
-{
-    constexpr int kMostTries = 100; // the system may be switching something else just now
-    const timespec pause { 0, 10000000 };
+    bool isDone = true;
     for (size_t i = 0; i < keeper.switches.size(); i++) {
-        if (!keeper.isOff[i])
-            continue;
-        for (int tries = 0; tries < kMostTries && Write(keeper.switches[i], true) == EBUSY; tries++)
-            nanosleep(&pause, nullptr);
+        if (keeper.isOff[i] && WriteSwitch(keeper.switches[i], true) != 0)
+            isDone = false;
     }
+    return isDone;
 }
 
 [[noreturn]] void Keep(LeaseKeeper& keeper)
 {
+    const pid_t self = getpid();
+    if (write(keeper.connection, &self, sizeof(self)) != sizeof(self))
+        _exit(1);
     for (;;) {
         pollfd sources[] = { { keeper.connection, POLLIN, 0 }, { keeper.process, POLLIN, 0 } };
         if (poll(sources, 2, -1) < 0)
@@ -46,13 +42,14 @@ void SwitchOnAgain(const LeaseKeeper& keeper)
         const ssize_t length = read(keeper.connection, &request, sizeof(request));
         if (length != sizeof(request) || request.index >= keeper.switches.size())
             break;
-        const int answer = Write(keeper.switches[request.index], request.on);
+        const int answer = WriteSwitch(keeper.switches[request.index], request.on);
         if (answer == 0)
             keeper.isOff[request.index] = !request.on;
         if (write(keeper.connection, &answer, sizeof(answer)) != sizeof(answer))
             break;
     }
-    SwitchOnAgain(keeper);
+    if (SwitchOnAgain(keeper))
+        unlink(keeper.note.c_str()); // else the next program to start tries again
     _exit(0);
 }
 
@@ -86,6 +83,19 @@ bool MoveDescriptors(LeaseKeeper& keeper)
     return true;
 }
 } // namespace
+
+int WriteSwitch(int file, bool on)
+{
+    constexpr int kMostTries = 100;
+    const timespec pause { 0, 10000000 };
+    const char state = on ? '1' : '0';
+    for (int tries = 1; pwrite(file, &state, 1, 0) != 1; tries++) {
+        if (!on || errno != EBUSY || tries == kMostTries)
+            return errno;
+        nanosleep(&pause, nullptr);
+    }
+    return 0;
+}
 
 int StartLeaseKeeper(LeaseKeeper keeper)
 {

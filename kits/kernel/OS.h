@@ -4,6 +4,12 @@
 
 #include "SupportDefs.h"
 
+#include <memory>
+
+namespace kernel {
+class Processors;
+}
+
 #define B_OS_NAME_LENGTH 32 // of a name's array, the final 0 included
 #define B_PAGE_SIZE 4096
 #define B_INFINITE_TIMEOUT (9223372036854775807LL)
@@ -101,7 +107,8 @@ bigtime_t system_time();
 
 // --- The machine -----------------------------------------------------------------------------
 
-// For processors younger than the list: the maker's plain x86 value.
+// For processors younger than the list: the maker's plain x86 value. 0 for kinds that are not in
+// it.
 enum cpu_type {
     B_CPU_PPC_601 = 1,
     B_CPU_PPC_603 = 2,
@@ -196,7 +203,24 @@ struct system_info {
 status_t get_system_info(system_info* info);
 
 // Switches processor cpu (0 to cpu_count - 1) off (state 0) or on (1), for the whole machine where
-// the program may do so, else for itself. What is off comes on again when the program ends, however
-// it ends. B_OK also if it was so already; B_BAD_VALUE for another number or state; B_NOT_ALLOWED
-// for switching off processor 0; B_ERROR, with a line on standard error, if the system refused.
+// the program may do so, else for itself, with a line on standard error. What is off comes on again
+// when the program ends, however it ends; see also MachineRun.h. B_OK also if it was so already;
+// B_BAD_VALUE for another number or state; B_NOT_ALLOWED for switching off processor 0; B_ERROR,
+// with a line on standard error, if the system refused.
 status_t _kset_cpu_state_(int32 cpu, int32 state);
+
+// As long as one lives or one of the processors is off, every thread of the program, also one that
+// starts later, may use exactly those of the processors 0 to cpu_count - 1 that are on: the machine
+// may have more than the platform counts, and what is measured with n processors must not find time
+// on those. Afterwards each thread has what it had before. They may overlap. What the system
+// refuses is told on standard error.
+class ProcessorConfinement {
+public:
+    ProcessorConfinement();
+    ~ProcessorConfinement();
+    ProcessorConfinement(const ProcessorConfinement&) = delete;
+    ProcessorConfinement& operator=(const ProcessorConfinement&) = delete;
+
+private:
+    const std::shared_ptr<kernel::Processors> fProcessors;
+};

@@ -1,7 +1,5 @@
 #include "kits/kernel/ProcessorChoice.h"
 
-#include "OS.h"
-
 #include <algorithm>
 #include <tuple>
 
@@ -15,7 +13,7 @@ bool IsBetter(const CpuProcessor& left, const CpuProcessor& right)
 } // namespace
 
 std::vector<int> ChooseProcessors(
-    const CpuTopology& topology, const std::function<bool(int)>& isAllowed)
+    const CpuTopology& topology, const std::function<bool(int)>& isAllowed, size_t most)
 {
     std::vector<CpuProcessor> usable;
     std::copy_if(topology.processors.begin(), topology.processors.end(), std::back_inserter(usable),
@@ -35,7 +33,7 @@ std::vector<int> ChooseProcessors(
         std::rotate(usable.begin(), first, first + 1);
 
     std::vector<int> numbers;
-    for (size_t i = 0; i < usable.size() && i < B_MAX_CPU_COUNT; i++)
+    for (size_t i = 0; i < usable.size() && i < most; i++)
         numbers.push_back(usable[i].number);
     return numbers;
 }

@@ -5,6 +5,7 @@
 #include "kits/kernel/ProcessorLease.h"
 #include "kits/kernel/ThreadAffinity.h"
 #include "Mutex.h"
+#include "OS.h"
 
 #include <array>
 #include <memory>
@@ -13,19 +14,20 @@
 
 namespace kernel {
 // What is found when it is made stays for its life: a processor that it has switched off still
-// counts, one that was off before never does.
+// counts, as does one that another run has; one that was off otherwise never does.
 class Processors {
 public:
     // The machine below root. The running one (root "") is limited to what the process may use.
-    explicit Processors(const std::string& root);
+    // Counts no more than most, at least one.
+    explicit Processors(const std::string& root, size_t most = B_MAX_CPU_COUNT);
     Processors(const Processors&) = delete;
     Processors& operator=(const Processors&) = delete;
 
     // Those of the process.
     [[nodiscard]] static std::shared_ptr<Processors> Get();
     // Lets the process see the tree below root ("": the running system) as its machine from now on,
-    // for tests. What was switched off is switched on.
-    static void SetRoot(const std::string& root);
+    // for tests, and no more than so many processors of it. What was switched off is switched on.
+    static void SetRoot(const std::string& root, size_t most = B_MAX_CPU_COUNT);
 
     const std::string& Root() const { return fRoot; }
     const CpuTopology& Topology() const { return fTopology; }
@@ -35,10 +37,17 @@ public:
     // See _kset_cpu_state_.
     [[nodiscard]] status_t Switch(int32 cpu, bool on) EXCLUDES(fLock);
 
+    // See ProcessorConfinement. Every beginning has its end.
+    void BeginConfinement() EXCLUDES(fLock);
+    void EndConfinement() EXCLUDES(fLock);
+
 private:
+    static void EndLease();
+    void TellOfBinding(size_t index, int error) REQUIRES(fLock);
     [[nodiscard]] int SwitchOff(int32 cpu) REQUIRES(fLock);
     [[nodiscard]] int SwitchOn(int32 cpu) REQUIRES(fLock);
-    [[nodiscard]] ProcessorSet OthersThan(int32 cpu) const REQUIRES(fLock);
+    [[nodiscard]] int BindThreads() REQUIRES(fLock);
+    void BindThreadsAfterSwitching() REQUIRES(fLock);
 
     enum class State { On, OffInSystem, OffForUs };
 
@@ -49,5 +58,7 @@ private:
     std::array<State, 8> fStates GUARDED_BY(fLock) {};
     std::unique_ptr<ProcessorLease> fLease GUARDED_BY(fLock); // made when first needed
     ThreadAffinity fAffinity GUARDED_BY(fLock);
+    bool fHasToldOfBinding GUARDED_BY(fLock) = false;
+    int fConfinements GUARDED_BY(fLock) = 0;
 };
 } // namespace kernel

@@ -112,10 +112,11 @@ Thread* Thread::Current()
     if (!tThread) {
         char systemName[16] = "";
         pthread_getname_np(pthread_self(), systemName, sizeof(systemName));
-        const auto thread = ThreadTable::Get().NewThread(systemName, B_NORMAL_PRIORITY);
-        thread->Adopt();
-        thread->mustStop.store(0);
-        ThreadTable::Get().Insert(thread);
+        ThreadTable::Entry entry = ThreadTable::Get().NewEntry(systemName, B_NORMAL_PRIORITY);
+        Thread& thread = *entry.mapped();
+        thread.Adopt();
+        thread.mustStop.store(0);
+        ThreadTable::Get().Insert(std::move(entry));
     }
     return tThread;
 }

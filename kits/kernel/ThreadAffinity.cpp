@@ -1,9 +1,13 @@
 #include "kits/kernel/ThreadAffinity.h"
 
+#include "kits/kernel/CpuTopology.h"
+#include "kits/kernel/TextFile.h"
+
 #include <cerrno>
 #include <charconv>
 #include <filesystem>
 #include <sched.h>
+#include <string>
 
 namespace kernel {
 namespace {
@@ -28,12 +32,44 @@ void ForEachThreadUntilStable(Function function)
         unchangedRounds = changed ? 0 : unchangedRounds + 1;
     }
 }
+
+// Sets the mask also where it reads so already: the system keeps what a thread has asked for. It
+// may grant less than that, which is no change the second time. 0 also if the thread has ended.
+int Bind(pid_t tid, const ProcessorSet& processors, bool& changed)
+{
+    ProcessorSet before, after;
+    if (!before.ReadFrom(tid))
+        return 0;
+    if (const int error = processors.ApplyTo(tid); error != 0)
+        return error == ESRCH ? 0 : error;
+    changed |= after.ReadFrom(tid) && after != before;
+    return 0;
+}
+
+int BindAll(const ProcessorSet& processors)
+{
+    int error = 0;
+    ForEachThreadUntilStable([&](pid_t tid, bool& changed) {
+        if (error == 0)
+            error = Bind(tid, processors, changed);
+    });
+    return error;
+}
 } // namespace
 
+// Not sched_getaffinity: it leaves out what is switched off just now, perhaps by another program.
 bool ProcessorSet::ReadFrom(pid_t tid)
 {
+    const std::string status = ReadText("/proc/self/task/" + std::to_string(tid) + "/status");
+    const std::string name = "\nCpus_allowed:";
+    const size_t start = status.find(name);
+    if (start == std::string::npos)
+        return false;
+    const std::string_view rest = std::string_view(status).substr(start + name.size());
     *this = ProcessorSet();
-    return sched_getaffinity(tid, sizeof(fWords), reinterpret_cast<cpu_set_t*>(fWords.data())) == 0;
+    for (const int number : ParseCpuMask(rest.substr(0, rest.find('\n'))))
+        Add(number);
+    return true;
 }
 
 int ProcessorSet::ApplyTo(pid_t tid) const
@@ -42,83 +78,49 @@ int ProcessorSet::ApplyTo(pid_t tid) const
     return sched_setaffinity(tid, sizeof(fWords), words) == 0 ? 0 : errno;
 }
 
-void ProcessorSet::Remove(const ProcessorSet& others)
+void ProcessorSet::Add(const ProcessorSet& others)
 {
     for (size_t i = 0; i < fWords.size(); i++)
-        fWords[i] &= ~others.fWords[i];
+        fWords[i] |= others.fWords[i];
 }
 
 void ThreadAffinity::StartRemembering()
 {
-    if (!fTaken.IsEmpty())
-        return;
-    fBefore.clear();
+    fBeforeTogether = {};
     ForEachThreadUntilStable([this](pid_t tid, bool&) {
         ProcessorSet now;
-        if (now.ReadFrom(tid))
-            fBefore.emplace(tid, now);
+        if (!now.ReadFrom(tid))
+            return;
+        fBefore.emplace(tid, now);
+        fBeforeTogether.Add(now);
     });
 }
 
-void ThreadAffinity::Remember(int number)
+int ThreadAffinity::Confine(const ProcessorSet& processors)
 {
-    StartRemembering();
-    fTaken.Add(number);
-}
-
-int ThreadAffinity::TakeFrom(pid_t tid, const ProcessorSet& instead, bool& changed) const
-{
-    ProcessorSet now;
-    if (!now.ReadFrom(tid))
-        return 0;
-    ProcessorSet left = now;
-    left.Remove(fTaken);
-    if (left == now)
-        return 0;
-    changed = true;
-    const int error = (left.IsEmpty() ? instead : left).ApplyTo(tid);
-    return error == ESRCH ? 0 : error;
-}
-
-int ThreadAffinity::TakeAway(int number, const ProcessorSet& instead)
-{
-    Remember(number);
-    int error = 0;
-    ForEachThreadUntilStable([&](pid_t tid, bool& changed) {
-        if (error == 0)
-            error = TakeFrom(tid, instead, changed);
-    });
-    if (error != 0)
-        GiveBack(number);
+    const bool isFirst = fBefore.empty();
+    if (isFirst)
+        StartRemembering();
+    const int error = BindAll(processors);
+    if (error == 0)
+        fConfinedTo = processors;
+    else if (isFirst)
+        Release();
+    else
+        (void)BindAll(fConfinedTo); // where they were
     return error;
 }
 
-void ThreadAffinity::GiveBackTo(pid_t tid, int number, bool& changed) const
+void ThreadAffinity::Release()
 {
-    ProcessorSet now;
-    if (!now.ReadFrom(tid))
+    if (fBefore.empty())
         return;
-    ProcessorSet wanted = now;
-    const auto before = fBefore.find(tid);
-    if (before == fBefore.end() || before->second.Has(number))
-        wanted.Add(number);
-    if (before != fBefore.end()) {
-        ProcessorSet restOfBefore = before->second;
-        restOfBefore.Remove(fTaken);
-        ProcessorSet whileTaken = restOfBefore;
-        whileTaken.Remove(number);
-        if (whileTaken.IsEmpty() && !restOfBefore.IsEmpty())
-            wanted = restOfBefore; // it ran elsewhere, having nothing left of its own
-    }
-    if (wanted == now || wanted.ApplyTo(tid) != 0)
-        return;
-    ProcessorSet after;
-    changed |= after.ReadFrom(tid) && after != now; // the system may know better
-}
-
-void ThreadAffinity::GiveBack(int number)
-{
-    fTaken.Remove(number);
-    ForEachThreadUntilStable([&](pid_t tid, bool& changed) { GiveBackTo(tid, number, changed); });
+    ForEachThreadUntilStable([this](pid_t tid, bool& changed) {
+        const auto before = fBefore.find(tid);
+        // Refused where all that it had are off now. Then the system would have given it more too.
+        if (before == fBefore.end() || Bind(tid, before->second, changed) != 0)
+            (void)Bind(tid, fBeforeTogether, changed);
+    });
+    fBefore.clear();
 }
 } // namespace kernel

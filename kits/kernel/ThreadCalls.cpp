@@ -5,6 +5,7 @@
 #include "OS.h"
 
 #include <cstring>
+#include <new>
 #include <unistd.h>
 
 using kernel::Thread;
@@ -82,12 +83,17 @@ thread_id spawn_thread(thread_func function, const char* name, int32 priority, v
     if (!function)
         return B_BAD_VALUE;
     const KillGuard guard;
-    const auto thread = ThreadTable::Get().NewThread(name ? name : "", priority);
-    const status_t status = thread->Create(function, data);
-    if (status != B_OK)
-        return status;
-    ThreadTable::Get().Insert(thread);
-    return thread->id;
+    try {
+        ThreadTable::Entry entry = ThreadTable::Get().NewEntry(name ? name : "", priority);
+        const std::shared_ptr<Thread> thread = entry.mapped();
+        const status_t status = thread->Create(function, data);
+        if (status != B_OK)
+            return status;
+        ThreadTable::Get().Insert(std::move(entry));
+        return thread->id;
+    } catch (const std::bad_alloc&) { // nothing is allocated once the thread is there
+        return B_NO_MEMORY;
+    }
 }
 
 status_t resume_thread(thread_id id)

@@ -13,20 +13,22 @@ ThreadTable& ThreadTable::Get()
     return *sTable;
 }
 
-std::shared_ptr<Thread> ThreadTable::NewThread(const char* name, int32 priority)
+ThreadTable::Entry ThreadTable::NewEntry(const char* name, int32 priority)
 {
     thread_id id;
     {
         const Lock lock(*this);
         id = fNextId++;
     }
-    return std::make_shared<Thread>(id, name, priority);
+    Threads single;
+    single.emplace(id, std::make_shared<Thread>(id, name, priority));
+    return single.extract(id);
 }
 
-void ThreadTable::Insert(const std::shared_ptr<Thread>& thread)
+void ThreadTable::Insert(Entry&& entry)
 {
     const Lock lock(*this);
-    fThreads.emplace(thread->id, thread);
+    fThreads.insert(std::move(entry));
 }
 
 std::shared_ptr<Thread> ThreadTable::Find(thread_id id)

@@ -40,9 +40,12 @@ public:
     // Lives for ever: threads may outlast every static object.
     static ThreadTable& Get();
 
-    // A record with a new id, not in the table yet.
-    [[nodiscard]] std::shared_ptr<Thread> NewThread(const char* name, int32 priority);
-    void Insert(const std::shared_ptr<Thread>& thread);
+    typedef std::map<thread_id, std::shared_ptr<Thread>> Threads;
+    typedef Threads::node_type Entry;
+
+    // A record with a new id, not in the table yet. Throws std::bad_alloc; Insert never does.
+    [[nodiscard]] Entry NewEntry(const char* name, int32 priority);
+    void Insert(Entry&& entry);
 
     // The calls from here on need the lock. Null if there is none or it has ended.
     [[nodiscard]] std::shared_ptr<Thread> Find(thread_id id) REQUIRES(fLock);
@@ -65,7 +68,7 @@ private:
 
     mutable Mutex fLock;
     thread_id fNextId GUARDED_BY(fLock) = 1;
-    std::map<thread_id, std::shared_ptr<Thread>> fThreads GUARDED_BY(fLock);
+    Threads fThreads GUARDED_BY(fLock);
     std::deque<std::shared_ptr<Thread>> fEnded GUARDED_BY(fLock); // and not waited for
 };
 } // namespace kernel

@@ -99,6 +99,8 @@ status_t BAppFileInfo::SetVersionInfo(const version_info* info, version_kind kin
         return RemoveIfThere(*Node(), kVersionAttribute);
     version_info versions[kVersionKinds] = {};
     const ssize_t before = ReadVersions(*Node(), versions);
+    if (before < 0 && before != B_ENTRY_NOT_FOUND && before != B_BAD_TYPE)
+        return status_t(before); // the other kind would be lost
     versions[kind] = *info;
     const size_t count = size_t(before > kind ? before : kind + 1);
     const ssize_t written = Node()->WriteAttr(
@@ -112,14 +114,17 @@ status_t BAppFileInfo::GetSupportedTypes(BMessage* types) const
         return B_BAD_VALUE;
     if (!Node())
         return B_NO_INIT;
-    attr_info info;
-    if (const status_t error = Node()->GetAttrInfo(kTypesAttribute, &info); error != B_OK)
-        return error;
-    std::vector<char> flat(size_t(info.size) + 1);
-    const ssize_t size =
-        Node()->ReadAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
-    if (size < 0)
-        return status_t(size);
+    std::vector<char> flat;
+    ssize_t size = 0;
+    while (size == ssize_t(flat.size())) { // or another program has made it longer in between
+        attr_info info;
+        if (const status_t error = Node()->GetAttrInfo(kTypesAttribute, &info); error != B_OK)
+            return error;
+        flat.resize(size_t(info.size) + 1);
+        size = Node()->ReadAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
+        if (size < 0)
+            return status_t(size);
+    }
     BMessage read;
     if (read.Unflatten(flat.data(), size) != B_OK)
         return B_BAD_TYPE;

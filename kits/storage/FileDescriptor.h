@@ -1,6 +1,8 @@
 // A descriptor that is closed with its owner.
 #pragma once
 
+#include <utility>
+
 class FileDescriptor {
 public:
     FileDescriptor() = default;
@@ -12,6 +14,7 @@ public:
 
     int Get() const { return fDescriptor; } // -1: none
     bool IsOpen() const { return fDescriptor >= 0; }
+    int Release() { return std::exchange(fDescriptor, -1); } // the caller closes it, or nobody
 
 private:
     int fDescriptor = -1;

@@ -6,12 +6,13 @@
 
 #include "Directory.h"
 #include "Locations.h"
+#include "OwnFolder.h"
 #include "Path.h"
 #include "StandardFolders.h"
 
 namespace {
 
-enum class Base { Root, Home, Settings, Data, Desktop };
+enum class Base { Root, Home, Settings, Data, Desktop, Temporary };
 
 struct Place {
     directory_which which;
@@ -53,7 +54,7 @@ constexpr Place kPlaces[] = {
     { B_COMMON_DEVELOP_DIRECTORY, Base::Root, "usr/local/src" },
     { B_COMMON_LOG_DIRECTORY, Base::Root, "var/log" },
     { B_COMMON_SPOOL_DIRECTORY, Base::Root, "var/spool" },
-    { B_COMMON_TEMP_DIRECTORY, Base::Root, "tmp" },
+    { B_COMMON_TEMP_DIRECTORY, Base::Temporary, "" },
     { B_COMMON_VAR_DIRECTORY, Base::Root, "var" },
     { B_COMMON_TRANSLATORS_DIRECTORY, Base::Root, "usr/local/lib" },
     { B_COMMON_MEDIA_NODES_DIRECTORY, Base::Root, "usr/local/lib" },
@@ -83,6 +84,7 @@ std::string PathOf(Base base)
         case Base::Settings: return folders::Settings();
         case Base::Data: return folders::Data();
         case Base::Desktop: return folders::Desktop();
+        case Base::Temporary: break; // made, not only named
     }
     return "";
 }
@@ -93,6 +95,10 @@ status_t Find(directory_which which, bool createIt, std::string& path)
         [which](const Place& row) { return row.which == which; });
     if (place == std::end(kPlaces))
         return B_BAD_VALUE;
+    if (place->base == Base::Temporary) {
+        const status_t error = folders::OwnTemporary(path);
+        return createIt ? error : B_OK;
+    }
     path = PathOf(place->base);
     if (*place->below)
         path = JoinPath(path, place->below);

@@ -70,6 +70,10 @@ enum directory_which : int32 { // so that any number may be asked for
 // parents, for the user alone where it is the user's own. The volume is always the boot volume's:
 // pass NULL. B_BAD_VALUE: no such constant, or path is NULL; else the error of making it. *path is
 // then as it was.
+//
+// The common temporary directory is a folder of the program's own below $TMPDIR or /tmp, which no
+// other user can enter. It is made when it is first asked for and goes with all in it when the
+// program ends; where it cannot be made, only createIt tells.
 status_t find_directory(
     directory_which which, BPath* path, bool createIt = false, BVolume* volume = nullptr);
 // The same into a buffer of length bytes; the device plays no part. B_NAME_TOO_LONG: it does not

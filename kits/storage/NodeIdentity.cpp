@@ -1,26 +1,78 @@
 #include "NodeIdentity.h"
 
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
 
 #include "ErrorCodes.h"
+#include "FileDescriptor.h"
 #include "Locations.h"
+
+namespace {
+
+// Where the running program was started from. It may have been replaced there in the meantime.
+const std::string& OwnProgram()
+{
+    static const std::string program = [] {
+        char path[4096 + 1];
+        const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
+        std::string text(path, length > 0 ? size_t(length) : 0);
+        const std::string remark = " (deleted)";
+        if (text.ends_with(remark) && access(text.c_str(), F_OK) != 0)
+            text.resize(text.size() - remark.size());
+        return text;
+    }();
+    return program;
+}
+
+int64 DeviceOfOpen(int descriptor, uint64 mount)
+{
+    struct statfs info = {};
+    int64 id = 0;
+    static_assert(sizeof info.f_fsid == sizeof id);
+    if (fstatfs(descriptor, &info) == 0)
+        memcpy(&id, &info.f_fsid, sizeof id);
+    return id != 0 ? id : int64(mount);
+}
+
+} // namespace
 
 status_t IdentifyNode(int directory, const std::string& name, NodeIdentity* identity)
 {
+    const int flags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
+    const FileDescriptor named(name.empty() ? -1 : openat(directory, name.c_str(), flags));
+    if (!name.empty() && !named.IsOpen())
+        return StatusOfErrno();
+    const int node = name.empty() ? directory : named.Get();
     struct statx info = {};
-    const int flags = AT_SYMLINK_NOFOLLOW | (name.empty() ? AT_EMPTY_PATH : 0);
     const unsigned mask = STATX_TYPE | STATX_MODE | STATX_NLINK | STATX_INO | STATX_BTIME;
-    if (statx(directory, name.c_str(), flags, mask, &info) != 0)
+    if (statx(node, "", AT_EMPTY_PATH | AT_SYMLINK_NOFOLLOW, mask, &info) != 0)
         return StatusOfErrno();
     identity->inode = info.stx_ino;
     identity->links = info.stx_nlink;
     identity->birth = 0;
     if (info.stx_mask & STATX_BTIME)
         identity->birth = int64(info.stx_btime.tv_sec) * 1'000'000'000 + info.stx_btime.tv_nsec;
-    identity->isProgram = S_ISREG(info.stx_mode) && (info.stx_mode & 0111);
-    identity->path = PathOfDescriptor(directory);
-    if (!identity->path.empty() && !name.empty() && name != ".")
+    identity->mount = makedev(info.stx_dev_major, info.stx_dev_minor);
+    identity->device = DeviceOfOpen(node, identity->mount);
+    identity->path = name.starts_with('/') ? name : PathOfDescriptor(directory);
+    if (!identity->path.empty() && !name.empty() && name != "." && !name.starts_with('/'))
         identity->path = JoinPath(identity->path, name);
+    identity->isProgram =
+        S_ISREG(info.stx_mode) && (info.stx_mode & 0111) && identity->path == OwnProgram();
     return B_OK;
+}
+
+int64 DeviceOf(std::string path)
+{
+    NodeIdentity there;
+    status_t error = IdentifyNode(AT_FDCWD, path, &there);
+    while ((error == B_ENTRY_NOT_FOUND || error == B_NOT_A_DIRECTORY) && path.size() > 1) {
+        path = SplitPath(path).directory;
+        error = IdentifyNode(AT_FDCWD, path, &there);
+    }
+    return error == B_OK ? there.device : 0;
 }

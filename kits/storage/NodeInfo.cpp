@@ -29,7 +29,7 @@ status_t BNodeInfo::GetType(char* type) const
     if (!fNode)
         return B_NO_INIT;
     const status_t error = ReadTypeAttribute(*fNode, kTypeAttribute, type);
-    if (error != B_ENTRY_NOT_FOUND)
+    if (error != B_ENTRY_NOT_FOUND && error != B_PERMISSION_DENIED) // to the store: it is not ours
         return error;
     const std::string guess = GuessTypeOf(fNode->Descriptor());
     type[guess.copy(type, B_MIME_TYPE_LENGTH - 1)] = '\0';

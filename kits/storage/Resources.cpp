@@ -277,10 +277,12 @@ status_t BResources::ReadResource(type_code type, int32 id, void* data, off_t of
     Resource* resource = Find(type, id);
     if (!resource)
         return B_ENTRY_NOT_FOUND;
-    if (!data || offset < 0 || size_t(offset) > resource->size)
+    if (!data || offset < 0)
         return B_BAD_VALUE;
     if (!Load(resource))
         return B_IO_ERROR;
+    if (size_t(offset) > resource->size) // which is known only now: another program may change it
+        return B_BAD_VALUE;
     memcpy(data, resource->data.data() + offset, std::min(length, resource->size - size_t(offset)));
     return B_OK;
 }

@@ -85,4 +85,10 @@ std::string Desktop()
     return Home() + "/Desktop";
 }
 
+std::string Temporary()
+{
+    const std::string path = FromEnvironment("TMPDIR");
+    return path.empty() ? "/tmp" : path;
+}
+
 } // namespace folders

@@ -1,4 +1,4 @@
-// The user's folders by the XDG base directories.
+// The user's folders by the XDG base directories, and where temporary ones are made.
 #pragma once
 
 #include <string>
@@ -10,4 +10,5 @@ namespace folders {
 [[nodiscard]] std::string Settings(); // $XDG_CONFIG_HOME, ~/.config
 [[nodiscard]] std::string Data(); // $XDG_DATA_HOME, ~/.local/share
 [[nodiscard]] std::string Desktop(); // as user-dirs.dirs in the settings says, ~/Desktop
+[[nodiscard]] std::string Temporary(); // $TMPDIR, /tmp
 } // namespace folders

@@ -111,6 +111,8 @@ public:
     {
         if (fLooper->Run() >= B_OK)
             fTarget = BMessenger(fLooper);
+        else
+            fprintf(stderr, "Cannot start thread <file manager>\n");
     }
     ~RunningManager()
     {

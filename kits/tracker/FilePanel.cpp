@@ -9,11 +9,93 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QMessageBox>
 #include <QTreeView>
+
+namespace {
+
+// The list of files; null where the desktop has its own panel.
+QTreeView* ListOf(const QFileDialog& dialog)
+{
+    return dialog.findChild<QTreeView*>();
+}
+
+// Asks by itself whether to replace what is there. Qt's question knows the chosen name only, and
+// holds up the display server.
+class PanelDialog : public QFileDialog {
+public:
+    // Behind the chosen name it is that of another file which the program will write.
+    void SetSecondEnding(const char* ending) { fSecondEnding = QString::fromUtf8(ending); }
+
+    // Where the user left it the last time.
+    void Appear()
+    {
+        if (!isVisible() && fHasAppeared)
+            move(pos());
+        fHasAppeared = true;
+        show();
+    }
+
+    void accept() override
+    {
+        const QStringList inTheWay = FilesInTheWay();
+        if (inTheWay.isEmpty())
+            QFileDialog::accept();
+        else
+            AskToReplace(inTheWay);
+    }
+
+private:
+    QStringList FilesInTheWay() const
+    {
+        const QStringList chosen = selectedFiles();
+        QStringList names;
+        if (acceptMode() != AcceptSave || chosen.isEmpty() || QFileInfo(chosen.first()).isDir())
+            return names;
+        for (const QString& ending : { QString(), fSecondEnding }) {
+            const QFileInfo file(chosen.first() + ending);
+            if (file.exists() && !names.contains(file.fileName()))
+                names += file.fileName();
+        }
+        return names;
+    }
+
+    void AskToReplace(const QStringList& names)
+    {
+        const QString text = names.size() == 1
+            ? QFileDialog::tr("%1 already exists.\nDo you want to replace it?").arg(names.first())
+            : QString("%1 already exist.\nDo you want to replace them?").arg(names.join(" and "));
+        auto* question = new QMessageBox(
+            QMessageBox::Warning, "Replace", text, QMessageBox::Yes | QMessageBox::No, this);
+        question->setAttribute(Qt::WA_DeleteOnClose);
+        question->setTextFormat(Qt::PlainText);
+        question->setDefaultButton(QMessageBox::No);
+        connect(question, &QMessageBox::finished, this, [this](int answer) {
+            if (answer == QMessageBox::Yes)
+                QFileDialog::accept();
+            else
+                ComeBack();
+        });
+        question->open();
+    }
+
+    // Qt does not know that the desktop's own panel, where there is one, has gone.
+    void ComeBack()
+    {
+        if (!ListOf(*this))
+            hide();
+        show();
+    }
+
+    QString fSecondEnding;
+    bool fHasAppeared = false;
+};
+
+} // namespace
 
 // The dialog; made, used and deleted on the display server's thread.
 struct FilePanelPeer {
-    QFileDialog* dialog = nullptr;
+    PanelDialog* dialog = nullptr;
 };
 
 namespace {
@@ -32,16 +114,17 @@ std::string ChosenPath(const QFileDialog& dialog)
 // Sizes, types and dates are as wide as they are: only names may be cut off.
 void FitColumns(const QFileDialog& dialog)
 {
-    const auto* files = dialog.findChild<QTreeView*>(); // none where the desktop has its own panel
+    const QTreeView* files = ListOf(dialog);
     if (!files)
         return;
     files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
-QFileDialog* MakeDialog(file_panel_mode mode)
+PanelDialog* MakeDialog(file_panel_mode mode)
 {
-    auto* dialog = new QFileDialog;
+    auto* dialog = new PanelDialog;
+    dialog->setOption(QFileDialog::DontConfirmOverwrite); // done by accept()
     dialog->setObjectName(mode == B_SAVE_PANEL ? "save_panel" : "open_panel");
     dialog->setAcceptMode(mode == B_SAVE_PANEL ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog->setFileMode(mode == B_SAVE_PANEL ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -76,6 +159,7 @@ BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const ent
 {
     display::Call([this] {
         fPeer->dialog = MakeDialog(fMode);
+        TakeSecondEnding();
         QObject::connect(
             fPeer->dialog, &QFileDialog::finished, fPeer->dialog, [this](int) { Report(); });
     });
@@ -103,7 +187,7 @@ void BFilePanel::Report()
 void BFilePanel::Show()
 {
     display::Call([this] {
-        fPeer->dialog->show();
+        fPeer->dialog->Appear();
         fPeer->dialog->raise();
         fPeer->dialog->activateWindow();
     });
@@ -126,8 +210,17 @@ void BFilePanel::SetTarget(const BMessenger& target)
 
 void BFilePanel::SetMessage(const BMessage* message)
 {
-    display::Call(
-        [this, message] { *fMessage = message ? *message : BMessage(DefaultCode(fMode)); });
+    display::Call([this, message] {
+        *fMessage = message ? *message : BMessage(DefaultCode(fMode));
+        TakeSecondEnding();
+    });
+}
+
+void BFilePanel::TakeSecondEnding()
+{
+    const char* ending = "";
+    fMessage->FindString("be:also_written", &ending);
+    fPeer->dialog->SetSecondEnding(ending);
 }
 
 void BFilePanel::SetPanelDirectory(const char* path)

@@ -18,7 +18,8 @@ public:
     // and "name" (string); to open, with "refs" of the file. B_CANCEL goes there, with an int32
     // "old_what" of the message's code, when the panel is closed otherwise. The default message is
     // B_SAVE_REQUESTED or B_REFS_RECEIVED, the default target the application; message and target
-    // are copied.
+    // are copied. Before the user may save over a file the panel asks; also over one of the chosen
+    // name with the ending that the message's string "be:also_written" gives, if it has that.
     explicit BFilePanel(file_panel_mode mode = B_OPEN_PANEL, const BMessenger* target = nullptr,
         const entry_ref* directory = nullptr, const BMessage* message = nullptr);
     ~BFilePanel();
@@ -38,6 +39,7 @@ public:
 
 private:
     void Report();
+    void TakeSecondEnding();
 
     const file_panel_mode fMode;
     BMessenger fTarget;

@@ -1,10 +1,13 @@
+#include "engine/BlockFile.h"
 #include "engine/FileLife.h"
 
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
+#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
@@ -46,6 +49,47 @@ TEST_F(DiskTest, FileLifeMakesAndRemovesItsRangeOnThreadsThatWaitToBeStarted)
     }
     FileLife().Go(FileLife::kCreate);
     EXPECT_EQ(find_thread("CreateThread"), B_NAME_NOT_FOUND) << "outlived its object";
+}
+
+// What may lie where a test is about to make its file.
+TEST_F(DiskTest, NothingThatIsPlantedIsFollowedOrWaitedFor)
+{
+    const std::string kept = fFolder / "kept", path = fFolder / "file.0";
+    const std::function<void()> plants[] = {
+        [&] { fs::create_symlink(kept, path); },
+        [&] { fs::create_symlink(fFolder / "none", path); },
+        [&] { fs::create_hard_link(kept, path); },
+        [&] { mkfifo(path.c_str(), 0600); },
+        [&] { WriteFile(path, "x"); },
+    };
+    for (const auto& plant : plants) {
+        WriteFile(kept, "precious");
+        plant();
+        FileLife life;
+        life.SetPathPrefix((fFolder / "file").c_str());
+        life.Create();
+        EXPECT_TRUE(life.failures == 0 && fs::is_regular_file(fs::symlink_status(path)));
+        life.Remove();
+        EXPECT_EQ(life.failures, 0);
+        plant();
+        {
+            BlockFile file(path.c_str());
+            EXPECT_FALSE(file.Open("rb")) << "what it did not write itself";
+            ASSERT_TRUE(file.Open("wb"));
+            EXPECT_TRUE(file.Write(2) && file.Close() && file.Open("rb") && file.Read(2));
+            EXPECT_FALSE(file.Read(1));
+            EXPECT_EQ(file.error, 0);
+        }
+        EXPECT_EQ(ReadFile(kept), "precious");
+        EXPECT_EQ(Names(), std::set<std::string>({ "kept" }));
+    }
+    fs::create_directory(path);
+    FileLife life;
+    life.SetPathPrefix((fFolder / "file").c_str());
+    life.Create();
+    EXPECT_EQ(life.failures, 1);
+    BlockFile file(path.c_str());
+    EXPECT_FALSE(file.Open("wb") || file.error == 0);
 }
 
 } // namespace

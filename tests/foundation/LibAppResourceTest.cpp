@@ -2,17 +2,23 @@
 
 #include "foundation/LibAppInfo.h"
 #include "foundation/LibFindResource.h"
+#include "foundation/LibTools.h"
 #include "foundation/qResources.h"
 #include "tests/foundation/ScratchFolder.h"
+#include "tests/support/Child.h"
 
 #include <gtest/gtest.h>
 
 #include <Application.h>
 #include <Bitmap.h>
+#include <FindDirectory.h>
 #include <Message.h>
+#include <Path.h>
 #include <TypeConstants.h>
 
 #include <memory>
+#include <sched.h>
+#include <sys/mount.h>
 
 namespace fs = std::filesystem;
 
@@ -49,14 +55,59 @@ TEST(LibAppResource, PackedFilesComeBackWithTheirType)
     EXPECT_TRUE(add("odd\nname", 8, "odd\nname") && add("tree", 9, "tree"));
     testing::internal::CaptureStderr();
     EXPECT_FALSE(add("missing", 7, "missing"));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "/tmp/zip_resource_file.zip failed\n");
+    BPath archive;
+    find_directory(B_COMMON_TEMP_DIRECTORY, &archive);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        std::string(archive.Path()) + "/zip_resource_file.zip failed\n");
 
     EXPECT_TRUE(extract(7, "out.bin") && extract(8, "out") && extract(9, "out tree"));
     EXPECT_EQ(ReadFile(folder / "out.bin"), large);
     EXPECT_EQ(ReadFile(folder / "out") + ReadFile(folder / "out tree/leaf"), "some words\ntext");
+    EXPECT_EQ(fs::current_path(), folder.Path()) << "left in a folder that goes";
     EXPECT_TRUE(extract(7, "out.zip", false) && extract(11, "none"));
     EXPECT_FALSE(fs::exists(folder / "none") || extract(7, "no folder/out"));
     EXPECT_EQ(TypeOf(folder / "out") + TypeOf(folder / "out.zip"), "text/plainapplication/zip");
+}
+
+TEST(LibAppResource, AnArchiveThatCannotBeRemovedIsNotPacked)
+{
+    if (system("unshare -rm true") != 0)
+        GTEST_SKIP() << "No disk can be mounted here";
+    EXPECT_EQ(InChild([&] {
+        BPath folder;
+        if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0
+            || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
+            || find_directory(B_COMMON_TEMP_DIRECTORY, &folder, true) != B_OK)
+            return 1;
+        const auto inside = [&](const char* leaf) { return BPath(folder.Path(), leaf); };
+        WriteFile(inside("file").Path(), "text");
+        const BPath archive = inside("zip_resource_file.zip");
+        LibZip(archive.Path(), inside("file"));
+        if (mount(archive.Path(), archive.Path(), nullptr, MS_BIND, nullptr) != 0)
+            return 2;
+        LibAppResource resources(inside("resources").Path(), kNewFile);
+        if (resources.AddEntry(inside("file").Path(), 7, nullptr))
+            return 3;
+        umount(archive.Path());
+        LibUnlink(folder.Path());
+        return resources.HasResource(B_RAW_TYPE, 7) ? 4 : 0;
+    }),
+        0);
+}
+
+TEST(LibAppResource, WhatADamagedArchiveHoldsReplacesNothing)
+{
+    const ScratchFolder folder;
+    WriteFile("file", "text");
+    LibAppResource resources("file.rsrc", kNewFile);
+    EXPECT_TRUE(resources.AddEntry((folder / "file").c_str(), 7, nullptr, 0));
+    size_t size = 0;
+    const void* data = resources.LoadResource(B_RAW_TYPE, 7, &size);
+    const std::string archive(static_cast<const char*>(data), size);
+    const auto at = static_cast<off_t>(archive.find("text"));
+    EXPECT_EQ(resources.WriteResource(B_RAW_TYPE, 7, "TEXT", at, 4), B_OK);
+    EXPECT_FALSE(resources.ExtractEntry(7, (folder / "file").c_str(), true));
+    EXPECT_EQ(ReadFile(folder / "file"), "text");
 }
 
 TEST(LibAppResource, ValuesAreFoundAndCopiedByTypeAndId)

@@ -116,6 +116,21 @@ TEST(LibDate, ArithmeticNormalises)
     EXPECT_EQ(TextOf(none), "0-0-0");
 }
 
+TEST(LibDate, TheDayOfTheYearIsRightAtBothEndsOfTheCalendar)
+{
+    const std::pair<LibDate, int32> rows[] = { { DateOf(2000, 12, 31), 366 },
+        { DateOf(1582, 12, 31), 355 }, { LibDate(INT32_MIN), 75 }, { LibDate(INT32_MAX), 155 },
+        { DateOf(1, 1, INT32_MIN), INT32_MIN }, { DateOf(-5'884'323, INT32_MAX, 1), INT32_MAX },
+        { DateOf(0, 12, 1), 1 } };
+    for (const auto& [date, expected] : rows) {
+        SCOPED_TRACE(TextOf(date));
+        struct tm fields { };
+        date.GetDate(&fields);
+        EXPECT_EQ(date.GetDayOfYear(), expected);
+        EXPECT_GE(fields.tm_yday + int64 { 1 }, expected);
+    }
+}
+
 TEST(LibDate, WeekdaysOfTheGregorianCalendar)
 {
     LibDate date = DateOf(2001, 10, 24);
@@ -166,4 +181,8 @@ TEST(LibDate, ReadsFixedAndFreeForms)
         EXPECT_EQ(isRead ? TextOf(date) : "", expected);
         EXPECT_TRUE(isRead || date == DateOf(1111, 11, 11));
     }
+    testing::internal::CaptureStderr();
+    const std::string x(79, 'x'); // and a letter of two bytes, the first of which is the 80th
+    EXPECT_FALSE(LibDate().SetUnformattedDate((x + "\xc3\xa4").c_str()));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Unable to read the date <" + x + ">\n");
 }

@@ -55,6 +55,14 @@ TEST(LibPath, EntriesAndPathsLeadToEachOther)
     EXPECT_TRUE(LibGetFilePath(&reply, path) && path == (folder / "one/a name").c_str());
 }
 
+TEST(LibPath, UniqueNamesStaySoBehindALongPrefix)
+{
+    BPath one, two;
+    LibUniqueName(one, std::string(300, 'n').c_str());
+    LibUniqueName(two, std::string(300, 'n').c_str());
+    EXPECT_FALSE(one == two);
+}
+
 TEST(LibPath, SizesCountWhatIsInFoldersAndLinksOnlyThemselves)
 {
     const ScratchFolder folder;
@@ -87,13 +95,13 @@ TEST(LibFileInfo, DatesAreThoseOfTheFile)
 {
     const ScratchFolder folder;
     WriteFile("file", "text");
-    const timespec times[] = { { 86'400, 0 }, { 2 * 86'400 + 3'600, 0 } };
+    const timespec times[] = { { 86'400, 0 }, { 2'208'988'800, 0 } };
     ASSERT_EQ(utimensat(AT_FDCWD, "file", times, 0), 0);
     LibString text;
     LibAccessedDate(BEntry("file"), false).GetIso8601(text, 0);
     EXPECT_EQ(Text(text), "19700102T000000");
     LibLastModifiedDate("file", false).GetIso8601(text, 0);
-    EXPECT_EQ(Text(text), "19700103T010000");
+    EXPECT_EQ(Text(text), "20400101T000000"); // more seconds than an int32 holds
 }
 
 TEST(LibTrash, NewNamesAreFreeAndARecordKeepsTheWayBack)

@@ -5,6 +5,10 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+
+#include "tests/support/Child.h"
 
 namespace {
 
@@ -19,6 +23,35 @@ std::string After(const char* text, Edit edit, Arguments... arguments)
     const char* result = s;
     return result != nullptr ? result : "(no buffer)";
 }
+
+// A text of so many bytes, a multiple of a megabyte, that take one: the same memory all over.
+class RepeatedText {
+public:
+    explicit RepeatedText(size_t size) : fSize(size + kPiece)
+    {
+        const int file = memfd_create("text", 0);
+        const std::string piece(kPiece, 'x');
+        EXPECT_EQ(write(file, piece.data(), kPiece), ssize_t { kPiece });
+        fBytes = static_cast<char*>(Map(nullptr, fSize, MAP_ANONYMOUS, -1));
+        for (size_t at = 0; at < size; at += kPiece)
+            EXPECT_EQ(Map(fBytes + at, kPiece, MAP_FIXED, file), fBytes + at);
+        close(file);
+    }
+    ~RepeatedText() { munmap(fBytes, fSize); }
+    RepeatedText(const RepeatedText&) = delete;
+    RepeatedText& operator=(const RepeatedText&) = delete;
+    const char* Bytes() const { return fBytes; }
+
+private:
+    static constexpr size_t kPiece = 1 << 20;
+    static void* Map(void* where, size_t size, int flags, int file)
+    {
+        return mmap(where, size, PROT_READ, MAP_PRIVATE | flags, file, 0);
+    }
+
+    const size_t fSize;
+    char* fBytes = nullptr;
+};
 
 void Expect(const std::vector<std::pair<std::string, const char*>>& rows)
 {
@@ -61,7 +94,8 @@ TEST(LibStringEdit, GrowingPutsTheTextWhereItIsSaid)
         { After("aXbX", &S::Replace, "X", "yy"), "ayybX" },
         { After("XaXX", [](S& s) { s.ReplaceAll("X", "yy"); }), "yyayyyy" },
         { After("1", [](S& s) { ((s += -7) += 0.5f) += 0.25; }), "1-70.5000000.250000" },
-        { After("", [](S& s) { s += INT32_MIN; }), "-214748364" }, // ten bytes are kept
+        { After("", [](S& s) { s += INT32_MIN; }), "-2147483648" },
+        { After("a", [](S& s) { s.ReplaceAll("", "x"); }), "a" },
         { After("a", [](S& s) { s = static_cast<const char*>(nullptr); }), "a" } });
 }
 
@@ -71,7 +105,49 @@ TEST(LibStringEdit, TextsGivenMayLieInTheStringItself)
         { After("ab", [](S& s) { s.Concat(s); }), "abab" },
         { After("abc", [](S& s) { s = static_cast<const char*>(s) + 1; }), "bc" },
         { After("ab", [](S& s) { s.PrePend(static_cast<const char*>(s) + 1); }), "bab" },
-        { After("a a", [](S& s) { s.RemoveAllWords(static_cast<const char*>(s) + 2); }), " " } });
+        { After("a a", [](S& s) { s.RemoveAllWords(static_cast<const char*>(s) + 2); }), " " },
+        { After("abc", [](S& s) { s.Replace("b", s); }), "aabcc" },
+        { After("abcdefghi", // with room to spare
+              [](S& s) {
+                  s.ToIndex(2);
+                  s.Insert(0, s);
+              }),
+            "aabcbc" } });
+}
+
+TEST(LibStringEdit, WhatHasNoRoomIsRefusedAndTheTextStays)
+{
+#if defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizer writes down every byte read";
+#endif
+    const auto isRefused = [](const char* huge) {
+        const std::pair<const char*, std::function<bool(S&)>> rows[] = {
+            { "Concat", [=](S& s) { return s.Concat(huge) != nullptr; } },
+            { "Replace", [=](S& s) { return s.Replace("b", huge) != -1; } },
+            { "ReplaceAll", [=](S& s) { return s.ReplaceAll("b", huge), false; } },
+            { "Insert", [=](S& s) { return s.Insert(0, huge), false; } },
+            { "PrePend", [=](S& s) { return s.PrePend(huge), false; } },
+            { "=", [=](S& s) { return s = huge, false; } }
+        };
+        for (const auto& [name, edit] : rows) {
+            S s("abc");
+            if (edit(s) || s.Compare("abc") != 0)
+                return printf("%s\n", name), false;
+        }
+        return true;
+    };
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(isRefused(RepeatedText(size_t { 1 } << 31).Bytes()));
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(said.substr(0, said.find('\n')), "No room for a text of <2147483652> bytes");
+#if !defined(__SANITIZE_ADDRESS__) // which ends the program where there is no memory
+    const RepeatedText large(size_t { 1 } << 30);
+    EXPECT_EQ(InChild([&] {
+        const rlimit limit { size_t { 1 } << 30, size_t { 1 } << 30 };
+        return setrlimit(RLIMIT_AS, &limit) == 0 && isRefused(large.Bytes()) ? 0 : 1;
+    }),
+        0);
+#endif
 }
 
 TEST(LibStringEdit, RemovingByKindLeavesTheRest)

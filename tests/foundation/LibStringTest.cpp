@@ -8,11 +8,11 @@
 
 #include <gtest/gtest.h>
 
-TEST(LibString, NumbersAreCutToTheirBuffers)
+TEST(LibString, FloatsAreCutToTheirBuffersAndIntegersNever)
 {
     LibString text;
     text = INT32_MIN;
-    EXPECT_STREQ(text, "-214748364");
+    EXPECT_STREQ(text, "-2147483648");
     text = 1e30f;
     EXPECT_STREQ(text, "1000000015");
     text.SetFloat64(1.0 / 3, 100000);
@@ -128,4 +128,8 @@ TEST(LibString, ReadAppendsWholeFilesWhateverThePieces)
     text.Read(path.c_str(), 4);
     EXPECT_STREQ(text, "> first line\n\nlast");
     remove(path.c_str());
+    text = "/";
+    testing::internal::CaptureStderr();
+    text.Read(text, 4); // a folder opens
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error reading </>: Is a directory\n");
 }

@@ -26,8 +26,9 @@ std::string Bytes(unsigned char first, size_t count)
 
 // Names that a shell or a tool would take for something else.
 const std::string kNames[] = { "two words", "\"quoted\"", "$(touch x)", "`touch x`", "a; touch x",
-    "' && touch x '", "line\nbreak", "-rf", "--help", "@", "host:file", "back\\slash\\", "${HOME}",
-    "a[1]*?", "bad\xff\x81 bytes\xc3", Bytes(1, 126), Bytes(128, 128), std::string(255, 'n') };
+    "' && touch x '", "line\nbreak", "-rf", "--help", "@", "host:file", "back\\slash\\",
+    "\\new\\101", "${HOME}", "a[1]*?", "bad\xff\x81 bytes\xc3", Bytes(1, 126), Bytes(128, 128),
+    std::string(255, 'n') };
 
 std::set<std::string> EntriesOf(const std::string& folder)
 {
@@ -77,7 +78,7 @@ TEST(LibTools, ZipAndUnzipKeepFoldersWhateverTheirNames)
         const std::string archive = folder / ("inner/" + name + ".zip");
         EXPECT_TRUE(LibZip(archive.c_str(), BPath(name.c_str()), 12));
         EXPECT_EQ(ReadFile(archive).substr(0, 2), "PK");
-        EXPECT_TRUE(LibUnzip(archive.c_str()));
+        EXPECT_TRUE(LibUnzipWhole(archive.c_str()));
         EXPECT_EQ(fs::current_path(), folder / "inner");
         EXPECT_EQ(EntriesOf(".").size(), 3u); // unzip leaves out control characters of names
         fs::current_path(folder.Path());
@@ -104,4 +105,37 @@ TEST(LibTools, WhatCannotBeDoneIsFalseAndStartsNothing)
     };
     EXPECT_EQ(command(std::string(497, 'n')).size(), 511u);
     EXPECT_EQ(command(std::string(498, 'n')) + command(std::string(496, 'n') + '$'), "");
+}
+
+TEST(LibTools, PathsTooLongForACommandAreWorkedOnFromInsideTheirFolder)
+{
+    const ScratchFolder folder;
+    const std::string deep = folder / (std::string(200, 'a') + "/" + std::string(200, 'b') + "/");
+    const std::string deeper = deep + std::string(150, 'c') + "/";
+    fs::create_directories(deeper);
+    const auto at = [](const std::string& path) { return path.c_str(); };
+    WriteFile("plain", "text");
+    EXPECT_TRUE(LibCopy("plain", at(deeper + "one")) && LibCopy(at(deeper + "one"), "back"));
+    EXPECT_TRUE(LibMove(at(deeper + "one"), at(deeper + "two")));
+    EXPECT_TRUE(LibSymLink("two", at(deeper + "link")));
+    EXPECT_EQ(ReadFile(deeper + "link") + ReadFile("back"), "texttext");
+    EXPECT_EQ(fs::current_path(), folder.Path());
+    EXPECT_TRUE(LibTar(at(deeper + "two"), at(deep + "all.tar")));
+    EXPECT_TRUE(LibZip(at(deeper + "all.zip"), BPath(at(deeper + "two"))));
+    EXPECT_TRUE(LibUnlink(at(deeper + "two")) && LibUnzipWhole(at(deeper + "all.zip")));
+    EXPECT_EQ(ReadFile(deeper + "two"), "text");
+    EXPECT_GT(ReadFile(deep + "all.tar").size(), 512u);
+    // Seen from neither folder is the other's path short enough.
+    const std::string beside = folder / (std::string(250, 'd') + "/" + std::string(250, 'e') + "/");
+    fs::create_directories(beside);
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(LibCopy(at(deeper + "two"), at(beside + "three")));
+    EXPECT_NE(
+        testing::internal::GetCapturedStderr().find("longer than 511 bytes"), std::string::npos);
+    EXPECT_TRUE(EntriesOf(beside).empty());
+    const std::string none = deeper + "none/";
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(LibMove(at(none + "one"), at(none + "two")));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Unable to work in <" + none.substr(0, none.size() - 1) + ">\n");
 }

@@ -71,6 +71,9 @@ TEST(xmlParser, FindsElementsWithTheirParts)
         { "?xml", "<?xml version=\"1.0\"?>", "?xml(version=1.0 ?=)[]" },
         { "a", "<a>" + kilobyte + "y</a>", "a()[" + kilobyte + "y]" },
         { "a", std::string(1022, '-') + "<a\nx=1>t</a>", "a(x=1)[t]" },
+        { "a", "<a\r\nx=1 y='two\r\nlines'>o\rn\r\n\r\ne</a>\r\n", "a(x=1 y=two lines)[o\rne]" },
+        { "a", std::string(1021, '-') + "<a\r\nx=1>t</a>", "a(x=1)[t]" }, // 1024 bytes with "\r"
+        { "a", std::string(1022, '-') + "<a\r\nx=1>t</a>", "a(x=1)[t]" },
         { "a", std::string("<a>o\0ne\ntwo</a>", 15), "a()[otwo]" },
         { "a", "<a>\xff\xc3</a>", "a()[\xff\xc3]" }, { "a", "", "" } };
     for (const auto& [name, text, tag] : rows)
@@ -103,7 +106,10 @@ TEST(xmlParser, FileThatCannotBeOpenedIsNamed)
     xmlTag tag;
     EXPECT_FALSE(parser.IsValid() || parser.FindTag("a", tag) || parser.Open(nullptr));
     EXPECT_TRUE(parser.Open("/")); // a folder opens, and holds nothing
-    EXPECT_FALSE(parser.FindTag("a", tag));
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(parser.FindTag("a", tag) || parser.FindTag("b", tag));
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(), "Error reading after line <0>: Is a directory\n");
 }
 
 TEST(xmlParser, DerivedParserChoosesTagsWithoutAnEnd)

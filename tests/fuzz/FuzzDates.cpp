@@ -65,6 +65,8 @@ void CheckArithmetic(const char* bytes, size_t size)
     uint32 numbers[4] = {};
     memcpy(numbers, bytes, std::min(size, sizeof(numbers)));
     LibDate date(numbers[0], numbers[1], numbers[2]);
+    struct tm fields { };
+    date.GetDate(&fields);
     date.AddMonths(static_cast<int>(numbers[3]));
     date.AddYears(static_cast<int>(numbers[3]));
     date.SetToNext(static_cast<LibWeekDay>(numbers[3] % 8));

@@ -70,6 +70,11 @@ TEST(ResultList, ARecordIsReadByItsRules)
         { "id and cycles are words", "PC (1-x)\tabc:200:x/2.5;", "1 of PC (1-x)\t200:1/2.500000;",
             "Error extracting metric type for <PC (1-x)>. <abc>\n"
             "Error extracting number of iterations\n" },
+        { "what a terminal would obey", "P\xc3\xa4\x1b[2J (1-x)\t\x7f\t\xc2\x9b\xe2\x80\xae\x9b:",
+            "1 of P\xc3\xa4\x1b[2J (1-x)\t0:\x7f\t",
+            "Unable to get class id for <\\x7f>\n"
+            "Error extracting metric type for <P\xc3\xa4\\x1b[2J (1-x)>. "
+            "<\\xc2\\x9b\\xe2\\x80\\xae\\x9b>\n" },
         { "a device without class", "PC (1-x)\t3:Card\tnothing\t200:1/2.5;",
             "1 of PC (1-x)\t3:Card\t3:nothing\t200:1/2.500000;",
             "Unable to get class id for <nothing>\n" },
@@ -108,8 +113,8 @@ TEST(ResultList, AFileIsReadByItsLengthsAndNeverBeyondThem)
         { "mailed", "1.0\r\n" + std::to_string(record.size()) + "\r\n" + record + "\r\n", 1, "" },
         { "too long a length stops at the line's end", "1.0\n1000000000\n" + record + "\n" + pair,
             2, "" },
-        { "no lengths", "1.0\n0\n-1\n2147483648\nPC\n" + pair, 1,
-            "<FILE>: 4 lines are no length of a record, the first <0>\n" },
+        { "no lengths", "1.0\n\x1b[2J\n0\n-1\n2147483648\nPC\n" + pair, 1,
+            "<FILE>: 5 lines are no length of a record, the first <\\x1b[2J>\n" },
         { "a line that is no record", "1.0\n20000000\n" + huge + "\n" + pair, 1,
             "<FILE>: 1 records longer than 18000 characters are left out\n" },
         { "a NUL ends a record", "1.0\n30\nPC (1-x)\t200:1/0.5;" + std::string(11, '\0') + "\n", 1,
@@ -126,6 +131,33 @@ TEST(ResultList, AFileIsReadByItsLengthsAndNeverBeyondThem)
     ResultList list;
     EXPECT_FALSE(ReadResultsFile("/nowhere/Tarvex.results", list));
     EXPECT_TRUE(ReadResultsFile("/tmp", list)); // a folder has no records
+}
+
+TEST(ResultList, AFilesMachinesKeepToItsSizeInMemoryAndRealOnesAreAllKept)
+{
+    std::string bytes = "1.0\n";
+    constexpr int kTiny = 100'000;
+    for (int i = 0; i < kTiny; i++)
+        bytes += "5\n5\n";
+    Loaded tiny(bytes);
+    const int kept = tiny.list.Size();
+    EXPECT_GT(kept, 10'000);
+    EXPECT_LT(kept, (32 << 20) / int(sizeof(Results)) / 2);
+    EXPECT_EQ(tiny.messages,
+        "<FILE>: " + std::to_string(kTiny - kept)
+            + " machines are left out: they need more than 8 times the memory that the file has "
+              "bytes\n");
+
+    std::string record = "PC (4-x@1/2MHz) 100MB RAM\t-1:8 bit color, 1024x768 resolution\t";
+    for (int i = 0; i < 30; i++)
+        record += "1032:1000/12.000000,13.000000,14.000000,15.000000;";
+    bytes = "1.0\n";
+    constexpr int kReal = 4000;
+    for (int i = 0; i < kReal; i++)
+        bytes += FileOf(record).substr(4);
+    Loaded real(bytes);
+    EXPECT_EQ(real.list.Size(), kReal);
+    EXPECT_EQ(real.messages, "");
 }
 
 TEST(ResultList, TheTableLinesUpMachinesOfFewerProcessorsOnTheRight)

@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <sys/resource.h>
@@ -36,9 +37,14 @@ TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocaleAndWholeOrNotWritt
     results.Read(kRecord);
     results.NewTest("Whetstone", 1)->Index(600); // no time yet
     WriteFile(path, "longer than what comes: " + expected);
+    // What somebody may have planted beside it.
+    const std::string planted = folder / (".tarvex-" + std::to_string(getpid()));
+    std::filesystem::create_symlink("victim", planted);
     const LocaleGuard german("de_DE.UTF-8");
     EXPECT_TRUE(WriteResultsFile(path.c_str(), results));
     EXPECT_EQ(ReadFile(path), expected);
+    EXPECT_EQ(ReadFile(folder / "victim"), "none");
+    std::filesystem::remove(planted);
 
     // With no room for another one.
     rlimit before {};
@@ -49,7 +55,8 @@ TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocaleAndWholeOrNotWritt
     testing::internal::CaptureStderr();
     EXPECT_FALSE(WriteResultsFile(path.c_str(), results));
     setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error writing <" + path + ">\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Error writing <" + path + ">: " + strerror(EFBIG) + "\n");
     EXPECT_EQ(ReadFile(path), expected);
     using Files = std::filesystem::directory_iterator;
     EXPECT_EQ(std::distance(Files(folder.Path()), Files()), 1);

@@ -75,8 +75,9 @@ std::string Quoted(const std::string& text)
     return quoted + "'";
 }
 
-// Clicks at what find finds, once it stays where it is: the window manager places new windows.
-bool ClickWhenSettled(const std::function<Widget()>& find, int button)
+// The frame of what find finds, once it stays where it is: the window manager places new windows.
+// Invalid where there is nothing.
+BRect SettledFrame(const std::function<Widget()>& find)
 {
     BRect before;
     const bool isThere = WaitFor([&] {
@@ -87,9 +88,20 @@ bool ClickWhenSettled(const std::function<Widget()>& find, int button)
             std::this_thread::sleep_for(std::chrono::milliseconds(40));
         return isSettled;
     });
-    if (isThere)
-        ClickAt(BPoint((before.left + before.right) / 2, (before.top + before.bottom) / 2), button);
-    return isThere;
+    return isThere ? before : BRect();
+}
+
+bool ClickWhenSettled(const std::function<Widget()>& find, int button)
+{
+    const BRect frame = SettledFrame(find);
+    if (frame.IsValid())
+        ClickAt(BPoint((frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2), button);
+    return frame.IsValid();
+}
+
+std::string WindowOf(const std::string& title)
+{
+    return "search --sync --onlyvisible --name " + Quoted("^" + title + "$");
 }
 
 } // namespace
@@ -159,6 +171,21 @@ void DoubleClickAt(BPoint where)
 void MoveTo(BPoint where)
 {
     Xdotool("mousemove " + Place(where));
+}
+
+BRect Settled(const std::string& name)
+{
+    return SettledFrame([&] { return Find(name); });
+}
+
+void MoveWindow(const std::string& title, BPoint corner)
+{
+    Xdotool(WindowOf(title) + " windowmove " + Place(corner));
+}
+
+void ResizeWindow(const std::string& title, BPoint size)
+{
+    Xdotool(WindowOf(title) + " windowsize " + Place(size));
 }
 
 bool ClickMenu(const std::vector<std::string>& labels)

@@ -48,6 +48,12 @@ bool ClickMenu(const std::vector<std::string>& labels);
 void Type(const std::string& text);
 void Key(const std::string& combination); // "ctrl+t", "Return", "Escape", "alt+F4"
 
+// Where a widget stays once the window manager has placed its window; invalid if it is nowhere.
+BRect Settled(const std::string& name);
+// Another program's way with the window of that title.
+void MoveWindow(const std::string& title, BPoint corner);
+void ResizeWindow(const std::string& title, BPoint size);
+
 // What the screen shows: 0xrrggbb of each pixel of the rectangle, the top row first.
 std::vector<uint32> PixelsIn(BRect rect);
 rgb_color PixelAt(BPoint where);

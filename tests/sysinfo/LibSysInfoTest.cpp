@@ -44,6 +44,9 @@ TEST(LibSysInfo, DescribesAMachineInOneLine)
 {
     const LibSysInfo machine(PentiumPair(), BRect(0, 0, 1023, 767), B_CMAP8);
     EXPECT_STREQ(machine.kernelBuild, "Nov 21 1999, 12:00:01");
+    const char* depth = machine.ScreenDepthStr(); // which another thread may ask for meanwhile
+    EXPECT_STREQ(LibSysInfo(PentiumPair(), BRect(), B_RGB32).ScreenDepthStr(), "32 bit color");
+    EXPECT_STREQ(depth, "8 bit color");
     testing::internal::CaptureStderr();
     machine.PrintToStream();
     EXPECT_EQ(testing::internal::GetCapturedStderr(),

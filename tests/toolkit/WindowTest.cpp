@@ -122,11 +122,14 @@ TEST_F(WindowTest, EachMessageBoxWaitsForItsButtonAndAlertsCanBeClosedUnanswered
         screen::Key(row.key);
         caller.join();
     }
-    int32 answer = 7;
-    std::thread caller(
-        [&] { answer = LibAnswer(new BAlert("Question", "Now?", "No", "Yes", nullptr)); });
-    EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
-    LibCloseAlerts();
-    caller.join();
-    EXPECT_EQ(answer, -1);
+    for (const char* key : { "Escape", "alt+F4", "" }) {
+        SCOPED_TRACE(key);
+        int32 answer = 7;
+        std::thread caller(
+            [&] { answer = LibAnswer(new BAlert("Question", "Now?", "No", "Yes", nullptr)); });
+        EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+        key[0] ? screen::Key(key) : LibCloseAlerts();
+        caller.join();
+        EXPECT_EQ(answer, -1);
+    }
 }

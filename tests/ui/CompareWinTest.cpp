@@ -52,7 +52,9 @@ protected:
     {
         if (!screen::IsThere())
             GTEST_SKIP() << "no display";
-        setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
+        // Asked for once in a program.
+        setenv("XDG_DATA_HOME", Home().Path().c_str(), 1);
+        std::filesystem::remove_all(Home() / "tarvex");
         std::filesystem::current_path(folder.Path());
         target->Run();
         Open(true);
@@ -64,6 +66,11 @@ protected:
         std::filesystem::current_path("/");
     }
 
+    static const TempFolder& Home()
+    {
+        static const TempFolder home;
+        return home;
+    }
     void Open(bool allowSave)
     {
         window = new CompareWin(target, allowSave);
@@ -165,6 +172,20 @@ TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndC
     EXPECT_FALSE(screen::IsActive("Color of 1 CPU"));
 }
 
+TEST_F(CompareWinTest, MadeNarrowerAndWiderItLooksAsBefore)
+{
+    ASSERT_TRUE(WaitFor([] { return Find("save").exposed; }));
+    const BRect before = Find("save").frame;
+    BRect right = Find("legend").frame;
+    right.left += 530; // of its colours
+    screen::ResizeWindow("Tarvex Comparisons", BPoint(100, 400));
+    ASSERT_TRUE(WaitFor([&] { return Find("save").frame.left < before.left; }));
+    EXPECT_GT(screen::Settled("save").left, Find("ratio").frame.right);
+    screen::ResizeWindow("Tarvex Comparisons", BPoint(720, 400));
+    EXPECT_TRUE(WaitFor([&] { return Find("save").frame.left == before.left; }));
+    EXPECT_TRUE(WaitFor([&] { return screen::ContrastIn(right) == 0; }));
+}
+
 TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
 {
     Run();
@@ -194,6 +215,15 @@ TEST_F(CompareWinTest, EveryMachineButTheRunIsThereAgainAndTheTableIsWritten)
 {
     Run();
     window->LoadResults(MachineFile().c_str());
+    Close();
+    // What cannot be read when the window opens must not be lost.
+    const std::string store = Home() / "tarvex/attributes.sqlite";
+    std::filesystem::rename(store, store + ".away");
+    std::filesystem::create_directory(store);
+    Open(true);
+    Run();
+    std::filesystem::remove(store);
+    std::filesystem::rename(store + ".away", store);
     BMessage dropped(B_SIMPLE_DATA);
     for (const std::string& path : { File("note.html", "<html>"), File("other.txt", "1.0\n"),
              MachineFile(), File("again.txt", "1.0\n15\nZ (1-)\t700:9/3;\n") }) {
@@ -207,11 +237,17 @@ TEST_F(CompareWinTest, EveryMachineButTheRunIsThereAgainAndTheTableIsWritten)
     Run();
     ASSERT_TRUE(screen::Click("save"));
     ASSERT_TRUE(WaitFor([] { return screen::IsActive("Information"); }));
+    const BRect chart = Find("DrawView").frame;
+    const auto hasBar = [&] { return IsSame(BarAt(0, 200, 410), cpu_color[1]); };
+    screen::MoveWindow("Information", chart.LeftTop() + BPoint(400, 0)); // over the bar and away
+    ASSERT_TRUE(WaitFor([&] { return !hasBar(); }));
+    screen::MoveWindow("Information", chart.LeftTop() + BPoint(0, 200));
+    EXPECT_TRUE(WaitFor(hasBar));
     screen::Key("Return");
     const std::string own = "This (2-x)\t400.0\t100.0\t\t50.0\t\n";
     EXPECT_EQ(ReadFile(folder / "Tarvex.compare"),
         "\tSieve\t\tMemory\t\t\n\t(IPS)\t\t()\t\t\n\t2 cpu\t1 cpu\t2 cpu\t1 cpu\t\n" + own + own
-            + "Other (1-y)\t\t200.0\t\nZ (1-)\t\t3.0\t\nOther (1-y)\t\t200.0\t\n");
+            + "Z (1-)\t\t3.0\t\nOther (1-y)\t\t200.0\t\nOther (1-y)\t\t200.0\t\n");
     ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex Comparisons"); }));
     screen::Key("alt+F4");
     EXPECT_TRUE(WaitFor([&] { return target->closed == 1; }));

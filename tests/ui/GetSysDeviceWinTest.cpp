@@ -5,13 +5,25 @@
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
 
+#include "toolkit/LibHelp.h"
+#include "toolkit/LibToolTips.h"
+
 #include <Application.h>
 #include <Screen.h>
 #include <TextControl.h>
 
+#include <atomic>
+
 namespace {
 
 using screen::Find;
+
+// Counts the 'gsdq' that a closing form sends.
+class Target : public BLooper {
+public:
+    void MessageReceived(BMessage* message) override { closed += message->what == 'gsdq'; }
+    std::atomic<int> closed = 0;
+};
 
 // The form for the devices on a tree's buses.
 class FormTest : public testing::Test {
@@ -20,17 +32,20 @@ protected:
     {
         if (fForm && fForm->Lock())
             fForm->Quit();
+        if (fTarget->Lock())
+            fTarget->Quit();
     }
     void SetUp() override
     {
         if (!screen::IsThere())
             GTEST_SKIP() << "no display";
+        fTarget->Run();
     }
     void Open()
     {
         const RootGuard root(fTree.Path());
         LibDeviceInfo info;
-        fForm = new GetSysDeviceWin(info, &fApplication);
+        fForm = new GetSysDeviceWin(info, fTarget);
         fForm->Show();
         ASSERT_TRUE(screen::WaitFor([] { return screen::IsActive("Unknown Devices"); }));
     }
@@ -55,6 +70,7 @@ protected:
 
     BApplication fApplication { "application/x-vnd.Quorvane.FormTest" };
     const MachineTree fTree {};
+    Target* fTarget = new Target;
     GetSysDeviceWin* fForm = nullptr;
 };
 
@@ -82,6 +98,14 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
     EXPECT_FALSE(Find("Bridge").exists);
 
     Fill("device_1-2_0xABC", "Typed & kept");
+    std::string letters;
+    for (int i = 0; i < 50; i++)
+        letters += "\xc3\xa4"; // two bytes each
+    WithLock(fForm, [&] {
+        auto* entry = dynamic_cast<BTextControl*>(fForm->FindView("vendor_2-2_0x1AF4"));
+        entry->SetText((letters + "\xc3\xa4").c_str());
+    });
+    EXPECT_EQ(TextOf("vendor_2-2_0x1AF4"), letters);
     Fill("vendor_2-2_0x1AF4", "A vendor of my own");
     Fill("device_2-2_0x1041", "Some card of which the name has more than fifty letters");
     const std::string cut = "Some card of which the name has more than fifty le";
@@ -98,6 +122,87 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
         "Device <"
             + cut + ">\n\n");
     fForm->Save("/nonexistent/folder/unknown_devices"); // silently nothing
+}
+
+TEST_F(FormTest, WhatIsTypedReplacesTheEntryAndReturnLeadsThroughAllOfThem)
+{
+    AddPciFunction(fTree, "0000:00:02.0", PciConfig(0x1002, 0x0abc, 0x030000));
+    AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1002, 0x0abc, 0x030000));
+    AddPciFunction(fTree, "0000:00:04.0", PciConfig(0x1002, 0x0abc, 0x030000));
+    Open();
+    // In one go: what follows a Return waits for the next entry.
+    screen::Type("?a");
+    EXPECT_EQ(system("xdotool key Return key question key b key Return"), 0);
+    screen::Type("?c");
+    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-3_0xABC") == "?c"; }));
+    EXPECT_EQ(TextOf("device_1-1_0xABC") + TextOf("device_1-2_0xABC"), "?a?b");
+    EXPECT_TRUE(screen::Click("device_1-1_0xABC"));
+    screen::Type("?d");
+    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0xABC") == "?d"; }));
+    EXPECT_TRUE(screen::Click("device_1-1_0xABC")); // puts the caret behind it
+    screen::Key("End");
+    screen::Type("e");
+    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0xABC") == "?de"; }));
+    EXPECT_EQ(fTarget->closed, 0);
+    screen::Key("Escape");
+    EXPECT_TRUE(screen::WaitFor([&] { return fTarget->closed == 1; }));
+    for (int i = 0; i < 3; i++)
+        screen::Key("Return");
+    EXPECT_TRUE(screen::WaitFor([&] { return fTarget->closed == 2; }));
+}
+
+TEST_F(FormTest, RowsBelowTheirBoxAreScrolledIntoIt)
+{
+    for (int i = 0; i < 9; i++) {
+        const std::string place = "0000:00:0" + std::to_string(i) + ".0";
+        AddPciFunction(fTree, place, PciConfig(0x1002, 0x0ab0 + i, 0x020000));
+    }
+    Open();
+    const auto isSeen = [](const char* name) {
+        return screen::WaitFor([name] {
+            const BRect row = Find(name).frame;
+            return screen::Settled("Network").Contains(row.InsetByCopy(0, -2));
+        });
+    };
+    const BRect stated(170, 18 + 8 * 25, 325, 18 + 8 * 25 + 24);
+    EXPECT_EQ(WithLock(fForm, [&] { return fForm->FindView("Network")->Frame(); }),
+        BRect(10, 75, 345, 75 + 10 * 23));
+    EXPECT_EQ(
+        WithLock(fForm, [&] { return fForm->FindView("device_1-9_0xAB8")->Parent()->Frame(); }),
+        stated);
+    EXPECT_TRUE(isSeen("device_1-1_0xAB0"));
+    screen::Key("shift+Tab"); // from the first entry to the last
+    EXPECT_TRUE(isSeen("device_1-9_0xAB8"));
+    EXPECT_TRUE(screen::Click("device_1-9_0xAB8", "", 4)); // the wheel
+    EXPECT_TRUE(isSeen("device_1-1_0xAB0"));
+}
+
+TEST_F(FormTest, EachRowSaysWhichDeviceItIs)
+{
+    AddPciFunction(fTree, "0000:1a:02.3", PciConfig(0x1002, 0x0abc, 0x030000));
+    AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
+    const PciNameList names;
+    const auto tip = [&](const std::string& ids, uint16 vendor, uint16 device) {
+        const std::string first = names.Vendor(vendor), second = names.Device(vendor, device);
+        return ids + (first.empty() ? "" : "\n" + first) + (second.empty() ? "" : "\n" + second);
+    };
+    LibHelp help;
+    help.SetTip("vendor", "no row is called that");
+    LibSetToolTips(&help);
+    Open();
+    LibSetToolTips(nullptr);
+    const struct {
+        const char* view;
+        std::string tip;
+    } rows[] = {
+        { "known_vendor", tip("Slot 1a:02.3, vendor 0x1002, device 0x0ABC", 0x1002, 0x0abc) },
+        { "device_2-1_0x1041", tip("Slot 00:03.0, vendor 0x1AF4, device 0x1041", 0x1af4, 0x1041) },
+    };
+    for (const auto& row : rows) {
+        screen::MoveTo(screen::Settled(row.view).LeftTop() + BPoint(9, 9));
+        EXPECT_TRUE(screen::WaitFor([&] { return Find("qtooltip_label").text == row.tip; }))
+            << Find("qtooltip_label").text;
+    }
 }
 
 TEST_F(FormTest, IsAsHighAsItsTextWhereAllDevicesAreKnown)
@@ -138,6 +243,8 @@ TEST_F(FormTest, CompletesNamesThatTheSystemKnows)
     Fill("vendor_1-1_0x1AF4", vendor.substr(0, 1));
     EXPECT_TRUE(screen::WaitFor([&] { return Find("vendor_1-1_0x1AF4").text == vendor; }))
         << "the machine's own vendor comes before all others";
+    Fill("vendor_1-1_0x1AF4", vendor.substr(0, 1)); // over the whole of it
+    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("vendor_1-1_0x1AF4") == vendor; }));
     Fill("device_1-1_0x1041", device.substr(0, 2));
     EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0x1041") == device; }));
     screen::Type("?"); // replaces what was put behind

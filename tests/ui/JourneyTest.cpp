@@ -53,10 +53,15 @@ TEST_F(JourneyTest, LeadsFromAllTestsToTheMailWithWhatWasMeasured)
     ASSERT_TRUE(program.In("Results", "", { "Tab", "Tab", "space" }));
     ASSERT_TRUE(program.In("Tarvex Comparisons", "", { "alt+F4" }));
     ASSERT_TRUE(program.In("Results", "", { "Tab" }));
-    // By "Save" nothing is mailed; the second time the package takes the place of the first.
+    // By "Save" nothing is mailed; the second time the package may take the place of the first.
     ASSERT_TRUE(program.Save("/mnt/My results", "A card"));
     ASSERT_TRUE(program.In("alert", "a box", { "Tab", "space" }));
+    const std::string package = ReadFile(folder / "My results.zip");
     ASSERT_TRUE(program.Save("/mnt/My results", "My own card"));
+    ASSERT_TRUE(program.In("Replace", "", { "Return" }) && program.In("Save As", "", {}));
+    EXPECT_EQ(ReadFile(folder / "My results.zip"), package);
+    screen::Key("Return");
+    ASSERT_TRUE(program.In("Replace", "", { "alt+y" }));
     ASSERT_TRUE(program.In("alert", "a beige box", { "Tab", "Tab", "space" }));
     EXPECT_EQ(sink.Line(), "RCPT TO:<support@tarvex.example>\n");
     EXPECT_EQ(sink.Line(),
@@ -91,7 +96,7 @@ TEST_F(JourneyTest, LeadsFromAllTestsToTheMailWithWhatWasMeasured)
 TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
 {
     const std::string inTheWay = "</tmp/results> is in the way\n";
-    const std::string noArchive = "Error writing </tmp/Tarvex.tar>\n";
+    const std::string noArchive = "/Tarvex.tar>\n";
     const auto without = [](const std::string& tool) {
         return "mount -t tmpfs none /opt && mkdir /opt/new /opt/work && mount -t overlay none "
                "-o lowerdir=/usr/bin,upperdir=/opt/new,workdir=/opt/work /usr/bin && rm /usr/bin/"
@@ -107,16 +112,20 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
         { without("zip"), kTar, "" },
         { without("tar"), kPlain, noArchive },
         { "mount -t tmpfs -o ro none /mnt/place", kNothing,
-            "Error writing </mnt/place/mine>\nThe mail with <> was not sent\n" },
+            "Error writing </mnt/place/mine>: Read-only file system\nThe mail with <> was not "
+            "sent\n" },
         { "mount -t tmpfs -o size=4k none /mnt/place", kPlain,
-            "Error writing </mnt/place/mine>\n" },
+            "Error writing </mnt/place/mine>: No space left on device\n" },
         { "mount -t tmpfs -o size=4k none /tmp", kPlain, noArchive },
-        { "echo precious > /tmp/results", kPlain, inTheWay, "/tmp/results" },
-        { "mkdir /tmp/results && echo precious > /tmp/results/x", kPlain, inTheWay,
+        { "echo precious > /tmp/results", kZip, inTheWay, "/tmp/results" },
+        { "mkdir /tmp/results && echo precious > /tmp/results/x", kZip, inTheWay,
             "/tmp/results/x" },
         { "mkdir /tmp/results && touch /tmp/results/unknown_devices", kZip, "" }, // a leftover
-        { "mkdir /tmp/results && chown 1:1 /tmp/results", kPlain, inTheWay },
-        { "echo precious > /mnt/x && ln -s /mnt/x /tmp/results", kPlain, inTheWay, "/mnt/x" },
+        { "mkdir /tmp/results && chown 1:1 /tmp/results", kZip, inTheWay },
+        { "echo precious > /mnt/x && ln -s /mnt/x /tmp/results", kZip, inTheWay, "/mnt/x" },
+        { "mkdir /mnt/d && ln -s /mnt/d /tmp/results && echo precious > /mnt/x && "
+          "ln -s /mnt/x /tmp/Tarvex.tar",
+            kZip, inTheWay, "/mnt/x" },
         { "echo precious > /mnt/place/mine.zip && chown 1:1 /mnt/place/mine.zip", kPlain,
             "</mnt/place/mine.zip> is in the way\n", "/mnt/place/mine.zip" },
         { "mount -t tmpfs none /usr/sbin && rm /mnt/sendmail && " + without("xdg-email"), kZip,
@@ -136,6 +145,7 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
             continue;
         }
         ASSERT_TRUE(program.Save("/mnt/place/mine", "A card"));
+        ASSERT_TRUE(row.kept != "/mnt/place/mine.zip" || program.In("Replace", "", { "alt+y" }));
         ASSERT_TRUE(row.left != kTar || program.In("Information", "", { "Return" }));
         ASSERT_TRUE(program.In("alert", "a box", { "Tab", "Tab", "space" }));
         const std::string enclosed = row.left == kZip ? "=mine.zip\n" : "=mine\n";

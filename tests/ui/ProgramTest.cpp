@@ -3,17 +3,43 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+#include <sys/stat.h>
+
 namespace {
 
 constexpr char kOnline[] = "/sys/devices/system/cpu/online";
 
 } // namespace
 
-TEST(Program, AnswersWithoutWindows)
+TEST(Program, AnswersWithoutADisplay)
 {
-    Program blind({}, nullptr);
-    EXPECT_EQ(blind.Status(30), 1);
-    EXPECT_EQ(blind.Errors(), "No display: <DISPLAY> is not set\n");
+    const std::string errors = " 2>&1 >/dev/null", output = " 2>/dev/null";
+    const struct {
+        std::string environment, arguments;
+        int status;
+        const char* text; // a regular expression
+    } rows[] = {
+        { "", "" + errors, 1, "No display: <DISPLAY> is not set\n" },
+        { "WAYLAND_DISPLAY=wayland-0", "" + errors, 1,
+            "No display: <DISPLAY> is not set; a Wayland session needs Xwayland\n" },
+        { "", "--version" + output, 0, "tarvex \\d+\\.\\d+\\.\\d+\n" },
+        { "", "nosuchfile --help" + output, 0, "Usage: tarvex \\[FILE[^]*" },
+        { "", "--help 2>&1 >/dev/full", 1, "Error writing <standard output>\n" },
+    };
+    for (const auto& [environment, arguments, status, text] : rows) {
+        const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY " + environment
+            + " " TARVEX_BUILD "/tarvex " + arguments;
+        FILE* const program = popen(command.c_str(), "r");
+        char shown[2000] = "";
+        static_cast<void>(fread(shown, 1, sizeof shown - 1, program));
+        EXPECT_EQ(WEXITSTATUS(pclose(program)), status) << command;
+        EXPECT_TRUE(std::regex_match(shown, std::regex(text))) << command << ": " << shown;
+    }
+}
+
+TEST(Program, SaysWhereAHelpFileIsNone)
+{
     if (!screen::IsThere())
         GTEST_SKIP() << "no display";
     Program help({ "-help", "a b.xml" });
@@ -25,19 +51,30 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
 {
     if (!screen::IsThere())
         GTEST_SKIP() << "no display";
+    const TempFolder folder;
+    const std::string good = folder / "good", bad = folder / "bad";
+    WriteFile(good, "1.0\n26\nPC (1-x)\t100:126/1.000000;\n");
+    WriteFile(bad, "no results");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    setenv("XDG_DATA_HOME", folder.Path().c_str(), 1); // compared machines are remembered
     const struct {
         std::vector<std::string> arguments;
         const char* key; // that ends it; none: a signal
-        const char* errors;
+        std::string errors;
+        bool compares = false;
     } rows[] = {
         { {}, "", "" },
         { { "-scmp" }, "ctrl+q", "Allowed to save comparisons\n" },
-        { { "x", "-scmp" }, "alt+F4", "" },
+        { { "no such file", "-scmp" }, "alt+F4", "Cannot find <no such file>\n" },
         { { "-help" }, "", "Help file requred\n" },
+        { { bad, good, folder / "pipe" }, "",
+            "<" + bad + "> cannot be read as a results file\n<" + (folder / "pipe")
+                + "> cannot be read as a results file\n",
+            true },
     };
     for (const auto& row : rows) {
         Program program(row.arguments);
-        ASSERT_TRUE(program.In("Tarvex", "", {}));
+        ASSERT_TRUE(program.In(row.compares ? "Tarvex Comparisons" : "Tarvex", "", {}));
         // Window managers give a window without an icon one of 48 pixels.
         const char* const icon = "xprop -name Tarvex _NET_WM_ICON | grep -q '(128 x 128)'";
         EXPECT_TRUE(screen::WaitFor([=] { return system(icon) == 0; }));

@@ -1,5 +1,6 @@
 #include "ui/ResultsWin.h"
 
+#include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
 #include "ui/ResultItem.h"
 
@@ -95,4 +96,46 @@ TEST(ResultsWin, TitlesStandAboveTheirColumns)
     }
     EXPECT_FALSE(Find("cpus0").exists || Find("cpus4").exists);
     EXPECT_TRUE(Find("cancel").enabled && Find("compare").enabled && Find("save").enabled);
+}
+
+TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
+{
+    if (!screen::IsThere())
+        GTEST_SKIP() << "no display";
+    const MachineTree tree;
+    AddPciFunction(tree, "0000:00:02.0", PciConfig(0x1002, 0x0abc, 0x030000));
+    const RootGuard root(tree.Path());
+    const BApplication app("application/x-vnd.Quorvane.ResultsTest");
+    Results run(true);
+    AddMetric(run, "Memory", { 1 });
+    ResultsWin* window = new ResultsWin(1);
+    window->Update(run, false);
+    window->Show();
+    const auto isActive = [](const char* title) {
+        return screen::WaitFor([title] { return screen::IsActive(title); });
+    };
+    const char question[] = ""; // has no title
+    for (const char* key : { "Escape", "alt+F4", "n" }) {
+        ASSERT_TRUE(isActive("Results"));
+        screen::Key("Return");
+        ASSERT_TRUE(isActive(question));
+        screen::Key(key);
+    }
+    ASSERT_TRUE(isActive("Results"));
+    std::string typed = "Unknown";
+    for (const char* text : { "?one", "?another", "?third" }) {
+        screen::Key("Return");
+        ASSERT_TRUE(isActive(question));
+        screen::Key("y");
+        ASSERT_TRUE(isActive("Unknown Devices"));
+        EXPECT_EQ(Find("device_1-1_0xABC").text, typed);
+        screen::Type(typed = text);
+        screen::Key("Return");
+        ASSERT_TRUE(isActive("Save As"));
+        screen::Key("Escape");
+        ASSERT_TRUE(isActive("Results"));
+    }
+    ASSERT_TRUE(window->Lock());
+    EXPECT_TRUE(window->QuitRequested());
+    window->Quit();
 }

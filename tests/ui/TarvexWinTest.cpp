@@ -6,6 +6,7 @@
 #include "ui/RunEstimate.h"
 
 #include <Application.h>
+#include <MachineRun.h>
 #include <MenuBar.h>
 #include <MenuItem.h>
 #include <Message.h>
@@ -111,6 +112,28 @@ TEST_F(TarvexWinTest, EveryTickChangesEstimateAndTestItem)
     EXPECT_TRUE(WaitFor([&] { return Find("est_time").text != all; }));
     screen::ClickMenu({ "Benchmark", "All" });
     EXPECT_TRUE(Shows("est_time", all));
+}
+
+TEST_F(TarvexWinTest, AsksBeforeASecondRunOnTheMachineWhichTheDefaultDoesNotStart)
+{
+    BMachineRun other;
+    ASSERT_EQ(other.Begin(), B_OK);
+    screen::Click("cpustring");
+    for (const char* const answer : { "Return", "Escape", "" }) {
+        screen::Key("ctrl+t");
+        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Another run"); }));
+        const std::string text = Find("_tv_").text;
+        EXPECT_TRUE(text.starts_with("Another run is under way on this machine, by ")) << text;
+        EXPECT_NE(text.find(" (process " + std::to_string(getpid()) + ") since "), text.npos);
+        if (answer[0]) {
+            screen::Key(answer);
+            ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex"); }));
+            EXPECT_TRUE(TestIsEnabled());
+        } else {
+            EXPECT_TRUE(screen::Click("_b0_", "Another run"));
+            EXPECT_TRUE(WaitFor([] { return screen::IsActive("Warning"); }));
+        }
+    }
 }
 
 TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)

@@ -60,16 +60,15 @@ void DrawConnection::AskForRender()
     }
 }
 
-void DrawConnection::WaitUntilViewable(xcb_window_t window) const
+void DrawConnection::WaitUntilViewable(xcb_window_t window, bigtime_t limit) const
 {
-    constexpr bigtime_t kLimit = 2'000'000;
     constexpr bigtime_t kPause = 2'000;
     const bigtime_t start = system_time();
     for (;;) {
         const auto attributes = MakeReply(xcb_get_window_attributes_reply(
             fXcb, xcb_get_window_attributes(fXcb, window), nullptr));
         if (attributes == nullptr || attributes->map_state == XCB_MAP_STATE_VIEWABLE
-            || system_time() - start > kLimit)
+            || system_time() - start > limit)
             return;
         snooze(kPause);
     }

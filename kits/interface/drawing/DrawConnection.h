@@ -24,8 +24,8 @@ public:
 
     xcb_connection_t* Xcb() const { return fXcb; }
     // Returns when the X window is on the screen, where the window manager may yet have to put it:
-    // what is drawn before that is lost. Waits for two seconds at most.
-    void WaitUntilViewable(xcb_window_t window) const;
+    // what is drawn before that is lost. Waits for limit microseconds at most.
+    void WaitUntilViewable(xcb_window_t window, bigtime_t limit) const;
     // The format of an X window that is there already; null if it has gone or has
     // less than eight bits a pixel. Waits.
     const PixelFormat* FormatOf(xcb_window_t window);

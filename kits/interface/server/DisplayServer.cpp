@@ -3,6 +3,7 @@
 #include "Check.h"
 #include "CursorState.h"
 #include "KillGuard.h"
+#include "OwnFolder.h"
 #include "server/Accessibility.h"
 #include "server/LostWindows.h"
 #include "server/ServerCursor.h"
@@ -12,15 +13,21 @@
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
+#include <exception>
+#include <latch>
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QPixmapCache>
 #include <QSocketNotifier>
+#include <QThreadPool>
 #include <QTimer>
 #include <QWidget>
 #include <sys/eventfd.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace display {
@@ -55,7 +62,7 @@ private:
 
     void Main();
     void Serve();
-    void Launch();
+    [[nodiscard]] bool Launch() REQUIRES(fLock);
     void RunJobs();
     bool RunOne();
     void Enqueue(Job job) REQUIRES(fLock);
@@ -66,7 +73,7 @@ private:
     State fState GUARDED_BY(fLock) = State::kIdle;
     std::deque<Job> fJobs GUARDED_BY(fLock);
     Leave fLeave GUARDED_BY(fLock) = Leave::kNothing;
-    bool fToldNoDisplay GUARDED_BY(fLock) = false;
+    bool fToldWhyNot GUARDED_BY(fLock) = false;
     int fWakeUp = -1; // an eventfd: Qt's loop sees it, and so does ThreadSanitizer
     std::thread fThread;
 };
@@ -95,8 +102,11 @@ private:
 void TellNoDisplay()
 {
     const char* name = getenv("DISPLAY");
+    const char* wayland = getenv("WAYLAND_DISPLAY");
     if (name && *name)
         fprintf(stderr, "Cannot open display <%s>\n", name);
+    else if (wayland && *wayland)
+        fprintf(stderr, "No display: DISPLAY is not set: a Wayland session needs Xwayland\n");
     else
         fprintf(stderr, "No display: DISPLAY is not set\n");
 }
@@ -119,6 +129,7 @@ void AtExit(int status, void*)
 {
     if (tIsServer) {
         fflush(nullptr);
+        folders::RemoveOwnTemporary();
         _exit(status);
     }
     TheServer().Stop(Server::Leave::kApplication);
@@ -137,27 +148,60 @@ bool Server::Start()
         return fState == State::kRunning;
     const DisplayProbe probe;
     if (!probe.FoundOne()) {
-        if (!fToldNoDisplay)
+        if (!fToldWhyNot)
             TellNoDisplay();
-        fToldNoDisplay = true;
+        fToldWhyNot = true;
         return false;
     }
+    if (!Launch())
+        return false;
     fState = State::kStarting;
-    Launch();
     while (fState == State::kStarting)
         fStateChanged.wait(fLock);
     return true;
 }
 
-void Server::Launch()
+// Qt waits for ever for threads that it could not make: one for the display, one for the desktop's
+// bus, one that paints. So room for them is made sure of first, with some to spare. Throws
+// std::system_error.
+void TryQtThreads()
 {
-    fWakeUp = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    constexpr int kThreads = 4;
+    std::latch done(1);
+    std::vector<std::jthread> threads;
+    threads.reserve(kThreads);
+    try {
+        for (int i = 0; i < kThreads; i++)
+            threads.emplace_back([&done] { done.wait(); });
+    } catch (...) {
+        done.count_down();
+        throw;
+    }
+    done.count_down();
+}
+
+// Starts the thread, which changes the state only under the lock. False, the first time with a line
+// on standard error, if there can be none.
+bool Server::Launch()
+{
     // Signals are for the program's own threads.
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
-    fThread = std::thread([this] { Main(); });
+    fWakeUp = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    try {
+        if (fWakeUp < 0)
+            throw std::system_error(errno, std::generic_category());
+        TryQtThreads();
+        fThread = std::thread([this] { Main(); });
+    } catch (const std::exception& error) { // no thread or no memory
+        if (!fToldWhyNot)
+            fprintf(stderr, "Cannot start thread <display server>: %s\n", error.what());
+        fToldWhyNot = true;
+        close(fWakeUp);
+    }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return fThread.joinable();
 }
 
 // A program's resources may hold its icon in several sizes, as /application/icon-SIZE.png.
@@ -180,6 +224,10 @@ QApplication* MakeApplication()
     static char* arguments[] = { program_invocation_short_name, platform, xcb, nullptr };
     static int count = 3;
     auto* application = new QApplication(count, arguments);
+    // Large areas are painted by other threads. One that is there from the start is always found.
+    QThreadPool::globalInstance()->setMaxThreadCount(1);
+    QThreadPool::globalInstance()->setExpiryTimeout(-1);
+    QThreadPool::globalInstance()->start([] {});
     setlocale(LC_NUMERIC, "C"); // Qt has set the user's; files must not depend on it
     QFont font = QApplication::font();
     font.setPixelSize(12);
@@ -195,11 +243,12 @@ void Server::Main()
     static QApplication* application = nullptr; // it may have to stay
     application = MakeApplication();
     Serve();
-    if (DropJobs() == Leave::kApplication)
-        return;
-    while (!QApplication::topLevelWidgets().isEmpty())
+    const Leave leave = DropJobs();
+    while (leave == Leave::kNothing && !QApplication::topLevelWidgets().isEmpty())
         delete QApplication::topLevelWidgets().first();
-    delete application;
+    QPixmapCache::clear(); // its timer can only be stopped on this thread
+    if (leave == Leave::kNothing)
+        delete application;
 }
 
 void Server::Serve()
@@ -211,6 +260,7 @@ void Server::Serve()
     constexpr int kIconMillis = 200; // to read it takes a while: the first window need not wait
     QTimer::singleShot(kIconMillis, [] { QApplication::setWindowIcon(OwnIcon()); });
     SetCursorHook(CursorChanged);
+    static_cast<void>(QPixmapCache::cacheLimit()); // makes the cache, which the end empties
     on_exit(AtExit, nullptr); // after all that Qt has registered so far
     {
         MutexLock lock(fLock);
@@ -338,6 +388,7 @@ void EndWithDisplay()
 {
     fprintf(stderr, "The X11 connection broke: the <display> has gone\n");
     fflush(nullptr);
+    folders::RemoveOwnTemporary();
     _exit(1);
 }
 

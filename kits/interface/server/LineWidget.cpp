@@ -1,6 +1,7 @@
 #include "server/LineWidget.h"
 
 #include "Message.h"
+#include "server/InputMessages.h"
 #include "server/ServerMessages.h"
 
 #include <algorithm>
@@ -13,41 +14,50 @@ LineWidget::LineWidget(std::shared_ptr<ViewLink> link, QWidget* parent)
     : QLineEdit(parent), fLink(std::move(link))
 {
     connect(this, &QLineEdit::textChanged, this, [this] { Changed(); });
+    // After a change these come behind its textChanged().
+    const auto keepStart = [this] {
+        fStart = hasSelectedText() ? selectionStart() : cursorPosition();
+    };
+    connect(this, &QLineEdit::selectionChanged, this, keepStart);
+    connect(this, &QLineEdit::cursorPositionChanged, this, keepStart);
 }
 
 void LineWidget::Changed()
 {
     if (fIsQuiet)
         return;
+    const bool isInserted = cursorPosition() > fStart;
     CutInsertion();
     fVersion++;
     fIsTouched = true;
-    Report(false);
+    Report(false, isInserted);
 }
 
-// What the user puts in beyond the most bytes falls off at its own end, not at that of the text.
+// What the user puts in beyond the limit falls off at its own end, not at that of the text.
 void LineWidget::CutInsertion()
 {
     const bool wasQuiet = std::exchange(fIsQuiet, true);
-    while (text().toUtf8().size() > fMaxBytes)
+    while (!fLimit.Allows(text()))
         cursorPosition() > 0 ? backspace() : del();
     fIsQuiet = wasQuiet;
 }
 
-void LineWidget::Report(bool isDone)
+void LineWidget::Report(bool isDone, bool isInserted)
 {
     BMessage report(kMsgWidgetChanged);
     report.AddString("text", text().toUtf8().constData());
     report.AddInt32("version", fVersion);
     if (isDone)
         report.AddBool("done", true);
+    if (isInserted)
+        report.AddBool("inserted", true);
     fLink->Post(report);
 }
 
 void LineWidget::Finish()
 {
     if (std::exchange(fIsTouched, false))
-        Report(true);
+        Report(true, false);
 }
 
 bool LineWidget::event(QEvent* event)
@@ -71,29 +81,65 @@ void LineWidget::Release()
     }
 }
 
-// Enter means that this text is done, not the window.
+// Enter means that this text is done, not the window. What is typed behind it waits for the
+// program, which may move the focus.
 void LineWidget::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
         return QLineEdit::keyPressEvent(event);
     Finish();
-    selectAll();
+    SelectWhole();
     event->accept();
+    Hold();
+    fLink->Post(KeyMessage(*event));
+    BMessage release(kMsgWidgetChanged);
+    release.AddBool("release", true);
+    fLink->Post(release);
 }
 
+// The caret stands at the beginning: a name is known by that.
+void LineWidget::SelectWhole()
+{
+    const auto length = static_cast<int>(text().size());
+    setSelection(length, -length);
+}
+
+void LineWidget::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    const bool isBack =
+        event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
+    if (std::exchange(fIsLeftOpen, false) && isBack)
+        return;
+    SelectWhole();
+    fIsEntered = event->reason() == Qt::MouseFocusReason;
+}
+
+// The click that brings the focus selects the text as the keys do, unless it is a drag over a part.
+void LineWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    QLineEdit::mouseReleaseEvent(event);
+    if (std::exchange(fIsEntered, false) && !hasSelectedText())
+        SelectWhole();
+}
+
+// A menu or another window takes the focus away for a while only.
 void LineWidget::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
+    fIsLeftOpen =
+        event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
     if (event->reason() == Qt::PopupFocusReason)
         return;
     Finish();
-    home(false); // a name is known by its beginning
+    if (!fIsLeftOpen)
+        home(false);
 }
 
 void LineWidget::SetContents(const QString& contents)
 {
     const bool wasQuiet = std::exchange(fIsQuiet, true);
-    setText(CutToBytes(contents, fMaxBytes));
+    setText(fLimit.Cut(contents));
     setCursorPosition(0);
     fIsQuiet = wasQuiet;
     fVersion++;
@@ -124,10 +170,10 @@ void LineWidget::GetSelectedBytes(int32& start, int32& finish) const
     finish = ByteOfPlace(text(), last);
 }
 
-void LineWidget::SetMaxBytes(int32 most)
+void LineWidget::SetLimit(const TextLimit& limit)
 {
-    fMaxBytes = most;
-    if (text().toUtf8().size() > most)
+    fLimit = limit;
+    if (!limit.Allows(text()))
         SetContents(text());
 }
 

@@ -79,23 +79,23 @@ void TextWidget::Scroll(BPoint where)
 
 void TextWidget::SetContents(const QString& text)
 {
-    setPlainText(CutToBytes(text, fMaxBytes));
+    setPlainText(fLimit.Cut(text));
 }
 
-// What is put in beyond the most bytes falls off at its own end. A deletion comes back here, with
+// What is put in beyond the limit falls off at its own end. A deletion comes back here, with
 // one letter less.
 void TextWidget::CutInsertion()
 {
-    if (fMaxBytes == INT32_MAX || toPlainText().toUtf8().size() <= fMaxBytes)
+    if (fLimit.Allows(toPlainText()))
         return;
     QTextCursor cursor = textCursor();
     cursor.atStart() ? cursor.deleteChar() : cursor.deletePreviousChar();
 }
 
-void TextWidget::SetMaxBytes(int32 most)
+void TextWidget::SetLimit(const TextLimit& limit)
 {
-    fMaxBytes = most;
-    if (toPlainText().toUtf8().size() > most)
+    fLimit = limit;
+    if (!limit.Allows(toPlainText()))
         SetContents(toPlainText());
 }
 

@@ -16,7 +16,7 @@ public:
     void InsertText(const QString& text) override { insertPlainText(text); }
     void SelectBytes(int32 start, int32 finish) override;
     void GetSelectedBytes(int32& start, int32& finish) const override;
-    void SetMaxBytes(int32 most) override;
+    void SetLimit(const TextLimit& limit) override;
     void SetManners(bool editable, bool selectable, bool wraps) override;
     void SetTextRect(BRect rect, QSize view) override;
     int TextHeight() const override;
@@ -30,6 +30,6 @@ private:
     void Report();
 
     const std::shared_ptr<ViewLink> fLink;
-    int32 fMaxBytes = INT32_MAX;
+    TextLimit fLimit;
     bool fIsQuiet = false;
 };

@@ -135,6 +135,10 @@ void ViewWidget::PlaceNative()
     const QWidget* around = nativeParentWidget();
     if (windowHandle() && around)
         windowHandle()->setGeometry(QRect(mapTo(around, QPoint()), size()));
+    // What comes out from behind the edge of a widget around this one is exposed before that
+    // widget has grown, and Qt then takes it for hidden.
+    const QRegion seen = visibleRegion();
+    update(seen - std::exchange(fSeen, seen));
 }
 
 void ViewWidget::PlaceNatives(const QWidget* window)

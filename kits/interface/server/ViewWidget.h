@@ -6,6 +6,7 @@
 #include "server/ViewPeer.h"
 
 #include <QAccessible>
+#include <QRegion>
 #include <QWidget>
 
 class ViewWidget : public QWidget {
@@ -39,6 +40,7 @@ private:
 
     const std::shared_ptr<ViewLink> fLink;
     bool fIsNative = false;
+    QRegion fSeen; // of a native one, when it was last placed
     bool fIsList = false;
     std::vector<DrawnLine> fLines;
 };

@@ -1,27 +1,45 @@
 #include "FileTable.h"
 
+#include <fcntl.h>
+#include <vector>
+
 namespace store {
 namespace {
 
-int64 FindByNode(sqlite3* database, const NodeIdentity& file)
-{
-    if (file.birth == 0)
-        return 0;
-    Statement find(database, "SELECT id FROM files WHERE inode = ? AND birth = ?");
-    find.Bind(int64(file.inode)).Bind(file.birth);
-    return find.Next() ? find.Number(0) : 0;
-}
-
-int64 FindByPath(sqlite3* database, const NodeIdentity& file)
+// What of a program is at its path, it or the one made after it; 0: neither.
+int64 FindAtPath(sqlite3* database, const NodeIdentity& file, bool asProgram)
 {
     Statement find(database, "SELECT id, inode, birth, program FROM files WHERE path = ?");
     find.Bind(file.path);
     if (!find.Next())
         return 0;
-    const bool bothPrograms = find.Number(3) != 0 && file.isProgram;
-    const bool isSame =
-        find.Number(1) == int64(file.inode) && (find.Number(2) == 0 || file.birth == 0);
-    return bothPrograms || isSame ? find.Number(0) : 0;
+    const bool isIt = asProgram ? find.Number(3) != 0 && file.isProgram
+                                : file.IsSameNode(uint64(find.Number(1)), find.Number(2));
+    return isIt ? find.Number(0) : 0;
+}
+
+// Whether the node is at path, on whatever device.
+bool IsAt(const std::string& path, const NodeIdentity& node, NodeIdentity* there)
+{
+    return !path.empty() && IdentifyNode(AT_FDCWD, path, there) == B_OK
+        && there->IsSameNode(node.inode, node.birth);
+}
+
+// One that has been moved there, or has other names. Copies of a whole disk that are there at once
+// do not have each other's.
+int64 FindByNode(sqlite3* database, const NodeIdentity& file)
+{
+    if (file.birth == 0)
+        return 0;
+    Statement find(
+        database, "SELECT id, path FROM files WHERE inode = ? AND birth = ? AND device IN (?, 0)");
+    find.Bind(int64(file.inode)).Bind(file.birth).Bind(file.device);
+    while (find.Next()) {
+        NodeIdentity there;
+        if (!IsAt(find.Bytes(1), file, &there) || there.mount == file.mount)
+            return find.Number(0);
+    }
+    return 0;
 }
 
 // The end of the range of paths below one: "/" is the letter before "0".
@@ -30,12 +48,74 @@ std::string EndBelow(const std::string& path)
     return path + "0";
 }
 
+struct FileRow {
+    int64 id;
+    NodeIdentity file;
+};
+
+std::vector<FileRow> SomeRows(sqlite3* database)
+{
+    std::vector<FileRow> rows;
+    Statement find(database,
+        "SELECT id, path, inode, birth, device, program FROM files"
+        " WHERE path IS NOT NULL ORDER BY random() LIMIT ?");
+    find.Bind(kMostLookedAt);
+    while (find.Next()) {
+        FileRow row { find.Number(0), {} };
+        row.file.path = find.Bytes(1);
+        row.file.inode = uint64(find.Number(2));
+        row.file.birth = find.Number(3);
+        row.file.device = find.Number(4);
+        row.file.isProgram = find.Number(5) != 0;
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+void LookAfter(sqlite3* database, const FileRow& row)
+{
+    NodeIdentity there;
+    const status_t error = IdentifyNode(AT_FDCWD, row.file.path, &there);
+    if (error != B_OK && error != B_ENTRY_NOT_FOUND && error != B_NOT_A_DIRECTORY)
+        return; // who knows
+    const bool isThere =
+        error == B_OK && (row.file.isProgram || there.IsSameNode(row.file.inode, row.file.birth));
+    if (isThere) {
+        Statement see(database,
+            "UPDATE files SET replaced = NULL, device = ?"
+            " WHERE id = ? AND (replaced IS NOT NULL OR device = 0)");
+        see.Bind(there.device).Bind(row.id).Run();
+        return;
+    }
+    const bool isDiskThere = row.file.device != 0 && DeviceOf(row.file.path) == row.file.device;
+    Statement miss(
+        database, "UPDATE files SET replaced = unixepoch() WHERE id = ? AND replaced IS NULL");
+    miss.Bind(row.id).Run();
+    Statement remove(
+        database, "DELETE FROM files WHERE id = ? AND replaced < unixepoch() - 86400 * ?");
+    remove.Bind(row.id).Bind(isDiskThere ? kMostDaysMissed : kMostDaysAway).Run();
+}
+
 } // namespace
 
 int64 FindFile(sqlite3* database, const NodeIdentity& file)
 {
-    const int64 found = FindByNode(database, file);
-    return found != 0 ? found : FindByPath(database, file);
+    int64 found = FindAtPath(database, file, false);
+    if (found == 0)
+        found = FindByNode(database, file);
+    return found != 0 ? found : FindAtPath(database, file, true);
+}
+
+bool HasMoved(sqlite3* database, int64 row, const NodeIdentity& file)
+{
+    if (row == 0 || file.path.empty())
+        return false;
+    Statement find(database, "SELECT path, inode FROM files WHERE id = ?");
+    find.Bind(row);
+    if (!find.Next() || (find.Bytes(0) == file.path && find.Number(1) == int64(file.inode)))
+        return false;
+    NodeIdentity there;
+    return find.Bytes(0) == file.path || !IsAt(find.Bytes(0), file, &there);
 }
 
 int64 ClaimFile(sqlite3* database, const NodeIdentity& file)
@@ -46,11 +126,18 @@ int64 ClaimFile(sqlite3* database, const NodeIdentity& file)
     Statement free(database,
         "UPDATE files SET path = NULL, replaced = unixepoch() WHERE path = ? AND id <> ?");
     free.Bind(file.path).Bind(found).Run();
+    Statement reused(database,
+        "DELETE FROM files WHERE inode = ? AND device = ? AND birth NOT IN (?, 0)"
+        " AND program = 0 AND id <> ?");
+    if (file.birth != 0)
+        reused.Bind(int64(file.inode)).Bind(file.device).Bind(file.birth).Bind(found).Run();
     Statement put(database,
-        found == 0 ? "INSERT INTO files (path, inode, birth, program) VALUES (?, ?, ?, ?)"
-                   : "UPDATE files SET path = ?, inode = ?, birth = ?, program = ?, replaced = NULL"
-                     " WHERE id = ?");
+        found == 0
+            ? "INSERT INTO files (path, inode, birth, program, device) VALUES (?, ?, ?, ?, ?)"
+            : "UPDATE files SET path = ?, inode = ?, birth = ?, program = ?, device = ?,"
+              " replaced = NULL WHERE id = ?");
     put.Bind(file.path).Bind(int64(file.inode)).Bind(file.birth).Bind(int64(file.isProgram));
+    put.Bind(file.device);
     if (found != 0)
         put.Bind(found);
     put.Run();
@@ -80,11 +167,16 @@ void MoveFiles(sqlite3* database, const std::string& from, const std::string& to
     move.Bind(from).Bind(belowFrom).Bind(endBelowFrom).Run();
 }
 
-void RemoveLongReplaced(sqlite3* database)
+void RemoveMissed(sqlite3* database)
 {
+    const std::vector<FileRow> rows = SomeRows(database);
+    Transaction transaction(database, Transaction::Kind::Writing);
     Statement remove(
         database, "DELETE FROM files WHERE path IS NULL AND replaced < unixepoch() - 86400 * ?");
-    remove.Bind(int64(kMostDaysReplaced)).Run();
+    remove.Bind(kMostDaysMissed).Run();
+    for (const FileRow& row : rows)
+        LookAfter(database, row);
+    transaction.Commit();
 }
 
 } // namespace store

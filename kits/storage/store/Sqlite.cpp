@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <unistd.h>
+#include <vector>
 
 #include "kits/storage/ErrorCodes.h"
 
@@ -67,6 +68,25 @@ Database OpenDatabase(const std::string& name, int flags)
     sqlite3_extended_result_codes(opened, 1);
     sqlite3_busy_handler(opened, WaitForOthers, nullptr);
     return database;
+}
+
+void ReadThrough(sqlite3* database)
+{
+    std::vector<char> part(1 << 16);
+    for (const int kind : { SQLITE_FCNTL_FILE_POINTER, SQLITE_FCNTL_JOURNAL_POINTER }) {
+        sqlite3_file* file = nullptr;
+        sqlite3_int64 size = 0;
+        CheckResult(database, sqlite3_file_control(database, "main", kind, &file));
+        if (!file || !file->pMethods)
+            continue; // it is not open
+        if (const int result = file->pMethods->xFileSize(file, &size); result != SQLITE_OK)
+            Throw(nullptr, result);
+        for (sqlite3_int64 at = 0; at < size; at += sqlite3_int64(part.size())) {
+            const int result = file->pMethods->xRead(file, part.data(), int(part.size()), at);
+            if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ)
+                Throw(nullptr, result);
+        }
+    }
 }
 
 void Execute(sqlite3* database, const char* statements)

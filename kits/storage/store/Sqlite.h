@@ -30,6 +30,8 @@ typedef std::unique_ptr<sqlite3, CloseDatabase> Database;
 
 // Everything that is done with it waits for other programs.
 [[nodiscard]] Database OpenDatabase(const std::string& name, int flags);
+// Throws Failure, B_IO_ERROR, if the system cannot read all of the database's files.
+void ReadThrough(sqlite3* database);
 // Runs statements that have no result.
 void Execute(sqlite3* database, const char* statements);
 

@@ -109,8 +109,8 @@ void Store::Forget()
 void Store::Prepare(Access access)
 {
     const uint64 inode = InodeOf(fPath);
-    const bool isCurrent = fOpen && fOpen->inode == inode && fOwner == getpid()
-        && (fOpen->canWrite || access == Access::Read);
+    // One that cannot be written is told that nobody else does it: so it must not stay open.
+    const bool isCurrent = fOpen && fOpen->inode == inode && fOwner == getpid() && fOpen->canWrite;
     if (isCurrent)
         return;
     Forget();
@@ -149,6 +149,22 @@ ssize_t Store::Run(Access access, const std::function<ssize_t(sqlite3*)>& action
     }
 }
 
+ssize_t Store::Look(const NodeIdentity& file, const std::function<ssize_t(sqlite3*, int64)>& action)
+{
+    bool hasMoved = false;
+    const ssize_t result = Run(Access::Read, [&](sqlite3* database) -> ssize_t {
+        const int64 row = FindFile(database, file);
+        hasMoved = HasMoved(database, row, file);
+        return action(database, row);
+    });
+    if (hasMoved) // or it would be missed at its old place
+        static_cast<void>(Run(Access::ChangeExisting, [&](sqlite3* database) -> ssize_t {
+            static_cast<void>(ClaimFile(database, file));
+            return B_OK;
+        }));
+    return result;
+}
+
 // After the transaction's end: a damaged file can be closed.
 ssize_t Store::Report(const Failure& failure)
 {
@@ -174,8 +190,8 @@ ssize_t Store::Report(const Failure& failure)
 ssize_t Store::ReadAttribute(
     const NodeIdentity& file, std::string_view name, off_t offset, void* buffer, size_t length)
 {
-    return Run(Access::Read, [&](sqlite3* database) -> ssize_t {
-        const AttributeRow row = FindAttribute(database, FindFile(database, file), name);
+    return Look(file, [&](sqlite3* database, int64 owner) -> ssize_t {
+        const AttributeRow row = FindAttribute(database, owner, name);
         if (row.id == 0)
             return B_ENTRY_NOT_FOUND;
         if (offset >= row.size)
@@ -213,8 +229,8 @@ status_t Store::RemoveAttribute(const NodeIdentity& file, std::string_view name)
 
 status_t Store::GetAttribute(const NodeIdentity& file, std::string_view name, attr_info* info)
 {
-    return status_t(Run(Access::Read, [&](sqlite3* database) -> ssize_t {
-        const AttributeRow row = FindAttribute(database, FindFile(database, file), name);
+    return status_t(Look(file, [&](sqlite3* database, int64 owner) -> ssize_t {
+        const AttributeRow row = FindAttribute(database, owner, name);
         if (row.id == 0)
             return B_ENTRY_NOT_FOUND;
         *info = { row.type, row.size };
@@ -224,10 +240,10 @@ status_t Store::GetAttribute(const NodeIdentity& file, std::string_view name, at
 
 status_t Store::NextAttribute(const NodeIdentity& file, int64* last, std::string* name)
 {
-    return status_t(Run(Access::Read, [&](sqlite3* database) -> ssize_t {
+    return status_t(Look(file, [&](sqlite3* database, int64 owner) -> ssize_t {
         Statement find(database,
             "SELECT id, name FROM attributes WHERE file = ? AND id > ? ORDER BY id LIMIT 1");
-        find.Bind(FindFile(database, file)).Bind(*last);
+        find.Bind(owner).Bind(*last);
         if (!find.Next())
             return B_ENTRY_NOT_FOUND;
         *last = find.Number(0);
@@ -239,10 +255,10 @@ status_t Store::NextAttribute(const NodeIdentity& file, int64* last, std::string
 status_t Store::ListResources(const NodeIdentity& file, std::vector<StoredResource>* list)
 {
     list->clear();
-    const ssize_t result = Run(Access::Read, [&](sqlite3* database) -> ssize_t {
+    const ssize_t result = Look(file, [&](sqlite3* database, int64 owner) -> ssize_t {
         Statement find(database,
             "SELECT type, number, name, length(data) FROM resources WHERE file = ? ORDER BY id");
-        find.Bind(FindFile(database, file));
+        find.Bind(owner);
         while (find.Next())
             list->push_back({ type_code(find.Number(0)), int32(find.Number(1)), find.Bytes(2),
                 size_t(find.Number(3)) });
@@ -254,10 +270,10 @@ status_t Store::ListResources(const NodeIdentity& file, std::vector<StoredResour
 status_t Store::ReadResource(
     const NodeIdentity& file, type_code type, int32 id, std::vector<char>* data)
 {
-    return status_t(Run(Access::Read, [&](sqlite3* database) -> ssize_t {
+    return status_t(Look(file, [&](sqlite3* database, int64 owner) -> ssize_t {
         Statement find(
             database, "SELECT id FROM resources WHERE file = ? AND type = ? AND number = ?");
-        find.Bind(FindFile(database, file)).Bind(int64(type)).Bind(int64(id));
+        find.Bind(owner).Bind(int64(type)).Bind(int64(id));
         if (!find.Next())
             return B_ENTRY_NOT_FOUND;
         const Blob blob(database, "resources", find.Number(0), Blob::Use::Reading);

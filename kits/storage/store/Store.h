@@ -82,6 +82,9 @@ private:
     enum class Access { Read, Change, ChangeExisting };
 
     ssize_t Run(Access access, const std::function<ssize_t(sqlite3*)>& action) EXCLUDES(fLock);
+    // Reads, with the file's row, 0 where it has none.
+    ssize_t Look(const NodeIdentity& file, const std::function<ssize_t(sqlite3*, int64)>& action)
+        EXCLUDES(fLock);
     void Prepare(Access access) REQUIRES(fLock);
     ssize_t Report(const store::Failure& failure) REQUIRES(fLock);
     void Forget() REQUIRES(fLock);

@@ -32,6 +32,8 @@ constexpr const char* kSteps[] = {
     " file INTEGER NOT NULL REFERENCES files ON DELETE CASCADE, type INTEGER NOT NULL,"
     " number INTEGER NOT NULL, name BLOB NOT NULL, data BLOB NOT NULL,"
     " UNIQUE (file, type, number));",
+
+    "ALTER TABLE files ADD COLUMN device INTEGER NOT NULL DEFAULT 0",
 };
 constexpr int64 kVersion = std::size(kSteps);
 
@@ -51,11 +53,21 @@ void Upgrade(sqlite3* database, int64 from)
     transaction.Commit();
 }
 
+bool IsEmpty(sqlite3* database)
+{
+    return Ask(database, "SELECT count(*) FROM sqlite_schema") == 0;
+}
+
+bool IsOfAnother(sqlite3* database)
+{
+    return !IsEmpty(database) && Ask(database, "PRAGMA application_id") != kApplicationId;
+}
+
 void CheckVersion(sqlite3* database)
 {
     const int64 version = Ask(database, "PRAGMA user_version");
-    const bool isEmpty = Ask(database, "SELECT count(*) FROM sqlite_schema") == 0;
-    if (!isEmpty && Ask(database, "PRAGMA application_id") != kApplicationId)
+    const bool isEmpty = IsEmpty(database);
+    if (IsOfAnother(database))
         throw Failure { B_IO_ERROR, true, "it is of another program" };
     if (version > kVersion)
         throw Failure { B_UNSUPPORTED, false,
@@ -77,7 +89,7 @@ OpenStore OpenNormally(const std::string& path, Opening opening)
     Ask(database, "PRAGMA journal_size_limit = 4194304");
     CheckVersion(database);
     if (opening == Opening::ForWriting)
-        RemoveLongReplaced(database);
+        RemoveMissed(database);
     result.inode = InodeOf(path);
     return result;
 }
@@ -112,8 +124,9 @@ OpenStore OpenAnyWay(const std::string& path, Opening opening)
     try {
         return OpenNormally(path, opening);
     } catch (const Failure& failure) {
-        const bool isHopeless = failure.isDamage || failure.status == B_UNSUPPORTED;
-        if (opening == Opening::ForWriting || isHopeless)
+        const bool hasNoRight =
+            failure.status == B_PERMISSION_DENIED || failure.status == B_READ_ONLY_DEVICE;
+        if (opening == Opening::ForWriting || failure.isDamage || !hasNoRight)
             throw;
         return OpenUnchanged(path, failure);
     }
@@ -132,11 +145,38 @@ std::string NameAside(const std::string& path)
     return name;
 }
 
-// Under the DirectoryLock.
+bool IsSound(sqlite3* database)
+{
+    try {
+        Statement check(database, "PRAGMA integrity_check(1)");
+        return !IsOfAnother(database) && check.Next() && check.Bytes(0) == "ok";
+    } catch (const Failure& failure) {
+        if (!failure.isDamage)
+            throw;
+        return false;
+    }
+}
+
+// SQLite calls a file damaged also if the system could not read it. So all of it must be readable,
+// and be found damaged twice.
+bool IsDamaged(const std::string& path)
+{
+    for (int tries = 0; tries < 2; tries++) {
+        const Database database = OpenDatabase(path, SQLITE_OPEN_READWRITE);
+        if (IsSound(database.get()))
+            return false;
+        ReadThrough(database.get());
+    }
+    return true;
+}
+
+// Under the DirectoryLock. Throws Failure if it is not damaged.
 void RenameAside(const std::string& path, uint64 inode, const std::string& reason)
 {
     if (InodeOf(path) != inode || inode == 0)
         return; // another program did it
+    if (!IsDamaged(path))
+        throw Failure { B_IO_ERROR, false, "a part of it could not be read (" + reason + ")" };
     const std::string aside = NameAside(path);
     if (rename(path.c_str(), aside.c_str()) != 0)
         ThrowErrno("it is damaged (" + reason + ") and cannot be set aside");
@@ -151,7 +191,11 @@ void RenameAside(const std::string& path, uint64 inode, const std::string& reaso
 uint64 InodeOf(const std::string& path)
 {
     struct stat info = {};
-    return stat(path.c_str(), &info) == 0 ? info.st_ino : 0;
+    if (stat(path.c_str(), &info) == 0)
+        return info.st_ino;
+    if (errno != ENOENT && errno != ENOTDIR)
+        ThrowErrno("it cannot be looked at");
+    return 0;
 }
 
 OpenStore OpenStoreFile(const std::string& path, Opening opening)
@@ -172,7 +216,7 @@ OpenStore OpenStoreFile(const std::string& path, Opening opening)
         RenameAside(path, inode, failure.reason);
     }
     if (opening == Opening::ForReading)
-        throw Failure { B_ENTRY_NOT_FOUND, false, "" };
+        throw Failure { B_IO_ERROR, false, "" };
     return OpenNormally(path, opening);
 }
 

@@ -60,9 +60,10 @@ TEST_F(TextControlTest, ReportsEveryChangeOfTheUsersAndOnceThatItIsDone)
     EXPECT_TRUE(Becomes([&] { return first->TextView()->IsFocus(); }));
 }
 
-TEST_F(TextControlTest, HoldsNoMoreThanItsBytesInWholeLetters)
+TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
 {
     const std::string e = "\xc3\xa9"; // a letter of two bytes
+    const std::string face = "\xf0\x9f\x98\x80"; // one of four
     BTextControl* control = Add("few", nullptr, (e + e + e).c_str(), 10);
     control->TextView()->SetMaxBytes(5);
     EXPECT_EQ(control->Text(), e + e);
@@ -83,6 +84,18 @@ TEST_F(TextControlTest, HoldsNoMoreThanItsBytesInWholeLetters)
     EXPECT_TRUE(WaitForText(control, "12345"));
     Locked([&] { control->TextView()->SetMaxBytes(2); });
     EXPECT_TRUE(WaitForText(control, "12"));
+    Locked([&] {
+        control->TextView()->SetMaxBytes(INT32_MAX);
+        control->TextView()->SetMaxCharacters(3);
+        control->SetText((e + face + e + e).c_str());
+    });
+    EXPECT_TRUE(WaitForText(control, e + face + e));
+    screen::Key("End");
+    screen::Key("BackSpace");
+    screen::Type("ab");
+    screen::Key("Home");
+    screen::Key("Delete");
+    EXPECT_TRUE(WaitForText(control, face + "a"));
 }
 
 TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
@@ -136,11 +149,12 @@ TEST_F(TextControlTest, TakesNoInputWhileDisabledAndKeepsItsTextOutsideTheWindow
     const BRect frame = screen::Find("grey").frame;
     screen::ClickAt(BPoint(frame.left + 45, frame.top + 12)); // where its text starts now
     fWindow->Lock();
-    screen::Type("a ");
-    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("grey").text == "a text"; }));
+    screen::Type("new");
+    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("grey").text == "new"; }))
+        << "the click that brings the keyboard selects the text";
     EXPECT_TRUE(fWindow->RemoveChild(control)); // before its report is heard
     fWindow->Unlock();
-    EXPECT_STREQ(control->Text(), "a text");
+    EXPECT_STREQ(control->Text(), "new");
     control->ResizeTo(299, 30);
     EXPECT_EQ(control->TextView()->Frame(), BRect(40, 0, 299, 30));
     delete control;

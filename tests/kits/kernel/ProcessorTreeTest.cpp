@@ -126,7 +126,7 @@ TEST(ProcessorTree, WhatIsOffComesOnAtTheEndButNotWhatWasOffBefore)
     testing::internal::CaptureStderr();
     EXPECT_EQ(kernel::Processors(tree.Path()).Switch(1, false), B_ERROR);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Error switching processor <2> off: Permission denied\n");
+        "Error switching processor <2> off: No such file or directory\n");
 }
 
 TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothing)
@@ -162,4 +162,43 @@ TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothi
     EXPECT_EQ(info.max_pages, 32768);
     EXPECT_EQ(info.used_pages, 16384);
     EXPECT_EQ(info.boot_time, 1700557792000000);
+}
+
+TEST(ProcessorTree, ProcessorsOfOtherKindsTellTheirOwnWords)
+{
+    const struct {
+        const char* cpuInfo;
+        int maxMegaHertz;
+        int type, revision;
+        int64 clock;
+    } rows[] = {
+        // Arm tells no clock; where no governor does either, there is none.
+        { "processor\t: 0\nBogoMIPS\t: 108.00\nFeatures\t: fp asimd\nCPU implementer\t: 0x41\n"
+          "CPU architecture: 8\nCPU variant\t: 0x0\nCPU part\t: 0xd08\nCPU revision\t: 3\n\n",
+            1800, B_CPU_ARM, 3, 1800000000 },
+        { "processor\t: 0\nBogoMIPS\t: 243.75\nCPU implementer\t: 0x41\nCPU revision\t: 1\n", 0,
+            B_CPU_ARM, 1, 0 },
+        { "processor\t: 0\ncpu\t\t: POWER9 (architected), altivec supported\n"
+          "clock\t\t: 3800.000000MHz\nrevision\t: 2.2 (pvr 004e 0202)\n\n"
+          "timebase\t: 512000000\nplatform\t: pSeries\nmodel\t\t: IBM,9009-42A\n",
+            0, 0, 2, 3800000000 },
+        { "vendor_id       : IBM/S390\n# processors    : 1\nfacilities      : 0 1 2\n"
+          "processor 0: version = 00,  identification = 0A1B2C,  machine = 8561\n\n"
+          "cpu number      : 0\ncpu MHz dynamic : 4900\ncpu MHz static  : 5200\n",
+            0, 0, 0, 5200000000 },
+        { "processor\t: 0\nhart\t\t: 0\nisa\t\t: rv64imafdc\n", 0, 0, 0, 0 },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.cpuInfo);
+        const MachineTree tree;
+        tree.Write("proc/cpuinfo", row.cpuInfo);
+        WriteProcessors(tree, { { 0, "0", nullptr, row.maxMegaHertz } });
+        const RootGuard root(tree.Path());
+        system_info info;
+        EXPECT_EQ(get_system_info(&info), B_OK);
+        EXPECT_EQ(info.cpu_count, 1);
+        EXPECT_EQ(info.cpu_type, row.type);
+        EXPECT_EQ(info.cpu_revision, row.revision);
+        EXPECT_EQ(info.cpu_clock_speed, row.clock);
+    }
 }

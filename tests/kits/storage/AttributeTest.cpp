@@ -92,13 +92,13 @@ const struct {
     { 0755, "rename", "echo new > a; chmod 755 a", "none", "mine" },
     { 0644, "", "echo longer contents > a", "mine", "other" },
     { 0644, "", "echo new > n; mv -f n a", "none", "other" },
-    { 0755, "", "echo new > n; chmod 755 n; mv -f n a", "mine", "other" },
-    { 0644, "", "echo new > n; chmod 755 n; mv -f n a", "none", "other" },
+    { 0755, "", "echo new > n; chmod 755 n; mv -f n a", "none", "other" },
+    { 0755, "", "rm a; echo new > a; chmod 755 a", "none", "other" },
     { 0755, "remove", "echo new > a; chmod 755 a", "none", "other" },
     { 0644, "remove one name", "mv c a", "mine", "other" },
 };
 
-TEST(Attribute, BelongsToTheFileAndStaysWithAProgramThatIsMadeAnew)
+TEST(Attribute, BelongsToTheFileAndNotToTheNextOneAtItsPath)
 {
     for (const auto& row : kFates) {
         SCOPED_TRACE(std::string(row.entry) + " " + row.shell);

@@ -4,6 +4,7 @@
 #include "kits/storage/store/Store.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 inline const NodeIdentity kFile = { "/nowhere/file", 17, 4711, 1, false };
 
@@ -21,4 +22,21 @@ inline std::string Read(Store& store, const std::string& name)
     std::string value(size_t(info.size), '\0');
     EXPECT_EQ(store.ReadAttribute(kFile, name, 0, value.data(), value.size()), info.size);
     return value;
+}
+
+// Statements in the file of a store, and what the last column of their rows holds, each with a
+// blank.
+inline std::string Sql(const std::string& path, const std::string& statements)
+{
+    sqlite3* database = nullptr;
+    std::string result;
+    const auto add = [](void* text, int columns, char** values, char**) {
+        *static_cast<std::string*>(text) += std::string(values[columns - 1]) + " ";
+        return 0;
+    };
+    EXPECT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database, statements.c_str(), add, &result, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(database);
+    sqlite3_close(database);
+    return result;
 }

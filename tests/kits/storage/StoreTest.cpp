@@ -1,10 +1,13 @@
 #include <csignal>
+#include <fcntl.h>
 #include <random>
 
 #include "StoreAccess.h"
+#include "TestHome.h"
 #include "tests/support/Child.h"
-#include "tests/support/TempFolder.h"
 #include <OS.h>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -128,6 +131,80 @@ TEST(Store, AThreadIsKilledBetweenItsWritesOnly)
         EXPECT_EQ(Write(store, "after", "x"), 1);
         const std::string value = Read(store, std::to_string(thread));
         EXPECT_TRUE(value == kNone || value == ValueOf(0, 20'000));
+    }
+}
+
+std::string ReadFor(Store& store, const NodeIdentity& file)
+{
+    char value[9] = "";
+    return store.ReadAttribute(file, "a", 0, value, 8) < 0 ? "none" : value;
+}
+
+TEST(Store, TellsFilesApartByDeviceInodeAndBirthAndKnowsAProgramThatTookItsOwnPlace)
+{
+    const TempFolder folder;
+    Store store(folder / "store");
+    const NodeIdentity file { "/nowhere/a", 17, 4711, 1, false, 5, 5 };
+    const NodeIdentity program { "/nowhere/p", 18, 4711, 1, true, 5, 5 };
+    for (const NodeIdentity& known : { file, program })
+        ASSERT_EQ(store.WriteAttribute(known, "a", 'RAWT', 0, "mine"), 4);
+    const struct {
+        const char* name;
+        NodeIdentity other;
+        const char* value;
+    } rows[] = {
+        { "its disk has another number now", { "/nowhere/a", 17, 4711, 1, false, 6, 6 }, "mine" },
+        { "moved", { "/nowhere/b", 17, 4711, 1, false, 5, 5 }, "mine" },
+        { "of another disk", { "/nowhere/c", 17, 4711, 1, false, 6, 6 }, "none" },
+        { "made anew", { "/nowhere/d", 17, 4712, 1, false, 5, 5 }, "none" },
+        { "a program made anew, not of ours", { "/nowhere/p", 9, 4712, 1, false, 5, 5 }, "none" },
+        { "our program made anew", { "/nowhere/p", 9, 4712, 1, true, 5, 5 }, "mine" },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(ReadFor(store, row.other), row.value) << row.name;
+
+    NodeIdentity own;
+    ASSERT_EQ(IdentifyNode(AT_FDCWD, fs::read_symlink("/proc/self/exe"), &own), B_OK);
+    EXPECT_TRUE(own.isProgram);
+    ASSERT_EQ(IdentifyNode(AT_FDCWD, "/bin/sh", &own), B_OK);
+    EXPECT_FALSE(own.isProgram);
+}
+
+TEST(Store, ForgetsFilesThatHaveBeenGoneForLongAndLaterThoseOfADiskThatIsAway)
+{
+    const TempFolder folder;
+    const std::string path = folder / "store";
+    Store store(path);
+    for (const char* name : { "there", "gone", "moved" }) {
+        WriteFile(folder / name, name);
+        NodeIdentity file;
+        ASSERT_EQ(IdentifyNode(AT_FDCWD, folder / name, &file), B_OK);
+        ASSERT_GT(store.WriteAttribute(file, "a", 'RAWT', 0, name), 0);
+    }
+    ASSERT_EQ(
+        store.WriteAttribute({ "/nowhere/a", 17, 4711, 1, false, 5, 5 }, "a", 'RAWT', 0, "away"),
+        4);
+    Shell(folder, "rm gone; mv moved elsewhere");
+    const struct {
+        int days;
+        const char* left;
+    } rows[] = { { 0, "away gone moved there " }, { 29, "away gone moved there " },
+        { 31, "away moved there " }, { 366, "moved there " } };
+    for (const auto& row : rows) {
+        store.Close();
+        EXPECT_EQ(store.RemoveAttribute(kFile, "none"), B_ENTRY_NOT_FOUND); // opens it
+        if (row.days == 0) {
+            NodeIdentity moved;
+            ASSERT_EQ(IdentifyNode(AT_FDCWD, folder / "elsewhere", &moved), B_OK);
+            EXPECT_EQ(ReadFor(store, moved), "moved");
+        }
+        store.Close();
+        Sql(path,
+            "UPDATE files SET replaced = unixepoch() - 86400 * " + std::to_string(row.days)
+                + " WHERE replaced IS NOT NULL");
+        EXPECT_EQ(store.RemoveAttribute(kFile, "none"), B_ENTRY_NOT_FOUND);
+        store.Close();
+        EXPECT_EQ(Sql(path, "SELECT data FROM attributes ORDER BY data"), row.left) << row.days;
     }
 }
 

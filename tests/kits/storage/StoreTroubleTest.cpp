@@ -1,8 +1,7 @@
+#include <cerrno>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
-
-#include <sqlite3.h>
 
 #include "StoreAccess.h"
 #include "TestHome.h"
@@ -18,15 +17,6 @@ void MakeStore(const std::string& path)
     for (int i = 0; i < 5; i++)
         ASSERT_EQ(Write(store, std::to_string(i), std::string(20'000, 'x')), 20'000);
     ASSERT_EQ(Write(store, "kept", "value"), 5);
-}
-
-void Sql(const std::string& path, const char* statements)
-{
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(database, statements, nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(database);
-    sqlite3_close(database);
 }
 
 TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
@@ -58,12 +48,90 @@ TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
     }
 }
 
+// The system's reads of a file, of which some fail.
+struct FaultyDisk {
+    FaultyDisk(int first, bool stays) : fFirst(first), fStays(stays)
+    {
+        fReads = 0;
+        fBroken = -1;
+        fNow = this;
+        Use(sqlite3_syscall_ptr(Read));
+    }
+    ~FaultyDisk() { Use(nullptr); }
+
+    static int fReads;
+
+private:
+    static void Use(sqlite3_syscall_ptr call)
+    {
+        sqlite3_initialize();
+        sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
+        for (const char* name : { "pread", "pread64" })
+            system->xSetSystemCall(system, name, call);
+    }
+    static ssize_t Read(int file, void* buffer, size_t size, off_t offset)
+    {
+        if (fReads++ == fNow->fFirst)
+            fBroken = offset;
+        else if (!fNow->fStays || offset > fBroken || offset + off_t(size) <= fBroken)
+            return pread(file, buffer, size, offset);
+        errno = EIO;
+        return -1;
+    }
+
+    const int fFirst;
+    const bool fStays; // what could not be read once never can be
+    static off_t fBroken;
+    static const FaultyDisk* fNow;
+};
+int FaultyDisk::fReads = 0;
+off_t FaultyDisk::fBroken = -1;
+const FaultyDisk* FaultyDisk::fNow = nullptr;
+
+TEST(StoreTrouble, WhatTheDiskCannotReadIsNeitherDamageNorNothing)
+{
+    const TempFolder folder;
+    const std::string path = folder / "store";
+    MakeStore(path);
+    Store writer(path);
+    for (const auto& [stays, hasLog] :
+        { std::pair(false, false), { true, false }, { true, true } }) {
+        if (hasLog) { // some of it lies there
+            EXPECT_EQ(Write(writer, "kept", "value"), 5);
+        }
+        bool isReached = true;
+        for (int first = 0; isReached; first++) {
+            SCOPED_TRACE(std::to_string(first) + (stays ? " and later" : "")
+                + (hasLog ? ", with a log" : ""));
+            testing::internal::CaptureStderr();
+            std::string value;
+            {
+                const FaultyDisk disk(first, stays);
+                Store store(path);
+                char text[6] = "";
+                const ssize_t size = store.ReadAttribute(kFile, "kept", 0, text, 5);
+                value = size < 0 ? std::to_string(size) : text;
+                isReached = FaultyDisk::fReads > first;
+            }
+            const std::string said = testing::internal::GetCapturedStderr();
+            EXPECT_TRUE(
+                value == "value" || (value[0] == '-' && value != std::to_string(B_ENTRY_NOT_FOUND)))
+                << value;
+            EXPECT_EQ(said.starts_with("Error using the attribute store <"), value != "value")
+                << said;
+            Store store(path);
+            EXPECT_EQ(Read(store, "kept"), "value");
+        }
+    }
+}
+
 TEST(StoreTrouble, AnOlderStoreIsBroughtUpToDateAndALaterOneLeftAlone)
 {
     const TempFolder folder;
     const std::string path = folder / "store";
     MakeStore(path);
-    Sql(path, "DROP TABLE resources; PRAGMA user_version = 1");
+    Sql(path,
+        "DROP TABLE resources; ALTER TABLE files DROP COLUMN device; PRAGMA user_version = 1");
     {
         Store store(path);
         EXPECT_EQ(Read(store, "kept"), "value");
@@ -71,7 +139,7 @@ TEST(StoreTrouble, AnOlderStoreIsBroughtUpToDateAndALaterOneLeftAlone)
         changes.written.push_back({ 'CSTR', 3, "name", "data" });
         EXPECT_EQ(store.ChangeResources(kFile, changes), B_OK);
     }
-    Sql(path, "PRAGMA user_version = 3");
+    Sql(path, "PRAGMA user_version = 4");
     const std::string before = ReadFile(path);
     testing::internal::CaptureStderr();
     Store store(path);
@@ -79,7 +147,7 @@ TEST(StoreTrouble, AnOlderStoreIsBroughtUpToDateAndALaterOneLeftAlone)
     EXPECT_EQ(Write(store, "kept", "lost"), B_UNSUPPORTED);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "Error using the attribute store <" + path
-            + ">: it is of version 3, this program knows 2\n");
+            + ">: it is of version 4, this program knows 3\n");
     EXPECT_EQ(ReadFile(path), before);
 }
 

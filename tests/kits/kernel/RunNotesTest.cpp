@@ -1,0 +1,206 @@
+// What is left of runs that are killed, on a machine that is a folder.
+#include "kits/kernel/RunNotes.h"
+#include "MachineTree.h"
+#include "tests/support/Child.h"
+#include "tests/support/WaitUntil.h"
+
+#include <OS.h>
+
+#include <csignal>
+#include <sys/stat.h>
+
+namespace {
+// Four processors, and who has switched them off.
+class RunNotes : public testing::Test {
+protected:
+    RunNotes()
+    {
+        fTree.Write("proc/sys/kernel/random/boot_id", "this-boot\n");
+        for (int number = 0; number < 4; number++)
+            SetState(number, "1");
+    }
+
+    static std::string Switch(int number)
+    {
+        return "sys/devices/system/cpu/cpu" + std::to_string(number) + "/online";
+    }
+    void SetState(int number, const std::string& state) const
+    {
+        fTree.Write(Switch(number), state);
+    }
+    std::string States() const
+    {
+        std::string all;
+        for (int number = 0; number < 4; number++)
+            all += fTree.Read(Switch(number)).substr(0, 1);
+        return all;
+    }
+    std::string Folder() const { return fTree / "run/tarvex"; }
+
+    // A run that has switched off the last two; it ends in order when fEnd is closed.
+    pid_t StartRun()
+    {
+        EXPECT_EQ(pipe(fEnd), 0);
+        const pid_t run = StartChild([this] {
+            close(fEnd[1]);
+            kernel::Processors::SetRoot(fTree.Path());
+            char end;
+            if (_kset_cpu_state_(3, 0) == B_OK && _kset_cpu_state_(2, 0) == B_OK
+                && read(fEnd[0], &end, 1) == 0)
+                exit(0);
+            return 1;
+        });
+        close(fEnd[0]);
+        EXPECT_TRUE(WaitUntil([this] { return States() == "1100"; }));
+        return run;
+    }
+    pid_t Keeper() const
+    {
+        const auto notes = kernel::ReadNotes(fTree.Path());
+        return notes.size() == 1 ? notes[0].keeper.pid : -1;
+    }
+    std::vector<int> SwitchedOnNow() const
+    {
+        const kernel::LeftOff left = kernel::SwitchOnLeftOff(fTree.Path());
+        EXPECT_EQ(left.stillOff, std::vector<int>());
+        return left.nowOn;
+    }
+
+    const MachineTree fTree;
+    int fEnd[2];
+};
+} // namespace
+
+TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
+{
+    const std::vector<int> none, both { 3, 2 };
+    const struct {
+        const char* name;
+        int keeper, program; // signals; 0: none, an end in order
+        std::vector<int> left;
+    } rows[] = {
+        { "nothing", 0, 0, none },
+        { "keeper killed", SIGKILL, 0, none },
+        { "keeper stopped", SIGSTOP, 0, none },
+        { "program killed", 0, SIGKILL, none },
+        { "both killed", SIGKILL, SIGKILL, both },
+        { "program killed, keeper stopped", SIGSTOP, SIGKILL, both },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const pid_t run = StartRun();
+        const pid_t keeper = Keeper();
+        ASSERT_GT(keeper, 0);
+        if (row.keeper)
+            kill(keeper, row.keeper);
+        // It lives: what it has taken is its own, and belongs to the machine.
+        EXPECT_EQ(SwitchedOnNow(), none);
+        EXPECT_EQ(kernel::Processors(fTree.Path()).Numbers(), (std::vector<int> { 0, 1, 2, 3 }));
+        if (row.program)
+            kill(run, row.program);
+        close(fEnd[1]);
+        EXPECT_EQ(EndOf(run), -row.program);
+        if (!row.program) {
+            EXPECT_EQ(States(), "1111");
+        }
+        EXPECT_EQ(SwitchedOnNow(), row.left);
+        EXPECT_EQ(States(), "1111");
+        EXPECT_TRUE(std::filesystem::is_empty(Folder()));
+        EXPECT_TRUE(WaitUntil([=] { return !kernel::ProcessTag::Of(keeper).Lives(); }));
+    }
+}
+
+TEST_F(RunNotes, OfTwoRunsNeitherSwitchesOnWhatTheOtherHasOff)
+{
+    const pid_t first = StartRun();
+    {
+        kernel::Processors second(fTree.Path());
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(second.Switch(3, false), B_ERROR);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error switching processor <3> off: Operation already in progress\n");
+        EXPECT_EQ(second.Switch(1, false), B_OK);
+        EXPECT_EQ(States(), "1000");
+    }
+    EXPECT_EQ(States(), "1100");
+    kernel::Processors third(fTree.Path());
+    EXPECT_EQ(third.Switch(1, false), B_OK);
+    close(fEnd[1]);
+    EXPECT_EQ(EndOf(first), 0);
+    EXPECT_EQ(States(), "1011");
+}
+
+TEST_F(RunNotes, AreBelievedOnlyFromRootAndThisUserSinceTheSystemStarted)
+{
+    std::filesystem::create_directories(Folder());
+    const auto text = [](const std::string& boot, const kernel::ProcessTag& program) {
+        return "boot " + boot + "\nprogram " + std::to_string(program.pid) + ' '
+            + std::to_string(program.start) + "\nkeeper 0 0\noff 2 99999 -1 3\n";
+    };
+    kernel::ProcessTag reused = kernel::ProcessTag::Of(getpid());
+    reused.start--;
+    const std::string note = Folder() + "/run-1";
+    const std::string good = text("this-boot", reused);
+    const std::vector<int> none, both { 2, 3 };
+    const struct {
+        const char* name;
+        std::string text;
+        std::function<void()> change;
+        std::vector<int> left;
+        bool stays = false;
+    } rows[] = {
+        { "a process of that number, but a later one", good, [] {}, both },
+        { "the process itself", text("this-boot", kernel::ProcessTag::Of(getpid())), [] {}, none,
+            true },
+        { "before the system started", text("other-boot", reused), [] {}, none },
+        { "cut", good.substr(0, 30), [] {}, none },
+        { "nothing", "", [] {}, none },
+        { "others may write", good, [&] { chmod(note.c_str(), 0666); }, none, true },
+        { "a link", good,
+            [&] {
+                std::filesystem::rename(note, fTree / "elsewhere");
+                std::filesystem::create_symlink(fTree / "elsewhere", note);
+            },
+            none, true },
+        { "a pipe", good,
+            [&] {
+                unlink(note.c_str());
+                mkfifo(note.c_str(), 0644);
+            },
+            none, true },
+        { "another user's", good,
+            [&] {
+                if (chown(note.c_str(), 1, 1) != 0)
+                    chmod(note.c_str(), 0666);
+            },
+            none, true },
+        { "in a folder that others may write to", good, [&] { chmod(Folder().c_str(), 0777); },
+            none, true },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        SetState(2, "0");
+        SetState(3, "0");
+        WriteFile(note, row.text);
+        row.change();
+        EXPECT_EQ(SwitchedOnNow(), row.left);
+        EXPECT_EQ(States(), row.left == both ? "1111" : "1100");
+        EXPECT_EQ(std::filesystem::exists(std::filesystem::symlink_status(note)), row.stays);
+        std::filesystem::remove(note);
+    }
+}
+
+TEST_F(RunNotes, NothingIsSwitchedOffThatCannotBeNoted)
+{
+    std::filesystem::create_directory(fTree / "run");
+    for (const bool isLink : { false, true }) {
+        isLink ? std::filesystem::create_directory_symlink(fTree.Path(), Folder())
+               : WriteFile(Folder(), "in the way");
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(kernel::Processors(fTree.Path()).Switch(3, false), B_ERROR);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error switching processor <3> off: Permission denied\n");
+        EXPECT_EQ(States(), "1111");
+        std::filesystem::remove(Folder());
+    }
+}
