@@ -2,6 +2,7 @@
 #include "engine/Benchmark.h"
 
 #include "Recorder.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/OnlineProcessors.h"
 
 #include <gtest/gtest.h>
@@ -49,6 +50,20 @@ TEST_F(BenchmarkRun, TimesEachTestOncePerPassAndReplacesTheFormerRun)
     ASSERT_NE(metric, nullptr);
     EXPECT_STREQ(metric->description, "Ackerman"); // of this run only
     EXPECT_EQ(metric->nbrTimes, fCount);
+}
+
+TEST_F(BenchmarkRun, LeavesOutTheTestsWhoseThreadsCannotBeMade)
+{
+    const NoThreads noThreads;
+    testing::internal::CaptureStderr();
+    fBenchmark.RunFileLifeCycle();
+    fBenchmark.RunWhetstone();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "No thread for <Disk File Creation>, which is left out\n"
+        "No thread for <WhetstoneThread_0>\n"
+        "<Ten Threaded Whetstones> is left out\n");
+    EXPECT_EQ(fBenchmark.results.Size(), 2); // those without threads
+    EXPECT_LT(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
 }
 
 TEST_F(BenchmarkRun, CompletesWithAProcessorSwitchedOffUnderItsTenThreads)
