@@ -78,6 +78,39 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
     EXPECT_EQ(Output().find("Usage: tarvex-run --groups G[,G...]|all --output FILE"), 0u);
 }
 
+TEST_F(TarvexRun, SaysWithStatusOneWhatCouldNotBePrintedOrStarted)
+{
+    WriteFile(fFolder / "old", "1.0\n19\nPC (1-x)\t700:1/1.0;\n");
+    const std::string full = "cannot write <standard output>: No space left on device";
+    const std::string closed = "cannot write <standard output>: Bad file descriptor";
+    const std::string run = "--groups ackerman --output file";
+    const struct {
+        std::string arguments, redirection, error;
+    } rows[] = {
+        { "--help", ">/dev/full", full },
+        { "--version", ">&-", closed },
+        { "--compare old", ">/dev/full", full },
+        { run, ">/dev/full", full },
+        { run, "<&- >&-", closed },
+        { "--groups ackerman --output none", "", "cannot start thread <run>" },
+    };
+    for (const auto& [arguments, redirection, error] : rows) {
+        SCOPED_TRACE(arguments + redirection);
+        // No stack of that size can be had, so no thread.
+        const std::string limit = redirection.empty() ? "ulimit -s 200000000000; " : "";
+        EXPECT_EQ(
+            Run(arguments,
+                "timeout 60 taskset -c 0 sh -c '" + limit + "exec \"$@\" " + redirection + "' sh"),
+            1);
+        EXPECT_EQ(Errors(), "tarvex-run: " + error + "\n");
+        EXPECT_EQ(fs::remove(fFolder / "file"), arguments == run) << "results are written anyway";
+    }
+    EXPECT_FALSE(fs::exists(fFolder / "none"));
+    EXPECT_EQ(
+        Run("--compare 'none\x1b[2J'", "sh -c 'exec \"$1\" \"$2\" \"$(printf %b \"$3\")\"' sh"), 2);
+    EXPECT_EQ(Errors(), "tarvex-run: cannot read <none\\x1b[2J>\n");
+}
+
 TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
 {
     const struct {
@@ -211,16 +244,33 @@ TEST_F(TarvexRun, OnOneProcessorMakesOnePassAndShowsItsRatesEvenIfTheyCannotBeWr
 
 TEST_F(TarvexRun, IsEndedBySignalsWithItsProcessorsOnAndNoFileWritten)
 {
-    for (const auto& [signal, status] : { std::pair("INT", 130), std::pair("TERM", 143) }) {
+    const struct {
+        const char* signals; // the last of them ends it
+        int status;
+        const char* before;
+    } rows[] = {
+        { "INT", 130, "" }, { "TERM", 143, "" }, { "HUP", 129, "" },
+        { "QUIT", 131, "taskset -c 0" }, { "PIPE", 141, "taskset -c 0" },
+        { "HUP TERM", 143, "taskset -c 0 env --ignore-signal=HUP" }, // as nohup starts it
+    };
+    for (const auto& [signals, status, before] : rows) {
+        SCOPED_TRACE(signals);
         // In the last pass: where there are several processors, all others are off.
-        const std::string wrapper =
-            "sh -c '(until grep -q \"cpu 1/\" out; do sleep 0.05; kill -0 $$ || exit; done; kill -"
-            + std::string(signal) + " $$) & exec \"$@\"' sh";
+        const std::string wrapper = std::string(before)
+            + " sh -c '(until grep -q \"cpu 1/\" out; do sleep 0.05; kill -0 $$ || exit; done;"
+              " for s in "
+            + signals + "; do kill -$s $$; done) & exec \"$@\"' sh";
         EXPECT_EQ(Run("--groups whetstone,lifecycle --output file", wrapper), status);
         EXPECT_EQ(Output().find("\nTest "), std::string::npos) << Output();
         EXPECT_FALSE(fs::exists(fFolder / "file"));
         EXPECT_EQ(Errors(), "");
     }
+    // The reader of its output has left.
+    Run("--groups ackerman --output file",
+        "sh -c '{ until test -e gone; do sleep 0.05; done; \"$@\"; echo $? >status; }"
+        " | { exec <&-; : >gone; }' sh taskset -c 0");
+    EXPECT_EQ(ReadFile(fFolder / "status"), "141\n");
+    EXPECT_FALSE(fs::exists(fFolder / "file"));
 }
 
 TEST_F(TarvexRun, IsTheOnlyOneUnlessToldOtherwiseAndCountsTheWholeMachineThen)

@@ -2,6 +2,7 @@
 #include "engine/Benchmark.h"
 
 #include "Recorder.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/OnlineProcessors.h"
 
 #include <FindDirectory.h>
@@ -52,6 +53,22 @@ TEST_F(BenchmarkRun, TimesEachTestOncePerPassAndReplacesTheFormerRun)
     ASSERT_NE(metric, nullptr);
     EXPECT_STREQ(metric->description, "Ackerman"); // of this run only
     EXPECT_EQ(metric->nbrTimes, fCount);
+}
+
+TEST_F(BenchmarkRun, LeavesOutTheTestsWhoseThreadsCannotBeMade)
+{
+    const NoThreads noThreads;
+    testing::internal::CaptureStderr();
+    fBenchmark.RunFileLifeCycle();
+    fBenchmark.RunWhetstone();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "<Disk File Creation> was not done: Resource temporarily unavailable\n"
+        "<Disk File Deletion> was not done: Resource temporarily unavailable\n"
+        "No thread for <WhetstoneThread_0>\n"
+        "<Ten Threaded Whetstones> was not done: Resource temporarily unavailable\n");
+    EXPECT_TRUE(fBenchmark.LeaveOutUndone());
+    EXPECT_EQ(fBenchmark.results.Size(), 2); // those without threads
+    EXPECT_LT(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
 }
 
 TEST_F(BenchmarkRun, CompletesWithAProcessorSwitchedOffUnderItsTenThreads)

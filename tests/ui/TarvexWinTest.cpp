@@ -1,5 +1,6 @@
 #include "ui/TarvexWin.h"
 
+#include "tests/support/NoThreads.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/MessageBoxes.h"
@@ -134,6 +135,27 @@ TEST_F(TarvexWinTest, AsksBeforeASecondRunOnTheMachineWhichTheDefaultDoesNotStar
             EXPECT_TRUE(WaitFor([] { return screen::IsActive("Warning"); }));
         }
     }
+}
+
+TEST_F(TarvexWinTest, WithoutAThreadForTheRunTheWindowIsIdleAgain)
+{
+    const auto startTest = [this] {
+        testing::internal::CaptureStderr();
+        window->StartTest();
+        return testing::internal::GetCapturedStderr();
+    };
+    screen::Click("cpumemory");
+    ASSERT_TRUE(WaitFor([this] { return TestIsEnabled(); }));
+    {
+        const NoThreads noThreads;
+        const std::string errors = startTest(); // each alert tells there what it has to tell
+        EXPECT_NE(errors.find("\nWhile the test is being"), std::string::npos) << errors;
+        EXPECT_NE(errors.find("\nThe test could not be started: "), std::string::npos) << errors;
+    }
+    EXPECT_EQ(Find("timebox").text, "Estimated Test Time");
+    EXPECT_TRUE(TestIsEnabled());
+    screen::Key("ctrl+t");
+    EXPECT_TRUE(WaitFor([] { return find_thread("benchmark") >= B_OK; }));
 }
 
 TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)

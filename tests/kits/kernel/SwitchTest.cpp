@@ -162,6 +162,7 @@ TEST(Switch, EndsWithTheProcessHoweverItEnds)
         ASSERT_EQ(pipe(ends), 0);
         const pid_t child = StartChild([&] {
             setpgid(0, 0);
+            signal(number, SIG_DFL); // a shell that runs us in the background has it ignored
             if (_kset_cpu_state_(1, 0) == B_OK && StateOfProcessor1() == '0')
                 kill(0, number); // the whole group, as a terminal does it: the lease outlives that
             return sleep(20) == 0 ? 1 : 2;
