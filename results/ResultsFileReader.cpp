@@ -13,13 +13,15 @@ constexpr size_t kLongestLine = 29;
 // Write makes no record of kRecordSize; whatever is much longer is none.
 constexpr size_t kLongestRecord = 2 * kRecordSize;
 
-// What a file's machines may take: a file of two-byte machines would fill the memory of any
-// computer. Real ones need four to ten times their text, and a file below the floor anything.
-constexpr size_t kMostBytesPerByteRead = 8;
+// What a file's machines may take: two-byte machines would fill the memory of any computer. Whole
+// runs need four times their text on eight processors, six times on four, 13 times on one; the
+// floor has room for two thousand of any. Who keeps the machines needs memory for that besides.
+constexpr size_t kMostBytesPerByteRead = 6;
 constexpr size_t kFloorBytes = 16 << 20;
 
-// The memory that a machine takes, with what malloc adds to each piece, within a tenth.
-size_t MemoryOf(const Results& machine, size_t recordLength)
+// The memory that a machine takes, with what malloc adds to each piece, within a tenth. Its own
+// texts stand in front of the record's last tab.
+size_t MemoryOf(const Results& machine, const std::string& record)
 {
     constexpr size_t kPiece = 16;
     constexpr size_t kShortText = 32;
@@ -30,7 +32,8 @@ size_t MemoryOf(const Results& machine, size_t recordLength)
     constexpr size_t kDevice =
         sizeof(RelatedDevices) + sizeof(ListNode<RelatedDevices>) + 2 * kPiece + kShortText;
     return kMachine + static_cast<size_t>(machine.Size()) * kMetric
-        + static_cast<size_t>(machine.devices.Size()) * kDevice + recordLength;
+        + static_cast<size_t>(machine.devices.Size()) * kDevice
+        + std::min(record.rfind('\t'), record.size());
 }
 
 // Reads most characters, or up to the end of the line, which is taken but not kept. False at the
@@ -121,7 +124,7 @@ private:
         }
         auto machine = std::make_unique<Results>(false, fThisMachine);
         machine->Read(record.c_str());
-        fMemory += MemoryOf(*machine, length);
+        fMemory += MemoryOf(*machine, record);
         if (fList.Insert(machine.get()))
             machine.release();
     }

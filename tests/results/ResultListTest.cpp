@@ -145,7 +145,7 @@ TEST(ResultList, AFilesMachinesKeepToItsSizeInMemoryAndRealOnesAreAllKept)
     EXPECT_LT(kept, (32 << 20) / int(sizeof(Results)) / 2);
     EXPECT_EQ(tiny.messages,
         "<FILE>: " + std::to_string(kTiny - kept)
-            + " machines are left out: they need more than 8 times the memory that the file has "
+            + " machines are left out: they need more than 6 times the memory that the file has "
               "bytes\n");
 
     std::string record = "PC (4-x@1/2MHz) 100MB RAM\t-1:8 bit color, 1024x768 resolution\t";
