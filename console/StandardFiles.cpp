@@ -5,6 +5,12 @@
 #include <cstring>
 #include <unistd.h>
 
+namespace {
+
+int gOutputError = 0;
+
+} // namespace
+
 void OpenStandardFiles()
 {
     FILE* file = nullptr;
@@ -15,11 +21,18 @@ void OpenStandardFiles()
         fclose(file);
 }
 
-std::string FinishOutput()
+void FlushOutput()
 {
     errno = 0;
-    if (fflush(stdout) == 0 && ferror(stdout) == 0)
+    const bool isSent = fflush(stdout) == 0 && ferror(stdout) == 0;
+    if (!isSent && gOutputError == 0)
+        gOutputError = errno != 0 ? errno : EIO;
+}
+
+std::string FinishOutput()
+{
+    FlushOutput();
+    if (gOutputError == 0)
         return "";
-    const char* why = errno != 0 ? strerror(errno) : "an error before";
-    return std::string("cannot write <standard output>: ") + why;
+    return std::string("cannot write <standard output>: ") + strerror(gOutputError);
 }

@@ -113,6 +113,7 @@ int Run(RunOptions& options)
     if (undone && benchmark.results.Size() == 0)
         return kLeftOut;
     printf("%s", RateTable(benchmark.results).c_str());
+    FlushOutput();
     if (!WriteResultsFile(options.output.c_str(), benchmark.results))
         return kFailed;
     return leftOut || undone ? kLeftOut : kDone;
