@@ -74,10 +74,11 @@ void Benchmark::CheckWork(const TestType& test, bool isDone, int error)
 void Benchmark::RunSelectedGroups()
 {
     for (size_t i = 0; i < kNbrTestGroups; i++) {
-        if (!(this->*kGroupRuns[i].selected))
+        const GroupRun& group = kGroupRuns[i];
+        if (!(this->*group.selected))
             continue;
         UpdateStatus(kTestGroups[i].status);
-        (this->*kGroupRuns[i].run)();
+        (this->*group.run)();
     }
 }
 

@@ -104,13 +104,13 @@ constexpr auto kWhetstone = int32(GroupIndex("whetstone"));
 constexpr auto kLifeCycle = int32(GroupIndex("lifecycle"));
 constexpr auto kInputOutput = int32(GroupIndex("io"));
 
-constexpr char kNotTheCard[] =
+inline constexpr char kNotTheCard[] =
     "Not the graphics card alone: the display server, its driver and the screen's width and depth "
     "count as much.";
-constexpr char kNotVectors[] = "Not sums and products, nor vector units.";
-constexpr char kNotTheDisk[] =
+inline constexpr char kNotVectors[] = "Not sums and products, nor vector units.";
+inline constexpr char kNotTheDisk[] =
     "Not the disk: all stays in the page cache, or in memory where the temporary folder does.";
-constexpr char kFiles[] = "files/second";
+inline constexpr char kFiles[] = "files/second";
 
 inline constexpr TestType kTestTypes[] = {
     { 100, "Strings Copy", "MegaChars/sec", 126, kStrings, Better::kMore,

@@ -30,14 +30,18 @@ void BView::ResizeTo(float width, float height)
     Apply(places);
 }
 
+// Widgets are not placed here but noted in places, those of the whole tree: one Call for all costs
+// one wait, and the user sees them move together.
 void BView::SetFrame(BRect frame, std::vector<WidgetPlacement>& places)
 {
     const float dx = frame.Width() - fFrame.Width();
     const float dy = frame.Height() - fFrame.Height();
     const bool moved = frame.LeftTop() != fFrame.LeftTop();
     fFrame = frame;
-    if (fPeer && !fIsTop)
+    if (fPeer && !fIsTop) // the top view's widget is the window
         places.push_back(Placement());
+    // The hooks are called by messages, when the whole tree has its new places; while a window is
+    // dragged larger, only for the last of the sizes that wait.
     if (fPeer && moved && (fFlags & B_FRAME_EVENTS)) {
         BMessage message(B_VIEW_MOVED);
         message.AddPoint("where", frame.LeftTop());
@@ -60,6 +64,7 @@ void BView::SetFrame(BRect frame, std::vector<WidgetPlacement>& places)
     }
 }
 
+// Widgets know nothing of scrolling: when the parent scrolls, its children's widgets move.
 WidgetPlacement BView::Placement() const
 {
     const BPoint origin = fParent ? fParent->fOrigin : B_ORIGIN;
@@ -73,6 +78,7 @@ void BView::Apply(const std::vector<WidgetPlacement>& places)
     display::Call([&places] {
         for (const WidgetPlacement& place : places)
             place.widget->setGeometry(place.geometry);
+        // X windows of views lie in the window's own, and do not follow the widgets between.
         ViewWidget::PlaceNatives(places.front().widget->window());
     });
 }
@@ -162,6 +168,7 @@ void BView::ScrollTo(BPoint where)
             places.push_back(child->Placement());
     }
     Apply(places);
+    // The bars call back, and that finds the view scrolled already.
     if (fHorizontalBar)
         fHorizontalBar->SetValue(where.x);
     if (fVerticalBar)

@@ -17,7 +17,7 @@ namespace {
 template <typename Function>
 void ForEachThreadUntilStable(Function function)
 {
-    constexpr int kMostRounds = 200;
+    constexpr int kMostRounds = 200; // somebody may start threads without end
     int unchangedRounds = 0;
     for (int round = 0; round < kMostRounds && unchangedRounds < 2; round++) {
         bool changed = false;
@@ -46,6 +46,7 @@ int Bind(pid_t tid, const ProcessorSet& processors, bool& changed)
     return 0;
 }
 
+// After an error the threads that follow stay as they are: what was bound is to be taken back.
 int BindAll(const ProcessorSet& processors)
 {
     int error = 0;
@@ -74,6 +75,7 @@ bool ProcessorSet::ReadFrom(pid_t tid)
 
 int ProcessorSet::ApplyTo(pid_t tid) const
 {
+    // The library's own set ends at 1024 processors; the system takes as many as it is given.
     const auto* words = reinterpret_cast<const cpu_set_t*>(fWords.data());
     return sched_setaffinity(tid, sizeof(fWords), words) == 0 ? 0 : errno;
 }

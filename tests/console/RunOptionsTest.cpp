@@ -6,9 +6,10 @@
 TEST(RunOptions, AreReadFromArguments)
 {
     typedef std::vector<bool Benchmark::*> Groups;
-    const Groups all = { &Benchmark::graphics, &Benchmark::strings, &Benchmark::memory,
-        &Benchmark::savage, &Benchmark::ackerman, &Benchmark::fourier, &Benchmark::whetstone,
-        &Benchmark::sieve, &Benchmark::fileLifeCycle, &Benchmark::fileIO };
+    Groups all;
+    for (const GroupRun& run : kGroupRuns)
+        if (run.key != "dhrystone")
+            all.push_back(run.selected);
     Groups withDhrystone = all;
     withDhrystone.push_back(&Benchmark::dhrystone);
     const struct {
@@ -17,6 +18,8 @@ TEST(RunOptions, AreReadFromArguments)
         const char* output;
     } rows[] = {
         { { "--groups", "all", "--output", "a b" }, all, "a b" },
+        { { "--groups", "io,sieve", "--output", "c" }, { &Benchmark::fileIO, &Benchmark::sieve },
+            "c" },
         { { "--output=--a=b", "--groups=all,dhrystone" }, withDhrystone, "--a=b" },
     };
     for (const auto& row : rows) {

@@ -23,6 +23,7 @@ struct MotifHints {
 };
 
 constexpr uint32 kHasFunctions = 1;
+// Without bit 0, which would make the others mean what the user may not do.
 constexpr struct {
     uint32 flag;
     uint32 function;
@@ -34,6 +35,7 @@ constexpr struct {
     { B_NOT_CLOSABLE, 1 << 5 },
 };
 
+// Qt's own: what is set here must come after what Qt has set, not before.
 xcb_connection_t* Connection()
 {
     auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -96,6 +98,7 @@ void SetWindowWorkspace(QWidget& window, uint32 workspaces)
     event.type = atom;
     event.data.data32[0] = desktop;
     event.data.data32[1] = 1; // asked for by the program
+    // Whoever has asked for both of these events of the root is the window manager.
     xcb_send_event(connection, false,
         xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root,
         XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
