@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "foundation/Utf8.h"
 #include "results/ResultList.h"
@@ -122,8 +123,7 @@ private:
         auto machine = std::make_unique<Results>(false, fThisMachine);
         machine->Read(record.c_str());
         fMemory += MemoryOf(*machine, length);
-        if (fList.Insert(machine.get()))
-            machine.release();
+        fList.Insert(std::move(machine));
     }
 
     FILE* fFile;
