@@ -178,10 +178,10 @@ void GetSysDeviceWin::AddClass(pciItem& item, const PciNameList& names, float& y
     int32 ordinal = 0;
     for (const pciDevice& device : item.devices) {
         ordinal++;
-        AddVendor(rows, device, EntryName("vendor", items.Size(), ordinal, device.vendorId), top,
-            names);
-        AddDevice(rows, device, EntryName("device", items.Size(), ordinal, device.deviceId), top,
-            names);
+        AddVendor(
+            rows, device, EntryName("vendor", items.Size(), ordinal, device.vendorId), top, names);
+        AddDevice(
+            rows, device, EntryName("device", items.Size(), ordinal, device.deviceId), top, names);
         top += kRowStep;
     }
 }
