@@ -3,8 +3,7 @@
 
 #include <View.h>
 
-#include "results/ResultList.h"
-#include "ui/ChartScale.h"
+#include "results/Comparison.h"
 
 class CompareWin;
 
