@@ -14,23 +14,17 @@ constexpr size_t kRateWidth = 12;
 constexpr size_t kPercentWidth = 10;
 
 // The tests that any machine has, each once; the metrics belong to the machines.
-std::vector<const Metric*> AllTests(ResultList& machines)
+std::vector<const Metric*> AllTests(const ResultList& machines)
 {
     std::vector<const Metric*> tests;
-    for (Results* machine = machines.First(); machine; machine = machines.Next()) {
-        for (const Metric* metric = machine->First(); metric; metric = machine->Next()) {
-            const auto isSame = [metric](const Metric* test) { return *test == *metric; };
+    for (const Results& machine : machines) {
+        for (const Metric& metric : machine) {
+            const auto isSame = [&metric](const Metric* test) { return *test == metric; };
             if (std::none_of(tests.begin(), tests.end(), isSame))
-                tests.push_back(metric);
+                tests.push_back(&metric);
         }
     }
     return tests;
-}
-
-double BestRate(const Metric* metric)
-{
-    int slot = 0;
-    return metric ? metric->MaxRate(slot) : 0;
 }
 
 std::string Percent(double rate, double base)
@@ -54,24 +48,25 @@ std::string Line(const Results& machine, const Metric& metric, int columns, doub
     std::string line(size_t(std::max(0, columns - metric.Slots())) * kRateWidth, ' ');
     for (int slot = 0; slot < metric.Slots(); slot++)
         line += PadLeft(RateText(metric, slot), kRateWidth);
-    line += PadLeft(Percent(BestRate(&metric), base), kPercentWidth);
+    line += PadLeft(Percent(metric.BestRate(), base), kPercentWidth);
     return line + "  " + LibPrintable(machine.description) + "\n";
 }
 
 } // namespace
 
-void PrintComparison(ResultList& machines, FILE* out)
+void PrintComparison(Comparison& comparison, FILE* out)
 {
+    ResultList& machines = comparison.machines;
+    comparison.selected = machines.First();
     const int columns = std::min(machines.MaxNbrCpus(), kMostTimes);
     const char* gap = "";
     for (const Metric* test : AllTests(machines)) {
         fprintf(out, "%s%s", gap, Title(*test, columns).c_str());
         gap = "\n";
-        Results* first = machines.First();
-        const double base = BestRate(first->Get(test));
-        for (Results* machine = first; machine; machine = machines.Next()) {
-            if (const Metric* metric = machine->Get(test))
-                fputs(Line(*machine, *metric, columns, base).c_str(), out);
+        const double base = comparison.BaseRate(*test);
+        for (const Results& machine : machines) {
+            if (const Metric* metric = machine.Find(*test))
+                fputs(Line(machine, *metric, columns, base).c_str(), out);
         }
     }
 }

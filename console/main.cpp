@@ -121,15 +121,15 @@ int Run(RunOptions& options)
 
 int Compare(const std::vector<std::string>& files)
 {
-    ResultList machines;
+    Comparison comparison;
     for (const std::string& file : files) {
-        const int32 before = machines.Size();
-        if (!ReadResultsFile(file.c_str(), machines))
+        const int32 before = comparison.machines.Size();
+        if (!comparison.Load({ file.c_str() }))
             return Refuse("cannot read <" + file + ">");
-        if (machines.Size() == before)
+        if (comparison.machines.Size() == before)
             return Refuse("<" + file + "> holds no results");
     }
-    PrintComparison(machines, stdout);
+    PrintComparison(comparison, stdout);
     return kDone;
 }
 

@@ -38,6 +38,12 @@ double Metric::Rate(const int& slot) const
     return seconds == 0 || cycles == 0 ? seconds : cycles / seconds;
 }
 
+double Metric::BestRate() const
+{
+    int slot = 0;
+    return MaxRate(slot);
+}
+
 double Metric::MaxRate(int& slot) const
 {
     double best = 0;

@@ -35,6 +35,7 @@ public:
     // The largest rate, and its slot, the first of equal ones. 0, and slot as it was, if no rate is
     // above 0.
     double MaxRate(int& slot) const;
+    [[nodiscard]] double BestRate() const; // the same alone
     // The slot with the largest rate below limit and above 0 that is not drawn yet: marks it drawn
     // and sets limit to its rate, so that repeated calls go from the fastest to the slowest. -1,
     // and limit as it was, if there is none. Of equal rates only the first is ever found.

@@ -8,9 +8,8 @@ float ResultList::MaxRate() const
 {
     double best = 0;
     for (const Results& machine : *this) {
-        int slot = 0;
         if (const Metric* metric = machine.Current())
-            best = std::max(best, metric->MaxRate(slot));
+            best = std::max(best, metric->BestRate());
     }
     return static_cast<float>(best);
 }

@@ -102,6 +102,12 @@ Metric* Results::NewTest(const char* text, const long& cycles)
     return inserted;
 }
 
+const Metric* Results::Find(const Metric& probe) const
+{
+    const auto found = std::find(begin(), end(), probe);
+    return found != end() ? &*found : nullptr;
+}
+
 void Results::FillGaps(Metric& metric) const
 {
     while (metric.nbrTimes < std::min(pass, kMostTimes))

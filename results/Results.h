@@ -54,6 +54,8 @@ public:
     // line on standard error, if there is no memory. Its next time is that of this pass: for each
     // one before that it was left out of it has a time of 0.
     Metric* NewTest(const char* text, const long& cycles);
+    // The metric of the probe's description, null if there is none. The cursor stays.
+    [[nodiscard]] const Metric* Find(const Metric& probe) const;
     // After the last pass: the same for all metrics, so that each has a time for every pass.
     void FillGaps();
     // Measures what a test's own loop costs, which EndTimer then takes off: loops rounds of

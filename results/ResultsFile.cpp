@@ -6,7 +6,7 @@
 
 #include "results/Results.h"
 
-bool WriteResultsFile(const char* path, Results& results)
+bool WriteResultsFile(const char* path, const Results& results)
 {
     char record[kRecordSize];
     results.Write(record);

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "foundation/Utf8.h"
 #include "results/ResultList.h"
@@ -125,8 +126,7 @@ private:
         auto machine = std::make_unique<Results>(false, fThisMachine);
         machine->Read(record.c_str());
         fMemory += MemoryOf(*machine, record);
-        if (fList.Insert(machine.get()))
-            machine.release();
+        fList.Insert(std::move(machine));
     }
 
     FILE* fFile;

@@ -1,6 +1,7 @@
 // Reading a record, which may come from anywhere: nothing in it is taken at its word.
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "foundation/LibStringIterator.h"
 #include "foundation/Utf8.h"
@@ -53,8 +54,7 @@ void Results::ReadDevices(LibStringIterator& line, int32 nbrFields)
         field.FromChar(':', 0, 1);
         auto device = std::make_unique<RelatedDevices>();
         device->Description(type, field);
-        if (devices.Insert(device.get()))
-            device.release();
+        devices.Insert(std::move(device));
     }
 }
 
@@ -75,9 +75,8 @@ void Results::ReadMetric(LibStringIterator& line, const LibString& id)
         metric->NbrCycles(nbrCycles);
     else
         fprintf(stderr, "Error extracting number of iterations\n");
-    if (!Insert(metric.get()))
-        return;
-    ReadTimes(line, *metric.release());
+    if (Metric* inserted = Insert(std::move(metric)))
+        ReadTimes(line, *inserted);
 }
 
 void Results::ReadTimes(LibStringIterator& line, Metric& metric)

@@ -1,20 +1,27 @@
 #include "ui/CompareWin.h"
 
+#include "foundation/LibFileInfo.h"
+#include "foundation/LibNode.h"
+#include "foundation/LibPath.h"
 #include "toolkit/LibMenuButton.h"
+#include "toolkit/MessageBoxes.h"
 #include "ui/CompareResultsView.h"
 #include "ui/CompareView.h"
 
+#include <Application.h>
 #include <Button.h>
 #include <CheckBox.h>
 #include <Message.h>
-#include <ScrollBar.h>
+#include <Roster.h>
 #include <ScrollView.h>
+#include <StorageDefs.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
-constexpr uint32 kMsgSave = 1001;
+constexpr uint32 kMsgSave = CompareResultsView::kMsgSave;
 constexpr uint32 kMsgRatio = 1002;
 
 constexpr float kMargin = 10;
@@ -23,6 +30,50 @@ constexpr float kControlsTop = 38;
 constexpr float kControlHeight = 26;
 constexpr float kSaveWidth = 80;
 constexpr float kChartTop = kControlsTop + kControlHeight + 8;
+
+// The program's file, which keeps the machines; false if the application cannot tell.
+bool GetOwnFile(entry_ref& ref)
+{
+    app_info info;
+    if (!be_app || be_app->GetAppInfo(&info) != B_OK)
+        return false;
+    ref = info.ref;
+    return true;
+}
+
+// The files of a message's "refs" that are of the type, null: of any.
+std::vector<LibString> FilesIn(const BMessage& message, const char* type)
+{
+    std::vector<LibString> paths;
+    entry_ref ref;
+    for (int32 i = 0; message.FindRef("refs", i, &ref) == B_OK; i++) {
+        char mimeType[B_MIME_TYPE_LENGTH] = "";
+        LibString path;
+        const bool isWanted =
+            !type || (LibGetMimeType(ref, mimeType, false) && strcmp(mimeType, type) == 0);
+        if (isWanted && LibGetFullPath(ref, path))
+            paths.push_back(path);
+    }
+    return paths;
+}
+
+// Locks a window for the length of a block.
+class WindowLock {
+public:
+    explicit WindowLock(BWindow& locked) : window(locked), isLocked(locked.Lock()) { }
+    ~WindowLock()
+    {
+        if (isLocked)
+            window.Unlock();
+    }
+    WindowLock(const WindowLock&) = delete;
+    WindowLock& operator=(const WindowLock&) = delete;
+    explicit operator bool() const { return isLocked; }
+
+private:
+    BWindow& window;
+    const bool isLocked;
+};
 
 } // namespace
 
@@ -77,20 +128,97 @@ void CompareWin::AddChart()
     frame.InsetBy(kMargin, 0);
     frame.right -= B_V_SCROLL_BAR_WIDTH;
     frame.bottom -= kMargin;
-    chart = new CompareResultsView(frame.InsetByCopy(kBorder, kBorder), this);
-    scroller = new BScrollView("scroll_view", chart, B_FOLLOW_ALL_SIDES, 0, false, true);
-    ChildAt(0)->AddChild(scroller);
+    chart = new CompareResultsView(frame.InsetByCopy(kBorder, kBorder), comparison);
+    ChildAt(0)->AddChild(new BScrollView("scroll_view", chart, B_FOLLOW_ALL_SIDES, 0, false, true));
     chart->MakeFocus();
 }
 
 void CompareWin::UpdateScrollBars()
 {
-    BScrollBar* bar = scroller->ScrollBar(B_VERTICAL);
-    const float visible = chart->Bounds().Height();
-    const float height = chart->ChartHeight();
-    bar->SetRange(0, std::max(0.0f, height - visible));
-    bar->SetProportion(visible / std::max(height, 1.0f));
-    bar->SetSteps(17, std::max(17.0f, visible - 17));
+    chart->Redraw();
+}
+
+void CompareWin::ReadFromResource()
+{
+    if (entry_ref ref; GetOwnFile(ref))
+        comparison.ReadStore(LibNode(&ref));
+    TestItemSelected();
+}
+
+void CompareWin::SaveToResource()
+{
+    const WindowLock lock(*this);
+    entry_ref ref;
+    if (!lock || !GetOwnFile(ref))
+        return;
+    LibNode file(&ref);
+    comparison.WriteStore(file);
+    UpdateScrollBars(); // it may have found machines that could not be read before
+}
+
+void CompareWin::LoadResults(const char* path)
+{
+    const WindowLock lock(*this);
+    if (lock)
+        Load({ path });
+}
+
+void CompareWin::LoadResults(BMessage* message)
+{
+    const WindowLock lock(*this);
+    std::vector<LibString> paths = FilesIn(*message, "text/plain");
+    std::reverse(paths.begin(), paths.end());
+    if (lock)
+        Load(paths);
+}
+
+void CompareWin::OpenFiles(BMessage* message)
+{
+    const WindowLock lock(*this);
+    if (!lock)
+        return;
+    Load(FilesIn(*message, nullptr));
+    const Results* first = comparison.machines.First();
+    if (first && !first->current)
+        OfferTests(*first);
+}
+
+// Stored once: a store of thousands takes its time.
+void CompareWin::Load(const std::vector<LibString>& paths)
+{
+    if (comparison.Load(paths))
+        SaveToResource();
+    UpdateScrollBars();
+}
+
+void CompareWin::SetResults(Results& run)
+{
+    const WindowLock lock(*this);
+    if (lock && comparison.SetRun(run))
+        OfferTests(*comparison.selected);
+}
+
+void CompareWin::OfferTests(const Results& machine)
+{
+    const LibString before(choices->Text());
+    choices->MakeEmpty();
+    for (const Metric& metric : machine)
+        choices->AddItem(metric.description, new BMessage(kMsgTest));
+    choices->Choose(before);
+    TestItemSelected();
+}
+
+void CompareWin::SaveComparison()
+{
+    const WindowLock lock(*this);
+    if (lock && comparison.WriteTable("Tarvex.compare"))
+        LibInfo("Tarvex.compare has been created."); // the chart may be drawn meanwhile
+}
+
+void CompareWin::TestItemSelected()
+{
+    comparison.ChooseTest(choices->Text());
+    UpdateScrollBars();
 }
 
 void CompareWin::RatioChanged()

@@ -1,14 +1,13 @@
-// The comparison: the chart of all machines, the choice of the test, and the legend.
+// The comparison's window: the chart of all machines, the choice of the test, and the legend.
 #pragma once
 
+#include "results/Comparison.h"
 #include "toolkit/LibWindow.h"
 
 class BCheckBox;
-class BScrollView;
 class CompareResultsView;
 class CompareView;
 class LibMenuButton;
-class Results;
 
 // It keeps every machine that it was ever given but the current run, and has them again at the
 // program's next start. Closed by its user it tells its target, by 'cmpq', which quits it.
@@ -30,12 +29,10 @@ public:
     void OpenFiles(BMessage* message);
     // Writes the table of all machines.
     void SaveComparison();
-    // Replaces the stored machines by those shown, without the current run. If they could not be
-    // read before, they are shown too, or else they stay as they are, with a line on standard
-    // error.
+    // Stores the machines with the program's file, see Comparison::WriteStore.
     void SaveToResource();
 
-    // Fits the scroll bar to the chart's height. The window must be locked.
+    // Fits the scroll bar to the chart's height and redraws the chart. The window must be locked.
     void UpdateScrollBars();
 
     void MessageReceived(BMessage* message) override;
@@ -47,16 +44,16 @@ private:
     void AddControls(bool allowSave);
     void AddChart();
     void ReadFromResource();
-    void OfferTests(Results& machine);
+    void Load(const std::vector<LibString>& paths);
+    void OfferTests(const Results& machine);
     void TestItemSelected();
     void RatioChanged();
     void ChooserClosed();
 
     BLooper* target;
+    Comparison comparison;
     CompareView* legend = nullptr;
     LibMenuButton* choices = nullptr;
     BCheckBox* ratio = nullptr;
-    BScrollView* scroller = nullptr;
     CompareResultsView* chart = nullptr;
-    bool isStoreRead = false; // what is stored is shown, and may be replaced by what is shown
 };

@@ -118,9 +118,9 @@ GetSysDeviceWin::GetSysDeviceWin(LibDeviceInfo& info, BLooper* closeTarget)
     const PciNameList names;
     vendorNames = std::make_shared<std::vector<std::string>>(names.Vendors());
     float y = kInstructionsBottom;
-    for (pciItem* item = info.First(); item != nullptr; item = info.Next()) {
-        if (item->NumberDevicesUnknown() > 0)
-            AddClass(*item, names, y);
+    for (pciItem& item : info) {
+        if (item.NumberDevicesUnknown() > 0)
+            AddClass(item, names, y);
     }
     FitScreen(y + 10, screen.Frame().Height() - kAroundWindow);
     SetPosition();
@@ -172,19 +172,16 @@ void GetSysDeviceWin::AddClass(pciItem& item, const PciNameList& names, float& y
     background->AddChild(box);
     y += height;
 
-    auto copy = std::make_unique<pciItem>(item);
-    if (items.Insert(copy.get()))
-        static_cast<void>(copy.release());
+    items.Insert(std::make_unique<pciItem>(item));
     BView* rows = RowsIn(box, item.devices.Size());
     float top = kFirstRow;
     int32 ordinal = 0;
-    for (const pciDevice* device = item.devices.First(); device != nullptr;
-         device = item.devices.Next()) {
+    for (const pciDevice& device : item.devices) {
         ordinal++;
-        AddVendor(rows, *device, EntryName("vendor", items.Size(), ordinal, device->vendorId), top,
-            names);
-        AddDevice(rows, *device, EntryName("device", items.Size(), ordinal, device->deviceId), top,
-            names);
+        AddVendor(
+            rows, device, EntryName("vendor", items.Size(), ordinal, device.vendorId), top, names);
+        AddDevice(
+            rows, device, EntryName("device", items.Size(), ordinal, device.deviceId), top, names);
         top += kRowStep;
     }
 }
@@ -268,9 +265,9 @@ void GetSysDeviceWin::GoOnFrom(const LibEditEntry* entry)
 bool GetSysDeviceWin::QuitRequested()
 {
     int32 classOrdinal = 0;
-    for (pciItem* item = items.First(); item != nullptr; item = items.Next()) {
-        if (item->NumberDevicesUnknown() > 0)
-            TakeNames(*item, ++classOrdinal);
+    for (pciItem& item : items) {
+        if (item.NumberDevicesUnknown() > 0)
+            TakeNames(item, ++classOrdinal);
     }
     target->PostMessage(kMsgFormClosing);
     return false;
@@ -279,18 +276,17 @@ bool GetSysDeviceWin::QuitRequested()
 void GetSysDeviceWin::TakeNames(pciItem& item, int32 classOrdinal)
 {
     int32 ordinal = 0;
-    for (pciDevice* device = item.devices.First(); device != nullptr;
-         device = item.devices.Next()) {
+    for (pciDevice& device : item.devices) {
         ordinal++;
-        if (!device->IsVendorMatched()) {
+        if (!device.IsVendorMatched()) {
             if (const char* text =
-                    Typed(EntryName("vendor", classOrdinal, ordinal, device->vendorId)))
-                device->VendorLong(text);
+                    Typed(EntryName("vendor", classOrdinal, ordinal, device.vendorId)))
+                device.VendorLong(text);
         }
-        if (!device->IsDeviceMatched()) {
+        if (!device.IsDeviceMatched()) {
             if (const char* text =
-                    Typed(EntryName("device", classOrdinal, ordinal, device->deviceId)))
-                device->Description(text);
+                    Typed(EntryName("device", classOrdinal, ordinal, device.deviceId)))
+                device.Description(text);
         }
     }
 }
@@ -311,8 +307,8 @@ void GetSysDeviceWin::Save(const char* path)
     WholeFile file(path);
     if (file.Stream() == nullptr)
         return;
-    for (pciItem* item = items.First(); item != nullptr; item = items.Next())
-        item->Write(file.Stream());
+    for (const pciItem& item : items)
+        item.Write(file.Stream());
     if (!file.Commit())
         fprintf(stderr, "Error writing <%s>: %s\n", path, file.Error().c_str());
 }

@@ -7,12 +7,12 @@
 
 namespace {
 
-std::string ComparisonTable(ResultList& machines)
+std::string ComparisonTable(Comparison& comparison)
 {
     char* text = nullptr;
     size_t size = 0;
     FILE* out = open_memstream(&text, &size);
-    PrintComparison(machines, out);
+    PrintComparison(comparison, out);
     fclose(out);
     const std::string table(text, size);
     free(text);
@@ -30,11 +30,12 @@ void AddMachine(ResultList& machines, const char* record)
 
 TEST(ComparisonTable, ShowsEachTestWithAllMachinesThatHaveIt)
 {
-    ResultList machines;
-    EXPECT_EQ(ComparisonTable(machines), "");
+    Comparison comparison;
+    ResultList& machines = comparison.machines;
+    EXPECT_EQ(ComparisonTable(comparison), "");
     AddMachine(machines, "First (2-x)\t700:400/1.0,4.0;");
     AddMachine(machines, "Second\x1b[2J (1-y)\t200:50/1.0;700:200/1.0;");
-    EXPECT_EQ(ComparisonTable(machines),
+    EXPECT_EQ(ComparisonTable(comparison),
         "Sieve (IPS)\n"
         "       2 CPU       1 CPU   Percent  Machine\n"
         "       400.0       100.0     100.0  First (2-x)\n"

@@ -1,0 +1,182 @@
+#include "results/Comparison.h"
+
+#include <Message.h>
+#include <WholeFile.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "foundation/LibNode.h"
+#include "results/ResultsFile.h"
+#include "sysinfo/LibSysInfo.h"
+
+namespace {
+
+constexpr char kStore[] = "qv:benchmark";
+constexpr char kDamaged[] = "qv:benchmark damaged";
+constexpr char kRecords[] = "results";
+
+// Puts a store that can be read but is no message aside. False: it may be one, or that failed.
+bool SetDamagedAside(LibNode& file)
+{
+    attr_info info;
+    if (file.GetAttrInfo(kStore, &info) != B_OK)
+        return false;
+    std::string data(static_cast<size_t>(info.size), '\0');
+    if (file.ReadAttr(kStore, info.type, 0, data.data(), data.size()) != info.size
+        || BMessage().Unflatten(data.data(), info.size) == B_OK
+        || file.WriteAttr(kDamaged, info.type, 0, data.data(), data.size()) != info.size)
+        return false;
+    fprintf(stderr, "The machines of the comparison are damaged and have been set aside as <%s>\n",
+        kDamaged);
+    return true;
+}
+
+} // namespace
+
+ChartScale ChartScale::For(double greatest)
+{
+    constexpr double kMost = 1'999'999'999; // of which the next step is still an int32
+    const auto rounded = static_cast<int32>(std::lround(std::clamp(greatest, 0.0, kMost)));
+    const size_t digits = std::to_string(rounded).size();
+    ChartScale scale;
+    scale.step = 10;
+    for (size_t i = 3; i < digits; i++)
+        scale.step *= 10;
+    scale.maxScale = static_cast<float>((scale.step + rounded) / scale.step * scale.step);
+    return scale;
+}
+
+float ChartScale::XFor(double value, float left, float right) const
+{
+    return static_cast<float>((right - left) * value / maxScale + left);
+}
+
+bool Comparison::SetRun(Results& run)
+{
+    Results* first = machines.First();
+    if (first == nullptr || !first->current) {
+        auto machine = std::make_unique<Results>(true);
+        first = machine.get();
+        if (!machines.InsertBefore(first, 0))
+            return false;
+        static_cast<void>(machine.release()); // the list's now
+    }
+    *first = run;
+    selected = first;
+    ShowTest();
+    return true;
+}
+
+bool Comparison::Load(const std::vector<LibString>& paths)
+{
+    bool isRead = false;
+    for (const LibString& path : paths)
+        isRead |= ReadResultsFile(path, machines);
+    if (isRead)
+        ShowTest(); // once: there may be thousands of machines
+    return isRead;
+}
+
+void Comparison::ChooseTest(const char* description)
+{
+    if (test && test->description.Compare(description) == 0)
+        return;
+    test.emplace().Description(description);
+    ShowTest();
+}
+
+// Marks the chosen test in all machines, of which some may be new.
+void Comparison::ShowTest()
+{
+    const Results* first = machines.First();
+    if (!test || first == nullptr || first->Find(*test) == nullptr)
+        return;
+    machines.MakeCurrent(*test);
+    UpdateScale();
+}
+
+void Comparison::UpdateScale()
+{
+    const double base = byRatio && test ? BaseRate(*test) : 0;
+    ratioBase = base > 0 ? static_cast<float>(base) : -1;
+    const double greatest = machines.MaxRate();
+    scale = ChartScale::For(base > 0 ? 100 * greatest / static_cast<double>(ratioBase) : greatest);
+}
+
+Results* Comparison::NextToSelected(bool below)
+{
+    if (selected == nullptr)
+        return machines.First();
+    Results* above = nullptr;
+    for (Results& machine : machines) {
+        if (below && above == selected)
+            return &machine;
+        if (!below && &machine == selected)
+            return above;
+        above = &machine;
+    }
+    return nullptr;
+}
+
+double Comparison::BaseRate(const Metric& metric) const
+{
+    const Metric* base = selected != nullptr ? selected->Find(metric) : nullptr;
+    return base != nullptr ? base->BestRate() : 0;
+}
+
+void Comparison::ReadStore(const LibNode& file)
+{
+    BMessage store;
+    attr_info info;
+    const bool isThere = file.ReadMessageAttr(kStore, store);
+    isStoreRead = isThere || file.GetAttrInfo(kStore, &info) == B_ENTRY_NOT_FOUND;
+    if (!isThere)
+        return;
+    const LibSysInfo thisMachine;
+    const char* record = nullptr;
+    for (int32 i = 0; store.FindString(kRecords, i, &record) == B_OK; i++) {
+        auto machine = std::make_unique<Results>(false, thisMachine);
+        machine->Read(record);
+        machines.Insert(std::move(machine));
+    }
+    ShowTest();
+}
+
+void Comparison::WriteStore(LibNode& file)
+{
+    if (!isStoreRead)
+        ReadStore(file); // it may be possible now; else those of before would be lost
+    BMessage store;
+    char record[kRecordSize];
+    for (const Results& machine : machines) {
+        if (machine.current)
+            continue;
+        machine.Write(record);
+        store.AddString(kRecords, record);
+    }
+    const bool mayReplace = isStoreRead || SetDamagedAside(file);
+    if (mayReplace && file.WriteMessageAttr(kStore, store))
+        isStoreRead = true;
+    else
+        fprintf(stderr, "The machines of the comparison could not be stored\n");
+}
+
+bool Comparison::WriteTable(const char* path) const
+{
+    WholeFile table(path);
+    if (FILE* file = machines.Size() > 0 ? table.Stream() : nullptr) {
+        const Results& first = *machines.begin();
+        const int columns = machines.MaxNbrCpus();
+        first.SaveHeader(file, columns);
+        first.SaveUnits(file, columns);
+        first.Save(file, columns); // and once more among all of them
+        machines.Save(file, columns);
+    }
+    if (table.Commit())
+        return true;
+    fprintf(stderr, "Error writing <%s>: %s\n", path, table.Error().c_str());
+    return false;
+}

@@ -1,0 +1,66 @@
+// What is compared: the machines, the test that is shown of them, the machine that percents refer
+// to, and the scale of their chart. The machines outlive the program as an attribute of its file,
+// and leave it as a table. Who shares one among threads locks.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "results/ResultList.h"
+
+class LibNode;
+
+// The scale of the chart, as plain arithmetic.
+struct ChartScale {
+    float maxScale = 100; // what a bar over the whole width stands for
+    int32 step = 10; // between two lines of the grid
+
+    // The scale for values up to greatest: a round number above it, in at most a hundred steps.
+    static ChartScale For(double greatest);
+    // The x of a value, from left for 0 to right for maxScale.
+    [[nodiscard]] float XFor(double value, float left, float right) const;
+};
+
+class Comparison {
+public:
+    ResultList machines; // the run on this machine first, if there is one
+    Results* selected = nullptr; // the machine that percents refer to
+    bool byRatio = false; // the chart shows percents
+    ChartScale scale;
+    float ratioBase = -1; // the selected machine's best rate; -1: rates are shown
+
+    // Makes run the first machine, in place of an earlier run, and selects it. Moves run's cursor.
+    // False, and nothing changes, if there is no memory.
+    bool SetRun(Results& run);
+    // Appends the machines of results files, also those that are there already. What cannot be
+    // opened is left out; false if that is all of them.
+    bool Load(const std::vector<LibString>& paths);
+    // Makes the test of this description current in all machines, also in those that come later,
+    // and measures the scale; a machine without it is reported on standard error. Nothing is moved
+    // as long as the first machine has no such test.
+    void ChooseTest(const char* description);
+    // Measures the scale anew; to be called after selected or byRatio was set.
+    void UpdateScale();
+
+    // The machine below or above the selected one; where none is selected, the first. Null beyond
+    // the first and the last.
+    Results* NextToSelected(bool below);
+    // The selected machine's best rate in a test, 0 if there is none.
+    [[nodiscard]] double BaseRate(const Metric& metric) const;
+
+    // Appends the machines that are stored with a file, the program's own.
+    void ReadStore(const LibNode& file);
+    // Stores all machines but the run in place of those stored before. If these could not be read
+    // yet, they are read now, or put aside if they are damaged; else they stay as they are. What
+    // failed is said on standard error.
+    void WriteStore(LibNode& file);
+    // Writes all machines as a table, the first one twice. False, and what was there stays, with a
+    // line on standard error, if it could not be written whole.
+    [[nodiscard]] bool WriteTable(const char* path) const;
+
+private:
+    void ShowTest();
+
+    std::optional<Metric> test; // the chosen one's description; none at first
+    bool isStoreRead = false; // what is stored is among the machines, and may be replaced by them
+};

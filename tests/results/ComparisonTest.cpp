@@ -1,0 +1,134 @@
+#include "results/Comparison.h"
+
+#include "foundation/LibNode.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+// Machines are kept with the file "program" here, whose attributes lie in this folder too.
+const TempFolder& Home()
+{
+    static const TempFolder home;
+    setenv("XDG_DATA_HOME", home.Path().c_str(), 1); // asked for once in a program
+    return home;
+}
+
+LibNode Program()
+{
+    WriteFile(Home() / "program", "");
+    return LibNode((Home() / "program").c_str());
+}
+
+// Whose run has done 400 and 100 sieves a second, and whose other machine 200, given twice.
+void Fill(Comparison& comparison)
+{
+    Results run(true);
+    run.description = "This (2-x)";
+    run.nbrCpus = 2;
+    Metric* sieve = run.NewTest("Sieve", 400);
+    sieve->Units("IPS");
+    sieve->Time(1);
+    sieve->Time(4);
+    run.NewTest("Memory", 50)->Time(1);
+    EXPECT_TRUE(comparison.SetRun(run));
+    const std::string path = Home() / "other";
+    WriteFile(path, "1.0\n24\nOther (1-y)\t700:200/1.0;\n");
+    EXPECT_TRUE(comparison.Load({ path.c_str(), "/none", path.c_str() }));
+}
+
+std::string Names(const Comparison& comparison)
+{
+    std::string names;
+    for (const Results& machine : comparison.machines)
+        names += std::string(machine.description.operator const char*()) + "; ";
+    return names;
+}
+
+} // namespace
+
+TEST(ChartScale, IsTheNextStepAboveTheGreatestValue)
+{
+    const struct {
+        double greatest;
+        float maxScale;
+        int32 step;
+    } rows[] = {
+        { 0, 10, 10 },
+        { 5, 10, 10 },
+        { 9.6, 20, 10 },
+        { 10, 20, 10 },
+        { 99, 100, 10 },
+        { 100, 110, 10 },
+        { 347, 350, 10 },
+        { 350, 360, 10 },
+        { 999.5, 1100, 100 },
+        { 12345, 13000, 1000 },
+        { 1e12, 2e9f, 100000000 },
+        { INFINITY, 2e9f, 100000000 },
+    };
+    for (const auto& row : rows) {
+        const ChartScale scale = ChartScale::For(row.greatest);
+        EXPECT_EQ(scale.maxScale, row.maxScale) << row.greatest;
+        EXPECT_EQ(scale.step, row.step) << row.greatest;
+        EXPECT_EQ(scale.XFor(0, 320, 700), 320);
+        EXPECT_EQ(scale.XFor(double(row.maxScale) / 2, 320, 700), 510);
+        EXPECT_EQ(scale.XFor(double(row.maxScale), 320, 700), 700);
+    }
+}
+
+TEST(Comparison, ATestIsChosenOnceForMachinesThatComeLaterAndForTheTable)
+{
+    Comparison comparison;
+    comparison.ChooseTest("Sieve");
+    Fill(comparison);
+    Fill(comparison); // the run takes the other's place
+    const std::string table = Home() / "table";
+    EXPECT_TRUE(comparison.WriteTable(table.c_str()));
+    const std::string own = "This (2-x)\t400.0\t100.0\t\t50.0\t\n";
+    const std::string other = "Other (1-y)\t\t200.0\t\n";
+    EXPECT_EQ(ReadFile(table),
+        "\tSieve\t\tMemory\t\t\n\t(IPS)\t\t()\t\t\n\t2 cpu\t1 cpu\t2 cpu\t1 cpu\t\n" + own + own
+            + other + other + other + other);
+    for (const Results& machine : comparison.machines)
+        EXPECT_STREQ(machine.Current()->description, "Sieve");
+    EXPECT_EQ(comparison.scale.maxScale, 410);
+    comparison.byRatio = true;
+    comparison.selected = comparison.NextToSelected(true);
+    comparison.UpdateScale();
+    EXPECT_EQ(comparison.scale.maxScale, 210) << "percent of the other machine";
+}
+
+TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
+{
+    LibNode program = Program();
+    Comparison first;
+    first.ReadStore(program);
+    Fill(first);
+    first.WriteStore(program);
+    const std::string store = Home() / "tarvex/attributes.sqlite";
+    std::filesystem::rename(store, store + ".away");
+    std::filesystem::create_directory(store);
+    Comparison second;
+    second.ReadStore(program);
+    EXPECT_EQ(Names(second), "");
+    std::filesystem::remove(store);
+    std::filesystem::rename(store + ".away", store);
+    Fill(second);
+    second.WriteStore(program);
+    Comparison third;
+    third.ReadStore(program);
+    EXPECT_EQ(Names(third), "Other (1-y); Other (1-y); Other (1-y); Other (1-y); ");
+
+    program.WriteStringAttr("qv:benchmark", "no machines");
+    Comparison fourth;
+    fourth.ReadStore(program);
+    Fill(fourth);
+    fourth.WriteStore(program);
+    LibString damaged;
+    EXPECT_TRUE(program.ReadStringAttr("qv:benchmark damaged", damaged));
+    EXPECT_STREQ(damaged, "no machines");
+}
