@@ -5,6 +5,8 @@
 #include <locale.h>
 #include <wchar.h>
 
+#include <TextCoding.h>
+
 #include "foundation/AsciiCharacters.h"
 #include "foundation/Utf8.h"
 
@@ -33,7 +35,7 @@ std::string ToUtf8(const char* text)
         const size_t length = mbrtowc(&c, rest.data(), rest.size(), &state);
         if (length == 0 || length > rest.size())
             break;
-        LibAppendUtf8(utf8, static_cast<char32_t>(c));
+        AppendUtf8(utf8, static_cast<char32_t>(c));
         rest.remove_prefix(length);
     }
     return utf8;

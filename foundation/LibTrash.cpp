@@ -8,6 +8,7 @@
 #include <Directory.h>
 #include <File.h>
 #include <FindDirectory.h>
+#include <TextCoding.h>
 
 #include "foundation/LibDateTime.h"
 #include "foundation/LibPath.h"
@@ -27,23 +28,6 @@ std::string CopyName(const char* leaf, int copy)
     return std::string(LibCutUtf8(leaf, room)) + ending;
 }
 
-// A path as the desktop writes it in its records: what is no letter, digit or "/" as "%2f".
-std::string Encoded(std::string_view path)
-{
-    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                        "0123456789/-_.~";
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text;
-    for (const char c : path) {
-        const auto byte = static_cast<uint8>(c);
-        if (kPlain.find(c) != kPlain.npos)
-            text += c;
-        else
-            text += { '%', kDigits[byte >> 4], kDigits[byte & 15] };
-    }
-    return text;
-}
-
 std::string Record(const char* path)
 {
     LibDateTime now(true);
@@ -51,7 +35,7 @@ std::string Record(const char* path)
     now.GetDateTime(&moment);
     char date[32];
     strftime(date, sizeof(date), "%Y-%m-%dT%H:%M:%S", &moment);
-    return "[Trash Info]\nPath=" + Encoded(path) + "\nDeletionDate=" + date + "\n";
+    return "[Trash Info]\nPath=" + PercentEncoded(path) + "\nDeletionDate=" + date + "\n";
 }
 
 // A new name in the trash, reserved by its record.

@@ -4,13 +4,6 @@
 #include <string>
 #include <string_view>
 
-// Appends the character c, at most 0x10ffff, to text.
-void LibAppendUtf8(std::string& text, char32_t c);
-
-// Decodes the character at the front of text, which is not empty, into c and returns its bytes; 0,
-// and c undefined, if it is no valid UTF-8.
-[[nodiscard]] size_t LibDecodeUtf8(std::string_view text, char32_t& c);
-
 // The beginning of text that has at most so many bytes and ends with a whole character. What is no
 // UTF-8 is cut where it must be.
 [[nodiscard]] std::string_view LibCutUtf8(std::string_view text, size_t bytes);

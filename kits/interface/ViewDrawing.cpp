@@ -3,11 +3,11 @@
 #include "Check.h"
 #include "drawing/DrawConnection.h"
 #include "drawing/DrawState.h"
-#include "drawing/Utf8.h"
 #include "server/Accessibility.h"
 #include "server/DisplayServer.h"
 #include "server/DrawnText.h"
 #include "server/ViewWidget.h"
+#include "TextCoding.h"
 #include "View.h"
 #include "Window.h"
 

@@ -1,9 +1,9 @@
 #include "DesktopFiles.h"
 
-#include <cstdint>
 #include <dbus/dbus.h>
 #include <memory>
-#include <string_view>
+
+#include "TextCoding.h"
 
 namespace {
 
@@ -21,23 +21,6 @@ struct CloseConnection {
 typedef std::unique_ptr<DBusConnection, CloseConnection> Connection;
 typedef std::unique_ptr<DBusMessage, decltype(&dbus_message_unref)> Message;
 
-// "file:///home/joe/a%20b": every byte but letters, digits and -._~/ is encoded.
-std::string FileUri(const std::string& path)
-{
-    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                        "0123456789-._~/";
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string uri = "file://";
-    for (const char c : path) {
-        const auto byte = static_cast<uint8_t>(c);
-        if (kPlain.find(c) != kPlain.npos)
-            uri += c;
-        else
-            uri += { '%', kDigits[byte >> 4], kDigits[byte & 15] };
-    }
-    return uri;
-}
-
 // A connection of its own for each request: file managers come and go with the session.
 Connection Connect()
 {
@@ -53,7 +36,7 @@ Message MakeCall(const char* method, const std::vector<std::string>& paths)
         dbus_message_new_method_call(kService, kObject, kService, method), dbus_message_unref);
     std::vector<std::string> uris;
     for (const std::string& path : paths)
-        uris.push_back(FileUri(path));
+        uris.push_back("file://" + PercentEncoded(path));
     std::vector<const char*> texts;
     for (const std::string& uri : uris)
         texts.push_back(uri.c_str());

@@ -1,8 +1,8 @@
 #include "drawing/FontFace.h"
 
 #include "drawing/FontRaster.h"
-#include "drawing/Utf8.h"
 #include "server/DisplayServer.h"
+#include "TextCoding.h"
 
 #include <algorithm>
 #include <atomic>

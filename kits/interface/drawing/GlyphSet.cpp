@@ -1,6 +1,6 @@
 #include "drawing/GlyphSet.h"
 
-#include "drawing/Utf8.h"
+#include "TextCoding.h"
 
 #include <cstring>
 

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <ctime>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,6 +11,7 @@
 #include "kits/storage/Directory.h"
 #include "kits/storage/ErrorCodes.h"
 #include "kits/storage/Locations.h"
+#include "TextCoding.h"
 
 namespace store {
 namespace {
@@ -101,18 +101,9 @@ OpenStore OpenUnchanged(const std::string& path, const Failure& why)
     struct stat log = {};
     if (stat((path + "-wal").c_str(), &log) == 0 && log.st_size > 0)
         throw why;
-    std::string name = "file:";
-    for (const char letter : path) {
-        if (strchr("%?#", letter)) {
-            char code[4];
-            snprintf(code, sizeof code, "%%%02X", unsigned(letter));
-            name += code;
-        } else {
-            name += letter;
-        }
-    }
     OpenStore result;
-    result.database = OpenDatabase(name + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    result.database = OpenDatabase(
+        "file:" + PercentEncoded(path) + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     CheckVersion(result.database.get());
     result.inode = InodeOf(path);
     result.canWrite = false;

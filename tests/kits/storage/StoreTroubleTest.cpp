@@ -180,9 +180,9 @@ std::string SaidInChild(Action action)
 TEST(StoreTrouble, AStoreWithoutRightsToWriteIsReadAndAWriteSaysWhy)
 {
     const TempFolder folder;
-    const std::string path = folder / "sub/store";
+    const std::string path = folder / "a%20?#/store";
     MakeStore(path);
-    Shell(folder, "chmod 444 sub/store && chmod 555 sub && chmod 755 .");
+    Shell(folder, "chmod 444 a*/store && chmod 555 a* && chmod 755 .");
     const std::string said = SaidInChild([&] {
         EXPECT_TRUE(geteuid() != 0 || setresuid(65534, 65534, 65534) == 0);
         Store store(path);
@@ -192,7 +192,7 @@ TEST(StoreTrouble, AStoreWithoutRightsToWriteIsReadAndAWriteSaysWhy)
     });
     EXPECT_TRUE(said.starts_with("Error using the attribute store <" + path + ">: ")) << said;
     EXPECT_EQ(said.find('\n'), said.size() - 1) << said;
-    Shell(folder, "chmod 755 sub");
+    Shell(folder, "chmod 755 a*");
 }
 
 // A small disk that only this process sees.

@@ -1,6 +1,6 @@
 // Text on the screen, and the fonts it is measured with.
 #include "Canvas.h"
-#include "drawing/Utf8.h"
+#include "TextCoding.h"
 
 #include <string>
 #include <tuple>
@@ -140,8 +140,8 @@ TEST(Font, StylesAndFacesGoTogether)
 
 TEST(Utf8, EachBadByteIsOneReplacementCharacter)
 {
-    constexpr uint32 kBad = kReplacementCharacter;
-    const std::tuple<const char*, std::string, std::vector<uint32>> rows[] = {
+    constexpr char32_t kBad = kReplacementCharacter;
+    const std::tuple<const char*, std::string, std::u32string> rows[] = {
         { "all lengths", "z\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80", { 'z', 0xe4, 0x20ac, 0x1f600 } },
         { "a following byte alone", "\x80z", { kBad, 'z' } },
         { "cut off", "a\xe2\x82", { 'a', kBad, kBad } },
@@ -152,7 +152,7 @@ TEST(Utf8, EachBadByteIsOneReplacementCharacter)
         { "no lead byte", "\xff\xf8", { kBad, kBad } },
     };
     for (const auto& [name, text, expected] : rows) {
-        std::vector<uint32> characters;
+        std::u32string characters;
         for (const char *next = text.data(), *end = next + text.size(); next < end;)
             characters.push_back(NextCharacter(next, end));
         EXPECT_EQ(characters, expected) << name;
