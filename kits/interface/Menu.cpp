@@ -128,12 +128,6 @@ BMenuItem* BMenu::FindItem(const char* label) const
     return Find([label](const BMenuItem& item) { return label && item.fLabel == label; });
 }
 
-BMenuItem* BMenu::FindItem(uint32 command) const
-{
-    return Find(
-        [command](const BMenuItem& item) { return item.Message() && item.Command() == command; });
-}
-
 BMenuItem* BMenu::FindMarked() const
 {
     for (const auto& item : fItems) {

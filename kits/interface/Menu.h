@@ -30,7 +30,6 @@ public:
     int32 CountItems() const { return static_cast<int32>(fItems.size()); }
     int32 IndexOf(BMenuItem* item) const; // B_ERROR if it is not in here
     BMenuItem* FindItem(const char* label) const; // in submenus too; null if there is none
-    BMenuItem* FindItem(uint32 command) const; // by its message's what
     BMenuItem* FindMarked() const; // the first one
 
     virtual status_t SetTargetForItems(BHandler* target); // as BInvoker::SetTarget()

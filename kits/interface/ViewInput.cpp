@@ -70,7 +70,8 @@ void BView::HandleMouse(BMessage* message)
     BPoint where;
     message->FindPoint("where", &where);
     where += fOrigin;
-    message->ReplacePoint("where", where);
+    message->RemoveName("where");
+    message->AddPoint("where", where);
     int32 transit = B_INSIDE_VIEW;
     switch (message->what) {
         case B_MOUSE_DOWN: MouseDown(where); break;

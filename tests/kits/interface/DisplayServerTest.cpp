@@ -115,7 +115,7 @@ TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
     be_app->SetCursor(image);
     image[0] = 32; // no cursor image: the other stays
     be_app->SetCursor(image);
-    be_app->SetCursor(static_cast<const void*>(nullptr));
+    be_app->SetCursor(nullptr);
     const auto cursor = display::Call([] { return *QGuiApplication::overrideCursor(); });
     EXPECT_EQ(cursor.hotSpot(), QPoint(5, 3));
     const QImage shown = cursor.bitmap().toImage();

@@ -28,7 +28,7 @@ TEST_F(WindowTest, MenuItemsAnswerMouseShortcutAndLetters)
     BMenuBar* bar = MakeBar();
     fWindow->AddChild(bar);
     EXPECT_EQ(bar->Frame().Width(), fWindow->Bounds().Width());
-    BMenu* more = bar->FindItem(uint32(3))->Menu();
+    BMenu* more = bar->FindItem("One")->Menu();
     more->ItemAt(1)->SetMarked(true);
     Show();
     EXPECT_TRUE(screen::ClickMenu({ "Tests", "Test" }));
