@@ -1,7 +1,6 @@
 #include "ui/AnimateCursor.h"
 
 #include <Application.h>
-#include <Cursor.h>
 
 #include <algorithm>
 #include <cstdio>

@@ -4,9 +4,9 @@
 
 #include "SupportDefs.h"
 
-// 68 bytes each, in the format of BCursor.
+// A picture for the pointer, 68 bytes: size (16), depth (1), hot spot row, hot spot column, 16 rows
+// of 16 bits of image (1: black), 16 rows of 16 bits of mask (1: drawn); highest bit leftmost.
 extern const unsigned char B_HAND_CURSOR[];
-extern const unsigned char B_I_BEAM_CURSOR[];
 
 // Messages of the system: a kit class answers them with a function of its own where it has one
 // (BApplication::ReadyToRun(), BView::MouseDown(), ...).

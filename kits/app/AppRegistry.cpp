@@ -132,18 +132,6 @@ LooperRecord AppRegistry::FirstAskedToQuit()
     return found ? *found : LooperRecord();
 }
 
-BLooper* AppRegistry::LooperAt(int32 index)
-{
-    const LeafLock lock(fLock);
-    return index >= 0 && size_t(index) < fLoopers.size() ? fLoopers[index].looper : nullptr;
-}
-
-int32 AppRegistry::CountLoopers()
-{
-    const LeafLock lock(fLock);
-    return int32(fLoopers.size());
-}
-
 void AppRegistry::SetApplication(const BMessenger& application)
 {
     const LeafLock lock(fLock);

@@ -46,8 +46,6 @@ public:
     LooperRecord LooperOfPort(port_id port) EXCLUDES(fLock);
     LooperRecord LooperOfThread(thread_id thread) EXCLUDES(fLock);
     LooperRecord FirstAskedToQuit() EXCLUDES(fLock); // the oldest of those that run
-    BLooper* LooperAt(int32 index) EXCLUDES(fLock); // oldest first; NULL out of range
-    int32 CountLoopers() EXCLUDES(fLock);
 
     // Where replies go that nobody else is named for.
     void SetApplication(const BMessenger& application) EXCLUDES(fLock);

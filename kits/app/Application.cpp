@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "AppRegistry.h"
-#include "Cursor.h"
 #include "CursorState.h"
 #include "Entry.h"
 #include "LooperLock.h"
@@ -86,7 +85,6 @@ status_t BApplication::Start(const char* signature)
         return B_BAD_VALUE;
     if (be_app)
         return B_NOT_ALLOWED;
-    fSignature = signature;
     be_app = this;
     be_app_messenger = BMessenger(this);
     AppRegistry::Instance().SetApplication(be_app_messenger);
@@ -109,11 +107,6 @@ BApplication::~BApplication()
     AppRegistry::Instance().SetApplication(BMessenger());
     be_app_messenger = BMessenger();
     be_app = nullptr;
-}
-
-status_t BApplication::InitCheck() const
-{
-    return fStatus;
 }
 
 thread_id BApplication::Run()
@@ -256,42 +249,7 @@ void BApplication::SetCursor(const void* cursor)
     SetCursorImage(cursor);
 }
 
-void BApplication::SetCursor(const BCursor* cursor, bool)
-{
-    SetCursorImage(cursor ? cursor->Data() : nullptr);
-}
-
-void BApplication::HideCursor()
-{
-    SetCursorHidden(true);
-}
-
-void BApplication::ShowCursor()
-{
-    SetCursorHidden(false);
-}
-
-bool BApplication::IsCursorHidden() const
-{
-    return CurrentCursor().isHidden;
-}
-
 status_t BApplication::GetAppInfo(app_info* info) const
 {
     return be_roster->GetRunningAppInfo(Team(), info);
-}
-
-const char* BApplication::Signature() const
-{
-    return fSignature.c_str();
-}
-
-int32 BApplication::CountLoopers() const
-{
-    return AppRegistry::Instance().CountLoopers();
-}
-
-BLooper* BApplication::LooperAt(int32 index) const
-{
-    return AppRegistry::Instance().LooperAt(index);
 }

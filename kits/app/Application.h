@@ -13,7 +13,6 @@
 #include "Messenger.h"
 
 class BApplication;
-class BCursor;
 class SignalWatch;
 struct app_info;
 
@@ -29,7 +28,6 @@ public:
     BApplication(const char* signature, status_t* error);
     // Quits what windows there are, without asking.
     ~BApplication() override;
-    status_t InitCheck() const; // B_OK, or what the constructor found
 
     // Handles messages until Quit(). The first are ArgvReceived(), if the program has arguments,
     // and ReadyToRun(). The thread's id; B_NO_INIT after a failed construction.
@@ -56,17 +54,10 @@ public:
     void SetPulseRate(bigtime_t rate);
 
     // The pointer's picture over the program's windows; from any thread, without the lock. 68 bytes
-    // as BCursor describes them; others, or NULL, change nothing.
+    // in the format of B_HAND_CURSOR; others, or NULL, change nothing.
     void SetCursor(const void* cursor);
-    void SetCursor(const BCursor* cursor, bool sync = true);
-    void HideCursor();
-    void ShowCursor();
-    bool IsCursorHidden() const;
 
     status_t GetAppInfo(app_info* info) const; // as BRoster::GetRunningAppInfo()
-    const char* Signature() const;
-    int32 CountLoopers() const; // of the program, the application among them
-    BLooper* LooperAt(int32 index) const; // in the order of construction; NULL out of range
 
 private:
     status_t Start(const char* signature);
@@ -75,7 +66,6 @@ private:
     bool QuitWindows(bool ask);
     bool QuitWindowsUnlocked(bool ask);
 
-    std::string fSignature;
     status_t fStatus = B_NO_INIT;
     std::unique_ptr<SignalWatch> fSignals;
     bool fReadyToRun = false; // ReadyToRun() was called

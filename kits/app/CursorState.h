@@ -6,8 +6,7 @@
 
 struct CursorState {
     bool isSet = false; // the program chose a picture: image holds it
-    bool isHidden = false;
-    uint8 image[68] = {}; // as BCursor describes it
+    uint8 image[68] = {}; // in the format of B_HAND_CURSOR
 };
 
 CursorState CurrentCursor();
@@ -18,4 +17,3 @@ void SetCursorHook(void (*changed)());
 
 // For BApplication. Copies the 68 bytes; other data changes nothing.
 void SetCursorImage(const void* data);
-void SetCursorHidden(bool hidden);

@@ -6,11 +6,6 @@ BInvoker::BInvoker() = default;
 
 BInvoker::BInvoker(BMessage* message, BMessenger target) : fMessage(message), fTarget(target) { }
 
-BInvoker::BInvoker(BMessage* message, const BHandler* handler, const BLooper* looper)
-    : fMessage(message), fTarget(handler, looper)
-{
-}
-
 BInvoker::~BInvoker() = default;
 
 status_t BInvoker::SetMessage(BMessage* message)
@@ -23,11 +18,6 @@ status_t BInvoker::SetMessage(BMessage* message)
 BMessage* BInvoker::Message() const
 {
     return fMessage.get();
-}
-
-uint32 BInvoker::Command() const
-{
-    return fMessage ? fMessage->what : 0;
 }
 
 status_t BInvoker::SetTarget(const BHandler* handler, const BLooper* looper)
@@ -45,37 +35,16 @@ status_t BInvoker::SetTarget(BMessenger messenger)
     return B_OK;
 }
 
-bool BInvoker::IsTargetLocal() const
-{
-    return fTarget.IsTargetLocal();
-}
-
-BHandler* BInvoker::Target(BLooper** looper) const
-{
-    return fTarget.Target(looper);
-}
-
 BMessenger BInvoker::Messenger() const
 {
     return fTarget;
-}
-
-status_t BInvoker::SetHandlerForReply(BHandler* handler)
-{
-    fReplyTo = handler;
-    return B_OK;
-}
-
-BHandler* BInvoker::HandlerForReply() const
-{
-    return fReplyTo;
 }
 
 status_t BInvoker::Invoke(BMessage* message)
 {
     if (!message)
         message = fMessage.get();
-    return message ? fTarget.SendMessage(message, fReplyTo, fTimeout) : B_BAD_VALUE;
+    return message ? fTarget.SendMessage(message) : B_BAD_VALUE;
 }
 
 status_t BInvoker::InvokeFrom(
@@ -89,15 +58,4 @@ status_t BInvoker::InvokeFrom(
     copy.AddPointer("source", source);
     copy.AddInt32(valueName, value);
     return BInvoker::Invoke(&copy);
-}
-
-status_t BInvoker::SetTimeout(bigtime_t timeout)
-{
-    fTimeout = timeout;
-    return B_OK;
-}
-
-bigtime_t BInvoker::Timeout() const
-{
-    return fTimeout;
 }

@@ -11,7 +11,6 @@ class BInvoker {
 public:
     BInvoker();
     BInvoker(BMessage* message, BMessenger target); // takes the message over
-    BInvoker(BMessage* message, const BHandler* handler, const BLooper* looper = nullptr);
     virtual ~BInvoker();
     BInvoker(const BInvoker&) = delete;
     BInvoker& operator=(const BInvoker&) = delete;
@@ -19,26 +18,16 @@ public:
     // Takes the message over and deletes the former one; NULL for none.
     virtual status_t SetMessage(BMessage* message);
     BMessage* Message() const;
-    uint32 Command() const; // the message's what; 0 without one
 
     // The target as BMessenger(handler, looper) makes it, with the same errors: the target is then
     // as it was. Handler and looper NULL: no target.
     virtual status_t SetTarget(const BHandler* handler, const BLooper* looper = nullptr);
     virtual status_t SetTarget(BMessenger messenger);
-    bool IsTargetLocal() const;
-    BHandler* Target(BLooper** looper = nullptr) const; // as BMessenger::Target()
     BMessenger Messenger() const;
 
-    // Whom replies go to; must live as long as the invoker. NULL: the application.
-    virtual status_t SetHandlerForReply(BHandler* handler);
-    BHandler* HandlerForReply() const;
-
-    // Sends a copy of the given message, with NULL of its own one. B_BAD_VALUE without any; else as
-    // BMessenger::SendMessage().
+    // Sends a copy of the given message, with NULL of its own one, and waits while the target's
+    // port is full. B_BAD_VALUE without any; else as BMessenger::SendMessage().
     virtual status_t Invoke(BMessage* message = nullptr);
-    // How long Invoke() waits while the target's port is full; microseconds, at first without end.
-    status_t SetTimeout(bigtime_t timeout);
-    bigtime_t Timeout() const;
 
 protected:
     // Invoke() as controls and menu items do it: the copy also says "when" (system_time()), the
@@ -49,6 +38,4 @@ protected:
 private:
     std::unique_ptr<BMessage> fMessage;
     BMessenger fTarget;
-    BHandler* fReplyTo = nullptr;
-    bigtime_t fTimeout = B_INFINITE_TIMEOUT;
 };

@@ -126,7 +126,7 @@ BHandler* BLooper::TargetOf(BMessage& message) const
     const int32 token = MessageAccess::Delivery(message).token;
     if (token != 0)
         return AppRegistry::Instance().HandlerIn(token, this);
-    return fPreferred ? fPreferred : const_cast<BLooper*>(this);
+    return const_cast<BLooper*>(this);
 }
 
 void BLooper::DispatchMessage(BMessage* message, BHandler* handler)
@@ -244,12 +244,6 @@ bool BLooper::Lock()
     return record.looper && record.lock->Lock(B_INFINITE_TIMEOUT) == B_OK;
 }
 
-status_t BLooper::LockWithTimeout(bigtime_t timeout)
-{
-    const LooperRecord record = AppRegistry::Instance().Looper(this);
-    return record.looper ? record.lock->Lock(timeout) : B_BAD_VALUE;
-}
-
 void BLooper::Unlock()
 {
     const LooperRecord record = AppRegistry::Instance().Looper(this);
@@ -261,11 +255,6 @@ bool BLooper::IsLocked() const
 {
     const LooperRecord record = AppRegistry::Instance().Looper(this);
     return record.looper && record.lock->IsHeld();
-}
-
-thread_id BLooper::LockingThread() const
-{
-    return fLock->Holder();
 }
 
 int32 BLooper::CountLocks() const
@@ -298,8 +287,6 @@ bool BLooper::RemoveHandler(BHandler* handler)
     AssertLocked();
     if (!handler || handler->Looper() != this || handler == this)
         return false;
-    if (fPreferred == handler)
-        fPreferred = nullptr;
     std::erase(fHandlers, handler);
     for (BHandler* other : fHandlers) {
         if (other->fNextHandler == handler)
@@ -308,28 +295,6 @@ bool BLooper::RemoveHandler(BHandler* handler)
     handler->fNextHandler = nullptr;
     handler->fLooper = nullptr;
     return true;
-}
-
-int32 BLooper::CountHandlers() const
-{
-    return int32(fHandlers.size());
-}
-
-BHandler* BLooper::HandlerAt(int32 index) const
-{
-    return index >= 0 && index < CountHandlers() ? fHandlers[size_t(index)] : nullptr;
-}
-
-int32 BLooper::IndexOf(BHandler* handler) const
-{
-    const auto found = std::find(fHandlers.begin(), fHandlers.end(), handler);
-    return found == fHandlers.end() ? B_ERROR : int32(found - fHandlers.begin());
-}
-
-void BLooper::SetPreferredHandler(BHandler* handler)
-{
-    if (!handler || handler->Looper() == this)
-        fPreferred = handler;
 }
 
 void BLooper::SetAskedToQuit(bool asked)

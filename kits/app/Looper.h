@@ -45,8 +45,8 @@ public:
 
     // Put a copy of the message into the port, without waiting: B_WOULD_BLOCK if it is full,
     // B_BAD_PORT_ID if the looper is gone. It goes to the looper itself; with the handler argument
-    // to that one (B_MISMATCHED_VALUES if it is in another looper), NULL meaning the preferred
-    // handler. Replies go to replyTo, with NULL to the application.
+    // to that one (B_MISMATCHED_VALUES if it is in another looper), NULL meaning the
+    // looper. Replies go to replyTo, with NULL to the application.
     status_t PostMessage(uint32 command);
     status_t PostMessage(const BMessage* message);
     status_t PostMessage(uint32 command, BHandler* handler, BHandler* replyTo = nullptr);
@@ -58,30 +58,21 @@ public:
     BMessage* CurrentMessage() const { return fCurrent.get(); }
     BMessage* DetachCurrentMessage(); // it is the caller's now, who deletes it
 
-    // The lock counts: the thread that holds it may lock again and unlocks as often. All four are
-    // safe to call for a looper that was deleted: false, or B_BAD_VALUE. A thread that waits may be
-    // killed, one that holds the lock is only killed when it lets go. Waiting threads get the lock
-    // in the order they came.
+    // The lock counts: the thread that holds it may lock again and unlocks as often. Safe to call
+    // for a looper that was deleted: false. A thread that waits may be killed, one that holds the
+    // lock is only killed when it lets go. Waiting threads get the lock in the order they came.
     bool Lock();
     void Unlock(); // only by the thread that holds the lock
     bool IsLocked() const; // by the calling thread
-    // B_OK, B_TIMED_OUT, B_WOULD_BLOCK (timeout 0), B_BAD_VALUE (the looper is gone).
-    status_t LockWithTimeout(bigtime_t timeout);
-    thread_id LockingThread() const; // B_ERROR if nobody holds the lock
     int32 CountLocks() const; // of the thread that holds it
 
     thread_id Thread() const { return fThread; } // B_ERROR before Run()
     team_id Team() const;
     static BLooper* LooperForThread(thread_id thread); // NULL if it is no looper's
 
-    // Handlers, in the order of adding; number 0 is the looper. Called with the looper locked.
+    // Handlers. Called with the looper locked.
     void AddHandler(BHandler* handler); // only one that is in no looper
     bool RemoveHandler(BHandler* handler); // false if it is not in this one
-    int32 CountHandlers() const;
-    BHandler* HandlerAt(int32 index) const; // NULL out of range
-    int32 IndexOf(BHandler* handler) const; // B_ERROR if it is not in this looper
-    BHandler* PreferredHandler() const { return fPreferred; }
-    void SetPreferredHandler(BHandler* handler); // one of this looper's, or NULL
 
 protected:
     // Called after each message, still locked; a window flushes its drawing here.
@@ -112,7 +103,6 @@ private:
     const std::shared_ptr<LooperLock> fLock; // outlives the looper while somebody waits for it
     const std::shared_ptr<MessagePort> fPort;
     std::vector<BHandler*> fHandlers;
-    BHandler* fPreferred = nullptr;
     std::unique_ptr<BMessage> fCurrent;
     std::atomic<thread_id> fThread = B_ERROR;
     std::atomic<bigtime_t> fPulse = 0;

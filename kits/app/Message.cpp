@@ -71,27 +71,9 @@ bool BMessage::HasData(const char* name, type_code type, int32 index) const
     return FindData(name, type, index, nullptr, nullptr) == B_OK;
 }
 
-status_t BMessage::ReplaceData(const char* name, type_code type, const void* data, ssize_t numBytes)
-{
-    return ReplaceData(name, type, 0, data, numBytes);
-}
-
-status_t BMessage::ReplaceData(
-    const char* name, type_code type, int32 index, const void* data, ssize_t numBytes)
-{
-    if (numBytes < 0 || (!data && numBytes > 0))
-        return B_BAD_VALUE;
-    return fBody->Replace(name, type, index, { static_cast<const char*>(data), size_t(numBytes) });
-}
-
 status_t BMessage::RemoveName(const char* name)
 {
     return fBody->RemoveName(name);
-}
-
-status_t BMessage::RemoveData(const char* name, int32 index)
-{
-    return fBody->RemoveItem(name, index);
 }
 
 status_t BMessage::MakeEmpty()
@@ -137,14 +119,6 @@ status_t BMessage::GetInfo(const char* name, type_code* type, int32* count) cons
     if (count)
         *count = int32(field->items.size());
     return B_OK;
-}
-
-status_t BMessage::GetInfo(const char* name, type_code* type, bool* isFixedSize) const
-{
-    const status_t status = GetInfo(name, type);
-    if (status == B_OK && isFixedSize)
-        *isFixedSize = fBody->Field(name)->fixedSize;
-    return status;
 }
 
 namespace {
@@ -214,12 +188,6 @@ status_t BMessage::Unflatten(const char* flatBuffer, ssize_t numBytes)
     return status;
 }
 
-status_t BMessage::Unflatten(const char* flatBuffer)
-{
-    const uint64 size = flatBuffer ? ClaimedFlatSize({ flatBuffer, kFlatHeaderSize }) : 0;
-    return Unflatten(flatBuffer, size > SSIZE_MAX ? 0 : ssize_t(size));
-}
-
 MessageDelivery& BMessage::Delivery()
 {
     if (!fDelivery)
@@ -245,13 +213,6 @@ bool BMessage::IsReply() const
 bool BMessage::WasDropped() const
 {
     return fDelivery && fDelivery->wasDropped;
-}
-
-BPoint BMessage::DropPoint(BPoint* offset) const
-{
-    if (offset)
-        *offset = fDelivery ? fDelivery->dropOffset : BPoint();
-    return fDelivery ? fDelivery->dropPoint : BPoint();
 }
 
 status_t BMessage::SendReply(BMessage* reply, BHandler* replyTo, bigtime_t timeout)

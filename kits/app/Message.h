@@ -25,8 +25,8 @@ public:
 
     BMessage();
     BMessage(uint32 command);
-    // A copy has the fields, the return address and the drop point, but is nobody's reply and owes
-    // none: only the message that was delivered does.
+    // A copy has the fields and the return address, but is nobody's reply and owes none: only the
+    // message that was delivered does.
     BMessage(const BMessage& message);
     BMessage& operator=(const BMessage& message);
     // Where the sender still waits for a reply, it gets B_NO_REPLY.
@@ -35,21 +35,13 @@ public:
     // Appends a value to the field. B_BAD_TYPE: the field has values of another type; B_BAD_VALUE:
     // name or value is NULL, or the name is too long; B_NO_MEMORY.
     status_t AddBool(const char* name, bool value);
-    status_t AddInt8(const char* name, int8 value);
-    status_t AddUInt8(const char* name, uint8 value);
-    status_t AddInt16(const char* name, int16 value);
-    status_t AddUInt16(const char* name, uint16 value);
     status_t AddInt32(const char* name, int32 value);
-    status_t AddUInt32(const char* name, uint32 value);
     status_t AddInt64(const char* name, int64 value);
-    status_t AddUInt64(const char* name, uint64 value);
     status_t AddFloat(const char* name, float value);
-    status_t AddDouble(const char* name, double value);
     status_t AddPoint(const char* name, BPoint point);
     status_t AddRect(const char* name, BRect rect);
     status_t AddString(const char* name, const char* text);
     status_t AddPointer(const char* name, const void* pointer); // the address, not what is there
-    status_t AddMessenger(const char* name, BMessenger messenger);
     status_t AddRef(const char* name, const entry_ref* ref);
     status_t AddMessage(const char* name, const BMessage* message);
     // Any other data. With isFixedSize all values of the field have the size of the first
@@ -62,26 +54,12 @@ public:
     // was; where it points into the message it is NULL.
     status_t FindBool(const char* name, bool* value) const;
     status_t FindBool(const char* name, int32 index, bool* value) const;
-    status_t FindInt8(const char* name, int8* value) const;
-    status_t FindInt8(const char* name, int32 index, int8* value) const;
-    status_t FindUInt8(const char* name, uint8* value) const;
-    status_t FindUInt8(const char* name, int32 index, uint8* value) const;
-    status_t FindInt16(const char* name, int16* value) const;
-    status_t FindInt16(const char* name, int32 index, int16* value) const;
-    status_t FindUInt16(const char* name, uint16* value) const;
-    status_t FindUInt16(const char* name, int32 index, uint16* value) const;
     status_t FindInt32(const char* name, int32* value) const;
     status_t FindInt32(const char* name, int32 index, int32* value) const;
-    status_t FindUInt32(const char* name, uint32* value) const;
-    status_t FindUInt32(const char* name, int32 index, uint32* value) const;
     status_t FindInt64(const char* name, int64* value) const;
     status_t FindInt64(const char* name, int32 index, int64* value) const;
-    status_t FindUInt64(const char* name, uint64* value) const;
-    status_t FindUInt64(const char* name, int32 index, uint64* value) const;
     status_t FindFloat(const char* name, float* value) const;
     status_t FindFloat(const char* name, int32 index, float* value) const;
-    status_t FindDouble(const char* name, double* value) const;
-    status_t FindDouble(const char* name, int32 index, double* value) const;
     status_t FindPoint(const char* name, BPoint* point) const;
     status_t FindPoint(const char* name, int32 index, BPoint* point) const;
     status_t FindRect(const char* name, BRect* rect) const;
@@ -90,8 +68,6 @@ public:
     status_t FindString(const char* name, int32 index, const char** text) const;
     status_t FindPointer(const char* name, void** pointer) const;
     status_t FindPointer(const char* name, int32 index, void** pointer) const;
-    status_t FindMessenger(const char* name, BMessenger* messenger) const;
-    status_t FindMessenger(const char* name, int32 index, BMessenger* messenger) const;
     status_t FindRef(const char* name, entry_ref* ref) const;
     status_t FindRef(const char* name, int32 index, entry_ref* ref) const;
     status_t FindMessage(const char* name, BMessage* message) const; // empty after a failure
@@ -103,71 +79,19 @@ public:
 
     // Whether the field has a value of that type at index.
     bool HasBool(const char* name, int32 index = 0) const;
-    bool HasInt8(const char* name, int32 index = 0) const;
-    bool HasUInt8(const char* name, int32 index = 0) const;
-    bool HasInt16(const char* name, int32 index = 0) const;
-    bool HasUInt16(const char* name, int32 index = 0) const;
     bool HasInt32(const char* name, int32 index = 0) const;
-    bool HasUInt32(const char* name, int32 index = 0) const;
     bool HasInt64(const char* name, int32 index = 0) const;
-    bool HasUInt64(const char* name, int32 index = 0) const;
     bool HasFloat(const char* name, int32 index = 0) const;
-    bool HasDouble(const char* name, int32 index = 0) const;
     bool HasPoint(const char* name, int32 index = 0) const;
     bool HasRect(const char* name, int32 index = 0) const;
     bool HasString(const char* name, int32 index = 0) const;
     bool HasPointer(const char* name, int32 index = 0) const;
-    bool HasMessenger(const char* name, int32 index = 0) const;
     bool HasRef(const char* name, int32 index = 0) const;
     bool HasMessage(const char* name, int32 index = 0) const;
     bool HasData(const char* name, type_code type, int32 index = 0) const;
 
-    // Put another value in the place of the first, or of the one at index. They add nothing:
-    // B_NAME_NOT_FOUND, B_BAD_INDEX, B_BAD_TYPE, B_BAD_VALUE and B_NO_MEMORY leave all as it was.
-    status_t ReplaceBool(const char* name, bool value);
-    status_t ReplaceBool(const char* name, int32 index, bool value);
-    status_t ReplaceInt8(const char* name, int8 value);
-    status_t ReplaceInt8(const char* name, int32 index, int8 value);
-    status_t ReplaceUInt8(const char* name, uint8 value);
-    status_t ReplaceUInt8(const char* name, int32 index, uint8 value);
-    status_t ReplaceInt16(const char* name, int16 value);
-    status_t ReplaceInt16(const char* name, int32 index, int16 value);
-    status_t ReplaceUInt16(const char* name, uint16 value);
-    status_t ReplaceUInt16(const char* name, int32 index, uint16 value);
-    status_t ReplaceInt32(const char* name, int32 value);
-    status_t ReplaceInt32(const char* name, int32 index, int32 value);
-    status_t ReplaceUInt32(const char* name, uint32 value);
-    status_t ReplaceUInt32(const char* name, int32 index, uint32 value);
-    status_t ReplaceInt64(const char* name, int64 value);
-    status_t ReplaceInt64(const char* name, int32 index, int64 value);
-    status_t ReplaceUInt64(const char* name, uint64 value);
-    status_t ReplaceUInt64(const char* name, int32 index, uint64 value);
-    status_t ReplaceFloat(const char* name, float value);
-    status_t ReplaceFloat(const char* name, int32 index, float value);
-    status_t ReplaceDouble(const char* name, double value);
-    status_t ReplaceDouble(const char* name, int32 index, double value);
-    status_t ReplacePoint(const char* name, BPoint point);
-    status_t ReplacePoint(const char* name, int32 index, BPoint point);
-    status_t ReplaceRect(const char* name, BRect rect);
-    status_t ReplaceRect(const char* name, int32 index, BRect rect);
-    status_t ReplaceString(const char* name, const char* text);
-    status_t ReplaceString(const char* name, int32 index, const char* text);
-    status_t ReplacePointer(const char* name, const void* pointer);
-    status_t ReplacePointer(const char* name, int32 index, const void* pointer);
-    status_t ReplaceMessenger(const char* name, BMessenger messenger);
-    status_t ReplaceMessenger(const char* name, int32 index, BMessenger messenger);
-    status_t ReplaceRef(const char* name, const entry_ref* ref);
-    status_t ReplaceRef(const char* name, int32 index, const entry_ref* ref);
-    status_t ReplaceMessage(const char* name, const BMessage* message);
-    status_t ReplaceMessage(const char* name, int32 index, const BMessage* message);
-    status_t ReplaceData(const char* name, type_code type, const void* data, ssize_t numBytes);
-    status_t ReplaceData(
-        const char* name, type_code type, int32 index, const void* data, ssize_t numBytes);
-
-    // Takes away the field, or one value of it; with the last value the field goes too.
-    // B_NAME_NOT_FOUND, B_BAD_INDEX.
+    // Takes away the field; B_NAME_NOT_FOUND.
     status_t RemoveName(const char* name);
-    status_t RemoveData(const char* name, int32 index = 0);
     // Takes away all fields; what stays.
     status_t MakeEmpty();
 
@@ -179,7 +103,6 @@ public:
         int32* count = nullptr) const;
     // Type and number of values of a field; NULL for what is not wanted. B_NAME_NOT_FOUND.
     status_t GetInfo(const char* name, type_code* type, int32* count = nullptr) const;
-    status_t GetInfo(const char* name, type_code* type, bool* isFixedSize) const;
     // Writes the code and one line a field, "#entry name, type = 'LONG', count = 1", to standard
     // output, the fields of messages inside indented.
     void PrintToStream() const;
@@ -192,17 +115,12 @@ public:
     // no error). Damaged bytes of any kind leave the message empty: B_BAD_VALUE (not a message),
     // B_MISMATCHED_VALUES (checksum or lengths are wrong), B_NO_MEMORY.
     status_t Unflatten(const char* flatBuffer, ssize_t numBytes);
-    // The same where the buffer is known to be as long as the message in it says.
-    status_t Unflatten(const char* flatBuffer);
 
     // Of a message that was delivered:
     BMessenger ReturnAddress() const; // where replies go; invalid in one that never was sent
     bool IsSourceWaiting() const; // the sender waits for a reply, and none was sent
     bool IsReply() const; // it came as the answer to another one
     bool WasDropped() const; // the user dragged it here
-    // Where it was dropped, in screen coordinates; *offset is the place in the dragged rectangle or
-    // bitmap that the pointer held. (0, 0) unless WasDropped().
-    BPoint DropPoint(BPoint* offset = nullptr) const;
     // Answers the message: to the waiting sender, else to the return address. B_BAD_REPLY: it has
     // none; B_DUPLICATE_REPLY: the waiting sender has had its reply; else as
     // BMessenger::SendMessage().

@@ -58,24 +58,6 @@ status_t MessageBody::Find(
     return B_OK;
 }
 
-status_t MessageBody::Replace(const char* name, type_code type, int32 index, std::string_view data)
-{
-    const std::string* found = nullptr;
-    if (const status_t status = Find(name, type, index, found); status != B_OK)
-        return status;
-    MessageField& field = *Writable(name);
-    if (field.type != type)
-        return B_BAD_TYPE;
-    if (data.size() > INT_MAX || (field.fixedSize && found->size() != data.size()))
-        return B_BAD_VALUE;
-    try {
-        field.items[index] = std::string(data); // the data may lie in the old value
-    } catch (const std::bad_alloc&) {
-        return B_NO_MEMORY;
-    }
-    return B_OK;
-}
-
 status_t MessageBody::RemoveName(const char* name)
 {
     if (!name)
@@ -84,18 +66,6 @@ status_t MessageBody::RemoveName(const char* name)
         std::erase_if(fFields, [name](const MessageField& field) { return field.name == name; });
     if (removed == 0)
         return B_NAME_NOT_FOUND;
-    return B_OK;
-}
-
-status_t MessageBody::RemoveItem(const char* name, int32 index)
-{
-    const std::string* found = nullptr;
-    if (const status_t status = Find(name, B_ANY_TYPE, index, found); status != B_OK)
-        return status;
-    MessageField& field = *Writable(name);
-    if (field.items.size() == 1)
-        return RemoveName(name);
-    field.items.erase(field.items.begin() + index);
     return B_OK;
 }
 

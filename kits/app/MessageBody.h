@@ -19,9 +19,7 @@ class MessageBody {
 public:
     status_t Add(const char* name, type_code type, std::string_view data, bool fixedSize);
     status_t Find(const char* name, type_code type, int32 index, const std::string*& item) const;
-    status_t Replace(const char* name, type_code type, int32 index, std::string_view data);
     status_t RemoveName(const char* name);
-    status_t RemoveItem(const char* name, int32 index);
 
     const MessageField* Field(const char* name) const; // NULL if there is none
     const std::vector<MessageField>& Fields() const { return fFields; }

@@ -122,10 +122,7 @@ status_t PostLatest(const BMessenger& target, const BMessage& message)
     return PostToKitTarget(target, message, SendOptions::Room::Latest);
 }
 
-void MarkDropped(BMessage& message, BPoint point, BPoint offset)
+void MarkDropped(BMessage& message)
 {
-    MessageDelivery& delivery = MessageAccess::Delivery(message);
-    delivery.wasDropped = true;
-    delivery.dropPoint = point;
-    delivery.dropOffset = offset;
+    MessageAccess::Delivery(message).wasDropped = true;
 }

@@ -14,14 +14,12 @@ struct MessageDelivery {
         Sent,
     };
 
-    int32 token = 0; // of the target handler; 0: the looper's preferred one
+    int32 token = 0; // of the target handler; 0: the looper itself
     BMessenger replyTo;
     Reply reply = Reply::NotOwed;
     bool isReply = false;
     bool mayBeReplaced = false; // by a later one of the same kind, see PostLatest()
     bool wasDropped = false;
-    BPoint dropPoint;
-    BPoint dropOffset;
 };
 
 struct SendOptions {

@@ -15,6 +15,5 @@ status_t PostAlways(const BMessenger& target, const BMessage& message);
 // stays before it.
 status_t PostLatest(const BMessenger& target, const BMessage& message);
 
-// Makes message one that the user dragged and let go at point, held at offset; see
-// BMessage::DropPoint().
-void MarkDropped(BMessage& message, BPoint point, BPoint offset);
+// Makes message one that the user dragged and let go; see BMessage::WasDropped().
+void MarkDropped(BMessage& message);

@@ -42,14 +42,6 @@ status_t FindValue(
     {                                                                                              \
         return AddData(name, type, &value, sizeof(value));                                         \
     }                                                                                              \
-    status_t BMessage::Replace##Name(const char* name, Value value)                                \
-    {                                                                                              \
-        return ReplaceData(name, type, 0, &value, sizeof(value));                                  \
-    }                                                                                              \
-    status_t BMessage::Replace##Name(const char* name, int32 index, Value value)                   \
-    {                                                                                              \
-        return ReplaceData(name, type, index, &value, sizeof(value));                              \
-    }                                                                                              \
     bool BMessage::Has##Name(const char* name, int32 index) const                                  \
     {                                                                                              \
         return HasData(name, type, index);                                                         \
@@ -70,19 +62,11 @@ status_t FindValue(
     MESSAGE_FIND(Name, Value, type)
 
 MESSAGE_TYPE(Bool, bool, B_BOOL_TYPE)
-MESSAGE_TYPE(Int8, int8, B_INT8_TYPE)
-MESSAGE_TYPE(UInt8, uint8, B_UINT8_TYPE)
-MESSAGE_TYPE(Int16, int16, B_INT16_TYPE)
-MESSAGE_TYPE(UInt16, uint16, B_UINT16_TYPE)
 MESSAGE_TYPE(Int32, int32, B_INT32_TYPE)
-MESSAGE_TYPE(UInt32, uint32, B_UINT32_TYPE)
 MESSAGE_TYPE(Int64, int64, B_INT64_TYPE)
-MESSAGE_TYPE(UInt64, uint64, B_UINT64_TYPE)
 MESSAGE_TYPE(Float, float, B_FLOAT_TYPE)
-MESSAGE_TYPE(Double, double, B_DOUBLE_TYPE)
 MESSAGE_TYPE(Point, BPoint, B_POINT_TYPE)
 MESSAGE_TYPE(Rect, BRect, B_RECT_TYPE)
-MESSAGE_TYPE(Messenger, BMessenger, B_MESSENGER_TYPE)
 MESSAGE_VALUE(Pointer, const void*, B_POINTER_TYPE)
 MESSAGE_FIND(Pointer, void*, B_POINTER_TYPE)
 
@@ -111,18 +95,6 @@ status_t BMessage::FindString(const char* name, int32 index, const char** text) 
 bool BMessage::HasString(const char* name, int32 index) const
 {
     return HasData(name, B_STRING_TYPE, index);
-}
-
-status_t BMessage::ReplaceString(const char* name, const char* text)
-{
-    return ReplaceString(name, 0, text);
-}
-
-status_t BMessage::ReplaceString(const char* name, int32 index, const char* text)
-{
-    if (!text)
-        return B_BAD_VALUE;
-    return ReplaceData(name, B_STRING_TYPE, index, text, ssize_t(strlen(text)) + 1);
 }
 
 namespace {
@@ -184,19 +156,6 @@ bool BMessage::HasRef(const char* name, int32 index) const
     return HasData(name, B_REF_TYPE, index);
 }
 
-status_t BMessage::ReplaceRef(const char* name, const entry_ref* ref)
-{
-    return ReplaceRef(name, 0, ref);
-}
-
-status_t BMessage::ReplaceRef(const char* name, int32 index, const entry_ref* ref)
-{
-    if (!ref)
-        return B_BAD_VALUE;
-    const std::string bytes = FlatRef(*ref);
-    return ReplaceData(name, B_REF_TYPE, index, bytes.data(), ssize_t(bytes.size()));
-}
-
 namespace {
 
 // Calls put with the message's bytes.
@@ -244,16 +203,4 @@ status_t BMessage::FindMessage(const char* name, int32 index, BMessage* message)
 bool BMessage::HasMessage(const char* name, int32 index) const
 {
     return HasData(name, B_MESSAGE_TYPE, index);
-}
-
-status_t BMessage::ReplaceMessage(const char* name, const BMessage* message)
-{
-    return ReplaceMessage(name, 0, message);
-}
-
-status_t BMessage::ReplaceMessage(const char* name, int32 index, const BMessage* message)
-{
-    return WithFlat(message, [&](const char* bytes, ssize_t size) {
-        return ReplaceData(name, B_MESSAGE_TYPE, index, bytes, size);
-    });
 }

@@ -18,7 +18,7 @@ public:
     // application is known to run), B_MISMATCHED_VALUES (team is another application); the
     // messenger then has no target.
     explicit BMessenger(const char* signature, team_id team = -1, status_t* result = nullptr);
-    // A handler that belongs to a looper, or with NULL the preferred handler of looper. *result:
+    // A handler that belongs to a looper, or with NULL looper itself. *result:
     // B_BAD_VALUE (both NULL), B_BAD_HANDLER (in no looper), B_MISMATCHED_VALUES (in another
     // looper); the messenger then has no target.
     BMessenger(
@@ -46,8 +46,8 @@ public:
 
     bool IsValid() const; // the target's looper lives; the handler may have gone
     bool IsTargetLocal() const; // in this process
-    // The target, where it still exists, else NULL; *looper is set in every case. With the
-    // preferred handler as target the answer is NULL and *looper its looper.
+    // The target, where it still exists, else NULL; *looper is set in every case. Made of a
+    // looper alone it answers NULL.
     BHandler* Target(BLooper** looper) const;
     // Locks the target's looper: true if that worked and the target is still in it.
     bool LockTarget() const;
@@ -62,5 +62,5 @@ private:
 
     team_id fTeam = -1;
     port_id fPort = -1;
-    int32 fToken = 0; // of the handler; 0 for the preferred one
+    int32 fToken = 0; // of the handler; 0: the looper itself
 };

@@ -12,8 +12,3 @@ void BPoint::ConstrainTo(BRect rect)
     x = std::max(std::min(x, rect.right), rect.left);
     y = std::max(std::min(y, rect.bottom), rect.top);
 }
-
-void BPoint::PrintToStream() const
-{
-    printf("BPoint(x:%.0f, y:%.0f)\n", x, y);
-}

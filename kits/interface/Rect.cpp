@@ -14,11 +14,6 @@ int32 BRect::IntegerHeight() const
     return static_cast<int32>(std::ceil(Height()));
 }
 
-void BRect::PrintToStream() const
-{
-    printf("BRect(l:%.1f, t:%.1f, r:%.1f, b:%.1f)\n", left, top, right, bottom);
-}
-
 void BRect::InsetBy(float dx, float dy)
 {
     Set(left + dx, top + dy, right - dx, bottom - dy);

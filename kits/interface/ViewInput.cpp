@@ -70,7 +70,8 @@ void BView::HandleMouse(BMessage* message)
     BPoint where;
     message->FindPoint("where", &where);
     where += fOrigin;
-    message->ReplacePoint("where", where);
+    message->RemoveName("where");
+    message->AddPoint("where", where);
     int32 transit = B_INSIDE_VIEW;
     switch (message->what) {
         case B_MOUSE_DOWN: MouseDown(where); break;
@@ -137,22 +138,6 @@ void BView::MakeFocus(bool focus)
 bool BView::IsFocus() const
 {
     return fWindow && fWindow->fFocus == this;
-}
-
-void BView::GetMouse(BPoint* location, uint32* buttons, bool)
-{
-    BPoint where;
-    int32 held = 0;
-    if (fPeer) {
-        WindowLink& window = fPeer->link->Window();
-        MutexLock lock(window.lock);
-        where = window.pointer;
-        held = window.buttons;
-    }
-    if (location)
-        *location = fWindow ? where - OffsetInWindow() : B_ORIGIN;
-    if (buttons)
-        *buttons = static_cast<uint32>(held);
 }
 
 void BView::MessageReceived(BMessage* message)

@@ -98,8 +98,10 @@ TEST(LibDateTime, TravelsThroughStructTmAndMessages)
     EXPECT_EQ(moment.Archive(message), B_OK);
     LibDateTime restored;
     EXPECT_EQ(restored.Restore(message), B_OK);
-    message.ReplaceInt32("date", 1);
-    message.ReplaceInt32("minutes", 60);
+    for (const auto& [name, value] : { std::pair("date", 1), std::pair("minutes", 60) }) {
+        message.RemoveName(name);
+        message.AddInt32(name, value);
+    }
     EXPECT_EQ(restored.Restore(message), B_BAD_VALUE);
     message.RemoveName("hours");
     EXPECT_EQ(restored.Restore(message), B_NAME_NOT_FOUND);

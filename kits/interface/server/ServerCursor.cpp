@@ -32,16 +32,13 @@ QBitmap MaskedImage(const CursorState& state)
 
 QCursor CursorOf(const CursorState& state)
 {
-    if (state.isHidden)
-        return QCursor(Qt::BlankCursor);
     return QCursor(
         MaskedImage(state), BitmapOf(state.image + kMaskOffset), state.image[3], state.image[2]);
 }
 
 bool IsNormalPointer(const CursorState& state)
 {
-    return !state.isHidden
-        && (!state.isSet || memcmp(state.image, B_HAND_CURSOR, sizeof state.image) == 0);
+    return !state.isSet || memcmp(state.image, B_HAND_CURSOR, sizeof state.image) == 0;
 }
 
 } // namespace

@@ -209,7 +209,7 @@ void WindowWidget::dropEvent(QDropEvent* event)
     if (message.IsEmpty())
         return;
     event->acceptProposedAction();
-    MarkDropped(message, FromQPoint(mapToGlobal(event->position())), B_ORIGIN);
+    MarkDropped(message);
     Report(message);
 }
 

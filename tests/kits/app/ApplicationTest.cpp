@@ -49,7 +49,7 @@ public:
     ~Window() override
     {
         // In its own thread: a window may well need its application to end.
-        const bool canLock = be_app && be_app->LockWithTimeout(10'000'000) == B_OK;
+        const bool canLock = be_app && be_app->LockLooperWithTimeout(10'000'000) == B_OK;
         if (canLock)
             be_app->Unlock();
         fLog.Add(std::string(Name()) + (canLock ? " gone" : " gone without the lock"));
@@ -184,7 +184,7 @@ TEST(Application, WantsAnApplicationTypeAndToBeTheOnlyOneWhichTheRosterKnows)
     EXPECT_EQ(be_roster->GetAppInfo(kSignature, &info), B_ERROR);
     status_t status = 1;
     const BApplication app(kSignature, &status);
-    EXPECT_EQ(BApplication(kSignature, &status).InitCheck(), B_NOT_ALLOWED);
+    EXPECT_EQ((BApplication(kSignature, &status), status), B_NOT_ALLOWED);
     EXPECT_EQ(app.GetAppInfo(&info), B_OK);
     EXPECT_EQ(info.thread, find_thread(nullptr));
     EXPECT_EQ(PathOfRef(info.ref), std::filesystem::read_symlink("/proc/self/exe"));

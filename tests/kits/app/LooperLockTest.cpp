@@ -21,7 +21,7 @@ TEST(LooperLock, CountsAndIsTheMakersUntilRun)
 {
     Log log;
     auto* looper = new TestLooper(LogTo(log));
-    EXPECT_EQ(looper->LockingThread(), find_thread(nullptr));
+    EXPECT_TRUE(looper->IsLocked());
     EXPECT_TRUE(looper->Lock());
     EXPECT_EQ(looper->CountLocks(), 2);
     looper->Unlock();
@@ -30,8 +30,8 @@ TEST(LooperLock, CountsAndIsTheMakersUntilRun)
     EXPECT_TRUE(looper->Lock());
     KitThread other([&] {
         EXPECT_FALSE(looper->IsLocked());
-        EXPECT_EQ(looper->LockWithTimeout(0), B_WOULD_BLOCK);
-        EXPECT_EQ(looper->LockWithTimeout(10'000), B_TIMED_OUT);
+        EXPECT_EQ(looper->LockLooperWithTimeout(0), B_WOULD_BLOCK);
+        EXPECT_EQ(looper->LockLooperWithTimeout(10'000), B_TIMED_OUT);
     });
     other.Wait();
     looper->PostMessage(1);
@@ -66,14 +66,14 @@ TEST(LooperLock, OfADeadLooperIsRefusedAlsoToThoseThatWaited)
 {
     Log log;
     auto* looper = new TestLooper([&](TestLooper& self, BMessage*) {
-        log.WaitFor(1);
+        log.Add("handles");
+        log.WaitFor(2);
         self.Quit();
     });
     looper->PostMessage(1);
     looper->Run();
-    while (looper->LockingThread() != looper->Thread())
-        snooze(1000); // until it handles the message
-    KitThread waiting([&] { EXPECT_EQ(looper->LockWithTimeout(B_INFINITE_TIMEOUT), B_BAD_VALUE); });
+    log.WaitFor(1);
+    KitThread waiting([&] { EXPECT_FALSE(looper->Lock()); });
     AwaitWaiting(waiting.Id());
     log.Add("die");
     waiting.Wait();

@@ -38,7 +38,7 @@ TEST(Messenger, NeedsAHandlerInALooper)
     looper->AddHandler(&inside);
     const std::tuple<const BHandler*, const BLooper*, status_t> rows[] = {
         { &alone, nullptr, B_BAD_HANDLER }, { &inside, other, B_MISMATCHED_VALUES },
-        { &inside, looper, B_OK }, { nullptr, looper, B_OK }, // its preferred handler
+        { &inside, looper, B_OK }, { nullptr, looper, B_OK }, // the looper itself
     };
     for (const auto& [handler, target, expected] : rows) {
         status_t status = 1;
@@ -90,7 +90,7 @@ TEST(Messenger, SendsACopyWithAReturnAddress)
     BMessage message = Numbered(1, 1);
     const BMessenger messenger(looper);
     EXPECT_EQ(messenger.SendMessage(&message, looper), B_OK);
-    message.ReplaceInt32("n", 2);
+    message = Numbered(1, 2);
     EXPECT_EQ(messenger.SendMessage(&message), B_OK);
     looper->Run();
     EXPECT_EQ(log.WaitFor(2), (Entries { "1 from self", "2 from nobody" }));

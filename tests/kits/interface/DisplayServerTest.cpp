@@ -98,11 +98,11 @@ TEST_F(WindowTest, CallsRunInOrderOnOneThreadAndBringBackValues)
     std::string order;
     for (const char letter : { 'a', 'b', 'c' })
         display::Post([&order, letter] { order += letter; });
-    const bool isThere = display::Call([&order] {
+    const auto server = display::Call([&order] {
         display::Call([&order] { order += 'd'; }); // from the server itself: at once
-        return display::OnServerThread();
+        return std::this_thread::get_id();
     });
-    EXPECT_TRUE(isThere && !display::OnServerThread());
+    EXPECT_NE(server, std::this_thread::get_id());
     EXPECT_EQ(order, "abcd");
     EXPECT_STREQ(setlocale(LC_NUMERIC, nullptr), "C") << "whatever the desktop's language";
 }
@@ -115,7 +115,7 @@ TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
     be_app->SetCursor(image);
     image[0] = 32; // no cursor image: the other stays
     be_app->SetCursor(image);
-    be_app->SetCursor(static_cast<const void*>(nullptr));
+    be_app->SetCursor(nullptr);
     const auto cursor = display::Call([] { return *QGuiApplication::overrideCursor(); });
     EXPECT_EQ(cursor.hotSpot(), QPoint(5, 3));
     const QImage shown = cursor.bitmap().toImage();

@@ -11,7 +11,7 @@ BMenuBar* MakeBar()
     BMenu* menu = new BMenu("Tests");
     menu->AddItem(new BMenuItem("Test", new BMessage(1), 'T'));
     menu->AddItem(new BMenuItem("All", new BMessage(2), 'A'));
-    menu->AddSeparatorItem();
+    menu->AddItem(new BSeparatorItem);
     BMenu* more = new BMenu("More");
     more->SetRadioMode(true);
     more->AddItem(new BMenuItem("One", new BMessage(3)));
@@ -28,7 +28,7 @@ TEST_F(WindowTest, MenuItemsAnswerMouseShortcutAndLetters)
     BMenuBar* bar = MakeBar();
     fWindow->AddChild(bar);
     EXPECT_EQ(bar->Frame().Width(), fWindow->Bounds().Width());
-    BMenu* more = bar->FindItem(uint32(3))->Menu();
+    BMenu* more = bar->FindItem("One")->Menu();
     more->ItemAt(1)->SetMarked(true);
     Show();
     EXPECT_TRUE(screen::ClickMenu({ "Tests", "Test" }));
@@ -51,7 +51,7 @@ TEST_F(WindowTest, ItemsComeAndGoWhileTheMenuIsInItsWindow)
     fWindow->AddChild(bar);
     Show();
     Locked([&] {
-        BMenu* menu = bar->SubmenuAt(0);
+        BMenu* menu = bar->ItemAt(0)->Submenu();
         delete menu->RemoveItem(int32(0));
         menu->ItemAt(0)->SetEnabled(false);
         BMenuItem* one = menu->FindItem("One");
