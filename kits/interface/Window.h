@@ -89,8 +89,7 @@ public:
     // to the view in focus where target is not given, else to the window. The window owns message.
     // The same combination given before is replaced. Command-W closes a closable window and
     // command-Q quits the application unless they are given here or in a menu.
-    void AddShortcut(
-        uint32 key, uint32 modifiers, BMessage* message, BHandler* target = nullptr);
+    void AddShortcut(uint32 key, uint32 modifiers, BMessage* message, BHandler* target = nullptr);
     void RemoveShortcut(uint32 key, uint32 modifiers);
     void SetKeyMenuBar(BMenuBar* bar) { fKeyMenuBar = bar; } // the first one added is it at first
     BMenuBar* KeyMenuBar() const { return fKeyMenuBar; }
