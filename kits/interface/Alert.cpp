@@ -228,11 +228,6 @@ void BAlert::SetShortcut(int32 index, char key)
         fShortcuts[index] = static_cast<char>(tolower(static_cast<uint8>(key)));
 }
 
-char BAlert::Shortcut(int32 index) const
-{
-    return index >= 0 && index < 3 ? fShortcuts[index] : '\0';
-}
-
 BButton* BAlert::ButtonAt(int32 index) const
 {
     const bool exists = index >= 0 && index < static_cast<int32>(fButtons.size());

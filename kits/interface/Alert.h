@@ -32,7 +32,6 @@ public:
 
     // A key that presses the button, such as B_ESCAPE or 'n' (both cases do). 0: none.
     void SetShortcut(int32 index, char key);
-    char Shortcut(int32 index) const;
     BButton* ButtonAt(int32 index) const; // null beyond the last
     BTextView* TextView() const { return fText; }
     // The left top of a window of that size in the middle of the screen.

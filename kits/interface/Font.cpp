@@ -119,8 +119,3 @@ void BFont::GetHeight(font_height* height) const
     const font_height pixels = face->Height();
     *height = { pixels.ascent / scale, pixels.descent / scale, pixels.leading / scale };
 }
-
-void BFont::PrintToStream() const
-{
-    printf("BFont: %s/%s %g\n", fFamily.c_str(), fStyle.c_str(), fSize);
-}

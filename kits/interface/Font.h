@@ -63,15 +63,14 @@ public:
     void SetSize(float size);
     float Size() const { return fSize; }
 
-    // Width of UTF-8 text in view units, the distance that BView::DrawString() moves the pen; bytes
-    // that are no UTF-8 count as the replacement character. 0 without a display, and for null.
+    // Width of UTF-8 text in view units, as BView::DrawString() draws it; bytes that are no
+    // UTF-8 count as the replacement character. 0 without a display, and for null.
     float StringWidth(const char* string) const;
     float StringWidth(const char* string, int32 length) const; // of the first length bytes
     // Without a display: the size split in the usual proportion.
     void GetHeight(font_height* height) const;
 
     bool operator==(const BFont& font) const = default;
-    void PrintToStream() const; // "BFont: family/style size" to standard output
 
 private:
     friend class FontFace;

@@ -37,8 +37,3 @@ void BStringItem::DrawItem(BView* owner, BRect frame, bool complete)
     owner->DrawString(Text(), BPoint(frame.left + kMargin, frame.top + fBaseline));
     owner->SetHighColor(before);
 }
-
-void BStringItem::SetText(const char* text)
-{
-    fText = text != nullptr ? text : "";
-}

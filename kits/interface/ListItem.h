@@ -53,7 +53,6 @@ public:
     void DrawItem(BView* owner, BRect frame, bool complete = false) override;
     void Update(BView* owner, const BFont* font) override; // also measures the text
 
-    void SetText(const char* text); // copied; the list redraws it on InvalidateItem()
     const char* Text() const { return fText.c_str(); }
 
 private:

@@ -57,11 +57,6 @@ bool BMenu::AddItem(BMenu* menu, int32 index)
     return AddItem(new BMenuItem(menu), index);
 }
 
-bool BMenu::AddSeparatorItem()
-{
-    return AddItem(new BSeparatorItem);
-}
-
 bool BMenu::RemoveItem(BMenuItem* item)
 {
     return RemoveItem(IndexOf(item)) != nullptr;
@@ -81,27 +76,9 @@ BMenuItem* BMenu::RemoveItem(int32 index)
     return item;
 }
 
-bool BMenu::RemoveItem(BMenu* menu)
-{
-    for (int32 i = 0; i < CountItems(); i++) {
-        if (SubmenuAt(i) != menu)
-            continue;
-        const std::unique_ptr<BMenuItem> item(RemoveItem(i));
-        item->fSubmenu.release()->fSuperitem = nullptr;
-        return true;
-    }
-    return false;
-}
-
 BMenuItem* BMenu::ItemAt(int32 index) const
 {
     return index >= 0 && index < CountItems() ? fItems[static_cast<size_t>(index)].get() : nullptr;
-}
-
-BMenu* BMenu::SubmenuAt(int32 index) const
-{
-    const BMenuItem* item = ItemAt(index);
-    return item ? item->Submenu() : nullptr;
 }
 
 int32 BMenu::IndexOf(BMenuItem* item) const
@@ -181,10 +158,4 @@ bool BMenu::IsEnabled() const
 BMenu* BMenu::Supermenu() const
 {
     return fSuperitem ? fSuperitem->Menu() : nullptr;
-}
-
-void BMenu::SetLabel(const char* label)
-{
-    if (fSuperitem)
-        fSuperitem->SetLabel(label);
 }

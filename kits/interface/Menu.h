@@ -20,13 +20,10 @@ public:
     bool AddItem(BMenuItem* item, int32 index);
     bool AddItem(BMenu* menu); // with an item of its own, labelled with the menu's name
     bool AddItem(BMenu* menu, int32 index);
-    bool AddSeparatorItem();
     bool RemoveItem(BMenuItem* item); // false if it is not in here; true: it is the caller's
     BMenuItem* RemoveItem(int32 index); // null beyond the last
-    bool RemoveItem(BMenu* menu); // and deletes its item; the menu is the caller's
 
     BMenuItem* ItemAt(int32 index) const; // null beyond the last
-    BMenu* SubmenuAt(int32 index) const;
     int32 CountItems() const { return static_cast<int32>(fItems.size()); }
     int32 IndexOf(BMenuItem* item) const; // B_ERROR if it is not in here
     BMenuItem* FindItem(const char* label) const; // in submenus too; null if there is none
@@ -39,7 +36,6 @@ public:
     bool IsLabelFromMarked() const { return fLabelFromMarked; }
     virtual void SetEnabled(bool enabled);
     bool IsEnabled() const; // false too in a disabled menu above
-    void SetLabel(const char* label); // of its item in the menu above
     BMenu* Supermenu() const;
     BMenuItem* Superitem() const { return fSuperitem; }
 

@@ -78,13 +78,6 @@ void BMenuItem::SetShortcut(char shortcut, uint32 modifiers)
     ShowState();
 }
 
-char BMenuItem::Shortcut(uint32* modifiers) const
-{
-    if (modifiers)
-        *modifiers = fModifiers;
-    return fShortcut;
-}
-
 void BMenuItem::ShowState()
 {
     if (fMenu)

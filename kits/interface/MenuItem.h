@@ -26,7 +26,6 @@ public:
     virtual void SetMarked(bool marked); // in a radio menu the others lose the mark
     bool IsMarked() const { return fMarked; }
     virtual void SetShortcut(char shortcut, uint32 modifiers);
-    char Shortcut(uint32* modifiers = nullptr) const; // 0: none
     BMenu* Submenu() const { return fSubmenu.get(); }
     BMenu* Menu() const { return fMenu; } // that it stands in, or null
 

@@ -3,7 +3,6 @@
 #include "Rect.h"
 
 #include <algorithm>
-#include <cstdio>
 
 const BPoint B_ORIGIN(0, 0);
 
@@ -11,9 +10,4 @@ void BPoint::ConstrainTo(BRect rect)
 {
     x = std::max(std::min(x, rect.right), rect.left);
     y = std::max(std::min(y, rect.bottom), rect.top);
-}
-
-void BPoint::PrintToStream() const
-{
-    printf("BPoint(x:%.0f, y:%.0f)\n", x, y);
 }

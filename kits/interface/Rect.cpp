@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 int32 BRect::IntegerWidth() const
 {
@@ -12,11 +11,6 @@ int32 BRect::IntegerWidth() const
 int32 BRect::IntegerHeight() const
 {
     return static_cast<int32>(std::ceil(Height()));
-}
-
-void BRect::PrintToStream() const
-{
-    printf("BRect(l:%.1f, t:%.1f, r:%.1f, b:%.1f)\n", left, top, right, bottom);
 }
 
 void BRect::InsetBy(float dx, float dy)

@@ -20,7 +20,6 @@ public:
     int32 IntegerWidth() const; // Width() rounded up
     int32 IntegerHeight() const;
     void Set(float l, float t, float r, float b) { *this = BRect(l, t, r, b); }
-    void PrintToStream() const; // "BRect(l:%.1f, t:%.1f, r:%.1f, b:%.1f)\n" to standard output
 
     BPoint LeftTop() const { return BPoint(left, top); }
     BPoint RightTop() const { return BPoint(right, top); }
@@ -30,7 +29,6 @@ public:
     // Each moves the rectangle in place; a positive inset makes it smaller on every side.
     void InsetBy(float dx, float dy);
     void OffsetBy(float dx, float dy);
-    void OffsetBy(BPoint delta) { OffsetBy(delta.x, delta.y); }
     void OffsetTo(float x, float y) { OffsetBy(x - left, y - top); }
     void OffsetTo(BPoint leftTop) { OffsetTo(leftTop.x, leftTop.y); }
     // The same on a copy.

@@ -70,8 +70,6 @@ BScreen::BScreen(screen_id id)
     xcb_disconnect(connection);
 }
 
-BScreen::BScreen(BWindow* /*window*/) : BScreen(B_MAIN_SCREEN_ID) { }
-
 BRect BScreen::Frame() const
 {
     if (!IsValid())

@@ -46,7 +46,6 @@ public:
     // Asks the X server that DISPLAY names, on a connection of its own. There is one screen: other
     // ids give an invalid object.
     explicit BScreen(screen_id id = B_MAIN_SCREEN_ID);
-    explicit BScreen(BWindow* window); // the screen the window is on
     bool IsValid() const { return fColorSpace != B_NO_COLOR_SPACE; } // false without a display
 
     screen_id ID() const { return B_MAIN_SCREEN_ID; }

@@ -34,7 +34,7 @@ BScrollView::BScrollView(const char* name, BView* target, uint32 resizeMode, uin
     : BView(
         FrameAround(target ? target->Frame() : BRect(0, 0, 50, 50), horizontal, vertical, border),
         name, resizeMode, flags),
-      fTarget(target), fBorder(border)
+      fBorder(border)
 {
     BView::SetViewColor(B_TRANSPARENT_COLOR);
     const float width = WidthOf(border);
@@ -67,15 +67,6 @@ void BScrollView::AttachedToWindow()
 {
     if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
         SetViewColor(Parent()->ViewColor());
-}
-
-BView* BScrollView::Target() const
-{
-    for (int32 i = 0; i < CountChildren(); i++) {
-        if (ChildAt(i) == fTarget)
-            return fTarget;
-    }
-    return nullptr;
 }
 
 BScrollBar* BScrollView::ScrollBar(orientation direction) const

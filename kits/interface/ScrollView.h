@@ -10,7 +10,6 @@ public:
         uint32 flags = 0, bool horizontal = false, bool vertical = false,
         border_style border = B_FANCY_BORDER);
 
-    BView* Target() const; // null once it was taken out
     BScrollBar* ScrollBar(orientation direction) const; // null where it has none
     border_style Border() const { return fBorder; }
     void AttachedToWindow() override; // takes the parent's view colour
@@ -19,7 +18,6 @@ protected:
     void MakeWidget(ViewPeer& peer) override;
 
 private:
-    BView* fTarget;
     BScrollBar* fHorizontal = nullptr;
     BScrollBar* fVertical = nullptr;
     border_style fBorder;

@@ -139,12 +139,6 @@ BTab* BTabView::TabAt(int32 index) const
     return index >= 0 && index < CountTabs() ? fTabs[static_cast<size_t>(index)].get() : nullptr;
 }
 
-BView* BTabView::ViewForTab(int32 index) const
-{
-    const BTab* tab = TabAt(index);
-    return tab ? tab->View() : nullptr;
-}
-
 void BTabView::Select(int32 index)
 {
     BTab* tab = TabAt(index);

@@ -41,7 +41,6 @@ public:
     BTab* TabAt(int32 index) const; // null beyond the last
     virtual void Select(int32 index); // nothing beyond the last
     int32 Selection() const { return fSelection; } // -1 without tabs
-    BView* ViewForTab(int32 index) const;
     BView* ContainerView() const { return fContainer; } // below the tabs
     float TabHeight() const;
 

@@ -32,7 +32,6 @@ public:
         if (Peer())
             display::Call([this] { ShowAlignment(); });
     }
-    alignment TextAlignment() const { return fAlignment; }
     void GetPreferredSize(float* width, float* height) override { GetWidgetSize(width, height); }
 
 protected:
@@ -127,12 +126,6 @@ void BTextControl::SetAlignment(alignment label, alignment text)
     fTextView->SetTextAlignment(text);
     if (Peer())
         display::Call([this] { ShowLabelPlace(*Peer()); });
-}
-
-void BTextControl::GetAlignment(alignment* label, alignment* text) const
-{
-    *label = fLabelAlignment;
-    *text = fTextView->TextAlignment();
 }
 
 void BTextControl::SetFont(const BFont* font, uint32 mask)

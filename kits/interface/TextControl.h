@@ -33,7 +33,6 @@ public:
     virtual void SetDivider(float x); // where the text begins, in this view's coordinates
     float Divider() const { return fDivider; }
     virtual void SetAlignment(alignment label, alignment text);
-    void GetAlignment(alignment* label, alignment* text) const;
 
     void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override; // of label and text
     void MakeFocus(bool focus = true) override; // of the text

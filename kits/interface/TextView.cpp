@@ -108,11 +108,6 @@ void BTextView::Select(int32 start, int32 finish)
     ChangeText(Apply::kToKnownText, [=](TextPeer& peer) { peer.SelectBytes(start, finish); });
 }
 
-void BTextView::SelectAll()
-{
-    Select(0, TextLength());
-}
-
 void BTextView::GetSelection(int32* start, int32* finish)
 {
     *start = *finish = 0;
@@ -155,16 +150,10 @@ void BTextView::MakeSelectable(bool selectable)
     ShowManners();
 }
 
-void BTextView::SetWordWrap(bool wrap)
-{
-    fWordWrap = wrap;
-    ShowManners();
-}
-
 void BTextView::ShowManners()
 {
     if (Peer())
-        display::Call([this] { TextOf(*Peer()).SetManners(fEditable, fSelectable, fWordWrap); });
+        display::Call([this] { TextOf(*Peer()).SetManners(fEditable, fSelectable); });
 }
 
 void BTextView::SetTextRect(BRect rect)
@@ -237,7 +226,7 @@ void BTextView::EquipText(ViewPeer& peer)
     TextPeer& text = TextOf(peer);
     text.SetLimit(Limit());
     text.SetContents(QString::fromStdString(fText));
-    text.SetManners(fEditable, fSelectable, fWordWrap);
+    text.SetManners(fEditable, fSelectable);
     text.SetTextRect(fTextRect, ToQRect(Frame()).size());
     fVersion = text.Version();
     Equip(peer, Name(), ViewEvents::Kind::kControl);

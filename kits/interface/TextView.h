@@ -23,7 +23,6 @@ public:
     void Insert(const char* text); // in place of the selection, the caret behind it
     virtual void Select(int32 start, int32 finish); // byte offsets, cut to the text
     void GetSelection(int32* start, int32* finish);
-    void SelectAll();
     // The most bytes that the text may have, at first any number; what is there is cut. Of what
     // would exceed them the end is left out, in whole letters.
     void SetMaxBytes(int32 most);
@@ -35,8 +34,6 @@ public:
     bool IsEditable() const { return fEditable; }
     void MakeSelectable(bool selectable = true);
     bool IsSelectable() const { return fSelectable; }
-    void SetWordWrap(bool wrap); // at the textRect's width, else one line stays one
-    bool DoesWordWrap() const { return fWordWrap; }
     void SetTextRect(BRect rect);
     BRect TextRect() const { return fTextRect; }
     // What the whole text needs at the textRect's width, in view units.
@@ -69,14 +66,13 @@ private:
     void HoldText(TextPeer& text);
     enum class Apply { kAlways, kToKnownText };
     void ChangeText(Apply apply, const std::function<void(TextPeer&)>& change); // on the server
-    void ShowManners(); // what may be done with the text, and how it breaks
+    void ShowManners(); // what may be done with the text
     void ShowBar(const BMessage& report, BScrollBar* bar, const char* prefix);
 
     std::string fText; // as the program last set or read it
     BRect fTextRect;
     bool fEditable = true;
     bool fSelectable = true;
-    bool fWordWrap = true;
     int32 fMaxBytes = INT32_MAX;
     int32 fMaxCharacters = INT32_MAX;
     bool fIsReported = false;

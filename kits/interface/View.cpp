@@ -142,11 +142,6 @@ BView* BView::NextSibling() const
     return Sibling(1);
 }
 
-BView* BView::PreviousSibling() const
-{
-    return Sibling(-1);
-}
-
 BView* BView::Parent() const
 {
     return fParent && !fParent->fIsTop ? fParent : nullptr;

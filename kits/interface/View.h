@@ -61,7 +61,6 @@ public:
     int32 CountChildren() const { return static_cast<int32>(fChildren.size()); }
     BView* ChildAt(int32 index) const; // null beyond the last
     BView* NextSibling() const;
-    BView* PreviousSibling() const;
     BView* Parent() const; // null at a window's top
     BView* FindView(const char* name) const; // this one or the first below by that name, or null
     BWindow* Window() const { return fWindow; } // null outside windows
@@ -81,13 +80,8 @@ public:
     uint32 ResizingMode() const { return fResizingMode; }
     void ConvertToParent(BPoint* point) const;
     BPoint ConvertToParent(BPoint point) const;
-    BPoint ConvertFromParent(BPoint point) const;
-    void ConvertToScreen(BPoint* point) const; // unchanged outside windows, as all of these
-    BPoint ConvertToScreen(BPoint point) const;
+    BPoint ConvertToScreen(BPoint point) const; // unchanged outside windows
     BRect ConvertToScreen(BRect rect) const;
-    void ConvertFromScreen(BPoint* point) const;
-    BPoint ConvertFromScreen(BPoint point) const;
-    BRect ConvertFromScreen(BRect rect) const;
 
     // Scrolling: puts where, in view coordinates, at the view's left top.
     virtual void ScrollTo(BPoint where); // also sets the scroll bars that have it as target
@@ -104,9 +98,6 @@ public:
     // Does nothing outside windows. A view that gets the focus is scrolled into sight.
     virtual void MakeFocus(bool focus = true);
     bool IsFocus() const;
-    // Where the pointer was, in view coordinates, and which buttons were down at the last input the
-    // window had. (0, 0) and 0 outside windows.
-    void GetMouse(BPoint* location, uint32* buttons, bool checkMessageQueue = true);
     void SetToolTip(const char* text); // appears where the pointer rests; null or empty: none
     const char* ToolTip() const { return fToolTip.c_str(); }
     void Invalidate(); // asks for Draw() of all of it
@@ -114,49 +105,32 @@ public:
 
     // Drawing (ViewDrawing.cpp).
     virtual void SetViewColor(rgb_color color); // the background; B_TRANSPARENT_COLOR: the parent's
-    void SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
     rgb_color ViewColor() const;
     virtual void SetHighColor(rgb_color color);
-    void SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
     rgb_color HighColor() const;
     virtual void SetLowColor(rgb_color color);
-    void SetLowColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
     rgb_color LowColor() const;
     virtual void SetPenSize(float size);
-    float PenSize() const;
     virtual void SetDrawingMode(drawing_mode mode);
-    drawing_mode DrawingMode() const;
-    void MovePenTo(BPoint point);
-    void MovePenTo(float x, float y);
-    void MovePenBy(float dx, float dy);
-    BPoint PenLocation() const;
 
-    void StrokeLine(BPoint to, pattern p = B_SOLID_HIGH); // from the pen, which moves there
     void StrokeLine(BPoint from, BPoint to, pattern p = B_SOLID_HIGH);
     void StrokeRect(BRect rect, pattern p = B_SOLID_HIGH);
     void FillRect(BRect rect, pattern p = B_SOLID_HIGH);
     void StrokeEllipse(BRect rect, pattern p = B_SOLID_HIGH);
-    void StrokeEllipse(BPoint center, float xRadius, float yRadius, pattern p = B_SOLID_HIGH);
     void FillEllipse(BRect rect, pattern p = B_SOLID_HIGH);
-    void FillEllipse(BPoint center, float xRadius, float yRadius, pattern p = B_SOLID_HIGH);
     void StrokeTriangle(BPoint a, BPoint b, BPoint c, pattern p = B_SOLID_HIGH);
     void FillTriangle(BPoint a, BPoint b, BPoint c, pattern p = B_SOLID_HIGH);
     void InvertRect(BRect rect);
 
-    // Text stands on the pen or on point; the pen moves to its end.
-    void DrawString(const char* string, escapement_delta* delta = nullptr);
+    // Text stands on point.
     void DrawString(const char* string, BPoint point, escapement_delta* delta = nullptr);
     float StringWidth(const char* string) const;
     virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
     void GetFont(BFont* font) const;
     void SetFontSize(float size);
-    void GetFontHeight(font_height* height) const;
 
-    void DrawBitmap(const BBitmap* bitmap, BPoint where);
     void DrawBitmap(const BBitmap* bitmap, BRect destination);
     void DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination);
-    void DrawBitmapAsync(const BBitmap* bitmap, BPoint where);
-    void DrawBitmapAsync(const BBitmap* bitmap, BRect destination);
 
     void Flush() const; // sends what has been drawn
     void Sync() const; // the same, and waits until it is on the screen

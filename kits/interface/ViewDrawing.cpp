@@ -21,20 +21,12 @@ namespace {
 constexpr bigtime_t kShownLimit = 20'000'000;
 constexpr bigtime_t kHiddenLimit = 2'000'000;
 
-BRect Around(BPoint center, float xRadius, float yRadius)
-{
-    return BRect(center.x - xRadius, center.y - yRadius, center.x + xRadius, center.y + yRadius);
-}
-
-// Returns the string's right end.
-float Note(DrawnText& text, const DrawState& state, const char* string)
+void Note(DrawnText& text, const BFont& font, const char* string, BPoint point)
 {
     font_height height;
-    state.font.GetHeight(&height);
-    const float right = state.pen.x + state.font.StringWidth(string);
-    text.Add(string,
-        BRect(state.pen.x, state.pen.y - height.ascent, right, state.pen.y + height.descent));
-    return right;
+    font.GetHeight(&height);
+    const float right = point.x + font.StringWidth(string);
+    text.Add(string, BRect(point.x, point.y - height.ascent, right, point.y + height.descent));
 }
 
 } // namespace
@@ -115,11 +107,6 @@ void BView::SetViewColor(rgb_color color)
     ViewColorChanged();
 }
 
-void BView::SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
-{
-    SetViewColor(rgb_color { red, green, blue, alpha });
-}
-
 rgb_color BView::ViewColor() const
 {
     return fDraw->viewColor;
@@ -128,11 +115,6 @@ rgb_color BView::ViewColor() const
 void BView::SetHighColor(rgb_color color)
 {
     fDraw->highColor = color;
-}
-
-void BView::SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
-{
-    SetHighColor(rgb_color { red, green, blue, alpha });
 }
 
 rgb_color BView::HighColor() const
@@ -145,11 +127,6 @@ void BView::SetLowColor(rgb_color color)
     fDraw->lowColor = color;
 }
 
-void BView::SetLowColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
-{
-    SetLowColor(rgb_color { red, green, blue, alpha });
-}
-
 rgb_color BView::LowColor() const
 {
     return fDraw->lowColor;
@@ -160,49 +137,13 @@ void BView::SetPenSize(float size)
     fDraw->penSize = size;
 }
 
-float BView::PenSize() const
-{
-    return fDraw->penSize;
-}
-
 void BView::SetDrawingMode(drawing_mode mode)
 {
     fDraw->mode = mode;
 }
 
-drawing_mode BView::DrawingMode() const
-{
-    return fDraw->mode;
-}
-
-void BView::MovePenTo(BPoint point)
-{
-    fDraw->pen = point;
-}
-
-void BView::MovePenTo(float x, float y)
-{
-    fDraw->pen.Set(x, y);
-}
-
-void BView::MovePenBy(float dx, float dy)
-{
-    fDraw->pen += BPoint(dx, dy);
-}
-
-BPoint BView::PenLocation() const
-{
-    return fDraw->pen;
-}
-
-void BView::StrokeLine(BPoint to, pattern p)
-{
-    StrokeLine(fDraw->pen, to, p);
-}
-
 void BView::StrokeLine(BPoint from, BPoint to, pattern p)
 {
-    fDraw->pen = to;
     if (DrawContext* context = Context())
         context->StrokeLine(*fDraw, from, to, p);
 }
@@ -225,20 +166,10 @@ void BView::StrokeEllipse(BRect rect, pattern p)
         context->StrokeEllipse(*fDraw, rect, p);
 }
 
-void BView::StrokeEllipse(BPoint center, float xRadius, float yRadius, pattern p)
-{
-    StrokeEllipse(Around(center, xRadius, yRadius), p);
-}
-
 void BView::FillEllipse(BRect rect, pattern p)
 {
     if (DrawContext* context = Context())
         context->FillEllipse(*fDraw, rect, p);
-}
-
-void BView::FillEllipse(BPoint center, float xRadius, float yRadius, pattern p)
-{
-    FillEllipse(Around(center, xRadius, yRadius), p);
 }
 
 void BView::StrokeTriangle(BPoint a, BPoint b, BPoint c, pattern p)
@@ -259,31 +190,25 @@ void BView::InvertRect(BRect rect)
         context->InvertRect(rect);
 }
 
-void BView::DrawString(const char* string, escapement_delta* delta)
-{
-    DrawString(string, fDraw->pen, delta);
-}
-
 void BView::DrawString(const char* string, BPoint point, escapement_delta* delta)
 {
-    fDraw->pen = point;
     DrawContext* context = Context();
     if (string == nullptr)
         return;
     if (context == nullptr) [[unlikely]] {
         if (DrawnText* text = DrawnText::Noting())
-            fDraw->pen.x = Note(*text, *fDraw, string);
+            Note(*text, fDraw->font, string, point);
         return;
     }
     const char* end = string + strlen(string);
     if (delta == nullptr) {
-        fDraw->pen.x += context->DrawString(*fDraw, point, string, end - string);
+        context->DrawString(*fDraw, point, string, end - string);
         return;
     }
     while (string < end) {
         const char* next = string;
         const uint32 character = NextCharacter(next, end);
-        fDraw->pen.x += context->DrawString(*fDraw, fDraw->pen, string, next - string)
+        point.x += context->DrawString(*fDraw, point, string, next - string)
             + (character == ' ' ? delta->space : delta->nonspace);
         string = next;
     }
@@ -325,17 +250,6 @@ void BView::SetFontSize(float size)
     SetFont(&font, B_FONT_SIZE);
 }
 
-void BView::GetFontHeight(font_height* height) const
-{
-    fDraw->font.GetHeight(height);
-}
-
-void BView::DrawBitmap(const BBitmap* bitmap, BPoint where)
-{
-    if (bitmap != nullptr)
-        DrawBitmap(bitmap, bitmap->Bounds().OffsetToCopy(where.x, where.y));
-}
-
 void BView::DrawBitmap(const BBitmap* bitmap, BRect destination)
 {
     if (bitmap != nullptr)
@@ -348,17 +262,6 @@ void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination)
         return;
     if (DrawContext* context = Context())
         context->DrawBitmap(*fDraw, *bitmap, source, destination);
-}
-
-// The bits are in the connection's buffer when DrawBitmap() returns, so both are the same.
-void BView::DrawBitmapAsync(const BBitmap* bitmap, BPoint where)
-{
-    DrawBitmap(bitmap, where);
-}
-
-void BView::DrawBitmapAsync(const BBitmap* bitmap, BRect destination)
-{
-    DrawBitmap(bitmap, destination);
 }
 
 void BView::Flush() const

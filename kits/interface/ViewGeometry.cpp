@@ -104,11 +104,6 @@ BPoint BView::ConvertToParent(BPoint point) const
     return point;
 }
 
-BPoint BView::ConvertFromParent(BPoint point) const
-{
-    return point - (fFrame.LeftTop() - fOrigin);
-}
-
 BPoint BView::OffsetInWindow() const
 {
     BPoint offset;
@@ -122,29 +117,9 @@ BPoint BView::ConvertToScreen(BPoint point) const
     return fWindow ? fWindow->ConvertToScreen(point + OffsetInWindow()) : point;
 }
 
-void BView::ConvertToScreen(BPoint* point) const
-{
-    *point = ConvertToScreen(*point);
-}
-
 BRect BView::ConvertToScreen(BRect rect) const
 {
     return BRect(ConvertToScreen(rect.LeftTop()), ConvertToScreen(rect.RightBottom()));
-}
-
-BPoint BView::ConvertFromScreen(BPoint point) const
-{
-    return fWindow ? fWindow->ConvertFromScreen(point) - OffsetInWindow() : point;
-}
-
-void BView::ConvertFromScreen(BPoint* point) const
-{
-    *point = ConvertFromScreen(*point);
-}
-
-BRect BView::ConvertFromScreen(BRect rect) const
-{
-    return BRect(ConvertFromScreen(rect.LeftTop()), ConvertFromScreen(rect.RightBottom()));
 }
 
 // --- Scrolling

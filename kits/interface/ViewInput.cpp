@@ -140,22 +140,6 @@ bool BView::IsFocus() const
     return fWindow && fWindow->fFocus == this;
 }
 
-void BView::GetMouse(BPoint* location, uint32* buttons, bool)
-{
-    BPoint where;
-    int32 held = 0;
-    if (fPeer) {
-        WindowLink& window = fPeer->link->Window();
-        MutexLock lock(window.lock);
-        where = window.pointer;
-        held = window.buttons;
-    }
-    if (location)
-        *location = fWindow ? where - OffsetInWindow() : B_ORIGIN;
-    if (buttons)
-        *buttons = static_cast<uint32>(held);
-}
-
 void BView::MessageReceived(BMessage* message)
 {
     if (message->what != B_MOUSE_WHEEL_CHANGED)

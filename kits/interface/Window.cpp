@@ -122,19 +122,6 @@ void BWindow::Hide()
         display::Call([this] { fPeer->widget->hide(); });
 }
 
-void BWindow::Minimize(bool minimize)
-{
-    const Locker locker(this);
-    if (fHidden > 0)
-        return;
-    display::Call([this, minimize] {
-        if (minimize)
-            fPeer->widget->showMinimized();
-        else
-            fPeer->widget->showNormal();
-    });
-}
-
 void BWindow::Activate(bool active)
 {
     const Locker locker(this);
@@ -169,12 +156,6 @@ status_t BWindow::SetFlags(uint32 flags)
     return B_OK;
 }
 
-bool BWindow::IsModal() const
-{
-    return fFeel == B_MODAL_APP_WINDOW_FEEL || fFeel == B_MODAL_SUBSET_WINDOW_FEEL
-        || fFeel == B_MODAL_ALL_WINDOW_FEEL;
-}
-
 void BWindow::SetWorkspaces(uint32 workspaces)
 {
     const Locker locker(this);
@@ -200,12 +181,6 @@ void BWindow::MoveTo(BPoint where)
 {
     const Locker locker(this);
     Place(Frame().OffsetToCopy(where.x, where.y));
-}
-
-void BWindow::MoveBy(float dx, float dy)
-{
-    const Locker locker(this);
-    Place(Frame().OffsetByCopy(dx, dy));
 }
 
 void BWindow::ResizeTo(float width, float height)
@@ -261,39 +236,12 @@ void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, flo
     });
 }
 
-void BWindow::GetSizeLimits(
-    float* minWidth, float* maxWidth, float* minHeight, float* maxHeight) const
-{
-    *minWidth = fMinWidth;
-    *maxWidth = fMaxWidth;
-    *minHeight = fMinHeight;
-    *maxHeight = fMaxHeight;
-}
-
-BRect BWindow::ConvertToScreen(BRect rect) const
-{
-    rect.OffsetBy(Frame().LeftTop());
-    return rect;
-}
-
-BRect BWindow::ConvertFromScreen(BRect rect) const
-{
-    const BPoint leftTop = Frame().LeftTop();
-    return rect.OffsetByCopy(-leftTop.x, -leftTop.y);
-}
-
 // --- Views
 
 void BWindow::AddChild(BView* child, BView* before)
 {
     const Locker locker(this);
     fTop->AddChild(child, before);
-}
-
-bool BWindow::RemoveChild(BView* child)
-{
-    const Locker locker(this);
-    return fTop->RemoveChild(child);
 }
 
 int32 BWindow::CountChildren() const
@@ -309,20 +257,6 @@ BView* BWindow::ChildAt(int32 index) const
 BView* BWindow::FindView(const char* name) const
 {
     return fTop->FindView(name);
-}
-
-BView* BWindow::FindView(BPoint where) const
-{
-    BView* found = fTop.get();
-    for (int32 i = found->CountChildren() - 1; i >= 0; i--) { // the last lies on top
-        BView* child = found->ChildAt(i);
-        if (child->fHidden > 0 || !child->Frame().Contains(where))
-            continue;
-        where = child->ConvertFromParent(where);
-        found = child;
-        i = found->CountChildren();
-    }
-    return found == fTop.get() ? nullptr : found;
 }
 
 BView* BWindow::CurrentFocus() const

@@ -45,7 +45,6 @@ public:
     virtual void Show();
     virtual void Hide(); // nests: as many Show() as Hide()
     bool IsHidden() const { return fHidden > 0; }
-    void Minimize(bool minimize);
     void Activate(bool active = true); // to the front, with the keyboard; false: to the back
     bool IsActive() const { return fActive; }
     bool IsFront() const { return fActive; }
@@ -57,7 +56,6 @@ public:
     window_feel Feel() const { return fFeel; }
     uint32 Flags() const { return fFlags; }
     status_t SetFlags(uint32 flags);
-    bool IsModal() const;
     uint32 Workspaces() const
     {
         return fWorkspaces;
@@ -71,25 +69,16 @@ public:
     BRect Bounds() const { return Frame().OffsetToCopy(0, 0); }
     void MoveTo(BPoint where);
     void MoveTo(float x, float y) { MoveTo(BPoint(x, y)); }
-    void MoveBy(float dx, float dy);
     void ResizeTo(float width, float height); // as BRect counts, within the size limits
     void ResizeBy(float dx, float dy);
     void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
-    void GetSizeLimits(float* minWidth, float* maxWidth, float* minHeight, float* maxHeight) const;
-    void ConvertToScreen(BPoint* point) const { *point += Frame().LeftTop(); }
     BPoint ConvertToScreen(BPoint point) const { return point + Frame().LeftTop(); }
-    BRect ConvertToScreen(BRect rect) const;
-    void ConvertFromScreen(BPoint* point) const { *point -= Frame().LeftTop(); }
-    BPoint ConvertFromScreen(BPoint point) const { return point - Frame().LeftTop(); }
-    BRect ConvertFromScreen(BRect rect) const;
 
-    // The views. As BView's calls of the same names; AddChild() and RemoveChild() lock.
+    // The views. As BView's calls of the same names; AddChild() locks.
     void AddChild(BView* child, BView* before = nullptr);
-    bool RemoveChild(BView* child);
     int32 CountChildren() const;
     BView* ChildAt(int32 index) const;
     BView* FindView(const char* name) const;
-    BView* FindView(BPoint where) const; // the innermost visible one at a point of the window
     BView* CurrentFocus() const; // null where no view has the keyboard
 
     // The button that Enter presses; the return value is the one before. null: none.
@@ -100,8 +89,7 @@ public:
     // to the view in focus where target is not given, else to the window. The window owns message.
     // The same combination given before is replaced. Command-W closes a closable window and
     // command-Q quits the application unless they are given here or in a menu.
-    void AddShortcut(uint32 key, uint32 modifiers, BMessage* message);
-    void AddShortcut(uint32 key, uint32 modifiers, BMessage* message, BHandler* target);
+    void AddShortcut(uint32 key, uint32 modifiers, BMessage* message, BHandler* target = nullptr);
     void RemoveShortcut(uint32 key, uint32 modifiers);
     void SetKeyMenuBar(BMenuBar* bar) { fKeyMenuBar = bar; } // the first one added is it at first
     BMenuBar* KeyMenuBar() const { return fKeyMenuBar; }

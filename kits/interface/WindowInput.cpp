@@ -171,11 +171,6 @@ bool BWindow::UnusedKeyDown(const char* bytes, int32)
 
 // --- Shortcuts
 
-void BWindow::AddShortcut(uint32 key, uint32 modifiers, BMessage* message)
-{
-    AddShortcut(key, modifiers, message, nullptr);
-}
-
 void BWindow::AddShortcut(uint32 key, uint32 modifiers, BMessage* message, BHandler* target)
 {
     auto shortcut = std::make_unique<WindowShortcut>();

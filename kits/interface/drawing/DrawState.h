@@ -14,7 +14,6 @@ struct DrawState {
     rgb_color viewColor = white_color;
     drawing_mode mode = B_OP_COPY;
     float penSize = 1;
-    BPoint pen;
     BFont font;
     std::unique_ptr<DrawContext> context; // made when the view first draws in a shown window
     BRect updateRect; // valid between BeginUpdate() and EndUpdate()

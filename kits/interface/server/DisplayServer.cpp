@@ -379,11 +379,6 @@ bool Start()
     return TheServer().Start();
 }
 
-bool OnServerThread()
-{
-    return tIsServer;
-}
-
 void EndWithDisplay()
 {
     fprintf(stderr, "The X11 connection broke: the <display> has gone\n");

@@ -19,8 +19,6 @@ namespace display {
 // where there is no display; callable again.
 bool Start();
 
-bool OnServerThread();
-
 // For whoever finds a connection of its own to the display broken, which ends the program as Qt
 // does for its: with a line on standard error and status 1. Needs no lock and waits for no thread.
 [[noreturn]] void EndWithDisplay();

@@ -177,7 +177,7 @@ void LineWidget::SetLimit(const TextLimit& limit)
         SetContents(text());
 }
 
-void LineWidget::SetManners(bool editable, bool selectable, bool)
+void LineWidget::SetManners(bool editable, bool selectable)
 {
     setReadOnly(!editable);
     setFocusPolicy(editable || selectable ? Qt::StrongFocus : Qt::NoFocus);

@@ -25,7 +25,7 @@ public:
     void Hold() override { fHolds++; }
     void Release() override;
     void SetLimit(const TextLimit& limit) override;
-    void SetManners(bool editable, bool selectable, bool wraps) override;
+    void SetManners(bool editable, bool selectable) override;
     void SetTextRect(BRect rect, QSize view) override;
     int TextHeight() const override;
     void Scroll(BPoint where) override;

@@ -32,7 +32,7 @@ public:
     virtual void Hold() { }
     virtual void Release() { }
     virtual void SetLimit(const TextLimit& limit) = 0; // cuts the text
-    virtual void SetManners(bool editable, bool selectable, bool wraps) = 0;
+    virtual void SetManners(bool editable, bool selectable) = 0;
     virtual void SetTextRect(BRect rect, QSize view) = 0; // the room around rect stays free
     virtual int TextHeight() const = 0;
     virtual void Scroll(BPoint where) = 0; // not reported

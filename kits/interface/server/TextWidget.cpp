@@ -33,7 +33,7 @@ void TextWidget::SetTextRect(BRect rect, QSize view)
         std::max(view.height() - text.bottom() - 1, 0));
 }
 
-void TextWidget::SetManners(bool editable, bool selectable, bool wraps)
+void TextWidget::SetManners(bool editable, bool selectable)
 {
     Qt::TextInteractionFlags manners = Qt::NoTextInteraction;
     if (selectable)
@@ -41,8 +41,8 @@ void TextWidget::SetManners(bool editable, bool selectable, bool wraps)
     if (editable)
         manners |= Qt::TextEditorInteraction;
     setTextInteractionFlags(manners);
-    setLineWrapMode(wraps ? WidgetWidth : NoWrap);
-    setWordWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+    setLineWrapMode(WidgetWidth);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
 }
 
 void TextWidget::Report()

@@ -17,7 +17,7 @@ public:
     void SelectBytes(int32 start, int32 finish) override;
     void GetSelectedBytes(int32& start, int32& finish) const override;
     void SetLimit(const TextLimit& limit) override;
-    void SetManners(bool editable, bool selectable, bool wraps) override;
+    void SetManners(bool editable, bool selectable) override;
     void SetTextRect(BRect rect, QSize view) override;
     int TextHeight() const override;
     void Scroll(BPoint where) override;

@@ -25,14 +25,8 @@ ViewEvents::ViewEvents(std::shared_ptr<ViewLink> link, Kind kind, QWidget* widge
 
 bool ViewEvents::eventFilter(QObject*, QEvent* event)
 {
-    switch (event->type()) {
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonDblClick:
-        case QEvent::MouseButtonRelease:
-        case QEvent::MouseMove: KeepPointer(*static_cast<QMouseEvent*>(event)); break;
-        case QEvent::FocusIn: Focused(*static_cast<QFocusEvent*>(event)); break;
-        default: break;
-    }
+    if (event->type() == QEvent::FocusIn)
+        Focused(*static_cast<QFocusEvent*>(event));
     return fKind == Kind::kView && HandleForView(event);
 }
 
@@ -57,15 +51,6 @@ bool ViewEvents::HandleForView(QEvent* event)
         case QEvent::KeyPress: return KeyPressed(*static_cast<QKeyEvent*>(event));
         default: return false;
     }
-}
-
-void ViewEvents::KeepPointer(const QMouseEvent& event)
-{
-    WindowLink& window = fLink->Window();
-    const QPointF inWindow = fWidget->window()->mapFromGlobal(event.globalPosition());
-    MutexLock lock(window.lock);
-    window.pointer = FromQPoint(inWindow);
-    window.buttons = ButtonBits(event.buttons());
 }
 
 void ViewEvents::MouseMoved(const QMouseEvent& event)

@@ -22,7 +22,6 @@ protected:
 
 private:
     bool HandleForView(QEvent* event);
-    void KeepPointer(const QMouseEvent& event);
     void MouseMoved(const QMouseEvent& event);
     void EnteredOrLeft(int32 transit);
     void Focused(const QFocusEvent& event);

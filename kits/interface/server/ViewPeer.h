@@ -17,12 +17,6 @@ class BMessage;
 // The window's end of all its links.
 struct WindowLink {
     BMessenger window;
-
-    // The pointer at the window's last input: in window coordinates.
-    Mutex lock; // leaf, as the one below: never held across a Call
-    BPoint pointer GUARDED_BY(lock);
-    int32 buttons GUARDED_BY(lock) = 0;
-
     std::atomic<bool> updatePosted = false; // one _UPDATE_ is on its way
 };
 
@@ -45,7 +39,7 @@ public:
 private:
     const std::shared_ptr<WindowLink> fWindow;
     const BMessenger fView;
-    Mutex fLock;
+    Mutex fLock; // leaf: never held across a Call
     BRect fDirty GUARDED_BY(fLock);
 };
 

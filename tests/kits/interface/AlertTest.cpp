@@ -26,7 +26,7 @@ public:
     {
         if (message->what != 1)
             return TestWindow::MessageReceived(message);
-        ChildAt(0)->SetViewColor(200, 0, 0);
+        ChildAt(0)->SetViewColor(rgb_color { 200, 0, 0 });
         ChildAt(0)->Invalidate();
         fLog->Add("answer " + std::to_string(Ask()->Go()));
     }

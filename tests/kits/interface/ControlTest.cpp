@@ -87,7 +87,7 @@ TEST_F(WindowTest, ATextViewTakesTypingAndKeepsItOutsideTheWindow)
         text->MakeEditable(false);
     });
     screen::Type("no");
-    EXPECT_TRUE(fWindow->RemoveChild(text));
+    EXPECT_TRUE(Locked([&] { return text->RemoveSelf(); }));
     EXPECT_STREQ(text->Text(), "e: It's typed");
     EXPECT_EQ(text->TextLength(), 13);
     delete text;

@@ -11,7 +11,7 @@ BMenuBar* MakeBar()
     BMenu* menu = new BMenu("Tests");
     menu->AddItem(new BMenuItem("Test", new BMessage(1), 'T'));
     menu->AddItem(new BMenuItem("All", new BMessage(2), 'A'));
-    menu->AddSeparatorItem();
+    menu->AddItem(new BSeparatorItem);
     BMenu* more = new BMenu("More");
     more->SetRadioMode(true);
     more->AddItem(new BMenuItem("One", new BMessage(3)));
@@ -51,7 +51,7 @@ TEST_F(WindowTest, ItemsComeAndGoWhileTheMenuIsInItsWindow)
     fWindow->AddChild(bar);
     Show();
     Locked([&] {
-        BMenu* menu = bar->SubmenuAt(0);
+        BMenu* menu = bar->ItemAt(0)->Submenu();
         delete menu->RemoveItem(int32(0));
         menu->ItemAt(0)->SetEnabled(false);
         BMenuItem* one = menu->FindItem("One");

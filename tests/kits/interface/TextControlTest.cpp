@@ -42,7 +42,7 @@ TEST_F(TextControlTest, ReportsEveryChangeOfTheUsersAndOnceThatItIsDone)
     Show();
     Locked([&] {
         first->MakeFocus();
-        first->TextView()->SelectAll();
+        first->TextView()->Select(0, INT32_MAX);
         first->SetText("Unknown."); // the program's own change is no news
     });
     screen::Key("ctrl+a");
@@ -152,7 +152,7 @@ TEST_F(TextControlTest, TakesNoInputWhileDisabledAndKeepsItsTextOutsideTheWindow
     screen::Type("new");
     EXPECT_TRUE(screen::WaitFor([] { return screen::Find("grey").text == "new"; }))
         << "the click that brings the keyboard selects the text";
-    EXPECT_TRUE(fWindow->RemoveChild(control)); // before its report is heard
+    EXPECT_TRUE(control->RemoveSelf()); // before its report is heard
     fWindow->Unlock();
     EXPECT_STREQ(control->Text(), "new");
     control->ResizeTo(299, 30);

@@ -127,11 +127,7 @@ TEST_F(BitmapDrawing, StretchesAndIsCutAtTheEdgesAndLeavesOutWhatIsTransparentOn
         v.DrawBitmap(&bitmap, BRect(2, 0, 2, 1), part);
         for (const auto& [mode, left, top, step] : places) {
             v.SetDrawingMode(mode);
-            if (step == 1)
-                v.DrawBitmap(&bitmap, BPoint(left, top));
-            else
-                v.DrawBitmapAsync(
-                    &bitmap, BRect(left, top, left + 3 * step - 1, top + 2 * step - 1));
+            v.DrawBitmap(&bitmap, BRect(left, top, left + 3 * step - 1, top + 2 * step - 1));
         }
     });
     ExpectPicture(shown, [&](int x, int y) {

