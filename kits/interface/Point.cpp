@@ -3,7 +3,6 @@
 #include "Rect.h"
 
 #include <algorithm>
-#include <cstdio>
 
 const BPoint B_ORIGIN(0, 0);
 

@@ -6,7 +6,6 @@
 
 #include "SupportDefs.h"
 
-struct entry_ref;
 struct MailParts;
 
 // Names of header fields, as AddHeaderField() takes them.
@@ -33,8 +32,6 @@ public:
     // A file that goes with it, read when it is sent; with clobber in place of those added before.
     // B_ENTRY_NOT_FOUND: there is no such file; B_BAD_VALUE: NULL or a directory.
     status_t AddEnclosure(const char* path, bool clobber = false);
-    status_t AddEnclosure(entry_ref* ref, bool clobber = false);
-    int32 CountEnclosures() const;
 
     // Hands the message over and waits until it was taken. The agent keeps what it cannot deliver
     // at once, so sendNow makes no difference. B_BAD_VALUE: no "To: "; B_ENTRY_NOT_FOUND: an

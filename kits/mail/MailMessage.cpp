@@ -1,5 +1,4 @@
 #include "E-mail.h"
-#include "Entry.h"
 #include "Errors.h"
 #include "MailAgent.h"
 #include "MimeMessage.h"
@@ -63,16 +62,6 @@ status_t BMailMessage::AddEnclosure(const char* path, bool clobber)
         fParts->enclosures.clear();
     fParts->enclosures.push_back(path);
     return B_OK;
-}
-
-status_t BMailMessage::AddEnclosure(entry_ref* ref, bool clobber)
-{
-    return ref ? AddEnclosure(PathOfRef(*ref).c_str(), clobber) : B_BAD_VALUE;
-}
-
-int32 BMailMessage::CountEnclosures() const
-{
-    return static_cast<int32>(fParts->enclosures.size());
 }
 
 status_t BMailMessage::Send(bool, bool)

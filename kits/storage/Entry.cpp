@@ -8,7 +8,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "Directory.h"
 #include "ErrorCodes.h"
 #include "Locations.h"
 #include "NodeIdentity.h"
@@ -87,11 +86,6 @@ BEntry::BEntry(const entry_ref* ref, bool traverse)
     SetTo(ref, traverse);
 }
 
-BEntry::BEntry(const BDirectory* directory, const char* path, bool traverse)
-{
-    SetTo(directory, path, traverse);
-}
-
 status_t BEntry::InitCheck() const
 {
     return fStatus;
@@ -128,13 +122,6 @@ status_t BEntry::SetTo(const char* path, bool traverse)
 status_t BEntry::SetTo(const entry_ref* ref, bool traverse)
 {
     return Set(AT_FDCWD, ref ? PathOfRef(*ref) : "", traverse);
-}
-
-status_t BEntry::SetTo(const BDirectory* directory, const char* path, bool traverse)
-{
-    if (!directory || directory->InitCheck() != B_OK)
-        return Set(AT_FDCWD, "", traverse);
-    return Set(directory->Descriptor(), path ? path : "", traverse);
 }
 
 void BEntry::Unset()
@@ -228,45 +215,11 @@ status_t BEntry::GetParent(BEntry* parent) const
     return fName == "." ? B_ENTRY_NOT_FOUND : parent->Set(fDirectory.Get(), ".", false);
 }
 
-status_t BEntry::GetParent(BDirectory* parent) const
-{
-    BEntry entry;
-    const status_t error = parent ? GetParent(&entry) : B_BAD_VALUE;
-    return error == B_OK ? parent->SetTo(&entry) : error;
-}
-
-status_t BEntry::GetName(char* buffer) const
-{
-    if (!buffer)
-        return B_BAD_VALUE;
-    if (fStatus != B_OK)
-        return B_NO_INIT;
-    memcpy(buffer, fName.c_str(), fName.size() + 1);
-    return B_OK;
-}
-
-bool BEntry::operator==(const BEntry& entry) const
-{
-    entry_ref mine;
-    entry_ref other;
-    const status_t error = GetRef(&mine);
-    return error == entry.GetRef(&other) && (error != B_OK || mine == other);
-}
-
 status_t BEntry::Rename(const char* path, bool clobber)
 {
     if (!path || !*path)
         return B_BAD_VALUE;
     return fStatus == B_OK ? Relocate(fDirectory.Get(), path, clobber) : B_NO_INIT;
-}
-
-status_t BEntry::MoveTo(BDirectory* directory, const char* path, bool clobber)
-{
-    if (!directory || directory->InitCheck() != B_OK)
-        return B_BAD_VALUE;
-    if (fStatus != B_OK)
-        return B_NO_INIT;
-    return Relocate(directory->Descriptor(), path && *path ? path : fName, clobber);
 }
 
 status_t BEntry::Relocate(int base, const std::string& path, bool clobber)

@@ -7,7 +7,6 @@
 #include "Statable.h"
 #include "StorageDefs.h"
 
-class BDirectory;
 class BPath;
 
 struct entry_ref {
@@ -46,7 +45,6 @@ public:
     // As SetTo().
     BEntry(const char* path, bool traverse = false);
     BEntry(const entry_ref* ref, bool traverse = false);
-    BEntry(const BDirectory* directory, const char* path, bool traverse = false);
 
     status_t InitCheck() const; // what SetTo() returned
     bool Exists() const; // there is something of that name; a dangling link is
@@ -55,10 +53,9 @@ public:
     // The last element must be in a directory that exists: B_ENTRY_NOT_FOUND, B_NOT_A_DIRECTORY,
     // B_PERMISSION_DENIED. B_BAD_VALUE: NULL, an empty path, or a reference without a path;
     // B_NAME_TOO_LONG; B_LINK_LIMIT. With traverse a link is followed to what it points to.
-    // Relative paths start at the directory, or at the working directory.
+    // Relative paths start at the working directory.
     status_t SetTo(const char* path, bool traverse = false);
     status_t SetTo(const entry_ref* ref, bool traverse = false);
-    status_t SetTo(const BDirectory* directory, const char* path, bool traverse = false);
     void Unset();
 
     // B_NO_INIT; B_BAD_VALUE: NULL; B_ENTRY_NOT_FOUND: the directory has gone, or (the parents of)
@@ -66,19 +63,14 @@ public:
     status_t GetRef(entry_ref* ref) const;
     status_t GetPath(BPath* path) const;
     status_t GetParent(BEntry* parent) const;
-    status_t GetParent(BDirectory* parent) const;
-    status_t GetName(char* buffer) const; // B_FILE_NAME_LENGTH bytes
 
-    // Give the file another place, which the entry then stands for. Relative paths start at the
-    // entry's own directory; the last element of a NULL path is the entry's name.
+    // Gives the file another place, which the entry then stands for. Relative paths start at the
+    // entry's own directory.
     // B_FILE_EXISTS: something is there, and clobber is false; B_ENTRY_NOT_FOUND;
     // B_CROSS_DEVICE_LINK; B_DIRECTORY_NOT_EMPTY; B_PERMISSION_DENIED ...
     status_t Rename(const char* path, bool clobber = false);
-    status_t MoveTo(BDirectory* directory, const char* path = nullptr, bool clobber = false);
     // Takes the file away, or the empty directory (B_DIRECTORY_NOT_EMPTY).
     status_t Remove();
-
-    bool operator==(const BEntry& entry) const; // same directory, same name, or both without
 
 private:
     friend class BDirectory;

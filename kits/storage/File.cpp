@@ -5,28 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "Directory.h"
 #include "ErrorCodes.h"
 #include "Locations.h"
 
 BFile::BFile(const char* path, uint32 openMode)
 {
     SetTo(path, openMode);
-}
-
-BFile::BFile(const entry_ref* ref, uint32 openMode)
-{
-    SetTo(ref, openMode);
-}
-
-BFile::BFile(const BEntry* entry, uint32 openMode)
-{
-    SetTo(entry, openMode);
-}
-
-BFile::BFile(const BDirectory* directory, const char* path, uint32 openMode)
-{
-    SetTo(directory, path, openMode);
 }
 
 status_t BFile::SetTo(const char* path, uint32 openMode)
@@ -44,13 +28,6 @@ status_t BFile::SetTo(const BEntry* entry, uint32 openMode)
     if (!entry || entry->InitCheck() != B_OK)
         return Fail(B_BAD_VALUE);
     return Open(entry->fDirectory.Get(), entry->fName.c_str(), openMode);
-}
-
-status_t BFile::SetTo(const BDirectory* directory, const char* path, uint32 openMode)
-{
-    if (!directory || directory->InitCheck() != B_OK || !path || !*path)
-        return Fail(B_BAD_VALUE);
-    return Open(directory->Descriptor(), path, openMode);
 }
 
 void BFile::Unset()
@@ -87,12 +64,6 @@ status_t BFile::OpenOwnProgram(int base, const char* path, status_t error)
         return error;
     fWriteStatus = error;
     return Take(openat(base, path, O_RDONLY | O_CLOEXEC));
-}
-
-bool BFile::IsReadable() const
-{
-    const uint32 access = fMode & O_ACCMODE;
-    return InitCheck() == B_OK && (access == B_READ_ONLY || access == B_READ_WRITE);
 }
 
 bool BFile::IsWritable() const
@@ -135,36 +106,12 @@ ssize_t BFile::Read(void* buffer, size_t length)
     });
 }
 
-ssize_t BFile::ReadAt(off_t position, void* buffer, size_t length)
-{
-    if (InitCheck() != B_OK)
-        return B_NO_INIT;
-    if (!buffer || position < 0)
-        return B_BAD_VALUE;
-    return Transfer(length, [&](size_t done) {
-        return pread(
-            Descriptor(), static_cast<char*>(buffer) + done, length - done, position + off_t(done));
-    });
-}
-
 ssize_t BFile::Write(const void* buffer, size_t length)
 {
     if (const status_t error = CanWrite(buffer); error != B_OK)
         return error;
     return Transfer(length, [&](size_t done) {
         return write(Descriptor(), static_cast<const char*>(buffer) + done, length - done);
-    });
-}
-
-ssize_t BFile::WriteAt(off_t position, const void* buffer, size_t length)
-{
-    if (const status_t error = CanWrite(buffer); error != B_OK)
-        return error;
-    if (position < 0)
-        return B_BAD_VALUE;
-    return Transfer(length, [&](size_t done) {
-        return pwrite(Descriptor(), static_cast<const char*>(buffer) + done, length - done,
-            position + off_t(done));
     });
 }
 
@@ -181,20 +128,4 @@ off_t BFile::Seek(off_t offset, uint32 seekMode)
         return B_NO_INIT;
     const off_t position = seekMode <= SEEK_END ? lseek(Descriptor(), offset, int(seekMode)) : -1;
     return position < 0 ? off_t(B_BAD_VALUE) : position;
-}
-
-off_t BFile::Position() const
-{
-    return InitCheck() == B_OK ? lseek(Descriptor(), 0, SEEK_CUR) : off_t(B_NO_INIT);
-}
-
-status_t BFile::SetSize(off_t size)
-{
-    if (InitCheck() != B_OK)
-        return B_NO_INIT;
-    if (size < 0)
-        return B_BAD_VALUE;
-    if (fWriteStatus != B_OK)
-        return fWriteStatus;
-    return ftruncate(Descriptor(), size) == 0 ? B_OK : StatusOfErrno();
 }

@@ -8,9 +8,6 @@ public:
     BFile() = default; // B_NO_INIT
     // As SetTo().
     BFile(const char* path, uint32 openMode);
-    BFile(const entry_ref* ref, uint32 openMode);
-    BFile(const BEntry* entry, uint32 openMode);
-    BFile(const BDirectory* directory, const char* path, uint32 openMode);
     // A copy is of the same open file: they share the position.
 
     // Links are followed. openMode is put together from the modes of StorageDefs.h. B_BAD_VALUE:
@@ -21,25 +18,18 @@ public:
     status_t SetTo(const char* path, uint32 openMode);
     status_t SetTo(const entry_ref* ref, uint32 openMode);
     status_t SetTo(const BEntry* entry, uint32 openMode);
-    status_t SetTo(const BDirectory* directory, const char* path, uint32 openMode);
     void Unset() override;
 
-    bool IsReadable() const;
     bool IsWritable() const;
 
     // The number of bytes, which is below length only at the end of the file or when the disk is
-    // full, or an error. The first two move the position, the other two do not.
+    // full, or an error. Both move the position.
     ssize_t Read(void* buffer, size_t length);
     ssize_t Write(const void* buffer, size_t length);
-    ssize_t ReadAt(off_t position, void* buffer, size_t length);
-    ssize_t WriteAt(off_t position, const void* buffer, size_t length);
 
     // Moves the position by SEEK_SET, SEEK_CUR or SEEK_END; beyond the end is allowed. The new one,
     // or B_BAD_VALUE, and it is where it was.
     off_t Seek(off_t offset, uint32 seekMode);
-    off_t Position() const;
-    // Cuts the file, or lengthens it by zeros. B_BAD_VALUE: negative; B_DEVICE_FULL ...
-    status_t SetSize(off_t size);
 
 private:
     status_t CanWrite(const void* buffer) const;

@@ -1,7 +1,6 @@
 #include "FindDirectory.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 #include "Directory.h"
@@ -113,17 +112,4 @@ status_t find_directory(directory_which which, BPath* path, bool createIt, BVolu
     std::string found;
     const status_t error = path ? Find(which, createIt, found) : B_BAD_VALUE;
     return error == B_OK ? path->SetTo(found.c_str()) : error;
-}
-
-status_t find_directory(
-    directory_which which, dev_t, bool createIt, char* returnedPath, int32 length)
-{
-    std::string found;
-    const status_t error = returnedPath ? Find(which, createIt, found) : B_BAD_VALUE;
-    if (error != B_OK)
-        return error;
-    if (length < 0 || found.size() >= size_t(length))
-        return B_NAME_TOO_LONG;
-    memcpy(returnedPath, found.c_str(), found.size() + 1);
-    return B_OK;
 }

@@ -76,7 +76,3 @@ enum directory_which : int32 { // so that any number may be asked for
 // program ends; where it cannot be made, only createIt tells.
 status_t find_directory(
     directory_which which, BPath* path, bool createIt = false, BVolume* volume = nullptr);
-// The same into a buffer of length bytes; the device plays no part. B_NAME_TOO_LONG: it does not
-// fit, and returnedPath is as it was.
-status_t find_directory(
-    directory_which which, dev_t device, bool createIt, char* returnedPath, int32 length);

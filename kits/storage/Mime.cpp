@@ -14,21 +14,11 @@ bool IsTypeCharacter(char letter)
 
 } // namespace
 
-BMimeType::BMimeType(const char* type)
-{
-    SetTo(type);
-}
-
 status_t BMimeType::SetTo(const char* type)
 {
     const bool isValid = IsValid(type);
     fType = isValid ? type : "";
     return isValid ? status_t(B_OK) : B_BAD_VALUE;
-}
-
-status_t BMimeType::InitCheck() const
-{
-    return IsValid() ? status_t(B_OK) : B_NO_INIT;
 }
 
 const char* BMimeType::Type() const

@@ -14,12 +14,8 @@ struct entry_ref;
 
 class BMimeType {
 public:
-    BMimeType() = default; // B_NO_INIT
-    BMimeType(const char* type); // as SetTo()
-
     // B_BAD_VALUE: not a valid type; then there is none.
     status_t SetTo(const char* type);
-    status_t InitCheck() const;
     const char* Type() const; // NULL: none
     bool IsValid() const;
 

@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "Directory.h"
 #include "ErrorCodes.h"
 #include "Locations.h"
 #include "NodeIdentity.h"
@@ -37,11 +36,6 @@ BNode::BNode(const entry_ref* ref)
 BNode::BNode(const BEntry* entry)
 {
     SetTo(entry);
-}
-
-BNode::BNode(const BDirectory* directory, const char* path)
-{
-    SetTo(directory, path);
 }
 
 status_t BNode::InitCheck() const
@@ -96,27 +90,11 @@ status_t BNode::SetTo(const BEntry* entry)
     return Take(openat(entry->fDirectory.Get(), entry->fName.c_str(), kHandle));
 }
 
-status_t BNode::SetTo(const BDirectory* directory, const char* path)
-{
-    if (!directory || directory->InitCheck() != B_OK || !path || !*path)
-        return Fail(B_BAD_VALUE);
-    return Take(openat(directory->Descriptor(), path, kHandle));
-}
-
 void BNode::Unset()
 {
     fDescriptor = FileDescriptor();
     fLastAttribute = 0;
     fStatus = B_NO_INIT;
-}
-
-bool BNode::operator==(const BNode& node) const
-{
-    struct stat mine = {};
-    struct stat other = {};
-    const status_t error = GetStat(&mine);
-    return error == node.GetStat(&other) && mine.st_dev == other.st_dev
-        && mine.st_ino == other.st_ino;
 }
 
 status_t BNode::Identify(const char* name, NodeIdentity* file) const
@@ -177,10 +155,4 @@ status_t BNode::GetNextAttrName(char* buffer)
     if (error == B_OK)
         buffer[name.copy(buffer, B_ATTR_NAME_LENGTH - 1)] = '\0';
     return error;
-}
-
-status_t BNode::RewindAttrs()
-{
-    fLastAttribute = 0;
-    return fStatus == B_OK ? status_t(B_OK) : B_NO_INIT;
 }

@@ -16,7 +16,6 @@ public:
     BNode(const char* path);
     BNode(const entry_ref* ref);
     BNode(const BEntry* entry);
-    BNode(const BDirectory* directory, const char* path);
     // A copy is another handle of the same file.
 
     status_t InitCheck() const; // what SetTo() returned
@@ -27,7 +26,6 @@ public:
     status_t SetTo(const char* path);
     status_t SetTo(const entry_ref* ref);
     status_t SetTo(const BEntry* entry);
-    status_t SetTo(const BDirectory* directory, const char* path);
     virtual void Unset();
 
     // All of these: B_NO_INIT; B_BAD_VALUE: a NULL argument, an empty name or a negative offset;
@@ -50,9 +48,6 @@ public:
     // The names in the order in which the attributes were made, one with each call; buffer has
     // B_ATTR_NAME_LENGTH bytes. B_ENTRY_NOT_FOUND at the end.
     status_t GetNextAttrName(char* buffer);
-    status_t RewindAttrs();
-
-    bool operator==(const BNode& node) const; // the same file, or both without one
 
 protected:
     status_t Take(int descriptor); // or -1: the error is in errno
@@ -61,10 +56,7 @@ protected:
 
 private:
     friend class BAppFileInfo;
-    friend class BDirectory;
-    friend class BFile;
     friend class BMimeType;
-    friend class BEntry;
     friend class BNodeInfo;
     friend class BResources;
 

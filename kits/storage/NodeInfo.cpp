@@ -17,11 +17,6 @@ status_t BNodeInfo::SetTo(BNode* node)
     return fNode ? status_t(B_OK) : B_BAD_VALUE;
 }
 
-status_t BNodeInfo::InitCheck() const
-{
-    return fNode ? status_t(B_OK) : B_NO_INIT;
-}
-
 status_t BNodeInfo::GetType(char* type) const
 {
     if (!type)

@@ -14,7 +14,6 @@ public:
     // The node is not owned and must outlive the object or the next SetTo(). B_BAD_VALUE: NULL or
     // without a file.
     status_t SetTo(BNode* node);
-    status_t InitCheck() const;
 
     // The MIME type, B_MIME_TYPE_LENGTH bytes: the one that was set, else what the file is by kind,
     // name and contents ("application/octet-stream": nobody knows). B_NO_INIT, B_BAD_VALUE, else as

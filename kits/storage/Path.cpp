@@ -28,20 +28,9 @@ BPath::BPath(const BDirectory* directory, const char* leaf, bool normalize)
     SetTo(directory, leaf, normalize);
 }
 
-BPath::BPath(const BEntry* entry)
-{
-    SetTo(entry);
-}
-
 BPath::BPath(const entry_ref* ref)
 {
     SetTo(ref);
-}
-
-BPath& BPath::operator=(const char* path)
-{
-    SetTo(path);
-    return *this;
 }
 
 status_t BPath::InitCheck() const
@@ -84,14 +73,6 @@ status_t BPath::SetTo(const BDirectory* directory, const char* leaf, bool normal
         return SetTo(path.Path(), leaf, normalize);
     fPath.clear();
     return fStatus = error;
-}
-
-status_t BPath::SetTo(const BEntry* entry)
-{
-    if (entry)
-        return fStatus = entry->GetPath(this);
-    fPath.clear();
-    return fStatus = B_BAD_VALUE;
 }
 
 status_t BPath::SetTo(const entry_ref* ref)

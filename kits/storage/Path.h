@@ -9,7 +9,6 @@
 #include "SupportDefs.h"
 
 class BDirectory;
-class BEntry;
 struct entry_ref;
 
 class BPath {
@@ -17,9 +16,7 @@ public:
     BPath() = default; // B_NO_INIT
     BPath(const char* path, const char* leaf = nullptr, bool normalize = false);
     BPath(const BDirectory* directory, const char* leaf = nullptr, bool normalize = false);
-    BPath(const BEntry* entry);
     BPath(const entry_ref* ref);
-    BPath& operator=(const char* path); // as SetTo(path)
 
     // B_OK, or why there is no path: what the last SetTo() or Append() returned.
     status_t InitCheck() const;
@@ -30,7 +27,6 @@ public:
     // no path any more.
     status_t SetTo(const char* path, const char* leaf = nullptr, bool normalize = false);
     status_t SetTo(const BDirectory* directory, const char* leaf = nullptr, bool normalize = false);
-    status_t SetTo(const BEntry* entry);
     status_t SetTo(const entry_ref* ref);
     void Unset();
 

@@ -1,7 +1,6 @@
 #include "Resources.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 #include "NodeIdentity.h"
@@ -70,16 +69,6 @@ void BResources::Unset()
     fStatus = B_NO_INIT;
 }
 
-status_t BResources::InitCheck() const
-{
-    return fStatus;
-}
-
-const BFile& BResources::File() const
-{
-    return fFile;
-}
-
 BResources::Resource* BResources::Find(type_code type, int32 id)
 {
     const auto found = std::find_if(fResources.begin(), fResources.end(),
@@ -94,14 +83,6 @@ BResources::Resource* BResources::Find(type_code type, const char* name)
             return name && resource->type == type && resource->name == name;
         });
     return found == fResources.end() ? nullptr : found->get();
-}
-
-BResources::Resource* BResources::FindNth(const type_code* type, int32 index)
-{
-    for (const auto& resource : fResources)
-        if ((!type || resource->type == *type) && index-- == 0)
-            return resource.get();
-    return nullptr;
 }
 
 bool BResources::Load(Resource* resource)
@@ -137,35 +118,6 @@ const void* BResources::LoadResource(type_code type, const char* name, size_t* s
     return Give(Find(type, name), size);
 }
 
-namespace {
-
-void* CopyOf(const void* data, size_t length, size_t* size)
-{
-    void* copy = data ? malloc(std::max<size_t>(length, 1)) : nullptr;
-    if (!copy)
-        return nullptr;
-    memcpy(copy, data, length);
-    if (size)
-        *size = length;
-    return copy;
-}
-
-} // namespace
-
-void* BResources::FindResource(type_code type, int32 id, size_t* size)
-{
-    size_t length = 0;
-    const void* data = LoadResource(type, id, &length);
-    return CopyOf(data, length, size);
-}
-
-void* BResources::FindResource(type_code type, const char* name, size_t* size)
-{
-    size_t length = 0;
-    const void* data = LoadResource(type, name, &length);
-    return CopyOf(data, length, size);
-}
-
 bool BResources::HasResource(type_code type, int32 id)
 {
     return Find(type, id) != nullptr;
@@ -176,13 +128,10 @@ bool BResources::HasResource(type_code type, const char* name)
     return Find(type, name) != nullptr;
 }
 
-bool BResources::Describe(
-    const Resource* resource, type_code* type, int32* id, const char** name, size_t* size)
+bool BResources::Describe(const Resource* resource, int32* id, const char** name, size_t* size)
 {
     if (!resource)
         return false;
-    if (type)
-        *type = resource->type;
     if (id)
         *id = resource->id;
     if (name)
@@ -192,26 +141,14 @@ bool BResources::Describe(
     return true;
 }
 
-bool BResources::GetResourceInfo(
-    int32 index, type_code* type, int32* id, const char** name, size_t* size)
-{
-    return Describe(FindNth(nullptr, index), type, id, name, size);
-}
-
-bool BResources::GetResourceInfo(
-    type_code type, int32 index, int32* id, const char** name, size_t* size)
-{
-    return Describe(FindNth(&type, index), nullptr, id, name, size);
-}
-
 bool BResources::GetResourceInfo(type_code type, int32 id, const char** name, size_t* size)
 {
-    return Describe(Find(type, id), nullptr, nullptr, name, size);
+    return Describe(Find(type, id), nullptr, name, size);
 }
 
 bool BResources::GetResourceInfo(type_code type, const char* name, int32* id, size_t* size)
 {
-    return Describe(Find(type, name), nullptr, id, nullptr, size);
+    return Describe(Find(type, name), id, nullptr, size);
 }
 
 status_t BResources::CanChange() const
@@ -267,23 +204,6 @@ status_t BResources::RemoveResource(type_code type, int32 id)
     if (removed == 0)
         return B_ENTRY_NOT_FOUND;
     fRemoved.emplace_back(type, id);
-    return B_OK;
-}
-
-status_t BResources::ReadResource(type_code type, int32 id, void* data, off_t offset, size_t length)
-{
-    if (fStatus != B_OK)
-        return B_NO_INIT;
-    Resource* resource = Find(type, id);
-    if (!resource)
-        return B_ENTRY_NOT_FOUND;
-    if (!data || offset < 0)
-        return B_BAD_VALUE;
-    if (!Load(resource))
-        return B_IO_ERROR;
-    if (size_t(offset) > resource->size) // which is known only now: another program may change it
-        return B_BAD_VALUE;
-    memcpy(data, resource->data.data() + offset, std::min(length, resource->size - size_t(offset)));
     return B_OK;
 }
 

@@ -20,25 +20,18 @@ public:
     // B_BAD_VALUE: the file is not open; else as BNode::ReadAttr(). Unattached on any error.
     status_t SetTo(const BFile* file, bool clobber = false);
     void Unset(); // after a Sync()
-    status_t InitCheck() const; // B_OK: attached; else why SetTo() failed, or B_NO_INIT
-    const BFile& File() const; // the copy
 
     // The data, its length in *size; NULL, and *size as it was, if there is no such resource. Owned
     // by the object, good until that resource is changed or removed or the object ends. A name is
     // that of the first resource that has it.
     const void* LoadResource(type_code type, int32 id, size_t* size);
     const void* LoadResource(type_code type, const char* name, size_t* size);
-    // The same as a copy for the caller, who frees it with free().
-    void* FindResource(type_code type, int32 id, size_t* size);
-    void* FindResource(type_code type, const char* name, size_t* size);
 
     bool HasResource(type_code type, int32 id);
     bool HasResource(type_code type, const char* name);
 
-    // Describe a resource: the index-th of all, or of those of a type, or one that is known in
-    // part. False, and nothing changed, if there is none. A name is good as long as the resource.
-    bool GetResourceInfo(int32 index, type_code* type, int32* id, const char** name, size_t* size);
-    bool GetResourceInfo(type_code type, int32 index, int32* id, const char** name, size_t* size);
+    // Describe a resource that is known in part. False, and nothing changed, if there is none. A
+    // name is good as long as the resource.
     bool GetResourceInfo(type_code type, int32 id, const char** name, size_t* size);
     bool GetResourceInfo(type_code type, const char* name, int32* id, size_t* size);
 
@@ -53,10 +46,6 @@ public:
     // B_ENTRY_NOT_FOUND: no such resource.
     status_t RemoveResource(type_code type, int32 id);
 
-    // Copies at most length bytes of the data. B_ENTRY_NOT_FOUND: no such resource; B_BAD_VALUE:
-    // NULL, or offset is not within the data.
-    status_t ReadResource(type_code type, int32 id, void* data, off_t offset, size_t length);
-
     // Writes the changes. B_NO_INIT; else as BNode::WriteAttr(), and they are still to be written.
     status_t Sync();
 
@@ -65,11 +54,9 @@ private:
 
     Resource* Find(type_code type, int32 id);
     Resource* Find(type_code type, const char* name);
-    Resource* FindNth(const type_code* type, int32 index); // NULL: of any type
     bool Load(Resource* resource);
     const void* Give(Resource* resource, size_t* size);
-    static bool Describe(
-        const Resource* resource, type_code* type, int32* id, const char** name, size_t* size);
+    static bool Describe(const Resource* resource, int32* id, const char** name, size_t* size);
     status_t CanChange() const;
 
     status_t fStatus = B_NO_INIT;

@@ -203,19 +203,6 @@ bool BFilePanel::IsShowing() const
     return display::Call([this] { return fPeer->dialog->isVisible(); });
 }
 
-void BFilePanel::SetTarget(const BMessenger& target)
-{
-    display::Call([this, &target] { fTarget = target; });
-}
-
-void BFilePanel::SetMessage(const BMessage* message)
-{
-    display::Call([this, message] {
-        *fMessage = message ? *message : BMessage(DefaultCode(fMode));
-        TakeSecondEnding();
-    });
-}
-
 void BFilePanel::TakeSecondEnding()
 {
     const char* ending = "";

@@ -32,8 +32,6 @@ public:
     file_panel_mode PanelMode() const { return fMode; }
     BMessenger Messenger() const { return fTarget; }
 
-    void SetTarget(const BMessenger& target);
-    void SetMessage(const BMessage* message); // copied
     void SetPanelDirectory(const char* path);
     void SetSaveText(const char* name); // the name proposed
 
