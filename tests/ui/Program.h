@@ -96,11 +96,7 @@ public:
     // Types into the program's window of that title, once it has the keyboard, and then the keys.
     bool In(const std::string& title, const std::string& text, std::vector<std::string> keys) const
     {
-        const std::string active =
-            "test \"$(xdotool getactivewindow getwindowpid getwindowname 2>/dev/null)\""
-            " = '"
-            + std::to_string(id) + "\n" + title + "'";
-        if (!screen::WaitFor([&] { return Succeeds(active); }, 60))
+        if (!screen::WaitFor([&] { return IsActive(title); }, 60))
             return false;
         snooze(200000); // the window manager says so before the program knows
         if (!text.empty())
@@ -110,15 +106,16 @@ public:
         return true;
     }
 
-    // Asks for all tests, then only for those of strings and memory, up to the warning before the
-    // run.
+    // Asks for the tests of strings and memory, up to the warning before the run.
     bool AskForRun() const
     {
-        return In("Tarvex", "",
-                   { "ctrl+a", "space", "Tab", "Tab", "Tab", "space", "Tab", "space", "Tab",
-                       "space", "Tab", "space", "Tab", "space", "Tab", "space", "Tab", "space",
-                       "ctrl+t" })
-            && In("Warning", "", {});
+        return In("Tarvex", "", {}) && Click(28, 84) && Click(28, 106)
+            && screen::WaitFor(
+                [this] {
+                    screen::Key("ctrl+t"); // nothing happens until the program has seen the ticks
+                    return screen::WaitFor([this] { return IsActive("Warning"); }, 2);
+                },
+                60);
     }
     // From the results to the question how they are to be sent.
     bool Save(const std::string& path, const std::string& device) const
@@ -129,6 +126,18 @@ public:
     }
 
 private:
+    bool IsActive(const std::string& title) const
+    {
+        return Succeeds("test \"$(xdotool getactivewindow getwindowpid getwindowname 2>/dev/null)\""
+                        " = '"
+            + std::to_string(id) + "\n" + title + "'");
+    }
+    // In the active window.
+    static bool Click(int x, int y)
+    {
+        return Succeeds("xdotool mousemove --window $(xdotool getactivewindow) " + std::to_string(x)
+            + " " + std::to_string(y) + " click 1");
+    }
     static const char* MountOption() { return geteuid() == 0 ? "-m" : "-rm"; }
     static bool Succeeds(const std::string& command) { return system(command.c_str()) == 0; }
 
