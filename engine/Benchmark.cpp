@@ -1,10 +1,11 @@
 #include "engine/Benchmark.h"
 
+#include "engine/Span.h"
+
 #include <Message.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 namespace {
 
@@ -30,7 +31,6 @@ int32 Benchmark::Action()
 {
     const ProcessorConfinement toThoseCounted;
     results.Reset();
-    undone.clear();
     cpu = results.nbrCpus - 1;
     while (results.CycleCpu()) {
         RunSelectedGroups();
@@ -47,30 +47,6 @@ int32 Benchmark::Action()
     return 0;
 }
 
-bool Benchmark::LeaveOutUndone()
-{
-    for (const auto& [test, pass] : undone) {
-        Metric probe;
-        probe.Description(test->name);
-        Metric* metric = results.Get(&probe);
-        if (!metric || pass < 0 || pass >= metric->Slots())
-            continue;
-        metric->times[pass] = 0;
-        if (std::count(metric->times, metric->times + metric->Slots(), 0.0f) == metric->Slots())
-            results.Remove();
-    }
-    return !undone.empty();
-}
-
-void Benchmark::CheckWork(const TestType& test, bool isDone, int error)
-{
-    if (isDone)
-        return;
-    const char* why = error != 0 ? strerror(error) : "end of file";
-    fprintf(stderr, "<%s> was not done: %s\n", test.name, why);
-    undone.push_back({ &test, results.pass });
-}
-
 void Benchmark::RunSelectedGroups()
 {
     for (size_t i = 0; i < kNbrTestGroups; i++) {
@@ -82,27 +58,36 @@ void Benchmark::RunSelectedGroups()
     }
 }
 
-Metric* Benchmark::Measure(const TestType& test, long loops, const std::function<void()>& kernel)
+void Benchmark::Measure(
+    const TestType& test, long loops, const std::function<void()>& kernel, const Finish& finish)
 {
-    Metric* metric = results.NewTest(test.name, test.work);
-    if (!metric)
-        return nullptr;
-    results.Calibrate(loops, 0);
-    results.StartTimer();
-    kernel();
-    metric->Time(float(results.EndTimer()));
-    metric->Index(test.id);
-    metric->Units(test.units);
-    return metric;
+    MeasureSpan(results, test, loops, 0, kernel, [&](Metric& metric) {
+        const std::string why = finish(metric);
+        if (!why.empty())
+            fprintf(stderr, "<%s> was not done: %s\n", test.name, why.c_str());
+        return why;
+    });
+}
+
+void Benchmark::TellUndone(const TestType& test, const std::string& why)
+{
+    fprintf(stderr, "<%s> was not done: %s\n", test.name, why.c_str());
+    if (results.watch)
+        results.watch->CouldNotBegin(test, why);
+}
+
+std::string Benchmark::StatusText(const char* test) const
+{
+    char text[128];
+    snprintf(text, sizeof text, "Testing %s (cpu %d/%d)", test, cpu + 1, results.nbrCpus);
+    return text;
 }
 
 void Benchmark::UpdateStatus(const char* test)
 {
     if (!messenger)
         return;
-    char text[128];
-    snprintf(text, sizeof text, "Testing %s (cpu %d/%d)", test, cpu + 1, results.nbrCpus);
     BMessage message('BmkS');
-    message.AddString("status", text);
+    message.AddString("status", StatusText(test).c_str());
     messenger->SendMessage(&message, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
 }

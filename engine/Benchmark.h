@@ -6,7 +6,8 @@
 #include "results/TestCatalogue.h"
 
 #include <functional>
-#include <vector>
+#include <string>
+#include <string_view>
 
 // One object serves any number of runs; a run replaces the figures of the one before. Set the
 // flags, Go(), wait for 'LThC', then read results: no lock guards them while the thread runs.
@@ -21,9 +22,6 @@ public:
     // One complete run: a pass with all processors, then one with each smaller count. Slot k of
     // every metric belongs to pass k. Returns 0.
     int32 Action() override;
-    // After a run: takes the times of tests whose work was not done out of results (they become 0),
-    // and those tests that have no other. Returns whether there were any.
-    bool LeaveOutUndone();
     // Sends 'BmkS' with the text "Testing %s (cpu %d/%d)". Does nothing without a messenger.
     void UpdateStatus(const char* test);
 
@@ -59,24 +57,29 @@ public:
     bool fileIO = false;
     bool fileLifeCycle = false;
 
+protected:
+    // "Testing %s (cpu %d/%d)"
+    [[nodiscard]] std::string StatusText(const char* test) const;
+
 private:
-    // A test in one pass, counted from 0.
-    struct Undone {
-        const TestType* test;
-        int32 pass;
-    };
+    // Says, once the clock has stopped, why the test's work was not done, or "".
+    typedef std::function<std::string(Metric& metric)> Finish;
 
     void RunSelectedGroups();
-    // Times kernel() as the next slot of the test's metric; loops: those of the kernel to
-    // calibrate, 0 where it is no counted loop. Returns the metric; null, and nothing
-    // done, if there is no memory for it.
-    Metric* Measure(const TestType& test, long loops, const std::function<void()>& kernel);
-    // Unless the test's work is done, says so on standard error with the error (of errno; 0: the
-    // end of a file), and notes it for this pass.
-    void CheckWork(const TestType& test, bool isDone, int error);
-
-    std::vector<Undone> undone; // in this run
+    // Times kernel() as the next slot of the test's metric, see MeasureSpan; loops: those of the
+    // kernel to calibrate, 0 where it is no counted loop. What finish says goes to standard error
+    // too.
+    void Measure(const TestType& test, long loops, const std::function<void()>& kernel,
+        const Finish& finish);
+    // For a test that cannot even begin.
+    void TellUndone(const TestType& test, const std::string& why);
 };
+
+// What a test's proof says: "" where the work was done, else why it was not.
+inline std::string Unless(bool isDone, const char* why)
+{
+    return isDone ? "" : why;
+}
 
 // How a run measures each group: beside kTestGroups, row by row.
 struct GroupRun {

@@ -74,10 +74,22 @@ void Fourier::Run(const int& iterations)
     }
     for (int i = 0; i < iterations; i++)
         fpuTransIteration(a.get(), b.get(), kCoefficients);
+    if (iterations > 0) {
+        firstA = a[0];
+        lastA = a[kCoefficients - 1];
+    }
 }
 
 void Benchmark::RunFourier()
 {
     Fourier kernel;
-    Measure(TestNamed("Fourier"), 100, [&] { kernel.Run(100); });
+    Measure(
+        TestNamed("Fourier"), 100, [&] { kernel.Run(100); },
+        [&](Metric&) {
+            // Two less a step's width, all values being that at 0, and half of it.
+            constexpr double kLast = 1.99;
+            const auto isNear = [](double a, double b) { return std::abs(a - b) < 1e-9; };
+            return Unless(isNear(kernel.firstA, kLast / 2) && isNear(kernel.lastA, kLast),
+                "its coefficients are wrong");
+        });
 }

@@ -5,8 +5,8 @@ class Fourier {
 public:
     virtual ~Fourier() = default;
 
-    // Computes 100 pairs of coefficients iterations times; nothing for 0 or less. They are not
-    // kept. Without memory for them: a line on standard error.
+    // Computes 100 pairs of coefficients iterations times; nothing for 0 or less. Of the last ones
+    // the first and the last a are kept. Without memory for them: a line on standard error.
     void Run(const int& iterations);
 
     // a[0] to a[count - 1] and b[1] to b[count - 1]; b[0] stays as it is. count is 1 or more.
@@ -20,4 +20,7 @@ public:
 
     // f(x) = (x + 1)^x for select 0, times cos(omega x) for 1 or sin(omega x) for 2; else 0.
     double Function(const double& x, const double& omega, const int& select);
+
+    double firstA = 0; // of the last iteration of Run()
+    double lastA = 0;
 };

@@ -31,5 +31,8 @@ long AllocateAndClear(long rounds)
 
 void Benchmark::RunMemory()
 {
-    Measure(TestNamed("Memory"), kRounds, [] { AllocateAndClear(kRounds); });
+    long allocated = 0;
+    Measure(
+        TestNamed("Memory"), kRounds, [&] { allocated = AllocateAndClear(kRounds); },
+        [&](Metric&) { return Unless(allocated == kRounds, "out of memory"); });
 }

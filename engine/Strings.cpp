@@ -59,10 +59,17 @@ void Benchmark::RunStrings()
     Opaque(source);
     const long length = long(WordwiseLength(source));
 
-    const auto measure = [&](const TestType& test, const auto& kernel) {
-        if (Metric* metric = Measure(test, kRounds, kernel))
-            metric->NbrCycles(kMillionRounds * length);
+    const auto measure = [&](const TestType& test, const auto& kernel, const auto& isDone) {
+        Measure(test, kRounds, kernel, [&](Metric& metric) {
+            metric.NbrCycles(kMillionRounds * length);
+            return Unless(isDone(), "the copy is not the text");
+        });
     };
-    measure(TestNamed("Strings Copy"), [&] { CopyText(copy, source, kRounds); });
-    measure(TestNamed("Strings Compare"), [&] { CompareText(copy, source, kRounds); });
+    int difference = -1;
+    measure(
+        TestNamed("Strings Copy"), [&] { CopyText(copy, source, kRounds); },
+        [&] { return memcmp(copy, text, sizeof text) == 0; });
+    measure(
+        TestNamed("Strings Compare"), [&] { difference = CompareText(copy, source, kRounds); },
+        [&] { return difference == 0; });
 }

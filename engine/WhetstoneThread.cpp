@@ -1,7 +1,5 @@
 #include "engine/WhetstoneThread.h"
 
-#include "engine/Whetstone.h"
-
 #include <cstdio>
 
 namespace {
@@ -34,7 +32,6 @@ int32 WhetstoneThread::DoStaticWhetstone(void* self)
 
 int32 WhetstoneThread::DoWhetstone()
 {
-    Whetstone whetstone;
     whetstone.Run(iterations);
     return 0;
 }

@@ -3,6 +3,8 @@
 
 #include <OS.h>
 
+#include "engine/Whetstone.h"
+
 class WhetstoneThread {
 public:
     WhetstoneThread() = default;
@@ -20,6 +22,7 @@ public:
     // The thread's work. Returns 0.
     int32 DoWhetstone();
 
+    Whetstone whetstone;
     int32 iterations = 0;
     thread_id thread = 0;
 };

@@ -15,6 +15,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include <Bitmap.h>
 #include <Rect.h>
@@ -27,6 +28,24 @@
 
 class LibStringIterator;
 class LibSysInfo;
+
+struct TestType;
+
+// Looks on while tests are measured, in the thread that measures them.
+class SpanWatch {
+public:
+    virtual ~SpanWatch() = default;
+    // Whether the test is to be timed now.
+    virtual bool Wants(const TestType& test) = 0;
+    // Directly before and directly after the stopwatch runs.
+    virtual void Begins() = 0;
+    virtual void Ended() = 0;
+    // The test has no time, as its work cannot even begin.
+    virtual void CouldNotBegin(const TestType& test, const std::string& why) = 0;
+    // What it showed, and why the work was not done, or "".
+    virtual void Measured(
+        const TestType& test, const Metric& metric, double seconds, const std::string& undone) = 0;
+};
 
 constexpr int32 kRecordSize = 9000; // bytes of the longest record, end mark included
 
@@ -104,6 +123,7 @@ public:
     LinkList<RelatedDevices> devices;
     std::unique_ptr<BBitmap> icon; // 16 by 16 pixels
     bool current;
+    SpanWatch* watch = nullptr; // of who measures into these; not owned, and not taken over
 
 private:
     void Reset(const LibSysInfo& machine);

@@ -1,5 +1,7 @@
 #include "engine/graphics/GraphicsWin.h"
 
+#include "engine/Span.h"
+
 #include "results/Results.h"
 #include "results/TestCatalogue.h"
 
@@ -99,16 +101,10 @@ void GraphicsWin::Measure(const Test& test, Results& results, Draw draw)
     SetTitle(test.title);
     if (!Lock())
         return;
-    if (Metric* metric = results.NewTest(test.type.name, test.type.work)) {
-        // Takes off the coordinates' calls of rand(), not the colours': published rates count
-        // these.
-        results.Calibrate(test.shapes, test.randsPerShape);
-        results.StartTimer();
-        DrawShapes<sending>(test.shapes, draw);
-        metric->Time(static_cast<float>(results.EndTimer()));
-        metric->Index(test.type.id);
-        metric->Units(test.type.units);
-    }
+    // Takes off the coordinates' calls of rand(), not the colours': published rates count these.
+    MeasureSpan(
+        results, test.type, test.shapes, test.randsPerShape,
+        [&] { DrawShapes<sending>(test.shapes, draw); }, [](Metric&) { return std::string(); });
     Unlock();
     ClearView();
 }

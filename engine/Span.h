@@ -1,0 +1,45 @@
+// The one way in which a test is timed.
+#pragma once
+
+#include "results/Results.h"
+#include "results/TestCatalogue.h"
+
+#include <string>
+
+// Times kernel() as the next slot of the test's metric in results, less what its own loop costs:
+// loops rounds of so many calls of rand(), see Results::Calibrate. finish(metric) then says, off
+// the clock, why the work was not done, or "", and may set the metric's cycles. Where nobody wants
+// the test now, both are done all the same, as the next test may build on it, but not timed.
+// Returns whether a time was recorded; without memory for the metric it was not.
+//
+// A template, not a function object: an indirect call would be measured too.
+template <typename Kernel, typename Finish>
+bool MeasureSpan(Results& results, const TestType& test, long loops, int randsPerLoop,
+    Kernel kernel, Finish finish)
+{
+    SpanWatch* const watch = results.watch;
+    if (watch && !watch->Wants(test)) {
+        Metric untold;
+        kernel();
+        finish(untold);
+        return false;
+    }
+    Metric* metric = results.NewTest(test.name, test.work);
+    if (!metric)
+        return false;
+    metric->Index(test.id);
+    metric->Units(test.units);
+    results.Calibrate(loops, randsPerLoop);
+    if (watch)
+        watch->Begins();
+    results.StartTimer();
+    kernel();
+    const double seconds = results.EndTimer();
+    if (watch)
+        watch->Ended();
+    metric->Time(static_cast<float>(seconds));
+    const std::string undone = finish(*metric);
+    if (watch)
+        watch->Measured(test, *metric, seconds, undone);
+    return true;
+}
