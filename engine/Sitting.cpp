@@ -1,0 +1,211 @@
+#include "engine/Sitting.h"
+
+#include "engine/Probe.h"
+
+#include <Message.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+// A machine with other processors on than a moment ago settles this long.
+constexpr bigtime_t kSettleMicros = 1000000;
+
+} // namespace
+
+Sitting::Sitting(const RunPlan& plan)
+{
+    record.plan = plan;
+    results.watch = this;
+    std::transform(std::begin(kTestGroups), std::end(kTestGroups), groupSeconds,
+        [](const TestGroup& group) { return group.seconds; });
+}
+
+Sitting::~Sitting()
+{
+    // Before the members go, which the thread writes to.
+    Kill();
+}
+
+int32 Sitting::Action()
+{
+    const ProcessorConfinement toThoseCounted;
+    results.Reset();
+    for (const int32 each : record.plan.counts) {
+        count = each;
+        RunPass();
+    }
+    UseProcessors(results.nbrCpus);
+    FillResults();
+    return 0;
+}
+
+void Sitting::UseProcessors(int32 wanted)
+{
+    // From the last one on, as these are the first that a run gives up.
+    for (int32 processor = results.nbrCpus - 1; processor >= wanted; processor--)
+        _kset_cpu_state_(processor, 0);
+    for (int32 processor = 1; processor < std::min(wanted, results.nbrCpus); processor++)
+        _kset_cpu_state_(processor, 1);
+    if (wanted < results.nbrCpus)
+        snooze(kSettleMicros);
+    cpu = wanted - 1;
+}
+
+void Sitting::RunPass()
+{
+    bool isDone = true;
+    for (int32 group = 0; group < int32(kNbrTestGroups); group++)
+        isDone = isDone && !LacksAny(group, MostRounds());
+    if (isDone)
+        return;
+    UseProcessors(count);
+    if (onPass)
+        onPass(count, true);
+    // With one span a test there is nothing to be steady for: each is measured as it comes.
+    if (MostRounds() > 1)
+        WaitForSteadyClock();
+    for (round = 0; round < MostRounds() && RunRound(); round++) { }
+    if (onPass)
+        onPass(count, false);
+}
+
+bool Sitting::RunRound()
+{
+    bool isAnyWanted = false;
+    for (int32 group = 0; group < int32(kNbrTestGroups); group++) {
+        if (!LacksAny(group, round + 1))
+            continue;
+        isAnyWanted = true;
+        TellStatus(group);
+        const bigtime_t start = system_time();
+        RunGroup(group);
+        groupSeconds[group] = double(system_time() - start) / 1e6;
+    }
+    return isAnyWanted;
+}
+
+// Into results without metrics, so that each test's time is the first of its metric.
+void Sitting::RunGroup(int32 group)
+{
+    results.Clear();
+    (this->*kGroupRuns[group].run)();
+}
+
+int32 Sitting::MostRounds() const
+{
+    return record.plan.untilPercent ? kMostUntil : record.plan.repeats;
+}
+
+// What was not done at a count is not tried there again.
+bool Sitting::Lacks(const TestType& test, int32 spans) const
+{
+    const Series* series = record.Find(test, count);
+    if (!series)
+        return true;
+    if (!series->undone.empty() || int32(series->spans.size()) >= spans)
+        return false;
+    const auto& percent = record.plan.untilPercent;
+    return !percent || !IsNarrow(*series, record.bestProbe, *percent);
+}
+
+bool Sitting::LacksAny(int32 group, int32 spans) const
+{
+    return this->*kGroupRuns[group].selected
+        && std::any_of(std::begin(kTestTypes), std::end(kTestTypes),
+            [&](const TestType& test) { return test.group == group && Lacks(test, spans); });
+}
+
+// In each round once.
+bool Sitting::Wants(const TestType& test)
+{
+    return Lacks(test, round + 1);
+}
+
+void Sitting::Begins()
+{
+    span = Span();
+    span.probeBefore = ProbeSeconds();
+}
+
+void Sitting::Ended()
+{
+    span.probeAfter = ProbeSeconds();
+    record.bestProbe = std::min({ record.bestProbe, span.probeBefore, span.probeAfter });
+}
+
+void Sitting::CouldNotBegin(const TestType& test, const std::string& why)
+{
+    Series& series = record.At(test, count);
+    series.undone = why;
+    if (onSpan)
+        onSpan(series);
+}
+
+void Sitting::Measured(
+    const TestType& test, const Metric& metric, double seconds, const std::string& undone)
+{
+    Series& series = record.At(test, count);
+    span.seconds = seconds;
+    span.work = metric.cycles;
+    series.undone = undone;
+    if (undone.empty())
+        series.spans.push_back(span);
+    if (onSpan)
+        onSpan(series);
+}
+
+double Sitting::SecondsLeft(int32 group) const
+{
+    if (record.plan.untilPercent)
+        return -1;
+    double later = 0; // of this round
+    double all = 0;
+    for (int32 each = 0; each < int32(kNbrTestGroups); each++) {
+        if (!(this->*kGroupRuns[each].selected))
+            continue;
+        all += groupSeconds[each];
+        later += each >= group ? groupSeconds[each] : 0;
+    }
+    const auto& counts = record.plan.counts;
+    const auto passes = counts.end() - std::find(counts.begin(), counts.end(), count) - 1;
+    return later + all * double(MostRounds() - 1 - round)
+        + all * double(MostRounds()) * double(passes);
+}
+
+void Sitting::TellStatus(int32 group)
+{
+    if (!messenger)
+        return;
+    BMessage message('BmkS');
+    message.AddString("status", StatusText(kTestGroups[group].status).c_str());
+    message.AddInt32("left", int32(SecondsLeft(group)));
+    messenger->SendMessage(&message, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
+}
+
+// As a run without repeats leaves them: a slot for each count from all processors down.
+void Sitting::FillResults()
+{
+    results.Clear();
+    results.watch = nullptr;
+    for (const Series& series : record.series) {
+        const auto figures = FiguresOf(series, record.bestProbe);
+        if (!figures || !series.undone.empty() || series.processors > results.nbrCpus)
+            continue;
+        results.pass = results.nbrCpus - series.processors;
+        Metric* metric = results.NewTest(series.test->name, long(series.spans.front().work));
+        if (!metric)
+            continue;
+        metric->Index(series.test->id);
+        metric->Units(series.test->units);
+        const double seconds = figures->summary.estimate;
+        // The metric's work is that of its first series.
+        const double work = series.spans.front().work;
+        metric->Time(float(work > 0 ? seconds * metric->cycles / work : seconds));
+    }
+    results.pass = results.nbrCpus - 1;
+    results.FillGaps();
+    results.pass = -1;
+    results.FillTheseDevices();
+}

@@ -1,0 +1,54 @@
+// A run as tarvex-run makes it: at each processor count all groups in turn, as often as the plan
+// says, with a probe directly before and after every span.
+#pragma once
+
+#include "engine/Benchmark.h"
+#include "results/RunRecord.h"
+
+#include <functional>
+
+// Set the groups' flags, Go(), wait for 'LThC', then read record and results: no lock guards them
+// while the thread runs. Spans that record holds already are not measured again.
+//
+// 'BmkS' brings, besides its text, how long the rest of the run will take: the int32 "left",
+// in seconds, below 0 while that is not known.
+class Sitting : public Benchmark, private SpanWatch {
+public:
+    explicit Sitting(const RunPlan& plan);
+    ~Sitting() override;
+
+    int32 Action() override;
+
+    RunRecord record;
+    // Called after each span, in the run's thread and off the clock.
+    std::function<void(const Series& series)> onSpan;
+    // Called in the same way before the first span of a pass and after its last.
+    std::function<void(int32 processors, bool begins)> onPass;
+
+private:
+    bool Wants(const TestType& test) override;
+    void Begins() override;
+    void Ended() override;
+    void CouldNotBegin(const TestType& test, const std::string& why) override;
+    void Measured(const TestType& test, const Metric& metric, double seconds,
+        const std::string& undone) override;
+
+    [[nodiscard]] int32 MostRounds() const;
+    // Whether the test, or one of the group's, has fewer spans at this count than so many, and
+    // needs more.
+    [[nodiscard]] bool Lacks(const TestType& test, int32 spans) const;
+    [[nodiscard]] bool LacksAny(int32 group, int32 spans) const;
+    void UseProcessors(int32 count);
+    void RunPass();
+    // Returns whether there was anything to do.
+    bool RunRound();
+    void RunGroup(int32 group);
+    void TellStatus(int32 group);
+    [[nodiscard]] double SecondsLeft(int32 group) const;
+    void FillResults();
+
+    int32 count = 0; // of processors in this pass
+    int32 round = 0; // in it
+    Span span; // the one that is measured
+    double groupSeconds[kNbrTestGroups]; // what a round of each takes
+};

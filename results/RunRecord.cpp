@@ -1,0 +1,81 @@
+#include "results/RunRecord.h"
+
+#include <algorithm>
+
+namespace {
+
+double ScaledSeconds(const Series& series, const Span& span)
+{
+    const double work = series.spans.front().work;
+    return work > 0 && span.work > 0 ? span.seconds * work / span.work : span.seconds;
+}
+
+} // namespace
+
+bool IsShared(const Span& span, double bestProbe)
+{
+    return std::max(span.probeBefore, span.probeAfter) > kSharedProbe * bestProbe;
+}
+
+std::vector<double> TimesOf(const Series& series)
+{
+    std::vector<double> times;
+    for (const Span& span : series.spans)
+        times.push_back(ScaledSeconds(series, span));
+    return times;
+}
+
+std::vector<double> CleanTimesOf(const Series& series, double bestProbe)
+{
+    std::vector<double> times;
+    for (const Span& span : series.spans) {
+        if (!IsShared(span, bestProbe) && !span.isThrottled)
+            times.push_back(ScaledSeconds(series, span));
+    }
+    return times;
+}
+
+std::optional<Figures> FiguresOf(const Series& series, double bestProbe)
+{
+    const std::vector<double> all = TimesOf(series);
+    const std::vector<double> clean = CleanTimesOf(series, bestProbe);
+    const bool isClean = clean.size() >= statistics::kFewRepeats || clean.size() == all.size();
+    const std::vector<double>& times = isClean ? clean : all;
+    const auto summary = statistics::Summarize(times);
+    if (!summary)
+        return std::nullopt;
+    Figures figures { *summary, statistics::MarksOf(times), int32(all.size() - clean.size()) };
+    figures.marks.shared = !isClean;
+    return figures;
+}
+
+bool IsNarrow(const Series& series, double bestProbe, double percent)
+{
+    const auto figures = FiguresOf(series, bestProbe);
+    if (!figures || figures->marks.shared || figures->marks.few || !figures->summary.interval)
+        return false;
+    const auto& [low, high, coverage] = *figures->summary.interval;
+    return (high - low) / figures->summary.estimate * 100 < percent;
+}
+
+double RateOf(const Series& series, double seconds)
+{
+    const double work = series.spans.empty() ? 0 : series.spans.front().work;
+    return work == 0 || seconds == 0 ? seconds : work / seconds;
+}
+
+Series& RunRecord::At(const TestType& test, int32 processors)
+{
+    for (Series& each : series) {
+        if (each.test == &test && each.processors == processors)
+            return each;
+    }
+    return series.emplace_back(Series { &test, processors, {}, "" });
+}
+
+const Series* RunRecord::Find(const TestType& test, int32 processors) const
+{
+    const auto found = std::find_if(series.begin(), series.end(),
+        [&](const Series& each) { return each.test == &test && each.processors == processors; });
+    return found != series.end() ? &*found : nullptr;
+}

@@ -1,0 +1,73 @@
+// All that a run of tarvex-run measured: every span in order, for each test and processor count.
+// Estimates, marks and verdicts are worked out from it, never kept in it.
+#pragma once
+
+#include "results/Statistics.h"
+#include "results/TestCatalogue.h"
+
+#include <deque>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+// One timing of a test's work, in seconds.
+struct Span {
+    double seconds = 0; // the stopwatch's, less what the test's own loop costs
+    double work = 0; // units done in it; 0: the figure is the time itself
+    double probeBefore = 0; // ProbeSeconds() directly before and after it; 0: not taken
+    double probeAfter = 0;
+    bool isThrottled = false; // the clock was held down meanwhile, by the system's own count
+    std::optional<double> joules; // of the processor package, where it can be read
+};
+
+// A test at one processor count.
+struct Series {
+    const TestType* test = nullptr; // of the catalogue
+    int32 processors = 0;
+    std::vector<Span> spans;
+    std::string undone; // why its work was not done: then it has no figure. Else empty.
+};
+
+// Whether a probe says that the core was somebody else's too, or slower than it can be.
+constexpr double kSharedProbe = 1.15; // times the best
+[[nodiscard]] bool IsShared(const Span& span, double bestProbe);
+
+// The seconds that each span would have taken for the work of the first: tests that run for a fixed
+// time do different work in each. Clean are those neither shared nor throttled.
+[[nodiscard]] std::vector<double> TimesOf(const Series& series);
+[[nodiscard]] std::vector<double> CleanTimesOf(const Series& series, double bestProbe);
+
+// What the spans of a series say together.
+struct Figures {
+    statistics::Summary summary; // of the clean times where there are six, else of all
+    statistics::Marks marks; // of the same times; shared: the summary rests on shared ones too
+    int32 shared = 0; // spans that were shared or throttled
+};
+// Nothing for a series without spans, or with one whose work took no time.
+[[nodiscard]] std::optional<Figures> FiguresOf(const Series& series, double bestProbe);
+// Whether the interval of the estimate is known, from clean spans, and narrower than this.
+[[nodiscard]] bool IsNarrow(const Series& series, double bestProbe, double percent);
+
+// What a span's time means in the test's unit: work per second, or the seconds themselves.
+[[nodiscard]] double RateOf(const Series& series, double seconds);
+
+// What was asked for.
+struct RunPlan {
+    std::vector<int32> counts; // of processors, in the order of the passes
+    int32 repeats = 1; // 1 to 100 spans for each test and count
+    std::optional<double> untilPercent; // instead of repeats: see kLeastUntil
+};
+constexpr int32 kMostRepeats = 100;
+constexpr int32 kLeastUntil = 6; // repeats of a test that ends when its interval is narrow enough
+constexpr int32 kMostUntil = 50;
+
+struct RunRecord {
+    RunPlan plan;
+    std::deque<Series> series; // in the order of the first measurement; references to one stay
+    double bestProbe = std::numeric_limits<double>::infinity(); // of this processor model ever
+
+    // The series of a test at a count, made if there is none.
+    Series& At(const TestType& test, int32 processors);
+    [[nodiscard]] const Series* Find(const TestType& test, int32 processors) const;
+};
