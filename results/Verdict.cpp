@@ -1,0 +1,86 @@
+#include "results/Verdict.h"
+
+#include "results/Significance.h"
+#include "results/Statistics.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace statistics {
+namespace {
+
+struct Compared {
+    Judgement judgement;
+    double smallest = 1; // p that its sizes can reach
+    double p = 1; // before the correction
+    bool shorterTimes = false; // the candidate's
+};
+
+Compared Prepare(const Row& row)
+{
+    const std::optional<Summary> baseline = Summarize(row.baseline);
+    const std::optional<Summary> candidate = Summarize(row.candidate);
+    Compared compared;
+    compared.judgement.untold = row.untold;
+    if (!baseline || !candidate)
+        return compared;
+    const RankTest test = MannWhitney(row.candidate, row.baseline).value(); // as both have times
+    compared.judgement.speed = baseline->estimate / candidate->estimate;
+    compared.smallest = SmallestReachable(candidate->n, baseline->n);
+    compared.p = std::max(test.p, compared.smallest);
+    compared.shorterTimes = test.u < 0.5 * candidate->n * baseline->n;
+    return compared;
+}
+
+// Marks the comparable rows whose sizes let no difference pass.
+void LeaveOutTheSmall(std::vector<Compared>& all, double level)
+{
+    std::vector<double> smallest;
+    for (const Compared& one : all) {
+        if (!one.judgement.untold)
+            smallest.push_back(one.smallest);
+    }
+    std::sort(smallest.begin(), smallest.end());
+    for (Compared& one : all) {
+        const auto family = static_cast<double>(
+            std::upper_bound(smallest.begin(), smallest.end(), one.smallest) - smallest.begin());
+        if (!one.judgement.untold && family * one.smallest >= level)
+            one.judgement.untold = Untold::kTooFewRepeats;
+    }
+}
+
+Verdict VerdictOf(double p, double level, bool shorterTimes, double speed)
+{
+    if (p < level && shorterTimes && speed > 1)
+        return Verdict::kFaster;
+    if (p < level && !shorterTimes && speed < 1)
+        return Verdict::kSlower;
+    return Verdict::kNoRealDifference;
+}
+
+} // namespace
+
+std::vector<Judgement> Judge(const std::vector<Row>& rows, double level)
+{
+    std::vector<Compared> all;
+    for (const Row& row : rows)
+        all.push_back(Prepare(row));
+    LeaveOutTheSmall(all, level);
+
+    std::vector<double> ps;
+    for (const Compared& one : all)
+        ps.push_back(one.judgement.untold ? std::numeric_limits<double>::quiet_NaN() : one.p);
+    const std::vector<double> adjusted = Holm(ps);
+
+    std::vector<Judgement> judgements;
+    for (size_t i = 0; i < all.size(); i++) {
+        Judgement& judgement = judgements.emplace_back(all[i].judgement);
+        if (judgement.untold)
+            continue;
+        judgement.p = adjusted[i];
+        judgement.verdict = VerdictOf(adjusted[i], level, all[i].shorterTimes, *judgement.speed);
+    }
+    return judgements;
+}
+
+} // namespace statistics
