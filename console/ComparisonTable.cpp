@@ -2,7 +2,7 @@
 
 #include "console/TextColumns.h"
 #include "foundation/Utf8.h"
-#include "results/FormatRate.h"
+#include "results/Metric.h"
 #include "results/TestCatalogue.h"
 
 #include <algorithm>

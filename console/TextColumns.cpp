@@ -1,6 +1,6 @@
 #include "console/TextColumns.h"
 
-#include "results/FormatRate.h"
+#include "results/Metric.h"
 
 #include <algorithm>
 
