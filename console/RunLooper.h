@@ -1,9 +1,33 @@
-// Where a run without windows reports to.
+// A run without windows: where it reports to, and the signals that end it as messages instead of a
+// sudden end.
 #pragma once
+
+#include "engine/Benchmark.h"
+#include "engine/LibThread.h"
 
 #include <Looper.h>
 
-#include <string>
+#include <csignal>
+
+// Waits for the first of SIGINT, SIGTERM, SIGHUP, SIGQUIT and SIGPIPE. It arrives as this thread's
+// 'LThC', with the signal's number as "status". A thread of its own, so that nothing need be polled
+// while a test is timed. What the program was started to ignore (nohup) stays ignored.
+class StopSignals : public LibThread {
+public:
+    // Keeps the signals from this thread and all that it starts; so before any other thread.
+    StopSignals();
+    ~StopSignals() override;
+
+    int32 Action() override;
+
+    // Whether the calling thread has just written into a pipe that nobody reads any more: that
+    // signal is for the thread alone.
+    [[nodiscard]] static bool PipeIsBroken();
+
+private:
+    sigset_t signals;
+    int received = 0;
+};
 
 // How a run ended.
 struct RunOutcome {
@@ -31,3 +55,7 @@ private:
     RunOutcome& outcome;
     const bool onTerminal;
 };
+
+// Runs the groups and returns when the run is over or a signal has come, or at once if a thread of
+// it cannot be made; then no thread of it is left and all processors are on.
+[[nodiscard]] RunOutcome DriveRun(StopSignals& signals, Benchmark& benchmark);

@@ -1,10 +1,7 @@
 // The benchmark without windows, for servers and scripts.
-#include "console/ComparisonTable.h"
-#include "console/RateTable.h"
+#include "console/RatesAsText.h"
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
-#include "console/StandardFiles.h"
-#include "console/StopSignals.h"
 #include "foundation/Utf8.h"
 #include "results/ResultsFile.h"
 
@@ -13,15 +10,49 @@
 #include <WholeFile.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <unistd.h>
 
 namespace {
 
-// What the main window gives the run too.
-constexpr long kRunPriority = 20;
-
 enum ExitStatus { kDone, kFailed, kNothingRun, kLeftOut, kBusy, kSignalBase = 128 };
+
+int gOutputError = 0;
+
+// Fills in those that the program was started without, so that no file that it opens takes their
+// place. What is written there then fails.
+void OpenStandardFiles()
+{
+    FILE* file = nullptr;
+    do { // never closed, but for the first one that is none of the three
+        file = fopen("/dev/null", "r");
+    } while (file != nullptr && fileno(file) <= STDERR_FILENO);
+    if (file != nullptr)
+        fclose(file);
+}
+
+// Sends on what was printed. An error is remembered for FinishOutput(): whoever else flushes
+// standard output takes its reason away.
+void FlushOutput()
+{
+    errno = 0;
+    const bool isSent = fflush(stdout) == 0 && ferror(stdout) == 0;
+    if (!isSent && gOutputError == 0)
+        gOutputError = errno != 0 ? errno : EIO;
+}
+
+// Ends the output of the program. Returns one line without a line end that says why not all of it
+// could be written to standard output, or an empty text.
+std::string FinishOutput()
+{
+    FlushOutput();
+    if (gOutputError == 0)
+        return "";
+    return std::string("cannot write <standard output>: ") + strerror(gOutputError);
+}
 
 void Tell(const std::string& message)
 {
@@ -32,34 +63,6 @@ int Refuse(const std::string& message)
 {
     Tell(message);
     return kNothingRun;
-}
-
-// Runs the groups and returns when the run is over or a signal has come, or at once if a thread of
-// it cannot be made; then no thread of it is left and all processors are on.
-RunOutcome DriveRun(StopSignals& signals, Benchmark& benchmark)
-{
-    RunOutcome outcome;
-    auto* looper = new RunLooper(outcome);
-    const BMessenger target(looper);
-    const thread_id looperThread = looper->Run();
-    const auto start = [&target](LibThread& thread, const char* name, long priority) {
-        return thread.Go(name, new BMessenger(target), priority, false) >= B_OK;
-    };
-    if (looperThread < B_OK)
-        outcome.notStarted = "run";
-    else if (!start(signals, RunLooper::kSignalThread, B_NORMAL_PRIORITY))
-        outcome.notStarted = RunLooper::kSignalThread;
-    else if (!start(benchmark, RunLooper::kBenchmarkThread, kRunPriority))
-        outcome.notStarted = RunLooper::kBenchmarkThread;
-    if (outcome.notStarted && looper->Lock())
-        looper->Quit(); // nothing else would end it
-
-    status_t value = 0;
-    wait_for_thread(looperThread, &value); // the looper has deleted itself
-    benchmark.Kill();
-    for (int32 processor = 1; processor < benchmark.results.nbrCpus; processor++)
-        _kset_cpu_state_(processor, 1); // those that an ended run left off
-    return outcome;
 }
 
 // Takes the graphics tests out of a run that has nowhere to draw, with a line on standard error.

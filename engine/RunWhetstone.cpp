@@ -5,12 +5,14 @@
 #include "engine/WhetstoneThread.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
 
 namespace {
 
+constexpr int32 kPriority = 100;
 constexpr long kIterations = 1000;
 constexpr int kWhetstones = 10;
 
@@ -51,6 +53,34 @@ std::string Proof(const Whetstone& done)
 }
 
 } // namespace
+
+WhetstoneThread::~WhetstoneThread()
+{
+    if (thread > 0)
+        kill_thread(thread);
+}
+
+thread_id WhetstoneThread::Go(const long& newIterations, const long& number)
+{
+    iterations = int32(newIterations);
+    char name[B_OS_NAME_LENGTH];
+    snprintf(name, sizeof name, "WhetstoneThread_%d", int(number));
+    thread = spawn_thread(DoStaticWhetstone, name, kPriority, this);
+    if (thread < B_OK)
+        fprintf(stderr, "No thread for <%s>\n", name);
+    return thread;
+}
+
+int32 WhetstoneThread::DoStaticWhetstone(void* self)
+{
+    return static_cast<WhetstoneThread*>(self)->DoWhetstone();
+}
+
+int32 WhetstoneThread::DoWhetstone()
+{
+    whetstone.Run(iterations);
+    return 0;
+}
 
 void Benchmark::RunWhetstone()
 {

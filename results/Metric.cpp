@@ -4,6 +4,13 @@
 #include <cstdio>
 #include <iterator>
 
+LibString FormatRate(const double& rate)
+{
+    LibString text;
+    text.Formatted("%.1f", rate);
+    return text;
+}
+
 Metric& Metric::operator=(const Metric& o)
 {
     if (this == &o)

@@ -13,6 +13,10 @@ constexpr int kMostTimes = 8; // slots of a metric: one for each processor that 
 
 class BView;
 
+// A rate as text: "%.1f", with a point in every locale. One home for the digits, so that list,
+// table and files show the same.
+[[nodiscard]] LibString FormatRate(const double& rate);
+
 class Metric {
 public:
     Metric() = default;

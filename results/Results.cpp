@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <utility>
 
 #include "foundation/Utf8.h"
-#include "results/ProcessorImages.h"
+#include "sysinfo/LibDeviceInfo.h"
 #include "sysinfo/LibSysInfo.h"
 
 namespace {
@@ -31,7 +32,26 @@ void RunLoops(long loops, int randsPerLoop)
     }
 }
 
+void AppendLine(LinkList<RelatedDevices>& devices, int type, const LibString& text)
+{
+    auto line = std::make_unique<RelatedDevices>();
+    line->Description(type, text);
+    if (devices.Insert(std::move(line)) == nullptr)
+        fprintf(stderr, "<%s> not inserted\n", text.operator const char*());
+}
+
 } // namespace
+
+void RelatedDevices::Description(const int& newType, const char* text)
+{
+    type = newType;
+    description = text;
+}
+
+void RelatedDevices::PrintToStream() const
+{
+    fprintf(stderr, "RelatedDevices:: <%s>, type %d\n", LibPrintable(description).c_str(), type);
+}
 
 Results::Results(bool isCurrent) : Results(isCurrent, LibSysInfo()) { }
 
@@ -57,12 +77,6 @@ Results& Results::operator=(Results& o)
     return *this;
 }
 
-void Results::UpdateIcon()
-{
-    const auto& picture = expanded ? ProcessorOpen : Processor;
-    icon->SetBits(picture.data(), static_cast<int32>(picture.size()), 0, B_CMAP8);
-}
-
 void Results::Reset()
 {
     Reset(LibSysInfo());
@@ -78,6 +92,24 @@ void Results::Reset(const LibSysInfo& machine)
     pass = -1;
     expanded = false;
     UpdateIcon();
+}
+
+void Results::FillTheseDevices()
+{
+    const LibSysInfo machine;
+    LibString text;
+    text.Formatted("%s, %dx%d resolution", machine.ScreenDepthStr(), machine.screenWidth,
+        machine.screenHeight);
+    AppendLine(devices, -1, text);
+
+    LibDeviceInfo info;
+    int index = 0;
+    int classId = 0;
+    LibString name;
+    while (info.NextClassId(index, classId, name)) {
+        if (info.FindDevice(classId, text))
+            AppendLine(devices, classId, text);
+    }
 }
 
 bool Results::CycleCpu()

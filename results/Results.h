@@ -14,6 +14,7 @@
 //     }
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -48,6 +49,10 @@ public:
 };
 
 constexpr int32 kRecordSize = 9000; // bytes of the longest record, end mark included
+
+// The pictures of a processor beside a machine in the chart: 16 rows of 16 pixels in B_CMAP8.
+extern const std::array<uint8, 256> Processor; // closed
+extern const std::array<uint8, 256> ProcessorOpen; // without its lid: the machine is expanded
 
 class Results : public LinkList<Metric>, public LibTimer {
 public:

@@ -1,11 +1,15 @@
 // The record: one machine on one line, as results files and the comparison store hold it.
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "foundation/FixedText.h"
+#include "foundation/LibStringIterator.h"
 #include "foundation/Utf8.h"
 #include "results/Results.h"
+#include "results/TestCatalogue.h"
 
 namespace {
 
@@ -72,4 +76,94 @@ bool Results::Write(char* buffer) const
     fprintf(stderr, "The record of <%s> was shortened to %d bytes\n",
         LibPrintable(machine.c_str(), 200).c_str(), kRecordSize);
     return false;
+}
+
+// Reading a record, which may come from anywhere: nothing in it is taken at its word.
+
+namespace {
+
+// The digit after the first "(", or else the first character. A letter counts as 0.
+int32 ProcessorCount(const LibString& description)
+{
+    const char* text = description;
+    const char digit = text[description.Index('(') + 1];
+    return digit >= '0' && digit <= '9' ? digit - '0' : 0;
+}
+
+// A field on standard error, cut short: a record can hold thousands that cannot be read.
+void PrintField(const LibString& field)
+{
+    fprintf(stderr, "<%s>\n", LibPrintable(field, 60).c_str());
+}
+
+} // namespace
+
+void Results::Read(const char* text)
+{
+    LibStringIterator line(text);
+    const int32 nbrDevices = line.Count('\t') - 1;
+    LibString field;
+    if (!line.GetNextField('\t', field))
+        return;
+    description = static_cast<const char*>(field);
+    nbrCpus = ProcessorCount(description);
+    cpu = nbrCpus + 1;
+    ReadDevices(line, nbrDevices);
+    while (line.GetNextField(':', field))
+        ReadMetric(line, field);
+}
+
+void Results::ReadDevices(LibStringIterator& line, int32 nbrFields)
+{
+    LibString field;
+    int32 type = 0;
+    for (; nbrFields > 0 && line.GetNextField('\t', field); nbrFields--) {
+        LibString id(field);
+        if (id.ToChar(':', 0, 0))
+            id.GetInt32(type);
+        else
+            fprintf(stderr, "Unable to get class id for <%s>\n", LibPrintable(id, 1000).c_str());
+        field.FromChar(':', 0, 1);
+        auto device = std::make_unique<RelatedDevices>();
+        device->Description(type, field);
+        devices.Insert(std::move(device));
+    }
+}
+
+void Results::ReadMetric(LibStringIterator& line, const LibString& id)
+{
+    int32 index = 0;
+    if (!id.GetInt32(index)) {
+        fprintf(stderr, "Error extracting metric type for <%s>. <%s>\n",
+            LibPrintable(description, 1000).c_str(), LibPrintable(id, 60).c_str());
+        return;
+    }
+    auto metric = std::make_unique<Metric>();
+    metric->Index(index);
+    metric->Description(MetricName(index));
+    LibString cycles;
+    int32 nbrCycles = 0;
+    if (line.GetNextField('/', cycles) && cycles.GetInt32(nbrCycles))
+        metric->NbrCycles(nbrCycles);
+    else
+        fprintf(stderr, "Error extracting number of iterations\n");
+    if (Metric* inserted = Insert(std::move(metric)))
+        ReadTimes(line, *inserted);
+}
+
+void Results::ReadTimes(LibStringIterator& line, Metric& metric)
+{
+    // Where a metric has fewer times than that, the fields of the next one are taken for them: a
+    // file says nowhere how many there are.
+    for (int32 i = 0; i < nbrCpus; i++) {
+        LibString field;
+        float seconds = 0;
+        if (line.GetNextField(",;", field) && field.GetFloat32(seconds)) {
+            metric.Time(seconds);
+            continue;
+        }
+        PrintField(field);
+        const char* name = metric.description;
+        fprintf(stderr, "Error extracting time for metric <%s> (%d)\n", name, metric.index);
+    }
 }

@@ -1,7 +1,6 @@
 // The table: machines as lines, metrics as groups of columns, one for each processor count.
 #include <string>
 
-#include "results/FormatRate.h"
 #include "results/Results.h"
 
 namespace {

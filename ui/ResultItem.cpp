@@ -1,6 +1,6 @@
 #include "ui/ResultItem.h"
 
-#include "results/FormatRate.h"
+#include "results/Metric.h"
 
 #include <GraphicsDefs.h>
 #include <View.h>

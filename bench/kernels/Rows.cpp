@@ -4,8 +4,7 @@
 #include "engine/BlockFile.h"
 #include "engine/FileLife.h"
 #include "engine/Fourier.h"
-#include "engine/IntegerKernels.h"
-#include "engine/Savage.h"
+#include "engine/Kernels.h"
 #include "engine/Whetstone.h"
 
 #include <FindDirectory.h>

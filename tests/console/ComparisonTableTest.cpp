@@ -1,4 +1,4 @@
-#include "console/ComparisonTable.h"
+#include "console/RatesAsText.h"
 
 #include <gtest/gtest.h>
 

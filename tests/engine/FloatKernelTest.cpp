@@ -1,6 +1,6 @@
 // The floating-point kernels' values; CompiledTest.cpp counts what they do for them.
 #include "engine/Fourier.h"
-#include "engine/Savage.h"
+#include "engine/Kernels.h"
 #include "engine/Whetstone.h"
 
 #include "bench/kernels/BareLoops.h"

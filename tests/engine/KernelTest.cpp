@@ -1,6 +1,6 @@
 // The integer kernels' values; CompiledTest.cpp counts what they do for them.
 #include "engine/Benchmark.h"
-#include "engine/IntegerKernels.h"
+#include "engine/Kernels.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "results/ProcessorImages.h"
 
 namespace {
 

@@ -1,4 +1,5 @@
-// Both disk groups, in the common temporary directory, which they leave as it was.
+// Both disk groups, in the common temporary directory, which they leave as it was, and the files
+// that they are made of.
 #include "engine/Benchmark.h"
 #include "engine/BlockFile.h"
 #include "engine/FileLife.h"
@@ -11,6 +12,126 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <unistd.h>
+#include <utility>
+
+BlockFile::~BlockFile()
+{
+    if (fStream)
+        fclose(fStream);
+    unlink(path.c_str());
+}
+
+bool BlockFile::Open(const char* mode)
+{
+    const bool isWritten = *mode == 'w';
+    if (isWritten)
+        unlink(path.c_str());
+    if (isWritten || fIsMade)
+        fStream = fopen(path.c_str(), isWritten ? "wbx" : mode);
+    error = fStream ? 0 : !isWritten && !fIsMade ? ENOENT : errno;
+    fIsMade = fIsMade || fStream;
+    return fStream != nullptr;
+}
+
+bool BlockFile::Close()
+{
+    const bool isWritten = fclose(std::exchange(fStream, nullptr)) == 0;
+    if (!isWritten)
+        error = errno;
+    return isWritten;
+}
+
+bool BlockFile::Write(long count)
+{
+    bool isDone = true;
+    for (long block = 0; block < count; block++) {
+        if (fwrite(fBlock, kBlockSize, 1, fStream) == 1)
+            continue;
+        error = isDone ? errno : error;
+        isDone = false;
+    }
+    return isDone;
+}
+
+bool BlockFile::Read(long count)
+{
+    bool isDone = true;
+    for (long block = 0; block < count; block++) {
+        if (fread(fBlock, kBlockSize, 1, fStream) == 1)
+            continue;
+        error = !isDone ? error : ferror(fStream) ? errno : 0;
+        isDone = false;
+    }
+    return isDone;
+}
+
+namespace {
+
+constexpr int32 kPriority = 100;
+
+// Calls action(path) for each file, and counts those for which it returns false.
+template <typename Action>
+void ForEachFile(FileLife& files, Action action)
+{
+    files.failures = files.error = 0;
+    const char* prefix = files.prefix;
+    const std::string start = std::string(prefix ? prefix : "") + ".";
+    std::string path(start.size() + 12, '\0'); // with room for any number
+    for (int64 number = files.first; number <= files.last; number++) {
+        snprintf(path.data(), path.size(), "%s%d", start.c_str(), int(number));
+        if (!action(path.c_str()) && files.failures++ == 0)
+            files.error = errno;
+    }
+}
+
+} // namespace
+
+FileLife::~FileLife()
+{
+    kill_thread(thread);
+}
+
+void FileLife::SetIndexRange(const long& newFirst, const long& newLast)
+{
+    first = int32(newFirst);
+    last = int32(newLast);
+}
+
+thread_id FileLife::Go(const int& mode)
+{
+    const bool create = mode == kCreate;
+    thread = spawn_thread(create ? CreateThread : RemoveThread,
+        create ? "CreateThread" : "RemoveThread", kPriority, this);
+    return thread;
+}
+
+int32 FileLife::CreateThread(void* self)
+{
+    return static_cast<FileLife*>(self)->Create();
+}
+
+int32 FileLife::RemoveThread(void* self)
+{
+    return static_cast<FileLife*>(self)->Remove();
+}
+
+int32 FileLife::Create()
+{
+    ForEachFile(*this, [](const char* path) {
+        FILE* file = fopen(path, "wx");
+        if (!file && errno == EEXIST && unlink(path) == 0)
+            file = fopen(path, "wx");
+        return file && fclose(file) == 0;
+    });
+    return 0;
+}
+
+int32 FileLife::Remove()
+{
+    ForEachFile(*this, [](const char* path) { return unlink(path) == 0; });
+    return 0;
+}
 
 namespace {
 

@@ -1,6 +1,6 @@
-// The work of the integer and memory groups, apart from its timing: each function does exactly the
-// rounds it is given and hands back what shows that it did. Not inlined, so that what is tested is
-// also what a run measures.
+// The work of the integer, memory and Savage groups, apart from its timing: each function does
+// exactly the rounds it is given and hands back what shows that it did. Not inlined, so that what
+// is tested is also what a run measures.
 #pragma once
 
 #include <cstddef>
@@ -17,6 +17,15 @@ size_t WordwiseLength(const char* text);
 
 // Allocates 512 bytes, clears and releases them, rounds times. Returns how often there was memory.
 [[gnu::noinline]] long AllocateAndClear(long rounds);
+
+// The Savage benchmark: a chain of functions and their inverses that gives its argument back, apart
+// from what is lost by rounding. Starts at 1 and adds 1 by each step. Returns the sum, about
+// steps + 1.
+[[gnu::noinline]] double SavageSteps(long steps);
+
+// The root by the processor's own instruction; by the C library where that gives no number, or
+// where there is no such instruction. Not a number for a negative value.
+double InstructionRoot(double value);
 
 // Evaluates Ackermann's A(3, 3), rounds times. Returns the last value; 0 without rounds.
 [[gnu::noinline]] int EvaluateAckerman(long rounds);

@@ -1,0 +1,284 @@
+#include "engine/Kernels.h"
+
+#include "engine/Benchmark.h"
+#include "engine/Sink.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <vector>
+
+namespace {
+
+constexpr long kTextRounds = 3000000;
+// Characters per length of the text in the result: millions, as the unit is.
+constexpr long kMillionTextRounds = kTextRounds / 1000000;
+
+typedef uint64_t Word;
+constexpr Word kOnes = 0x0101010101010101;
+constexpr Word kHighBits = 0x8080808080808080;
+
+} // namespace
+
+size_t WordwiseLength(const char* text)
+{
+    size_t length = 0;
+    for (;; length += sizeof(Word)) {
+        Word word;
+        memcpy(&word, text + length, sizeof word);
+        if ((word - kOnes) & ~word & kHighBits) // some byte is 0
+            break;
+    }
+    while (text[length] != '\0')
+        length++;
+    return length;
+}
+
+void CopyText(char* copy, const char* text, long rounds)
+{
+    for (long round = 0; round < rounds; round++) {
+        strcpy(copy, text);
+        Sink(copy);
+    }
+}
+
+int CompareText(const char* copy, const char* text, long rounds)
+{
+    int result = 0;
+    for (long round = 0; round < rounds; round++) {
+        result = strcmp(copy, text);
+        Sink(result);
+    }
+    return result;
+}
+
+void Benchmark::RunStrings()
+{
+    // Aligned to a cache line, so that the rate does not depend on where the stack begins.
+    alignas(64) char text[48] = "Tarvex tests system resources of the BeOS.";
+    alignas(64) char copy[sizeof text] = "";
+    static_assert(sizeof text % sizeof(Word) == 0);
+    const char* source = text;
+    Opaque(source);
+    const long length = long(WordwiseLength(source));
+
+    const auto measure = [&](const TestType& test, const auto& kernel, const auto& isDone) {
+        Measure(test, kTextRounds, kernel, [&](Metric& metric) {
+            metric.NbrCycles(kMillionTextRounds * length);
+            return Unless(isDone(), "the copy is not the text");
+        });
+    };
+    int difference = -1;
+    measure(
+        TestNamed("Strings Copy"), [&] { CopyText(copy, source, kTextRounds); },
+        [&] { return memcmp(copy, text, sizeof text) == 0; });
+    measure(
+        TestNamed("Strings Compare"), [&] { difference = CompareText(copy, source, kTextRounds); },
+        [&] { return difference == 0; });
+}
+
+namespace {
+
+constexpr long kMemoryRounds = 400000;
+constexpr size_t kBlockSize = 512;
+constexpr long kMemoryBytes = kMemoryRounds * long(kBlockSize);
+static_assert(TestNamed("Memory").work == kMemoryBytes / 1048576);
+
+} // namespace
+
+long AllocateAndClear(long rounds)
+{
+    long allocated = 0;
+    for (long round = 0; round < rounds; round++) {
+        char* block = new (std::nothrow) char[kBlockSize];
+        if (!block)
+            continue;
+        memset(block, 0, kBlockSize);
+        Sink(block);
+        delete[] block;
+        allocated++;
+    }
+    return allocated;
+}
+
+void Benchmark::RunMemory()
+{
+    long allocated = 0;
+    Measure(
+        TestNamed("Memory"), kMemoryRounds, [&] { allocated = AllocateAndClear(kMemoryRounds); },
+        [&](Metric&) { return Unless(allocated == kMemoryRounds, "out of memory"); });
+}
+
+namespace {
+
+constexpr long kSavageSteps = 300000;
+// Each step adds 1, but for what its functions lose.
+constexpr double kMostLost = 0.01;
+
+#if defined(__x86_64__)
+inline double ProcessorRoot(double value)
+{
+    asm("sqrtsd %0, %0" : "+x"(value));
+    return value;
+}
+#elif defined(__aarch64__)
+inline double ProcessorRoot(double value)
+{
+    asm("fsqrt %d0, %d0" : "+w"(value));
+    return value;
+}
+#else
+inline double ProcessorRoot(double)
+{
+    return std::numeric_limits<double>::quiet_NaN();
+}
+#endif
+
+} // namespace
+
+double InstructionRoot(double value)
+{
+    const double root = ProcessorRoot(value);
+    return root == root ? root : sqrt(value);
+}
+
+double SavageSteps(long steps)
+{
+    double a = 1.0;
+    for (long step = 0; step < steps; step++)
+        a = tan(atan(exp(log(InstructionRoot(a * a))))) + 1.0;
+    Sink(a);
+    return a;
+}
+
+void Benchmark::RunSavage()
+{
+    double value = 0;
+    Measure(
+        TestNamed("Savage"), kSavageSteps, [&] { value = SavageSteps(kSavageSteps); },
+        [&](Metric&) {
+            return Unless(std::abs(value - (kSavageSteps + 1)) < kMostLost, "its sum is wrong");
+        });
+}
+
+namespace {
+
+constexpr long kAckermanRounds = 6000;
+
+constexpr int kAckermanValue = 61; // of A(3, 3)
+
+// By value: the recursion of a function that others may call by reference passes memory about. Not
+// inlined: a compiler that puts the function into itself saves a third of the calls that are the
+// test.
+[[gnu::noinline]] int Recurse(int m, int n)
+{
+    while (m != 0) {
+        if (n == 0)
+            n = 1;
+        else
+            n = Recurse(m, n - 1);
+        m--;
+    }
+    return n + 1;
+}
+
+} // namespace
+
+int Benchmark::Ackerman(const int& m, const int& n)
+{
+    return Recurse(m, n);
+}
+
+int EvaluateAckerman(long rounds)
+{
+    int result = 0;
+    for (long round = 0; round < rounds; round++) {
+        // The compiler must not know the level: it would unroll the levels into additions.
+        int level = 3;
+        int value = 3;
+        Opaque(level);
+        // The first level is written out, as the function does it.
+        while (level != 0) {
+            if (value == 0)
+                value = 1;
+            else
+                value = Benchmark::Ackerman(level, value - 1);
+            level--;
+        }
+        result = value + 1;
+        Sink(result);
+    }
+    return result;
+}
+
+void Benchmark::RunAckerman()
+{
+    int value = 0;
+    Measure(
+        TestNamed("Ackerman"), kAckermanRounds, [&] { value = EvaluateAckerman(kAckermanRounds); },
+        [&](Metric&) { return Unless(value == kAckermanValue, "A(3, 3) is not 61"); });
+}
+
+namespace {
+
+constexpr bigtime_t kLongestMicros = 4999999;
+
+// A pass's flags are never released: each run measures fresh memory. They are kept in reach, so
+// that a leak checker reports the leaks that nobody meant.
+char* NewFlags()
+{
+    static std::vector<char*>& kept = *new std::vector<char*>;
+    kept.push_back(new char[kSieveSize]);
+    return kept.back();
+}
+
+// Cleared are the first flags, those that have a multiple in reach.
+bool IsSieved(const char* flags)
+{
+    const auto hasMultiple = [](int i) { return 3 * i + 3 <= kSieveSize; };
+    for (int i = 0; i < kSieveSize; i++) {
+        if (flags[i] != (hasMultiple(i) ? 0 : 1))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+void SievePass(char* flags)
+{
+    for (int i = 0; i < kSieveSize; i++)
+        flags[i] = 1;
+    for (int i = 0; i < kSieveSize; i++) {
+        if (flags[i] == 0)
+            continue;
+        const int step = i + i + 3;
+        int multiple = i + step;
+        if (multiple > kSieveSize)
+            continue;
+        for (; multiple <= kSieveSize; multiple += step)
+            Opaque(multiple); // a walk that stores nothing would be left out
+        flags[i] = 0;
+    }
+    Sink(flags);
+}
+
+void Benchmark::RunSieve()
+{
+    char* flags = NewFlags();
+    long passes = 0;
+    const auto passFor5Seconds = [&] {
+        const bigtime_t start = system_time();
+        do {
+            SievePass(flags);
+            passes++;
+        } while (system_time() - start <= kLongestMicros);
+    };
+    Measure(TestNamed("Sieve"), 0, passFor5Seconds, [&](Metric& metric) {
+        metric.NbrCycles(passes);
+        return Unless(IsSieved(flags), "its flags are wrong");
+    });
+}
