@@ -2,6 +2,7 @@
 #include "console/RatesAsText.h"
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
+#include "engine/Sitting.h"
 #include "foundation/Utf8.h"
 #include "results/ResultsFile.h"
 
@@ -102,22 +103,22 @@ int Run(RunOptions& options)
         return kBusy;
 
     StopSignals signals;
-    Benchmark benchmark;
+    Sitting sitting(RunPlan {});
     for (bool Benchmark::*group : options.groups)
-        benchmark.*group = true;
-    const RunOutcome outcome = DriveRun(signals, benchmark);
+        sitting.*group = true;
+    const RunOutcome outcome = DriveRun(signals, sitting);
     if (outcome.notStarted) {
         Tell("cannot start thread <" + std::string(outcome.notStarted) + ">");
         return kFailed;
     }
     if (!outcome.finished)
         return kSignalBase + outcome.signal;
-    const bool undone = benchmark.LeaveOutUndone();
-    if (undone && benchmark.results.Size() == 0)
+    const bool undone = sitting.record.IsAnyUndone();
+    if (undone && sitting.results.Size() == 0)
         return kLeftOut;
-    printf("%s", RateTable(benchmark.results).c_str());
+    printf("%s", RateTable(sitting.results).c_str());
     FlushOutput();
-    if (!WriteResultsFile(options.output.c_str(), benchmark.results))
+    if (!WriteResultsFile(options.output.c_str(), sitting.results))
         return kFailed;
     return leftOut || undone ? kLeftOut : kDone;
 }

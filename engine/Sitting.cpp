@@ -32,7 +32,12 @@ int32 Sitting::Action()
 {
     const ProcessorConfinement toThoseCounted;
     results.Reset();
-    for (const int32 each : record.plan.counts) {
+    auto& counts = record.plan.counts;
+    if (counts.empty()) {
+        for (int32 each = results.nbrCpus; each > 0; each--)
+            counts.push_back(each);
+    }
+    for (const int32 each : counts) {
         count = each;
         RunPass();
     }

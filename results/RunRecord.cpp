@@ -79,3 +79,9 @@ const Series* RunRecord::Find(const TestType& test, int32 processors) const
         [&](const Series& each) { return each.test == &test && each.processors == processors; });
     return found != series.end() ? &*found : nullptr;
 }
+
+bool RunRecord::IsAnyUndone() const
+{
+    return std::any_of(
+        series.begin(), series.end(), [](const Series& each) { return !each.undone.empty(); });
+}

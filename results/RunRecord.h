@@ -54,7 +54,8 @@ struct Figures {
 
 // What was asked for.
 struct RunPlan {
-    std::vector<int32> counts; // of processors, in the order of the passes
+    // Of processors, in the order of the passes; empty: from all down to one.
+    std::vector<int32> counts;
     int32 repeats = 1; // 1 to 100 spans for each test and count
     std::optional<double> untilPercent; // instead of repeats: see kLeastUntil
 };
@@ -70,4 +71,6 @@ struct RunRecord {
     // The series of a test at a count, made if there is none.
     Series& At(const TestType& test, int32 processors);
     [[nodiscard]] const Series* Find(const TestType& test, int32 processors) const;
+    // Whether some test's work was not done.
+    [[nodiscard]] bool IsAnyUndone() const;
 };
