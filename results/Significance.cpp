@@ -45,11 +45,9 @@ Ranked Rank(const std::vector<double>& a, const std::vector<double>& b)
 // How probable a u of limit or below is, without ties, for limit up to n * m / 2. The numbers of
 // orders with u = 0, 1, 2, ... are the coefficients of the product of (1 - q^(n+i)) / (1 - q^i) for
 // i = 1 to m. They go up to 1e59, yet the doubles stay within 1e-13 of the whole numbers up to 100
-// by 100, as each factor leaves them positive; with the smaller size as m it takes the fewest.
+// by 100, as each factor leaves them positive.
 double ProbabilityUpTo(size_t limit, size_t n, size_t m)
 {
-    if (n < m)
-        std::swap(n, m);
     std::vector<double> orders(limit + 1);
     orders[0] = 1;
     double all = 1;

@@ -1,0 +1,122 @@
+#include "results/Verdict.h"
+#include "results/Significance.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace statistics;
+
+namespace {
+
+std::vector<double> Times(size_t count, double first, double step = 0.001)
+{
+    std::vector<double> times;
+    for (size_t i = 0; i < count; i++)
+        times.push_back(first + step * static_cast<double>(i));
+    return times;
+}
+
+// Twice as fast, beyond doubt if count is enough for one.
+Row Faster(size_t count)
+{
+    return { Times(count, 2, 0.002), Times(count, 1), {} };
+}
+
+int Count(const std::vector<Judgement>& judgements, Verdict verdict, std::optional<Untold> untold)
+{
+    int count = 0;
+    for (const Judgement& judgement : judgements)
+        count += judgement.verdict == verdict && judgement.untold == untold;
+    return count;
+}
+
+} // namespace
+
+TEST(Judge, CallsTheShorterTimesFaster)
+{
+    const auto judged = Judge({ Faster(10), { Times(10, 1), Times(10, 2, 0.002), {} },
+        { Times(10, 1), Times(10, 1.0005), {} }, { Times(10, 1.0005), Times(10, 1), {} } });
+    ASSERT_EQ(judged.size(), 4u);
+    EXPECT_EQ(judged[0].verdict, Verdict::kFaster);
+    EXPECT_DOUBLE_EQ(judged[0].speed.value(), 2);
+    EXPECT_DOUBLE_EQ(judged[0].p.value(), 4 * SmallestReachable(10, 10)); // of four rows
+    EXPECT_EQ(judged[1].verdict, Verdict::kSlower);
+    EXPECT_DOUBLE_EQ(judged[1].speed.value(), 0.5);
+    EXPECT_GT(judged[2].p.value(), 0.05);
+    EXPECT_EQ(Count(judged, Verdict::kNoRealDifference, {}), 2);
+}
+
+TEST(Judge, TellsNothingOfRowsThatDoNotCompareAndDoesNotCountThem)
+{
+    std::vector<Row> rows(23, Faster(6)); // one more would be too many
+    const Untold reasons[] = { Untold::kMarked, Untold::kOtherVersion, Untold::kOtherCompiler,
+        Untold::kOtherDisplay };
+    for (const Untold reason : reasons) { // the first with enough repeats, the others with fewer
+        rows.push_back(Faster(reason == Untold::kMarked ? 6 : 3));
+        rows.back().untold = reason;
+    }
+    const auto judged = Judge(rows);
+    EXPECT_DOUBLE_EQ(judged[0].p.value_or(NAN), 23 * SmallestReachable(6, 6));
+    for (size_t i = 23; i < judged.size(); i++) {
+        EXPECT_EQ(judged[i].verdict, Verdict::kCannotTell);
+        EXPECT_EQ(judged[i].untold, reasons[i - 23]);
+        EXPECT_DOUBLE_EQ(judged[i].speed.value(), 2);
+        EXPECT_FALSE(judged[i].p);
+    }
+}
+
+TEST(Judge, SaysWhereRepeatsAreTooFewForSoManyRows)
+{
+    const struct {
+        size_t repeats;
+        size_t rows; // of which all can be told, and none of one more
+    } limits[] = { { 4, 1 }, { 5, 6 }, { 6, 23 }, { 7, 85 } };
+    for (const auto& [repeats, rows] : limits) {
+        const auto most = Judge(std::vector<Row>(rows, Faster(repeats)));
+        EXPECT_EQ(Count(most, Verdict::kFaster, {}), static_cast<int>(rows)) << repeats;
+        const auto more = Judge(std::vector<Row>(rows + 1, Faster(repeats)));
+        EXPECT_EQ(
+            Count(more, Verdict::kCannotTell, Untold::kTooFewRepeats), static_cast<int>(rows) + 1)
+            << repeats;
+    }
+    // Rows with more repeats are not held back by those with few, but count against them.
+    for (const int few : { 23, 99 }) { // 7 repeats would be too few for a hundred rows
+        std::vector<Row> mixed(few, Faster(6));
+        mixed.push_back(Faster(7));
+        const auto judged = Judge(mixed);
+        EXPECT_EQ(Count(judged, Verdict::kCannotTell, Untold::kTooFewRepeats), few);
+        EXPECT_EQ(judged.back().verdict, Verdict::kFaster);
+        EXPECT_DOUBLE_EQ(judged.back().p.value_or(NAN), SmallestReachable(7, 7));
+    }
+}
+
+TEST(Judge, CountsDamagedTimesAsNone)
+{
+    std::vector<double> damaged = Times(10, 1);
+    damaged[3] = NAN;
+    const auto judged = Judge({ { damaged, Times(10, 2), {} }, { Times(10, 2), {}, {} } });
+    EXPECT_EQ(Count(judged, Verdict::kCannotTell, Untold::kTooFewRepeats), 2);
+    EXPECT_FALSE(judged[0].speed || judged[1].speed);
+    EXPECT_TRUE(Judge({}).empty());
+}
+
+TEST(Judge, BelievesNoTiesBeyondWhatTheSizesCanReach)
+{
+    const Row row { std::vector<double>(6, 2.0), std::vector<double>(6, 1.0), {} };
+    EXPECT_LT(MannWhitney(row.candidate, row.baseline)->p, SmallestReachable(6, 6));
+    EXPECT_DOUBLE_EQ(Judge({ row })[0].p.value(), SmallestReachable(6, 6));
+}
+
+TEST(Judge, CallsNothingRealOfWhichRanksAndMediansDisagree)
+{
+    Row row { Times(11, 4), Times(10, 1), {} };
+    for (const double time : Times(10, 9))
+        row.baseline.push_back(time);
+    for (const double time : Times(11, 5))
+        row.candidate.push_back(time); // more often the shorter, yet its median is the longer
+    const auto judged = Judge({ row, { row.candidate, row.baseline, {} } });
+    EXPECT_LT(judged[0].p.value(), 0.05);
+    EXPECT_LT(judged[0].speed.value(), 1);
+    EXPECT_EQ(Count(judged, Verdict::kNoRealDifference, {}), 2);
+}
