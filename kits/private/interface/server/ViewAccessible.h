@@ -2,12 +2,12 @@
 // lines of its text; a view that only holds others is neither.
 #pragma once
 
+#include "server/ViewWidget.h"
+
 #include <QAccessibleWidget>
 #include <QPointer>
 
 #include <vector>
-
-class ViewWidget;
 
 class ViewAccessible : public QAccessibleWidget {
 public:
