@@ -1,6 +1,6 @@
 #include "BareWindow.h"
 
-#include "kits/interface/drawing/FontFace.h"
+#include "drawing/FontFace.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,9 +1,9 @@
 #include "MachineRun.h"
 
-#include "kits/kernel/KillGuard.h"
-#include "kits/kernel/Processors.h"
-#include "kits/kernel/RunNotes.h"
-#include "kits/kernel/TextFile.h"
+#include "KillGuard.h"
+#include "Processors.h"
+#include "RunNotes.h"
+#include "TextFile.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,8 +1,8 @@
 #include "PCI.h"
 
-#include "kits/kernel/KillGuard.h"
-#include "kits/kernel/PciBus.h"
-#include "kits/kernel/Processors.h"
+#include "KillGuard.h"
+#include "PciBus.h"
+#include "Processors.h"
 
 namespace {
 // The functions as last read. A walk asks for each of them once, and every reading of a

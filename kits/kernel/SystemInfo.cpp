@@ -1,9 +1,9 @@
-#include "kits/kernel/BusClock.h"
-#include "kits/kernel/CpuType.h"
-#include "kits/kernel/KillGuard.h"
-#include "kits/kernel/MachineFacts.h"
-#include "kits/kernel/Processors.h"
+#include "BusClock.h"
+#include "CpuType.h"
+#include "KillGuard.h"
+#include "MachineFacts.h"
 #include "OS.h"
+#include "Processors.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
-#include "kits/kernel/Clock.h"
-#include "kits/kernel/KillGuard.h"
-#include "kits/kernel/TaskStat.h"
-#include "kits/kernel/ThreadTable.h"
+#include "Clock.h"
+#include "KillGuard.h"
 #include "OS.h"
+#include "TaskStat.h"
+#include "ThreadTable.h"
 
 #include <cstring>
 #include <new>

@@ -2,20 +2,17 @@
 
 #include <cstring>
 #include <sys/stat.h>
-#include <vector>
 
 #include "File.h"
-#include "kits/kernel/TextFile.h"
 #include "Locations.h"
-#include "Message.h"
 #include "ReleaseVersion.h"
+#include "TextFile.h"
 #include "TypeAttribute.h"
 
 namespace {
 
 constexpr type_code kVersionType = 'APPV';
 constexpr const char* kVersionAttribute = "BEOS:APP_VERSION";
-constexpr const char* kTypesAttribute = "BEOS:FILE_TYPES";
 constexpr int kVersionKinds = 2;
 
 bool IsReleaseFile(const BNode& node)
@@ -105,43 +102,5 @@ status_t BAppFileInfo::SetVersionInfo(const version_info* info, version_kind kin
     const size_t count = size_t(before > kind ? before : kind + 1);
     const ssize_t written = Node()->WriteAttr(
         kVersionAttribute, kVersionType, 0, versions, count * sizeof(version_info));
-    return written < 0 ? status_t(written) : B_OK;
-}
-
-status_t BAppFileInfo::GetSupportedTypes(BMessage* types) const
-{
-    if (!types)
-        return B_BAD_VALUE;
-    if (!Node())
-        return B_NO_INIT;
-    std::vector<char> flat;
-    ssize_t size = 0;
-    while (size == ssize_t(flat.size())) { // or another program has made it longer in between
-        attr_info info;
-        if (const status_t error = Node()->GetAttrInfo(kTypesAttribute, &info); error != B_OK)
-            return error;
-        flat.resize(size_t(info.size) + 1);
-        size = Node()->ReadAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
-        if (size < 0)
-            return status_t(size);
-    }
-    BMessage read;
-    if (read.Unflatten(flat.data(), size) != B_OK)
-        return B_BAD_TYPE;
-    *types = read;
-    return B_OK;
-}
-
-status_t BAppFileInfo::SetSupportedTypes(const BMessage* types)
-{
-    if (!Node())
-        return B_NO_INIT;
-    if (!types)
-        return RemoveIfThere(*Node(), kTypesAttribute);
-    std::vector<char> flat(size_t(types->FlattenedSize()));
-    if (const status_t error = types->Flatten(flat.data(), ssize_t(flat.size())); error != B_OK)
-        return error;
-    const ssize_t written =
-        Node()->WriteAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
     return written < 0 ? status_t(written) : B_OK;
 }

@@ -1,6 +1,6 @@
 // Which processors the threads of a run may use, on a machine with more of them than a run counts.
 #include "engine/Benchmark.h"
-#include "kits/kernel/Processors.h"
+#include "Processors.h"
 
 #include "tests/support/Child.h"
 #include "tests/support/TempFolder.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "kits/app/MessageFormat.h"
+#include "MessageFormat.h"
 #include "tests/fuzz/Require.h"
 
 static size_t gAllocated = 0;

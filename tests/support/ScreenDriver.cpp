@@ -1,6 +1,6 @@
 #include "ScreenDriver.h"
 
-#include "kits/interface/server/DisplayServer.h"
+#include "server/DisplayServer.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "ui/AnimateCursor.h"
 
-#include "kits/app/CursorState.h"
+#include "CursorState.h"
 #include "tests/support/Log.h"
 
 #include <Application.h>

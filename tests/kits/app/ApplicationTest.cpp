@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <unistd.h>
 
-#include "kits/app/ProgramArguments.h"
+#include "ProgramArguments.h"
 #include "TestLooper.h"
 #include <Application.h>
 #include <Roster.h>

@@ -2,7 +2,7 @@
 #include <atomic>
 #include <list>
 
-#include "kits/app/MessagePoster.h"
+#include "MessagePoster.h"
 #include "TestLooper.h"
 
 TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "kits/app/MessageFormat.h"
+#include "MessageFormat.h"
 #include <Message.h>
 
 namespace {

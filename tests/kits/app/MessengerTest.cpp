@@ -1,6 +1,6 @@
 #include <tuple>
 
-#include "kits/app/MessagePoster.h"
+#include "MessagePoster.h"
 #include "TestLooper.h"
 #include <Invoker.h>
 #include <Messenger.h>

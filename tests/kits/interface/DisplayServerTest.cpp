@@ -1,4 +1,4 @@
-#include "kits/interface/server/DisplayServer.h"
+#include "server/DisplayServer.h"
 
 #include "TestWindow.h"
 

@@ -1,4 +1,4 @@
-#include "kits/interface/FollowMode.h"
+#include "FollowMode.h"
 #include "TestWindow.h"
 
 namespace {

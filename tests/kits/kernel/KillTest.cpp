@@ -1,4 +1,4 @@
-#include "kits/kernel/KillGuard.h"
+#include "KillGuard.h"
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>

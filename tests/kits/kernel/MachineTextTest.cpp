@@ -1,7 +1,7 @@
-#include "kits/kernel/CpuTopology.h"
-#include "kits/kernel/CpuType.h"
-#include "kits/kernel/MachineFacts.h"
-#include "kits/kernel/TaskStat.h"
+#include "CpuTopology.h"
+#include "CpuType.h"
+#include "MachineFacts.h"
+#include "TaskStat.h"
 
 #include <gtest/gtest.h>
 #include <tuple>

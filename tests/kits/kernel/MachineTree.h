@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kits/kernel/Processors.h"
+#include "Processors.h"
 
 #include "tests/support/TempFolder.h"
 

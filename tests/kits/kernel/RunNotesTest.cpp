@@ -1,5 +1,5 @@
 // What is left of runs that are killed, on a machine that is a folder.
-#include "kits/kernel/RunNotes.h"
+#include "RunNotes.h"
 #include "MachineTree.h"
 #include "tests/support/Child.h"
 #include "tests/support/WaitUntil.h"

@@ -1,7 +1,7 @@
 // Attributes of a file in a store, without the file.
 #pragma once
 
-#include "kits/storage/store/Store.h"
+#include "store/Store.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>

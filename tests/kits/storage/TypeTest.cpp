@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "kits/storage/ReleaseVersion.h"
+#include "ReleaseVersion.h"
 #include "TestHome.h"
 #include <AppFileInfo.h>
 #include <File.h>

@@ -10,9 +10,9 @@
 
 #include <gtest/gtest.h>
 
-#include "kits/storage/WholeFile.h"
 #include "TestHome.h"
 #include "tests/support/Child.h"
+#include "WholeFile.h"
 
 namespace {
 

@@ -1,0 +1,196 @@
+#include "ProcessorLease.h"
+
+#include "CpuTopology.h"
+#include "KillGuard.h"
+#include "LeaseKeeper.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace kernel {
+ProcessorLease::ProcessorLease(const std::string& root, const std::vector<int>& numbers)
+    : fRoot(root), fNumbers(numbers)
+{
+    const KillGuard guard;
+    fSwitches.fill(-EBADF);
+    for (size_t i = 0; i < numbers.size() && i < kMost; i++) {
+        const int file = open(ProcessorSwitchPath(root, numbers[i]).c_str(), O_WRONLY | O_CLOEXEC);
+        fSwitches[i] = file >= 0 ? file : -errno;
+    }
+}
+
+ProcessorLease::~ProcessorLease()
+{
+    const KillGuard guard;
+    End();
+    for (const int file : fSwitches) {
+        if (file >= 0)
+            close(file);
+    }
+}
+
+bool ProcessorLease::CanSwitch(int32 index) const
+{
+    return index >= 0 && index < static_cast<int32>(kMost)
+        && fSwitches[static_cast<size_t>(index)] >= 0;
+}
+
+int ProcessorLease::Set(int32 index, bool on)
+{
+    const KillGuard guard;
+    if (index < 0 || index >= static_cast<int32>(kMost))
+        return EBADF;
+    const auto i = static_cast<size_t>(index);
+    if (fSwitches[i] < 0)
+        return -fSwitches[i];
+    return on ? SwitchOn(i) : SwitchOff(i);
+}
+
+int ProcessorLease::SwitchOff(size_t index)
+{
+    if (fConnection < 0) { // it is named in the note
+        if (const int error = Start(); error != 0)
+            return error;
+    }
+    fIsOff[index] = true;
+    int error = Note();
+    if (error == 0 && IsTakenByAnother(fRoot, fNumbers[index]))
+        error = EALREADY;
+    if (error == 0) {
+        error = AskKeeper(index, false);
+        if (error != 0) // it may be off nevertheless, if the keeper was killed before it answered
+            (void)WriteSwitch(fSwitches[index], true);
+    }
+    if (error != 0) {
+        fIsOff[index] = false;
+        (void)Note(); // the worst is a note of what is on
+    }
+    return error;
+}
+
+int ProcessorLease::SwitchOn(size_t index)
+{
+    if (AskKeeper(index, true) != 0) {
+        if (const int error = WriteSwitch(fSwitches[index], true); error != 0)
+            return error;
+    }
+    fIsOff[index] = false;
+    (void)Note();
+    return 0;
+}
+
+void ProcessorLease::End()
+{
+    const KillGuard guard;
+    if (fConnection >= 0) {
+        shutdown(fConnection, SHUT_WR);
+        char none; // it ends when it has switched on what is off
+        (void)Receive(&none, sizeof(none));
+        Stop();
+    }
+    for (size_t i = 0; i < kMost; i++) {
+        if (fIsOff[i] && WriteSwitch(fSwitches[i], true) == 0)
+            fIsOff[i] = false;
+    }
+    if (!fNote.path.empty())
+        (void)Note(); // what it says is left to the next start
+}
+
+// Writes down what is off. 0 or an error number.
+int ProcessorLease::Note()
+{
+    if (fNote.path.empty())
+        return fNoteError;
+    fNote.off.clear();
+    for (size_t i = std::min(fNumbers.size(), kMost); i-- > 0;) {
+        if (fIsOff[i])
+            fNote.off.push_back(fNumbers[i]);
+    }
+    return fNote.Write();
+}
+
+// The system's answer, or EPIPE: no keeper can be had.
+int ProcessorLease::AskKeeper(size_t index, bool on)
+{
+    for (int tries = 0; tries < 2; tries++) {
+        if (fConnection < 0 && Start() != 0)
+            break;
+        if (int answer; Ask(index, on, answer))
+            return answer;
+        fprintf(stderr, "The keeper of switched processors, process <%d>, was %s: replaced\n",
+            static_cast<int>(fNote.keeper.pid), fNote.keeper.IsStopped() ? "stopped" : "killed");
+        Stop();
+    }
+    return EPIPE;
+}
+
+bool ProcessorLease::Ask(size_t index, bool on, int& answer)
+{
+    const LeaseRequest request { static_cast<uint8>(index), on };
+    return send(fConnection, &request, sizeof(request), MSG_NOSIGNAL | MSG_DONTWAIT)
+        == sizeof(request)
+        && Receive(&answer, sizeof(answer));
+}
+
+// From the keeper; false if it has ended or is stopped. One that is at work is waited for: the
+// system may take a minute to switch a processor off while threads are started all the time.
+bool ProcessorLease::Receive(void* data, size_t size)
+{
+    constexpr int kMostMillis = 120000, kLookMillis = 50, kMostStopped = 10;
+    int stopped = 0;
+    for (int millis = 0; millis < kMostMillis && stopped < kMostStopped; millis += kLookMillis) {
+        pollfd source { fConnection, POLLIN, 0 };
+        const int ready = poll(&source, 1, kLookMillis);
+        if (ready > 0)
+            return recv(fConnection, data, size, MSG_DONTWAIT) == static_cast<ssize_t>(size);
+        stopped = fNote.keeper.IsStopped() ? stopped + 1 : 0;
+    }
+    return false;
+}
+
+int ProcessorLease::Start()
+{
+    if (fNote.path.empty())
+        fNote = OwnNote(fRoot, fNoteError);
+    if (fNote.path.empty())
+        return fNoteError;
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
+        return errno;
+    LeaseKeeper keeper;
+    keeper.connection = ends[1];
+    keeper.process = static_cast<int>(syscall(SYS_pidfd_open, getpid(), 0));
+    for (size_t i = 0; i < kMost; i++)
+        keeper.switches[i] = std::max(fSwitches[i], -1);
+    keeper.isOff = fIsOff;
+    keeper.note = fNote.path;
+    const int error = StartLeaseKeeper(keeper);
+    close(ends[1]);
+    if (keeper.process >= 0)
+        close(keeper.process);
+    fConnection = ends[0];
+    fNote.keeper = {};
+    pid_t pid = 0;
+    if (error == 0 && Receive(&pid, sizeof(pid))) {
+        fNote.keeper = ProcessTag::Of(pid);
+        return Note();
+    }
+    Stop();
+    return error != 0 ? error : EAGAIN;
+}
+
+// Only where all is on, or the keeper is no use any more: else it would switch on.
+void ProcessorLease::Stop()
+{
+    fNote.keeper.Kill();
+    if (fConnection >= 0)
+        close(fConnection);
+    fConnection = -1;
+}
+} // namespace kernel

@@ -1,0 +1,88 @@
+#include "TaskStat.h"
+
+#include "KillGuard.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace kernel {
+bool ParseTaskStat(const char* record, TaskStat& stat)
+{
+    const char* nameEnd = strrchr(record, ')');
+    unsigned long userTicks, kernelTicks;
+    unsigned long long startTicks = 0;
+    const char* const format = ") %c %*d %*d %*d %*d %*d %*u %*u %*u %*u %*u %lu %lu"
+                               " %*d %*d %*d %*d %*d %*d %llu";
+    if (!nameEnd || sscanf(nameEnd, format, &stat.state, &userTicks, &kernelTicks, &startTicks) < 3)
+        return false;
+    stat.startTicks = startTicks;
+    const bigtime_t ticksPerSecond = sysconf(_SC_CLK_TCK);
+    stat.userTime = static_cast<bigtime_t>(userTicks) * 1000000 / ticksPerSecond;
+    stat.kernelTime = static_cast<bigtime_t>(kernelTicks) * 1000000 / ticksPerSecond;
+    return true;
+}
+
+namespace {
+bool ReadRecord(const char* path, TaskStat& stat)
+{
+    const KillGuard guard;
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    char record[512];
+    const ssize_t length = read(file, record, sizeof(record) - 1);
+    close(file);
+    if (length <= 0)
+        return false;
+    record[length] = 0;
+    return ParseTaskStat(record, stat);
+}
+} // namespace
+
+bool ReadTaskStat(pid_t tid, TaskStat& stat)
+{
+    char path[48];
+    snprintf(path, sizeof(path), "/proc/self/task/%d/stat", static_cast<int>(tid));
+    return ReadRecord(path, stat);
+}
+
+bool ReadProcessStat(pid_t pid, TaskStat& stat)
+{
+    char path[48];
+    snprintf(path, sizeof(path), "/proc/%d/stat", static_cast<int>(pid));
+    return ReadRecord(path, stat);
+}
+
+ProcessTag ProcessTag::Of(pid_t pid)
+{
+    TaskStat stat;
+    return { pid, ReadProcessStat(pid, stat) ? stat.startTicks : 0 };
+}
+
+bool ProcessTag::Lives() const
+{
+    if (pid <= 0)
+        return false;
+    TaskStat stat;
+    if (ReadProcessStat(pid, stat))
+        return stat.startTicks == start && stat.state != 'Z' && stat.state != 'X';
+    return kill(pid, 0) == 0 || errno == EPERM; // hidden
+}
+
+bool ProcessTag::IsStopped() const
+{
+    TaskStat stat;
+    return pid > 0 && ReadProcessStat(pid, stat) && stat.startTicks == start
+        && (stat.state == 'T' || stat.state == 't');
+}
+
+void ProcessTag::Kill() const
+{
+    if (Lives())
+        kill(pid, SIGKILL);
+}
+} // namespace kernel

@@ -1,0 +1,226 @@
+#include "Thread.h"
+
+#include "KillGuard.h"
+#include "ThreadTable.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace kernel {
+std::atomic<uint32> gThreadEvents { 0 };
+
+void TellThreadEvent()
+{
+    gThreadEvents.fetch_add(1);
+    FutexWake(gThreadEvents);
+}
+
+namespace {
+constinit thread_local Thread* tThread = nullptr;
+// Read by the signal handler on the same thread.
+constinit thread_local volatile sig_atomic_t tSuspendGuards = 0;
+constinit thread_local volatile sig_atomic_t tStopIsDue = 0;
+
+// A real-time signal: the others have meanings for the tools that a user may run on the program.
+int StopSignal()
+{
+    return SIGRTMIN + 6;
+}
+
+void SendStopSignal(pid_t tid)
+{
+    while (syscall(SYS_tgkill, getpid(), tid, StopSignal()) != 0 && errno == EAGAIN)
+        usleep(100); // the queue of signals is full
+}
+
+// Only what may be called in a signal handler.
+void OnStopSignal(int)
+{
+    Thread* self = tThread;
+    if (!self)
+        return;
+    if (tSuspendGuards > 0) {
+        tStopIsDue = 1;
+        return;
+    }
+    const int error = errno;
+    self->WaitWhileStopped();
+    errno = error;
+}
+
+// Installs the handlers and makes the key whose destructor runs as the very last of each thread,
+// after those of its thread_local objects.
+pthread_key_t SetUp()
+{
+    struct sigaction action { };
+    action.sa_handler = OnStopSignal;
+    action.sa_flags = SA_RESTART;
+    sigaction(StopSignal(), &action, nullptr);
+    signal(SIGXFSZ, SIG_IGN); // a file too large for its limit is an error of write(), no death
+    pthread_key_t key;
+    pthread_key_create(&key, [](void* thread) {
+        tKillRequest = nullptr;
+        tThread = nullptr;
+        ThreadTable::Get().End(*static_cast<Thread*>(thread));
+    });
+    return key;
+}
+
+int ProgramNice()
+{
+    static const int sNice = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
+    return sNice;
+}
+} // namespace
+
+int NiceForPriority(int32 priority)
+{
+    if (priority <= B_NORMAL_PRIORITY)
+        return std::clamp((B_NORMAL_PRIORITY - priority) * 2, 0, 19);
+    if (priority <= B_URGENT_DISPLAY_PRIORITY)
+        return (B_NORMAL_PRIORITY - priority) / 2;
+    return -5 - (std::min<int32>(priority, B_REAL_TIME_PRIORITY) - B_URGENT_DISPLAY_PRIORITY) / 7;
+}
+
+SuspendGuard::SuspendGuard()
+{
+    tSuspendGuards = tSuspendGuards + 1;
+}
+
+SuspendGuard::~SuspendGuard()
+{
+    tSuspendGuards = tSuspendGuards - 1;
+    if (tSuspendGuards == 0 && tStopIsDue) {
+        tStopIsDue = 0;
+        SendStopSignal(static_cast<pid_t>(syscall(SYS_gettid)));
+    }
+}
+
+Thread::Thread(thread_id number, const char* threadName, int32 threadPriority)
+    : id(number), priority(threadPriority)
+{
+    name.assign(threadName, strnlen(threadName, B_OS_NAME_LENGTH - 1));
+}
+
+Thread* Thread::Current()
+{
+    if (!tThread) {
+        char systemName[16] = "";
+        pthread_getname_np(pthread_self(), systemName, sizeof(systemName));
+        ThreadTable::Entry entry = ThreadTable::Get().NewEntry(systemName, B_NORMAL_PRIORITY);
+        Thread& thread = *entry.mapped();
+        thread.Adopt();
+        thread.mustStop.store(0);
+        ThreadTable::Get().Insert(std::move(entry));
+    }
+    return tThread;
+}
+
+void Thread::Adopt()
+{
+    static const pthread_key_t sKey = SetUp();
+    handle = pthread_self();
+    tid = static_cast<pid_t>(syscall(SYS_gettid));
+    tThread = this;
+    tKillRequest = &killRequest;
+    pthread_setspecific(sKey, this);
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, StopSignal());
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
+status_t Thread::Create(thread_func threadFunction, void* threadData)
+{
+    fFunction = threadFunction;
+    fData = threadData;
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+    pthread_t created;
+    const int error = pthread_create(&created, &attributes, Enter, this);
+    pthread_attr_destroy(&attributes);
+    if (error != 0)
+        return error == ENOMEM ? status_t { B_NO_MEMORY } : B_NO_MORE_THREADS;
+    while (fIsReady.load() == 0)
+        FutexWait(fIsReady, 0);
+    return B_OK;
+}
+
+void* Thread::Enter(void* self)
+{
+    Thread& thread = *static_cast<Thread*>(self);
+    {
+        const KillGuard guard;
+        ProgramNice();
+        thread.Adopt();
+        thread.ApplyName();
+        thread.ApplyPriority();
+        thread.fIsReady.store(1);
+        FutexWake(thread.fIsReady);
+        thread.WaitWhileStopped();
+    }
+    if (thread.killRequest.load())
+        return nullptr;
+    const status_t value = thread.fFunction(thread.fData);
+    thread.value = value;
+    return nullptr;
+}
+
+void Thread::WaitWhileStopped()
+{
+    stopped.store(true);
+    TellThreadEvent();
+    while (mustStop.load() == 1)
+        FutexWait(mustStop, 1);
+    stopped.store(false);
+}
+
+void Thread::Stop()
+{
+    mustStop.store(1);
+    SendStopSignal(tid);
+    // ThreadSanitizer runs a handler only when the thread makes a call that it knows: one that
+    // waits in the kit must go round once.
+    wakeUps.fetch_add(1);
+    FutexWake(wakeUps);
+    TellThreadEvent();
+}
+
+void Thread::Continue()
+{
+    mustStop.store(0);
+    FutexWake(mustStop);
+}
+
+void Thread::RequestKill()
+{
+    killRequest.store(true);
+    Continue();
+    wakeUps.fetch_add(1);
+    FutexWake(wakeUps);
+}
+
+void Thread::ApplyName() const
+{
+    pthread_setname_np(handle, name.substr(0, 15).c_str()); // all that the system keeps
+}
+
+void Thread::ApplyPriority() const
+{
+    const int nice = std::clamp(ProgramNice() + NiceForPriority(priority), -20, 19);
+    if (setpriority(PRIO_PROCESS, static_cast<id_t>(tid), nice) == 0)
+        return;
+    // The best that this user may have.
+    rlimit limit {};
+    getrlimit(RLIMIT_NICE, &limit);
+    const int best = 20 - static_cast<int>(std::min<rlim_t>(limit.rlim_cur, 40));
+    setpriority(
+        PRIO_PROCESS, static_cast<id_t>(tid), std::max(nice, std::min(best, ProgramNice())));
+}
+} // namespace kernel

@@ -1,0 +1,77 @@
+// One thread as the kit knows it, and the way it is stopped and let go again.
+#pragma once
+
+#include "Futex.h"
+#include "OS.h"
+
+#include <atomic>
+#include <pthread.h>
+#include <string>
+
+namespace kernel {
+// Fields without a remark are written under the ThreadTable's lock only.
+struct Thread {
+    Thread(thread_id number, const char* threadName, int32 threadPriority);
+
+    // The caller's record, entered in the table now if the kit does not know the thread yet.
+    static Thread* Current();
+
+    // Creates the system's thread, which waits for Continue. Returns B_OK, B_NO_MORE_THREADS or
+    // B_NO_MEMORY.
+    [[nodiscard]] status_t Create(thread_func threadFunction, void* threadData);
+    // Makes the calling thread this one.
+    void Adopt();
+    // Asks the thread to stop; it is `stopped` a little later.
+    void Stop();
+    void Continue();
+    // What the thread does then, also in a signal handler.
+    void WaitWhileStopped();
+    // Asks the thread to end at its next kill point, and lets it run on so that it gets there.
+    void RequestKill();
+    // Hands name and priority on to the system; best effort, only for a created thread.
+    void ApplyName() const;
+    void ApplyPriority() const;
+
+    const thread_id id;
+    std::string name; // at most 31 bytes
+    int32 priority;
+    pid_t tid = 0; // the system's number
+    pthread_t handle {};
+    status_t value = B_INTERRUPTED; // what it has if it never returns one; written by itself
+    const Thread* waitsFor = nullptr;
+    bool canEndHere = false; // while waitsFor is set: see CanEndHere()
+
+    std::atomic<bool> ended { false };
+    std::atomic<bool> killRequest { false };
+    std::atomic<bool> asleep { false }; // written by itself
+    std::atomic<uint32> mustStop { 1 }; // also before it is resumed for the first time
+    std::atomic<bool> stopped { false }; // in answer; written by itself
+    std::atomic<uint32> wakeUps { 0 }; // ends a snooze early
+
+private:
+    static void* Enter(void* self);
+
+    thread_func fFunction = nullptr;
+    void* fData = nullptr;
+    std::atomic<uint32> fIsReady { 0 };
+};
+
+// The nice value that stands for a priority, relative to the program's own: 0 for
+// B_NORMAL_PRIORITY, -19 to 19, never rising with the priority.
+[[nodiscard]] int NiceForPriority(int32 priority);
+
+// While it lives, the calling thread is not stopped by suspend_thread: for locks that the thread
+// needs which is to resume it. A request made meanwhile takes effect at the end of the last one.
+class SuspendGuard {
+public:
+    SuspendGuard();
+    ~SuspendGuard();
+    SuspendGuard(const SuspendGuard&) = delete;
+    SuspendGuard& operator=(const SuspendGuard&) = delete;
+};
+
+// Goes up, and wakes who waits on it, whenever a thread ends, stops, is killed or begins to wait
+// for another.
+extern std::atomic<uint32> gThreadEvents;
+void TellThreadEvent();
+} // namespace kernel

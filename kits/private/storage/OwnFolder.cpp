@@ -1,0 +1,222 @@
+#include "OwnFolder.h"
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <random>
+#include <sstream>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "ErrorCodes.h"
+#include "FileDescriptor.h"
+#include "KillGuard.h"
+#include "Locations.h"
+#include "Mutex.h"
+#include "RemoveTree.h"
+#include "StandardFolders.h"
+#include "TextFile.h"
+
+namespace {
+
+constexpr char kPrefix[] = ".tarvex-temp-";
+constexpr size_t kDigits = 16; // after it, hexadecimal
+constexpr mode_t kMode = 0700;
+constexpr int kOpen = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+// The folder, locked by flock() as long as the process lives: that says who is alive across
+// containers too, and keeps the system's own cleaning of /tmp away.
+struct Folder {
+    int above; // the directory that it lies in
+    int self;
+    pid_t owner;
+    std::string name;
+    std::string path;
+    const Folder* before; // which has gone, or has been mounted over
+};
+
+// What a signal handler may read: complete before it is put here, and never freed.
+std::atomic<const Folder*> gFolder = nullptr;
+std::atomic<bool> gEnded = false;
+static_assert(std::atomic<const Folder*>::is_always_lock_free, "used in a signal handler");
+
+Mutex gMaking; // leaf
+
+constexpr int kUnsafe = -1; // beside the numbers of errno
+
+std::string NewName()
+{
+    std::random_device random;
+    char digits[kDigits + 1];
+    snprintf(digits, sizeof(digits), "%08x%08x", random(), random());
+    return std::string(kPrefix) + digits;
+}
+
+bool IsName(const std::string& name)
+{
+    const size_t prefix = sizeof(kPrefix) - 1;
+    return name.starts_with(kPrefix) && name.size() == prefix + kDigits
+        && name.find_first_not_of("0123456789abcdef", prefix) == name.npos;
+}
+
+// In a name space that knows few users all others, root too, are shown as this one.
+bool IsUnknown(uid_t user)
+{
+    constexpr uid_t kOverflow = 65534;
+    constexpr long long kAll = 4294967295;
+    std::istringstream map(kernel::ReadText("/proc/self/uid_map"));
+    long long inside = 0, outside = 0, count = kAll;
+    map >> inside >> outside >> count;
+    return user == kOverflow && count < kAll;
+}
+
+// Whether nobody but this user and root can put something else in the place of what lies there.
+bool IsSafe(int directory)
+{
+    struct stat info = {};
+    if (fstat(directory, &info) != 0)
+        return false;
+    const bool isTrusted = info.st_uid == 0 || info.st_uid == geteuid() || IsUnknown(info.st_uid);
+    return isTrusted && (!(info.st_mode & S_IWOTH) || info.st_mode & S_ISVTX);
+}
+
+// Whether name is the very folder that is open, this user's and closed to all others.
+bool IsOwn(int above, const char* name, int folder)
+{
+    struct stat open = {};
+    struct stat there = {};
+    return fstat(folder, &open) == 0 && fstatat(above, name, &there, AT_SYMLINK_NOFOLLOW) == 0
+        && open.st_dev == there.st_dev && open.st_ino == there.st_ino && there.st_uid == geteuid()
+        && (there.st_mode & 0777) == kMode;
+}
+
+// Makes the folder of that name and locks it. An error of errno; EEXIST: another name may do.
+int Make(int above, const std::string& name, FileDescriptor& folder)
+{
+    if (mkdirat(above, name.c_str(), kMode) != 0)
+        return errno;
+    folder = FileDescriptor(openat(above, name.c_str(), kOpen));
+    if (!folder.IsOpen())
+        return errno == ENOENT ? EEXIST : errno;
+    fchmod(folder.Get(), kMode); // the umask may have taken more
+    // A program that starts just now may take it for a dead one's until it is locked.
+    if (flock(folder.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        return EEXIST;
+    return IsOwn(above, name.c_str(), folder.Get()) ? 0 : EEXIST;
+}
+
+void OnEnd(int number)
+{
+    folders::RemoveOwnTemporary();
+    raise(number); // for which nothing is installed any more
+}
+
+// So that the folder goes with exit() and with the signals that nobody else handles.
+bool WatchEnds()
+{
+    constexpr int kSignals[] = { SIGHUP, SIGINT, SIGQUIT, SIGILL, SIGTRAP, SIGABRT, SIGBUS, SIGFPE,
+        SIGUSR1, SIGSEGV, SIGUSR2, SIGPIPE, SIGALRM, SIGTERM, SIGXCPU, SIGXFSZ, SIGVTALRM, SIGPROF,
+        SIGIO, SIGPWR, SIGSYS };
+    struct sigaction action = {};
+    action.sa_handler = OnEnd;
+    action.sa_flags = int(SA_RESETHAND) | SA_NODEFER;
+    for (const int number : kSignals) {
+        struct sigaction before = {};
+        sigaction(number, nullptr, &before);
+        if (before.sa_handler == SIG_DFL)
+            sigaction(number, &action, nullptr);
+    }
+    return std::atexit([] {
+        const KillGuard guard;
+        folders::RemoveOwnTemporary();
+    }) == 0;
+}
+
+// Makes the folder that path says from now on. The one before stays open: a signal may just now
+// have found it.
+int MakeBelow(const std::string& base, std::string& path)
+{
+    FileDescriptor above(open(base.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!above.IsOpen())
+        return errno;
+    if (!IsSafe(above.Get()))
+        return kUnsafe;
+    FileDescriptor folder;
+    std::string name;
+    int error = EEXIST;
+    for (int tries = 0; tries < 100 && error == EEXIST; tries++) {
+        name = NewName();
+        error = Make(above.Get(), name, folder);
+    }
+    if (error != 0)
+        return error;
+    path = JoinPath(base, name);
+    gFolder = new Folder { above.Release(), folder.Release(), getpid(), name, path, gFolder };
+    static const bool isWatched = WatchEnds();
+    return isWatched ? 0 : ENOMEM;
+}
+
+// Removes what killed programs of this user have left below base.
+void ClearDead(const std::string& base)
+{
+    DIR* const directory = opendir(base.c_str());
+    if (!directory)
+        return;
+    const int above = dirfd(directory);
+    while (const dirent* entry = IsSafe(above) ? readdir(directory) : nullptr) {
+        if (!IsName(entry->d_name))
+            continue;
+        const FileDescriptor folder(openat(above, entry->d_name, kOpen));
+        if (folder.IsOpen() && flock(folder.Get(), LOCK_EX | LOCK_NB) == 0
+            && IsOwn(above, entry->d_name, folder.Get()))
+            storage::RemoveTree(above, entry->d_name, folder.Get());
+    }
+    closedir(directory);
+}
+
+// When a program starts, whether it will need a folder or not.
+[[maybe_unused]] const bool kIsCleared = (ClearDead(folders::Temporary()), true);
+
+void TellOnce(const std::string& base, int error)
+{
+    static int sTold = 0;
+    if (error != sTold)
+        fprintf(stderr, "No temporary folder below <%s>: %s\n", base.c_str(),
+            error == kUnsafe ? "others may replace what lies there" : strerror(error));
+    sTold = error;
+}
+
+} // namespace
+
+status_t folders::OwnTemporary(std::string& path)
+{
+    const KillGuard guard;
+    const MutexLock lock(gMaking);
+    const Folder* folder = gFolder;
+    if (folder && folder->owner == getpid()
+        && IsOwn(AT_FDCWD, folder->path.c_str(), folder->self)) {
+        path = folder->path;
+        return B_OK;
+    }
+    const std::string base = Temporary();
+    path = JoinPath(base, NewName());
+    const int error = gEnded ? ECANCELED : MakeBelow(base, path);
+    if (error != 0) {
+        TellOnce(base, error);
+        return error == kUnsafe ? B_NOT_ALLOWED : StatusOfErrno(error);
+    }
+    return B_OK;
+}
+
+void folders::RemoveOwnTemporary()
+{
+    gEnded = true;
+    for (const Folder* folder = gFolder; folder; folder = folder->before)
+        if (folder->owner == getpid())
+            storage::RemoveTree(folder->above, folder->name.c_str(), folder->self);
+}
