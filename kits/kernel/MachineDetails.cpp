@@ -1,0 +1,182 @@
+#include "MachineDetails.h"
+
+#include "KillGuard.h"
+#include "ProcessorModel.h"
+#include "Processors.h"
+#include "VirtualMachine.h"
+
+#include <algorithm>
+
+namespace {
+using kernel::SystemTree;
+
+constexpr char kCpuFolder[] = "/sys/devices/system/cpu/";
+
+std::string FolderOf(int number)
+{
+    return kCpuFolder + ("cpu" + std::to_string(number)) + "/";
+}
+
+std::optional<int> IdIn(const SystemTree& tree, const std::string& path)
+{
+    const auto id = kernel::WholeNumber<int>(tree.Text(path).value_or(""));
+    return id && *id >= 0 ? id : std::nullopt; // -1: not told
+}
+
+// Clocks are in kHz there.
+std::optional<uint64> HertzIn(const SystemTree& tree, const std::string& path)
+{
+    const auto kiloHertz = tree.Count(path);
+    if (!kiloHertz || *kiloHertz == 0 || *kiloHertz > 1000000000)
+        return {};
+    return *kiloHertz * 1000;
+}
+
+std::vector<int> ReadSiblings(const SystemTree& tree, int number)
+{
+    const std::string topology = FolderOf(number) + "topology/";
+    std::vector<int> siblings =
+        kernel::ParseCpuList(tree.Text(topology + "thread_siblings_list").value_or(""));
+    if (siblings.empty())
+        siblings = kernel::ParseCpuMask(tree.Text(topology + "thread_siblings").value_or(""));
+    std::sort(siblings.begin(), siblings.end());
+    return siblings;
+}
+
+ProcessorDetails ReadProcessor(const SystemTree& tree, int number)
+{
+    const std::string clock = FolderOf(number) + "cpufreq/";
+    ProcessorDetails processor;
+    processor.number = number;
+    processor.core = IdIn(tree, FolderOf(number) + "topology/core_id");
+    processor.package = IdIn(tree, FolderOf(number) + "topology/physical_package_id");
+    processor.siblings = ReadSiblings(tree, number);
+    processor.lowestClock = HertzIn(tree, clock + "cpuinfo_min_freq");
+    processor.highestClock = HertzIn(tree, clock + "cpuinfo_max_freq");
+    processor.lowerLimit = HertzIn(tree, clock + "scaling_min_freq");
+    processor.upperLimit = HertzIn(tree, clock + "scaling_max_freq");
+    processor.clockDriver = tree.Line(clock + "scaling_driver");
+    processor.governor = tree.Line(clock + "scaling_governor");
+    processor.energyPreference = tree.Line(clock + "energy_performance_preference");
+    return processor;
+}
+
+// The highest of all the machine's processors, used or not.
+uint64 HighestCapacity(const SystemTree& tree)
+{
+    uint64 highest = 0;
+    for (const std::string& name : tree.Names(kCpuFolder).value_or(std::vector<std::string>()))
+        highest = std::max(highest, tree.Count(kCpuFolder + name + "/cpu_capacity").value_or(0));
+    return highest;
+}
+
+// x86 lists both kinds. Others tell each processor's speed; the slow cores of such machines have
+// less than half of the fastest's, while fast ones of one kind may differ by a tenth or two.
+void FindKinds(const SystemTree& tree, std::vector<ProcessorDetails>& processors)
+{
+    const std::vector<int> fast =
+        kernel::ParseCpuList(tree.Text("/sys/devices/cpu_core/cpus").value_or(""));
+    const std::vector<int> slow =
+        kernel::ParseCpuList(tree.Text("/sys/devices/cpu_atom/cpus").value_or(""));
+    const uint64 highest = HighestCapacity(tree);
+    bool hasSlowOnes = !slow.empty();
+    for (ProcessorDetails& processor : processors) {
+        const auto isIn = [&](const std::vector<int>& list) {
+            return std::find(list.begin(), list.end(), processor.number) != list.end();
+        };
+        const auto capacity = tree.Count(FolderOf(processor.number) + "cpu_capacity");
+        if (isIn(slow) || (!isIn(fast) && capacity && *capacity < highest * 3 / 4))
+            processor.kind = CoreKind::Efficiency;
+        else if (isIn(fast) || capacity)
+            processor.kind = CoreKind::Performance;
+        hasSlowOnes = hasSlowOnes || processor.kind == CoreKind::Efficiency;
+    }
+    for (ProcessorDetails& processor : processors) {
+        if (!hasSlowOnes)
+            processor.kind.reset();
+    }
+}
+
+// The value of a shell assignment: quotes of either kind, and a backslash before what the shell
+// would read otherwise.
+std::string Unquoted(std::string_view text)
+{
+    std::string value;
+    char quote = 0;
+    for (size_t i = 0; i < text.size(); i++) {
+        const char c = text[i];
+        if (quote ? c == quote : c == '"' || c == '\'')
+            quote = quote ? 0 : c;
+        else if (c == '\\' && quote != '\'' && i + 1 < text.size())
+            value += text[++i];
+        else
+            value += c;
+    }
+    return value;
+}
+
+std::optional<std::string> ReadDistribution(const SystemTree& tree)
+{
+    std::optional<std::string> text = tree.Text("/etc/os-release");
+    if (!text)
+        text = tree.Text("/usr/lib/os-release");
+    const std::string all = text.value_or("");
+    const auto value = kernel::FieldIn(all, "PRETTY_NAME", '=');
+    std::string name = kernel::PlainLine(Unquoted(value.value_or("")));
+    return name.empty() ? std::nullopt : std::optional(std::move(name));
+}
+
+// The text of /proc/version names who built the kernel and where; what follows "#" does not.
+void ReadKernel(const SystemTree& tree, MachineDetails& details)
+{
+    details.kernelRelease = tree.Line("/proc/sys/kernel/osrelease");
+    details.kernelVersion = tree.Line("/proc/sys/kernel/version");
+    const std::string all = tree.Text("/proc/version").value_or("");
+    const std::vector<std::string_view> words = kernel::Words(all);
+    if (!details.kernelRelease && words.size() > 2 && words[1] == "version")
+        details.kernelRelease = kernel::PlainLine(words[2]);
+    const size_t start = all.find(" #");
+    if (!details.kernelVersion && start != std::string::npos)
+        details.kernelVersion = kernel::PlainLine(all.substr(start));
+}
+
+std::optional<uint64> ReadMemory(const SystemTree& tree)
+{
+    const std::string text = tree.Text("/proc/meminfo").value_or("");
+    const auto words = kernel::Words(kernel::FieldIn(text, "MemTotal").value_or(""));
+    const auto kilobytes = kernel::WholeNumber<uint64>(words.empty() ? "" : words[0]);
+    if (!kilobytes || *kilobytes > uint64 { 1 } << 50)
+        return {};
+    return *kilobytes * 1024;
+}
+} // namespace
+
+MachineDetails ReadMachineDetails()
+{
+    const KillGuard guard;
+    const auto machine = kernel::Processors::Get();
+    const SystemTree tree(machine->Root());
+    MachineDetails details;
+    ReadKernel(tree, details);
+    details.distribution = ReadDistribution(tree);
+    details.processorModel = kernel::ProcessorModelIn(tree.Text("/proc/cpuinfo").value_or(""));
+    details.memory = ReadMemory(tree);
+    details.virtualMachine = kernel::VirtualMachineOf(tree);
+    details.container = kernel::ContainerOf(tree);
+    for (const int number : machine->Numbers())
+        details.processors.push_back(ReadProcessor(tree, number));
+    FindKinds(tree, details.processors);
+    return details;
+}
+
+std::optional<std::string> CommonText(
+    const MachineDetails& details, std::optional<std::string> ProcessorDetails::*field)
+{
+    std::optional<std::string> common;
+    for (const ProcessorDetails& processor : details.processors) {
+        if (!(processor.*field) || (common && common != processor.*field))
+            return {};
+        common = processor.*field;
+    }
+    return common;
+}
