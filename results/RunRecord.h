@@ -5,6 +5,8 @@
 #include "results/Statistics.h"
 #include "results/TestCatalogue.h"
 
+#include <RunWarnings.h>
+
 #include <deque>
 #include <limits>
 #include <optional>
@@ -17,6 +19,7 @@ struct Span {
     double work = 0; // units done in it; 0: the figure is the time itself
     double probeBefore = 0; // ProbeSeconds() directly before and after it; 0: not taken
     double probeAfter = 0;
+    double waited = 0; // seconds of it in which other programs had the thread's processor
     bool isThrottled = false; // the clock was held down meanwhile, by the system's own count
     std::optional<double> joules; // of the processor package, where it can be read
 };
@@ -63,8 +66,35 @@ constexpr int32 kMostRepeats = 100;
 constexpr int32 kLeastUntil = 6; // repeats of a test that ends when its interval is narrow enough
 constexpr int32 kMostUntil = 50;
 
+// What is true of all spans at one processor count.
+struct PassRecord {
+    int32 processors = 0;
+    std::vector<int> used; // the system's numbers
+    std::vector<int> off; // switched off meanwhile; others that were left are on, but not used
+    MachineState before; // nothing of it is read for a pass that was not finished
+    MachineState after;
+};
+
+// What made the program.
+struct BuildDetails {
+    std::string version; // of Tarvex
+    std::string compiler; // "GNU 12.2.0"
+    std::string flags; // of the kernels
+};
+
+// Everything but plan, series and bestProbe may be empty.
 struct RunRecord {
     RunPlan plan;
+    std::string label; // the user's name for the machine or the run
+    std::string started; // "2026-11-21T14:03:05+01:00"
+    std::string machine; // the description that results files hold
+    BuildDetails build;
+    MachineDetails details;
+    std::vector<RunWarning> warnings; // before the run, and of it
+    std::optional<DisplayDetails> display; // where graphics were drawn
+    std::string displaySize; // "1024x768x24"
+    std::optional<FileSystemDetails> temporaryFolder;
+    std::vector<PassRecord> passes;
     std::deque<Series> series; // in the order of the first measurement; references to one stay
     double bestProbe = std::numeric_limits<double>::infinity(); // of this processor model ever
 

@@ -1,0 +1,22 @@
+// A run's record as text: JSON, which is read again, and tables for other programs. Numbers are in
+// the "C" locale, whatever the user's is.
+#pragma once
+
+#include "results/RunRecord.h"
+
+#include <cstdio>
+#include <string>
+#include <variant>
+
+// Of the JSON, see docs/run.schema.json. Readers take this one only.
+constexpr int kRunSchema = 1;
+
+// The whole record as JSON, with a line end. What is not known is null.
+[[nodiscard]] std::string RunAsJson(const RunRecord& record);
+// The record, or one line without its end that says what is wrong with the text. Series of tests
+// that no version knows are left out.
+[[nodiscard]] std::variant<RunRecord, std::string> RunFromJson(const std::string& text);
+
+// A line for each test and count, under a line of names, separator between the cells: ',' (RFC
+// 4180) or '\t'. With the same numbers as the JSON, to the last digit.
+[[nodiscard]] std::string RunAsTable(const RunRecord& record, char separator);
