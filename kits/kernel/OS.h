@@ -72,7 +72,7 @@ status_t resume_thread(thread_id thread);
 status_t suspend_thread(thread_id thread);
 
 // Ends a thread and returns when it has ended. It ends at its next kit call or C-library
-// cancellation point (see kits/kernel/KillGuard.h), with its stack unwound; one not resumed yet
+// cancellation point (see KillGuard.h), with its stack unwound; one not resumed yet
 // ends without running its function. A thread that kills itself does not return, unless it cannot
 // be unwound from here: then it ends at its next such point. B_INTERRUPTED if the two threads wait
 // for each other and neither can end where it is: the other one is asked to end but has not yet.
