@@ -188,6 +188,7 @@ TEST(MachineDetails, TheInnermostMountHoldsAFile)
     const RootGuard root(tree.Path());
     const std::string folder = tree / "a b";
     std::filesystem::create_directory(folder);
+    std::filesystem::create_directory(folder + "c");
     const std::string escaped = tree.Path() + "/a\\040b";
     tree.Write("proc/self/mountinfo",
         "1 0 8:1 / / rw - ext4 /dev/sda1 rw\n2 1 0:5 / " + escaped
@@ -197,5 +198,6 @@ TEST(MachineDetails, TheInnermostMountHoldsAFile)
     EXPECT_FALSE(FileSystemOf(tree.Path())->isInMemory);
     EXPECT_EQ(FileSystemOf(folder).value().type, "tmpfs");
     EXPECT_TRUE(FileSystemOf(folder)->isInMemory);
+    EXPECT_EQ(FileSystemOf(folder + "c").value().type, "ext4");
     EXPECT_FALSE(FileSystemOf(folder + "/missing"));
 }

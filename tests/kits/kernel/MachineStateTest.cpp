@@ -119,10 +119,12 @@ TEST(MachineState, EnergyOfAllPackagesAcrossAWrap)
     const MachineState before = ReadMachineState();
     write("intel-rapl:0", "package-0\n", "4000000\n");
     write("intel-rapl:1", "package-1\n", "1500000\n");
+    write("intel-rapl:2", "psys\n", "9000000\n");
     EXPECT_EQ(ChangeBetween(before, ReadMachineState()).joules, 7.5);
     tree.Write("sys/class/powercap/intel-rapl:1/max_energy_range_uj", "");
     EXPECT_EQ(ChangeBetween(ReadMachineState(), before).joules, std::nullopt);
     std::filesystem::remove(tree / "sys/class/powercap/intel-rapl:1/energy_uj");
+    EXPECT_TRUE(ReadMachineState().energy.empty());
     EXPECT_EQ(ChangeBetween(before, ReadMachineState()).joules, std::nullopt);
 }
 
@@ -154,10 +156,10 @@ TEST(MachineState, SiblingsThatTheRunDoesNotUse)
     EXPECT_EQ(siblings[1].number, 3);
     EXPECT_EQ(siblings[1].busy, std::nullopt);
     MachineDetails both = TwoCores();
-    both.processors[1].number = 1; // two threads of one core
-    both.processors[1].siblings = { 0, 1 };
-    EXPECT_TRUE(UnusedSiblings(both, 2, change).empty());
-    EXPECT_EQ(UnusedSiblings(both, 1, change).size(), 1u);
+    both.processors[1].number = 1; // of one core with a third
+    both.processors[0].siblings = both.processors[1].siblings = { 0, 1, 5 };
+    EXPECT_EQ(UnusedSiblings(both, 2, change).size(), 1u);
+    EXPECT_EQ(UnusedSiblings(both, 1, change).size(), 2u);
 }
 
 TEST(RunWarnings, AQuietMachineHasNone)
@@ -169,11 +171,9 @@ TEST(RunWarnings, AQuietMachineHasNone)
     after.asleep = 5000009;
     MachineDetails details = TwoCores();
     details.virtualMachine = "none";
-    for (ProcessorDetails& processor : details.processors) {
-        processor.governor = "powersave";
-        processor.clockDriver = "intel_pstate";
-        processor.energyPreference = "balance_performance";
-    }
+    details.processors[0].governor = details.processors[1].governor = "powersave";
+    details.processors[0].clockDriver = "intel_pstate";
+    details.processors[1].energyPreference = "balance_performance";
     RunSurroundings surroundings;
     surroundings.used = 2;
     surroundings.temporaryFolder = { "ext4", false };
