@@ -1,8 +1,6 @@
 #include "DesktopFiles.h"
 
-#include <dbus/dbus.h>
-#include <memory>
-
+#include "BusConnection.h"
 #include "TextCoding.h"
 
 namespace {
@@ -11,28 +9,18 @@ constexpr char kService[] = "org.freedesktop.FileManager1";
 constexpr char kObject[] = "/org/freedesktop/FileManager1";
 constexpr int kTimeoutMillis = 5000; // a program that ends does not wait longer
 
-struct CloseConnection {
-    void operator()(DBusConnection* connection) const
-    {
-        dbus_connection_close(connection);
-        dbus_connection_unref(connection);
-    }
-};
-typedef std::unique_ptr<DBusConnection, CloseConnection> Connection;
-typedef std::unique_ptr<DBusMessage, decltype(&dbus_message_unref)> Message;
-
 // A connection of its own for each request: file managers come and go with the session.
-Connection Connect()
+BusConnection Connect()
 {
     DBusConnection* connection = dbus_bus_get_private(DBUS_BUS_SESSION, nullptr);
     if (connection)
         dbus_connection_set_exit_on_disconnect(connection, false);
-    return Connection(connection);
+    return BusConnection(connection);
 }
 
-Message MakeCall(const char* method, const std::vector<std::string>& paths)
+BusMessage MakeCall(const char* method, const std::vector<std::string>& paths)
 {
-    Message call(
+    BusMessage call(
         dbus_message_new_method_call(kService, kObject, kService, method), dbus_message_unref);
     std::vector<std::string> uris;
     for (const std::string& path : paths)
@@ -53,13 +41,13 @@ Message MakeCall(const char* method, const std::vector<std::string>& paths)
 
 bool CallFileManager(const char* method, const std::vector<std::string>& paths)
 {
-    const Connection connection = Connect();
-    const Message call = MakeCall(method, paths);
+    const BusConnection connection = Connect();
+    const BusMessage call = MakeCall(method, paths);
     if (!connection || !call)
         return false;
     DBusError error = DBUS_ERROR_INIT;
-    const Message reply(dbus_connection_send_with_reply_and_block(
-                            connection.get(), call.get(), kTimeoutMillis, &error),
+    const BusMessage reply(dbus_connection_send_with_reply_and_block(
+                               connection.get(), call.get(), kTimeoutMillis, &error),
         dbus_message_unref);
     // It may well be busy with what was asked: to open the entry elsewhere too would be wrong.
     const bool taken = reply || dbus_error_has_name(&error, DBUS_ERROR_NO_REPLY)
