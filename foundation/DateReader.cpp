@@ -4,7 +4,7 @@
 #include <charconv>
 #include <string>
 
-#include "foundation/AsciiCharacters.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 #include "foundation/Utf8.h"
 

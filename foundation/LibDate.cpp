@@ -7,9 +7,8 @@
 
 #include <Message.h>
 
-#include "foundation/AsciiCharacters.h"
-#include "foundation/Int32Range.h"
 #include "foundation/LibDateConventions.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 
 namespace {

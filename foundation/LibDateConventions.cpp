@@ -7,7 +7,7 @@
 
 #include <TextCoding.h>
 
-#include "foundation/AsciiCharacters.h"
+#include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 
 namespace {

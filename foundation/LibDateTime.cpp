@@ -6,9 +6,8 @@
 
 #include <Message.h>
 
-#include "foundation/AsciiCharacters.h"
-#include "foundation/Int32Range.h"
 #include "foundation/LibParseDate.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 
 namespace {

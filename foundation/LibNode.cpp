@@ -7,9 +7,9 @@
 #include <File.h>
 #include <Message.h>
 
+#include "foundation/LibFiles.h"
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
-#include "foundation/TemporaryFolder.h"
 
 namespace {
 

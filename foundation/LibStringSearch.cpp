@@ -3,8 +3,8 @@
 #include <bit>
 #include <cstring>
 
-#include "foundation/AsciiCharacters.h"
 #include "foundation/LibString.h"
+#include "foundation/PlainText.h"
 
 namespace {
 

@@ -6,8 +6,7 @@
 
 #include <Message.h>
 
-#include "foundation/AsciiCharacters.h"
-#include "foundation/Int32Range.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 
 namespace {

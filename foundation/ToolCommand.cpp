@@ -6,8 +6,8 @@
 
 #include <Path.h>
 
-#include "foundation/AsciiCharacters.h"
 #include "foundation/LibPath.h"
+#include "foundation/PlainText.h"
 
 namespace {
 

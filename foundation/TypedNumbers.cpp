@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstdio>
 
-#include "foundation/AsciiCharacters.h"
+#include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 
 namespace {

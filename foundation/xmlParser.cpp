@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "foundation/Int32Range.h"
+#include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "foundation/FixedText.h"
+#include "foundation/PlainText.h"
 #include "foundation/LibStringIterator.h"
 #include "foundation/Utf8.h"
 #include "results/Results.h"

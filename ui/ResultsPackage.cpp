@@ -2,7 +2,7 @@
 
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
-#include "foundation/TemporaryFolder.h"
+#include "foundation/LibFiles.h"
 #include "results/ResultsFile.h"
 #include "ui/GetSysDeviceWin.h"
 

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "foundation/LibDateTime.h"
-#include "foundation/q_parsedate.h"
 #include "tests/foundation/ZoneGuard.h"
 
 namespace {

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "sysinfo/MachineNames.h"
 
 namespace {
 
