@@ -75,6 +75,8 @@ bool LibAppResource::AddEntry(const char* path, const int32& id, const char* nam
 bool LibAppResource::AddArchive(BFile& archive, int32 id, const char* name)
 {
     RemoveResource(B_RAW_TYPE, id);
+    // In pieces, so that no archive need fit into memory besides the resources that it is put
+    // into.
     char chunk[kChunk];
     ssize_t length = archive.Read(chunk, sizeof(chunk));
     if (length < 0 || AddResource(B_RAW_TYPE, id, chunk, length, name) != B_OK)
@@ -123,6 +125,7 @@ char* LibAppResource::FindString(const int32& id)
     const auto* data = static_cast<const char*>(LoadResource(B_STRING_TYPE, id, &size));
     if (data == nullptr)
         return nullptr;
+    // A resource may lack the end mark.
     const size_t length = strnlen(data, size);
     auto* text = new char[length + 1];
     memcpy(text, data, length);

@@ -38,7 +38,7 @@ private:
 
 // Single values in a resource file. Every function returns true if there is a resource of that id
 // and type, and of the size of the value; else the output stays as it was.
-//
+
 // Copies the text and its end mark into text, which must have room for them.
 bool LibFindStringResource(BResources& resources, const int32& id, char* text);
 bool LibFindLongResource(BResources& resources, const int32& id, int32& value);

@@ -48,6 +48,7 @@ LibDateTime Moment(
 }
 
 constexpr std::string_view kRecordEnding = ".trashinfo";
+// Only so that a full or broken disk cannot keep the search going for ever.
 constexpr int kMaxCopies = 10'000;
 
 // The copy-th new name, from 0, with the text cut so that its record's name fits too.
@@ -60,6 +61,7 @@ std::string CopyName(const char* leaf, int copy)
 
 std::string Record(const char* path)
 {
+    // In local time, without a zone: so the desktop's trash writes it.
     LibDateTime now(true);
     struct tm moment = {};
     now.GetDateTime(&moment);
@@ -95,6 +97,8 @@ public:
     void GiveUp() { BEntry(record.Path()).Remove(); }
 
 private:
+    // By making the record where there is none: of two programs that put away entries of one name
+    // at the same time, one gets it, and the other goes on to the next.
     // False if no other name would help.
     bool Reserve(const char* original)
     {
@@ -132,6 +136,7 @@ bool MoveToTrash(const BPath& path)
 }
 
 constexpr char kTracker[] = "application/x-vnd.Be-TRAK";
+// The file manager's own message for its information window; no header names it.
 constexpr uint32 kGetInfo = 'Tinf';
 
 bool Ask(uint32 request, const char* path)
@@ -268,6 +273,7 @@ uint32 LibStringToBytes(const char* text)
     }
     if (unit != "KB" && unit != "MB")
         return 0;
+    // Clamped as a double: turning 5000 MB into a uint32 would be undefined.
     const double bytes = double(value) * (unit == "KB" ? kKilobyte : kMegabyte);
     return static_cast<uint32>(std::clamp(bytes, 0.0, double(UINT32_MAX)));
 }

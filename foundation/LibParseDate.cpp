@@ -46,6 +46,8 @@ bool DateReader::Try(Rule rule)
 
 bool DateReader::ReadItem()
 {
+    // The first rule that fits is taken, so the order decides: a date comes before the time that
+    // its first number could be, a zone before the distance that its sign could begin.
     constexpr Rule kRules[] = { &DateReader::NumericDate, &DateReader::JoinedDate,
         &DateReader::MonthThenNumber, &DateReader::NumberThenMonth, &DateReader::JoinedTime,
         &DateReader::TimeOfDay, &DateReader::Zone, &DateReader::SignedDistance,
@@ -373,6 +375,7 @@ bool LibParseDate(std::string_view text, const LibDateConventions& conventions,
 {
     if (text.size() > kMostText)
         return false;
+    // Once for the whole text: no rule need care for case, and the reader's views lie in it.
     const std::string folded = LibFoldCase(text);
     return DateReader(folded, conventions, today, now).Read(parsed);
 }

@@ -40,6 +40,7 @@ bool LibFindEnvFile(const char* variable, const char* file, BPath& result)
     LibString directory;
     while (directories.GetNextField(':', directory)) {
         const BPath path(directory, file);
+        // An empty directory makes no path: the working directory is not looked in.
         if (path.InitCheck() == B_OK && LibExists(path.Path())) {
             result = path;
             return true;
@@ -152,6 +153,7 @@ bool Libmkdir(const char* path)
 
 void LibUniqueName(BPath& path, const char* prefix)
 {
+    // Call, process and second: the number of a process is given again.
     static std::atomic<long> calls = 0;
     char numbers[64]; // three of up to 20 digits
     snprintf(numbers, sizeof(numbers), "%ld%ld%ld", ++calls, static_cast<long>(getpid()),

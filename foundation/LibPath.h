@@ -55,9 +55,8 @@ void LibUniqueName(BPath& path, const char* prefix);
 // entries in it, down to the last, symbolic links not followed. 0 if there is none.
 [[nodiscard]] off_t LibEntrySize(const char* path, bool withAttributes);
 
-// The names under which people know the standard directories: "User Settings".
-//
-// Sets name to that of the directory. False, and name as it was, if it has none.
+// Sets name to that under which people know the directory: "User Settings". False, and name as it
+// was, if it has none.
 bool LibGetStdDirName(const directory_which& which, LibString& name);
 // Sets which to the directory of exactly that name. False, and which as it was, if there is none.
 bool LibGetStdDirName(const char* name, directory_which& which);

@@ -120,6 +120,7 @@ bool LibString::Splice(size_t from, size_t removed, std::string_view with)
     const std::string_view text = View();
     const std::string_view tail = text.substr(std::min(from + removed, text.size()));
     const size_t length = from + with.size() + tail.size();
+    // By std::less: "<" promises nothing for pointers into different buffers.
     const bool isOwn = !std::less()(with.data(), buffer) && std::less()(with.data(), buffer + size);
     if (length < static_cast<size_t>(size) && !isOwn) {
         memmove(buffer + from + with.size(), tail.data(), tail.size());
@@ -253,6 +254,7 @@ void LibString::PrePend(const char* s)
 {
     if (s == nullptr)
         return;
+    // Put together apart: if there is no room for all, this string stays as it was.
     LibString text;
     if (text.Concat(s) != nullptr && text.Concat(View().data()) != nullptr)
         *this = text;
@@ -438,6 +440,7 @@ void LibString::ShiftFrom(const int32& dest, const int32& src)
     const auto from = std::min(static_cast<size_t>(src), length);
     const auto to = static_cast<size_t>(dest);
     if (to < from)
+        // With the end mark.
         memmove(buffer + to, buffer + from, length - from + 1);
 }
 

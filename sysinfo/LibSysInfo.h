@@ -52,7 +52,7 @@ private:
 
 // The names of the platform's codes for processors, platforms and screen depths. Every function
 // returns "Unknown" for a code that it does not know.
-//
+
 // The name of a system_info's cpu_type.
 [[nodiscard]] const char* LibProcessorName(const int32& type);
 // The name of a system_info's platform_type.

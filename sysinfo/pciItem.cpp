@@ -2,6 +2,7 @@
 
 namespace {
 
+// The constructor's word for names that no table had.
 bool IsKnown(const LibString& name)
 {
     return name.Compare("Unknown") != 0;
