@@ -4,12 +4,13 @@
 #include <charconv>
 #include <string>
 
-#include "foundation/AsciiCharacters.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 #include "foundation/Utf8.h"
 
 namespace {
 
+// So many fit an int32, whichever they are.
 constexpr int32 kMostDigits = 9;
 
 // Both forms of a unit count: "day" and "days".
@@ -39,6 +40,7 @@ const struct {
     { "five", 5 }, { "six", 6 }, { "seven", 7 }, { "eight", 8 }, { "nine", 9 }, { "ten", 10 },
     { "eleven", 11 }, { "twelve", 12 } };
 
+// The bytes of letters beyond ASCII are negative: without them "März" would be cut after its "M".
 bool IsLetter(char c)
 {
     return c < 0 || (c >= 'a' && c <= 'z');

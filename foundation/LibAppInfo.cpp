@@ -10,7 +10,7 @@
 #include <Mime.h>
 #include <Roster.h>
 
-#include "foundation/LibFileInfo.h"
+#include "foundation/LibFiles.h"
 #include "foundation/Utf8.h"
 
 namespace {

@@ -7,14 +7,14 @@
 
 #include <Message.h>
 
-#include "foundation/AsciiCharacters.h"
-#include "foundation/Int32Range.h"
 #include "foundation/LibDateConventions.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 
 namespace {
 
 constexpr char kDateField[] = "date";
+// From that day on, only every fourth year that ends a century has a leap day.
 constexpr double kGregorianReform = 15821015.0; // year, month, day as one number
 constexpr int64 kFourYears = 1461; // days
 
@@ -112,6 +112,7 @@ int64 LibDate::DayNumber() const
 {
     double y = static_cast<double>(YearWithoutGap(year));
     double m = month;
+    // Counted from March on, so that the leap day is the last of its year and moves no other day.
     if (month < 3) {
         y -= 1;
         m += 12;
@@ -121,6 +122,7 @@ int64 LibDate::DayNumber() const
         const double century = std::trunc(y / 100.0);
         gregorian = 2 - century + std::trunc(century / 4);
     }
+    // 30.6001 and not 30.6: were 30.6 * 5 a little below 153, April would lose a day.
     return static_cast<int64>(
         std::trunc(365.25 * y) + std::trunc(30.6001 * (m + 1)) + day + gregorian + 1720994);
 }
@@ -138,6 +140,7 @@ void LibDate::JulianToDate()
     // years are put on first and taken off at the end.
     const int64 cycles = z < 0 ? -z / kFourYears + 1 : 0;
     z += cycles * kFourYears;
+    // 2299161 is 15 October 1582, from which on the leap days left out are counted in again.
     if (z > 2299160) {
         const auto century = static_cast<int64>((static_cast<double>(z) - 1867216.25) / 36524.25);
         z += 1 + century - century / 4;
@@ -193,6 +196,7 @@ bool LibDate::SetDate(const char* text)
 {
     const std::string_view typed = text != nullptr ? text : "";
     CivilDate date {};
+    // By columns, as in "12/31/1999": whatever stands between the numbers is passed over.
     if (typed.size() < 7 || !LeadingNumber(typed.substr(0, 2), date.month)
         || !LeadingNumber(typed.substr(3, 2), date.day)
         || !LeadingNumber(typed.substr(6), date.year) || date.year == 0)
@@ -237,6 +241,7 @@ void LibDate::CarryMonths(int64 added)
     const int64 months = YearWithoutGap(year) * 12 + month - 1 + added;
     const int64 years = FloorDivide(months, 12);
     month = static_cast<int32>(months - years * 12 + 1);
+    // Back to the count that has no year 0.
     year = LibToInt32(years > 0 ? years : years - 1);
 }
 
@@ -339,6 +344,7 @@ void LibDate::SetToPrev(const LibWeekDay& weekDay)
 
 bool LibDate::IsLeapYear() const
 {
+    // The calendar of before the reform.
     if (year < 1582)
         return year % 4 == 0;
     return year % 400 == 0 || (year % 4 == 0 && year % 100 != 0);
@@ -382,6 +388,8 @@ int32 LibDate::DaysSince(const LibDate& other) const
 
 int32 LibDate::DayOfWeek(const uint32& ofDay) const
 {
+    // Zeller's congruence for the calendar of today. It is used for all years, so weekdays before
+    // the reform are not those of their time.
     const int64 d = ofDay == 0 ? int64 { day } : int64 { ofDay };
     const int64 m = month < 3 ? int64 { month } + 10 : int64 { month } - 2;
     const int64 y = month < 3 ? int64 { year } - 1 : int64 { year };
@@ -433,6 +441,7 @@ LibDate& LibDate::operator+=(const int32& days)
 
 LibDate& LibDate::operator-=(const int32& days)
 {
+    // In 64 bits: the least int32 has no opposite.
     MoveDays(-int64 { days });
     return *this;
 }

@@ -7,11 +7,12 @@
 
 #include <TextCoding.h>
 
-#include "foundation/AsciiCharacters.h"
+#include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 
 namespace {
 
+// Not setlocale(): it would change the numbers that other threads print meanwhile.
 // The calling thread's locale for as long as this lives; the process's own stays.
 class ThreadLocale {
 public:
@@ -124,6 +125,7 @@ LibDateConventions LibDateConventions::OfLocale(const char* name)
         fprintf(stderr, "Locale <%.80s> is not installed\n", name);
         return conventions;
     }
+    // A block of its own: a locale must not be freed while the thread uses it.
     {
         const ThreadLocale use(locale);
         ReadNames(MON_1, conventions.months);
@@ -176,6 +178,7 @@ int32 LibDateConventions::WeekDay(std::string_view word) const
 
 bool LibReadDateFormat(std::string_view format, LibDateConventions& conventions)
 {
+    // The two conversions that stand for a whole date.
     if (format == "%D")
         format = "%m/%d/%y";
     if (format == "%F")

@@ -6,9 +6,8 @@
 
 #include <Message.h>
 
-#include "foundation/AsciiCharacters.h"
-#include "foundation/Int32Range.h"
 #include "foundation/LibParseDate.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 
 namespace {
@@ -34,6 +33,7 @@ bool ReadIsoDate(std::string_view text, LibDate& date)
     int32 month = 0;
     int32 day = 0;
     int32 year = 0;
+    // From the end: the year is what is left, with a sign or any number of digits.
     if (!TakeDigits(text, 2, day) || !TakeDigits(text, 2, month))
         return false;
     const bool negative = text.starts_with('-');
@@ -123,6 +123,7 @@ void LibDateTime::GetDateTime(struct tm* moment) const
         return;
     date.GetDate(moment);
     time.GetTime(*moment);
+    // Not known here; mktime() then finds out whether it was summer time.
     moment->tm_isdst = -1;
 }
 

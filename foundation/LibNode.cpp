@@ -7,9 +7,9 @@
 #include <File.h>
 #include <Message.h>
 
+#include "foundation/LibFiles.h"
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
-#include "foundation/TemporaryFolder.h"
 
 namespace {
 
@@ -35,6 +35,7 @@ bool MoveAll(const char* folder, const char* directory, bool replace)
         BPath path;
         if (entry.GetPath(&path) != B_OK)
             return false;
+        // A file that stays as it is counts as done: nobody asked for it to be replaced.
         if (replace || !BEntry(BPath(directory, path.Leaf()).Path()).Exists())
             done = LibMove(path.Path(), directory) && done;
     }

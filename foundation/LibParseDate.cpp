@@ -4,7 +4,8 @@
 #include <string>
 
 #include "foundation/DateReader.h"
-#include "foundation/Int32Range.h"
+#include "foundation/LibDateTime.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 #include "foundation/Utf8.h"
 
@@ -13,6 +14,14 @@ namespace {
 constexpr size_t kMostText = 255;
 constexpr int32 kLastYear = 9999;
 constexpr int64 kSecondsOfDay = 86400;
+
+// The moment at which a clock of the parsed zone, or of the user's, shows date and time.
+time_t MomentOf(const LibParsedDate& parsed)
+{
+    struct tm fields { };
+    LibDateTime(parsed.date, parsed.time).GetDateTime(&fields);
+    return parsed.hasZone ? timegm(&fields) - parsed.zoneMinutes * 60 : mktime(&fields);
+}
 
 } // namespace
 
@@ -37,6 +46,8 @@ bool DateReader::Try(Rule rule)
 
 bool DateReader::ReadItem()
 {
+    // The first rule that fits is taken, so the order decides: a date comes before the time that
+    // its first number could be, a zone before the distance that its sign could begin.
     constexpr Rule kRules[] = { &DateReader::NumericDate, &DateReader::JoinedDate,
         &DateReader::MonthThenNumber, &DateReader::NumberThenMonth, &DateReader::JoinedTime,
         &DateReader::TimeOfDay, &DateReader::Zone, &DateReader::SignedDistance,
@@ -364,6 +375,24 @@ bool LibParseDate(std::string_view text, const LibDateConventions& conventions,
 {
     if (text.size() > kMostText)
         return false;
+    // Once for the whole text: no rule need care for case, and the reader's views lie in it.
     const std::string folded = LibFoldCase(text);
     return DateReader(folded, conventions, today, now).Read(parsed);
+}
+
+time_t q_parsedate(const char* text, time_t now)
+{
+    const char* typed = text != nullptr ? text : "";
+    const time_t from = now == -1 ? time(nullptr) : now;
+    struct tm fields { };
+    LibParsedDate parsed;
+    LibDateTime start;
+    start.SetDateTime(localtime_r(&from, &fields));
+    if (!LibParseDate(typed, LibDateConventions::English(), start.Date(), start.Time(), parsed)) {
+        LibRefuseDate(typed);
+        return -1;
+    }
+    // Where the clocks go back, date and time alone would not tell the present from an hour ago.
+    const bool unmoved = !parsed.hasZone && LibDateTime(parsed.date, parsed.time) == start;
+    return (unmoved ? from : MomentOf(parsed)) + parsed.seconds;
 }

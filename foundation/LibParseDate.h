@@ -17,6 +17,7 @@
 // a word too many.
 #pragma once
 
+#include <ctime>
 #include <string_view>
 
 #include "foundation/LibDate.h"
@@ -38,3 +39,10 @@ struct LibParsedDate {
 // the years 1 to 9999.
 [[nodiscard]] bool LibParseDate(std::string_view text, const LibDateConventions& conventions,
     const LibDate& today, const LibTime& now, LibParsedDate& parsed);
+
+// The moment that a person's words mean. Reads text as LibParseDate() does with English
+// conventions, from the moment now (-1: the present one) in the user's time zone. Hours, minutes
+// and seconds are added to the moment, so that they stay right where the clocks change. -1, and a
+// line on standard error, for what cannot be read; the second before 1970 began in UTC cannot be
+// told from that.
+[[nodiscard]] time_t q_parsedate(const char* text, time_t now);

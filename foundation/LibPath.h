@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Entry.h>
+#include <FindDirectory.h>
 #include <Path.h>
 
 #include "foundation/LibString.h"
@@ -53,3 +54,11 @@ void LibUniqueName(BPath& path, const char* prefix);
 // The size of a file in bytes, with its attributes if wanted; of a directory the sum over the
 // entries in it, down to the last, symbolic links not followed. 0 if there is none.
 [[nodiscard]] off_t LibEntrySize(const char* path, bool withAttributes);
+
+// Sets name to that under which people know the directory: "User Settings". False, and name as it
+// was, if it has none.
+bool LibGetStdDirName(const directory_which& which, LibString& name);
+// Sets which to the directory of exactly that name. False, and which as it was, if there is none.
+bool LibGetStdDirName(const char* name, directory_which& which);
+// True if a standard directory has exactly that name.
+[[nodiscard]] bool LibStdDirNameExists(const char* name);

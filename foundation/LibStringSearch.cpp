@@ -3,8 +3,8 @@
 #include <bit>
 #include <cstring>
 
-#include "foundation/AsciiCharacters.h"
 #include "foundation/LibString.h"
+#include "foundation/PlainText.h"
 
 namespace {
 
@@ -65,6 +65,8 @@ int32 LibString::CompareSub(
     if (ignoreCase)
         return CompareBytes(
             text.substr(0, most), std::string_view(OrEmpty(s)).substr(0, most), true);
+    // These take bytes for unsigned, Compare() and the form above for signed: the results differ
+    // for texts beyond ASCII.
     return count < 0 ? strcmp(text.data(), OrEmpty(s)) : strncmp(text.data(), OrEmpty(s), most);
 }
 
@@ -114,6 +116,7 @@ bool LibString::Contain(const LibString& s, const bool& ignoreCase) const
 
 bool LibString::Contain(const char& c) const
 {
+    // Finds the end mark too: every text contains '\0'.
     return strchr(View().data(), c) != nullptr;
 }
 
@@ -250,6 +253,7 @@ void LibString::NextCharacter(const char* text, int64& position, uint32& length)
     if (text == nullptr)
         return;
     const auto byte = static_cast<uint8>(text[position]);
+    // A byte from the middle of a character, which has a single leading 1, counts as two bytes.
     length = byte < 0x80 ? 1 : static_cast<uint32>(std::max(2, std::countl_one(byte)));
     position += length;
 }

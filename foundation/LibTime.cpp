@@ -6,8 +6,7 @@
 
 #include <Message.h>
 
-#include "foundation/AsciiCharacters.h"
-#include "foundation/Int32Range.h"
+#include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 
 namespace {
@@ -97,6 +96,7 @@ void LibTime::SetTime(const time_t& moment, const bool& local)
 
 void LibTime::SetTime(const float& newMinutes)
 {
+    // fmod first: lround of what a long cannot hold may give anything.
     if (std::isfinite(newMinutes))
         SetTotal(std::lround(std::fmod(static_cast<double>(newMinutes) * 60, kDay)));
 }
@@ -136,6 +136,7 @@ void LibTime::GetTime(struct tm& time) const
 
 int32 LibTime::SetTotal(int64 total)
 {
+    // The remainder of a negative total is negative itself.
     const int64 ofDay = (total % kDay + kDay) % kDay;
     SetTime(static_cast<int32>(ofDay / 3600), static_cast<int32>(ofDay / 60 % 60),
         static_cast<int32>(ofDay % 60));
@@ -199,6 +200,7 @@ status_t LibTime::Archive(BMessage& message) const
 
 status_t LibTime::Restore(const BMessage& message)
 {
+    // All three are read before one is taken, so that half an archive changes nothing.
     LibTime archived;
     status_t status = message.FindInt32(kHoursField, &archived.hours);
     if (status == B_OK)

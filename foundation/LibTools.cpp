@@ -137,6 +137,8 @@ bool Libmimeset(const char* path)
 bool LibZip(const char* archive, const BPath& source, int level)
 {
     BPath tool;
+    // From inside the parent, since zip keeps names as they are given: the archive then holds none
+    // of the folders above.
     if (!LibFindEnvFile("PATH", "zip", tool) || !EnterParent(source))
         return false;
     char options[8];
@@ -153,6 +155,7 @@ int Unzip(const char* archive)
     const BPath full(archive);
     if (!LibFindEnvFile("PATH", "unzip", tool) || !EnterParent(full))
         return -1;
+    // -o: unzip would ask before it replaces a file, and wait for an answer.
     return ToolCommand(tool.Path()).Option("-oq").Path(UnzipPattern(full.Path()).c_str()).Run();
 }
 

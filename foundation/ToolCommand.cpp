@@ -6,11 +6,12 @@
 
 #include <Path.h>
 
-#include "foundation/AsciiCharacters.h"
 #include "foundation/LibPath.h"
+#include "foundation/PlainText.h"
 
 namespace {
 
+// Of these characters the shell takes none for more than itself.
 bool IsPlain(std::string_view path)
 {
     for (const char c : path) {
@@ -126,6 +127,7 @@ void ToolCommand::AppendQuoted(std::string_view bytes, Kind kind)
 
 ToolCommand ToolCommand::SeenFrom(const BPath& folder) const
 {
+    // Options and texts are no paths, and a link's target is read from where the link lies.
     ToolCommand seen(tool.c_str());
     for (const Word& word : words) {
         const bool isMoved = word.kind == Kind::kPath;

@@ -4,11 +4,12 @@
 #include <charconv>
 #include <cstdio>
 
-#include "foundation/AsciiCharacters.h"
+#include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 
 namespace {
 
+// 12311999 is the longest that anybody writes without separators.
 constexpr int32 kMostDigits = 8;
 constexpr int32 kPowers[] = { 1, 10, 100, 1000, 10000, 100000, 1000000, 10000000 };
 
@@ -79,6 +80,7 @@ void LibSplitDigits(TypedNumbers& numbers)
     int32 rest = numbers.values[0];
     int32 left = digits;
     numbers.count = 0;
+    // Of an odd number of digits the first part has one: 530 is 5 and 30.
     for (const int32 size : { 2 - digits % 2, 2, digits }) {
         const int32 taken = std::min(size, left);
         if (taken == 0)

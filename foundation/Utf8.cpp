@@ -21,6 +21,7 @@ std::string_view LibCutUtf8(std::string_view text, size_t bytes)
     size_t end = bytes;
     while (end > 0 && end < text.size() && (text[end] & 0xc0) == 0x80)
         end--;
+    // Nothing but bytes from the middle of characters: then it is no UTF-8 and is cut anywhere.
     return text.substr(0, end > 0 ? end : bytes);
 }
 
@@ -56,6 +57,7 @@ std::string LibPrintable(const char* text, size_t most)
         char32_t c = 0;
         const size_t length = DecodeUtf8(rest, c);
         const std::string_view bytes = rest.substr(0, length == 0 ? 1 : length);
+        // Else a results file could colour, erase or turn round the line that speaks of it.
         if (length > 0 && !IsCommand(c)) {
             shown += bytes;
         } else {

@@ -65,6 +65,7 @@ BBitmap* qResources::GetBitmap(const char* name)
         || archive.Unflatten(static_cast<const char*>(data), static_cast<ssize_t>(size)) != B_OK)
         return nullptr;
     auto bitmap = std::make_unique<BBitmap>(&archive);
+    // A damaged archive still makes a bitmap, but one without pixels.
     return bitmap->IsValid() ? bitmap.release() : nullptr;
 }
 

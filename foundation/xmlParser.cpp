@@ -3,11 +3,13 @@
 #include <cerrno>
 #include <cstring>
 
-#include "foundation/Int32Range.h"
+#include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 
 namespace {
 
+// Far more than any help file has. A damaged or hostile one must not fill the memory, nor, by tags
+// one inside the other that are deleted by recursion, the stack.
 constexpr size_t kMostLevels = 100;
 constexpr size_t kMostElements = 100000;
 constexpr size_t kMostAttributes = 1000;
@@ -295,6 +297,7 @@ void xmlParser::ReadBody(xmlTag& tag)
 // Takes the rest of the line up to the next tag at once.
 void xmlParser::ReadText(std::string& text)
 {
+    // A text may be a whole file: a character at a time would look at the limit for each.
     const size_t length = strcspn(buffer + column, "<");
     AddText(text, std::string_view(buffer + column, length));
     column += static_cast<int32>(length) - 1; // of the last character taken
@@ -369,6 +372,7 @@ void xmlParser::SkipElement(const char* name)
     char found[kNameSize];
     bool hasModifiers = false;
     xmlTagModifiers ignored;
+    // Counted, as elements of the same name, each with an end of its own, may lie in it.
     for (int64 level = 1; level > 0 && NextTag(found, hasModifiers);) {
         if (strcmp(found, kComment) == 0)
             SkipMarkup(found);

@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "foundation/FixedText.h"
 #include "foundation/LibStringIterator.h"
+#include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 #include "results/Results.h"
 #include "results/TestCatalogue.h"

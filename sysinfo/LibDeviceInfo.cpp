@@ -10,6 +10,7 @@
 
 namespace {
 
+// An empty slot answers with this id, so no vendor has it.
 constexpr uint16 kEndOfTable = 0xFFFF;
 
 const PciVendorRow* FindVendor(uint16 vendorId)
@@ -61,6 +62,7 @@ status_t LibDeviceInfo::ObtainPciDevices(const int& classId, pciItem* item)
         LibString slot;
         slot.Formatted("%2.2x:%2.2x.%d", info.bus, info.device, info.function);
         device->Slot(slot);
+        // A device whose names stay "Unknown" is listed too: its ids alone tell what to look for.
         GetDevice(device.get());
         item->devices.Insert(std::move(device));
     }
@@ -73,6 +75,7 @@ void LibDeviceInfo::GetDevice(pciDevice* device) const
         device->VendorShort(vendor->shortName);
         device->VendorLong(vendor->longName);
     }
+    // Of some devices only the chip is known.
     if (const PciDeviceRow* row = FindRow(device->vendorId, device->deviceId))
         device->Description(row->description[0] != 0 ? row->description : row->chip);
 }

@@ -3,9 +3,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include <OS.h>
 #include <Screen.h>
-
-#include "sysinfo/MachineNames.h"
 
 namespace {
 
@@ -29,7 +28,113 @@ int32 PixelsBetween(float first, float last)
     return static_cast<int32>(std::ceil(last - first)) + 1;
 }
 
+struct CodeName {
+    int32 code;
+    const char* name;
+};
+
+constexpr CodeName kProcessors[] = {
+    { B_CPU_PPC_601, "601" },
+    { B_CPU_PPC_603, "603" },
+    { B_CPU_PPC_603e, "603e" },
+    { B_CPU_PPC_604, "604" },
+    { B_CPU_PPC_604e, "604e" },
+    { B_CPU_PPC_686, "686" },
+    { B_CPU_AMD_29K, "AMD 29K" },
+    { B_CPU_X86, "x86" },
+    { B_CPU_MC6502, "MC6502" },
+    { B_CPU_Z80, "Z80" },
+    { B_CPU_ALPHA, "Alpha" },
+    { B_CPU_MIPS, "Mips" },
+    { B_CPU_HPPA, "Hppa" },
+    { B_CPU_M68K, "M68K" },
+    { B_CPU_ARM, "Arm" },
+    { B_CPU_SH, "SH" },
+    { B_CPU_SPARC, "Sparc" },
+    { B_CPU_INTEL_X86, "Intel x86" },
+    { B_CPU_INTEL_PENTIUM, "Intel Pentium" },
+    { B_CPU_INTEL_PENTIUM75, "Intel Pentium 75" },
+    { B_CPU_INTEL_PENTIUM_486_OVERDRIVE, "Intel Pentium 486" },
+    { B_CPU_INTEL_PENTIUM_MMX, "Intel Pentium MMX" },
+    { B_CPU_INTEL_PENTIUM_MMX_MODEL_8, "Intel Pentium MMX Model 8" },
+    { B_CPU_INTEL_PENTIUM75_486_OVERDRIVE, "Intel Pentium 75-486" },
+    { B_CPU_INTEL_PENTIUM_PRO, "Intel Pentium Pro" },
+    { B_CPU_INTEL_PENTIUM_II_MODEL_3, "Intel Pentium II" },
+    { B_CPU_INTEL_PENTIUM_II_MODEL_5, "Intel Pentium II m5" },
+    { B_CPU_INTEL_CELERON, "Intel Pentium Celeron" },
+    { B_CPU_INTEL_PENTIUM_III, "Intel Pentium III" },
+    { B_CPU_AMD_X86, "AMD x86" },
+    { B_CPU_AMD_K5_MODEL0, "AMD K5 m0" },
+    { B_CPU_AMD_K5_MODEL1, "AMD K5 m1" },
+    { B_CPU_AMD_K5_MODEL2, "AMD K5 m2" },
+    { B_CPU_AMD_K5_MODEL3, "AMD K5 m3" },
+    { B_CPU_AMD_K6_MODEL6, "AMD K6 m6" },
+    { B_CPU_AMD_K6_MODEL7, "AMD K6 m7" },
+    { B_CPU_AMD_K6_MODEL8, "AMD K6 m8" },
+    { B_CPU_AMD_K6_MODEL9, "AMD K6 m9" },
+    { B_CPU_CYRIX_X86, "Cyrix x86" },
+    { B_CPU_CYRIX_GXm, "Cyrix GXm" },
+    { B_CPU_CYRIX_6x86MX, "Cyrix 6 x86MX" },
+    { B_CPU_IDT_WINCHIP_C6, "IDT WinChip C6" },
+    { B_CPU_IDT_WINCHIP_2, "IDT WinChip 2" },
+    { B_CPU_RISE_X86, "Rise x86" },
+    { B_CPU_RISE_mP6, "Rise mP6" },
+};
+
+constexpr CodeName kPlatforms[] = {
+    { B_BEBOX_PLATFORM, "BeBox" },
+    { B_MAC_PLATFORM, "Mac" },
+    { B_AT_CLONE_PLATFORM, "AT Clone" },
+    { B_ENIAC_PLATFORM, "Eniac" },
+    { B_APPLE_II_PLATFORM, "Apple II" },
+    { B_CRAY_PLATFORM, "Cray" },
+    { B_LISA_PLATFORM, "Lisa" },
+    { B_TI_994A_PLATFORM, "TI 994A" },
+    { B_TIMEX_SINCLAIR_PLATFORM, "Timex Sinclair" },
+    { B_ORAC_1_PLATFORM, "Orac 1" },
+    { B_HAL_PLATFORM, "Hal" },
+    { B_BESM_6_PLATFORM, "Besm 6" },
+    { B_MK_61_PLATFORM, "MK 61" },
+    { B_NINTENDO_64_PLATFORM, "Nintendo 64" },
+};
+
+constexpr CodeName kColorDepths[] = {
+    { B_NO_COLOR_SPACE, "No color" },
+    { B_GRAY1, "1 bit gray" },
+    { B_GRAY8, "8 bit gray" },
+    { B_RGB24, "24 bit color" },
+    { B_CMAP8, "8 bit color" },
+    { B_RGB16, "16 bit color" },
+    { B_RGB32, "32 bit color" },
+    { B_RGB15, "15 bit color" },
+};
+
+template <size_t n>
+const char* NameOf(const CodeName (&table)[n], int32 code)
+{
+    for (const CodeName& row : table) {
+        if (row.code == code)
+            return row.name;
+    }
+    return "Unknown";
+}
+
 } // namespace
+
+const char* LibProcessorName(const int32& type)
+{
+    return NameOf(kProcessors, type);
+}
+
+const char* LibPlatformName(const int32& type)
+{
+    return NameOf(kPlatforms, type);
+}
+
+const char* LibColorDepthName(const color_space& space)
+{
+    return NameOf(kColorDepths, space);
+}
 
 LibSysInfo::LibSysInfo() : LibSysInfo(SystemInfo(), BScreen(B_MAIN_SCREEN_ID)) { }
 

@@ -49,3 +49,13 @@ private:
 [[nodiscard]] int32 LibRoundedMHz(const int64& hz);
 // Pages of 4096 bytes in whole MB. The bytes are counted in 32 bits: 2 GB and more come out wrong.
 [[nodiscard]] int32 LibMemoryMB(const int32& pages);
+
+// The names of the platform's codes for processors, platforms and screen depths. Every function
+// returns "Unknown" for a code that it does not know.
+
+// The name of a system_info's cpu_type.
+[[nodiscard]] const char* LibProcessorName(const int32& type);
+// The name of a system_info's platform_type.
+[[nodiscard]] const char* LibPlatformName(const int32& type);
+// "8 bit color" and so on; the spaces with alpha have no name.
+[[nodiscard]] const char* LibColorDepthName(const color_space& space);

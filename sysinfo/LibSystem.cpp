@@ -10,6 +10,7 @@
 
 void LibGetOSVersion(LibString& version)
 {
+    // The version that people know is that of the file manager, which comes with each release.
     BFile tracker("/system/Tracker", B_READ_ONLY);
     version_info info;
     if (BAppFileInfo(&tracker).GetVersionInfo(&info, B_APP_VERSION_KIND) == B_OK)
@@ -28,5 +29,6 @@ void LibShutdown(bool restart)
     ToolCommand command(tool.Path());
     if (restart)
         command.Option("-r");
+    // In the background: the tool waits for the programs that it ends, and this one is among them.
     [[maybe_unused]] const int started = command.Option("&").Run();
 }

@@ -18,6 +18,7 @@ bool ParseLine(std::string_view line, uint16& id, std::string& name)
     const auto [end, error] = std::from_chars(line.data(), line.data() + 4, id, 16);
     if (error != std::errc() || end != line.data() + 4)
         return false;
+    // A list that was copied from another system ends its lines with "\r".
     const size_t last = line.find_last_not_of(" \r");
     name = line.substr(kNameAt, last - kNameAt + 1);
     return !name.empty();
@@ -27,6 +28,8 @@ bool ParseLine(std::string_view line, uint16& id, std::string& name)
 
 PciNameList::PciNameList()
 {
+    // The distributions keep the same list in different places; where both are there, one is
+    // enough.
     for (const char* path : kSystemLists) {
         if (vendors.empty())
             Read(path);
@@ -74,6 +77,7 @@ std::string PciNameList::Device(const uint16& vendorId, const uint16& deviceId) 
 
 std::vector<std::string> PciNameList::Vendors() const
 {
+    // Several ids belong to one name: a vendor that was bought keeps its old ids.
     std::set<std::string> names;
     for (const auto& [id, vendor] : vendors)
         names.insert(vendor.name);

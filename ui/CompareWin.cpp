@@ -1,6 +1,6 @@
 #include "ui/CompareWin.h"
 
-#include "foundation/LibFileInfo.h"
+#include "foundation/LibFiles.h"
 #include "foundation/LibNode.h"
 #include "foundation/LibPath.h"
 #include "toolkit/LibMenuButton.h"

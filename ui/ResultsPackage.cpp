@@ -1,8 +1,8 @@
 #include "ui/ResultsPackage.h"
 
+#include "foundation/LibFiles.h"
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
-#include "foundation/TemporaryFolder.h"
 #include "results/ResultsFile.h"
 #include "ui/GetSysDeviceWin.h"
 

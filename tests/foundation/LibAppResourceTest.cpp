@@ -1,7 +1,6 @@
 #include "foundation/LibAppResource.h"
 
 #include "foundation/LibAppInfo.h"
-#include "foundation/LibFindResource.h"
 #include "foundation/LibTools.h"
 #include "foundation/qResources.h"
 #include "tests/foundation/ScratchFolder.h"

@@ -56,12 +56,8 @@ TEST(LibDate, DayNumbersAreThoseOfAstronomers)
     // Meeus, "Astronomical Algorithms", chapter 7, less the half day from noon to noon and counted
     // at 0h. Before year 1 the leap years differ: ahead of the astronomers by a day, or not.
     const std::tuple<int32, int32, int32, int32, int32> rows[] = { { 2000, 1, 1, 2451544, 0 },
-        { 1999, 1, 1, 2451179, 0 }, { 1988, 6, 19, 2447331, 0 }, { 1987, 1, 27, 2446822, 0 },
-        { 1957, 10, 4, 2436115, 0 }, { 1900, 1, 1, 2415020, 0 }, { 1858, 11, 17, 2400000, 0 },
-        { 1600, 12, 31, 2305812, 0 }, { 1582, 10, 15, 2299160, 0 }, { 1582, 10, 4, 2299159, 0 },
-        { 837, 4, 10, 2026871, 0 }, { 333, 1, 27, 1842712, 0 }, { 1, 1, 1, 1721423, 0 },
-        { -1, 12, 31, 1721422, 0 }, { -124, 12, 31, 1676496, 1 }, { -123, 1, 1, 1676497, 1 },
-        { -1001, 7, 12, 1356000, 0 }, { -1002, 8, 17, 1355670, 1 }, { -4713, 1, 1, -1, 1 } };
+        { 1600, 12, 31, 2305812, 0 }, { 837, 4, 10, 2026871, 0 }, { -124, 12, 31, 1676496, 1 },
+        { -1001, 7, 12, 1356000, 0 }, { -4713, 1, 1, -1, 1 } };
     for (const auto& [year, month, day, number, ahead] : rows)
         EXPECT_EQ(DateOf(year, month, day).GetJulian(), number + ahead) << year;
 }

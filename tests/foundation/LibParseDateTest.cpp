@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "foundation/LibDateTime.h"
-#include "foundation/q_parsedate.h"
 #include "tests/foundation/ZoneGuard.h"
 
 namespace {
@@ -32,7 +31,6 @@ TEST(LibParseDate, ReadsWhatPeopleType)
 {
     const std::pair<const char*, const char*> rows[] = { { "now", "20011024T133015" },
         { " Today ", "20011024T000000" }, { "yesterday at noon", "20011023T120000" },
-
         { "next wednesday", "20011031T000000" }, { "last wed. 5:30 pm", "20011017T173000" },
         { "on friday at 10:00", "20011026T100000" }, { "3 days ago", "20011021T133015" },
         { "in 2 weeks", "20011107T133015" }, { "-90 minutes", "20011024T120015" },

@@ -1,11 +1,8 @@
 #include "foundation/LibPath.h"
 
-#include "foundation/LibByteCount.h"
-#include "foundation/LibFileInfo.h"
+#include "foundation/LibFiles.h"
 #include "foundation/LibNode.h"
-#include "foundation/LibStdDirName.h"
 #include "foundation/LibTools.h"
-#include "foundation/LibTrash.h"
 #include "tests/foundation/ScratchFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "foundation/LibTracker.h"
+#include "foundation/LibFiles.h"
 
 #include "tests/foundation/ScratchFolder.h"
 #include "tests/support/WaitUntil.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/LibFileInfo.h"
+#include "foundation/LibFiles.h"
 #include "foundation/LibString.h"
 #include "tests/support/TempFolder.h"
 

@@ -62,7 +62,6 @@ TEST(xmlParser, FindsElementsWithTheirParts)
         { "a", "<a><a>in</a>out</a>", "a()[out|a()[in]@0]" },
         { "a", "<a x=\"1\" />text</a>", "a(x=1)[]" },
         { "a", "<a x=http://host/path >text</a>", "a(x=http://host/path)[text]" },
-
         { "a", "<a\nx=1\ny='two\nlines'\n>t</a>", "a(x=1 y=two lines)[t]" },
         { "a", "<a>never <b>closed</a>", "a()[never|b()[closed]@6]" },
         { "a", "<a x='never closed", "a(x=never closed )[]" }, { "a", "<a", "a()[]" },

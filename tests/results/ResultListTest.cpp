@@ -160,29 +160,6 @@ TEST(ResultList, AFilesMachinesKeepToItsSizeInMemoryAndRealOnesAreAllKept)
     EXPECT_EQ(real.messages, "");
 }
 
-TEST(ResultList, TheTableLinesUpMachinesOfFewerProcessorsOnTheRight)
-{
-    Loaded loaded(FileOf("A (2-x)\t200:10/0.5,2.0;601:0/7.25,8.0;")
-        + FileOf("B (1-x)\t200:10/4.0;601:0/0.0;").substr(4) + FileOf("C\t").substr(4));
-    for (Metric* metric = loaded.list.First()->First(); metric;
-         metric = loaded.list.Current()->Next())
-        metric->Units(metric->index == 200 ? "MB/sec" : "seconds");
-    const TempFolder folder;
-    FILE* file = fopen((folder / "table").c_str(), "w");
-    const int most = loaded.list.MaxNbrCpus();
-    loaded.list.First()->SaveHeader(file, most);
-    loaded.list.First()->SaveUnits(file, most);
-    loaded.list.First()->Save(file, most);
-    loaded.list.Save(file, most);
-    fclose(file);
-    const std::string first = "A (2-x)\t20.0\t5.0\t7.2\t8.0\t\n";
-    EXPECT_EQ(ReadFile(folder / "table"),
-        "\tMemory\t\tTen Sequential Whetstones\t\t\n"
-        "\t(MB/sec)\t\t(seconds)\t\t\n"
-        "\t2 cpu\t1 cpu\t2 cpu\t1 cpu\t\n"
-            + first + first + "B (1-x)\t\t2.5\t\t0.0\t\nC\t\n");
-}
-
 TEST(ResultList, TheCurrentMetricsGiveTheScaleAndMissingOnesAreReported)
 {
     Loaded loaded(FileOf("A (2-x)\t200:10/0.5,2.0;700:5/0.001,1;")

@@ -4,20 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
+
+#include "tests/support/TempFolder.h"
 
 namespace {
-
-std::string TextOf(const std::filesystem::path& path)
-{
-    std::ifstream file(path);
-    std::stringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
 
 std::string EngineSources()
 {
@@ -25,7 +16,7 @@ std::string EngineSources()
     for (const auto& entry :
         std::filesystem::recursive_directory_iterator(TARVEX_TESTS "/../engine"))
         if (entry.path().extension() == ".cpp")
-            text += TextOf(entry.path());
+            text += ReadFile(entry.path());
     return text;
 }
 
@@ -38,7 +29,7 @@ bool IsSentence(std::string_view text)
 
 TEST(TestCatalogue, EveryGroupHasItsOwnNamesATestAndItsPlaceInTheManual)
 {
-    const std::string manual = TextOf(TARVEX_TESTS "/../data/man/tarvex-run.1");
+    const std::string manual = ReadFile(TARVEX_TESTS "/../data/man/tarvex-run.1");
     std::set<std::string_view> names;
     std::set<uint32> messages;
     for (const TestGroup& group : kTestGroups) {

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "sysinfo/MachineNames.h"
-
 namespace {
 
 system_info PentiumPair()

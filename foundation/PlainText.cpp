@@ -1,4 +1,4 @@
-#include "foundation/FixedText.h"
+#include "foundation/PlainText.h"
 
 #include <algorithm>
 #include <charconv>
