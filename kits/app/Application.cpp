@@ -138,9 +138,10 @@ bool BApplication::QuitRequested()
     return QuitWindows(true);
 }
 
-bool BApplication::QuitWindows(bool ask)
+// Not analysed, and no block: the lock is given back, as often as it is held, for windows that need
+// the application to answer.
+bool BApplication::QuitWindows(bool ask) NO_THREAD_SAFETY_ANALYSIS
 {
-    // Windows may need the application to answer.
     const int32 locks = IsLocked() ? CountLocks() : 0;
     for (int32 i = 0; i < locks; ++i)
         Unlock();

@@ -3,6 +3,7 @@
 #include "kits/kernel/KillGuard.h"
 #include "kits/kernel/PciBus.h"
 #include "kits/kernel/Processors.h"
+#include "LeafLock.h"
 
 namespace {
 // The functions as last read. A walk asks for each of them once, and every reading of a
@@ -46,7 +47,7 @@ status_t get_nth_pci_info(long index, pci_info* info)
     const KillGuard guard;
     const std::string root = kernel::Processors::Get()->Root();
     Snapshot& snapshot = TheSnapshot();
-    const MutexLock lock(snapshot.lock);
+    const LeafLock lock(snapshot.lock);
     if (index == 0 || !snapshot.isRead || root != snapshot.root)
         Refresh(snapshot, root);
     const auto place = static_cast<size_t>(index); // a negative one is behind all
