@@ -3,6 +3,7 @@
 #include "results/Results.h"
 #include "results/TestCatalogue.h"
 
+#include <Autolock.h>
 #include <View.h>
 
 #include <cstdlib>
@@ -38,27 +39,27 @@ GraphicsWin::GraphicsWin()
     : LibWindow(BRect(10, 10, 10 + kSize, 10 + kSize), "GraphicsWin", B_TITLED_WINDOW_LOOK,
         B_NORMAL_WINDOW_FEEL, kFixed, B_CURRENT_WORKSPACE)
 {
-    if (!Lock())
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
         return;
     SetTitle("Test Graphics");
     bounds = Frame().OffsetToCopy(0, 0);
     view = new BView(bounds, "graphicsview", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     AddChild(view);
     scale = static_cast<float>(kSize / kRandRange);
-    Unlock();
 }
 
 GraphicsWin::~GraphicsWin() = default;
 
 void GraphicsWin::ClearView()
 {
-    if (!Lock())
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
         return;
     view->SetHighColor(white_color);
     view->FillRect(bounds, B_SOLID_HIGH);
     view->SetHighColor(black_color);
     view->Flush();
-    Unlock();
 }
 
 // From 0 to just below kSize. Only as many bits as a float holds, or the largest numbers would be
@@ -94,22 +95,30 @@ void GraphicsWin::DrawShapes(long shapes, Draw draw)
 
 // A template, not a function object: an indirect call for every shape would be measured too.
 template <GraphicsWin::Sending sending, typename Draw>
+void GraphicsWin::MeasureLocked(const Test& test, Results& results, Draw draw)
+{
+    Metric* metric = results.NewTest(test.type.name, test.type.work);
+    if (!metric)
+        return;
+    // Takes off the coordinates' calls of rand(), not the colours': published rates count these.
+    results.Calibrate(test.shapes, test.randsPerShape);
+    results.StartTimer();
+    DrawShapes<sending>(test.shapes, draw);
+    metric->Time(static_cast<float>(results.EndTimer()));
+    metric->Index(test.type.id);
+    metric->Units(test.type.units);
+}
+
+template <GraphicsWin::Sending sending, typename Draw>
 void GraphicsWin::Measure(const Test& test, Results& results, Draw draw)
 {
     SetTitle(test.title);
-    if (!Lock())
-        return;
-    if (Metric* metric = results.NewTest(test.type.name, test.type.work)) {
-        // Takes off the coordinates' calls of rand(), not the colours': published rates count
-        // these.
-        results.Calibrate(test.shapes, test.randsPerShape);
-        results.StartTimer();
-        DrawShapes<sending>(test.shapes, draw);
-        metric->Time(static_cast<float>(results.EndTimer()));
-        metric->Index(test.type.id);
-        metric->Units(test.type.units);
+    {
+        const BAutolock lock(this);
+        if (!lock.IsLocked())
+            return;
+        MeasureLocked<sending>(test, results, draw);
     }
-    Unlock();
     ClearView();
 }
 

@@ -47,6 +47,8 @@ private:
     template <Sending sending, typename Draw>
     void Measure(const Test& test, Results& results, Draw draw);
     template <Sending sending, typename Draw>
+    void MeasureLocked(const Test& test, Results& results, Draw draw);
+    template <Sending sending, typename Draw>
     void DrawShapes(long shapes, Draw draw);
 
     float Coordinate() const;
