@@ -1,5 +1,5 @@
-// Holds the lock of the looper behind a messenger for the length of a block. A messenger may outlive
-// its looper, whose address may then be another one's: so this never touches what has gone.
+// Holds the lock of the looper behind a messenger for the length of a block. A messenger may
+// outlive its looper, whose address may then be another one's: so this never touches what has gone.
 #pragma once
 
 #include <Autolock.h>

@@ -164,7 +164,7 @@ void TarvexWin::QuitResults()
     if (results->QuitRequested())
         results->Quit(); // which unlocks: so this is no block
     else
-        results->Unlock();
+        results->UnlockLooper();
 }
 
 void TarvexWin::SelectAll()

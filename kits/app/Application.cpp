@@ -138,10 +138,10 @@ bool BApplication::QuitRequested()
     return QuitWindows(true);
 }
 
-// Not analysed, and no block: the lock is given back, as often as it is held, for windows that need
-// the application to answer.
+// Not analysed: it may be called with the lock and without.
 bool BApplication::QuitWindows(bool ask) NO_THREAD_SAFETY_ANALYSIS
 {
+    // No block but the reverse of one: windows may need the application to answer.
     const int32 locks = IsLocked() ? CountLocks() : 0;
     for (int32 i = 0; i < locks; ++i)
         Unlock();
@@ -153,7 +153,8 @@ bool BApplication::QuitWindows(bool ask) NO_THREAD_SAFETY_ANALYSIS
 
 bool BApplication::QuitWindowsUnlocked(bool ask)
 {
-    // Each window may take others with it, so the list is read anew every time.
+    // Each window may take others with it, so the list is read anew every time. No block: Quit()
+    // unlocks, as often as it is locked.
     for (;;) {
         const LooperRecord window = AppRegistry::Instance().FirstAskedToQuit();
         if (!window.looper)

@@ -1,5 +1,5 @@
-// How the kits take their own mutexes. The order of locks: a looper's lock first, then one of these,
-// and nothing under it.
+// How the kits take their own mutexes. The order of locks: a looper's lock first, then one of
+// these, and nothing under it.
 #pragma once
 
 #include <optional>
@@ -9,8 +9,8 @@
 #include "kits/kernel/UnwindCheck.h"
 #include "Mutex.h"
 
-// Holds a mutex for the length of a block. Meanwhile the thread is not stopped by suspend_thread: it
-// would stop every other user of the kit with it.
+// Holds a mutex for the length of a block. Meanwhile the thread is not stopped by suspend_thread:
+// it would stop every other user of the kit with it.
 class SCOPED_CAPABILITY LeafLock {
 public:
     // For a block that waits on a condition: the thread may be stopped, as most stops find it

@@ -17,8 +17,8 @@
 #include "FileDescriptor.h"
 #include "KillGuard.h"
 #include "kits/kernel/TextFile.h"
-#include "Locations.h"
 #include "LeafLock.h"
+#include "Locations.h"
 #include "RemoveTree.h"
 #include "StandardFolders.h"
 
