@@ -153,12 +153,12 @@ bool BApplication::QuitWindows(bool ask) NO_THREAD_SAFETY_ANALYSIS
 
 bool BApplication::QuitWindowsUnlocked(bool ask)
 {
-    // Each window may take others with it, so the list is read anew every time. No block: Quit()
-    // unlocks, as often as it is locked.
+    // Each window may take others with it, so the list is read anew every time.
     for (;;) {
         const LooperRecord window = AppRegistry::Instance().FirstAskedToQuit();
         if (!window.looper)
             return true;
+        // No block: Quit() unlocks, as often as it is locked.
         if (window.lock->Lock(B_INFINITE_TIMEOUT) != B_OK)
             continue;
         if (ask && !window.looper->QuitRequested()) {
