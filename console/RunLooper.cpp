@@ -106,7 +106,7 @@ RunOutcome DriveRun(StopSignals& signals, Benchmark& benchmark)
     else if (!start(benchmark, RunLooper::kBenchmarkThread, kRunPriority))
         outcome.notStarted = RunLooper::kBenchmarkThread;
     if (outcome.notStarted && looper->Lock())
-        looper->Quit(); // nothing else would end it
+        looper->Quit(); // nothing else would end it; it unlocks: so this is no block
 
     status_t value = 0;
     wait_for_thread(looperThread, &value); // the looper has deleted itself

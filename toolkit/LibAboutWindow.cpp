@@ -3,6 +3,7 @@
 #include "foundation/LibAppInfo.h"
 #include "toolkit/LibAboutView.h"
 
+#include <Autolock.h>
 #include <Looper.h>
 
 #include <algorithm>
@@ -29,10 +30,9 @@ LibAboutWindow::LibAboutWindow(BLooper* looper, const char* appName, const char*
 
 void LibAboutWindow::UpdateWorkspace(const long& workspaces)
 {
-    if (!Lock())
-        return;
-    SetWorkspaces(uint32(workspaces));
-    Unlock();
+    const BAutolock lock(this);
+    if (lock.IsLocked())
+        SetWorkspaces(uint32(workspaces));
 }
 
 bool LibAboutWindow::QuitRequested()

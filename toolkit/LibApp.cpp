@@ -1,7 +1,9 @@
 #include "toolkit/LibApp.h"
 
 #include "toolkit/LibAboutWindow.h"
+#include "toolkit/LibTargetLock.h"
 
+#include <Autolock.h>
 #include <Message.h>
 #include <Window.h>
 
@@ -10,13 +12,10 @@ namespace {
 // False if the window is not there any more.
 bool BringToFront(const BMessenger& target)
 {
-    BLooper* looper = nullptr;
-    if (!target.LockTarget())
-        return false;
-    target.Target(&looper);
-    static_cast<BWindow*>(looper)->Activate();
-    looper->Unlock();
-    return true;
+    const LibTargetLock lock(target);
+    if (lock.IsLocked())
+        static_cast<BWindow*>(lock.Looper())->Activate();
+    return lock.IsLocked();
 }
 
 } // namespace
@@ -37,10 +36,10 @@ void LibApp::ReadyToRun()
 void LibApp::ShowMainWindow()
 {
     BWindow* window = Window();
-    if (window->Lock()) {
-        if (window->IsHidden())
+    {
+        const BAutolock lock(window);
+        if (lock.IsLocked() && window->IsHidden())
             window->Show();
-        window->Unlock();
     }
     if (shown)
         return;

@@ -1,6 +1,7 @@
 #include "toolkit/LibInterfaceApp.h"
 
 #include "toolkit/LibHelpWindow.h"
+#include "toolkit/LibTargetLock.h"
 #include "toolkit/LibToolTips.h"
 
 #include <Message.h>
@@ -88,10 +89,9 @@ void LibInterfaceApp::ShowTopic(int32 index)
         helpWindow = new LibHelpWindow(help);
         helpTarget = BMessenger(helpWindow);
     }
-    if (!helpTarget.LockTarget())
-        return;
-    helpWindow->ShowTopic(index);
-    helpWindow->Unlock();
+    const LibTargetLock lock(helpTarget);
+    if (lock.IsLocked())
+        helpWindow->ShowTopic(index);
 }
 
 void LibInterfaceApp::SwitchTips(const BMessage& request)

@@ -1,20 +1,21 @@
 #include "toolkit/LibToolTips.h"
 
 #include "toolkit/LibHelp.h"
+#include "toolkit/LibTargetLock.h"
 
+#include <Autolock.h>
 #include <Messenger.h>
 #include <View.h>
 #include <Window.h>
 
-#include <mutex>
 #include <vector>
 
 namespace {
 
-std::mutex gLock; // never held while a window is locked
-const LibHelp* gHelp = nullptr;
-bool gShow = true;
-std::vector<BMessenger> gWindows;
+BLocker& gLock = *new BLocker; // never destroyed: windows may outlive static objects
+const LibHelp* gHelp GUARDED_BY(gLock) = nullptr;
+bool gShow GUARDED_BY(gLock) = true;
+std::vector<BMessenger> gWindows GUARDED_BY(gLock);
 
 void Apply(BView* view, const LibHelp& help, bool show)
 {
@@ -29,7 +30,7 @@ void Apply(BView* view, const LibHelp& help, bool show)
 
 void LibSetToolTips(const LibHelp* help)
 {
-    const std::lock_guard lock(gLock);
+    const BAutolock lock(gLock);
     gHelp = help;
 }
 
@@ -38,13 +39,13 @@ void LibApplyToolTips(BWindow* window)
     const LibHelp* help = nullptr;
     bool show = false;
     {
-        const std::lock_guard lock(gLock);
+        const BAutolock lock(gLock);
         help = gHelp;
         show = gShow;
     }
     for (int32 i = 0; help && i < window->CountChildren(); i++)
         Apply(window->ChildAt(i), *help, show);
-    const std::lock_guard lock(gLock);
+    const BAutolock lock(gLock);
     std::erase_if(gWindows, [](const BMessenger& known) { return !known.IsValid(); });
     gWindows.push_back(BMessenger(window));
 }
@@ -53,16 +54,13 @@ void LibShowToolTips(bool show)
 {
     std::vector<BMessenger> windows;
     {
-        const std::lock_guard lock(gLock);
+        const BAutolock lock(gLock);
         gShow = show;
         windows.swap(gWindows);
     }
     for (const BMessenger& target : windows) {
-        BLooper* looper = nullptr;
-        if (!target.LockTarget())
-            continue;
-        target.Target(&looper);
-        LibApplyToolTips(static_cast<BWindow*>(looper));
-        looper->Unlock();
+        const LibTargetLock lock(target);
+        if (lock.IsLocked())
+            LibApplyToolTips(static_cast<BWindow*>(lock.Looper()));
     }
 }

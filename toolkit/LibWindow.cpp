@@ -3,19 +3,18 @@
 #include "toolkit/LibToolTips.h"
 
 #include <Application.h>
+#include <Autolock.h>
 #include <Message.h>
 #include <Screen.h>
 #include <View.h>
-
-#include <mutex>
 
 namespace {
 
 // Every window has a thread of its own, so what they share is locked; never while a window's
 // function is called.
-std::mutex gLock;
-BRect gMainFrame;
-int32 gCascaded = 0;
+BLocker& gLock = *new BLocker; // never destroyed: windows may outlive static objects
+BRect gMainFrame GUARDED_BY(gLock);
+int32 gCascaded GUARDED_BY(gLock) = 0;
 
 bool IsHelpKey(const BMessage& message)
 {
@@ -47,7 +46,7 @@ LibWindow::~LibWindow()
 {
     if (!mainWindow)
         return;
-    const std::lock_guard lock(gLock);
+    const BAutolock lock(gLock);
     gMainFrame = BRect();
 }
 
@@ -57,7 +56,7 @@ void LibWindow::SetPosition(const int32& position)
     placement.screen = BScreen(B_MAIN_SCREEN_ID).Frame();
     int32 nth = 0;
     {
-        const std::lock_guard lock(gLock);
+        const BAutolock lock(gLock);
         placement.mainWindow = gMainFrame;
         if (position != kCentred && position != kBesideMain)
             nth = gCascaded++;
@@ -124,6 +123,6 @@ void LibWindow::KeepMainFrame()
     if (!mainWindow)
         return;
     const BRect frame = Frame();
-    const std::lock_guard lock(gLock);
+    const BAutolock lock(gLock);
     gMainFrame = frame;
 }

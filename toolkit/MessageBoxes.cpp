@@ -2,16 +2,16 @@
 
 #include <Alert.h>
 #include <AppDefs.h>
+#include <Autolock.h>
 #include <Messenger.h>
 
 #include <algorithm>
-#include <mutex>
 #include <vector>
 
 namespace {
 
-std::mutex gLock;
-std::vector<BMessenger> gWaiting;
+BLocker& gLock = *new BLocker; // never destroyed: windows may outlive static objects
+std::vector<BMessenger> gWaiting GUARDED_BY(gLock);
 
 void Show(const char* title, const char* text, alert_type kind)
 {
@@ -44,11 +44,11 @@ int32 LibAnswer(BAlert* alert)
     alert->SetFlags(alert->Flags() & ~uint32(B_NOT_CLOSABLE)); // who just wants to be rid of it
     const BMessenger address(alert);
     {
-        const std::lock_guard lock(gLock);
+        const BAutolock lock(gLock);
         gWaiting.push_back(address);
     }
     const int32 answer = alert->Go();
-    const std::lock_guard lock(gLock);
+    const BAutolock lock(gLock);
     gWaiting.erase(std::find(gWaiting.begin(), gWaiting.end(), address));
     return answer;
 }
@@ -57,7 +57,7 @@ void LibCloseAlerts()
 {
     std::vector<BMessenger> waiting;
     {
-        const std::lock_guard lock(gLock);
+        const BAutolock lock(gLock);
         waiting = gWaiting;
     }
     for (const BMessenger& alert : waiting)

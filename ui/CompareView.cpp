@@ -4,6 +4,7 @@
 #include "toolkit/LibColorChooser.h"
 #include "ui/CpuColor.h"
 
+#include <Autolock.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -95,16 +96,17 @@ void CompareView::Choose(int32 index)
 void CompareView::CloseChooser()
 {
     if (chooser && chooser->Lock())
-        chooser->Quit();
+        chooser->Quit(); // which unlocks: so this is no block
     chooser = nullptr;
     chosen = -1;
 }
 
 void CompareView::ChooserClosed()
 {
-    if (chooser && chosen >= 0 && chooser->Lock()) {
-        cpu_color[chosen] = chooser->Color();
-        chooser->Unlock();
+    {
+        const BAutolock lock(chooser);
+        if (lock.IsLocked() && chosen >= 0)
+            cpu_color[chosen] = chooser->Color();
     }
     CloseChooser();
     Invalidate();

@@ -9,6 +9,7 @@
 #include "ui/CompareView.h"
 
 #include <Application.h>
+#include <Autolock.h>
 #include <Button.h>
 #include <CheckBox.h>
 #include <Message.h>
@@ -56,24 +57,6 @@ std::vector<LibString> FilesIn(const BMessage& message, const char* type)
     }
     return paths;
 }
-
-// Locks a window for the length of a block.
-class WindowLock {
-public:
-    explicit WindowLock(BWindow& locked) : window(locked), isLocked(locked.Lock()) { }
-    ~WindowLock()
-    {
-        if (isLocked)
-            window.Unlock();
-    }
-    WindowLock(const WindowLock&) = delete;
-    WindowLock& operator=(const WindowLock&) = delete;
-    explicit operator bool() const { return isLocked; }
-
-private:
-    BWindow& window;
-    const bool isLocked;
-};
 
 } // namespace
 
@@ -147,9 +130,9 @@ void CompareWin::ReadFromResource()
 
 void CompareWin::SaveToResource()
 {
-    const WindowLock lock(*this);
+    const BAutolock lock(this);
     entry_ref ref;
-    if (!lock || !GetOwnFile(ref))
+    if (!lock.IsLocked() || !GetOwnFile(ref))
         return;
     LibNode file(&ref);
     comparison.WriteStore(file);
@@ -158,24 +141,24 @@ void CompareWin::SaveToResource()
 
 void CompareWin::LoadResults(const char* path)
 {
-    const WindowLock lock(*this);
-    if (lock)
+    const BAutolock lock(this);
+    if (lock.IsLocked())
         Load({ path });
 }
 
 void CompareWin::LoadResults(BMessage* message)
 {
-    const WindowLock lock(*this);
+    const BAutolock lock(this);
     std::vector<LibString> paths = FilesIn(*message, "text/plain");
     std::reverse(paths.begin(), paths.end());
-    if (lock)
+    if (lock.IsLocked())
         Load(paths);
 }
 
 void CompareWin::OpenFiles(BMessage* message)
 {
-    const WindowLock lock(*this);
-    if (!lock)
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
         return;
     Load(FilesIn(*message, nullptr));
     const Results* first = comparison.machines.First();
@@ -193,8 +176,8 @@ void CompareWin::Load(const std::vector<LibString>& paths)
 
 void CompareWin::SetResults(Results& run)
 {
-    const WindowLock lock(*this);
-    if (lock && comparison.SetRun(run))
+    const BAutolock lock(this);
+    if (lock.IsLocked() && comparison.SetRun(run))
         OfferTests(*comparison.selected);
 }
 
@@ -210,8 +193,8 @@ void CompareWin::OfferTests(const Results& machine)
 
 void CompareWin::SaveComparison()
 {
-    const WindowLock lock(*this);
-    if (lock && comparison.WriteTable("Tarvex.compare"))
+    const BAutolock lock(this);
+    if (lock.IsLocked() && comparison.WriteTable("Tarvex.compare"))
         LibInfo("Tarvex.compare has been created."); // the chart may be drawn meanwhile
 }
 

@@ -66,7 +66,7 @@ void ResultsWin::QuitDevices()
 {
     if (unknownDevices && unknownDevices->Lock()) {
         typedNames = unknownDevices->TypedNames();
-        unknownDevices->Quit();
+        unknownDevices->Quit(); // which unlocks: so this is no block
     }
     unknownDevices = nullptr;
 }

@@ -139,7 +139,7 @@ void ResultsWin::ShowComparison()
 void ResultsWin::QuitComparison()
 {
     if (comparison && comparison->Lock())
-        comparison->Quit();
+        comparison->Quit(); // which unlocks: so this is no block
     comparison = nullptr;
 }
 

@@ -1,6 +1,7 @@
 #include "ui/TarvexWin.h"
 
 #include "sysinfo/LibSysInfo.h"
+#include "toolkit/LibTargetLock.h"
 #include "toolkit/MainMenuBar.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/CursorTable.h"
@@ -8,6 +9,7 @@
 #include "ui/RunEstimate.h"
 
 #include <Alert.h>
+#include <Autolock.h>
 #include <Box.h>
 #include <CheckBox.h>
 #include <Menu.h>
@@ -160,31 +162,31 @@ void TarvexWin::QuitResults()
     if (!resultsTarget.LockTarget())
         return;
     if (results->QuitRequested())
-        results->Quit();
+        results->Quit(); // which unlocks: so this is no block
     else
-        results->Unlock();
+        results->UnlockLooper();
 }
 
 void TarvexWin::SelectAll()
 {
-    if (!Lock())
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
         return;
     for (BCheckBox* group : groups)
         if (group)
             group->SetValue(B_CONTROL_ON);
     SetDescription();
     EstimateTime();
-    Unlock();
 }
 
 int32 TarvexWin::CountSelected()
 {
-    if (!Lock())
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
         return 0;
     int32 count = 0;
     for (size_t group = 0; group < kNbrTestGroups; group++)
         count += IsSelected(group) ? 1 : 0;
-    Unlock();
     return count;
 }
 
@@ -195,7 +197,8 @@ bool TarvexWin::IsSelected(size_t group) const
 
 void TarvexWin::EstimateTime()
 {
-    if (!Lock())
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
         return;
     RunEstimate estimate;
     estimate.nbrCpus = NbrCpus();
@@ -203,7 +206,6 @@ void TarvexWin::EstimateTime()
         estimate.selected[group] = IsSelected(group);
     if (!running)
         statusText->SetText(estimate.Text());
-    Unlock();
 }
 
 void TarvexWin::SetDescription()
@@ -213,14 +215,32 @@ void TarvexWin::SetDescription()
 
 void TarvexWin::StartTest()
 {
+    if (!PrepareTest())
+        return;
+    const status_t status = benchmark.Go("benchmark", new BMessenger(this), kRunPriority, false);
+    if (status >= B_OK)
+        return;
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
+        return;
+    fprintf(stderr, "Cannot start thread <benchmark>: error %d\n", status);
+    EndRun();
+    LibError(
+        "The test could not be started: the system has no room for another thread. Close other "
+        "programs, then try again.");
+}
+
+// False where there is to be no run. Else window and benchmark are ready for it.
+bool TarvexWin::PrepareTest()
+{
     const LibSysInfo info;
-    if (!Lock())
-        return;
-    if (running || (IsSelected(GroupIndex("graphics")) && !ScreenIsAccepted(info))
-        || !MachineIsHad()) {
-        Unlock();
-        return;
-    }
+    const BAutolock lock(this);
+    if (!lock.IsLocked() || running)
+        return false;
+    if (IsSelected(GroupIndex("graphics")) && !ScreenIsAccepted(info))
+        return false;
+    if (!MachineIsHad())
+        return false;
     WarnOnce();
     running = true;
     SetDescription();
@@ -228,17 +248,7 @@ void TarvexWin::StartTest()
     for (size_t group = 0; group < kNbrTestGroups; group++)
         benchmark.*kGroupRuns[group].selected = IsSelected(group);
     statusBox->SetLabel(kStatusLabel);
-    Unlock();
-
-    const status_t status = benchmark.Go("benchmark", new BMessenger(this), kRunPriority, false);
-    if (status >= B_OK || !Lock())
-        return;
-    fprintf(stderr, "Cannot start thread <benchmark>: error %d\n", status);
-    EndRun();
-    LibError(
-        "The test could not be started: the system has no room for another thread. Close other "
-        "programs, then try again.");
-    Unlock();
+    return true;
 }
 
 bool TarvexWin::ScreenIsAccepted(const LibSysInfo& info)
@@ -300,23 +310,23 @@ void TarvexWin::BenchmarkChange(BMessage*)
     EndRun();
     if (!resultsTarget.IsValid())
         AddResults();
-    if (!resultsTarget.LockTarget())
+    const LibTargetLock lock(resultsTarget);
+    if (!lock.IsLocked())
         return;
     results->Update(benchmark.results, allowSaveComparison);
     if (results->IsHidden())
         results->Show();
     results->Activate();
-    results->Unlock();
 }
 
 void TarvexWin::CompareFiles(BMessage* files)
 {
     if (!resultsTarget.IsValid())
         AddResults();
-    if (!resultsTarget.LockTarget())
+    const LibTargetLock lock(resultsTarget);
+    if (!lock.IsLocked())
         return;
     results->CompareFiles(files, allowSaveComparison);
-    results->Unlock();
 }
 
 void TarvexWin::MessageReceived(BMessage* message)

@@ -52,6 +52,7 @@ private:
     void AddResults();
     void QuitResults();
 
+    bool PrepareTest();
     bool IsSelected(size_t group) const;
     bool ScreenIsAccepted(const LibSysInfo& info);
     bool MachineIsHad();

@@ -5,6 +5,7 @@
 #include "results/Results.h"
 #include "results/TestCatalogue.h"
 
+#include <Autolock.h>
 #include <View.h>
 
 #include <cstdlib>
@@ -40,27 +41,27 @@ GraphicsWin::GraphicsWin()
     : LibWindow(BRect(10, 10, 10 + kSize, 10 + kSize), "GraphicsWin", B_TITLED_WINDOW_LOOK,
         B_NORMAL_WINDOW_FEEL, kFixed, B_CURRENT_WORKSPACE)
 {
-    if (!Lock())
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
         return;
     SetTitle("Test Graphics");
     bounds = Frame().OffsetToCopy(0, 0);
     view = new BView(bounds, "graphicsview", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     AddChild(view);
     scale = static_cast<float>(kSize / kRandRange);
-    Unlock();
 }
 
 GraphicsWin::~GraphicsWin() = default;
 
 void GraphicsWin::ClearView()
 {
-    if (!Lock())
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
         return;
     view->SetHighColor(white_color);
     view->FillRect(bounds, B_SOLID_HIGH);
     view->SetHighColor(black_color);
     view->Flush();
-    Unlock();
 }
 
 // From 0 to just below kSize. Only as many bits as a float holds, or the largest numbers would be
@@ -94,18 +95,20 @@ void GraphicsWin::DrawShapes(long shapes, Draw draw)
     }
 }
 
-// A template, not a function object: an indirect call for every shape would be measured too.
 template <GraphicsWin::Sending sending, typename Draw>
 void GraphicsWin::Measure(const Test& test, Results& results, Draw draw)
 {
     SetTitle(test.title);
-    if (!Lock())
-        return;
-    // Takes off the coordinates' calls of rand(), not the colours': published rates count these.
-    MeasureSpan(
-        results, test.type, test.shapes, test.randsPerShape,
-        [&] { DrawShapes<sending>(test.shapes, draw); }, [](Metric&) { return std::string(); });
-    Unlock();
+    {
+        const BAutolock lock(this);
+        if (!lock.IsLocked())
+            return;
+        // Takes off the coordinates' calls of rand(), not the colours': published rates count
+        // these.
+        MeasureSpan(
+            results, test.type, test.shapes, test.randsPerShape,
+            [&] { DrawShapes<sending>(test.shapes, draw); }, [](Metric&) { return std::string(); });
+    }
     ClearView();
 }
 

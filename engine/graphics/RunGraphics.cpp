@@ -1,6 +1,7 @@
 // The graphics group of a run.
 #include "engine/Benchmark.h"
 #include "engine/graphics/GraphicsWin.h"
+#include "toolkit/LibTargetLock.h"
 
 #include <Messenger.h>
 #include <Screen.h>
@@ -42,7 +43,7 @@ public:
         if (!target.LockTarget())
             return;
         window->Hide();
-        window->Quit();
+        window->Quit(); // which unlocks: so this is no block
     }
     ShownWindow(const ShownWindow&) = delete;
     ShownWindow& operator=(const ShownWindow&) = delete;
@@ -51,11 +52,10 @@ public:
     template <typename Action>
     bool Do(Action action)
     {
-        if (!target.LockTarget())
-            return false;
-        action(*window);
-        window->Unlock();
-        return true;
+        const LibTargetLock lock(target);
+        if (lock.IsLocked())
+            action(*window);
+        return lock.IsLocked();
     }
 
 private:

@@ -138,9 +138,10 @@ bool BApplication::QuitRequested()
     return QuitWindows(true);
 }
 
-bool BApplication::QuitWindows(bool ask)
+// Not analysed: it may be called with the lock and without.
+bool BApplication::QuitWindows(bool ask) NO_THREAD_SAFETY_ANALYSIS
 {
-    // Windows may need the application to answer.
+    // No block but the reverse of one: windows may need the application to answer.
     const int32 locks = IsLocked() ? CountLocks() : 0;
     for (int32 i = 0; i < locks; ++i)
         Unlock();
@@ -157,6 +158,7 @@ bool BApplication::QuitWindowsUnlocked(bool ask)
         const LooperRecord window = AppRegistry::Instance().FirstAskedToQuit();
         if (!window.looper)
             return true;
+        // No block: Quit() unlocks, as often as it is locked.
         if (window.lock->Lock(B_INFINITE_TIMEOUT) != B_OK)
             continue;
         if (ask && !window.looper->QuitRequested()) {

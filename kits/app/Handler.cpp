@@ -2,6 +2,7 @@
 
 #include "AppDefs.h"
 #include "AppRegistry.h"
+#include "Autolock.h"
 #include "Looper.h"
 #include "LooperLock.h"
 #include "Message.h"
@@ -13,10 +14,11 @@ BHandler::BHandler(const char* name) : fToken(AppRegistry::Instance().AddHandler
 
 BHandler::~BHandler()
 {
-    if (LockLooper()) {
+    {
         BLooper* looper = fLooper;
-        looper->RemoveHandler(this);
-        looper->Unlock();
+        const BAutolock lock(looper);
+        if (lock.IsLocked() && fLooper == looper)
+            looper->RemoveHandler(this);
     }
     AppRegistry::Instance().RemoveHandler(fToken);
 }
@@ -64,7 +66,8 @@ status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
     return B_MISMATCHED_VALUES;
 }
 
-void BHandler::UnlockLooper()
+// Not analysed: LockLooper() has locked a looper that this may have left since.
+void BHandler::UnlockLooper() NO_THREAD_SAFETY_ANALYSIS
 {
     if (BLooper* looper = fLooper)
         looper->Unlock();

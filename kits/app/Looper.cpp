@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "AppRegistry.h"
+#include "Autolock.h"
 #include "Check.h"
 #include "LooperLock.h"
 #include "MessageDelivery.h"
@@ -75,10 +76,10 @@ void BLooper::Loop()
         std::unique_ptr<BMessage> message = NextMessage(*port, nextPulse);
         if (!message)
             continue;
-        if (!Lock())
+        const BAutolock lock(this);
+        if (!lock.IsLocked())
             return;
         Handle(std::move(message));
-        Unlock();
     }
 }
 
@@ -161,7 +162,8 @@ bool BLooper::QuitRequested()
     return true;
 }
 
-void BLooper::Quit()
+// Not analysed: the lock ends with the looper.
+void BLooper::Quit() NO_THREAD_SAFETY_ANALYSIS
 {
     if (!IsLocked()) {
         fprintf(stderr, "Looper <%s> quit without being locked\n", Name() ? Name() : "");

@@ -16,6 +16,7 @@
 #include "AppDefs.h"
 #include "Handler.h"
 #include "Message.h"
+#include "Mutex.h"
 #include "OS.h"
 
 class LooperLock;
@@ -24,7 +25,7 @@ struct LooperRecord;
 
 constexpr int32 B_LOOPER_PORT_DEFAULT_CAPACITY = 100;
 
-class BLooper : public BHandler {
+class CAPABILITY("looper") BLooper : public BHandler {
 public:
     // portCapacity: messages that may wait before senders have to.
     explicit BLooper(const char* name = nullptr, int32 priority = B_NORMAL_PRIORITY,
@@ -39,7 +40,7 @@ public:
     // one: handles the messages that wait, then does the same, and returns when the thread has
     // ended. The caller holds the lock (else a line on standard error); afterwards it no longer
     // does. A looper that never ran is deleted at once.
-    virtual void Quit();
+    virtual void Quit() ASSERT_HELD(this) RELEASE();
     // Called for B_QUIT_REQUESTED: whether to Quit() now. This version: true.
     virtual bool QuitRequested();
 
@@ -60,9 +61,10 @@ public:
 
     // The lock counts: the thread that holds it may lock again and unlocks as often. Safe to call
     // for a looper that was deleted: false. A thread that waits may be killed, one that holds the
-    // lock is only killed when it lets go. Waiting threads get the lock in the order they came.
-    bool Lock();
-    void Unlock(); // only by the thread that holds the lock
+    // lock is only killed when it lets go. Waiting threads get the lock in the order they came. For
+    // a block there is BAutolock; these are for what ends with Quit(), which unlocks.
+    bool Lock() TRY_ACQUIRE(true);
+    void Unlock() RELEASE(); // only by the thread that holds the lock
     bool IsLocked() const; // by the calling thread
     int32 CountLocks() const; // of the thread that holds it
 

@@ -1,13 +1,13 @@
 #include "Alert.h"
 
+#include "Autolock.h"
 #include "Button.h"
 #include "Invoker.h"
+#include "LeafLock.h"
 #include "Message.h"
 #include "MessagePoster.h"
-#include "Mutex.h"
 #include "ScrollView.h"
 #include "server/AlertWidgets.h"
-#include "server/Locker.h"
 #include "TextView.h"
 
 #include <algorithm>
@@ -37,7 +37,7 @@ struct BAlert::Answer {
 
     void Give(int32 index)
     {
-        MutexLock holder(lock);
+        const LeafLock holder(lock);
         if (!isGiven)
             which = index;
         isGiven = true;
@@ -47,7 +47,7 @@ struct BAlert::Answer {
     // Waits a little; true once the answer is there.
     bool WaitForIt()
     {
-        MutexLock holder(lock);
+        const LeafLock holder(lock, LeafLock::kWaits);
         if (!isGiven)
             changed.wait_for(lock, std::chrono::microseconds(kRedrawMicros));
         return isGiven;
@@ -164,7 +164,7 @@ BPoint BAlert::AlertPosition(float width, float height)
 // False if there is no thread for it.
 bool BAlert::Present()
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     MoveTo(AlertPosition(Bounds().Width(), Bounds().Height()));
     if (!CurrentFocus())
         fButtons.back()->MakeFocus();
@@ -177,7 +177,7 @@ void BAlert::GiveUp()
 {
     fprintf(stderr, "%s\n", fText->Text());
     if (Lock())
-        Quit();
+        Quit(); // which unlocks: so this is no block
 }
 
 int32 BAlert::Go()
@@ -190,7 +190,7 @@ int32 BAlert::Go()
         if (caller)
             caller->UpdateIfNeeded();
     }
-    MutexLock lock(answer->lock);
+    const LeafLock lock(answer->lock);
     return answer->which;
 }
 

@@ -1,12 +1,13 @@
 #include "Window.h"
 
+#include "Autolock.h"
 #include "Button.h"
 #include "Check.h"
 #include "drawing/DrawConnection.h"
 #include "drawing/DrawState.h"
+#include "LeafLock.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/Locker.h"
 #include "server/WindowShortcut.h"
 #include "server/WindowWidget.h"
 #include "View.h"
@@ -98,7 +99,7 @@ BWindow::~BWindow()
 
 void BWindow::Show()
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     if (!fRunning)
         fRunning = Run() >= B_OK;
     if (!fRunning)
@@ -117,14 +118,14 @@ void BWindow::Show()
 
 void BWindow::Hide()
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     if (++fHidden == 1)
         display::Call([this] { fPeer->widget->hide(); });
 }
 
 void BWindow::Activate(bool active)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     if (fHidden > 0)
         return;
     display::Call([this, active] {
@@ -139,7 +140,7 @@ void BWindow::Activate(bool active)
 
 void BWindow::SetTitle(const char* title)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     fTitle = title ? title : "";
     SetName(fTitle.c_str());
     display::Call([this] {
@@ -150,7 +151,7 @@ void BWindow::SetTitle(const char* title)
 
 status_t BWindow::SetFlags(uint32 flags)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     fFlags = flags;
     display::Call([this] { fPeer->widget->SetKind(fLook, fFeel, fFlags); });
     return B_OK;
@@ -158,7 +159,7 @@ status_t BWindow::SetFlags(uint32 flags)
 
 void BWindow::SetWorkspaces(uint32 workspaces)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     fWorkspaces = workspaces;
     display::Call([this] { fPeer->widget->SetWorkspaces(fWorkspaces); });
 }
@@ -167,32 +168,32 @@ void BWindow::SetWorkspaces(uint32 workspaces)
 
 BRect BWindow::Frame() const
 {
-    MutexLock lock(fFrameLock);
+    const LeafLock lock(fFrameLock);
     return fFrame;
 }
 
 void BWindow::KeepFrame(BRect frame)
 {
-    MutexLock lock(fFrameLock);
+    const LeafLock lock(fFrameLock);
     fFrame = frame;
 }
 
 void BWindow::MoveTo(BPoint where)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     Place(Frame().OffsetToCopy(where.x, where.y));
 }
 
 void BWindow::ResizeTo(float width, float height)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     const BPoint leftTop = Frame().LeftTop();
     Place(Limited(BRect(leftTop, leftTop + BPoint(width, height))));
 }
 
 void BWindow::ResizeBy(float dx, float dy)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     ResizeTo(Frame().Width() + dx, Frame().Height() + dy);
 }
 
@@ -222,7 +223,7 @@ void BWindow::ResizeViews(float width, float height)
 
 void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     if (minWidth > maxWidth || minHeight > maxHeight)
         return;
     fMinWidth = minWidth;
@@ -240,7 +241,7 @@ void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, flo
 
 void BWindow::AddChild(BView* child, BView* before)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     fTop->AddChild(child, before);
 }
 
@@ -274,7 +275,7 @@ void BWindow::ViewDetached(BView* view)
 
 void BWindow::SetDefaultButton(BButton* button)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     BButton* before = fDefaultButton;
     fDefaultButton = button;
     if (before && before != button)

@@ -1,10 +1,10 @@
 #include "Application.h"
+#include "Autolock.h"
 #include "Button.h"
 #include "MenuItem.h"
 #include "MessagePoster.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/Locker.h"
 #include "server/ServerMessages.h"
 #include "server/WindowShortcut.h"
 #include "server/WindowWidget.h"
@@ -179,7 +179,7 @@ void BWindow::AddShortcut(uint32 key, uint32 modifiers, BMessage* message, BHand
     shortcut->message.reset(message);
     if (target)
         shortcut->target = BMessenger(target);
-    const Locker locker(this);
+    const BAutolock lock(this);
     SetShortcut(std::move(shortcut));
 }
 
@@ -194,7 +194,7 @@ void BWindow::SetShortcut(std::unique_ptr<WindowShortcut> shortcut)
 
 void BWindow::RemoveShortcut(uint32 key, uint32 modifiers)
 {
-    const Locker locker(this);
+    const BAutolock lock(this);
     const int32 id = ShortcutId(key, modifiers);
     if (fShortcuts.erase(id) > 0)
         display::Call([this, id] { fPeer->widget->RemoveKeys(id); });

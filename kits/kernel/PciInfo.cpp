@@ -1,6 +1,7 @@
 #include "PCI.h"
 
 #include "KillGuard.h"
+#include "LeafLock.h"
 #include "PciBus.h"
 #include "Processors.h"
 
@@ -46,7 +47,7 @@ status_t get_nth_pci_info(long index, pci_info* info)
     const KillGuard guard;
     const std::string root = kernel::Processors::Get()->Root();
     Snapshot& snapshot = TheSnapshot();
-    const MutexLock lock(snapshot.lock);
+    const LeafLock lock(snapshot.lock);
     if (index == 0 || !snapshot.isRead || root != snapshot.root)
         Refresh(snapshot, root);
     const auto place = static_cast<size_t>(index); // a negative one is behind all

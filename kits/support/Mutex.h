@@ -19,8 +19,10 @@
 #define ACQUIRE(...) TARVEX_THREAD_ATTRIBUTE(acquire_capability(__VA_ARGS__))
 #define RELEASE(...) TARVEX_THREAD_ATTRIBUTE(release_capability(__VA_ARGS__))
 #define TRY_ACQUIRE(...) TARVEX_THREAD_ATTRIBUTE(try_acquire_capability(__VA_ARGS__))
+#define ASSERT_HELD(...) TARVEX_THREAD_ATTRIBUTE(assert_capability(__VA_ARGS__))
 #define NO_THREAD_SAFETY_ANALYSIS TARVEX_THREAD_ATTRIBUTE(no_thread_safety_analysis)
 
+// A LeafLock holds it.
 class CAPABILITY("mutex") Mutex {
 public:
     void lock() ACQUIRE() { fMutex.lock(); }
@@ -29,18 +31,6 @@ public:
 
 private:
     std::mutex fMutex;
-};
-
-// Holds a Mutex for the length of a block.
-class SCOPED_CAPABILITY MutexLock {
-public:
-    explicit MutexLock(Mutex& mutex) ACQUIRE(mutex) : fMutex(mutex) { fMutex.lock(); }
-    ~MutexLock() RELEASE() { fMutex.unlock(); }
-    MutexLock(const MutexLock&) = delete;
-    MutexLock& operator=(const MutexLock&) = delete;
-
-private:
-    Mutex& fMutex;
 };
 
 // Waits on a Mutex that the caller holds: `while (!ready) fChanged.wait(fLock);`

@@ -1,15 +1,12 @@
 #pragma once
 
+#include <Autolock.h>
 #include <Looper.h>
 
 // What f returns, called with the looper locked.
 template <typename F>
 auto WithLock(BLooper* looper, F f)
 {
-    const struct Guard {
-        BLooper* looper;
-        ~Guard() { looper->Unlock(); }
-    } guard { looper };
-    looper->Lock();
+    const BAutolock lock(looper);
     return f();
 }

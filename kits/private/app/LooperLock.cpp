@@ -39,7 +39,7 @@ status_t LooperLock::Lock(bigtime_t timeout)
             return status;
     }
     const WaitGuard guard;
-    const MutexLock lock(fMutex);
+    const LeafLock lock(fMutex, LeafLock::kWaits);
     status_t status = Take(self);
     if (status == B_WOULD_BLOCK)
         status = Wait(self, timeout);
@@ -129,7 +129,7 @@ void LooperLock::Claim()
 {
     const thread_id self = find_thread(nullptr);
     const KillGuard guard;
-    const MutexLock lock(fMutex);
+    const LeafLock lock(fMutex, LeafLock::kWaits);
     if (fByMaker)
         fHolder = self;
     else if (Take(self) == B_WOULD_BLOCK)

@@ -1,6 +1,7 @@
-// The lock of a looper. It lives as long as somebody waits for it, though the looper may have died;
-// the holder may lock again; and it goes from thread to thread in the order of asking, so that a
-// busy looper lets others in between two messages. Its own mutex is a leaf.
+// The lock of a looper, or a program's BLocker. It lives as long as somebody waits for it, though
+// the looper may have died; the holder may lock again; and it goes from thread to thread in the
+// order of asking, so that a busy looper lets others in between two messages. Its own mutex is a
+// leaf.
 //
 // held by its maker --Release()--> free <--Lock()/Unlock()--> held --Claim(), Die()--> dead
 #pragma once

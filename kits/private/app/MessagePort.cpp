@@ -54,7 +54,7 @@ status_t MessagePort::PushWaiting(std::unique_ptr<BMessage> message, bigtime_t t
 {
     const Deadline deadline(timeout);
     const WaitGuard guard;
-    const MutexLock lock(fLock);
+    const LeafLock lock(fLock, LeafLock::kWaits);
     const Counted waiting(fWaitingForRoom);
     bool inTime = true;
     while (fState == B_OK && fMessages.size() >= fCapacity) {
@@ -118,7 +118,7 @@ status_t MessagePort::Pop(bigtime_t timeout, std::unique_ptr<BMessage>& message)
             return status;
     }
     const Deadline deadline(timeout);
-    const MutexLock lock(fLock);
+    const LeafLock lock(fLock, LeafLock::kWaits);
     bool inTime = true;
     for (;;) {
         const status_t status = Take(message);

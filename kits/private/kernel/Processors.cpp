@@ -1,6 +1,7 @@
 #include "Processors.h"
 
 #include "KillGuard.h"
+#include "LeafLock.h"
 #include "OS.h"
 #include "ProcessorChoice.h"
 #include "TextFile.h"
@@ -93,7 +94,7 @@ std::shared_ptr<Processors> Processors::Get()
 {
     const KillGuard guard;
     Current& current = TheCurrent();
-    const MutexLock lock(current.lock);
+    const LeafLock lock(current.lock);
     if (!current.processors)
         current.processors = std::make_shared<Processors>("");
     return current.processors;
@@ -103,7 +104,7 @@ void Processors::SetRoot(const std::string& root, size_t most)
 {
     const KillGuard guard;
     Current& current = TheCurrent();
-    const MutexLock lock(current.lock);
+    const LeafLock lock(current.lock);
     if (const auto before = std::exchange(current.processors, nullptr)) {
         for (int32 cpu = 1; cpu < static_cast<int32>(before->Numbers().size()); cpu++)
             (void)before->Switch(cpu, true); // it has told what failed
@@ -115,15 +116,18 @@ void Processors::SetRoot(const std::string& root, size_t most)
 void Processors::EndLease()
 {
     Current& current = TheCurrent();
+    std::shared_ptr<Processors> processors;
     if (gLeaseHolder != getpid() || !TryToLock(current.lock))
         return;
-    const auto processors = current.processors;
-    current.lock.unlock();
+    {
+        const LeafLock lock(current.lock, LeafLock::kTaken);
+        processors = current.processors;
+    }
     if (!processors || !TryToLock(processors->fLock))
         return;
+    const LeafLock lock(processors->fLock, LeafLock::kTaken);
     if (processors->fLease)
         processors->fLease->End();
-    processors->fLock.unlock();
 }
 
 void Processors::TellOfBinding(size_t index, int error)
@@ -221,7 +225,7 @@ int Processors::SwitchOn(int32 cpu)
 void Processors::BeginConfinement()
 {
     const KillGuard guard;
-    const MutexLock lock(fLock);
+    const LeafLock lock(fLock);
     fConfinements++;
     if (const int error = BindThreads(); error != 0)
         TellThatUnconfined(error);
@@ -230,7 +234,7 @@ void Processors::BeginConfinement()
 void Processors::EndConfinement()
 {
     const KillGuard guard;
-    const MutexLock lock(fLock);
+    const LeafLock lock(fLock);
     fConfinements--;
     if (const int error = BindThreads(); error != 0)
         TellThatUnconfined(error);
@@ -243,7 +247,7 @@ status_t Processors::Switch(int32 cpu, bool on)
     if (cpu == 0)
         return on ? status_t { B_OK } : B_NOT_ALLOWED;
     const KillGuard guard;
-    const MutexLock lock(fLock);
+    const LeafLock lock(fLock);
     const auto index = static_cast<size_t>(cpu);
     if (on == (fStates[index] == State::On))
         return B_OK;

@@ -16,8 +16,8 @@
 #include "ErrorCodes.h"
 #include "FileDescriptor.h"
 #include "KillGuard.h"
+#include "LeafLock.h"
 #include "Locations.h"
-#include "Mutex.h"
 #include "RemoveTree.h"
 #include "StandardFolders.h"
 #include "TextFile.h"
@@ -46,6 +46,7 @@ std::atomic<bool> gEnded = false;
 static_assert(std::atomic<const Folder*>::is_always_lock_free, "used in a signal handler");
 
 Mutex gMaking; // leaf
+int gTold GUARDED_BY(gMaking) = 0; // an errno, or kUnsafe
 
 constexpr int kUnsafe = -1; // beside the numbers of errno
 
@@ -182,13 +183,12 @@ void ClearDead(const std::string& base)
 // When a program starts, whether it will need a folder or not.
 [[maybe_unused]] const bool kIsCleared = (ClearDead(folders::Temporary()), true);
 
-void TellOnce(const std::string& base, int error)
+void TellOnce(const std::string& base, int error) REQUIRES(gMaking)
 {
-    static int sTold = 0;
-    if (error != sTold)
+    if (error != gTold)
         fprintf(stderr, "No temporary folder below <%s>: %s\n", base.c_str(),
             error == kUnsafe ? "others may replace what lies there" : strerror(error));
-    sTold = error;
+    gTold = error;
 }
 
 } // namespace
@@ -196,7 +196,7 @@ void TellOnce(const std::string& base, int error)
 status_t folders::OwnTemporary(std::string& path)
 {
     const KillGuard guard;
-    const MutexLock lock(gMaking);
+    const LeafLock lock(gMaking);
     const Folder* folder = gFolder;
     if (folder && folder->owner == getpid()
         && IsOwn(AT_FDCWD, folder->path.c_str(), folder->self)) {

@@ -117,7 +117,7 @@ public:
     ~RunningManager()
     {
         if (fLooper->Lock())
-            fLooper->Quit();
+            fLooper->Quit(); // which unlocks: so this is no block
     }
     RunningManager(const RunningManager&) = delete;
     RunningManager& operator=(const RunningManager&) = delete;

@@ -5,7 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "Mutex.h"
+#include "LeafLock.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ bool StartProgram(const std::vector<std::string>& command)
         arguments.push_back(text.data());
     arguments.push_back(nullptr);
 
-    const MutexLock lock(gLock);
+    const LeafLock lock(gLock);
     Bury();
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);

@@ -4,6 +4,7 @@
 #include "tests/engine/Recorder.h"
 #include "tests/support/ScreenDriver.h"
 
+#include <Autolock.h>
 #include <View.h>
 
 #include <gtest/gtest.h>
@@ -198,13 +199,13 @@ TEST_F(GraphicsTest, TheirWindowIsOnTheScreenWhenTheFirstIsDrawn)
 {
     window = new GraphicsWin;
     window->Show();
-    ASSERT_TRUE(window->Lock()); // so that nothing else is drawn
+    const BAutolock lock(window); // so that nothing else is drawn
+    ASSERT_TRUE(lock.IsLocked());
     const rgb_color color { 254, 0, 128 };
     window->ChildAt(0)->SetHighColor(color);
     window->ChildAt(0)->FillRect(window->Bounds());
     window->Sync();
     EXPECT_EQ(screen::PixelAt(window->Frame().LeftTop() + BPoint(250, 250)), color);
-    window->Unlock();
 }
 
 TEST_F(GraphicsTest, ARunMeasuresAllInOrderOncePerProcessorCount)
@@ -226,10 +227,12 @@ TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)
     testing::internal::CaptureStderr();
     StartRun();
     BWindow* shown = gWindow;
-    ASSERT_TRUE(shown->Lock()); // between two tests
-    EXPECT_EQ(system("xdotool search --name lushed windowclose"), 0);
-    snooze(100'000); // until that is known here
-    shown->Unlock();
+    {
+        const BAutolock lock(shown); // between two tests
+        ASSERT_TRUE(lock.IsLocked());
+        EXPECT_EQ(system("xdotool search --name lushed windowclose"), 0);
+        snooze(100'000); // until that is known here
+    }
     const int32 cpus = benchmark.results.nbrCpus;
     EXPECT_EQ(ended.WaitFor(cpus + 2).back(), "benchmark: 0");
     const std::string errors = testing::internal::GetCapturedStderr();

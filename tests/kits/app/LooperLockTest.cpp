@@ -1,4 +1,7 @@
 #include <list>
+#include <optional>
+
+#include <Autolock.h>
 
 #include "TestLooper.h"
 
@@ -22,21 +25,24 @@ TEST(LooperLock, CountsAndIsTheMakersUntilRun)
     Log log;
     auto* looper = new TestLooper(LogTo(log));
     EXPECT_TRUE(looper->IsLocked());
-    EXPECT_TRUE(looper->Lock());
-    EXPECT_EQ(looper->CountLocks(), 2);
-    looper->Unlock();
+    {
+        const BAutolock nested(looper);
+        EXPECT_TRUE(nested.IsLocked());
+        EXPECT_EQ(looper->CountLocks(), 2);
+    }
     looper->Run();
     EXPECT_FALSE(looper->IsLocked());
-    EXPECT_TRUE(looper->Lock());
-    KitThread other([&] {
-        EXPECT_FALSE(looper->IsLocked());
-        EXPECT_EQ(looper->LockLooperWithTimeout(0), B_WOULD_BLOCK);
-        EXPECT_EQ(looper->LockLooperWithTimeout(10'000), B_TIMED_OUT);
-    });
-    other.Wait();
-    looper->PostMessage(1);
-    EXPECT_TRUE(log.Now().empty()) << "messages are handled with the lock held";
-    looper->Unlock();
+    {
+        const BAutolock lock(looper);
+        KitThread other([&] {
+            EXPECT_FALSE(looper->IsLocked());
+            EXPECT_EQ(looper->LockLooperWithTimeout(0), B_WOULD_BLOCK);
+            EXPECT_EQ(looper->LockLooperWithTimeout(10'000), B_TIMED_OUT);
+        });
+        other.Wait();
+        looper->PostMessage(1);
+        EXPECT_TRUE(log.Now().empty()) << "messages are handled with the lock held";
+    }
     log.WaitFor(1);
     QuitNow(looper);
 }
@@ -46,17 +52,17 @@ TEST(LooperLock, GoesToThoseThatWaitInTheOrderTheyCame)
     Log log;
     auto* looper = new BLooper;
     looper->Run();
-    looper->Lock();
     std::list<KitThread> threads;
-    for (int i = 0; i < 5; ++i) {
-        threads.emplace_back([&, i] {
-            looper->Lock();
-            log.Add(std::to_string(i));
-            looper->Unlock();
-        });
-        AwaitWaiting(threads.back().Id());
+    {
+        const BAutolock lock(looper);
+        for (int i = 0; i < 5; ++i) {
+            threads.emplace_back([&, i] {
+                const BAutolock turn(looper);
+                log.Add(std::to_string(i));
+            });
+            AwaitWaiting(threads.back().Id());
+        }
     }
-    looper->Unlock();
     EXPECT_EQ(log.WaitFor(5), (Entries { "0", "1", "2", "3", "4" }));
     threads.clear();
     QuitNow(looper);
@@ -73,11 +79,13 @@ TEST(LooperLock, OfADeadLooperIsRefusedAlsoToThoseThatWaited)
     looper->PostMessage(1);
     looper->Run();
     log.WaitFor(1);
-    KitThread waiting([&] { EXPECT_FALSE(looper->Lock()); });
+    KitThread waiting([&] { EXPECT_FALSE(BAutolock(looper).IsLocked()); });
     AwaitWaiting(waiting.Id());
     log.Add("die");
     waiting.Wait();
     EXPECT_FALSE(LockDead(looper));
+    EXPECT_FALSE(BAutolock(looper).IsLocked());
+    EXPECT_FALSE(BAutolock(nullptr).IsLocked());
     EXPECT_EQ(PostToDead(looper), B_BAD_PORT_ID);
 }
 
@@ -87,11 +95,10 @@ TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLockNorWhileItWaitsForItInADes
     auto* looper = new BLooper;
     looper->Run();
     const auto use = [&] {
-        looper->Lock();
+        const BAutolock lock(looper);
         log.Add("begun");
         snooze(200'000); // a kill point otherwise
         log.Add("done");
-        looper->Unlock();
     };
     struct AtItsEnd {
         const std::function<void()> use;
@@ -108,4 +115,22 @@ TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLockNorWhileItWaitsForItInADes
     killer.Wait();
     EXPECT_EQ(log.Now(), (Entries { "begun", "done", "begun", "done" }));
     QuitNow(looper);
+}
+
+TEST(LooperLock, OfAProgramsOwnKeepsOthersOutUntilTheBlockEnds)
+{
+    Log log;
+    BLocker locker;
+    std::optional<KitThread> other;
+    {
+        const BAutolock lock(locker);
+        EXPECT_TRUE(lock.IsLocked());
+        other.emplace([&] {
+            const BAutolock turn(locker);
+            log.Add("then the other");
+        });
+        AwaitWaiting(other->Id());
+        log.Add("first the block");
+    }
+    EXPECT_EQ(log.WaitFor(2), (Entries { "first the block", "then the other" }));
 }

@@ -1,6 +1,9 @@
 #include <array>
 #include <atomic>
 #include <list>
+#include <optional>
+
+#include <Autolock.h>
 
 #include "MessagePoster.h"
 #include "TestLooper.h"
@@ -135,7 +138,7 @@ TEST(Looper, DiesWhileOthersPostSendAskAndLockAndHandlersEnd)
                 messenger.Target(&target);
                 if (!messenger.LockTarget())
                     return false;
-                target->Unlock();
+                target->UnlockLooper();
                 return true;
             },
         };
@@ -187,13 +190,15 @@ TEST(Looper, HandlersHandOnToTheNextAndForgetOneThatLeft)
     looper->Run();
     EXPECT_EQ(log.WaitFor(4), (Entries { "a", "b", "1", "2" }));
     delete b; // locks by itself
-    looper->Lock();
-    EXPECT_EQ(a.NextHandler(), looper);
-    KitThread late([&] { EXPECT_NE(a.LockLooperWithTimeout(B_INFINITE_TIMEOUT), B_OK); });
-    AwaitWaiting(late.Id());
-    EXPECT_TRUE(looper->RemoveHandler(&a));
-    looper->Unlock();
-    late.Wait();
+    std::optional<KitThread> late;
+    {
+        const BAutolock lock(looper);
+        EXPECT_EQ(a.NextHandler(), looper);
+        late.emplace([&] { EXPECT_NE(a.LockLooperWithTimeout(B_INFINITE_TIMEOUT), B_OK); });
+        AwaitWaiting(late->Id());
+        EXPECT_TRUE(looper->RemoveHandler(&a));
+    }
+    late->Wait();
     QuitNow(looper); // the lock that came too late was given back
     other->Quit();
 }

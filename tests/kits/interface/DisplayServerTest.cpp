@@ -2,6 +2,8 @@
 
 #include "TestWindow.h"
 
+#include <Autolock.h>
+
 #include <QBitmap>
 #include <QCursor>
 #include <QGuiApplication>
@@ -83,7 +85,8 @@ TEST(DisplayServer, LetsTheProgramEndFromAnyThread)
         { "server's thread", [](BWindow*) { display::Post(EndInThread); } }, // as without display
         { "main thread with the lock",
             [](BWindow* window) {
-                if (window->Lock())
+                const BAutolock lock(window);
+                if (lock.IsLocked())
                     EndInThread();
             } },
     };

@@ -104,19 +104,19 @@ TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
     Show();
     Locked([&] { control->MakeFocus(); });
     screen::Key("End");
-    fWindow->Lock();
-    screen::Type("x"); // the window cannot have heard of it
-    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("line").text == "Intx"; }));
-    EXPECT_STREQ(control->Text(), "Int");
-    control->TextView()->Insert("el");
-    control->TextView()->Select(0, 4);
-    fWindow->Unlock();
+    Locked([&] {
+        screen::Type("x"); // the window cannot have heard of it
+        EXPECT_TRUE(screen::WaitFor([] { return screen::Find("line").text == "Intx"; }));
+        EXPECT_STREQ(control->Text(), "Int");
+        control->TextView()->Insert("el");
+        control->TextView()->Select(0, 4);
+    });
     EXPECT_TRUE(WaitForText(control, "Intx"));
-    fWindow->Lock();
-    screen::Type("y");
-    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("line").text == "Intxy"; }));
-    control->SetText("Intel"); // but this says what the text is, whatever it was
-    fWindow->Unlock();
+    Locked([&] {
+        screen::Type("y");
+        EXPECT_TRUE(screen::WaitFor([] { return screen::Find("line").text == "Intxy"; }));
+        control->SetText("Intel"); // but this says what the text is, whatever it was
+    });
     screen::Key("End");
     screen::Type(".");
     EXPECT_TRUE(WaitForText(control, "Intel."));
@@ -124,15 +124,15 @@ TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
     EXPECT_TRUE(fLog->WaitFor("1 value 0"));
     EXPECT_EQ(fLog->Now(), (Entries { "2 value 0", "2 value 0", "1 value 0" })); // none for "y"
 
-    fWindow->Lock(); // its changes in one message are one to the user
-    control->SetText("Int");
-    control->TextView()->Select(3, 3);
-    control->TextView()->Insert("el Corp.");
-    screen::Type("x");
-    EXPECT_STREQ(control->Text(), "Intel Corp.");
-    control->TextView()->Select(3, 11);
-    screen::Key("Return");
-    fWindow->Unlock();
+    Locked([&] { // its changes in one message are one to the user
+        control->SetText("Int");
+        control->TextView()->Select(3, 3);
+        control->TextView()->Insert("el Corp.");
+        screen::Type("x");
+        EXPECT_STREQ(control->Text(), "Intel Corp.");
+        control->TextView()->Select(3, 11);
+        screen::Key("Return");
+    });
     EXPECT_TRUE(WaitForText(control, "Intx"));
     EXPECT_EQ(fLog->WaitFor(5).size(), 5u);
 }
@@ -148,12 +148,12 @@ TEST_F(TextControlTest, TakesNoInputWhileDisabledAndKeepsItsTextOutsideTheWindow
     Locked([&] { control->SetEnabled(true); });
     const BRect frame = screen::Find("grey").frame;
     screen::ClickAt(BPoint(frame.left + 45, frame.top + 12)); // where its text starts now
-    fWindow->Lock();
-    screen::Type("new");
-    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("grey").text == "new"; }))
-        << "the click that brings the keyboard selects the text";
-    EXPECT_TRUE(control->RemoveSelf()); // before its report is heard
-    fWindow->Unlock();
+    Locked([&] {
+        screen::Type("new");
+        EXPECT_TRUE(screen::WaitFor([] { return screen::Find("grey").text == "new"; }))
+            << "the click that brings the keyboard selects the text";
+        EXPECT_TRUE(control->RemoveSelf()); // before its report is heard
+    });
     EXPECT_STREQ(control->Text(), "new");
     control->ResizeTo(299, 30);
     EXPECT_EQ(control->TextView()->Frame(), BRect(40, 0, 299, 30));

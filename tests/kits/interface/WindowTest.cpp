@@ -50,13 +50,13 @@ TEST_F(WindowTest, TheUsersMovesAndSizesArriveInFrameAndViews)
 TEST_F(WindowTest, AReportOlderThanTheProgramsOwnMoveIsDropped)
 {
     Show();
-    fWindow->Lock(); // so that the report of the user's move waits
-    fWindow->fPlaces.clear();
-    EXPECT_EQ(system("wmctrl -r Test -e 0,100,300,-1,-1"), 0);
-    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("Test").frame.top >= 300; }));
-    fWindow->PostMessage(5); // keeps it from being replaced by the next one
-    fWindow->MoveTo(400, 200);
-    fWindow->Unlock();
+    Locked([&] { // so that the report of the user's move waits
+        fWindow->fPlaces.clear();
+        EXPECT_EQ(system("wmctrl -r Test -e 0,100,300,-1,-1"), 0);
+        EXPECT_TRUE(screen::WaitFor([] { return screen::Find("Test").frame.top >= 300; }));
+        fWindow->PostMessage(5); // keeps it from being replaced by the next one
+        fWindow->MoveTo(400, 200);
+    });
     EXPECT_TRUE(Becomes([&] { return !fWindow->fPlaces.empty(); }));
     EXPECT_EQ(Locked([&] { return fWindow->fPlaces[0]; }), BPoint(400, 200));
 }

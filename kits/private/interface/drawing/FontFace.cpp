@@ -1,6 +1,7 @@
 #include "drawing/FontFace.h"
 
 #include "drawing/FontRaster.h"
+#include "LeafLock.h"
 #include "server/DisplayServer.h"
 #include "TextCoding.h"
 
@@ -28,7 +29,7 @@ FontFace* FontFace::Of(const BFont& font, float scale)
     request.fixed = font.fFamily == be_fixed_font->fFamily;
     request.pixels = std::lround(std::clamp<float>(font.fSize * scale, 1, kMaxPixels));
     {
-        MutexLock lock(sFacesLock);
+        const LeafLock lock(sFacesLock);
         const auto found = sFaces.find(request);
         if (found != sFaces.end())
             return found->second.get();
@@ -36,7 +37,7 @@ FontFace* FontFace::Of(const BFont& font, float scale)
     if (!display::Start())
         return nullptr;
     std::unique_ptr<FontFace> face(new FontFace(request));
-    MutexLock lock(sFacesLock); // where another thread was faster, its face stays
+    const LeafLock lock(sFacesLock); // where another thread was faster, its face stays
     return sFaces.emplace(request, std::move(face)).first->second.get();
 }
 
@@ -67,14 +68,14 @@ FontFace::FontFace(const FontRequest& request) : fRequest(request)
 const GlyphImage& FontFace::GlyphOf(uint32 character)
 {
     {
-        MutexLock lock(fLock);
+        const LeafLock lock(fLock);
         const auto found = fGlyphs.find(character);
         if (found != fGlyphs.end())
             return found->second;
     }
     std::vector<GlyphImage> glyphs;
     display::Call([&] { glyphs = RasterizeGlyphs(fRequest, { character }); });
-    MutexLock lock(fLock);
+    const LeafLock lock(fLock);
     // Nothing comes back once the display server has ended.
     return fGlyphs.emplace(character, glyphs.empty() ? GlyphImage() : std::move(glyphs.front()))
         .first->second;

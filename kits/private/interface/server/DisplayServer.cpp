@@ -3,6 +3,7 @@
 #include "Check.h"
 #include "CursorState.h"
 #include "KillGuard.h"
+#include "LeafLock.h"
 #include "OwnFolder.h"
 #include "server/Accessibility.h"
 #include "server/LostWindows.h"
@@ -141,7 +142,7 @@ bool Server::Start()
         return true;
     WatchMainThread();
     const KillGuard guard;
-    MutexLock lock(fLock);
+    const LeafLock lock(fLock, LeafLock::kWaits);
     while (fState == State::kStarting)
         fStateChanged.wait(fLock);
     if (fState != State::kIdle)
@@ -263,7 +264,7 @@ void Server::Serve()
     static_cast<void>(QPixmapCache::cacheLimit()); // makes the cache, which the end empties
     on_exit(AtExit, nullptr); // after all that Qt has registered so far
     {
-        MutexLock lock(fLock);
+        const LeafLock lock(fLock);
         fState = State::kRunning;
         fStateChanged.notify_all();
     }
@@ -288,7 +289,7 @@ bool Server::RunOne()
 {
     Job job;
     {
-        MutexLock lock(fLock);
+        const LeafLock lock(fLock);
         if (fState == State::kStopped)
             QCoreApplication::exit(); // quit() would ask the windows
         if (fJobs.empty())
@@ -298,7 +299,7 @@ bool Server::RunOne()
     }
     job.run();
     if (job.waiter) {
-        MutexLock lock(fLock);
+        const LeafLock lock(fLock);
         job.waiter->ended = job.waiter->ran = true;
         job.waiter->changed.notify_one(); // locked: the waiter is gone right after
     }
@@ -307,7 +308,7 @@ bool Server::RunOne()
 
 Server::Leave Server::DropJobs()
 {
-    MutexLock lock(fLock);
+    const LeafLock lock(fLock);
     fState = State::kStopped;
     for (Job& job : fJobs) {
         if (job.waiter) {
@@ -337,7 +338,7 @@ bool Server::RunAndWait(const std::function<void()>& run)
     if (!Start())
         return false;
     Waiter waiter;
-    MutexLock lock(fLock);
+    const LeafLock lock(fLock, LeafLock::kWaits);
     if (fState != State::kRunning)
         return false;
     Enqueue({ [&run] { run(); }, &waiter });
@@ -351,7 +352,7 @@ bool Server::RunLater(std::function<void()> run)
     const KillGuard guard;
     if (!Start())
         return false;
-    MutexLock lock(fLock);
+    const LeafLock lock(fLock);
     if (fState != State::kRunning)
         return false;
     Enqueue({ std::move(run), nullptr });
@@ -361,7 +362,7 @@ bool Server::RunLater(std::function<void()> run)
 void Server::Stop(Leave leave)
 {
     {
-        MutexLock lock(fLock);
+        const LeafLock lock(fLock);
         if (fState != State::kRunning)
             return;
         fState = State::kStopped;

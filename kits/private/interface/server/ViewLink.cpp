@@ -2,6 +2,7 @@
 
 #include "AppDefs.h"
 #include "InterfaceDefs.h"
+#include "LeafLock.h"
 #include "Message.h"
 #include "MessagePoster.h"
 
@@ -25,7 +26,7 @@ void ViewLink::AddDirty(BRect rect)
     if (!(flags & B_WILL_DRAW) || !rect.IsValid())
         return;
     {
-        MutexLock lock(fLock);
+        const LeafLock lock(fLock);
         fDirty = fDirty.IsValid() ? fDirty | rect : rect;
     }
     if (!fWindow->updatePosted.exchange(true))
@@ -34,7 +35,7 @@ void ViewLink::AddDirty(BRect rect)
 
 BRect ViewLink::TakeDirty()
 {
-    MutexLock lock(fLock);
+    const LeafLock lock(fLock);
     const BRect dirty = fDirty;
     fDirty = BRect();
     return dirty;
