@@ -2,7 +2,7 @@
 
 #include "foundation/LibString.h"
 #include "toolkit/LibColorChooser.h"
-#include "ui/CpuColor.h"
+#include "results/CpuColor.h"
 
 #include <Window.h>
 

@@ -1,4 +1,4 @@
-#include "ui/CpuColor.h"
+#include "results/CpuColor.h"
 
 #include <algorithm>
 #include <iterator>
