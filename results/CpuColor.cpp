@@ -1,21 +1,23 @@
 #include "results/CpuColor.h"
 
-#include <algorithm>
-#include <iterator>
+namespace {
 
-rgb_color cpu_color[kNbrCpuColors];
+constexpr std::array<rgb_color, kNbrCpuColors> kColors { {
+    { 0, 0, 200, 0 },
+    { 0, 178, 0, 0 },
+    { 203, 102, 255, 0 },
+    { 51, 203, 152, 0 },
+    { 102, 203, 255, 0 },
+    { 228, 0, 0, 0 },
+    { 255, 152, 0, 0 },
+    { 0, 255, 0, 0 },
+} };
+
+} // namespace
+
+std::array<rgb_color, kNbrCpuColors> cpu_color = kColors;
 
 void ResetCpuColors()
 {
-    constexpr rgb_color kColors[kNbrCpuColors] = {
-        { 0, 0, 200, 0 },
-        { 0, 178, 0, 0 },
-        { 203, 102, 255, 0 },
-        { 51, 203, 152, 0 },
-        { 102, 203, 255, 0 },
-        { 228, 0, 0, 0 },
-        { 255, 152, 0, 0 },
-        { 0, 255, 0, 0 },
-    };
-    std::copy(std::begin(kColors), std::end(kColors), cpu_color);
+    cpu_color = kColors;
 }
