@@ -37,15 +37,16 @@ struct Rows {
     }
 };
 
+// Whoever looks at an SVG may have a font that is a little wider.
 float BarsX(const Comparison& comparison, const BFont& font)
 {
+    constexpr float kSpare = 1.05f;
     constexpr float kGap = 10;
-    float right = ComparisonChart::kBarsX;
-    for (const Results& machine : comparison.machines) {
-        right = std::max(
-            right, ComparisonChart::kNamesX + font.StringWidth(machine.description) + kGap);
-    }
-    return std::min(right, kMostBarsX);
+    float width = 0;
+    for (const Results& machine : comparison.machines)
+        width = std::max(width, font.StringWidth(machine.description));
+    return std::clamp(
+        ComparisonChart::kNamesX + width * kSpare + kGap, ComparisonChart::kBarsX, kMostBarsX);
 }
 
 std::string TitleOf(const Comparison& comparison, const Metric& shown)
@@ -94,7 +95,7 @@ std::string Write(const char* path, Comparison& comparison)
     const std::string title = TitleOf(comparison, *shown);
     const float barsX = BarsX(comparison, font);
     const float footer = rows.missing > 0 ? ComparisonChart::kRowHeight : 0;
-    BRect area(0, kTop, barsX + kBarsWidth, rows.bottom + footer);
+    BRect area(0, kTop, barsX + kBarsWidth - 1, rows.bottom + footer - 1);
     BView view(area, "picture", B_FOLLOW_NONE, B_WILL_DRAW);
     view.ScrollTo(area.LeftTop());
     view.BeginPicture(&picture);

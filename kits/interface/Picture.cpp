@@ -12,6 +12,7 @@
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPageSize>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgGenerator>
@@ -102,12 +103,15 @@ void Replay::operator()(const DrawnShape& shape)
 void Replay::operator()(const DrawnString& string)
 {
     const QString text = Printable(string.text);
-    QFont font = MakeFont(FontFace::Request(string.font, 1));
+    const FontRequest request = FontFace::Request(string.font, 1);
+    QFont font = MakeFont(request);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::PreferDefault);
+    if (fPainter.paintEngine()->type() == QPaintEngine::SVG && request.family.empty())
+        font.setFamily("sans-serif"); // the desktop's own is not that of whoever looks at it
     const double natural = QFontMetricsF(font, fPainter.device()).horizontalAdvance(text);
-    const double letters = static_cast<double>(std::max<qsizetype>(text.size(), 1));
-    font.setLetterSpacing(QFont::AbsoluteSpacing, (double(string.width) - natural) / letters);
+    if (natural > 0)
+        font.setLetterSpacing(QFont::PercentageSpacing, 100 * double(string.width) / natural);
     fPainter.setFont(font);
     fPainter.setPen(ToQColor(string.color));
     fPainter.drawText(QPointF(string.pen.x, string.pen.y + 1), text); // stands on the pixel row

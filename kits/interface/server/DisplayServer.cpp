@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QLoggingCategory>
 #include <QPixmapCache>
 #include <QSocketNotifier>
 #include <QThreadPool>
@@ -242,6 +243,8 @@ QApplication* MakeApplication(bool hasDisplay)
     static char* arguments[] = { program_invocation_short_name, platform,
         hasDisplay ? xcb : offscreen, hasDisplay ? nullptr : theme, none, nullptr };
     static int count = hasDisplay ? 3 : 5;
+    if (!hasDisplay) // where nobody is logged in: Qt would remark on the session that is missing
+        QLoggingCategory::setFilterRules("default.warning=false");
     auto* application = new QApplication(count, arguments);
     // Large areas are painted by other threads. One that is there from the start is always found.
     QThreadPool::globalInstance()->setMaxThreadCount(1);
