@@ -82,6 +82,7 @@ private:
     bool fToldWhyNot GUARDED_BY(fLock) = false;
     int fWakeUp = -1; // an eventfd: Qt's loop sees it, and so does ThreadSanitizer
     std::thread fThread;
+    QObject* fHeld = nullptr; // see Main()
 };
 
 Server& TheServer()
@@ -264,6 +265,9 @@ void Server::Main(bool hasDisplay)
     pthread_setname_np(pthread_self(), "display server");
     static QApplication* application = nullptr; // it may have to stay
     application = MakeApplication(hasDisplay);
+    // The end of this thread and the end of Qt's static parts both let go of what Qt knows of this
+    // thread, and its plugins do once more after it was freed. An object that stays holds it.
+    fHeld = new QObject;
     Serve();
     const Leave leave = DropJobs();
     while (leave == Leave::kNothing && !QApplication::topLevelWidgets().isEmpty())
