@@ -1,8 +1,9 @@
 #include "ui/CompareView.h"
 
 #include "foundation/LibString.h"
+#include "results/ComparisonChart.h"
+#include "results/CpuColor.h"
 #include "toolkit/LibColorChooser.h"
-#include "ui/CpuColor.h"
 
 #include <Autolock.h>
 #include <Window.h>
@@ -12,9 +13,9 @@
 namespace {
 
 constexpr float kFontSize = 10;
-constexpr float kEntryWidth = 66;
+constexpr float kEntryWidth = ComparisonChart::kLegendEntryWidth;
+constexpr float kEntryTop = 2;
 constexpr float kEntryGap = 10;
-constexpr float kSwatch = 14;
 
 } // namespace
 
@@ -37,19 +38,13 @@ void CompareView::Draw(BRect)
 {
     for (int32 i = 0; i < kNbrCpuColors; i++) {
         const BRect frame = FrameOf(i);
-        const BRect swatch(frame.left, 2, frame.left + kSwatch, 2 + kSwatch);
-        SetHighColor(cpu_color[i]);
-        FillRect(swatch);
-        SetHighColor(ui_color(B_PANEL_TEXT_COLOR));
-        StrokeRect(swatch);
-        LibString text;
-        text.Formatted("%d CPU", i + 1);
-        DrawString(text, BPoint(swatch.right + 5, swatch.bottom - 3));
+        const LibString text = ComparisonChart::DrawLegendEntry(
+            this, BPoint(frame.left, kEntryTop), i, ui_color(B_PANEL_TEXT_COLOR));
         if (!IsFocus() || i != cursor)
             continue;
         StrokeLine(frame.LeftBottom(), BPoint(frame.right - kEntryGap, frame.bottom));
         // Beyond the edge, where nobody sees it: for a screen reader.
-        DrawString(text, BPoint(Bounds().right + 1, swatch.bottom - 3));
+        DrawString(text, BPoint(Bounds().right + 1, kEntryTop + ComparisonChart::kLegendBaseline));
     }
 }
 

@@ -1,10 +1,10 @@
 // The comparison as a user sees it: real clicks, the screen's pixels, the store's real file.
 #include "ui/CompareWin.h"
 
+#include "results/CpuColor.h"
 #include "results/Results.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/TempFolder.h"
-#include "ui/CpuColor.h"
 
 #include <Application.h>
 #include <Entry.h>
