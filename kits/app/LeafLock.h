@@ -2,11 +2,7 @@
 // one of these, and nothing under it.
 #pragma once
 
-#include <optional>
-
-#include "KillGuard.h"
 #include "kits/kernel/Thread.h"
-#include "kits/kernel/UnwindCheck.h"
 #include "Mutex.h"
 
 // Holds a mutex for the length of a block that waits for nothing. Meanwhile the thread is not
@@ -21,17 +17,4 @@ public:
 private:
     const kernel::SuspendGuard fGuard; // ends after the mutex is let go
     Mutex& fMutex;
-};
-
-// For a wait on a condition, which is a kill point: inside a destructor it must not be one.
-class WaitGuard {
-public:
-    WaitGuard()
-    {
-        if (!kernel::StackCanBeUnwound())
-            fGuard.emplace();
-    }
-
-private:
-    std::optional<KillGuard> fGuard;
 };

@@ -38,7 +38,6 @@ status_t LooperLock::Lock(bigtime_t timeout)
         if (status != B_WOULD_BLOCK || timeout <= 0)
             return status;
     }
-    const WaitGuard guard;
     const MutexLock lock(fMutex);
     status_t status = Take(self);
     if (status == B_WOULD_BLOCK)
