@@ -1,8 +1,22 @@
 #include "engine/BlockFile.h"
 
+#include <OS.h>
+
 #include <cerrno>
 #include <unistd.h>
 #include <utility>
+
+namespace {
+
+// A run can be ended between these parts of a file, 1 MB each, however slow the disk is: a call of
+// the kernel kit is a kill point.
+void LetEndBefore(long block)
+{
+    if (block % 256 == 0)
+        system_time();
+}
+
+} // namespace
 
 BlockFile::~BlockFile()
 {
@@ -35,6 +49,7 @@ bool BlockFile::Write(long count)
 {
     bool isDone = true;
     for (long block = 0; block < count; block++) {
+        LetEndBefore(block);
         if (fwrite(fBlock, kBlockSize, 1, fStream) == 1)
             continue;
         error = isDone ? errno : error;
@@ -47,6 +62,7 @@ bool BlockFile::Read(long count)
 {
     bool isDone = true;
     for (long block = 0; block < count; block++) {
+        LetEndBefore(block);
         if (fread(fBlock, kBlockSize, 1, fStream) == 1)
             continue;
         error = !isDone ? error : ferror(fStream) ? errno : 0;

@@ -2,6 +2,7 @@
 
 #include "Button.h"
 #include "Invoker.h"
+#include "KillGuard.h"
 #include "Message.h"
 #include "MessagePoster.h"
 #include "Mutex.h"
@@ -187,6 +188,7 @@ int32 BAlert::Go()
     if (!Present())
         GiveUp();
     while (!answer->WaitForIt()) {
+        CheckKilled();
         if (caller)
             caller->UpdateIfNeeded();
     }

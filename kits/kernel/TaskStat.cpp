@@ -1,7 +1,5 @@
 #include "kits/kernel/TaskStat.h"
 
-#include "kits/kernel/KillGuard.h"
-
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -29,7 +27,6 @@ bool ParseTaskStat(const char* record, TaskStat& stat)
 namespace {
 bool ReadRecord(const char* path, TaskStat& stat)
 {
-    const KillGuard guard;
     const int file = open(path, O_RDONLY | O_CLOEXEC);
     if (file < 0)
         return false;

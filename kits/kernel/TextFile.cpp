@@ -1,7 +1,5 @@
 #include "kits/kernel/TextFile.h"
 
-#include "kits/kernel/KillGuard.h"
-
 #include <charconv>
 #include <fstream>
 #include <sstream>
@@ -9,7 +7,6 @@
 namespace kernel {
 std::string ReadText(const std::string& path)
 {
-    const KillGuard guard;
     const std::ifstream file(path, std::ios::binary);
     std::ostringstream text;
     text << file.rdbuf(); // unlike iterators, no exception where reading fails

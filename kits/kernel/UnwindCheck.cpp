@@ -1,11 +1,11 @@
 // Why a kill must look at the stack: a kill point may lie below a destructor, a noexcept function
 // or a catch (...), and unwinding through one of those ends the program. Which kit calls do is not
 // known beforehand: ~LibThread kills a thread and waits for it, ~ShownWindow waits for a looper's
-// lock, and a BMessage that nobody answered sends an answer from its destructor, on whatever thread
-// drops it last. std::uncaught_exceptions() does not tell: it is 0 in a destructor at the end of a
-// block. Without this check Kill.DoesNotComeAtAKitCallInADestructor and LooperLock's test of a wait
-// in a destructor end in std::terminate(); a KillGuard in each such destructor would do as well, but
-// one that is forgotten shows only where a kill hits just that moment.
+// lock, and each of those asks find_thread() who is calling. std::uncaught_exceptions() does not
+// tell: it is 0 in a destructor at the end of a block. Without this check a thread that is killed
+// in a destructor's snooze(), kill_thread() or wait for a looper's lock ends the program by
+// std::terminate(), as the tests of Kill and LooperLock show. A KillGuard in every such destructor
+// would do, but one that is forgotten shows only where a kill hits that very moment.
 #include "kits/kernel/UnwindCheck.h"
 
 #include <unwind.h>

@@ -15,7 +15,6 @@
 
 #include "ErrorCodes.h"
 #include "FileDescriptor.h"
-#include "KillGuard.h"
 #include "kits/kernel/TextFile.h"
 #include "Locations.h"
 #include "Mutex.h"
@@ -132,7 +131,6 @@ bool WatchEnds()
             sigaction(number, &action, nullptr);
     }
     return std::atexit([] {
-        const KillGuard guard;
         folders::RemoveOwnTemporary();
     }) == 0;
 }
@@ -195,7 +193,6 @@ void TellOnce(const std::string& base, int error)
 
 status_t folders::OwnTemporary(std::string& path)
 {
-    const KillGuard guard;
     const MutexLock lock(gMaking);
     const Folder* folder = gFolder;
     if (folder && folder->owner == getpid()

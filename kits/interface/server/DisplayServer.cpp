@@ -2,7 +2,6 @@
 
 #include "Check.h"
 #include "CursorState.h"
-#include "KillGuard.h"
 #include "OwnFolder.h"
 #include "server/Accessibility.h"
 #include "server/LostWindows.h"
@@ -140,7 +139,6 @@ bool Server::Start()
     if (tIsServer)
         return true;
     WatchMainThread();
-    const KillGuard guard;
     MutexLock lock(fLock);
     while (fState == State::kStarting)
         fStateChanged.wait(fLock);
@@ -333,7 +331,6 @@ bool Server::RunAndWait(const std::function<void()>& run)
         run();
         return true;
     }
-    const KillGuard guard;
     if (!Start())
         return false;
     Waiter waiter;
@@ -348,7 +345,6 @@ bool Server::RunAndWait(const std::function<void()>& run)
 
 bool Server::RunLater(std::function<void()> run)
 {
-    const KillGuard guard;
     if (!Start())
         return false;
     MutexLock lock(fLock);
