@@ -26,8 +26,8 @@ struct Thread {
     void Continue();
     // What the thread does then, also in a signal handler.
     void WaitWhileStopped();
-    // Asks the thread, which has not ended, to end at its next kill point, and lets it run on so that
-    // it gets there.
+    // Asks a thread that has not ended to end at its next kill point, and lets it run on so that it
+    // gets there.
     void RequestKill();
     // Hands name and priority on to the system; best effort, only for a created thread.
     void ApplyName() const;

@@ -19,8 +19,8 @@ namespace {
 _Unwind_Reason_Code LookAtFrame(_Unwind_Context* context, void* canBeUnwound)
 {
     _Unwind_Exception foreign {}; // of no language: only what stops everything handles it
-    const _Unwind_Reason_Code answer = __gxx_personality_v0(
-        1, _UA_SEARCH_PHASE, foreign.exception_class, &foreign, context);
+    const _Unwind_Reason_Code answer =
+        __gxx_personality_v0(1, _UA_SEARCH_PHASE, foreign.exception_class, &foreign, context);
     if (answer == _URC_CONTINUE_UNWIND)
         return _URC_NO_REASON;
     *static_cast<bool*>(canBeUnwound) = false;
