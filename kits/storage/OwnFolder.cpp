@@ -130,9 +130,7 @@ bool WatchEnds()
         if (before.sa_handler == SIG_DFL)
             sigaction(number, &action, nullptr);
     }
-    return std::atexit([] {
-        folders::RemoveOwnTemporary();
-    }) == 0;
+    return std::atexit([] { folders::RemoveOwnTemporary(); }) == 0;
 }
 
 // Makes the folder that path says from now on. The one before stays open: a signal may just now
