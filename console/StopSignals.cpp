@@ -1,6 +1,15 @@
 #include "console/StopSignals.h"
 
+#include <unistd.h>
+
 namespace {
+
+// Ends the wait for the others: sigwait() is no kill point. One that nobody waited for any more may
+// be left.
+int EndSignal()
+{
+    return SIGRTMIN + 7;
+}
 
 constexpr int kSignals[] = { SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE };
 
@@ -9,6 +18,7 @@ constexpr int kSignals[] = { SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE };
 StopSignals::StopSignals()
 {
     sigemptyset(&signals);
+    sigaddset(&signals, EndSignal());
     for (const int signal : kSignals) {
         struct sigaction before = {};
         sigaction(signal, nullptr, &before);
@@ -20,12 +30,19 @@ StopSignals::StopSignals()
 
 StopSignals::~StopSignals()
 {
+    isEnding = true;
+    if (Status() != 0)
+        kill(getpid(), EndSignal());
     Kill();
 }
 
 int32 StopSignals::Action()
 {
-    sigwait(&signals, &received);
+    do
+        sigwait(&signals, &received);
+    while (received == EndSignal() && !isEnding);
+    if (isEnding)
+        snooze(B_INFINITE_TIMEOUT); // until it is killed
     return received;
 }
 

@@ -3,6 +3,7 @@
 
 #include "engine/LibThread.h"
 
+#include <atomic>
 #include <csignal>
 
 // Waits for the first of SIGINT, SIGTERM, SIGHUP, SIGQUIT and SIGPIPE. It arrives as this thread's
@@ -23,4 +24,5 @@ public:
 private:
     sigset_t signals;
     int received = 0;
+    std::atomic<bool> isEnding { false };
 };
