@@ -95,7 +95,6 @@ Processors::Processors(const std::string& root, size_t most)
 
 std::shared_ptr<Processors> Processors::Get()
 {
-    const KillGuard guard;
     Current& current = TheCurrent();
     const LeafLock lock(current.lock);
     if (!current.processors)
@@ -105,7 +104,6 @@ std::shared_ptr<Processors> Processors::Get()
 
 void Processors::SetRoot(const std::string& root, size_t most)
 {
-    const KillGuard guard;
     Current& current = TheCurrent();
     const LeafLock lock(current.lock);
     if (const auto before = std::exchange(current.processors, nullptr)) {
@@ -229,7 +227,6 @@ int Processors::SwitchOn(int32 cpu)
 
 void Processors::BeginConfinement()
 {
-    const KillGuard guard;
     const LeafLock lock(fLock);
     fConfinements++;
     if (const int error = BindThreads(); error != 0)
@@ -238,7 +235,6 @@ void Processors::BeginConfinement()
 
 void Processors::EndConfinement()
 {
-    const KillGuard guard;
     const LeafLock lock(fLock);
     fConfinements--;
     if (const int error = BindThreads(); error != 0)
@@ -276,7 +272,6 @@ status_t Processors::Switch(int32 cpu, bool on)
         return B_BAD_VALUE;
     if (cpu == 0)
         return on ? status_t { B_OK } : B_NOT_ALLOWED;
-    const KillGuard guard;
     const LeafLock lock(fLock);
     const auto index = static_cast<size_t>(cpu);
     if (on == (fStates[index] == State::On))

@@ -2,7 +2,6 @@
 
 #include "Check.h"
 #include "CursorState.h"
-#include "KillGuard.h"
 #include "LeafLock.h"
 #include "OwnFolder.h"
 #include "server/Accessibility.h"
@@ -152,7 +151,6 @@ bool Server::Start(Need need)
     if (tIsServer)
         return true;
     WatchMainThread();
-    const KillGuard guard;
     const LeafLock lock(fLock, LeafLock::kWaits);
     while (fState == State::kStarting)
         fStateChanged.wait(fLock);
@@ -360,7 +358,6 @@ bool Server::RunAndWait(const std::function<void()>& run)
         run();
         return true;
     }
-    const KillGuard guard;
     if (!Start(Need::kAny))
         return false;
     Waiter waiter;
@@ -375,7 +372,6 @@ bool Server::RunAndWait(const std::function<void()>& run)
 
 bool Server::RunLater(std::function<void()> run)
 {
-    const KillGuard guard;
     if (!Start(Need::kAny))
         return false;
     const LeafLock lock(fLock);
