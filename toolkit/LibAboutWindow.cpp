@@ -37,6 +37,6 @@ void LibAboutWindow::UpdateWorkspace(const long& workspaces)
 
 bool LibAboutWindow::QuitRequested()
 {
-    target->PostMessage('ABTQ');
+    target->PostMessage('ABTQ', nullptr, this);
     return true;
 }

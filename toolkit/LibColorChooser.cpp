@@ -129,6 +129,6 @@ void LibColorChooser::Pick(rgb_color color)
 
 bool LibColorChooser::QuitRequested()
 {
-    target->PostMessage('ColC');
+    target->PostMessage('ColC', nullptr, this);
     return false;
 }

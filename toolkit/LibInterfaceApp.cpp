@@ -84,14 +84,9 @@ void LibInterfaceApp::ShowTopic(int32 index)
 {
     if (help.CountTopics() == 0)
         return;
-    if (!helpTarget.IsValid()) {
-        helpWindow = new LibHelpWindow(help);
-        helpTarget = BMessenger(helpWindow);
-    }
-    if (!helpTarget.LockTarget())
-        return;
-    helpWindow->ShowTopic(index);
-    helpWindow->Unlock();
+    helpWindow.Make([this] { return new LibHelpWindow(help); });
+    helpWindow.With([index](LibHelpWindow& window) { window.ShowTopic(index); });
+    helpWindow.Front();
 }
 
 void LibInterfaceApp::SwitchTips(const BMessage& request)

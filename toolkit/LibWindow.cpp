@@ -78,6 +78,12 @@ void LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
         if (IsHelpKey(*message))
             return AskForHelp();
     }
+    // Not by QuitRequested(): the application asks that when it quits, and must get a yes.
+    if (message->what == B_QUIT_REQUESTED && handler == this && closeHides) {
+        if (!IsHidden())
+            Hide();
+        return;
+    }
     BWindow::DispatchMessage(message, handler);
 }
 

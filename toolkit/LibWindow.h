@@ -31,6 +31,8 @@ protected:
     void SetMainWindow();
     // From here on Escape closes this window as its close box does.
     void CloseOnEscape() { escapeCloses = true; }
+    // From here on closing this window only hides it; the application or its owner quits it.
+    void HideOnClose() { closeHides = true; }
 
 private:
     void KeepMainFrame();
@@ -38,5 +40,6 @@ private:
 
     bool mainWindow = false;
     bool escapeCloses = false;
+    bool closeHides = false;
     bool hasToolTips = false;
 };

@@ -26,6 +26,8 @@ CompareView::CompareView(BRect frame)
     SetLowColor(ui_color(B_PANEL_BACKGROUND_COLOR));
 }
 
+CompareView::~CompareView() = default;
+
 BRect CompareView::FrameOf(int32 index) const
 {
     const float left = float(index) * kEntryWidth;
@@ -83,29 +85,28 @@ void CompareView::MoveCursor(int32 step)
 
 void CompareView::Choose(int32 index)
 {
-    CloseChooser();
-    chosen = cursor = index;
-    LibString title;
-    title.Formatted("Color of %d CPU", chosen + 1);
-    chooser = new LibColorChooser(Window(), title, cpu_color[chosen]);
-    chooser->SetPosition(kCentred);
-    chooser->Show();
+    chooser.End();
+    cursor = index;
+    chooser.Show([this, index] {
+        LibString title;
+        title.Formatted("Color of %d CPU", index + 1);
+        auto* window = new LibColorChooser(Window(), title, cpu_color[index]);
+        window->SetPosition(kCentred);
+        return window;
+    });
+    chosen = index;
 }
 
 void CompareView::CloseChooser()
 {
-    if (chooser && chooser->Lock())
-        chooser->Quit();
-    chooser = nullptr;
-    chosen = -1;
+    chooser.End();
 }
 
-void CompareView::ChooserClosed()
+void CompareView::ChooserClosed(const BMessage& closing)
 {
-    if (chooser && chosen >= 0 && chooser->Lock()) {
-        cpu_color[chosen] = chooser->Color();
-        chooser->Unlock();
-    }
+    if (!chooser.IsFrom(closing))
+        return;
+    chooser.With([this](LibColorChooser& window) { cpu_color[chosen] = window.Color(); });
     CloseChooser();
     Invalidate();
 }

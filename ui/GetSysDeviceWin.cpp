@@ -269,7 +269,7 @@ bool GetSysDeviceWin::QuitRequested()
         if (item.NumberDevicesUnknown() > 0)
             TakeNames(item, ++classOrdinal);
     }
-    target->PostMessage(kMsgFormClosing);
+    target->PostMessage(kMsgFormClosing, nullptr, this);
     return false;
 }
 

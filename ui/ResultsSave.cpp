@@ -42,33 +42,32 @@ bool ResultsWin::WantsIncompleteRun()
 
 void ResultsWin::ShowDevices()
 {
-    if (unknownDevices && !unknownDevices->IsHidden())
-        return unknownDevices->Activate();
-    QuitDevices(); // closed before: a form takes names but once
-    LibDeviceInfo devices;
-    unknownDevices = new GetSysDeviceWin(devices, this);
-    unknownDevices->FillIn(typedNames);
-    unknownDevices->SetPosition(kBesideMain);
-    unknownDevices->Show();
+    bool isClosed = false;
+    unknownDevices.With([&](GetSysDeviceWin& form) { isClosed = form.IsHidden(); });
+    if (isClosed)
+        QuitDevices(); // a form takes names but once
+    unknownDevices.Show([this] {
+        LibDeviceInfo devices;
+        auto* form = new GetSysDeviceWin(devices, this);
+        form->FillIn(typedNames);
+        form->SetPosition(kBesideMain);
+        return form;
+    });
 }
 
 // The form is only hidden: what was typed into it goes into the package.
-void ResultsWin::GetSysDeviceQuit()
+void ResultsWin::GetSysDeviceQuit(const BMessage& closing)
 {
-    if (!unknownDevices)
+    if (!unknownDevices.IsFrom(closing))
         return;
-    if (!unknownDevices->IsHidden())
-        unknownDevices->Hide();
+    unknownDevices.Hide();
     ShowSavePanel();
 }
 
 void ResultsWin::QuitDevices()
 {
-    if (unknownDevices && unknownDevices->Lock()) {
-        typedNames = unknownDevices->TypedNames();
-        unknownDevices->Quit();
-    }
-    unknownDevices = nullptr;
+    unknownDevices.With([this](GetSysDeviceWin& form) { typedNames = form.TypedNames(); });
+    unknownDevices.End();
 }
 
 void ResultsWin::ShowSavePanel()
@@ -101,7 +100,11 @@ void ResultsWin::SaveResultFile(BMessage* reply)
 
 void ResultsWin::Pack()
 {
-    if (PackResults(saved, unknownDevices) != Packed::kNoZip)
+    Packed packed = Packed::kNot;
+    const auto pack = [&](GetSysDeviceWin& form) { packed = PackResults(saved, &form); };
+    if (!unknownDevices.With(pack))
+        packed = PackResults(saved, nullptr);
+    if (packed != Packed::kNoZip)
         return;
     LibInfo(
         "Tarvex was unable to ZIP your results because the utility 'zip' was not found. You may "

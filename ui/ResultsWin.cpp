@@ -2,6 +2,7 @@
 
 #include "toolkit/ButtonRow.h"
 #include "ui/CompareWin.h"
+#include "ui/GetSysDeviceWin.h"
 #include "ui/ResultItem.h"
 
 #include <Button.h>
@@ -44,6 +45,7 @@ ResultsWin::ResultsWin(const int& nbrCpus)
     const BRect frame = Frame();
     SetSizeLimits(frame.Width(), 4000, 200, 4000);
     SetPosition(kBesideMain);
+    HideOnClose();
 }
 
 ResultsWin::~ResultsWin()
@@ -107,15 +109,14 @@ void ResultsWin::Update(Results& run, bool allow)
             item->Rate(slot, float(metric.Rate(slot)));
         list->AddItem(item);
     }
-    if (comparison)
+    if (comparison.IsThere())
         CompareResults();
 }
 
 void ResultsWin::CompareResults()
 {
     ShowComparison();
-    comparison->SetResults(results);
-    comparison->Activate();
+    comparison.With([this](CompareWin& window) { window.SetResults(results); });
     fprintf(stderr, "time 2: %.3f 1: %.3f\n", double(results.Time(1)), double(results.Time(0)));
 }
 
@@ -123,24 +124,16 @@ void ResultsWin::CompareFiles(BMessage* files, bool allow)
 {
     allowSaveCompare = allow;
     ShowComparison();
-    comparison->OpenFiles(files);
-    comparison->Activate();
+    comparison.With([files](CompareWin& window) { window.OpenFiles(files); });
 }
 
 void ResultsWin::ShowComparison()
 {
-    if (comparison)
-        return;
-    comparison = new CompareWin(this, allowSaveCompare);
-    comparison->SetPosition(kBesideMain);
-    comparison->Show();
-}
-
-void ResultsWin::QuitComparison()
-{
-    if (comparison && comparison->Lock())
-        comparison->Quit();
-    comparison = nullptr;
+    comparison.Show([this] {
+        auto* window = new CompareWin(this, allowSaveCompare);
+        window->SetPosition(kBesideMain);
+        return window;
+    });
 }
 
 void ResultsWin::EmptyList()
@@ -149,24 +142,16 @@ void ResultsWin::EmptyList()
         delete item;
 }
 
-void ResultsWin::DispatchMessage(BMessage* message, BHandler* target)
-{
-    if (message->what == B_QUIT_REQUESTED && target == this)
-        Close();
-    else
-        DialogWindow::DispatchMessage(message, target);
-}
-
 void ResultsWin::MessageReceived(BMessage* message)
 {
     switch (message->what) {
-        case kMsgCancel: Close(); break;
+        case kMsgCancel: PostMessage(B_QUIT_REQUESTED); break;
         case kMsgCompare: CompareResults(); break;
         case kMsgSave: SaveResults(); break;
         case kMsgSavePanel: SaveResultFile(message); break;
         case kMsgEmail: EmailResults(message); break;
-        case 'cmpq': QuitComparison(); break;
-        case 'gsdq': GetSysDeviceQuit(); break;
+        case 'cmpq': comparison.Closed(*message); break;
+        case 'gsdq': GetSysDeviceQuit(*message); break;
         default: DialogWindow::MessageReceived(message); break;
     }
 }
@@ -174,13 +159,7 @@ void ResultsWin::MessageReceived(BMessage* message)
 bool ResultsWin::QuitRequested()
 {
     savePanel.reset();
-    QuitComparison();
-    QuitDevices();
+    comparison.End();
+    unknownDevices.End();
     return DialogWindow::QuitRequested();
-}
-
-void ResultsWin::Close()
-{
-    if (!IsHidden())
-        Hide();
 }

@@ -76,10 +76,7 @@ TarvexWin::TarvexWin(bool allow)
     SetPosition();
 }
 
-TarvexWin::~TarvexWin()
-{
-    QuitResults();
-}
+TarvexWin::~TarvexWin() = default;
 
 void TarvexWin::AddMenu()
 {
@@ -145,24 +142,16 @@ void TarvexWin::AddGroups(GroupBox where, float& top, const char* name, const ch
     }
 }
 
-// Made when the first run ends, so that the main window need not wait for it. Its thread runs from
-// the start, so that any thread may lock it.
-void TarvexWin::AddResults()
+// Made when the first run ends, so that the main window need not wait for it.
+void TarvexWin::MakeResults()
 {
-    results = new ResultsWin(NbrCpus());
-    resultsTarget = BMessenger(results);
-    results->Hide();
-    results->Show();
-}
-
-void TarvexWin::QuitResults()
-{
-    if (!resultsTarget.LockTarget())
-        return;
-    if (results->QuitRequested())
-        results->Quit();
-    else
-        results->Unlock();
+    results.Make([] {
+        auto* window = new ResultsWin(NbrCpus());
+        // Its thread runs from the start, so that any thread may lock it.
+        window->Hide();
+        window->Show();
+        return window;
+    });
 }
 
 void TarvexWin::SelectAll()
@@ -298,25 +287,16 @@ void TarvexWin::EndRun()
 void TarvexWin::BenchmarkChange(BMessage*)
 {
     EndRun();
-    if (!resultsTarget.IsValid())
-        AddResults();
-    if (!resultsTarget.LockTarget())
-        return;
-    results->Update(benchmark.results, allowSaveComparison);
-    if (results->IsHidden())
-        results->Show();
-    results->Activate();
-    results->Unlock();
+    MakeResults();
+    results.With(
+        [this](ResultsWin& window) { window.Update(benchmark.results, allowSaveComparison); });
+    results.Front();
 }
 
 void TarvexWin::CompareFiles(BMessage* files)
 {
-    if (!resultsTarget.IsValid())
-        AddResults();
-    if (!resultsTarget.LockTarget())
-        return;
-    results->CompareFiles(files, allowSaveComparison);
-    results->Unlock();
+    MakeResults();
+    results.With([&](ResultsWin& window) { window.CompareFiles(files, allowSaveComparison); });
 }
 
 void TarvexWin::MessageReceived(BMessage* message)
@@ -340,6 +320,6 @@ void TarvexWin::MessageReceived(BMessage* message)
 
 bool TarvexWin::QuitRequested()
 {
-    QuitResults();
+    results.End();
     return LibWindow::QuitRequested();
 }
