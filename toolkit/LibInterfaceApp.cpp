@@ -1,7 +1,7 @@
 #include "toolkit/LibInterfaceApp.h"
 
+#include "toolkit/LibHelp.h"
 #include "toolkit/LibHelpWindow.h"
-#include "toolkit/LibToolTips.h"
 
 #include <Message.h>
 

@@ -3,6 +3,7 @@
 
 #include "toolkit/WindowPlacement.h"
 
+#include <GraphicsDefs.h>
 #include <Window.h>
 
 // The frame, moved onto the main screen if it does not lie there.
@@ -43,3 +44,7 @@ private:
     bool closeHides = false;
     bool hasToolTips = false;
 };
+
+// Colours of text on the windows' background, which the desktop chooses.
+// The colour, or where the background is dark one as much brighter as it takes to read it there.
+[[nodiscard]] rgb_color LibOnPanel(rgb_color color);

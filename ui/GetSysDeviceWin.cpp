@@ -2,7 +2,6 @@
 
 #include "sysinfo/PciNameList.h"
 #include "toolkit/LibEditEntry.h"
-#include "toolkit/LibLabelFrame.h"
 
 #include <Box.h>
 #include <Message.h>
