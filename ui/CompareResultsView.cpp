@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "results/TestCatalogue.h"
-#include "ui/CpuColor.h"
+#include "ui/CompareView.h"
 
 #include <ScrollBar.h>
 #include <Window.h>

@@ -2,11 +2,11 @@
 
 #include "foundation/LibString.h"
 #include "toolkit/LibColorChooser.h"
-#include "ui/CpuColor.h"
 
 #include <Window.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -16,6 +16,23 @@ constexpr float kEntryGap = 10;
 constexpr float kSwatch = 14;
 
 } // namespace
+
+rgb_color cpu_color[kNbrCpuColors];
+
+void ResetCpuColors()
+{
+    constexpr rgb_color kColors[kNbrCpuColors] = {
+        { 0, 0, 200, 0 },
+        { 0, 178, 0, 0 },
+        { 203, 102, 255, 0 },
+        { 51, 203, 152, 0 },
+        { 102, 203, 255, 0 },
+        { 228, 0, 0, 0 },
+        { 255, 152, 0, 0 },
+        { 0, 255, 0, 0 },
+    };
+    std::copy(std::begin(kColors), std::end(kColors), cpu_color);
+}
 
 CompareView::CompareView(BRect frame)
     : BView(frame, "legend", B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW | B_NAVIGABLE)

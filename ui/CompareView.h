@@ -4,9 +4,20 @@
 
 #include "toolkit/OwnedWindow.h"
 
+#include <GraphicsDefs.h>
 #include <View.h>
 
 class LibColorChooser;
+
+// The colours of the comparison: one for each processor count.
+constexpr int32 kNbrCpuColors = 8;
+
+// Of 1 to 8 processors. Shared by chart and legend, changed by the colour chooser; used with the
+// comparison window locked.
+extern rgb_color cpu_color[kNbrCpuColors];
+
+// Gives them the values with which every comparison window opens.
+void ResetCpuColors();
 
 // All calls with the window locked.
 class CompareView : public BView {

@@ -3,7 +3,7 @@
 #include "sysinfo/LibSysInfo.h"
 #include "toolkit/MainMenuBar.h"
 #include "toolkit/MessageBoxes.h"
-#include "ui/CursorTable.h"
+#include "ui/AnimateCursor.h"
 #include "ui/ResultsWin.h"
 #include "ui/RunEstimate.h"
 

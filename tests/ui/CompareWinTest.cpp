@@ -4,7 +4,7 @@
 #include "results/Results.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/TempFolder.h"
-#include "ui/CpuColor.h"
+#include "ui/CompareView.h"
 
 #include <Application.h>
 #include <Entry.h>
