@@ -106,6 +106,7 @@ TEST_P(OwnedWindowTest, IsMadeOnceAndComesToTheFrontAlsoWhenMinimized)
     EXPECT_EQ(system("xdotool search --sync --onlyvisible --name '^Opened$' windowminimize"), 0);
     ASSERT_TRUE(WaitFor([] { return screen::Find("contents").minimized; }));
     Open();
+    EXPECT_TRUE(WaitFor([] { return !screen::Find("contents").minimized; }));
     EXPECT_EQ(Count("made"), 1);
     EXPECT_TRUE(WithLock(owner, [&] { return owner->window.Tell(BMessage('told')); }));
     EXPECT_TRUE(log.WaitFor("told"));
