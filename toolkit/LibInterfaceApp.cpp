@@ -84,6 +84,7 @@ void LibInterfaceApp::ShowTopic(int32 index)
 {
     if (help.CountTopics() == 0)
         return;
+    // Before it is shown: the first topic would be seen for a moment.
     helpWindow.Make([this] { return new LibHelpWindow(help); });
     helpWindow.With([index](LibHelpWindow& window) { window.ShowTopic(index); });
     helpWindow.Front();

@@ -102,7 +102,7 @@ void CompareView::MoveCursor(int32 step)
 
 void CompareView::Choose(int32 index)
 {
-    chooser.End();
+    chooser.End(); // it is for one colour
     cursor = index;
     chooser.Show([this, index] {
         LibString title;

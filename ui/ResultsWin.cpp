@@ -259,6 +259,7 @@ void ResultsWin::SaveResultFile(BMessage* reply)
 
 void ResultsWin::Pack()
 {
+    // With its form locked, as the user may have opened it again beside the panel.
     Packed packed = Packed::kNot;
     const auto pack = [&](GetSysDeviceWin& form) { packed = PackResults(saved, &form); };
     if (!unknownDevices.With(pack))
