@@ -2,10 +2,8 @@
 
 #include "foundation/LibString.h"
 #include "results/ComparisonChart.h"
-#include "results/CpuColor.h"
 #include "toolkit/LibColorChooser.h"
 
-#include <Autolock.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -27,6 +25,8 @@ CompareView::CompareView(BRect frame)
     SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     SetLowColor(ui_color(B_PANEL_BACKGROUND_COLOR));
 }
+
+CompareView::~CompareView() = default;
 
 BRect CompareView::FrameOf(int32 index) const
 {
@@ -79,30 +79,28 @@ void CompareView::MoveCursor(int32 step)
 
 void CompareView::Choose(int32 index)
 {
-    CloseChooser();
-    chosen = cursor = index;
-    LibString title;
-    title.Formatted("Color of %d CPU", chosen + 1);
-    chooser = new LibColorChooser(Window(), title, cpu_color[chosen]);
-    chooser->SetPosition(kCentred);
-    chooser->Show();
+    chooser.End(); // it is for one colour
+    cursor = index;
+    chooser.Show([this, index] {
+        LibString title;
+        title.Formatted("Color of %d CPU", index + 1);
+        auto* window = new LibColorChooser(Window(), title, cpu_color[index]);
+        window->SetPosition(kCentred);
+        return window;
+    });
+    chosen = index;
 }
 
 void CompareView::CloseChooser()
 {
-    if (chooser && chooser->Lock())
-        chooser->Quit(); // which unlocks: so this is no block
-    chooser = nullptr;
-    chosen = -1;
+    chooser.End();
 }
 
-void CompareView::ChooserClosed()
+void CompareView::ChooserClosed(const BMessage& closing)
 {
-    {
-        const BAutolock lock(chooser);
-        if (lock.IsLocked() && chosen >= 0)
-            cpu_color[chosen] = chooser->Color();
-    }
+    if (!chooser.IsFrom(closing))
+        return;
+    chooser.With([this](LibColorChooser& window) { cpu_color[chosen] = window.Color(); });
     CloseChooser();
     Invalidate();
 }

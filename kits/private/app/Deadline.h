@@ -3,6 +3,7 @@
 
 #include <chrono>
 
+#include "KillGuard.h"
 #include "Mutex.h"
 #include "OS.h"
 

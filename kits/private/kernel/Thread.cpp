@@ -1,5 +1,6 @@
 #include "Thread.h"
 
+#include "KillGuard.h"
 #include "ThreadTable.h"
 
 #include <algorithm>
