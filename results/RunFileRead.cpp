@@ -2,6 +2,7 @@
 #include "results/RunFile.h"
 
 #include <algorithm>
+#include <charconv>
 #include <nlohmann/json.hpp>
 #include <ranges>
 #include <set>
@@ -41,7 +42,8 @@ void Within(const std::string& part, const Read& read)
 
 std::string Number(double number)
 {
-    return Json(number).dump();
+    char text[32];
+    return { text, std::to_chars(text, std::end(text), number).ptr };
 }
 
 struct Reader {
