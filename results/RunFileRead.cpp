@@ -2,11 +2,12 @@
 #include "results/RunFile.h"
 
 #include <algorithm>
-#include <charconv>
 #include <nlohmann/json.hpp>
 #include <ranges>
 #include <set>
 #include <utility>
+
+#include "foundation/FixedText.h"
 
 namespace {
 
@@ -38,12 +39,6 @@ void Within(const std::string& part, const Read& read)
         bad.where = part + (isInner ? "." : "") + bad.where;
         throw;
     }
-}
-
-std::string Number(double number)
-{
-    char text[32];
-    return { text, std::to_chars(text, std::end(text), number).ptr };
 }
 
 struct Reader {
@@ -82,7 +77,8 @@ private:
     {
         Check(from.is_number() && from.get<double>() >= limits.lowest
                 && from.get<double>() <= limits.highest,
-            "must be a number from " + Number(limits.lowest) + " to " + Number(limits.highest));
+            "must be a number from " + LibShortestText(limits.lowest) + " to "
+                + LibShortestText(limits.highest));
         field = from.get<double>();
     }
 
