@@ -33,6 +33,30 @@ TEST(RunFile, WhatWasWrittenIsRead)
     EXPECT_EQ(Again(empty), empty);
 }
 
+// As it was when the schema was new: whoever has to change the file has to change the schema's
+// number too, unless a key was added.
+TEST(RunFile, IsAsOtherProgramsReadIt)
+{
+    const std::string file = TARVEX_TESTS "/fuzz/corpus/run/full";
+    EXPECT_EQ(RunAsJson(SampleRun()), ReadFile(file));
+}
+
+TEST(RunFile, SaysHowOtherProcessorsWereKeptOut)
+{
+    RunRecord run;
+    run.details.processors.resize(4);
+    run.passes = { { 4, { 0, 1, 2, 3 }, {}, {}, {} }, { 2, { 0, 1 }, { 2, 3 }, {}, {} },
+        { 2, { 0, 1 }, { 3 }, {}, {} }, { 2, { 0, 1 }, {}, {}, {} }, { 2, {}, {}, {}, {} } };
+    const std::string json = RunAsJson(run);
+    size_t at = 0;
+    for (const char* const kept : { "4,\"kept_out\":\"none to keep out\"",
+             "2,\"kept_out\":\"switched off\"", "2,\"kept_out\":\"some switched off\"",
+             "2,\"kept_out\":\"bound to the used\"", "2,\"kept_out\":null" }) {
+        at = json.find("{\"processors\":" + std::string(kept), at + 1);
+        ASSERT_NE(at, std::string::npos) << kept << " is not in, or not here: " << json;
+    }
+}
+
 TEST(RunFile, SeriesOfTestsOfOtherVersionsAreLeftOut)
 {
     const std::string other =
@@ -57,7 +81,8 @@ TEST(RunFile, WhatIsNotKnownIsNull)
     run.label = "cut \xc3"; // of two bytes
     EXPECT_NE(RunAsJson(run).find("\"label\": \"cut \xef\xbf\xbd\""), std::string::npos);
     run.passes = { { 1, {}, {}, {}, {} } };
-    run.series = { { &TestNamed("Memory"), 1, { { 0.5, 1, 0, 0, 0, false, {} } }, "" } };
+    run.series = { { &TestNamed("Memory"), 1,
+        { { 0.5, 1, 0, 0, 0, false, 7 }, { 0.5, 1, 0, 0, 0, false, {} } }, "" } };
     const std::string json = RunAsJson(run);
     EXPECT_EQ(Again(json), json);
     EXPECT_NE(json.find("{\"processors\":1,\"kept_out\":null,\"stolen\":null,\"throttles\":null,"
