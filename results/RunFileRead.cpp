@@ -1,0 +1,223 @@
+#include "results/RunFields.h"
+#include "results/RunFile.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <ranges>
+#include <set>
+#include <utility>
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr size_t kMostBytes = 32 << 20; // the longest run of 64 processors has 6 million
+constexpr size_t kDeepest = 16;
+
+// Where, and why it cannot be: "series[3].spans[0].seconds", "must be ...".
+struct BadField {
+    std::string where;
+    std::string why;
+};
+
+void Check(bool isRight, const std::string& why)
+{
+    if (!isRight)
+        throw BadField { "", why };
+}
+
+// What read throws lies within this part of the text.
+template <class Read>
+void Within(const std::string& part, const Read& read)
+{
+    try {
+        read();
+    } catch (BadField& bad) {
+        const bool isInner = !bad.where.empty() && bad.where.front() != '[';
+        bad.where = part + (isInner ? "." : "") + bad.where;
+        throw;
+    }
+}
+
+std::string Number(double number)
+{
+    return Json(number).dump();
+}
+
+struct Reader {
+    static constexpr bool kReads = true;
+    using Limits = runfile::Limits;
+
+    template <class T>
+    void Field(const char* key, T& field, Limits limits = {})
+    {
+        Within(key, [&] { Take(At(key), field, limits); });
+    }
+
+    template <class T>
+    void FieldOr(const char* key, T& field, std::type_identity_t<T> unknown, Limits limits = {})
+    {
+        std::optional<T> known;
+        Field(key, known, limits);
+        field = known.value_or(unknown);
+    }
+
+private:
+    const Json& At(const char* key) const
+    {
+        const auto found = json.find(key);
+        Check(found != json.end(), "is missing");
+        return *found;
+    }
+
+    static void Take(const Json& from, bool& field, Limits)
+    {
+        Check(from.is_boolean(), "must be true or false");
+        field = from.get<bool>();
+    }
+
+    static void Take(const Json& from, double& field, Limits limits)
+    {
+        Check(from.is_number() && from.get<double>() >= limits.lowest
+                && from.get<double>() <= limits.highest,
+            "must be a number from " + Number(limits.lowest) + " to " + Number(limits.highest));
+        field = from.get<double>();
+    }
+
+    template <class T>
+    requires std::is_integral_v<T>
+    static void Take(const Json& from, T& field, Limits limits)
+    {
+        const T lowest = T(limits.lowest);
+        const T highest = T(std::min(limits.highest, double(std::numeric_limits<T>::max() / 2)));
+        const bool isInside = from.is_number_unsigned()
+            ? std::cmp_less_equal(from.get<uint64>(), highest)
+                && std::cmp_greater_equal(from.get<uint64>(), lowest)
+            : from.is_number_integer() && std::cmp_less_equal(from.get<int64>(), highest)
+                && std::cmp_greater_equal(from.get<int64>(), lowest);
+        Check(isInside,
+            "must be a whole number from " + std::to_string(lowest) + " to "
+                + std::to_string(highest));
+        field = from.get<T>();
+    }
+
+    static void Take(const Json& from, std::string& field, Limits)
+    {
+        field.clear();
+        if (from.is_null())
+            return;
+        Check(from.is_string(), "must be a text or null");
+        field = from.get<std::string>();
+        Check(field.find('\0') == std::string::npos, "must not hold a NUL");
+    }
+
+    static void Take(const Json& from, const TestType*& field, Limits)
+    {
+        int32 id;
+        Take(from, id, {});
+        field = FindTestType(id);
+    }
+
+    static void Take(const Json& from, CoreKind& field, Limits)
+    {
+        Check(from == "performance" || from == "efficiency",
+            "must be \"performance\", \"efficiency\" or null");
+        field = from == "performance" ? CoreKind::Performance : CoreKind::Efficiency;
+    }
+
+    template <class T>
+    static void Take(const Json& from, std::optional<T>& field, Limits limits)
+    {
+        if (from.is_null()) {
+            field.reset();
+            return;
+        }
+        T known {};
+        Take(from, known, limits);
+        field = std::move(known);
+    }
+
+    template <class T>
+    requires std::ranges::range<T>
+    static void Take(const Json& from, T& field, Limits limits)
+    {
+        Check(from.is_array(), "must be a list");
+        field.clear();
+        for (size_t i = 0; i < from.size(); i++) {
+            Within("[" + std::to_string(i) + "]",
+                [&] { Take(from[i], field.emplace_back(), limits); });
+        }
+    }
+
+    template <class T>
+    requires(std::is_class_v<T> && !std::ranges::range<T>) static void Take(
+        const Json& from, T& field, Limits)
+    {
+        Check(from.is_object(), "must be an object");
+        Reader reader { from };
+        runfile::Fields(reader, field);
+    }
+
+public:
+    const Json& json;
+};
+
+// Throws BadField, or what the library throws.
+Json Parse(const std::string& text)
+{
+    Check(text.size() <= kMostBytes, "has over 32 megabytes");
+    std::vector<std::set<std::string>> keys; // of the objects around
+    return Json::parse(text, [&keys](int depth, Json::parse_event_t event, Json& parsed) {
+        Check(size_t(depth) <= kDeepest, "is nested too deeply");
+        if (event == Json::parse_event_t::object_start)
+            keys.emplace_back();
+        else if (event == Json::parse_event_t::object_end)
+            keys.pop_back();
+        else if (event == Json::parse_event_t::key)
+            Check(keys.back().insert(parsed.get<std::string>()).second, "has a key twice");
+        return true;
+    });
+}
+
+void CheckSchema(const Json& json)
+{
+    int32 schema = 0;
+    Check(json.is_object(), "is not a run of tarvex-run");
+    Reader { json }.Field("schema", schema, { 1, 1e9 });
+    Check(schema == kRunSchema,
+        "is of a newer Tarvex: its schema is " + std::to_string(schema) + ", this one reads "
+            + std::to_string(kRunSchema));
+}
+
+void CheckSeries(std::deque<Series>& series)
+{
+    std::set<std::pair<const TestType*, int32>> seen;
+    std::erase_if(series, [](const Series& each) { return !each.test; });
+    for (const Series& each : series) {
+        Check(seen.emplace(each.test, each.processors).second,
+            std::string("series: has <") + each.test->name + "> twice at the same count");
+    }
+}
+
+} // namespace
+
+std::variant<RunRecord, std::string> RunFromJson(const std::string& text)
+{
+    try {
+        const Json json = Parse(text);
+        CheckSchema(json);
+        RunRecord record;
+        Reader reader { json };
+        runfile::Fields(reader, record);
+        CheckSeries(record.series);
+        return record;
+    } catch (const BadField& bad) {
+        return bad.where.empty() ? bad.why : bad.where + ": " + bad.why;
+    } catch (const Json::parse_error& error) {
+        const size_t read = std::min(error.byte, text.size());
+        return "is not JSON in line "
+            + std::to_string(1 + std::count(text.begin(), text.begin() + read, '\n'));
+    } catch (const Json::exception&) {
+        return "has a number that is too large";
+    }
+}

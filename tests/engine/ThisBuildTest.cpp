@@ -1,0 +1,45 @@
+#include "engine/ThisBuild.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+// The command by which this build compiles the kernels, "" where there is none.
+std::string KernelCommand()
+{
+    std::istringstream commands(ReadFile(std::string(TARVEX_BUILD) + "/compile_commands.json"));
+    for (std::string line; std::getline(commands, line);) {
+        if (line.find("\"command\"") != std::string::npos
+            && line.find("tarvex_engine.dir/Kernels.cpp.o") != std::string::npos)
+            return line;
+    }
+    return "";
+}
+
+TEST(ThisBuild, FlagsAreThoseOfTheKernelsInTheirOrder)
+{
+    const std::string command = KernelCommand();
+    std::istringstream flags(ThisBuild().flags);
+    size_t at = 0;
+    for (std::string flag; flags >> flag; at += flag.size()) {
+        at = command.find(" " + flag + " ", at);
+        ASSERT_NE(at, std::string::npos) << flag << " is not in, or not here: " << command;
+    }
+    EXPECT_GT(at, 0u);
+    EXPECT_NE(ThisBuild().flags.find(" -ffp-contract=off "), std::string::npos);
+}
+
+TEST(ThisBuild, CompilerIsTheOneThatCompiledThis)
+{
+#ifdef __clang__
+    EXPECT_EQ(ThisBuild().compiler.find("Clang " + std::to_string(__clang_major__) + '.'), 0u);
+#else
+    EXPECT_EQ(ThisBuild().compiler.find("GNU " + std::to_string(__GNUC__) + '.'), 0u);
+#endif
+}
+
+} // namespace
