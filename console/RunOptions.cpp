@@ -84,13 +84,6 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
                 argument == "--help" ? RunOptions::Task::kHelp : RunOptions::Task::kVersion;
             return options;
         }
-        if (argument == "--compare" && position == 0) {
-            options.task = RunOptions::Task::kCompare;
-            options.files.assign(arguments.begin() + 1, arguments.end());
-            if (options.files.empty())
-                return "<--compare> needs results files";
-            return options;
-        }
         if (argument == "--anyway") {
             options.anyway = true;
             position++;
@@ -117,11 +110,10 @@ std::string RunUsage()
             notInAll += (notInAll.empty() ? "" : ", ") + std::string(group.key);
     }
     return "Usage: tarvex-run --groups G[,G...]|all --output FILE [--anyway]\n"
-           "       tarvex-run --compare FILE...\n"
+           "       tarvex-run --compare FILE..., see below\n"
            "\n"
            "Runs the test groups once for every processor count, from all processors down to one,\n"
-           "prints their rates and writes them to FILE, which the comparison window can load;\n"
-           "or prints the rates of the machines in results files, with percents of the first one.\n"
+           "prints their rates and writes them to FILE, which the comparison window can load.\n"
            "\n"
            "Groups: "
         + names + "\nall stands for all of them but " + notInAll
@@ -131,7 +123,7 @@ std::string RunUsage()
           "way,\n"
           "none is started without --anyway.\n"
           "\n"
-          "Exit status: 0 done, 1 something could not be written or a thread not be started,\n"
+          "Exit status of a run: 0 done, 1 something could not be written or a thread not be started,\n"
           "2 wrong arguments or a file that cannot be written or read (nothing was run), 3 done "
           "but\n"
           "for tests that could not be done (no display, no room on the disk ...), 4 another run "

@@ -8,13 +8,12 @@
 #include <vector>
 
 struct RunOptions {
-    enum class Task { kRun, kCompare, kHelp, kVersion };
+    enum class Task { kRun, kHelp, kVersion };
 
     Task task = Task::kRun;
     std::vector<bool Benchmark::*> groups; // the flags to set
     std::string output; // the results file, never empty for a run
     bool anyway = false; // even if another run is under way
-    std::vector<std::string> files; // to compare, never empty for that
 };
 
 // Reads the arguments (without the program's name). Returns the options, or one line without a

@@ -1,4 +1,5 @@
 // The benchmark without windows, for servers and scripts.
+#include "console/Compare.h"
 #include "console/RatesAsText.h"
 #include "console/RunLooper.h"
 #include "console/RunOptions.h"
@@ -123,32 +124,30 @@ int Run(RunOptions& options)
     return leftOut || undone ? kLeftOut : kDone;
 }
 
-int Compare(const std::vector<std::string>& files)
+int Compare(const std::vector<std::string>& arguments)
 {
-    Comparison comparison;
-    for (const std::string& file : files) {
-        const int32 before = comparison.machines.Size();
-        if (!comparison.Load({ file.c_str() }))
-            return Refuse("cannot read <" + file + ">");
-        if (comparison.machines.Size() == before)
-            return Refuse("<" + file + "> holds no results");
-    }
-    PrintComparison(comparison, stdout);
-    return kDone;
+    const CompareOutcome outcome = CompareTask(arguments, stdout);
+    if (!outcome.message.empty())
+        Tell(outcome.message);
+    return outcome.status;
 }
 
 int Do(int argc, char** argv)
 {
-    auto parsed = ParseRunOptions({ argv + 1, argv + argc });
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (IsCompareTask(arguments))
+        return Compare(arguments);
+    auto parsed = ParseRunOptions(arguments);
     if (const auto* message = std::get_if<std::string>(&parsed))
         return Refuse(*message);
     auto& options = std::get<RunOptions>(parsed);
     if (const std::string restored = restore_processors(); !restored.empty())
         fprintf(stderr, "tarvex-run: %s\n", restored.c_str());
     switch (options.task) {
-        case RunOptions::Task::kHelp: printf("%s", RunUsage().c_str()); return kDone;
+        case RunOptions::Task::kHelp:
+            printf("%s\n       %s", RunUsage().c_str(), CompareUsage().c_str());
+            return kDone;
         case RunOptions::Task::kVersion: printf("tarvex-run %s\n", TARVEX_VERSION); return kDone;
-        case RunOptions::Task::kCompare: return Compare(options.files);
         case RunOptions::Task::kRun: break;
     }
     return Run(options);
