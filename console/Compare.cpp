@@ -160,9 +160,9 @@ private:
     std::vector<std::string> fGiven;
 };
 
-std::vector<MeasuredMachine> Read(const std::string& path)
+std::vector<MeasuredMachine> Read(const std::vector<std::string>& paths)
 {
-    auto read = ReadMachines(path);
+    auto read = ReadMachines(paths);
     if (const auto* message = std::get_if<std::string>(&read))
         Refuse(*message);
     return std::move(std::get<std::vector<MeasuredMachine>>(read));
@@ -182,12 +182,9 @@ bool IsSameFile(const std::string& a, const std::string& b)
 ComparedMachines ReadAll(const CompareOptions& options)
 {
     ComparedMachines compared;
-    for (const std::string& file : options.files) {
-        for (MeasuredMachine& machine : Read(file))
-            compared.machines.push_back(std::move(machine));
-    }
+    compared.machines = Read(options.files);
     if (!options.baseline.empty()) {
-        std::vector<MeasuredMachine> baseline = Read(options.baseline);
+        std::vector<MeasuredMachine> baseline = Read({ options.baseline });
         if (baseline.size() != 1) {
             Refuse("<" + options.baseline + "> holds " + std::to_string(baseline.size())
                 + " machines, and only one can be the baseline");

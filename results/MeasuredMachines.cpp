@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -15,7 +16,11 @@
 #include <iterator>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <sys/stat.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -27,8 +32,14 @@ typedef std::vector<MeasuredMachine> Machines;
 constexpr size_t kMostBytes = 32 << 20; // of a file
 constexpr int kArchivesWithin = 2; // the window packs a tar into a zip
 
+constexpr char kStandardInput[] = "standard input";
+
 struct Refusal {
     std::string line;
+};
+
+struct CloseFile {
+    void operator()(FILE* file) const { fclose(file); }
 };
 
 // A file, wherever it was read from.
@@ -38,6 +49,7 @@ struct Source {
     std::time_t modified = 0;
     bool mustHold = true; // is an error if it holds no machine
     bool isNamed = true; // by the user: may be a link or a pipe
+    bool isInput = false; // the standard input
 };
 
 [[noreturn]] void Refuse(const std::string& path, const std::string& what)
@@ -155,13 +167,15 @@ void AddFile(const Source& source, Machines& machines)
 {
     // What was a file when its folder was listed may be a link or a pipe by now.
     const int careful = source.isNamed ? 0 : O_NOFOLLOW | O_NONBLOCK;
-    const int descriptor = open(source.path.c_str(), O_RDONLY | O_CLOEXEC | careful);
-    const std::unique_ptr<FILE, int (*)(FILE*)> file(fdopen(descriptor, "r"), fclose);
+    const int descriptor = source.isInput
+        ? dup(STDIN_FILENO)
+        : open(source.path.c_str(), O_RDONLY | O_CLOEXEC | careful);
+    const std::unique_ptr<FILE, CloseFile> file(fdopen(descriptor, "r"));
     struct stat status { };
-    if (!file || fstat(fileno(file.get()), &status) != 0)
+    if (!file || fstat(descriptor, &status) != 0)
         RefuseUnread(source.path, strerror(errno));
     Source dated = source;
-    dated.modified = status.st_mtime;
+    dated.modified = source.isInput ? 0 : status.st_mtime;
     AddContents(ReadAll(file.get(), source.path), dated, kArchivesWithin, machines);
 }
 
@@ -182,30 +196,103 @@ std::vector<std::string> FilesBelow(const std::string& folder)
     return files;
 }
 
-void AddFolder(const std::string& folder, Machines& machines)
+void AppendFolder(const std::string& folder, std::vector<Source>& sources)
 {
     try {
         for (const std::string& path : FilesBelow(folder))
-            AddFile({ path, LastPart(path), 0, IsCalledSo(path), false }, machines);
+            sources.push_back({ path, LastPart(path), 0, IsCalledSo(path), false });
     } catch (const fs::filesystem_error& error) {
         const std::string& where = error.path1().native();
         RefuseUnread(where.empty() ? folder : where, error.code().message());
     }
 }
 
-void AddAny(const std::string& path, Machines& machines)
+// Takes what is at path as one of the sources, of a folder all of its files.
+void AppendSources(const std::string& path, std::vector<Source>& sources)
 {
     std::error_code none;
-    if (path == "-") {
-        const Source source { "standard input", "standard input" };
-        AddContents(ReadAll(stdin, source.path), source, kArchivesWithin, machines);
-    } else if (fs::is_directory(path, none)) {
-        AddFolder(path, machines);
-    } else {
-        AddFile({ path, LastPart(path) }, machines);
+    if (path == "-")
+        sources.push_back({ kStandardInput, kStandardInput, 0, true, true, true });
+    else if (fs::is_directory(path, none))
+        AppendFolder(path, sources);
+    else
+        sources.push_back({ path, LastPart(path) });
+}
+
+// Reads sources side by side, as thousands of runs are hundreds of megabytes of text.
+class SideBySide {
+public:
+    explicit SideBySide(const std::vector<Source>& sources)
+        : fSources(sources), fRead(sources.size()), fFirstBad(sources.size())
+    {
+        std::vector<std::jthread> helpers;
+        try {
+            for (size_t i = 1; i < HelpersFor(sources.size()); i++)
+                helpers.emplace_back([this] { Work(); });
+        } catch (const std::system_error&) { // then there are fewer
+        }
+        Work();
     }
-    if (machines.empty())
-        Refuse(path, "holds no results");
+
+    // Of each source. Throws what is wrong with the first bad one.
+    std::vector<Machines> Take()
+    {
+        if (fFirstBad < fSources.size())
+            throw Refusal { fWhy };
+        return std::move(fRead);
+    }
+
+private:
+    static size_t HelpersFor(size_t sources)
+    {
+        constexpr size_t kSourcesEach = 8; // fewer are read before a thread is made
+        return std::min<size_t>(std::thread::hardware_concurrency(), sources / kSourcesEach);
+    }
+
+    // In order, so that all before a bad one are looked at: which one is told is no matter of luck.
+    void Work()
+    {
+        for (size_t i = fNext++; i < fSources.size() && i < fFirstBad; i = fNext++) {
+            try {
+                AddFile(fSources[i], fRead[i]);
+            } catch (const Refusal& refusal) {
+                const std::lock_guard lock(fLock);
+                if (i < fFirstBad) {
+                    fFirstBad = i;
+                    fWhy = refusal.line;
+                }
+            }
+        }
+    }
+
+    const std::vector<Source>& fSources;
+    std::vector<Machines> fRead;
+    std::atomic<size_t> fNext = 0;
+    std::atomic<size_t> fFirstBad;
+    std::mutex fLock; // leaf
+    std::string fWhy; // of the first bad one; under the lock while there are helpers
+};
+
+// The machines of all paths, in their order.
+Machines ReadAllOf(const std::vector<std::string>& paths)
+{
+    std::vector<Source> sources;
+    std::vector<size_t> ends; // of each path's sources
+    for (const std::string& path : paths) {
+        AppendSources(path, sources);
+        ends.push_back(sources.size());
+    }
+    std::vector<Machines> read = SideBySide(sources).Take();
+    Machines machines;
+    size_t next = 0;
+    for (size_t i = 0; i < paths.size(); i++) {
+        const size_t before = machines.size();
+        for (; next < ends[i]; next++)
+            std::move(read[next].begin(), read[next].end(), std::back_inserter(machines));
+        if (machines.size() == before)
+            Refuse(paths[i], "holds no results");
+    }
+    return machines;
 }
 
 // What may tell machines of equal description apart, the shortest first.
@@ -251,12 +338,11 @@ void NameEquals(Equals machines)
 
 } // namespace
 
-std::variant<std::vector<MeasuredMachine>, std::string> ReadMachines(const std::string& path)
+std::variant<std::vector<MeasuredMachine>, std::string> ReadMachines(
+    const std::vector<std::string>& paths)
 {
     try {
-        Machines machines;
-        AddAny(path, machines);
-        return machines;
+        return ReadAllOf(paths);
     } catch (const Refusal& refusal) {
         return refusal.line;
     }

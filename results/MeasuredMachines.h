@@ -18,7 +18,8 @@ struct MeasuredMachine {
     std::string name; // see NameMachines()
 };
 
-// The machines of a file, in its order; "-" is the standard input. Each is told by its contents:
+// The machines of all files, in their order; "-" is the standard input. Each file is told by its
+// contents:
 //
 //     results file     strictly, see RunsFromResults()
 //     JSON             see RunFromJson()
@@ -29,10 +30,11 @@ struct MeasuredMachine {
 //                      and files that are none of these, unless they are called so: .results,
 //                      .json, .zip, .tar, .tgz and .gz.
 //
-// Never an empty list: what holds no machine, and what is damaged, over 32 MB or cannot be read is
-// one line without its end that names the file in angle brackets. Nothing is written anywhere.
+// Each path gives one machine at least. The first that holds none, or a file that is damaged, over
+// 32 MB or cannot be read, is one line without its end that names the file in angle brackets.
+// Nothing is written anywhere. Several threads read where there are many files.
 [[nodiscard]] std::variant<std::vector<MeasuredMachine>, std::string> ReadMachines(
-    const std::string& path);
+    const std::vector<std::string>& paths);
 
 // Gives each a name that no other has: its description or, where others have the same, the first of
 // label, file, date and path that no other of them has. What even so is one of several has its
