@@ -140,14 +140,18 @@ void AddContents(const std::string& bytes, const Source& source, int archives, M
 {
     if (bytes.size() > kMostBytes)
         Refuse(source.path, "has over 32 MB");
-    if (IsArchive(bytes) && archives > 0)
-        AddArchive(bytes, source, archives, machines);
-    else if (IsResultsText(bytes))
+    if (IsArchive(bytes)) {
+        if (archives > 0)
+            AddArchive(bytes, source, archives, machines);
+        else if (source.mustHold)
+            Refuse(source.path, "is an archive too deep in others");
+    } else if (IsResultsText(bytes)) {
         AddResults(bytes, source, machines);
-    else if (MayBeRun(bytes))
+    } else if (MayBeRun(bytes)) {
         AddJson(bytes, source, machines);
-    else if (source.mustHold)
+    } else if (source.mustHold) {
         Refuse(source.path, "is neither a results file nor JSON of a run, nor an archive of them");
+    }
 }
 
 // What more than a readable file has is not read.
@@ -170,7 +174,7 @@ void AddFile(const Source& source, Machines& machines)
     const int descriptor = source.isInput
         ? dup(STDIN_FILENO)
         : open(source.path.c_str(), O_RDONLY | O_CLOEXEC | careful);
-    const std::unique_ptr<FILE, CloseFile> file(fdopen(descriptor, "r"));
+    const std::unique_ptr<FILE, CloseFile> file(descriptor < 0 ? nullptr : fdopen(descriptor, "r"));
     struct stat status { };
     if (!file || fstat(descriptor, &status) != 0)
         RefuseUnread(source.path, strerror(errno));
