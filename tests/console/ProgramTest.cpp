@@ -89,7 +89,7 @@ TEST_F(TarvexRun, SaysWithStatusOneWhatCouldNotBePrintedOrStarted)
     } rows[] = {
         { "--help", ">/dev/full", full },
         { "--version", ">&-", closed },
-        { "--compare old", ">/dev/full", full },
+        { "--compare old old", ">/dev/full", full },
         { run, ">/dev/full", full },
         { run, "<&- >&-", closed },
 #ifndef __SANITIZE_THREAD__ // it has no place beside such a stack
@@ -110,7 +110,7 @@ TEST_F(TarvexRun, SaysWithStatusOneWhatCouldNotBePrintedOrStarted)
     EXPECT_FALSE(fs::exists(fFolder / "none"));
     EXPECT_EQ(
         Run("--compare 'none\x1b[2J'", "sh -c 'exec \"$1\" \"$2\" \"$(printf %b \"$3\")\"' sh"), 2);
-    EXPECT_EQ(Errors(), "tarvex-run: cannot read <none\\x1b[2J>\n");
+    EXPECT_EQ(Errors(), "tarvex-run: cannot read <none\\x1b[2J>: No such file or directory\n");
 }
 
 TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
