@@ -4,12 +4,23 @@
 
 #include <cstdio>
 #include <cstring>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
 
 // What the main window gives the run too.
 constexpr long kRunPriority = 20;
+
+// Twice a second: what a look takes, some microseconds, no test can show.
+constexpr timespec kLook { 0, 500000000 };
+
+// Of the result, which is printed only at the end.
+bool IsReaderGone()
+{
+    pollfd output { STDOUT_FILENO, 0, 0 };
+    return poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
+}
 
 constexpr int kSignals[] = { SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE };
 
@@ -34,45 +45,44 @@ StopSignals::~StopSignals()
 
 int32 StopSignals::Action()
 {
-    sigwait(&signals, &received);
-    return received;
-}
-
-bool StopSignals::PipeIsBroken()
-{
-    sigset_t pending;
-    sigemptyset(&pending);
-    sigpending(&pending);
-    return sigismember(&pending, SIGPIPE) == 1;
+    const bool watchesPipe = sigismember(&signals, SIGPIPE) == 1;
+    for (;;) {
+        const int signal = sigtimedwait(&signals, nullptr, &kLook);
+        if (signal > 0)
+            return signal;
+        if (watchesPipe && IsReaderGone())
+            return SIGPIPE;
+        snooze(0); // a kill point
+    }
 }
 
 RunLooper::RunLooper(RunOutcome& runOutcome)
-    : BLooper("run"), outcome(runOutcome), onTerminal(isatty(STDOUT_FILENO) == 1)
+    : BLooper("run"), outcome(runOutcome), onTerminal(isatty(STDERR_FILENO) == 1)
 {
 }
 
 void RunLooper::MessageReceived(BMessage* message)
 {
     const char* text = nullptr;
+    int32 left = -1;
     switch (message->what) {
         case 'BmkS':
+            message->FindInt32("left", &left);
             if (message->FindString("status", &text) == B_OK)
-                ShowStatus(text);
+                ShowStatus(text, left);
             break;
         case 'LThC': ThreadEnded(message); break;
         default: BLooper::MessageReceived(message);
     }
 }
 
-void RunLooper::ShowStatus(const char* text)
+void RunLooper::ShowStatus(const char* text, int32 left)
 {
-    // The cursor goes back to the line's start, so that a word on standard error replaces it too.
-    printf(onTerminal ? "\x1b[K%s\r" : "%s\n", text);
-    // Other errors are told at the end: the run has its results file yet to write.
-    if (fflush(stdout) == 0 || !StopSignals::PipeIsBroken())
-        return;
-    outcome.signal = SIGPIPE;
-    Quit(); // deletes this and does not return
+    char time[32] = "";
+    if (left >= 0)
+        snprintf(time, sizeof time, ", %d:%02d left", int(left / 60), int(left % 60));
+    // The cursor goes back to the line's start, so that a word on standard output replaces it too.
+    fprintf(stderr, onTerminal ? "\x1b[K%s%s\r" : "%s%s\n", text, time);
 }
 
 void RunLooper::ThreadEnded(BMessage* message)
@@ -86,7 +96,7 @@ void RunLooper::ThreadEnded(BMessage* message)
     else
         outcome.finished = true;
     if (onTerminal)
-        printf("\x1b[K");
+        fprintf(stderr, "\x1b[K");
     Quit(); // deletes this and does not return
 }
 

@@ -9,9 +9,10 @@
 
 #include <csignal>
 
-// Waits for the first of SIGINT, SIGTERM, SIGHUP, SIGQUIT and SIGPIPE. It arrives as this thread's
-// 'LThC', with the signal's number as "status". A thread of its own, so that nothing need be polled
-// while a test is timed. What the program was started to ignore (nohup) stays ignored.
+// Waits for the first of SIGINT, SIGTERM, SIGHUP, SIGQUIT and SIGPIPE, or until standard output is
+// a pipe that nobody reads any more, which counts as SIGPIPE. It arrives as this thread's 'LThC',
+// with the signal's number as "status". What the program was started to ignore (nohup) stays
+// ignored.
 class StopSignals : public LibThread {
 public:
     // Keeps the signals from this thread and all that it starts; so before any other thread.
@@ -20,13 +21,8 @@ public:
 
     int32 Action() override;
 
-    // Whether the calling thread has just written into a pipe that nobody reads any more: that
-    // signal is for the thread alone.
-    [[nodiscard]] static bool PipeIsBroken();
-
 private:
     sigset_t signals;
-    int received = 0;
 };
 
 // How a run ended.
@@ -36,9 +32,10 @@ struct RunOutcome {
     const char* notStarted = nullptr; // the thread that could not be made, so that nothing was run
 };
 
-// Shows the status texts on standard output: on a terminal one line that is rewritten, else a line
-// each. Quits, and with it ends its thread, at the first 'LThC'; outcome, which must outlive the
-// looper, holds then which thread it was from: the benchmark or the wait for signals.
+// Shows the status texts and the time left on standard error: on a terminal one line that is
+// rewritten, else a line each. Quits, and with it ends its thread, at the first 'LThC'; outcome,
+// which must outlive the looper, holds then which thread it was from: the benchmark or the wait for
+// signals.
 class RunLooper : public BLooper {
 public:
     static constexpr char kBenchmarkThread[] = "benchmark";
@@ -49,7 +46,7 @@ public:
     void MessageReceived(BMessage* message) override;
 
 private:
-    void ShowStatus(const char* text);
+    void ShowStatus(const char* text, int32 left);
     void ThreadEnded(BMessage* message);
 
     RunOutcome& outcome;

@@ -2,6 +2,7 @@
 
 #include "engine/Probe.h"
 
+#include <MachineRun.h>
 #include <Message.h>
 
 #include <algorithm>
@@ -46,18 +47,6 @@ int32 Sitting::Action()
     return 0;
 }
 
-void Sitting::UseProcessors(int32 wanted)
-{
-    // From the last one on, as these are the first that a run gives up.
-    for (int32 processor = results.nbrCpus - 1; processor >= wanted; processor--)
-        _kset_cpu_state_(processor, 0);
-    for (int32 processor = 1; processor < std::min(wanted, results.nbrCpus); processor++)
-        _kset_cpu_state_(processor, 1);
-    if (wanted < results.nbrCpus)
-        snooze(kSettleMicros);
-    cpu = wanted - 1;
-}
-
 void Sitting::RunPass()
 {
     bool isDone = true;
@@ -66,6 +55,9 @@ void Sitting::RunPass()
     if (isDone)
         return;
     UseProcessors(count);
+    if (count < results.nbrCpus)
+        snooze(kSettleMicros);
+    cpu = count - 1;
     if (onPass)
         onPass(count, true);
     // With one span a test there is nothing to be steady for: each is measured as it comes.

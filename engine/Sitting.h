@@ -38,7 +38,6 @@ private:
     // needs more.
     [[nodiscard]] bool Lacks(const TestType& test, int32 spans) const;
     [[nodiscard]] bool LacksAny(int32 group, int32 spans) const;
-    void UseProcessors(int32 count);
     void RunPass();
     // Returns whether there was anything to do.
     bool RunRound();

@@ -4,6 +4,7 @@
 #include <Font.h>
 #include <View.h>
 
+#include "results/ComparisonChart.h"
 #include "results/Results.h"
 
 namespace {
@@ -32,7 +33,7 @@ constexpr std::array<uint8, 256> Picture(const char (&letters)[257])
     return pixels;
 }
 
-constexpr float kRowHeight = 17;
+constexpr float kRowHeight = ComparisonChart::kRowHeight;
 constexpr float kDevicesTop = 10;
 constexpr float kDeviceHeight = 13;
 
@@ -167,14 +168,14 @@ void Results::Draw(BView* view, BRect update, const float& left, const float& sc
 
 void Results::DrawLabel(BView* view, float left, float y, bool selected)
 {
-    constexpr float kTextX = 21;
     BFont font;
     view->GetFont(&font);
     LibString text(description);
     BRect extent;
-    text.Truncate(font, static_cast<int>(left - kTextX), extent); // the bars begin there
+    text.Truncate(
+        font, static_cast<int>(left - ComparisonChart::kNamesX), extent); // the bars begin there
     view->SetHighColor(selected ? kBlue : kBlack);
-    view->DrawString(text, BPoint(kTextX, y + 12));
+    view->DrawString(text, BPoint(ComparisonChart::kNamesX, y + 12));
     view->DrawBitmap(icon.get(), frame);
 }
 

@@ -57,6 +57,7 @@ struct Figures {
 
 // What was asked for.
 struct RunPlan {
+    std::vector<std::string> groups; // their keys
     // Of processors, in the order of the passes; empty: from all down to one.
     std::vector<int32> counts;
     int32 repeats = 1; // 1 to 100 spans for each test and count

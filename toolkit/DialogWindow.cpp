@@ -1,11 +1,61 @@
 #include "toolkit/DialogWindow.h"
 
-#include "toolkit/ButtonRow.h"
-
 #include <Button.h>
+#include <Font.h>
+#include <Message.h>
 #include <View.h>
 
 #include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr float kMargin = 10;
+constexpr float kGap = 10;
+constexpr float kSmallestWidth = 75;
+constexpr float kLabelMargins = 30;
+constexpr float kButtonHeight = 26;
+
+} // namespace
+
+ButtonRow::ButtonRow() : BView(BRect(), "buttons", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM, 0)
+{
+    SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+}
+
+BButton* ButtonRow::AddButton(const char* name, const char* label, uint32 what)
+{
+    BButton* button =
+        new BButton(BRect(), name, label, new BMessage(what), B_FOLLOW_RIGHT | B_FOLLOW_TOP);
+    AddChild(button);
+    buttons.push_back(button);
+    const float labelWidth = std::ceil(be_plain_font->StringWidth(label));
+    buttonWidth = std::max({ buttonWidth, kSmallestWidth, labelWidth + kLabelMargins });
+    return button;
+}
+
+void ButtonRow::Arrange(BRect frame)
+{
+    MoveTo(frame.LeftTop());
+    ResizeTo(frame.Width(), frame.Height());
+    float right = frame.Width() - kMargin;
+    const float top = std::floor((frame.Height() - kButtonHeight) / 2);
+    for (auto button = buttons.rbegin(); button != buttons.rend(); ++button) {
+        (*button)->MoveTo(right - buttonWidth, top);
+        (*button)->ResizeTo(buttonWidth, kButtonHeight);
+        right -= buttonWidth + kGap;
+    }
+}
+
+float ButtonRow::RowHeight() const
+{
+    return kButtonHeight + 2 * kMargin;
+}
+
+float ButtonRow::RowWidth() const
+{
+    return float(buttons.size()) * (buttonWidth + kGap) - kGap + 2 * kMargin;
+}
 
 DialogWindow::DialogWindow(BRect frame, const char* name, const char* title, uint32 flags)
     : LibWindow(frame, title, B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, flags),

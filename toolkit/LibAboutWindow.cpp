@@ -1,12 +1,88 @@
 #include "toolkit/LibAboutWindow.h"
 
 #include "foundation/LibAppInfo.h"
+#include "foundation/LibDate.h"
+#include "foundation/LibString.h"
 #include "toolkit/LibAboutView.h"
+#include "toolkit/LibWindow.h"
+#include "toolkit/Maker.h"
+#include "toolkit/WebLinkStringView.h"
 
 #include <Autolock.h>
 #include <Looper.h>
+#include <StringView.h>
 
 #include <algorithm>
+
+namespace {
+
+constexpr rgb_color kMakerColor = { 0, 99, 0, 255 };
+
+} // namespace
+
+LibAboutView::LibAboutView(BRect frame)
+    : BView(frame, "about_view", B_FOLLOW_ALL_SIDES, B_WILL_DRAW)
+{
+    SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    appName = AddLine("app_name", 10, 45, 36);
+    version = AddLine("version", 45, 60, 12);
+    releaseDate = AddLine("rel_date", 60, 75, 12);
+
+    company = AddLine("company", 77, 117, 36);
+    BFont bold(be_bold_font);
+    bold.SetSize(36);
+    company->SetFont(&bold);
+    company->SetHighColor(LibOnPanel(kMakerColor));
+    company->SetText(kMakerName);
+
+    const BRect link(20, 115, frame.Width() - 20, 130);
+    WebLinkStringView* url = new WebLinkStringView(link, "url", kMakerPage, kMakerPage);
+    url->SetAlignment(B_ALIGN_CENTER);
+    url->SetViewColor(ViewColor());
+    AddChild(url);
+
+    LibString notice;
+    notice.Formatted("\u00a9 %d %s", LibDate(true, true).GetYear(), kMakerName);
+    AddLine("copyright", 135, 150, 12)->SetText(notice);
+}
+
+BStringView* LibAboutView::AddLine(const char* name, float top, float bottom, float size)
+{
+    const BRect frame(10, top, Frame().Width() - 10, bottom);
+    BStringView* line = new BStringView(frame, name, "", B_FOLLOW_H_CENTER, B_WILL_DRAW);
+    line->SetFontSize(size);
+    line->SetAlignment(B_ALIGN_CENTER);
+    line->SetViewColor(ViewColor());
+    AddChild(line);
+    return line;
+}
+
+void LibAboutView::SetAppName(const char* name)
+{
+    appName->SetText(name);
+}
+
+void LibAboutView::SetVersion(const char* number)
+{
+    LibString text;
+    text.Formatted("Version: %s", number);
+    version->SetText(text);
+}
+
+void LibAboutView::SetReleaseDate(const char* date)
+{
+    LibString text;
+    text.Formatted("%s: %s", "Released", date);
+    releaseDate->SetText(text);
+}
+
+float LibAboutView::WidestString() const
+{
+    float widest = 0;
+    for (const BStringView* line : { appName, version, releaseDate, company })
+        widest = std::max(widest, line->StringWidth(line->Text()));
+    return widest;
+}
 
 LibAboutWindow::LibAboutWindow(BLooper* looper, const char* appName, const char* releaseDate)
     : LibWindow(BRect(100, 50, 430, 225), "", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
@@ -37,6 +113,6 @@ void LibAboutWindow::UpdateWorkspace(const long& workspaces)
 
 bool LibAboutWindow::QuitRequested()
 {
-    target->PostMessage('ABTQ');
+    target->PostMessage('ABTQ', nullptr, this);
     return true;
 }

@@ -3,27 +3,12 @@
 #include "toolkit/LibAboutWindow.h"
 #include "toolkit/LibTargetLock.h"
 
-#include <Autolock.h>
-#include <Message.h>
-#include <Window.h>
-
-namespace {
-
-// False if the window is not there any more.
-bool BringToFront(const BMessenger& target)
-{
-    const LibTargetLock lock(target);
-    if (lock.IsLocked())
-        static_cast<BWindow*>(lock.Looper())->Activate();
-    return lock.IsLocked();
-}
-
-} // namespace
-
 LibApp::LibApp(const char* signature, const char* appName, const char* date, const char* helpText)
     : LibInterfaceApp(signature, helpText), name(appName), buildDate(date)
 {
 }
+
+LibApp::~LibApp() = default;
 
 void LibApp::ReadyToRun()
 {
@@ -49,31 +34,16 @@ void LibApp::ShowMainWindow()
 
 void LibApp::ShowAbout()
 {
-    if (BringToFront(aboutTarget))
-        return;
-    auto* window = new LibAboutWindow(this, AppName(), BuildDate());
-    aboutTarget = BMessenger(window);
-    window->Show();
-}
-
-void LibApp::ShowSystem()
-{
-    if (BringToFront(systemTarget))
-        return;
-    BWindow* window = MakeSystemWindow();
-    if (!window)
-        return;
-    systemTarget = BMessenger(window);
-    window->Show();
+    about.Show([this] { return new LibAboutWindow(this, AppName(), BuildDate()); });
 }
 
 void LibApp::MessageReceived(BMessage* message)
 {
     switch (message->what) {
         case 'sabt': ShowAbout(); break;
-        case 'ssys': ShowSystem(); break;
-        case 'ABTQ': aboutTarget = BMessenger(); break;
-        case 'SYSQ': systemTarget = BMessenger(); break;
+        case 'ssys': system.Show([this] { return MakeSystemWindow(); }); break;
+        case 'ABTQ': about.Closed(*message); break;
+        case 'SYSQ': system.Closed(*message); break;
         default: LibInterfaceApp::MessageReceived(message); break;
     }
 }

@@ -3,18 +3,18 @@
 
 #include "foundation/LibString.h"
 #include "toolkit/LibInterfaceApp.h"
-
-#include <Messenger.h>
+#include "toolkit/OwnedWindow.h"
 
 #include <atomic>
 
-class BWindow;
+class LibAboutWindow;
 
 class LibApp : public LibInterfaceApp {
 public:
     // helpText: as LibInterfaceApp's.
     LibApp(const char* signature, const char* name, const char* buildDate,
         const char* helpText = nullptr);
+    ~LibApp() override;
 
     // Makes the main window where there is none, and returns it: a window whose thread runs.
     virtual BWindow* Window() = 0;
@@ -38,17 +38,16 @@ public:
     const char* BuildDate() const { return buildDate; }
 
 protected:
-    // A new system window that tells this application by 'SYSQ' when it closes; null: none.
-    virtual BWindow* MakeSystemWindow() { return nullptr; }
+    // A new system window that tells this application by 'SYSQ' when it closes; see OwnedWindow.
+    virtual BWindow* MakeSystemWindow() = 0;
 
 private:
     void ShowAbout();
-    void ShowSystem();
 
     LibString name;
     LibString buildDate;
-    BMessenger aboutTarget; // know whether their windows are still there
-    BMessenger systemTarget;
+    OwnedWindow<LibAboutWindow> about;
+    OwnedWindow<BWindow> system;
     bool ready = false;
     bool shown = false;
     std::atomic<bool> quitting = false; // windows ask from their own threads

@@ -129,6 +129,7 @@ void LibColorChooser::Pick(rgb_color color)
 
 bool LibColorChooser::QuitRequested()
 {
-    target->PostMessage('ColC');
+    // Not gone yet: the target still asks for the colour.
+    target->PostMessage('ColC', nullptr, this);
     return false;
 }

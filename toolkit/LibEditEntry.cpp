@@ -1,6 +1,8 @@
 #include "toolkit/LibEditEntry.h"
 
+#include <Font.h>
 #include <Message.h>
+#include <StringView.h>
 #include <TextView.h>
 
 #include <cstring>
@@ -76,4 +78,29 @@ const std::string* LibEditEntry::NameFor(const std::string& beginning) const
             return &name;
     }
     return nullptr;
+}
+
+LibLabelFrame::LibLabelFrame(
+    BRect frame, const char* label, float labelWidth, float inset, BView* content)
+    : BView(frame, nullptr, B_FOLLOW_LEFT | B_FOLLOW_TOP, 0)
+{
+    BRect place = Bounds();
+    place.right = labelWidth - 1;
+    auto* title = new BStringView(place, nullptr, label);
+    BFont font;
+    content->GetFont(&font);
+    title->SetFont(&font);
+    AddChild(title);
+    place = Bounds();
+    place.left = labelWidth;
+    place.InsetBy(inset, inset);
+    content->MoveTo(place.LeftTop());
+    content->ResizeTo(place.Width(), place.Height());
+    AddChild(content);
+}
+
+void LibLabelFrame::AttachedToWindow()
+{
+    if (Parent())
+        SetViewColor(Parent()->ViewColor());
 }

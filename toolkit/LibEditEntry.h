@@ -2,11 +2,12 @@
 // begins so behind it, selected: typing on replaces that, Right or End keeps it.
 #pragma once
 
+#include <TextControl.h>
+#include <View.h>
+
 #include <memory>
 #include <string>
 #include <vector>
-
-#include <TextControl.h>
 
 class LibEditEntry : public BTextControl {
 public:
@@ -28,4 +29,14 @@ private:
 
     std::string best;
     std::shared_ptr<const Names> others;
+};
+
+// A label in front of a view.
+class LibLabelFrame : public BView {
+public:
+    // content, which the frame owns, stands right of the label, with this room around it. The label
+    // has its font.
+    LibLabelFrame(BRect frame, const char* label, float labelWidth, float inset, BView* content);
+
+    void AttachedToWindow() override; // takes the parent's view colour
 };

@@ -4,12 +4,18 @@
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
 #include "foundation/xmlParser.h"
+#include "toolkit/LibTargetLock.h"
 
+#include <Autolock.h>
+#include <Messenger.h>
 #include <TypeConstants.h>
+#include <View.h>
+#include <Window.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -44,6 +50,21 @@ LibString TemporaryPath()
     BPath path;
     LibUniqueName(path, "help");
     return path.Path();
+}
+
+// Never held while a window is locked. Never destroyed: windows may outlive static objects.
+BLocker& gLock = *new BLocker;
+const LibHelp* gHelp GUARDED_BY(gLock) = nullptr;
+bool gShow GUARDED_BY(gLock) = true;
+std::vector<BMessenger> gWindows GUARDED_BY(gLock);
+
+void Apply(BView* view, const LibHelp& help, bool show)
+{
+    const char* name = view->Name();
+    if (const char* tip = name ? help.TipFor(name) : nullptr)
+        view->SetToolTip(show ? tip : nullptr);
+    for (int32 i = 0; i < view->CountChildren(); i++)
+        Apply(view->ChildAt(i), help, show);
 }
 
 } // namespace
@@ -146,4 +167,41 @@ const char* LibHelp::TipFor(const char* name) const
 {
     const auto tip = Find(tips, name);
     return tip != tips.end() ? tip->text.operator const char*() : nullptr;
+}
+
+void LibSetToolTips(const LibHelp* help)
+{
+    const BAutolock lock(gLock);
+    gHelp = help;
+}
+
+void LibApplyToolTips(BWindow* window)
+{
+    const LibHelp* help = nullptr;
+    bool show = false;
+    {
+        const BAutolock lock(gLock);
+        help = gHelp;
+        show = gShow;
+    }
+    for (int32 i = 0; help && i < window->CountChildren(); i++)
+        Apply(window->ChildAt(i), *help, show);
+    const BAutolock lock(gLock);
+    std::erase_if(gWindows, [](const BMessenger& known) { return !known.IsValid(); });
+    gWindows.push_back(BMessenger(window));
+}
+
+void LibShowToolTips(bool show)
+{
+    std::vector<BMessenger> windows;
+    {
+        const BAutolock lock(gLock);
+        gShow = show;
+        windows.swap(gWindows);
+    }
+    for (const BMessenger& target : windows) {
+        const LibTargetLock lock(target);
+        if (lock.IsLocked())
+            LibApplyToolTips(static_cast<BWindow*>(lock.Looper()));
+    }
 }

@@ -22,6 +22,7 @@ LibHelpWindow::LibHelpWindow(const LibHelp& shown)
 {
     SetName("LibHelpWindow");
     CloseOnEscape();
+    HideOnClose();
     SetSizeLimits(360, 4000, 160, 4000);
     BView* background = new BView(Bounds(), "bgview", B_FOLLOW_ALL_SIDES, 0);
     background->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
@@ -67,9 +68,6 @@ void LibHelpWindow::ShowTopic(int32 index)
     topics->Select(index);
     topics->ScrollToSelection();
     TopicSelected();
-    if (IsHidden())
-        Show();
-    Activate();
 }
 
 void LibHelpWindow::TopicSelected()
@@ -83,29 +81,10 @@ void LibHelpWindow::TopicSelected()
     text->SetText(shown);
 }
 
-void LibHelpWindow::Close()
-{
-    if (!IsHidden())
-        Hide();
-}
-
 void LibHelpWindow::MessageReceived(BMessage* message)
 {
     if (message->what == kMsgTopic)
         TopicSelected();
     else
         LibWindow::MessageReceived(message);
-}
-
-void LibHelpWindow::DispatchMessage(BMessage* message, BHandler* target)
-{
-    if (message->what == B_QUIT_REQUESTED && target == this)
-        Close();
-    else
-        LibWindow::DispatchMessage(message, target);
-}
-
-bool LibHelpWindow::QuitRequested()
-{
-    return true;
 }

@@ -13,18 +13,16 @@ public:
     explicit LibHelpWindow(const LibHelp& help); // hidden; help must live as long
     ~LibHelpWindow() override;
 
-    // Shows a topic by its index, which must be one of the help's, in front of other windows.
+    // Selects a topic by its index, which must be one of the help's. The window must be locked, or
+    // not shown yet.
     void ShowTopic(int32 index);
 
     void MessageReceived(BMessage* message) override;
-    void DispatchMessage(BMessage* message, BHandler* target) override;
-    bool QuitRequested() override;
 
 private:
     void AddTopics(BRect frame);
     void AddText(BRect frame);
     void TopicSelected();
-    void Close();
 
     const LibHelp& help;
     BListView* topics = nullptr;

@@ -1,8 +1,7 @@
 #include "toolkit/LibInterfaceApp.h"
 
+#include "toolkit/LibHelp.h"
 #include "toolkit/LibHelpWindow.h"
-#include "toolkit/LibTargetLock.h"
-#include "toolkit/LibToolTips.h"
 
 #include <Message.h>
 
@@ -85,13 +84,10 @@ void LibInterfaceApp::ShowTopic(int32 index)
 {
     if (help.CountTopics() == 0)
         return;
-    if (!helpTarget.IsValid()) {
-        helpWindow = new LibHelpWindow(help);
-        helpTarget = BMessenger(helpWindow);
-    }
-    const LibTargetLock lock(helpTarget);
-    if (lock.IsLocked())
-        helpWindow->ShowTopic(index);
+    // Before it is shown: the first topic would be seen for a moment.
+    helpWindow.Make([this] { return new LibHelpWindow(help); });
+    helpWindow.With([index](LibHelpWindow& window) { window.ShowTopic(index); });
+    helpWindow.Front();
 }
 
 void LibInterfaceApp::SwitchTips(const BMessage& request)

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "toolkit/LibHelp.h"
+#include "toolkit/OwnedWindow.h"
 
 #include <Application.h>
-#include <Messenger.h>
 
 class LibHelpWindow;
 
@@ -42,6 +42,5 @@ private:
     bool hasOwnHelp = false; // it was read
     bool hasHelp = false; // and so were the files that were added
     bool showsTips = true;
-    LibHelpWindow* helpWindow = nullptr;
-    BMessenger helpTarget; // knows whether the window is still there
+    OwnedWindow<LibHelpWindow> helpWindow; // shows help
 };

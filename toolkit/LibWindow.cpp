@@ -1,12 +1,15 @@
 #include "toolkit/LibWindow.h"
 
-#include "toolkit/LibToolTips.h"
+#include "toolkit/LibHelp.h"
 
 #include <Application.h>
 #include <Autolock.h>
+#include <InterfaceDefs.h>
 #include <Message.h>
 #include <Screen.h>
 #include <View.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -77,6 +80,12 @@ void LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
         if (IsHelpKey(*message))
             return AskForHelp();
     }
+    // Not by QuitRequested(): the application asks that when it quits, and must get a yes.
+    if (message->what == B_QUIT_REQUESTED && handler == this && closeHides) {
+        if (!IsHidden())
+            Hide();
+        return;
+    }
     BWindow::DispatchMessage(message, handler);
 }
 
@@ -125,4 +134,15 @@ void LibWindow::KeepMainFrame()
     const BRect frame = Frame();
     const BAutolock lock(gLock);
     gMainFrame = frame;
+}
+
+rgb_color LibOnPanel(rgb_color color)
+{
+    constexpr int kDark = 3 * 128;
+    constexpr int kBrighter = 110;
+    const rgb_color panel = ui_color(B_PANEL_BACKGROUND_COLOR);
+    if (panel.red + panel.green + panel.blue >= kDark)
+        return color;
+    const auto brighter = [](uint8 part) { return uint8(std::min(part + kBrighter, 255)); };
+    return { brighter(color.red), brighter(color.green), brighter(color.blue), color.alpha };
 }

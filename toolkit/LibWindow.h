@@ -3,6 +3,7 @@
 
 #include "toolkit/WindowPlacement.h"
 
+#include <GraphicsDefs.h>
 #include <Window.h>
 
 // The frame, moved onto the main screen if it does not lie there.
@@ -31,6 +32,8 @@ protected:
     void SetMainWindow();
     // From here on Escape closes this window as its close box does.
     void CloseOnEscape() { escapeCloses = true; }
+    // From here on closing this window only hides it; the application or its owner quits it.
+    void HideOnClose() { closeHides = true; }
 
 private:
     void KeepMainFrame();
@@ -38,5 +41,10 @@ private:
 
     bool mainWindow = false;
     bool escapeCloses = false;
+    bool closeHides = false;
     bool hasToolTips = false;
 };
+
+// Colours of text on the windows' background, which the desktop chooses.
+// The colour, or where the background is dark one as much brighter as it takes to read it there.
+[[nodiscard]] rgb_color LibOnPanel(rgb_color color);

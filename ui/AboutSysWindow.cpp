@@ -111,6 +111,6 @@ AboutSysWindow::AboutSysWindow(BLooper* looper)
 
 bool AboutSysWindow::QuitRequested()
 {
-    target->PostMessage('SYSQ');
+    target->PostMessage('SYSQ', nullptr, this);
     return true;
 }

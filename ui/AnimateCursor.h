@@ -41,3 +41,9 @@ private:
     std::atomic<bool> running = false;
     thread_id thread = -1;
 };
+
+// The frames of the pointer during a run: a wheel with two dark quarters that turns by a fourth of
+// a quarter from frame to frame, so that the last is followed smoothly by the first.
+constexpr int32 kNbrBusyCursors = 4;
+
+extern const unsigned char kBusyCursors[kNbrBusyCursors][kCursorBytes];

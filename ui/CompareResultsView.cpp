@@ -2,22 +2,14 @@
 
 #include <algorithm>
 
-#include "results/TestCatalogue.h"
-#include "ui/CpuColor.h"
+#include "results/ComparisonChart.h"
 
 #include <ScrollBar.h>
 #include <Window.h>
 
 namespace {
 
-constexpr float kFontSize = 10;
-constexpr float kBarsX = 320;
-constexpr float kTitleBaseline = 10;
-constexpr float kTitleLineY = 14;
-constexpr float kFirstRowY = 19;
-constexpr float kRowHeight = 17; // of a machine that is not opened
-constexpr rgb_color kLabelledLine = { 128, 128, 128, 255 };
-constexpr rgb_color kPlainLine = { 216, 216, 216, 255 };
+constexpr float kRowHeight = ComparisonChart::kRowHeight;
 
 } // namespace
 
@@ -27,7 +19,7 @@ CompareResultsView::CompareResultsView(BRect frame, Comparison& shown)
 {
     SetViewColor(white_color);
     SetLowColor(white_color);
-    SetFontSize(kFontSize);
+    SetFontSize(ComparisonChart::kFontSize);
 }
 
 void CompareResultsView::CompareByRatio(const bool& ratio)
@@ -56,73 +48,17 @@ void CompareResultsView::Redraw()
 // The height of all rows, at least the view's own.
 float CompareResultsView::ChartHeight() const
 {
-    float height = kFirstRowY;
-    for (const Results& machine : comparison.machines)
-        height += machine.RowHeight();
-    return std::max(height, Bounds().Height());
+    return std::max(ComparisonChart(comparison).Height(), Bounds().Height());
 }
 
 void CompareResultsView::Draw(BRect update)
 {
-    SetHighColor(black_color);
-    DrawString("Configuration", BPoint(10, kTitleBaseline));
-    DrawGrid(update);
-    DrawCaption();
-    float y = kFirstRowY;
-    for (Results& machine : comparison.machines) {
-        machine.Draw(this, update, kBarsX, comparison.scale.maxScale, cpu_color, y,
-            &machine == comparison.selected, comparison.ratioBase);
-    }
+    ComparisonChart(comparison).Draw(this, update);
     if (!comparison.selected)
         return;
     LibString text("Selected: "); // beyond the edge, where nobody sees it: for a screen reader
     text.Concat(comparison.selected->description);
     DrawString(text, BPoint(Bounds().right + 1, 0));
-}
-
-// Lines reach over the update only: the whole chart's height may be more than a display can count.
-void CompareResultsView::DrawGrid(BRect update)
-{
-    const float right = Bounds().Width();
-    const float bottom = update.bottom;
-    SetHighColor(black_color);
-    StrokeLine(BPoint(0, kTitleLineY), BPoint(right, kTitleLineY));
-    StrokeLine(BPoint(kBarsX, std::max(0.0f, update.top)), BPoint(kBarsX, bottom));
-
-    const ChartScale& scale = comparison.scale;
-    float labelX = kBarsX;
-    float labelWidth = 0;
-    for (int64 value = scale.step; value < int64(scale.maxScale); value += scale.step) {
-        const float x = scale.XFor(double(value), kBarsX, right);
-        const bool isLabelled = x > labelX + 1.4f * labelWidth;
-        if (isLabelled) {
-            LibString label;
-            label.Formatted("%lld", static_cast<long long>(value));
-            labelX = x;
-            labelWidth = StringWidth(label);
-            SetHighColor(black_color);
-            DrawString(label, BPoint(x - labelWidth / 2, kTitleBaseline));
-        }
-        SetHighColor(isLabelled ? kLabelledLine : kPlainLine);
-        const float top = std::max(isLabelled ? kTitleLineY - 2 : kTitleLineY, update.top);
-        StrokeLine(BPoint(x, top), BPoint(x, bottom));
-    }
-}
-
-// What the bars show, in the first machine's unit.
-void CompareResultsView::DrawCaption()
-{
-    const Results* first = comparison.machines.First();
-    const Metric* metric = first ? first->Current() : nullptr;
-    if (!metric)
-        return;
-    LibString caption("( Percent )");
-    if (comparison.ratioBase <= 0) {
-        const char* units = metric->units;
-        caption.Formatted("( %s )", *units ? units : MetricUnits(metric->index));
-    }
-    SetHighColor(black_color);
-    DrawString(caption, BPoint(110, kTitleBaseline));
 }
 
 void CompareResultsView::MouseDown(BPoint where)

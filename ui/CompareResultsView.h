@@ -30,8 +30,6 @@ public:
 
 private:
     float ChartHeight() const;
-    void DrawGrid(BRect update);
-    void DrawCaption();
     void Scroll(float distance);
     void Select(Results* machine);
 

@@ -1,10 +1,9 @@
 #include "ui/CompareView.h"
 
 #include "foundation/LibString.h"
+#include "results/ComparisonChart.h"
 #include "toolkit/LibColorChooser.h"
-#include "ui/CpuColor.h"
 
-#include <Autolock.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -12,9 +11,9 @@
 namespace {
 
 constexpr float kFontSize = 10;
-constexpr float kEntryWidth = 66;
+constexpr float kEntryWidth = ComparisonChart::kLegendEntryWidth;
+constexpr float kEntryTop = 2;
 constexpr float kEntryGap = 10;
-constexpr float kSwatch = 14;
 
 } // namespace
 
@@ -27,6 +26,8 @@ CompareView::CompareView(BRect frame)
     SetLowColor(ui_color(B_PANEL_BACKGROUND_COLOR));
 }
 
+CompareView::~CompareView() = default;
+
 BRect CompareView::FrameOf(int32 index) const
 {
     const float left = float(index) * kEntryWidth;
@@ -37,19 +38,13 @@ void CompareView::Draw(BRect)
 {
     for (int32 i = 0; i < kNbrCpuColors; i++) {
         const BRect frame = FrameOf(i);
-        const BRect swatch(frame.left, 2, frame.left + kSwatch, 2 + kSwatch);
-        SetHighColor(cpu_color[i]);
-        FillRect(swatch);
-        SetHighColor(ui_color(B_PANEL_TEXT_COLOR));
-        StrokeRect(swatch);
-        LibString text;
-        text.Formatted("%d CPU", i + 1);
-        DrawString(text, BPoint(swatch.right + 5, swatch.bottom - 3));
+        const LibString text = ComparisonChart::DrawLegendEntry(
+            this, BPoint(frame.left, kEntryTop), i, ui_color(B_PANEL_TEXT_COLOR));
         if (!IsFocus() || i != cursor)
             continue;
         StrokeLine(frame.LeftBottom(), BPoint(frame.right - kEntryGap, frame.bottom));
         // Beyond the edge, where nobody sees it: for a screen reader.
-        DrawString(text, BPoint(Bounds().right + 1, swatch.bottom - 3));
+        DrawString(text, BPoint(Bounds().right + 1, kEntryTop + ComparisonChart::kLegendBaseline));
     }
 }
 
@@ -84,30 +79,28 @@ void CompareView::MoveCursor(int32 step)
 
 void CompareView::Choose(int32 index)
 {
-    CloseChooser();
-    chosen = cursor = index;
-    LibString title;
-    title.Formatted("Color of %d CPU", chosen + 1);
-    chooser = new LibColorChooser(Window(), title, cpu_color[chosen]);
-    chooser->SetPosition(kCentred);
-    chooser->Show();
+    chooser.End(); // it is for one colour
+    cursor = index;
+    chooser.Show([this, index] {
+        LibString title;
+        title.Formatted("Color of %d CPU", index + 1);
+        auto* window = new LibColorChooser(Window(), title, cpu_color[index]);
+        window->SetPosition(kCentred);
+        return window;
+    });
+    chosen = index;
 }
 
 void CompareView::CloseChooser()
 {
-    if (chooser && chooser->Lock())
-        chooser->Quit(); // which unlocks: so this is no block
-    chooser = nullptr;
-    chosen = -1;
+    chooser.End();
 }
 
-void CompareView::ChooserClosed()
+void CompareView::ChooserClosed(const BMessage& closing)
 {
-    {
-        const BAutolock lock(chooser);
-        if (lock.IsLocked() && chosen >= 0)
-            cpu_color[chosen] = chooser->Color();
-    }
+    if (!chooser.IsFrom(closing))
+        return;
+    chooser.With([this](LibColorChooser& window) { cpu_color[chosen] = window.Color(); });
     CloseChooser();
     Invalidate();
 }

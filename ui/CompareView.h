@@ -2,6 +2,10 @@
 // keys and Enter, opens the colour chooser for it.
 #pragma once
 
+#include "results/CpuColor.h"
+#include "toolkit/OwnedWindow.h"
+
+#include <GraphicsDefs.h>
 #include <View.h>
 
 class LibColorChooser;
@@ -10,9 +14,11 @@ class LibColorChooser;
 class CompareView : public BView {
 public:
     explicit CompareView(BRect frame); // gives the colours their first values
+    ~CompareView() override;
 
-    // Closes the chooser and takes its colour over.
-    void ChooserClosed();
+    // Takes the chooser's colour over and ends it, if the message says that it closes, and not one
+    // that was chosen from before.
+    void ChooserClosed(const BMessage& closing);
     // Closes the chooser, if one is open, without its colour: the window goes.
     void CloseChooser();
 
@@ -26,7 +32,7 @@ private:
     void MoveCursor(int32 step);
     void Choose(int32 index);
 
-    LibColorChooser* chooser = nullptr; // open
-    int32 chosen = -1; // the colour that it is for
+    OwnedWindow<LibColorChooser> chooser; // open
+    int32 chosen = 0; // the colour that it is for
     int32 cursor = 0; // the one that Enter chooses
 };

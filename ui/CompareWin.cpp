@@ -72,7 +72,8 @@ CompareWin::CompareWin(BLooper* looper, bool allowSave)
     ReadFromResource();
 }
 
-// The results window quits this one unasked when the program ends.
+// The results window quits this one unasked when the program ends; the chooser goes first, as its
+// owner goes with the views.
 CompareWin::~CompareWin()
 {
     legend->CloseChooser();
@@ -210,9 +211,9 @@ void CompareWin::RatioChanged()
     chart->Redraw();
 }
 
-void CompareWin::ChooserClosed()
+void CompareWin::ChooserClosed(const BMessage& closing)
 {
-    legend->ChooserClosed();
+    legend->ChooserClosed(closing);
     chart->Invalidate();
 }
 
@@ -226,7 +227,7 @@ void CompareWin::MessageReceived(BMessage* message)
         case kMsgTest: TestItemSelected(); break;
         case kMsgSave: SaveComparison(); break;
         case kMsgRatio: RatioChanged(); break;
-        case 'ColC': ChooserClosed(); break;
+        case 'ColC': ChooserClosed(*message); break;
         default: LibWindow::MessageReceived(message); break;
     }
 }
@@ -234,6 +235,6 @@ void CompareWin::MessageReceived(BMessage* message)
 bool CompareWin::QuitRequested()
 {
     legend->CloseChooser();
-    target->PostMessage('cmpq');
+    target->PostMessage('cmpq', nullptr, this);
     return false;
 }

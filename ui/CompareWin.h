@@ -48,7 +48,7 @@ private:
     void OfferTests(const Results& machine);
     void TestItemSelected();
     void RatioChanged();
-    void ChooserClosed();
+    void ChooserClosed(const BMessage& closing);
 
     BLooper* target;
     Comparison comparison;

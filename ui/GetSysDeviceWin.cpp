@@ -2,7 +2,6 @@
 
 #include "sysinfo/PciNameList.h"
 #include "toolkit/LibEditEntry.h"
-#include "toolkit/LibLabelFrame.h"
 
 #include <Box.h>
 #include <Message.h>
@@ -269,7 +268,7 @@ bool GetSysDeviceWin::QuitRequested()
         if (item.NumberDevicesUnknown() > 0)
             TakeNames(item, ++classOrdinal);
     }
-    target->PostMessage(kMsgFormClosing);
+    target->PostMessage(kMsgFormClosing, nullptr, this);
     return false;
 }
 

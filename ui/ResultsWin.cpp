@@ -1,10 +1,21 @@
 #include "ui/ResultsWin.h"
 
-#include "toolkit/ButtonRow.h"
+#include "foundation/LibPath.h"
+#include "results/ResultsFile.h"
+#include "results/TestCatalogue.h"
+#include "sysinfo/LibDeviceInfo.h"
+#include "toolkit/DialogWindow.h"
+#include "toolkit/Maker.h"
+#include "toolkit/MessageBoxes.h"
 #include "ui/CompareWin.h"
+#include "ui/GetSysDeviceWin.h"
 #include "ui/ResultItem.h"
+#include "ui/ResultsPackage.h"
+#include "ui/TarvexAlert.h"
 
+#include <Alert.h>
 #include <Button.h>
+#include <E-mail.h>
 #include <FilePanel.h>
 #include <ListView.h>
 #include <Message.h>
@@ -13,6 +24,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -44,6 +56,7 @@ ResultsWin::ResultsWin(const int& nbrCpus)
     const BRect frame = Frame();
     SetSizeLimits(frame.Width(), 4000, 200, 4000);
     SetPosition(kBesideMain);
+    HideOnClose();
 }
 
 ResultsWin::~ResultsWin()
@@ -107,15 +120,14 @@ void ResultsWin::Update(Results& run, bool allow)
             item->Rate(slot, float(metric.Rate(slot)));
         list->AddItem(item);
     }
-    if (comparison)
+    if (comparison.IsThere())
         CompareResults();
 }
 
 void ResultsWin::CompareResults()
 {
     ShowComparison();
-    comparison->SetResults(results);
-    comparison->Activate();
+    comparison.With([this](CompareWin& window) { window.SetResults(results); });
     fprintf(stderr, "time 2: %.3f 1: %.3f\n", double(results.Time(1)), double(results.Time(0)));
 }
 
@@ -123,24 +135,16 @@ void ResultsWin::CompareFiles(BMessage* files, bool allow)
 {
     allowSaveCompare = allow;
     ShowComparison();
-    comparison->OpenFiles(files);
-    comparison->Activate();
+    comparison.With([files](CompareWin& window) { window.OpenFiles(files); });
 }
 
 void ResultsWin::ShowComparison()
 {
-    if (comparison)
-        return;
-    comparison = new CompareWin(this, allowSaveCompare);
-    comparison->SetPosition(kBesideMain);
-    comparison->Show();
-}
-
-void ResultsWin::QuitComparison()
-{
-    if (comparison && comparison->Lock())
-        comparison->Quit(); // which unlocks: so this is no block
-    comparison = nullptr;
+    comparison.Show([this] {
+        auto* window = new CompareWin(this, allowSaveCompare);
+        window->SetPosition(kBesideMain);
+        return window;
+    });
 }
 
 void ResultsWin::EmptyList()
@@ -149,24 +153,16 @@ void ResultsWin::EmptyList()
         delete item;
 }
 
-void ResultsWin::DispatchMessage(BMessage* message, BHandler* target)
-{
-    if (message->what == B_QUIT_REQUESTED && target == this)
-        Close();
-    else
-        DialogWindow::DispatchMessage(message, target);
-}
-
 void ResultsWin::MessageReceived(BMessage* message)
 {
     switch (message->what) {
-        case kMsgCancel: Close(); break;
+        case kMsgCancel: PostMessage(B_QUIT_REQUESTED); break;
         case kMsgCompare: CompareResults(); break;
         case kMsgSave: SaveResults(); break;
         case kMsgSavePanel: SaveResultFile(message); break;
         case kMsgEmail: EmailResults(message); break;
-        case 'cmpq': QuitComparison(); break;
-        case 'gsdq': GetSysDeviceQuit(); break;
+        case 'cmpq': comparison.Closed(*message); break;
+        case 'gsdq': GetSysDeviceQuit(*message); break;
         default: DialogWindow::MessageReceived(message); break;
     }
 }
@@ -174,13 +170,120 @@ void ResultsWin::MessageReceived(BMessage* message)
 bool ResultsWin::QuitRequested()
 {
     savePanel.reset();
-    QuitComparison();
-    QuitDevices();
+    comparison.End();
+    unknownDevices.End();
     return DialogWindow::QuitRequested();
 }
 
-void ResultsWin::Close()
+// --- Saving and sending
+
+void ResultsWin::SaveResults()
 {
-    if (!IsHidden())
-        Hide();
+    if (results.Size() != CompleteRunSize() && !WantsIncompleteRun())
+        return;
+    LibDeviceInfo devices;
+    if (devices.AllDevicesKnown())
+        ShowSavePanel();
+    else
+        ShowDevices();
+}
+
+bool ResultsWin::WantsIncompleteRun()
+{
+    BAlert* alert =
+        new BAlert("", "Not all the tests were run.  Do you still wish to save the results?", "No",
+            "Yes", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    alert->SetShortcut(0, 'n');
+    alert->SetShortcut(1, 'y');
+    constexpr int32 kYes = 1;
+    return LibAnswer(alert) == kYes;
+}
+
+void ResultsWin::ShowDevices()
+{
+    bool isClosed = false;
+    unknownDevices.With([&](GetSysDeviceWin& form) { isClosed = form.IsHidden(); });
+    if (isClosed)
+        QuitDevices(); // a form takes names but once
+    unknownDevices.Show([this] {
+        LibDeviceInfo devices;
+        auto* form = new GetSysDeviceWin(devices, this);
+        form->FillIn(typedNames);
+        form->SetPosition(kBesideMain);
+        return form;
+    });
+}
+
+// The form is only hidden: what was typed into it goes into the package.
+void ResultsWin::GetSysDeviceQuit(const BMessage& closing)
+{
+    if (!unknownDevices.IsFrom(closing))
+        return;
+    unknownDevices.Hide();
+    ShowSavePanel();
+}
+
+void ResultsWin::QuitDevices()
+{
+    unknownDevices.With([this](GetSysDeviceWin& form) { typedNames = form.TypedNames(); });
+    unknownDevices.End();
+}
+
+void ResultsWin::ShowSavePanel()
+{
+    if (!savePanel) {
+        const BMessenger thisWindow(this);
+        BMessage reply(kMsgSavePanel);
+        reply.AddString("be:also_written", kZipEnding); // the panel asks before it is replaced
+        savePanel = std::make_unique<BFilePanel>(B_SAVE_PANEL, &thisWindow, nullptr, &reply);
+    }
+    savePanel->SetSaveText("Tarvex.results");
+    savePanel->Show();
+}
+
+void ResultsWin::SaveResultFile(BMessage* reply)
+{
+    BPath path;
+    if (!LibGetFilePath(reply, path))
+        return;
+    if (savePanel)
+        savePanel->Hide();
+    saved = path;
+    if (WriteResultsFile(saved.Path(), results))
+        Pack();
+    else
+        saved.Unset(); // no mail may take along half a file, or one of before
+    (new TarvexAlert(this))->Go(nullptr);
+    QuitDevices();
+}
+
+void ResultsWin::Pack()
+{
+    // With its form locked, as the user may have opened it again beside the panel.
+    Packed packed = Packed::kNot;
+    const auto pack = [&](GetSysDeviceWin& form) { packed = PackResults(saved, &form); };
+    if (!unknownDevices.With(pack))
+        packed = PackResults(saved, nullptr);
+    if (packed != Packed::kNoZip)
+        return;
+    LibInfo(
+        "Tarvex was unable to ZIP your results because the utility 'zip' was not found. You may "
+        "have trouble emailing the results. Please install 'zip' from your system's software "
+        "catalogue and re-run the test.");
+}
+
+void ResultsWin::EmailResults(BMessage* answer)
+{
+    const char* config = nullptr;
+    answer->FindString("config", &config);
+    LibString text("Results for : "); // the user may have written more than Formatted() takes
+    text.Concat(config);
+    text.Concat(".");
+    BMailMessage mail;
+    const bool isComplete = mail.AddHeaderField(B_MAIL_TO, TARVEX_SUPPORT_ADDRESS) == B_OK
+        && mail.AddHeaderField(B_MAIL_SUBJECT, "Tarvex results") == B_OK
+        && mail.AddContent(text, int32(strlen(text))) == B_OK
+        && mail.AddEnclosure(saved.Path()) == B_OK;
+    if (!isComplete || mail.Send(true) != B_OK)
+        fprintf(stderr, "The mail with <%s> was not sent\n", saved.Path() ? saved.Path() : "");
 }

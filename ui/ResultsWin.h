@@ -3,6 +3,7 @@
 
 #include "results/Results.h"
 #include "toolkit/DialogWindow.h"
+#include "toolkit/OwnedWindow.h"
 
 #include <Path.h>
 
@@ -42,7 +43,6 @@ public:
     // that; there need not have been a run.
     void CompareFiles(BMessage* files, bool allowSaveCompare);
 
-    void DispatchMessage(BMessage* message, BHandler* target) override;
     void MessageReceived(BMessage* message) override;
     bool QuitRequested() override;
 
@@ -54,19 +54,17 @@ private:
     void AddList();
     void AddButtons();
     void EmptyList();
-    void Close();
     void ShowComparison();
-    void QuitComparison();
     bool WantsIncompleteRun();
     void ShowDevices();
-    void GetSysDeviceQuit();
+    void GetSysDeviceQuit(const BMessage& closing);
     void QuitDevices();
     void Pack();
 
     bool allowSaveCompare = false;
     BListView* list = nullptr;
-    CompareWin* comparison = nullptr; // while it is open
-    GetSysDeviceWin* unknownDevices = nullptr; // until the run was saved
+    OwnedWindow<CompareWin> comparison; // while it is open
+    OwnedWindow<GetSysDeviceWin> unknownDevices; // until the run was saved
     std::map<std::string, std::string> typedNames; // in its last form, for the next one
     std::unique_ptr<BFilePanel> savePanel; // made when first needed
     BPath saved; // what the mail takes along

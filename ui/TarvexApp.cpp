@@ -39,6 +39,8 @@ TarvexApp::TarvexApp()
     LibSetAppVersion(1, 2, 6, "BeOS benchmark", nullptr, kFinal, 0);
 }
 
+TarvexApp::~TarvexApp() = default;
+
 void TarvexApp::ArgvReceived(int32 argc, char** argv)
 {
     if (argc == 2 && strcmp(argv[1], "-scmp") == 0) {
@@ -70,21 +72,20 @@ void TarvexApp::ReadyToRun()
 {
     LibApp::ReadyToRun();
     RestoreProcessors();
-    if (!files.IsEmpty())
-        mainTarget.SendMessage(&files);
+    if (!files.IsEmpty() && !mainWindow.Tell(files))
+        fprintf(stderr, "The files cannot be shown\n");
     files.MakeEmpty();
 }
 
 BWindow* TarvexApp::Window()
 {
-    if (!mainTarget.IsValid()) {
-        window = new TarvexWin(allowSaveComparison);
-        mainTarget = BMessenger(window);
+    return mainWindow.Make([this] {
+        auto* window = new TarvexWin(allowSaveComparison);
         window->Show();
         if (window->Thread() < B_OK) // it has said so; without it there is no program
             exit(1);
-    }
-    return window;
+        return window;
+    });
 }
 
 void TarvexApp::AddHelp(LibHelp& topics)

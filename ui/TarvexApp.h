@@ -4,13 +4,13 @@
 #include "toolkit/LibApp.h"
 
 #include <Message.h>
-#include <Messenger.h>
 
 class TarvexWin;
 
 class TarvexApp : public LibApp {
 public:
     TarvexApp();
+    ~TarvexApp() override;
 
     // "-scmp" as the only argument allows the user to save comparisons. Arguments that are results
     // files are shown in the comparison; of each other one but a switch standard error tells.
@@ -28,8 +28,7 @@ protected:
 private:
     void TakeFile(const char* path);
 
-    TarvexWin* window = nullptr; // a closed one is gone: mainTarget knows
-    BMessenger mainTarget;
+    OwnedWindow<TarvexWin> mainWindow;
     bool allowSaveComparison = false;
     BMessage files { B_REFS_RECEIVED }; // to be shown
 };

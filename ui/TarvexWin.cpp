@@ -4,7 +4,7 @@
 #include "toolkit/LibTargetLock.h"
 #include "toolkit/MainMenuBar.h"
 #include "toolkit/MessageBoxes.h"
-#include "ui/CursorTable.h"
+#include "ui/AnimateCursor.h"
 #include "ui/ResultsWin.h"
 #include "ui/RunEstimate.h"
 
@@ -78,10 +78,7 @@ TarvexWin::TarvexWin(bool allow)
     SetPosition();
 }
 
-TarvexWin::~TarvexWin()
-{
-    QuitResults();
-}
+TarvexWin::~TarvexWin() = default;
 
 void TarvexWin::AddMenu()
 {
@@ -147,24 +144,16 @@ void TarvexWin::AddGroups(GroupBox where, float& top, const char* name, const ch
     }
 }
 
-// Made when the first run ends, so that the main window need not wait for it. Its thread runs from
-// the start, so that any thread may lock it.
-void TarvexWin::AddResults()
+// Made when the first run ends, so that the main window need not wait for it.
+void TarvexWin::MakeResults()
 {
-    results = new ResultsWin(NbrCpus());
-    resultsTarget = BMessenger(results);
-    results->Hide();
-    results->Show();
-}
-
-void TarvexWin::QuitResults()
-{
-    if (!resultsTarget.LockTarget())
-        return;
-    if (results->QuitRequested())
-        results->Quit(); // which unlocks: so this is no block
-    else
-        results->UnlockLooper();
+    results.Make([] {
+        auto* window = new ResultsWin(NbrCpus());
+        // Its thread runs from the start, so that any thread may lock it.
+        window->Hide();
+        window->Show();
+        return window;
+    });
 }
 
 void TarvexWin::SelectAll()
@@ -308,25 +297,16 @@ void TarvexWin::EndRun()
 void TarvexWin::BenchmarkChange(BMessage*)
 {
     EndRun();
-    if (!resultsTarget.IsValid())
-        AddResults();
-    const LibTargetLock lock(resultsTarget);
-    if (!lock.IsLocked())
-        return;
-    results->Update(benchmark.results, allowSaveComparison);
-    if (results->IsHidden())
-        results->Show();
-    results->Activate();
+    MakeResults();
+    results.With(
+        [this](ResultsWin& window) { window.Update(benchmark.results, allowSaveComparison); });
+    results.Front();
 }
 
 void TarvexWin::CompareFiles(BMessage* files)
 {
-    if (!resultsTarget.IsValid())
-        AddResults();
-    const LibTargetLock lock(resultsTarget);
-    if (!lock.IsLocked())
-        return;
-    results->CompareFiles(files, allowSaveComparison);
+    MakeResults();
+    results.With([&](ResultsWin& window) { window.CompareFiles(files, allowSaveComparison); });
 }
 
 void TarvexWin::MessageReceived(BMessage* message)
@@ -350,6 +330,6 @@ void TarvexWin::MessageReceived(BMessage* message)
 
 bool TarvexWin::QuitRequested()
 {
-    QuitResults();
+    results.End();
     return LibWindow::QuitRequested();
 }

@@ -4,10 +4,10 @@
 #include "engine/Benchmark.h"
 #include "results/TestCatalogue.h"
 #include "toolkit/LibWindow.h"
+#include "toolkit/OwnedWindow.h"
 #include "ui/AnimateCursor.h"
 
 #include <MachineRun.h>
-#include <Messenger.h>
 
 class BBox;
 class BCheckBox;
@@ -49,8 +49,7 @@ private:
     void AddViews();
     BBox* AddBox(float& top, const char* name, const char* label, int32 rows);
     void AddGroups(GroupBox where, float& top, const char* name, const char* label);
-    void AddResults();
-    void QuitResults();
+    void MakeResults();
 
     bool PrepareTest();
     bool IsSelected(size_t group) const;
@@ -68,8 +67,7 @@ private:
     bool warned = false; // of the pass with one processor
     bool allowSaveComparison;
     bool running = false;
-    ResultsWin* results = nullptr;
-    BMessenger resultsTarget; // knows whether results is still there
+    OwnedWindow<ResultsWin> results;
     BMachineRun machineRun; // ends after benchmark, which may be under way
     Benchmark benchmark;
     AnimateCursor cursor;

@@ -7,7 +7,6 @@
 #include "FileManager.h"
 #include "Handler.h"
 #include "KillGuard.h"
-#include "LeafLock.h"
 #include "Looper.h"
 #include "LooperLock.h"
 #include "Message.h"
@@ -126,7 +125,6 @@ status_t BMessenger::SendMessage(
     options.wantsReply = true;
     if (const status_t status = MessageAccess::Send(*this, *message, options); status != B_OK)
         return status;
-    const WaitGuard guard;
     std::unique_ptr<BMessage> answer;
     const status_t status = replyPort.Port().Pop(replyTimeout, answer);
     if (status == B_OK)

@@ -1,5 +1,6 @@
 #include "Alert.h"
 
+#include "KillGuard.h"
 #include "Autolock.h"
 #include "Button.h"
 #include "Invoker.h"
@@ -187,6 +188,7 @@ int32 BAlert::Go()
     if (!Present())
         GiveUp();
     while (!answer->WaitForIt()) {
+        CheckKilled();
         if (caller)
             caller->UpdateIfNeeded();
     }

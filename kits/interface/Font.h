@@ -64,7 +64,8 @@ public:
     float Size() const { return fSize; }
 
     // Width of UTF-8 text in view units, as BView::DrawString() draws it; bytes that are no
-    // UTF-8 count as the replacement character. 0 without a display, and for null.
+    // UTF-8 count as the replacement character. 0 for null, and without a display unless there
+    // has been a BPicture.
     float StringWidth(const char* string) const;
     float StringWidth(const char* string, int32 length) const; // of the first length bytes
     // Without a display: the size split in the usual proportion.

@@ -2,7 +2,6 @@
 
 #include "drawing/FontFace.h"
 #include "drawing/XcbReply.h"
-#include "KillGuard.h"
 
 #include <cmath>
 #include <xcb/randr.h>
@@ -57,7 +56,6 @@ BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
 
 BScreen::BScreen(screen_id id)
 {
-    const KillGuard guard; // the connection is no object
     int number = 0;
     xcb_connection_t* connection = xcb_connect(nullptr, &number);
     if (id == B_MAIN_SCREEN_ID && xcb_connection_has_error(connection) == 0) {

@@ -17,6 +17,7 @@
 
 class BBitmap;
 class BMessage;
+class BPicture;
 class BScrollBar;
 class BScrollView;
 class BWindow;
@@ -131,6 +132,11 @@ public:
 
     void DrawBitmap(const BBitmap* bitmap, BRect destination);
     void DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination);
+
+    // Between the two, what the view draws is added to picture instead; for views outside windows.
+    // Left out are what lies outside Bounds(), inverted rectangles and escapement.
+    void BeginPicture(BPicture* picture);
+    void EndPicture();
 
     void Flush() const; // sends what has been drawn
     void Sync() const; // the same, and waits until it is on the screen

@@ -3,6 +3,8 @@
 #include "Check.h"
 #include "drawing/DrawConnection.h"
 #include "drawing/DrawState.h"
+#include "drawing/PictureRecord.h"
+#include "Picture.h"
 #include "server/Accessibility.h"
 #include "server/DisplayServer.h"
 #include "server/DrawnText.h"
@@ -27,6 +29,17 @@ void Note(DrawnText& text, const BFont& font, const char* string, BPoint point)
     font.GetHeight(&height);
     const float right = point.x + font.StringWidth(string);
     text.Add(string, BRect(point.x, point.y - height.ascent, right, point.y + height.descent));
+}
+
+typedef DrawnShape::Form Form;
+typedef DrawnShape::Ink Ink;
+
+// A view without a context: it may be drawing into a picture.
+[[gnu::cold, gnu::noinline]] void Record(
+    const DrawState& state, Form form, Ink ink, std::array<BPoint, 3> points, pattern p)
+{
+    if (state.record != nullptr)
+        state.record->AddShape(state, { form, ink, points }, p);
 }
 
 } // namespace
@@ -101,6 +114,18 @@ void BView::EndUpdate()
     fDraw->context = std::move(context);
 }
 
+void BView::BeginPicture(BPicture* picture)
+{
+    TARVEX_CHECK(fWindow == nullptr) << "view <" << (Name() ? Name() : "") << "> is in a window";
+    fDraw->record = picture->fRecord.get();
+    fDraw->record->Begin(Bounds());
+}
+
+void BView::EndPicture()
+{
+    fDraw->record = nullptr;
+}
+
 void BView::SetViewColor(rgb_color color)
 {
     fDraw->viewColor = color;
@@ -146,42 +171,56 @@ void BView::StrokeLine(BPoint from, BPoint to, pattern p)
 {
     if (DrawContext* context = Context())
         context->StrokeLine(*fDraw, from, to, p);
+    else
+        Record(*fDraw, Form::kLine, Ink::kStroke, { from, to }, p);
 }
 
 void BView::StrokeRect(BRect rect, pattern p)
 {
     if (DrawContext* context = Context())
         context->StrokeRect(*fDraw, rect, p);
+    else
+        Record(*fDraw, Form::kBox, Ink::kStroke, { rect.LeftTop(), rect.RightBottom() }, p);
 }
 
 void BView::FillRect(BRect rect, pattern p)
 {
     if (DrawContext* context = Context())
         context->FillRect(*fDraw, rect, p);
+    else
+        Record(*fDraw, Form::kBox, Ink::kFill, { rect.LeftTop(), rect.RightBottom() }, p);
 }
 
 void BView::StrokeEllipse(BRect rect, pattern p)
 {
     if (DrawContext* context = Context())
         context->StrokeEllipse(*fDraw, rect, p);
+    else
+        Record(*fDraw, Form::kEllipse, Ink::kStroke, { rect.LeftTop(), rect.RightBottom() }, p);
 }
 
 void BView::FillEllipse(BRect rect, pattern p)
 {
     if (DrawContext* context = Context())
         context->FillEllipse(*fDraw, rect, p);
+    else
+        Record(*fDraw, Form::kEllipse, Ink::kFill, { rect.LeftTop(), rect.RightBottom() }, p);
 }
 
 void BView::StrokeTriangle(BPoint a, BPoint b, BPoint c, pattern p)
 {
     if (DrawContext* context = Context())
         context->StrokeTriangle(*fDraw, a, b, c, p);
+    else
+        Record(*fDraw, Form::kTriangle, Ink::kStroke, { a, b, c }, p);
 }
 
 void BView::FillTriangle(BPoint a, BPoint b, BPoint c, pattern p)
 {
     if (DrawContext* context = Context())
         context->FillTriangle(*fDraw, a, b, c, p);
+    else
+        Record(*fDraw, Form::kTriangle, Ink::kFill, { a, b, c }, p);
 }
 
 void BView::InvertRect(BRect rect)
@@ -198,6 +237,8 @@ void BView::DrawString(const char* string, BPoint point, escapement_delta* delta
     if (context == nullptr) [[unlikely]] {
         if (DrawnText* text = DrawnText::Noting())
             Note(*text, fDraw->font, string, point);
+        else if (fDraw->record != nullptr)
+            fDraw->record->AddString(*fDraw, string, point);
         return;
     }
     const char* end = string + strlen(string);
@@ -262,6 +303,8 @@ void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination)
         return;
     if (DrawContext* context = Context())
         context->DrawBitmap(*fDraw, *bitmap, source, destination);
+    else if (fDraw->record != nullptr)
+        fDraw->record->AddBitmap(*fDraw, *bitmap, source, destination);
 }
 
 void BView::Flush() const

@@ -163,7 +163,7 @@ MachineDetails ReadMachineDetails()
     details.memory = ReadMemory(tree);
     details.virtualMachine = kernel::VirtualMachineOf(tree);
     details.container = kernel::ContainerOf(tree);
-    for (const int number : machine->Numbers())
+    for (const int number : machine->All())
         details.processors.push_back(ReadProcessor(tree, number));
     FindKinds(tree, details.processors);
     return details;

@@ -35,10 +35,10 @@ struct MachineDetails {
     // "KVM", "unknown kind" of one, "none"; where two are known the outer one may be named.
     std::optional<std::string> virtualMachine;
     std::optional<std::string> container; // "docker"; empty if none is seen
-    std::vector<ProcessorDetails> processors; // in the platform's order, see get_system_info
+    std::vector<ProcessorDetails> processors; // those that a run can use, see CountProcessors
 };
 
-// Reads it for the processors that get_system_info counts. To be called while they are on.
+// To be called while all processors are on.
 [[nodiscard]] MachineDetails ReadMachineDetails();
 
 // What the processors have in common: CommonText(details, &ProcessorDetails::governor). Empty if it

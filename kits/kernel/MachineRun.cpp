@@ -1,6 +1,5 @@
 #include "MachineRun.h"
 
-#include "KillGuard.h"
 #include "Processors.h"
 #include "RunNotes.h"
 #include "TextFile.h"
@@ -122,7 +121,6 @@ BMachineRun::~BMachineRun()
 
 status_t BMachineRun::Begin()
 {
-    const KillGuard guard;
     if (fLock >= 0)
         return B_OK;
     fLock = Listen(fName);
@@ -141,7 +139,6 @@ status_t BMachineRun::Begin()
 
 void BMachineRun::End()
 {
-    const KillGuard guard;
     for (int* file : { &fStart, &fLock }) {
         if (*file >= 0)
             close(*file);

@@ -1,10 +1,11 @@
-// Beside the platform's calls: one run at a time on a machine, and what a run that was killed has
-// left of it.
+// Beside the platform's calls: one run at a time on a machine, with any number of its processors,
+// and what a run that was killed has left of it.
 #pragma once
 
 #include "SupportDefs.h"
 
 #include <string>
+#include <vector>
 
 // A run of this process, which every user's programs see until it or the process ends. It is a lock
 // by consent: nobody is kept from running without it, so that a program that merely holds it stops
@@ -34,6 +35,25 @@ private:
     int fLock = -1;
     int fStart = -1;
 };
+
+// How many processors a run can work with: all that the process may use, on a machine of more than
+// the platform counts too. They are in one order: the platform's first, whole cores before their
+// siblings.
+[[nodiscard]] int32 CountProcessors();
+
+// Leaves the first count processors to the program: switches those that the platform counts on or
+// off as _kset_cpu_state_ does, and binds the threads to exactly these as long as a
+// ProcessorConfinement lives. B_BAD_VALUE, and nothing done, for less than 1 or more than
+// CountProcessors(); else the first error, told on standard error, and the rest done.
+status_t UseProcessors(int32 count);
+
+// The system's numbers of the processors that the program uses now, and of those that it has
+// switched off. Others are on, and left alone.
+struct ProcessorUse {
+    std::vector<int> used;
+    std::vector<int> off;
+};
+[[nodiscard]] ProcessorUse ProcessorsInUse();
 
 // Switches on the processors that runs have left off that were killed, and whoever should have
 // switched them on with them. Returns a line without its end that says which, or which could not be

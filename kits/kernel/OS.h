@@ -71,11 +71,11 @@ status_t resume_thread(thread_id thread);
 // runs no more instruction. It keeps the locks it holds. B_BAD_THREAD_STATE if it is being killed.
 status_t suspend_thread(thread_id thread);
 
-// Ends a thread and returns when it has ended. It ends at its next kit call or C-library
-// cancellation point (see KillGuard.h), with its stack unwound; one not resumed yet
-// ends without running its function. A thread that kills itself does not return, unless it cannot
-// be unwound from here: then it ends at its next such point. B_INTERRUPTED if the two threads wait
-// for each other and neither can end where it is: the other one is asked to end but has not yet.
+// Ends a thread and returns when it has ended. It ends at its next kit call (see
+// KillGuard.h), with its stack unwound; one not resumed yet ends without running its
+// function. A thread that kills itself does not return, unless it cannot be unwound from here: then
+// it ends at its next kit call. Of two threads that kill each other both end, unless both do it in
+// destructors: then they wait for ever.
 status_t kill_thread(thread_id thread);
 
 // Waits until a thread has ended and fetches its value (may be NULL), B_INTERRUPTED for a killed

@@ -44,7 +44,6 @@ status_t get_nth_pci_info(long index, pci_info* info)
     CheckKilled();
     if (!info)
         return B_BAD_VALUE;
-    const KillGuard guard;
     const std::string root = kernel::Processors::Get()->Root();
     Snapshot& snapshot = TheSnapshot();
     const LeafLock lock(snapshot.lock);

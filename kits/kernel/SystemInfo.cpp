@@ -37,7 +37,6 @@ status_t get_system_info(system_info* info)
     CheckKilled();
     if (!info)
         return B_BAD_VALUE;
-    const KillGuard guard;
     const auto processors = kernel::Processors::Get();
     const kernel::MachineFacts facts = kernel::ReadMachineFacts(processors->Root());
     *info = {};

@@ -12,40 +12,19 @@ using kernel::Thread;
 using kernel::ThreadTable;
 
 namespace {
-// A thread that makes kit calls ends at one of them, where unwinding is known to be safe, within
-// this time; only then is the kill handed to the C library too.
-constexpr bigtime_t kKillByKitMicros = 20000;
-
 // A request to stop is made again after this time: ThreadSanitizer may put it off for as long as
 // the thread is blocked, if it came just before that.
 constexpr bigtime_t kStopAgainMicros = 50000;
 
-// Waits until target has ended. A caller that is to be killed itself may end here instead; false:
-// see ThreadTable::Wait::GiveUp.
-[[nodiscard]] bool WaitForEnd(Thread& self, Thread& target, bool forValue)
+// A kill point.
+void WaitForEnd(const Thread& target)
 {
-    ThreadTable& table = ThreadTable::Get();
-    const bool canEndHere = kernel::CanEndHere();
-    bigtime_t cancelTime = forValue ? -1 : kernel::Now() + kKillByKitMicros;
-    for (bool isFirst = true;; isFirst = false) {
+    for (;;) {
         const uint32 events = kernel::gThreadEvents.load();
-        ThreadTable::Wait wait;
-        {
-            const ThreadTable::Lock lock(table);
-            self.canEndHere = canEndHere;
-            wait = table.LookAtWait(self, target, forValue);
-            if (wait == ThreadTable::Wait::GoOn && cancelTime >= 0 && kernel::Now() >= cancelTime) {
-                pthread_cancel(target.handle);
-                cancelTime = -1;
-            }
-        }
-        if (wait == ThreadTable::Wait::EndSelf)
-            kernel::EndIfPossible();
-        if (wait != ThreadTable::Wait::GoOn)
-            return wait == ThreadTable::Wait::Ended;
-        if (isFirst)
-            kernel::TellThreadEvent(); // this wait may close a circle that others are in
-        kernel::FutexWait(kernel::gThreadEvents, events, cancelTime);
+        if (target.ended.load())
+            return;
+        CheckKilled();
+        kernel::FutexWait(kernel::gThreadEvents, events);
     }
 }
 
@@ -82,7 +61,6 @@ thread_id spawn_thread(thread_func function, const char* name, int32 priority, v
     CheckKilled();
     if (!function)
         return B_BAD_VALUE;
-    const KillGuard guard;
     try {
         ThreadTable::Entry entry = ThreadTable::Get().NewEntry(name ? name : "", priority);
         const std::shared_ptr<Thread> thread = entry.mapped();
@@ -134,7 +112,6 @@ status_t kill_thread(thread_id id)
 {
     CheckKilled();
     ThreadTable& table = ThreadTable::Get();
-    Thread& self = *Thread::Current();
     std::shared_ptr<Thread> thread;
     {
         const ThreadTable::Lock lock(table);
@@ -143,21 +120,18 @@ status_t kill_thread(thread_id id)
             return B_BAD_THREAD_ID;
         thread->RequestKill();
     }
-    if (thread.get() == &self) {
-        thread.reset();
-        kernel::EndIfPossible();
-        return B_OK;
-    }
-    kernel::TellThreadEvent();
-    return WaitForEnd(self, *thread, false) ? status_t { B_OK } : B_INTERRUPTED;
+    if (thread.get() == Thread::Current())
+        CheckKilled();
+    else
+        WaitForEnd(*thread);
+    return B_OK;
 }
 
 status_t wait_for_thread(thread_id id, status_t* value)
 {
     CheckKilled();
     ThreadTable& table = ThreadTable::Get();
-    Thread& self = *Thread::Current();
-    if (id == self.id)
+    if (id == Thread::Current()->id)
         return B_NOT_ALLOWED;
     std::shared_ptr<Thread> thread;
     {
@@ -168,8 +142,7 @@ status_t wait_for_thread(thread_id id, status_t* value)
         else if (!(thread = table.TakeEnded(id)))
             return B_BAD_THREAD_ID;
     }
-    if (!WaitForEnd(self, *thread, true))
-        return B_INTERRUPTED;
+    WaitForEnd(*thread);
     const ThreadTable::Lock lock(table);
     (void)table.TakeEnded(id); // unless another who waits was faster
     if (value)

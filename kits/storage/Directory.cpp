@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 
 #include "ErrorCodes.h"
-#include "KillGuard.h"
 
 namespace {
 
@@ -47,7 +46,6 @@ BDirectory::BDirectory(const BDirectory& directory) : BNode(directory) { }
 
 void BDirectory::CloseStream::operator()(DIR* stream) const
 {
-    const KillGuard guard;
     closedir(stream);
 }
 

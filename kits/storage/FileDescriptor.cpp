@@ -3,8 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "KillGuard.h"
-
 FileDescriptor::FileDescriptor(const FileDescriptor& other)
     : fDescriptor(other.IsOpen() ? fcntl(other.fDescriptor, F_DUPFD_CLOEXEC, 0) : -1)
 {
@@ -23,7 +21,6 @@ FileDescriptor& FileDescriptor::operator=(FileDescriptor other) noexcept
 
 FileDescriptor::~FileDescriptor()
 {
-    const KillGuard guard;
     if (fDescriptor >= 0)
         close(fDescriptor);
 }

@@ -37,7 +37,7 @@ Widget Describe(QWidget* widget, const QRect& rect, bool isEnabled, const std::s
     const QWindow* window = widget->window()->windowHandle();
     const QPoint corner = widget->mapToGlobal(rect.topLeft());
     const BRect size(0, 0, rect.width() - 1, rect.height() - 1);
-    return { true, window && window->isExposed(), isEnabled, text,
+    return { true, window && window->isExposed(), widget->window()->isMinimized(), isEnabled, text,
         size.OffsetToCopy(corner.x(), corner.y()) };
 }
 

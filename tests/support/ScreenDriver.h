@@ -17,6 +17,7 @@ namespace screen {
 struct Widget {
     bool exists = false; // of that name, in a shown window, and visible itself
     bool exposed = false; // its window is on the screen
+    bool minimized = false; // its window, and the display knows
     bool enabled = false;
     std::string text; // label, title or contents
     BRect frame; // on the screen

@@ -21,6 +21,13 @@ constexpr char kHelp[] = "<help><topic name=\"first\" title=\"First\"><p>One.</p
                          "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Two.</p><p>Th"
                          "ree.</p></topic></help>";
 
+// For both tests, as a program asks but once where its data lies: help added there stays.
+void UseFolderOfItsOwn()
+{
+    static const TempFolder folder;
+    setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
+}
+
 // A program whose window has a button in focus.
 class TestApp : public LibApp {
 public:
@@ -88,6 +95,7 @@ TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
 {
     if (!screen::IsThere())
         GTEST_SKIP() << "no display";
+    UseFolderOfItsOwn();
     SetProgramArguments({ "apptest" });
     TestApp app;
     std::thread user([&] {
@@ -103,8 +111,8 @@ TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
 
 TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
 {
+    UseFolderOfItsOwn();
     const TempFolder folder;
-    setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
     const BApplication app("application/x-vnd.Quorvane.HelpTest");
     const std::string path = folder / "more help.xml";
     WriteFile(path,

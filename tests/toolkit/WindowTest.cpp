@@ -1,7 +1,6 @@
 #include "tests/support/Log.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
-#include "toolkit/ButtonRow.h"
 #include "toolkit/DialogWindow.h"
 #include "toolkit/MessageBoxes.h"
 

@@ -1,10 +1,10 @@
 // The comparison as a user sees it: real clicks, the screen's pixels, the store's real file.
 #include "ui/CompareWin.h"
 
+#include "results/CpuColor.h"
 #include "results/Results.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/TempFolder.h"
-#include "ui/CpuColor.h"
 
 #include <Application.h>
 #include <Entry.h>
@@ -214,8 +214,9 @@ TEST_F(CompareWinTest, FilesDraggedFromAnotherProgramAreShown)
 TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
 {
     BMessage dropped(B_SIMPLE_DATA);
-    for (const std::string& path : { File("note.html", "<html>"), File("other.txt", "1.0\n"),
-             MachineFile(), File("again.txt", "1.0\n15\nZ (1-)\t700:9/3;\n") }) {
+    for (const std::string& path :
+        { File("note.html", "1.0\n15\nN (1-)\t700:9/3;\n"), File("other.txt", "1.0\n"),
+            MachineFile(), File("again.txt", "1.0\n15\nZ (1-)\t700:9/3;\n") }) {
         entry_ref ref;
         ASSERT_EQ(get_ref_for_path(path.c_str(), &ref), B_OK);
         dropped.AddRef("refs", &ref);

@@ -6,7 +6,6 @@
 #include "tests/support/WithLock.h"
 
 #include "toolkit/LibHelp.h"
-#include "toolkit/LibToolTips.h"
 
 #include <Application.h>
 #include <Screen.h>

@@ -3,6 +3,7 @@
 
 #include <chrono>
 
+#include "KillGuard.h"
 #include "Mutex.h"
 #include "OS.h"
 
@@ -18,6 +19,7 @@ public:
     // Waits to be woken, perhaps without cause; false once the deadline has passed. A kill point.
     bool Wait(Condition& condition, Mutex& mutex) const REQUIRES(mutex)
     {
+        const kernel::KillableWait killable;
         if (!fEndless)
             return condition.wait_until(mutex, fEnd) == std::cv_status::no_timeout;
         condition.wait(mutex);

@@ -1,5 +1,6 @@
 #include "LooperLock.h"
 
+#include "KillGuard.h"
 #include "Check.h"
 #include "Deadline.h"
 #include "LeafLock.h"
@@ -38,7 +39,6 @@ status_t LooperLock::Lock(bigtime_t timeout)
         if (status != B_WOULD_BLOCK || timeout <= 0)
             return status;
     }
-    const WaitGuard guard;
     const LeafLock lock(fMutex, LeafLock::kWaits);
     status_t status = Take(self);
     if (status == B_WOULD_BLOCK)

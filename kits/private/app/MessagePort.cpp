@@ -53,7 +53,6 @@ status_t MessagePort::Push(std::unique_ptr<BMessage> message, bigtime_t timeout)
 status_t MessagePort::PushWaiting(std::unique_ptr<BMessage> message, bigtime_t timeout)
 {
     const Deadline deadline(timeout);
-    const WaitGuard guard;
     const LeafLock lock(fLock, LeafLock::kWaits);
     const Counted waiting(fWaitingForRoom);
     bool inTime = true;

@@ -16,19 +16,16 @@ extern "C" const char* __asan_default_options()
 
 namespace {
 constinit thread_local int tGuards = 0;
-constinit thread_local int tStateBefore = PTHREAD_CANCEL_ENABLE;
 } // namespace
 
 KillGuard::KillGuard()
 {
-    if (tGuards++ == 0)
-        pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &tStateBefore);
+    tGuards++;
 }
 
 KillGuard::~KillGuard()
 {
-    if (--tGuards == 0)
-        pthread_setcancelstate(tStateBefore, nullptr);
+    tGuards--;
 }
 
 namespace kernel {
@@ -45,5 +42,18 @@ void EndIfPossible()
         return;
     tKillRequest = nullptr; // the destructors that run now must not get here again
     pthread_exit(nullptr);
+}
+
+// In a thread that the kit does not know nobody cancels, but for reasons of its own.
+KillableWait::KillableWait()
+{
+    if (tKillRequest && CanEndHere())
+        pthread_setcancelstate(PTHREAD_CANCEL_ENABLE, nullptr);
+}
+
+KillableWait::~KillableWait()
+{
+    if (tKillRequest)
+        pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
 }
 } // namespace kernel

@@ -4,10 +4,8 @@
 
 #include <optional>
 
-#include "KillGuard.h"
 #include "Mutex.h"
 #include "Thread.h"
-#include "UnwindCheck.h"
 
 // Holds a mutex for the length of a block. Meanwhile the thread is not stopped by suspend_thread:
 // it would stop every other user of the kit with it.
@@ -33,17 +31,4 @@ public:
 private:
     std::optional<kernel::SuspendGuard> fGuard; // ends after the mutex is let go
     Mutex& fMutex;
-};
-
-// For a wait on a condition, which is a kill point: inside a destructor it must not be one.
-class WaitGuard {
-public:
-    WaitGuard()
-    {
-        if (!kernel::StackCanBeUnwound())
-            fGuard.emplace();
-    }
-
-private:
-    std::optional<KillGuard> fGuard;
 };

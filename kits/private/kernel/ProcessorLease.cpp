@@ -1,7 +1,6 @@
 #include "ProcessorLease.h"
 
 #include "CpuTopology.h"
-#include "KillGuard.h"
 #include "LeaseKeeper.h"
 
 #include <algorithm>
@@ -17,7 +16,6 @@ namespace kernel {
 ProcessorLease::ProcessorLease(const std::string& root, const std::vector<int>& numbers)
     : fRoot(root), fNumbers(numbers)
 {
-    const KillGuard guard;
     fSwitches.fill(-EBADF);
     for (size_t i = 0; i < numbers.size() && i < kMost; i++) {
         const int file = open(ProcessorSwitchPath(root, numbers[i]).c_str(), O_WRONLY | O_CLOEXEC);
@@ -27,7 +25,6 @@ ProcessorLease::ProcessorLease(const std::string& root, const std::vector<int>& 
 
 ProcessorLease::~ProcessorLease()
 {
-    const KillGuard guard;
     End();
     for (const int file : fSwitches) {
         if (file >= 0)
@@ -43,7 +40,6 @@ bool ProcessorLease::CanSwitch(int32 index) const
 
 int ProcessorLease::Set(int32 index, bool on)
 {
-    const KillGuard guard;
     if (index < 0 || index >= static_cast<int32>(kMost))
         return EBADF;
     const auto i = static_cast<size_t>(index);
@@ -87,7 +83,6 @@ int ProcessorLease::SwitchOn(size_t index)
 
 void ProcessorLease::End()
 {
-    const KillGuard guard;
     if (fConnection >= 0) {
         shutdown(fConnection, SHUT_WR);
         char none; // it ends when it has switched on what is off

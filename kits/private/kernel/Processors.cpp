@@ -6,11 +6,13 @@
 #include "ProcessorChoice.h"
 #include "TextFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <limits>
 #include <string_view>
 #include <unistd.h>
 #include <utility>
@@ -86,13 +88,13 @@ bool TryToLock(Mutex& lock) TRY_ACQUIRE(true, lock)
 
 Processors::Processors(const std::string& root, size_t most)
     : fRoot(root), fTopology(ReadWholeTopology(root)),
-      fNumbers(ChooseProcessors(fTopology, AllowedFor(root), most))
+      fAll(ChooseProcessors(fTopology, AllowedFor(root), std::numeric_limits<size_t>::max())),
+      fNumbers(fAll.begin(), fAll.begin() + static_cast<ptrdiff_t>(std::min(most, fAll.size())))
 {
 }
 
 std::shared_ptr<Processors> Processors::Get()
 {
-    const KillGuard guard;
     Current& current = TheCurrent();
     const LeafLock lock(current.lock);
     if (!current.processors)
@@ -102,7 +104,6 @@ std::shared_ptr<Processors> Processors::Get()
 
 void Processors::SetRoot(const std::string& root, size_t most)
 {
-    const KillGuard guard;
     Current& current = TheCurrent();
     const LeafLock lock(current.lock);
     if (const auto before = std::exchange(current.processors, nullptr)) {
@@ -159,6 +160,8 @@ int Processors::BindThreads()
         on.Add(fNumbers[i]);
         count++;
     }
+    for (size_t i = 0; i < fBeyond; i++)
+        on.Add(fAll[fNumbers.size() + i]);
     if (fConfinements > 0 || count < fNumbers.size())
         return fAffinity.Confine(on);
     fAffinity.Release();
@@ -224,7 +227,6 @@ int Processors::SwitchOn(int32 cpu)
 
 void Processors::BeginConfinement()
 {
-    const KillGuard guard;
     const LeafLock lock(fLock);
     fConfinements++;
     if (const int error = BindThreads(); error != 0)
@@ -233,11 +235,35 @@ void Processors::BeginConfinement()
 
 void Processors::EndConfinement()
 {
-    const KillGuard guard;
     const LeafLock lock(fLock);
     fConfinements--;
     if (const int error = BindThreads(); error != 0)
         TellThatUnconfined(error);
+}
+
+void Processors::UseBeyond(size_t count)
+{
+    const KillGuard guard;
+    const LeafLock lock(fLock);
+    fBeyond = std::min(count, fAll.size() - fNumbers.size());
+    if (const int error = BindThreads(); error != 0)
+        TellThatUnconfined(error);
+}
+
+ProcessorUse Processors::Use()
+{
+    const KillGuard guard;
+    const LeafLock lock(fLock);
+    ProcessorUse use;
+    for (size_t i = 0; i < fNumbers.size(); i++) {
+        if (fStates[i] == State::On)
+            use.used.push_back(fNumbers[i]);
+        else if (fStates[i] == State::OffInSystem)
+            use.off.push_back(fNumbers[i]);
+    }
+    for (size_t i = 0; i < fBeyond; i++)
+        use.used.push_back(fAll[fNumbers.size() + i]);
+    return use;
 }
 
 status_t Processors::Switch(int32 cpu, bool on)
@@ -246,7 +272,6 @@ status_t Processors::Switch(int32 cpu, bool on)
         return B_BAD_VALUE;
     if (cpu == 0)
         return on ? status_t { B_OK } : B_NOT_ALLOWED;
-    const KillGuard guard;
     const LeafLock lock(fLock);
     const auto index = static_cast<size_t>(cpu);
     if (on == (fStates[index] == State::On))
@@ -266,6 +291,35 @@ status_t _kset_cpu_state_(int32 cpu, int32 state)
     if (state != 0 && state != 1)
         return B_BAD_VALUE;
     return kernel::Processors::Get()->Switch(cpu, state == 1);
+}
+
+int32 CountProcessors()
+{
+    return static_cast<int32>(kernel::Processors::Get()->All().size());
+}
+
+status_t UseProcessors(int32 count)
+{
+    const auto processors = kernel::Processors::Get();
+    const auto counted = static_cast<int32>(processors->Numbers().size());
+    if (count < 1 || count > static_cast<int32>(processors->All().size()))
+        return B_BAD_VALUE;
+    status_t error = B_OK;
+    const auto change = [&](int32 cpu, bool on) {
+        const status_t status = _kset_cpu_state_(cpu, on ? 1 : 0);
+        error = error == B_OK ? status : error;
+    };
+    for (int32 cpu = 1; cpu < std::min(count, counted); cpu++)
+        change(cpu, true);
+    processors->UseBeyond(static_cast<size_t>(std::max(count - counted, 0)));
+    for (int32 cpu = counted - 1; cpu >= count; cpu--)
+        change(cpu, false);
+    return error;
+}
+
+ProcessorUse ProcessorsInUse()
+{
+    return kernel::Processors::Get()->Use();
 }
 
 ProcessorConfinement::ProcessorConfinement() : fProcessors(kernel::Processors::Get())

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CpuTopology.h"
+#include "MachineRun.h"
 #include "Mutex.h"
 #include "OS.h"
 #include "ProcessorLease.h"
@@ -33,6 +34,8 @@ public:
     const CpuTopology& Topology() const { return fTopology; }
     // The system's numbers, in the order of the platform's.
     const std::vector<int>& Numbers() const { return fNumbers; }
+    // The same, and then those beyond the platform's count that the process may use.
+    const std::vector<int>& All() const { return fAll; }
 
     // See _kset_cpu_state_.
     [[nodiscard]] status_t Switch(int32 cpu, bool on) EXCLUDES(fLock);
@@ -40,6 +43,10 @@ public:
     // See ProcessorConfinement. Every beginning has its end.
     void BeginConfinement() EXCLUDES(fLock);
     void EndConfinement() EXCLUDES(fLock);
+    // Lets a confined process use so many of the processors beyond the platform's count too.
+    void UseBeyond(size_t count) EXCLUDES(fLock);
+    // See ProcessorsInUse.
+    [[nodiscard]] ProcessorUse Use() EXCLUDES(fLock);
 
 private:
     static void EndLease();
@@ -53,12 +60,14 @@ private:
 
     const std::string fRoot;
     const CpuTopology fTopology;
-    const std::vector<int> fNumbers;
+    const std::vector<int> fAll;
+    const std::vector<int> fNumbers; // the first of them
     Mutex fLock; // of the switching; held until the system has done it
     std::array<State, 8> fStates GUARDED_BY(fLock) {};
     std::unique_ptr<ProcessorLease> fLease GUARDED_BY(fLock); // made when first needed
     ThreadAffinity fAffinity GUARDED_BY(fLock);
     bool fHasToldOfBinding GUARDED_BY(fLock) = false;
     int fConfinements GUARDED_BY(fLock) = 0;
+    size_t fBeyond GUARDED_BY(fLock) = 0;
 };
 } // namespace kernel

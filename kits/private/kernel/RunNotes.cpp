@@ -1,7 +1,6 @@
 #include "RunNotes.h"
 
 #include "CpuTopology.h"
-#include "KillGuard.h"
 #include "LeaseKeeper.h"
 #include "TextFile.h"
 
@@ -235,7 +234,6 @@ RunNote OwnNote(const std::string& root, int& error)
 
 std::vector<RunNote> ReadNotes(const std::string& root)
 {
-    const KillGuard guard;
     std::vector<RunNote> notes;
     const std::string boot = BootId(root);
     for (const std::string& folder : Folders(root)) {
@@ -261,7 +259,6 @@ bool IsTakenByAnother(const std::string& root, int number)
 
 LeftOff SwitchOnLeftOff(const std::string& root)
 {
-    const KillGuard guard;
     LeftOff left;
     for (const RunNote& note : ReadNotes(root)) {
         if (!note.program.Lives())

@@ -1,6 +1,5 @@
 #include "TaskStat.h"
 
-#include "KillGuard.h"
 
 #include <cerrno>
 #include <csignal>
@@ -29,7 +28,6 @@ bool ParseTaskStat(const char* record, TaskStat& stat)
 namespace {
 bool ReadRecord(const char* path, TaskStat& stat)
 {
-    const KillGuard guard;
     const int file = open(path, O_RDONLY | O_CLOEXEC);
     if (file < 0)
         return false;

@@ -1,6 +1,5 @@
 #include "TextFile.h"
 
-#include "KillGuard.h"
 
 #include <charconv>
 #include <fstream>
@@ -9,7 +8,6 @@
 namespace kernel {
 std::string ReadText(const std::string& path)
 {
-    const KillGuard guard;
     const std::ifstream file(path, std::ios::binary);
     std::ostringstream text;
     text << file.rdbuf(); // unlike iterators, no exception where reading fails

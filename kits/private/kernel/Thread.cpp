@@ -129,6 +129,7 @@ void Thread::Adopt()
     tThread = this;
     tKillRequest = &killRequest;
     pthread_setspecific(sKey, this);
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr); // but in a KillableWait
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, StopSignal());
@@ -155,16 +156,13 @@ status_t Thread::Create(thread_func threadFunction, void* threadData)
 void* Thread::Enter(void* self)
 {
     Thread& thread = *static_cast<Thread*>(self);
-    {
-        const KillGuard guard;
-        ProgramNice();
-        thread.Adopt();
-        thread.ApplyName();
-        thread.ApplyPriority();
-        thread.fIsReady.store(1);
-        FutexWake(thread.fIsReady);
-        thread.WaitWhileStopped();
-    }
+    ProgramNice();
+    thread.Adopt();
+    thread.ApplyName();
+    thread.ApplyPriority();
+    thread.fIsReady.store(1);
+    FutexWake(thread.fIsReady);
+    thread.WaitWhileStopped();
     if (thread.killRequest.load())
         return nullptr;
     const status_t value = thread.fFunction(thread.fData);
@@ -201,9 +199,11 @@ void Thread::Continue()
 void Thread::RequestKill()
 {
     killRequest.store(true);
+    pthread_cancel(handle);
     Continue();
     wakeUps.fetch_add(1);
     FutexWake(wakeUps);
+    TellThreadEvent();
 }
 
 void Thread::ApplyName() const

@@ -26,7 +26,8 @@ struct Thread {
     void Continue();
     // What the thread does then, also in a signal handler.
     void WaitWhileStopped();
-    // Asks the thread to end at its next kill point, and lets it run on so that it gets there.
+    // Asks a thread that has not ended to end at its next kill point, and lets it run on so that it
+    // gets there.
     void RequestKill();
     // Hands name and priority on to the system; best effort, only for a created thread.
     void ApplyName() const;
@@ -38,8 +39,6 @@ struct Thread {
     pid_t tid = 0; // the system's number
     pthread_t handle {};
     status_t value = B_INTERRUPTED; // what it has if it never returns one; written by itself
-    const Thread* waitsFor = nullptr;
-    bool canEndHere = false; // while waitsFor is set: see CanEndHere()
 
     std::atomic<bool> ended { false };
     std::atomic<bool> killRequest { false };
@@ -70,8 +69,7 @@ public:
     SuspendGuard& operator=(const SuspendGuard&) = delete;
 };
 
-// Goes up, and wakes who waits on it, whenever a thread ends, stops, is killed or begins to wait
-// for another.
+// Goes up, and wakes who waits on it, whenever a thread ends, stops or is killed.
 extern std::atomic<uint32> gThreadEvents;
 void TellThreadEvent();
 } // namespace kernel

@@ -67,43 +67,8 @@ void ThreadTable::End(Thread& thread)
         fThreads.erase(found);
         if (fEnded.size() > kMostEnded)
             fEnded.pop_front();
-        thread.waitsFor = nullptr;
         thread.ended.store(true);
     }
     TellThreadEvent();
-}
-
-bool ThreadTable::ClosesCircle(const Thread& self, bool& anotherCanEnd) const
-{
-    anotherCanEnd = false;
-    const Thread* thread = self.waitsFor;
-    // Bounded: the circle may be one that self is not in.
-    for (size_t steps = 0; thread && steps <= fThreads.size(); steps++) {
-        if (thread == &self)
-            return true;
-        if (thread->killRequest.load() && thread->canEndHere)
-            anotherCanEnd = true;
-        thread = thread->waitsFor;
-    }
-    return false;
-}
-
-ThreadTable::Wait ThreadTable::LookAtWait(Thread& self, const Thread& target, bool forValue)
-{
-    Wait result = Wait::GoOn;
-    self.waitsFor = &target;
-    if (target.ended.load()) {
-        result = Wait::Ended;
-    } else if (self.killRequest.load()) {
-        bool anotherCanEnd;
-        const bool circle = ClosesCircle(self, anotherCanEnd);
-        if (self.canEndHere && (circle || forValue))
-            result = Wait::EndSelf;
-        else if (circle && !anotherCanEnd)
-            result = Wait::GiveUp;
-    }
-    if (result != Wait::GoOn)
-        self.waitsFor = nullptr;
-    return result;
 }
 } // namespace kernel

@@ -1,8 +1,6 @@
 // All threads of the process that the kit knows, and the latest that have ended.
 #pragma once
 
-#include "KillGuard.h"
-#include "LockNotes.h"
 #include "Mutex.h"
 #include "Thread.h"
 
@@ -14,25 +12,18 @@
 namespace kernel {
 class ThreadTable {
 public:
-    // The lock of all records, never held while waiting for a thread. Its holder is neither stopped
-    // nor killed.
+    // The lock of all records, never held while waiting for a thread. Its holder is not stopped.
     class SCOPED_CAPABILITY Lock {
     public:
         explicit Lock(ThreadTable& table) ACQUIRE(table.fLock) : fTable(table)
         {
             fTable.fLock.lock();
-            NoteLocked(&fTable.fLock);
         }
-        ~Lock() RELEASE()
-        {
-            NoteUnlock(&fTable.fLock);
-            fTable.fLock.unlock();
-        }
+        ~Lock() RELEASE() { fTable.fLock.unlock(); }
         Lock(const Lock&) = delete;
         Lock& operator=(const Lock&) = delete;
 
     private:
-        KillGuard fKillGuard;
         SuspendGuard fSuspendGuard; // first released, then stopped
         ThreadTable& fTable;
     };
@@ -53,19 +44,10 @@ public:
     // Gives away the record of a thread that has ended; null if it is not kept any more.
     [[nodiscard]] std::shared_ptr<Thread> TakeEnded(thread_id id) REQUIRES(fLock);
 
-    // How a thread's wait for another goes on.
-    enum class Wait { Ended, GoOn, EndSelf, GiveUp };
-    // Notes that self waits for target. GiveUp only where threads wait for each other in a circle
-    // in which none that is to be killed can end where it is: then only returning helps.
-    [[nodiscard]] Wait LookAtWait(Thread& self, const Thread& target, bool forValue)
-        REQUIRES(fLock);
-
     // Moves a thread to those that have ended: its last act. It does not free its record itself.
     void End(Thread& thread);
 
 private:
-    [[nodiscard]] bool ClosesCircle(const Thread& self, bool& anotherCanEnd) const REQUIRES(fLock);
-
     mutable Mutex fLock;
     thread_id fNextId GUARDED_BY(fLock) = 1;
     Threads fThreads GUARDED_BY(fLock);

@@ -9,7 +9,6 @@
 #include <QMimeDatabase>
 
 #include "FileDescriptor.h"
-#include "KillGuard.h"
 #include "Locations.h"
 #include "Mime.h"
 
@@ -40,7 +39,6 @@ std::string AskDatabase(const std::string& path, int file)
 
 std::string GuessTypeOf(int descriptor)
 {
-    const KillGuard guard; // Qt holds its own locks
     struct stat info = {};
     if (fstat(descriptor, &info) != 0)
         return B_FILE_MIME_TYPE;

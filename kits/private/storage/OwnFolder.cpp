@@ -15,7 +15,6 @@
 
 #include "ErrorCodes.h"
 #include "FileDescriptor.h"
-#include "KillGuard.h"
 #include "LeafLock.h"
 #include "Locations.h"
 #include "RemoveTree.h"
@@ -132,10 +131,7 @@ bool WatchEnds()
         if (before.sa_handler == SIG_DFL)
             sigaction(number, &action, nullptr);
     }
-    return std::atexit([] {
-        const KillGuard guard;
-        folders::RemoveOwnTemporary();
-    }) == 0;
+    return std::atexit([] { folders::RemoveOwnTemporary(); }) == 0;
 }
 
 // Makes the folder that path says from now on. The one before stays open: a signal may just now
@@ -195,7 +191,6 @@ void TellOnce(const std::string& base, int error) REQUIRES(gMaking)
 
 status_t folders::OwnTemporary(std::string& path)
 {
-    const KillGuard guard;
     const LeafLock lock(gMaking);
     const Folder* folder = gFolder;
     if (folder && folder->owner == getpid()

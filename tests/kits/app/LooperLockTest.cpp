@@ -110,7 +110,6 @@ TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLockNorWhileItWaitsForItInADes
     AwaitWaiting(waiting.Id());
     KitThread killer([&] { kill_thread(waiting.Id()); });
     AwaitWaiting(killer.Id());
-    snooze(50'000); // the kill goes to the C library, too, after a while
     kill_thread(holder.Id());
     killer.Wait();
     EXPECT_EQ(log.Now(), (Entries { "begun", "done", "begun", "done" }));

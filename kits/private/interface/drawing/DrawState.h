@@ -8,6 +8,8 @@
 
 #include <memory>
 
+class PictureRecord;
+
 struct DrawState {
     rgb_color highColor = black_color;
     rgb_color lowColor = white_color;
@@ -16,5 +18,6 @@ struct DrawState {
     float penSize = 1;
     BFont font;
     std::unique_ptr<DrawContext> context; // made when the view first draws in a shown window
+    PictureRecord* record = nullptr; // between BeginPicture() and EndPicture()
     BRect updateRect; // valid between BeginUpdate() and EndUpdate()
 };

@@ -20,7 +20,7 @@ std::map<FontRequest, std::unique_ptr<FontFace>> sFaces GUARDED_BY(sFacesLock);
 
 } // namespace
 
-FontFace* FontFace::Of(const BFont& font, float scale)
+FontRequest FontFace::Request(const BFont& font, float scale)
 {
     FontRequest request;
     request.family = font.fFamily == be_plain_font->fFamily ? "" : font.fFamily;
@@ -28,13 +28,19 @@ FontFace* FontFace::Of(const BFont& font, float scale)
     request.italic = (font.fFace & B_ITALIC_FACE) != 0;
     request.fixed = font.fFamily == be_fixed_font->fFamily;
     request.pixels = std::lround(std::clamp<float>(font.fSize * scale, 1, kMaxPixels));
+    return request;
+}
+
+FontFace* FontFace::Of(const BFont& font, float scale)
+{
+    const FontRequest request = Request(font, scale);
     {
         const LeafLock lock(sFacesLock);
         const auto found = sFaces.find(request);
         if (found != sFaces.end())
             return found->second.get();
     }
-    if (!display::Start())
+    if (!display::Serves())
         return nullptr;
     std::unique_ptr<FontFace> face(new FontFace(request));
     const LeafLock lock(sFacesLock); // where another thread was faster, its face stays

@@ -32,7 +32,8 @@ struct GlyphImage {
 
 class FontFace {
 public:
-    // The font drawn at so many pixels a view unit. Null without a display.
+    static FontRequest Request(const BFont& font, float scale); // as for Of()
+    // The font drawn at so many pixels a view unit. Null without a display or a BPicture.
     static FontFace* Of(const BFont& font, float scale);
     static float DisplayScale(); // pixels a view unit has on the main screen; 1 without a display
 

@@ -10,22 +10,6 @@
 
 namespace {
 
-QFont MakeFont(const FontRequest& request)
-{
-    QFont font = QApplication::font();
-    if (!request.family.empty()) {
-        font.setFamily(QString::fromStdString(request.family));
-        font.setStyleHint(request.fixed ? QFont::Monospace : QFont::AnyStyle);
-    }
-    font.setPixelSize(request.pixels);
-    font.setBold(request.bold);
-    font.setItalic(request.italic);
-    // Whole-pixel advances, so that the widths measured are the widths drawn.
-    font.setHintingPreference(QFont::PreferFullHinting);
-    font.setStyleStrategy(QFont::NoSubpixelAntialias);
-    return font;
-}
-
 // The smallest rectangle around all pixels that are not transparent.
 QRect InkOf(const QImage& image)
 {
@@ -82,6 +66,22 @@ GlyphImage RasterizeGlyph(const QFont& font, const QFontMetricsF& metrics, uint3
 }
 
 } // namespace
+
+QFont MakeFont(const FontRequest& request)
+{
+    QFont font = QApplication::font();
+    if (!request.family.empty()) {
+        font.setFamily(QString::fromStdString(request.family));
+        font.setStyleHint(request.fixed ? QFont::Monospace : QFont::AnyStyle);
+    }
+    font.setPixelSize(request.pixels);
+    font.setBold(request.bold);
+    font.setItalic(request.italic);
+    // Whole-pixel advances, so that the widths measured are the widths drawn.
+    font.setHintingPreference(QFont::PreferFullHinting);
+    font.setStyleStrategy(QFont::NoSubpixelAntialias);
+    return font;
+}
 
 float MainScreenScale()
 {

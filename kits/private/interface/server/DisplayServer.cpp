@@ -2,7 +2,6 @@
 
 #include "Check.h"
 #include "CursorState.h"
-#include "KillGuard.h"
 #include "LeafLock.h"
 #include "OwnFolder.h"
 #include "server/Accessibility.h"
@@ -19,6 +18,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QLoggingCategory>
 #include <QPixmapCache>
 #include <QSocketNotifier>
 #include <QThreadPool>
@@ -50,7 +50,9 @@ struct Job {
 
 class Server {
 public:
-    bool Start();
+    // What has to work: windows, whatever does where it runs already, or painting alone.
+    enum class Need { kWindows, kAny, kPictures };
+    bool Start(Need need);
     bool RunAndWait(const std::function<void()>& run);
     bool RunLater(std::function<void()> run);
     // Ends the thread. kApplication: Qt's static parts may have gone already, so QApplication
@@ -61,9 +63,11 @@ public:
 private:
     enum class State { kIdle, kStarting, kRunning, kStopped };
 
-    void Main();
+    void Main(bool hasDisplay);
     void Serve();
+    [[nodiscard]] bool Begin(Need need) REQUIRES(fLock);
     [[nodiscard]] bool Launch() REQUIRES(fLock);
+    void TellNoDisplay() REQUIRES(fLock);
     void RunJobs();
     bool RunOne();
     void Enqueue(Job job) REQUIRES(fLock);
@@ -74,9 +78,11 @@ private:
     State fState GUARDED_BY(fLock) = State::kIdle;
     std::deque<Job> fJobs GUARDED_BY(fLock);
     Leave fLeave GUARDED_BY(fLock) = Leave::kNothing;
+    bool fHasDisplay GUARDED_BY(fLock) = false; // known once it is started
     bool fToldWhyNot GUARDED_BY(fLock) = false;
     int fWakeUp = -1; // an eventfd: Qt's loop sees it, and so does ThreadSanitizer
     std::thread fThread;
+    QObject* fHeld = nullptr; // see Main()
 };
 
 Server& TheServer()
@@ -100,8 +106,12 @@ private:
     xcb_connection_t* const fConnection;
 };
 
-void TellNoDisplay()
+// Once for the whole program.
+void Server::TellNoDisplay()
 {
+    if (fToldWhyNot)
+        return;
+    fToldWhyNot = true;
     const char* name = getenv("DISPLAY");
     const char* wayland = getenv("WAYLAND_DISPLAY");
     if (name && *name)
@@ -136,22 +146,27 @@ void AtExit(int status, void*)
     TheServer().Stop(Server::Leave::kApplication);
 }
 
-bool Server::Start()
+bool Server::Start(Need need)
 {
     if (tIsServer)
         return true;
     WatchMainThread();
-    const KillGuard guard;
     const LeafLock lock(fLock, LeafLock::kWaits);
     while (fState == State::kStarting)
         fStateChanged.wait(fLock);
-    if (fState != State::kIdle)
-        return fState == State::kRunning;
+    if (fState == State::kIdle && !Begin(need))
+        return false;
+    if (need == Need::kWindows && !fHasDisplay)
+        TellNoDisplay();
+    return fState == State::kRunning && (fHasDisplay || need != Need::kWindows);
+}
+
+bool Server::Begin(Need need)
+{
     const DisplayProbe probe;
-    if (!probe.FoundOne()) {
-        if (!fToldWhyNot)
-            TellNoDisplay();
-        fToldWhyNot = true;
+    fHasDisplay = probe.FoundOne();
+    if (!fHasDisplay && need != Need::kPictures) {
+        TellNoDisplay();
         return false;
     }
     if (!Launch())
@@ -194,7 +209,7 @@ bool Server::Launch()
         if (fWakeUp < 0)
             throw std::system_error(errno, std::generic_category());
         TryQtThreads();
-        fThread = std::thread([this] { Main(); });
+        fThread = std::thread([this, hasDisplay = fHasDisplay] { Main(hasDisplay); });
     } catch (const std::exception& error) { // no thread or no memory
         if (!fToldWhyNot)
             fprintf(stderr, "Cannot start thread <display server>: %s\n", error.what());
@@ -215,15 +230,21 @@ QIcon OwnIcon()
     return icon;
 }
 
-QApplication* MakeApplication()
+QApplication* MakeApplication(bool hasDisplay)
 {
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     // Qt keeps references to these.
     static char platform[] = "-platform";
     static char xcb[] = "xcb";
-    static char* arguments[] = { program_invocation_short_name, platform, xcb, nullptr };
-    static int count = 3;
+    static char offscreen[] = "offscreen";
+    static char theme[] = "-platformtheme"; // a desktop's own might look for the display
+    static char none[] = "none";
+    static char* arguments[] = { program_invocation_short_name, platform,
+        hasDisplay ? xcb : offscreen, hasDisplay ? nullptr : theme, none, nullptr };
+    static int count = hasDisplay ? 3 : 5;
+    if (!hasDisplay) // where nobody is logged in: Qt would remark on the session that is missing
+        QLoggingCategory::setFilterRules("default.warning=false");
     auto* application = new QApplication(count, arguments);
     // Large areas are painted by other threads. One that is there from the start is always found.
     QThreadPool::globalInstance()->setMaxThreadCount(1);
@@ -237,12 +258,15 @@ QApplication* MakeApplication()
     return application;
 }
 
-void Server::Main()
+void Server::Main(bool hasDisplay)
 {
     tIsServer = true;
     pthread_setname_np(pthread_self(), "display server");
     static QApplication* application = nullptr; // it may have to stay
-    application = MakeApplication();
+    application = MakeApplication(hasDisplay);
+    // The end of this thread and the end of Qt's static parts both let go of what Qt knows of this
+    // thread, and its plugins do once more after it was freed. An object that stays holds it.
+    fHeld = new QObject;
     Serve();
     const Leave leave = DropJobs();
     while (leave == Leave::kNothing && !QApplication::topLevelWidgets().isEmpty())
@@ -334,8 +358,7 @@ bool Server::RunAndWait(const std::function<void()>& run)
         run();
         return true;
     }
-    const KillGuard guard;
-    if (!Start())
+    if (!Start(Need::kAny))
         return false;
     Waiter waiter;
     const LeafLock lock(fLock, LeafLock::kWaits);
@@ -349,8 +372,7 @@ bool Server::RunAndWait(const std::function<void()>& run)
 
 bool Server::RunLater(std::function<void()> run)
 {
-    const KillGuard guard;
-    if (!Start())
+    if (!Start(Need::kAny))
         return false;
     const LeafLock lock(fLock);
     if (fState != State::kRunning)
@@ -377,7 +399,17 @@ void Server::Stop(Leave leave)
 
 bool Start()
 {
-    return TheServer().Start();
+    return TheServer().Start(Server::Need::kWindows);
+}
+
+bool StartForPictures()
+{
+    return TheServer().Start(Server::Need::kPictures);
+}
+
+bool Serves()
+{
+    return TheServer().Start(Server::Need::kAny);
 }
 
 void EndWithDisplay()

@@ -18,6 +18,11 @@ namespace display {
 // Starts the server unless it runs. False, after one line on standard error for the whole program,
 // where there is no display; callable again.
 bool Start();
+// Starts it for what needs no window, fonts and painting, even where there is no display: Calls run
+// then, and Start() stays false. False, with a line on standard error, if it cannot have a thread.
+bool StartForPictures();
+// Whether Calls run; starts the server as Start() does unless it runs.
+bool Serves();
 
 // For whoever finds a connection of its own to the display broken, which ends the program as Qt
 // does for its: with a line on standard error and status 1. Needs no lock and waits for no thread.

@@ -93,7 +93,6 @@ Store::~Store()
 
 void Store::Close()
 {
-    const KillGuard guard;
     const LeafLock lock(fLock);
     Forget();
 }
@@ -124,7 +123,6 @@ void Store::Prepare(Access access)
 ssize_t Store::Run(Access access, const std::function<ssize_t(sqlite3*)>& action)
 {
     CheckKilled();
-    const KillGuard guard;
     const LeafLock lock(fLock);
     try {
         Prepare(access);

@@ -1,4 +1,4 @@
-#include "toolkit/Links.h"
+#include "toolkit/WebLinkStringView.h"
 
 #include "tests/support/TempFolder.h"
 #include "tests/support/WaitUntil.h"

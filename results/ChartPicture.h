@@ -1,0 +1,12 @@
+// The comparison's chart as a file.
+#pragma once
+
+#include "results/Comparison.h"
+
+// Writes the chart, with the test's name and the legend above it, as SVG, PNG or PDF, as path ends,
+// on a white ground: names in full up to some 120 letters, and as high as its machines need. Where
+// these are more than some 450, a line below says how many are missing. The chart shows what the
+// comparison does; a test must have been chosen that its first machine has. Whoever shares the
+// comparison holds its lock. Needs no display. False, and what was there stays, with a line on
+// standard error, if it could not be written.
+[[nodiscard]] bool WriteChartPicture(const char* path, Comparison& comparison);

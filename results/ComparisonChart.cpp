@@ -1,0 +1,96 @@
+#include "results/ComparisonChart.h"
+
+#include <algorithm>
+
+#include "results/CpuColor.h"
+#include "results/TestCatalogue.h"
+
+namespace {
+
+constexpr float kTitleBaseline = 10;
+constexpr float kTitleLineY = 14;
+constexpr float kSwatch = 14;
+constexpr rgb_color kLabelledLine = { 128, 128, 128, 255 };
+constexpr rgb_color kPlainLine = { 216, 216, 216, 255 };
+
+} // namespace
+
+float ComparisonChart::Height() const
+{
+    float height = kFirstRowY;
+    for (const Results& machine : comparison.machines)
+        height += machine.RowHeight();
+    return height;
+}
+
+void ComparisonChart::Draw(BView* view, BRect update)
+{
+    view->SetHighColor(black_color);
+    view->DrawString("Configuration", BPoint(10, kTitleBaseline));
+    DrawGrid(view, update);
+    DrawCaption(view);
+    float y = kFirstRowY;
+    for (Results& machine : comparison.machines) {
+        machine.Draw(view, update, barsX, comparison.scale.maxScale, cpu_color.data(), y,
+            &machine == comparison.selected, comparison.ratioBase);
+    }
+}
+
+// Lines reach over the update only: the whole chart's height may be more than a display can count.
+void ComparisonChart::DrawGrid(BView* view, BRect update) const
+{
+    const float right = view->Bounds().Width();
+    const float bottom = update.bottom;
+    view->SetHighColor(black_color);
+    view->StrokeLine(BPoint(0, kTitleLineY), BPoint(right, kTitleLineY));
+    view->StrokeLine(BPoint(barsX, std::max(0.0f, update.top)), BPoint(barsX, bottom));
+
+    const ChartScale& scale = comparison.scale;
+    float labelX = barsX;
+    float labelWidth = 0;
+    for (int64 value = scale.step; value < int64(scale.maxScale); value += scale.step) {
+        const float x = scale.XFor(double(value), barsX, right);
+        const bool isLabelled = x > labelX + 1.4f * labelWidth;
+        if (isLabelled) {
+            LibString label;
+            label.Formatted("%lld", static_cast<long long>(value));
+            labelX = x;
+            labelWidth = view->StringWidth(label);
+            view->SetHighColor(black_color);
+            view->DrawString(label, BPoint(x - labelWidth / 2, kTitleBaseline));
+        }
+        view->SetHighColor(isLabelled ? kLabelledLine : kPlainLine);
+        const float top = std::max(isLabelled ? kTitleLineY - 2 : kTitleLineY, update.top);
+        view->StrokeLine(BPoint(x, top), BPoint(x, bottom));
+    }
+}
+
+// What the bars show, in the first machine's unit.
+void ComparisonChart::DrawCaption(BView* view) const
+{
+    const Results* first = comparison.machines.First();
+    const Metric* metric = first ? first->Current() : nullptr;
+    if (!metric)
+        return;
+    LibString caption("( Percent )");
+    if (comparison.ratioBase <= 0) {
+        const char* units = metric->units;
+        caption.Formatted("( %s )", *units ? units : MetricUnits(metric->index));
+    }
+    view->SetHighColor(black_color);
+    view->DrawString(caption, BPoint(110, kTitleBaseline));
+}
+
+LibString ComparisonChart::DrawLegendEntry(
+    BView* view, BPoint leftTop, int32 index, rgb_color textColor)
+{
+    const BRect swatch(leftTop, leftTop + BPoint(kSwatch, kSwatch));
+    view->SetHighColor(cpu_color[index]);
+    view->FillRect(swatch);
+    view->SetHighColor(textColor);
+    view->StrokeRect(swatch);
+    LibString text;
+    text.Formatted("%d CPU", index + 1);
+    view->DrawString(text, BPoint(swatch.right + 5, leftTop.y + kLegendBaseline));
+    return text;
+}

@@ -1,0 +1,39 @@
+// The comparison as a chart: a row for each machine with a bar for each processor count, above a
+// grid. The window's view and the pictures in files draw it by the same calls.
+#pragma once
+
+#include <View.h>
+
+#include "results/Comparison.h"
+
+class ComparisonChart {
+public:
+    static constexpr float kFontSize = 10; // of the views that it is drawn into
+    static constexpr float kRowHeight = 17; // of a machine that is not opened
+    static constexpr float kFirstRowY = 19;
+    static constexpr float kNamesX = 21; // where the machines' names begin
+    static constexpr float kBarsX = 320; // where the bars begin in the window
+    static constexpr float kLegendEntryWidth = 66;
+    static constexpr float kLegendBaseline = 11; // of an entry's name, from its top
+
+    // barsStart: the bars' left, right of the names. They end at the view's right edge.
+    explicit ComparisonChart(Comparison& shown, float barsStart = kBarsX)
+        : comparison(shown), barsX(barsStart)
+    {
+    }
+
+    // Of all rows with what is above them, in view units.
+    [[nodiscard]] float Height() const;
+    // Draws what of it lies in update; all machines' frames are where their pictures are then.
+    void Draw(BView* view, BRect update);
+
+    // Draws the legend's entry for index + 1 processors: its colour and name. Returns the name.
+    static LibString DrawLegendEntry(BView* view, BPoint leftTop, int32 index, rgb_color text);
+
+private:
+    void DrawGrid(BView* view, BRect update) const;
+    void DrawCaption(BView* view) const;
+
+    Comparison& comparison;
+    const float barsX;
+};

@@ -1,0 +1,120 @@
+// What a view draws into a picture against what it draws on the screen.
+#include "Picture.h"
+
+#include "Bitmap.h"
+#include "Canvas.h"
+#include "server/DisplayServer.h"
+#include "tests/support/TempFolder.h"
+
+#include <QImage>
+
+namespace {
+
+typedef CanvasTest PictureTest;
+
+constexpr int kScale = 2; // pixels of a PNG for one of the screen
+
+// draw's drawing as a PNG of the canvas's size.
+QImage Written(const std::function<void(BView& view)>& draw)
+{
+    const TempFolder folder;
+    BPicture picture;
+    BView view(BRect(0, 0, 39, 29), "picture", B_FOLLOW_NONE, B_WILL_DRAW);
+    view.BeginPicture(&picture);
+    draw(view);
+    view.EndPicture();
+    view.FillRect(view.Bounds()); // no more of it
+    const std::string path = folder / "a.png";
+    EXPECT_EQ(WritePicture(path.c_str(), picture, view.Bounds(), "A picture"), "");
+    return QImage(QString::fromStdString(path));
+}
+
+uint32 PixelOf(const QImage& image, int x, int y)
+{
+    return image.pixel(x, y) & 0xffffff;
+}
+
+} // namespace
+
+// Each pixel of the screen is a square of the file.
+TEST_F(PictureTest, ShowsUprightShapesAndBitmapsAsTheScreenDoes)
+{
+    BBitmap bitmap(BRect(0, 0, 1, 1), B_CMAP8);
+    const uint8 pixels[] = { 0, B_TRANSPARENT_8_BIT, 27, 63 };
+    bitmap.SetBits(pixels, 2, 0, B_CMAP8);
+    bitmap.SetBits(pixels + 2, 2, bitmap.BytesPerRow(), B_CMAP8);
+    const auto draw = [&bitmap](BView& v) {
+        v.FillRect(BRect(12, 8, 3, 2)); // corners swapped
+        v.FillRect(BRect(14, 2, 14, 2));
+        v.SetHighColor({ 200, 0, 0 });
+        v.StrokeRect(BRect(24, 2, 30, 8));
+        v.StrokeRect(BRect(-5, 15, 39, 35)); // over the edges
+        v.StrokeLine(BPoint(1, 12), BPoint(1, 4));
+        v.StrokeLine(BPoint(20, 12), BPoint(30, 12));
+        v.SetPenSize(3);
+        v.StrokeLine(BPoint(10, 20), BPoint(20, 20));
+        v.SetLowColor({ 0, 0, 250 });
+        v.FillRect(BRect(32, 2, 37, 9), B_SOLID_LOW);
+        v.DrawBitmap(&bitmap, BRect(2, 20, 5, 23));
+        v.SetDrawingMode(B_OP_OVER);
+        v.DrawBitmap(&bitmap, BRect(32, 2, 35, 5));
+    };
+    const Picture shown = Drawn(draw);
+    const QImage written = Written(draw);
+    ASSERT_EQ(written.size(), QSize(kScale * shown.width, kScale * shown.height));
+    for (const int corner : { 0, kScale - 1 }) {
+        ExpectPicture(shown, [&](int x, int y) {
+            return PixelOf(written, kScale * x + corner, kScale * y + corner);
+        });
+    }
+}
+
+TEST_F(PictureTest, HasRoundShapesAndTextInTheSamePlaces)
+{
+    const std::pair<const char*, std::function<void(BView&)>> rows[] = {
+        { "ellipse", [](BView& v) { v.FillEllipse(BRect(5, 4, 30, 20)); } },
+        { "outline", [](BView& v) { v.StrokeEllipse(BRect(5, 4, 30, 20)); } },
+        { "triangle",
+            [](BView& v) {
+                v.FillTriangle({ 3, 3 }, { 30, 5 }, { 10, 25 });
+            } },
+        { "line", [](BView& v) { v.StrokeLine(BPoint(3, 3), BPoint(30, 25)); } },
+        { "text", [](BView& v) { v.DrawString("HHH", BPoint(3, 20)); } },
+    };
+    for (const auto& [name, draw] : rows) {
+        SCOPED_TRACE(name);
+        const Picture shown = Drawn(draw);
+        const QImage written = Written(draw);
+        Picture large { written.width(), written.height(), {} };
+        for (int i = 0; i < large.width * large.height; i++) { // what is more black than white
+            const uint32 pixel = PixelOf(written, i % large.width, i / large.width);
+            large.pixels.push_back((pixel & 0xff) < 0x80 ? kBlack : kWhite);
+        }
+        BRect onScreen;
+        for (int i = 0; i < shown.width * shown.height; i++) {
+            const BPoint at(float(i % shown.width), float(i / shown.width));
+            if ((shown.pixels[size_t(i)] & 0xff) < 0x80)
+                onScreen = onScreen.IsValid() ? onScreen | BRect(at, at) : BRect(at, at);
+        }
+        const BRect inFile = large.ExtentOf(kBlack).rect;
+        const float far = 1.5f; // pixels of the screen
+        EXPECT_NEAR(inFile.left / kScale, onScreen.left, far);
+        EXPECT_NEAR(inFile.top / kScale, onScreen.top, far);
+        EXPECT_NEAR(inFile.right / kScale, onScreen.right, far);
+        EXPECT_NEAR(inFile.bottom / kScale, onScreen.bottom, far);
+    }
+}
+
+TEST(PictureDeathTest, NeedsNoDisplayAndLeavesWindowsWithoutOne)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            unsetenv("DISPLAY");
+            setenv("WAYLAND_DISPLAY", "", 1);
+            const BPicture picture;
+            if (be_plain_font->StringWidth("text") > 10 && !display::Start())
+                new BWindow(BRect(0, 0, 9, 9), "None", B_TITLED_WINDOW, 0);
+        },
+        testing::ExitedWithCode(1), "^No display: DISPLAY is not set\n$");
+}

@@ -1,0 +1,157 @@
+// The comparison's chart as a file, written where there is no display.
+#include "results/ChartPicture.h"
+
+#include "tests/support/TempFolder.h"
+
+#include <QImage>
+#include <QXmlStreamReader>
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace {
+
+// The texts of an SVG, and the widths of its bars by their colours.
+struct Svg {
+    std::vector<std::string> texts;
+    std::map<std::string, std::vector<double>> bars;
+    std::string error; // of the XML
+
+    explicit Svg(const std::string& path)
+    {
+        const std::string file = ReadFile(path);
+        QXmlStreamReader reader(QByteArray::fromStdString(file));
+        std::string color;
+        while (!reader.atEnd()) {
+            if (reader.readNext() != QXmlStreamReader::StartElement)
+                continue;
+            const auto value = [&reader](const char* name) {
+                return reader.attributes().value(QLatin1String(name)).toString();
+            };
+            if (reader.name() == QLatin1String("g"))
+                color = value("fill").toStdString();
+            else if (reader.name() == QLatin1String("rect") && value("height") == "11")
+                bars[color].push_back(value("width").toDouble());
+            else if (reader.name() == QLatin1String("text"))
+                texts.push_back(reader.readElementText().toStdString());
+        }
+        error = reader.errorString().toStdString();
+    }
+    long Count(const std::string& text) const
+    {
+        return std::count(texts.begin(), texts.end(), text);
+    }
+};
+
+class ChartPictureTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        unsetenv("DISPLAY");
+        unsetenv("WAYLAND_DISPLAY");
+        WriteFile(folder / "machines",
+            "1.0\n29\nOne <A&B>\x01 (2-x)\t700:400/1,4;\n"
+            "24\nOther (1-y)\t700:200/1.0;\n");
+        ASSERT_TRUE(comparison.Load({ (folder / "machines").c_str() }));
+        comparison.ChooseTest("Sieve");
+    }
+    // What is said on standard error.
+    std::string Said(const std::string& path)
+    {
+        testing::internal::CaptureStderr();
+        const bool isWritten = WriteChartPicture(path.c_str(), comparison);
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(isWritten, said.empty());
+        return said;
+    }
+
+    const TempFolder folder;
+    Comparison comparison;
+};
+
+} // namespace
+
+TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
+{
+    EXPECT_EQ(Said(folder / "a.SVG"), "");
+    Svg svg(folder / "a.SVG");
+    EXPECT_EQ(svg.error, "");
+    for (const char* text : { "Sieve", "1 CPU", "8 CPU", "( IPS )", "10",
+             "One <A&B>\xef\xbf\xbd (2-x)", "Other (1-y)" })
+        EXPECT_EQ(svg.Count(text), 1) << text;
+    for (const std::string& text : svg.texts) // that is for screen readers
+        EXPECT_EQ(text.find(".0"), std::string::npos) << text;
+    ASSERT_EQ(svg.bars["#00b200"].size(), 1u);
+    ASSERT_EQ(svg.bars["#0000c8"].size(), 2u);
+    const double widest = svg.bars["#00b200"][0];
+    EXPECT_GT(widest, 300);
+    EXPECT_NEAR(svg.bars["#0000c8"][0], widest / 4, 0.01);
+    EXPECT_NEAR(svg.bars["#0000c8"][1], widest / 2, 0.01);
+
+    comparison.selected = comparison.machines.First();
+    comparison.byRatio = true;
+    comparison.UpdateScale();
+    EXPECT_EQ(Said(folder / "a.SVG"), "");
+    svg = Svg(folder / "a.SVG");
+    EXPECT_EQ(svg.Count("Sieve, percent of One <A&B>\xef\xbf\xbd (2-x)"), 1);
+    EXPECT_EQ(svg.Count("( Percent )"), 1);
+}
+
+TEST_F(ChartPictureTest, PngIsSharpAndLight)
+{
+    EXPECT_EQ(Said(folder / "a.png"), "");
+    const QImage image(QString::fromStdString(folder / "a.png"));
+    constexpr int kScale = 2;
+    constexpr int kTop = 56; // of the chart
+    ASSERT_EQ(image.size(), kScale * QSize(720, kTop + 19 + 2 * 17));
+    const auto at = [&image](int x, int y) { return image.pixelColor(kScale * x, kScale * y); };
+    EXPECT_EQ(at(0, 0), QColor(Qt::white));
+    EXPECT_EQ(at(719, kTop + 40), QColor(Qt::white));
+    EXPECT_EQ(at(330, kTop + 19 + 8), QColor(0, 0, 200));
+    EXPECT_EQ(at(500, kTop + 19 + 8), QColor(0, 178, 0));
+    EXPECT_EQ(at(500, kTop + 19 + 17 + 1), QColor(Qt::white)); // between two bars
+}
+
+TEST_F(ChartPictureTest, PdfIsOnePage)
+{
+    EXPECT_EQ(Said(folder / "a.pdf"), "");
+    const std::string file = ReadFile(folder / "a.pdf");
+    EXPECT_TRUE(file.starts_with("%PDF-"));
+    EXPECT_NE(file.find("/Count 1\n"), std::string::npos);
+    EXPECT_NE(file.find("%%EOF"), std::string::npos);
+}
+
+TEST_F(ChartPictureTest, TellsHowManyMachinesAreMissing)
+{
+    const std::vector<LibString> files(250, (folder / "machines").c_str());
+    ASSERT_TRUE(comparison.Load(files));
+    EXPECT_EQ(Said(folder / "a.svg"), "");
+    const Svg svg(folder / "a.svg");
+    EXPECT_EQ(svg.Count("Other (1-y)"), 234); // 469 rows of 17 are as high as 8000
+    EXPECT_EQ(svg.Count("and 33 more machines"), 1);
+}
+
+TEST_F(ChartPictureTest, SaysWhyThereIsNone)
+{
+    std::filesystem::create_symlink("/dev/full", folder / "full.pdf");
+    WriteFile(folder / "a.gif", "before");
+    const struct {
+        std::string path;
+        const char* why;
+    } rows[] = {
+        { folder / "a.gif", "a picture's name ends in .svg, .png or .pdf" },
+        { folder / "svg", "a picture's name ends in .svg, .png or .pdf" },
+        { folder / "none/a.svg", "No such file or directory" },
+        { folder / "full.pdf", "No space left on device" },
+    };
+    for (const auto& [path, why] : rows)
+        EXPECT_EQ(Said(path), "Error writing <" + path + ">: " + why + "\n");
+    EXPECT_EQ(ReadFile(folder / "a.gif"), "before");
+    Comparison none;
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(WriteChartPicture((folder / "b.svg").c_str(), none));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Error writing <" + (folder / "b.svg") + ">: no test is chosen\n");
+    EXPECT_FALSE(std::filesystem::exists(folder / "b.svg"));
+}

@@ -1,0 +1,171 @@
+#include "toolkit/OwnedWindow.h"
+
+#include "tests/support/Log.h"
+#include "tests/support/ScreenDriver.h"
+#include "tests/support/WithLock.h"
+
+#include <Application.h>
+#include <View.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using screen::IsActive;
+using screen::WaitFor;
+
+// Logs what it is asked and told; its user can close it whether or not its owner is there to know.
+class Opened : public BWindow {
+public:
+    Opened(BLooper* looper, Log& told, bool goes)
+        : BWindow(
+            BRect(300, 200, 500, 300), "Opened", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0),
+          target(looper), log(told), goesByItself(goes)
+    {
+        AddChild(new BView(Bounds(), "contents", B_FOLLOW_ALL_SIDES, 0));
+    }
+    void MessageReceived(BMessage* message) override
+    {
+        if (message->what == 'told')
+            log.Add("told");
+        else
+            BWindow::MessageReceived(message);
+    }
+    bool QuitRequested() override
+    {
+        target->PostMessage('clos', nullptr, this);
+        log.Add("asked");
+        return goesByItself;
+    }
+
+private:
+    BLooper* target;
+    Log& log;
+    const bool goesByItself;
+};
+
+class Owner : public BLooper {
+public:
+    Owner(Log& shared, bool goes) : log(shared), goesByItself(goes) { Run(); }
+    void MessageReceived(BMessage* message) override
+    {
+        if (message->what == 'open')
+            window.Show([this] {
+                log.Add("made");
+                return new Opened(this, log, goesByItself);
+            });
+        else
+            window.Closed(*message);
+        log.Add("handled");
+    }
+
+    OwnedWindow<Opened> window;
+    Log& log;
+    const bool goesByItself;
+};
+
+// A window that goes when it is closed, and one that waits for its owner to end it.
+class OwnedWindowTest : public testing::TestWithParam<bool> {
+protected:
+    void SetUp() override
+    {
+        if (!screen::IsThere())
+            GTEST_SKIP() << "no display";
+        owner = new Owner(log, GetParam());
+        Open();
+    }
+    void TearDown() override
+    {
+        if (owner && owner->Lock())
+            owner->Quit();
+    }
+    void Open()
+    {
+        owner->PostMessage('open');
+        ASSERT_TRUE(WaitFor([] { return IsActive("Opened"); }));
+    }
+    long Count(const char* entry)
+    {
+        const Entries all = log.Now();
+        return std::count(all.begin(), all.end(), entry);
+    }
+    bool WaitForCount(const char* entry, long count)
+    {
+        return WaitFor([=, this] { return Count(entry) == count; });
+    }
+
+    Log log;
+    const BApplication app { "application/x-vnd.Quorvane.OwnerTest" };
+    Owner* owner = nullptr;
+};
+
+} // namespace
+
+TEST_P(OwnedWindowTest, IsMadeOnceAndComesToTheFrontAlsoWhenMinimized)
+{
+    EXPECT_EQ(system("xdotool search --sync --onlyvisible --name '^Opened$' windowminimize"), 0);
+    ASSERT_TRUE(WaitFor([] { return screen::Find("contents").minimized; }));
+    Open();
+    EXPECT_TRUE(WaitFor([] { return !screen::Find("contents").minimized; }));
+    EXPECT_EQ(Count("made"), 1);
+    EXPECT_TRUE(WithLock(owner, [&] { return owner->window.Tell(BMessage('told')); }));
+    EXPECT_TRUE(log.WaitFor("told"));
+}
+
+TEST_P(OwnedWindowTest, HiddenTwiceIsThereAfterBeingShownOnce)
+{
+    for (int i = 0; i < 2; i++)
+        WithLock(owner, [&] { owner->window.Hide(); });
+    ASSERT_TRUE(WaitFor([] { return !screen::Find("contents").exists; }));
+    owner->PostMessage('open');
+    EXPECT_TRUE(WaitFor([] { return screen::Find("contents").exposed; }));
+}
+
+TEST_P(OwnedWindowTest, ThatWasClosedTakesNoOtherWithItAndCannotBeReached)
+{
+    // The owner is busy: meanwhile its user opens the window, and closes it, twice if need be.
+    WithLock(owner, [&] {
+        const auto close = [&] { return owner->window.Tell(BMessage(B_QUIT_REQUESTED)); };
+        if (GetParam())
+            owner->PostMessage('open');
+        EXPECT_TRUE(close());
+        EXPECT_TRUE(WaitForCount("asked", 1));
+        if (!GetParam()) {
+            owner->PostMessage('open');
+            EXPECT_TRUE(close());
+            EXPECT_TRUE(WaitForCount("asked", 2));
+        }
+    });
+    EXPECT_TRUE(WaitForCount("handled", GetParam() ? 3 : 4));
+    EXPECT_EQ(Count("made"), 2);
+    Open();
+    EXPECT_EQ(Count("made"), 2);
+
+    screen::Key("alt+F4");
+    EXPECT_TRUE(WaitFor([&] { return !WithLock(owner, [&] { return owner->window.IsThere(); }); }));
+    WithLock(owner, [&] {
+        EXPECT_FALSE(owner->window.Front());
+        EXPECT_FALSE(owner->window.Tell(BMessage('told')));
+        EXPECT_FALSE(owner->window.With([](Opened&) { ADD_FAILURE(); }));
+        owner->window.Hide();
+        owner->window.End();
+    });
+    Open();
+    EXPECT_EQ(Count("made"), 3);
+}
+
+TEST_P(OwnedWindowTest, EndsUnaskedWithItsOwner)
+{
+    const BMessenger window = WithLock(owner, [&] {
+        return BMessenger(owner->window.Make([] { return static_cast<Opened*>(nullptr); }));
+    });
+    EXPECT_TRUE(window.IsValid());
+    ASSERT_TRUE(owner->Lock());
+    owner->Quit();
+    owner = nullptr;
+    EXPECT_FALSE(window.IsValid());
+    EXPECT_EQ(Count("asked"), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(, OwnedWindowTest, testing::Bool(),
+    [](const auto& row) { return row.param ? "GoingByItself" : "Waiting"; });
