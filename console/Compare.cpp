@@ -4,10 +4,9 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
+#include <filesystem>
 #include <iterator>
 #include <string_view>
-#include <sys/stat.h>
 #include <utility>
 
 namespace {
@@ -170,11 +169,8 @@ std::vector<MeasuredMachine> Read(const std::vector<std::string>& paths)
 
 bool IsSameFile(const std::string& a, const std::string& b)
 {
-    struct stat first { };
-    struct stat second { };
-    return a == b
-        || (stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0
-            && first.st_dev == second.st_dev && first.st_ino == second.st_ino);
+    std::error_code none;
+    return a == b || std::filesystem::equivalent(a, b, none);
 }
 
 // The machines in their order, the baseline where it is, or before them if it is in none of their

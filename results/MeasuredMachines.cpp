@@ -4,6 +4,8 @@
 #include "results/ResultsText.h"
 #include "results/RunFile.h"
 
+#include <Entry.h>
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -16,8 +18,7 @@
 #include <iterator>
 #include <map>
 #include <memory>
-#include <mutex>
-#include <sys/stat.h>
+#include <new>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
@@ -167,19 +168,29 @@ std::string ReadAll(FILE* file, const std::string& path)
     return bytes;
 }
 
-void AddFile(const Source& source, Machines& machines)
+std::time_t ModifiedAt(const std::string& path)
 {
+    std::time_t seconds = 0;
+    return BEntry(path.c_str(), true).GetModificationTime(&seconds) == B_OK ? seconds : 0;
+}
+
+int Open(const Source& source)
+{
+    if (source.isInput)
+        return dup(STDIN_FILENO);
     // What was a file when its folder was listed may be a link or a pipe by now.
     const int careful = source.isNamed ? 0 : O_NOFOLLOW | O_NONBLOCK;
-    const int descriptor = source.isInput
-        ? dup(STDIN_FILENO)
-        : open(source.path.c_str(), O_RDONLY | O_CLOEXEC | careful);
+    return open(source.path.c_str(), O_RDONLY | O_CLOEXEC | careful);
+}
+
+void AddFile(const Source& source, Machines& machines)
+{
+    const int descriptor = Open(source);
     const std::unique_ptr<FILE, CloseFile> file(descriptor < 0 ? nullptr : fdopen(descriptor, "r"));
-    struct stat status { };
-    if (!file || fstat(descriptor, &status) != 0)
+    if (!file)
         RefuseUnread(source.path, strerror(errno));
     Source dated = source;
-    dated.modified = source.isInput ? 0 : status.st_mtime;
+    dated.modified = source.isInput ? 0 : ModifiedAt(source.path);
     AddContents(ReadAll(file.get(), source.path), dated, kArchivesWithin, machines);
 }
 
@@ -242,11 +253,19 @@ public:
     std::vector<Machines> Take()
     {
         if (fFirstBad < fSources.size())
-            throw Refusal { fWhy };
-        return std::move(fRead);
+            throw Refusal { fRead[fFirstBad].why };
+        std::vector<Machines> read;
+        for (Outcome& outcome : fRead)
+            read.push_back(std::move(outcome.machines));
+        return read;
     }
 
 private:
+    struct Outcome { // written by the one thread that took the source
+        Machines machines;
+        std::string why; // it is bad
+    };
+
     static size_t HelpersFor(size_t sources)
     {
         constexpr size_t kSourcesEach = 8; // fewer are read before a thread is made
@@ -258,23 +277,26 @@ private:
     {
         for (size_t i = fNext++; i < fSources.size() && i < fFirstBad; i = fNext++) {
             try {
-                AddFile(fSources[i], fRead[i]);
+                AddFile(fSources[i], fRead[i].machines);
             } catch (const Refusal& refusal) {
-                const std::lock_guard lock(fLock);
-                if (i < fFirstBad) {
-                    fFirstBad = i;
-                    fWhy = refusal.line;
-                }
+                SetBad(i, refusal.line);
+            } catch (const std::bad_alloc&) {
+                SetBad(i, "cannot read <" + fSources[i].path + ">: there is no memory");
             }
         }
     }
 
+    void SetBad(size_t i, const std::string& why)
+    {
+        fRead[i].why = why;
+        size_t first = fFirstBad;
+        while (i < first && !fFirstBad.compare_exchange_weak(first, i)) { }
+    }
+
     const std::vector<Source>& fSources;
-    std::vector<Machines> fRead;
+    std::vector<Outcome> fRead;
     std::atomic<size_t> fNext = 0;
     std::atomic<size_t> fFirstBad;
-    std::mutex fLock; // leaf
-    std::string fWhy; // of the first bad one; under the lock while there are helpers
 };
 
 // The machines of all paths, in their order.
