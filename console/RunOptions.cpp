@@ -113,11 +113,11 @@ std::string TakeLabel(const std::string& value, RunOptions& options)
     return "";
 }
 
-constexpr std::pair<const char*, Format> kFormats[] = {
-    { "table", Format::kTable },
-    { "csv", Format::kCsv },
-    { "tsv", Format::kTsv },
-    { "json", Format::kJson },
+constexpr std::pair<const char*, TextFormat> kFormats[] = {
+    { "table", TextFormat::kTable },
+    { "csv", TextFormat::kCsv },
+    { "tsv", TextFormat::kTsv },
+    { "json", TextFormat::kJson },
 };
 
 std::string TakeFormat(const std::string& value, RunOptions& options)
@@ -229,11 +229,6 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
     RunOptions options;
     std::set<std::string> given;
     size_t position = 0;
-    if (!arguments.empty() && arguments[0] == "--compare") {
-        options.task = RunOptions::Task::kCompare;
-        options.comparison.assign(arguments.begin() + 1, arguments.end());
-        return options;
-    }
     while (position < arguments.size()) {
         const std::string& argument = arguments[position];
         if (TakeSwitch(argument, options)) {
@@ -268,10 +263,10 @@ bool TakeGroups(RunOptions& options)
         [&](const std::string& key) { return key != "all" && AppendGroup(key, options); });
 }
 
-std::optional<Format> FormatOfFile(const std::string& path)
+std::optional<TextFormat> FormatOfFile(const std::string& path)
 {
     for (const auto& [name, format] : kFormats) {
-        if (format != Format::kTable && path.ends_with(std::string(".") + name))
+        if (format != TextFormat::kTable && path.ends_with(std::string(".") + name))
             return format;
     }
     return std::nullopt;
@@ -290,7 +285,8 @@ std::string RunUsage()
            "N[,N...]]\n"
            "                  [--repeat N | --until P%] [--format table|csv|tsv|json] [--anyway]\n"
            "       tarvex-run --resume JOURNAL\n"
-           "       tarvex-run --list | --explain TEST | --compare FILE...\n"
+           "       tarvex-run --list | --explain TEST\n"
+           "       tarvex-run --compare FILE..., see below\n"
            "\n"
            "Runs the test groups once for every processor count, from all processors down to one,\n"
            "prints their rates and writes them to FILE, which the comparison window can load.\n"

@@ -1,6 +1,7 @@
 // What the command line asks tarvex-run to do.
 #pragma once
 
+#include "console/ComparisonText.h"
 #include "engine/Benchmark.h"
 #include "results/RunRecord.h"
 
@@ -8,21 +9,18 @@
 #include <variant>
 #include <vector>
 
-enum class Format { kTable, kCsv, kTsv, kJson };
-
 struct RunOptions {
-    enum class Task { kRun, kResume, kCompare, kList, kExplain, kHelp, kVersion };
+    enum class Task { kRun, kResume, kList, kExplain, kHelp, kVersion };
 
     Task task = Task::kRun;
     std::vector<bool Benchmark::*> groups; // the flags to set
     RunPlan plan; // also the keys of the groups
     std::string output; // the file to write; "-": none but standard output
     std::string label;
-    Format format = Format::kTable; // of standard output
+    TextFormat format = TextFormat::kTable; // of standard output
     bool anyway = false; // even if another run is under way
     std::string journal; // to resume
     std::string test; // to explain
-    std::vector<std::string> comparison; // the arguments behind --compare
 };
 
 // Reads the arguments (without the program's name). Returns the options, or one line without a
@@ -36,7 +34,7 @@ struct RunOptions {
 [[nodiscard]] bool TakeGroups(RunOptions& options);
 
 // What the file's ending says: ".json", ".csv", ".tsv"; all others are results files.
-[[nodiscard]] std::optional<Format> FormatOfFile(const std::string& path);
+[[nodiscard]] std::optional<TextFormat> FormatOfFile(const std::string& path);
 
 // The text of --help, with all group names.
 [[nodiscard]] std::string RunUsage();

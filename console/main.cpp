@@ -1,27 +1,22 @@
 // The benchmark without windows, for servers and scripts.
+#include "console/Compare.h"
 #include "console/Output.h"
-#include "console/RatesAsText.h"
 #include "console/Run.h"
 #include "console/TestList.h"
 
 #include <MachineRun.h>
 
+#include <csignal>
 #include <cstdio>
 
 namespace {
 
-int Compare(const std::vector<std::string>& files)
+int Compare(const std::vector<std::string>& arguments)
 {
-    Comparison comparison;
-    for (const std::string& file : files) {
-        const int32 before = comparison.machines.Size();
-        if (!comparison.Load({ file.c_str() }))
-            return Refuse("cannot read <" + file + ">");
-        if (comparison.machines.Size() == before)
-            return Refuse("<" + file + "> holds no results");
-    }
-    PrintComparison(comparison, stdout);
-    return kDone;
+    const CompareOutcome outcome = CompareTask(arguments, stdout);
+    if (!outcome.message.empty())
+        Tell(outcome.message);
+    return outcome.status;
 }
 
 int Explain(const std::string& test)
@@ -35,18 +30,22 @@ int Explain(const std::string& test)
 
 int Do(int argc, char** argv)
 {
-    auto parsed = ParseRunOptions({ argv + 1, argv + argc });
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (IsCompareTask(arguments))
+        return Compare(arguments);
+    auto parsed = ParseRunOptions(arguments);
     if (const auto* message = std::get_if<std::string>(&parsed))
         return Refuse(*message);
     const auto& options = std::get<RunOptions>(parsed);
     if (const std::string restored = restore_processors(); !restored.empty())
         Tell(restored);
     switch (options.task) {
-        case RunOptions::Task::kHelp: printf("%s", RunUsage().c_str()); return kDone;
+        case RunOptions::Task::kHelp:
+            printf("%s\n       %s", RunUsage().c_str(), CompareUsage().c_str());
+            return kDone;
         case RunOptions::Task::kVersion: printf("tarvex-run %s\n", TARVEX_VERSION); return kDone;
         case RunOptions::Task::kList: printf("%s", TestList().c_str()); return kDone;
         case RunOptions::Task::kExplain: return Explain(options.test);
-        case RunOptions::Task::kCompare: return Compare(options.comparison);
         case RunOptions::Task::kRun:
         case RunOptions::Task::kResume: break;
     }
@@ -62,6 +61,8 @@ int main(int argc, char** argv)
     const std::string why = FinishOutput();
     if (why.empty() || status > kSignalBase)
         return status;
+    if (IsOutputBroken())
+        return kSignalBase + SIGPIPE;
     Tell(why);
     return status == kNothingRun ? kNothingRun : kFailed;
 }

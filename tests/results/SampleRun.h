@@ -26,7 +26,7 @@ inline Series SampleSeries(const TestType& test, int32 processors, int repeats)
 inline RunRecord SampleRun()
 {
     RunRecord run;
-    run.plan = { { 2, 1 }, 8, 1.5 };
+    run.plan = { { "ackerman" }, { 2, 1 }, 8, 1.5 };
     run.label = "Küche, \"alt\"\nlinks";
     run.started = "2026-11-21T14:03:05+01:00";
     run.machine = "Some PC (2-2000)";

@@ -1,0 +1,197 @@
+#include "console/Compare.h"
+
+#include "results/RunFile.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <sys/wait.h>
+
+#include "tests/results/MadeRuns.h"
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+constexpr const TestType& kAckerman = TestNamed("Ackerman");
+constexpr const TestType& kSieve = TestNamed("Sieve");
+
+std::vector<std::string> Words(const std::string& line)
+{
+    std::istringstream words(line);
+    return { std::istream_iterator<std::string>(words), {} };
+}
+
+// The program as its users run it, in a folder with these files:
+//
+//     before.json, after.json    four processors and one; with four it fell by 59 percent
+//     old.results, new.results   of single times
+class CompareProgram : public testing::Test {
+protected:
+    CompareProgram()
+    {
+        RunRecord run = MadeRun("PC (4-x)");
+        AddTimes(run, kAckerman, 4, 1, 6000);
+        AddTimes(run, kAckerman, 1, 0.5, 6000);
+        WriteFile(fFolder / "before.json", RunAsJson(run));
+        for (Span& span : run.series.front().spans)
+            span.seconds /= 0.41;
+        WriteFile(fFolder / "after.json", RunAsJson(run));
+        AddTimes(run, kSieve, 1, 5, 700);
+        WriteFile(fFolder / "more.json", RunAsJson(run));
+        WriteFile(fFolder / "old.results", MadeResults("PC (1-x)", "700:400/1.0;601:0/1.5;"));
+        WriteFile(fFolder / "new.results", MadeResults("PC (1-x)", "700:400/2.0;601:0/3.0;"));
+    }
+
+    // Its exit status.
+    int Run(const std::string& arguments)
+    {
+        const std::string command = "cd " + fFolder.Path()
+            + " && LC_ALL=de_DE.UTF-8 " TARVEX_BUILD "/tarvex-run " + arguments + " >out 2>err";
+        const int status = system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    std::string Output() const { return ReadFile(fFolder / "out"); }
+    std::string Errors() const { return ReadFile(fFolder / "err"); }
+
+    const TempFolder fFolder;
+};
+
+TEST_F(CompareProgram, ShowsEachRowWithItsVerdict)
+{
+    EXPECT_EQ(Run("--compare before.json after.json"), 0);
+    EXPECT_EQ(Output(),
+        "Baseline: before.json\n"
+        "\n"
+        "Test      Units  CPUs  Baseline     Rate  Percent  Verdict             Why  Machine\n"
+        "Ackerman  IPS       4    5973.1   2449.0     41.0  slower                   after.json\n"
+        "Ackerman  IPS       1   11946.2  11946.2    100.0  no real difference       after.json\n");
+    EXPECT_EQ(Run("--compare old.results - --sort percent <new.results"), 0);
+    EXPECT_EQ(Output(),
+        "Baseline: old.results\n"
+        "\n"
+        "Test                       Units    CPUs  Baseline   Rate  Percent  Verdict      Why"
+        "              Machine\n"
+        "Ten Sequential Whetstones  seconds     1     1.500  3.000     50.0  cannot tell  too few "
+        "repeats  standard input\n"
+        "Sieve                      IPS         1     400.0  200.0     50.0  cannot tell  too few "
+        "repeats  standard input\n");
+    EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
+{
+    const struct {
+        const char* arguments;
+        int status;
+    } rows[] = {
+        { "before.json after.json", 0 },
+        { "before.json after.json --fail-below 58.9%", 4 },
+        { "before.json after.json --fail-below=59.1", 0 },
+        { "before.json --baseline after.json --fail-below 0", 0 },
+        { "before.json before.json --fail-below 0", 0 },
+        { "old.results new.results --fail-below 1", 5 },
+        { "before.json more.json --fail-below 60", 5 },
+        { "before.json more.json --fail-below 60 --tests ackerman", 0 },
+        { "before.json more.json --fail-below 50", 4 },
+        { "before.json after.json --tests sieve --fail-below 5", 5 },
+    };
+    for (const auto& [arguments, status] : rows)
+        EXPECT_EQ(Run(std::string("--compare ") + arguments), status) << arguments << Errors();
+    EXPECT_EQ(Errors(),
+        "tarvex-run: <after.json> has nothing in common with the baseline: no test at the same "
+        "processor count\n");
+}
+
+TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
+{
+    const std::string rows[][2] = {
+        { "", "<--compare> needs results files" },
+        { "old.results", "<old.results> holds one machine, and there is no other to compare" },
+        { "old.results none", "cannot read <none>: No such file or directory" },
+        { "old.results --baseline .", "<.> holds 5 machines, and only one can be the baseline" },
+        { "old.results --groups all", "unknown argument <--groups> of <--compare>, see --help" },
+        { "old.results --sort size", "<--sort> must be one of test, percent, name, not <size>" },
+        { "old.results --format=", "<--format> needs a value, see --help" },
+        { "old.results --format csv --format csv", "<--format> is given twice" },
+        { "old.results --fail-below 5x", "<--fail-below> must be percent from 0 to 100, not <5x>" },
+        { "old.results --fail-below -1", "<--fail-below> must be percent from 0 to 100, not <-1>" },
+        { "old.results --fail-below nan",
+            "<--fail-below> must be percent from 0 to 100, not <nan>" },
+        { "old.results --tests sieve,", "unknown test <>" },
+    };
+    for (const auto& [arguments, error] : rows) {
+        EXPECT_EQ(Run("--compare " + arguments), 2);
+        EXPECT_EQ(Errors(), "tarvex-run: " + error + "\n");
+        EXPECT_EQ(Output(), "");
+    }
+}
+
+TEST_F(CompareProgram, GivesEqualNumbersInAllFormats)
+{
+    RunRecord run = MadeRun("PC (4-x)");
+    run.label = "Küche, \"alt\"\tlinks";
+    AddTimes(run, kAckerman, 4, 0.7 / 3, 6000);
+    WriteFile(fFolder / "label.json", RunAsJson(run));
+    const std::string files = "--compare before.json label.json --format ";
+    ASSERT_EQ(Run(files + "json"), 0);
+    const nlohmann::json json = nlohmann::json::parse(Output());
+    ASSERT_EQ(json["rows"].size(), 1u);
+    const auto& row = json["rows"][0];
+    EXPECT_EQ(row["machine"], run.label);
+    EXPECT_EQ(row["verdict"], "faster");
+    EXPECT_NEAR(row["percent"], 300 / 0.7, 1e-9);
+    const std::string numbers =
+        row["baseline_rate"].dump() + "," + row["rate"].dump() + "," + row["percent"].dump();
+    ASSERT_EQ(Run(files + "csv"), 0);
+    const std::string csv = Output();
+    const std::string expected =
+        "400,Ackerman,IPS,more,4,before.json,\"Küche, \"\"alt\"\"\tlinks\","
+        "label.json,"
+        + numbers + ",faster,," + row["p"].dump() + ",10,10,,\n";
+    EXPECT_EQ(csv.substr(csv.find('\n') + 1), expected);
+    ASSERT_EQ(Run(files + "tsv"), 0);
+    std::string tsv = expected;
+    tsv.replace(tsv.find("\"K"), 23, "Küche; \"alt\" links");
+    std::replace(tsv.begin(), tsv.end(), ',', '\t');
+    tsv.replace(tsv.find(';'), 1, ",");
+    EXPECT_EQ(Output().substr(Output().find('\n') + 1), tsv);
+}
+
+TEST_F(CompareProgram, ShowsFiftyMachinesSoThatEachIsKnown)
+{
+    std::string names;
+    for (int i = 0; i < 50; i++) {
+        const std::string name = "m" + std::to_string(i);
+        const std::string machine = (i < 12 ? "Equal" : "PC " + name) + "\x1b[2J (1-x)";
+        WriteFile(fFolder / "fleet." + name + ".results", MadeResults(machine, "700:400/1.0;"));
+        names += " fleet." + name + ".results";
+    }
+    ASSERT_EQ(Run("--compare" + names + " --sort name"), 0) << Errors();
+    std::istringstream lines(Output());
+    std::set<std::string> shown;
+    for (std::string line; std::getline(lines, line);) {
+        if (const size_t end = line.find("repeats  "); end != line.npos)
+            shown.insert(line.substr(end + 9));
+    }
+    EXPECT_EQ(shown.size(), 49u);
+    EXPECT_EQ(Output().find('\x1b'), std::string::npos);
+    EXPECT_TRUE(shown.contains("fleet.m11.results"));
+    EXPECT_TRUE(shown.contains("PC m49\\x1b[2J (1-x)"));
+}
+
+TEST(CompareOptions, NameTestsByNameNumberAndGroup)
+{
+    const auto parsed = ParseCompareOptions(
+        { "--tests=ten threaded whetstones,700,strings", "--compare", "a", "b", "--sort", "name" });
+    const auto& options = std::get<CompareOptions>(parsed);
+    EXPECT_EQ(options.files, Words("a b"));
+    EXPECT_EQ(options.sort, SortBy::kName);
+    std::string tests;
+    for (const TestType* test : options.tests)
+        tests += std::to_string(test->id) + " ";
+    EXPECT_EQ(tests, "602 700 100 101 ");
+}
+
+} // namespace

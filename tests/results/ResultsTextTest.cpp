@@ -1,0 +1,61 @@
+#include "results/ResultsText.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/results/MadeRuns.h"
+
+namespace {
+
+// "Sieve 2: 1 s for 400; ..." of every run, or why there are none.
+std::string Told(const std::string& text)
+{
+    const auto read = RunsFromResults(text);
+    if (const auto* why = std::get_if<std::string>(&read))
+        return *why;
+    std::string told;
+    for (const RunRecord& run : std::get<std::vector<RunRecord>>(read)) {
+        told += "<" + run.machine + ">";
+        for (const Series& series : run.series) {
+            const Span& span = series.spans.front();
+            told += std::string(" ") + series.test->name + " " + std::to_string(series.processors)
+                + ":" + std::to_string(int(span.work)) + "/" + std::to_string(int(span.seconds));
+        }
+    }
+    return told;
+}
+
+TEST(ResultsText, GivesTheTimesOfEachProcessorCount)
+{
+    const std::string two = MadeResults("PC (2-x)", "700:400/3.0,4.0;601:0/0.000000,5.0;9:1/1.0;");
+    EXPECT_EQ(Told(two), "<PC (2-x)> Sieve 2:400/3 Sieve 1:400/4 Ten Sequential Whetstones 1:0/5")
+        << "neither what was left out nor an unknown test";
+    EXPECT_EQ(Told(two + two.substr(4)), Told(two) + Told(two)) << "machine by machine";
+    EXPECT_EQ(
+        Told(MadeResults("PC", "700:1/1,2,3,4,5,6,7,8;")).substr(0, 22), "<PC> Sieve 8:1/1 Sieve");
+    EXPECT_EQ(Told(MadeResults("PC (3-x)", "700:1/7.0;")), "<PC (3-x)> Sieve 3:1/7");
+    EXPECT_EQ(Told("1.0\r\n19\r\nPC (1-x)\t700:1/1.0;\r\n"), "<PC (1-x)> Sieve 1:1/1");
+}
+
+TEST(ResultsText, IsRefusedWhereverItIsDamaged)
+{
+    const std::string record = MadeResults("PC (1-x)", "700:1/1.0;");
+    const std::string rows[][2] = {
+        { "", "holds no results" },
+        { "1.0\nno\n", "has a line that is no length of a record" },
+        { record.substr(0, record.size() - 3), "has a record of 26 characters where 28 are said" },
+        { record + "5\n", "has a record of 0 characters where 5 are said" },
+        { "1.0\n3\nabc\n", "has a record without a machine" },
+        { MadeResults("PC", "700:1/1.0"), "has a metric that is cut short" },
+        { MadeResults("PC", "x:1/1.0;"), "has a metric without a number: <x>" },
+        { MadeResults("PC", "700:1.5/1.0;"), "has no amount of work for <Sieve>" },
+        { MadeResults("PC", "700:1/1.0,2,0x1;"), "has a time for <Sieve> that is none: <0x1>" },
+        { MadeResults("PC", "700:1/inf;"), "has a time for <Sieve> that is none: <inf>" },
+        { MadeResults("PC", "700:1/1,2,3,4,5,6,7,8,9;"), "has more than eight times for <Sieve>" },
+        { MadeResults("PC", "12:1/1,2,3,4,5,6,7,8,9;"), "has more than eight times for <12>" },
+        { MadeResults("PC (1-x)", "700:1/1.0;700:1/1.0;"), "has <Sieve> twice" },
+    };
+    for (const auto& [text, why] : rows)
+        EXPECT_EQ(Told(text), why) << text;
+}
+
+} // namespace

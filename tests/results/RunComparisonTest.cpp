@@ -1,0 +1,181 @@
+#include "results/RunComparison.h"
+
+#include "foundation/PlainText.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/results/MadeRuns.h"
+
+namespace {
+
+constexpr const TestType& kAckerman = TestNamed("Ackerman");
+constexpr const TestType& kSequential = TestNamed("Ten Sequential Whetstones");
+constexpr const TestType& kSieve = TestNamed("Sieve");
+constexpr const TestType& kLines = TestNamed("Graphics Lines Flushed");
+
+std::vector<MeasuredMachine> Machines(const std::vector<RunRecord>& runs)
+{
+    std::vector<MeasuredMachine> machines;
+    for (const RunRecord& run : runs) {
+        machines.push_back({ run, "", "", "", "" });
+        machines.back().name = "machine " + std::to_string(9 - machines.size());
+    }
+    return machines;
+}
+
+std::vector<ComparedRow> Compare(const std::vector<RunRecord>& runs)
+{
+    return CompareMachines(Machines(runs), 0, [](const TestType&) { return true; });
+}
+
+// "name count percent verdict (why)".
+std::string Told(const ComparedRow& row)
+{
+    const std::string percent = row.percent ? LibFixedText(*row.percent, 1) : "-";
+    return row.test->name + std::string(" ") + std::to_string(row.processors) + " " + percent + " "
+        + VerdictText(row.judgement.verdict) + (row.why.empty() ? "" : " (" + row.why + ")");
+}
+
+std::string Told(const std::vector<RunRecord>& runs)
+{
+    std::string told;
+    for (const ComparedRow& row : Compare(runs))
+        told += Told(row) + "\n";
+    return told;
+}
+
+// A run with ten times of one test on two processors.
+RunRecord RunOf(double seconds, const TestType& test = kAckerman, double work = 6000)
+{
+    RunRecord run = MadeRun("PC (2-x)");
+    AddTimes(run, test, 2, seconds, work);
+    return run;
+}
+
+TEST(RunComparison, TellsWhatIsFasterInTheDirectionOfTheTest)
+{
+    EXPECT_EQ(Told({ RunOf(1), RunOf(0.5) }), "Ackerman 2 200.0 faster\n");
+    EXPECT_EQ(Told({ RunOf(1), RunOf(1) }), "Ackerman 2 100.0 no real difference\n");
+    const RunRecord quick = RunOf(1, kSequential, 0);
+    const RunRecord slow = RunOf(2, kSequential, 0);
+    EXPECT_EQ(Told({ quick, slow }), "Ten Sequential Whetstones 2 50.0 slower\n");
+    EXPECT_DOUBLE_EQ(*Compare({ quick, slow }).front().candidate.rate, 2 * 1.0045);
+    // Its time is fixed: it does less work in it.
+    EXPECT_EQ(Told({ RunOf(5, kSieve, 8000), RunOf(5, kSieve, 2000) }), "Sieve 2 25.0 slower\n");
+}
+
+TEST(RunComparison, ComparesEqualProcessorCountsAndMissesNoTestOfThem)
+{
+    RunRecord before = RunOf(1);
+    AddTimes(before, kAckerman, 4, 1, 6000);
+    AddTimes(before, kAckerman, 1, 1, 6000);
+    AddTimes(before, kSieve, 1, 1, 6000);
+    RunRecord after = RunOf(1);
+    AddTimes(after, kAckerman, 1, 2.44, 6000);
+    AddTimes(after, kLines, 1, 1, 10000);
+    after.At(kLines, 2).undone = "no window";
+    EXPECT_EQ(Told({ before, after }),
+        "Ackerman 2 100.0 no real difference\n"
+        "Ackerman 1 41.0 slower\n"
+        "Sieve 1 - cannot tell (not measured)\n"
+        "Graphics Lines Flushed 2 - cannot tell (baseline not measured)\n"
+        "Graphics Lines Flushed 1 - cannot tell (baseline not measured)\n");
+    EXPECT_EQ(Told({ after, RunOf(1) }),
+        "Ackerman 2 100.0 no real difference\n"
+        "Graphics Lines Flushed 2 - cannot tell (baseline its work was not done: no window)\n");
+}
+
+TEST(RunComparison, TellsNothingOfWhatIsNotAlike)
+{
+    struct Change {
+        const TestType& test;
+        void (*change)(RunRecord&);
+        const char* verdict;
+    };
+    const Change rows[] = {
+        { kAckerman, [](RunRecord& run) { run.build.version = "1.2.7"; },
+            "cannot tell (another version)" },
+        { kAckerman, [](RunRecord& run) { run.build.compiler = "Clang 14"; },
+            "cannot tell (another compiler)" },
+        { kAckerman, [](RunRecord& run) { run.build.flags = "-O3"; },
+            "cannot tell (another compiler)" },
+        { kLines, [](RunRecord& run) { run.displaySize = "800x600x24"; },
+            "cannot tell (another display)" },
+        { kLines, [](RunRecord& run) { run.display->vendor = "Other"; },
+            "cannot tell (another display)" },
+        { kAckerman, [](RunRecord& run) { run.displaySize = "800x600x24"; }, "faster" },
+        { kAckerman, [](RunRecord& run) { run.series.front().spans.resize(5); },
+            "cannot tell (too few repeats)" },
+        { kAckerman, [](RunRecord& run) { run.series.front().spans.resize(6); }, "faster" },
+        { kAckerman, [](RunRecord& run) { run.series.front().spans[0].seconds *= 1.24; },
+            "cannot tell (unsteady)" },
+        { kAckerman,
+            [](RunRecord& run) {
+                for (int i = 0; i < 4; i++)
+                    run.series.front().spans[i].seconds = 1;
+            },
+            "cannot tell (two speeds 503.250 ms (60%) and 1000.000 ms (40%), unsteady)" },
+    };
+    for (const auto& [test, change, verdict] : rows) {
+        RunRecord changed = RunOf(0.5, test);
+        change(changed);
+        const std::vector<ComparedRow> told = Compare({ RunOf(1, test), changed });
+        ASSERT_EQ(told.size(), 1u);
+        EXPECT_NE(Told(told.front()).find(std::string(" ") + verdict), std::string::npos)
+            << Told(told.front()) << " for " << verdict;
+    }
+}
+
+TEST(RunComparison, RestsOnCleanTimesByTheBestProbeOfTheMachine)
+{
+    RunRecord before = RunOf(1);
+    RunRecord after = RunOf(1);
+    for (RunRecord* run : { &before, &after }) {
+        run->bestProbe = 0.0001;
+        for (Span& span : run->series.front().spans)
+            span.probeBefore = span.probeAfter = 0.0001;
+    }
+    for (int i = 0; i < 4; i++) {
+        after.series.front().spans[i].probeAfter = 0.0002;
+        after.series.front().spans[i].seconds = 2;
+    }
+    const ComparedRow clean = Compare({ before, after }).front();
+    EXPECT_EQ(Told(clean), "Ackerman 2 99.8 no real difference");
+    EXPECT_EQ(clean.candidate.n, 6);
+    // It was slow throughout, which only the other run knows.
+    before.bestProbe = 0.00005;
+    for (Span& span : before.series.front().spans)
+        span.probeBefore = span.probeAfter = 0.00005;
+    EXPECT_EQ(Compare({ before, after }).front().why,
+        "shared, two speeds 1006.500 ms (60%) and 2000.000 ms (40%), unsteady");
+    after.machine = "Another PC (2-x)";
+    EXPECT_EQ(Compare({ before, after }).front().why, "");
+}
+
+TEST(RunComparison, SortsAndChecksABuild)
+{
+    RunRecord fell = RunOf(1.12);
+    AddTimes(fell, kSieve, 2, 1, 6000);
+    RunRecord before = RunOf(1);
+    AddTimes(before, kSieve, 2, 1, 6000);
+    RunRecord rose = RunOf(0.9);
+    const std::vector<MeasuredMachine> machines = Machines({ before, fell, rose });
+    auto rows = CompareMachines(machines, 0, [](const TestType&) { return true; });
+    const auto told = [&](SortBy by) {
+        SortRows(rows, by, machines);
+        std::string all;
+        for (const ComparedRow& row : rows)
+            all += row.test->name + std::to_string(row.machine) + " ";
+        return all;
+    };
+    EXPECT_EQ(told(SortBy::kPercent), "Ackerman1 Sieve1 Ackerman2 Sieve2 ");
+    EXPECT_EQ(told(SortBy::kName), "Ackerman2 Sieve2 Ackerman1 Sieve1 ");
+    EXPECT_EQ(told(SortBy::kTest), "Ackerman1 Ackerman2 Sieve1 Sieve2 ");
+    EXPECT_EQ(CheckBuild(rows, 3, 10.8), BuildCheck::kCannotTell) << "a test is missing";
+    EXPECT_EQ(CheckBuild(rows, 3, 10.6), BuildCheck::kFell);
+    const auto good = Compare({ before, before });
+    EXPECT_EQ(CheckBuild(good, 2, 0), BuildCheck::kPassed);
+    EXPECT_EQ(CheckBuild(good, 3, 0), BuildCheck::kCannotTell) << "a machine has no row";
+}
+
+} // namespace
