@@ -308,6 +308,33 @@ TEST_F(TarvexRun, IsEndedBySignalsWithItsProcessorsOnAndNoFileWritten)
     EXPECT_FALSE(fs::exists(fFolder / "file"));
 }
 
+TEST_F(TarvexRun, IsGoneOnWithAfterAKillInEachPassAndMeasuresNoTestTwice)
+{
+    // In the last pass too there are others off, where there are several processors.
+    for (const char* pass : { "cpu 2/", "cpu 1/" }) {
+        SCOPED_TRACE(pass);
+        Run("--groups memory,savage,fourier --repeat 20 --output file.tsv",
+            "sh -c '(until grep -q \"" + std::string(pass)
+                + "\" err; do sleep 0.05; kill -0 $$ || exit; done; kill -KILL $$) & exec \"$@\"' "
+                  "sh");
+        EXPECT_TRUE(WaitUntil([&] { return OnlineProcessors() == fOnline; }));
+        if (!fs::exists(fFolder / "file.tsv.journal"))
+            continue; // one processor only, or the run was faster
+        const std::string journal = ReadFile(fFolder / "file.tsv.journal");
+        const auto spans = std::count(journal.begin(), journal.end(), '\n') - 3;
+        EXPECT_EQ(Run("--resume file.tsv.journal --format json"), 0);
+        EXPECT_FALSE(fs::exists(fFolder / "file.tsv.journal"));
+        const std::string json = Output();
+        const std::regex span("\"seconds\":");
+        const auto all = std::distance(
+            std::sregex_iterator(json.begin(), json.end(), span), std::sregex_iterator());
+        EXPECT_EQ(all % (3 * 20), 0) << "a test was measured too often, or not often enough";
+        EXPECT_GT(all, spans);
+        const std::string table = ReadFile(fFolder / "file.tsv");
+        EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + all / 20);
+    }
+}
+
 TEST_F(TarvexRun, IsTheOnlyOneUnlessToldOtherwiseAndCountsTheWholeMachineThen)
 {
     ASSERT_EQ(system(("cd " + fFolder.Path()
