@@ -5,6 +5,8 @@
 #include "engine/Benchmark.h"
 #include "results/RunRecord.h"
 
+#include <ThreadMoment.h>
+
 #include <functional>
 
 // Set the groups' flags, Go(), wait for 'LThC', then read record and results: no lock guards them
@@ -49,5 +51,6 @@ private:
     int32 count = 0; // of processors in this pass
     int32 round = 0; // in it
     Span span; // the one that is measured
+    ThreadMoment begin; // of it
     double groupSeconds[kNbrTestGroups]; // what a round of each takes
 };
