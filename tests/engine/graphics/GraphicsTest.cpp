@@ -29,6 +29,7 @@ struct Drawn {
 };
 
 std::vector<Drawn> gDrawn;
+char gLostKind = 0; // is not drawn
 int gSyncs = 0;
 std::atomic<BWindow*> gWindow; // of the latest string
 
@@ -42,7 +43,12 @@ void Note(char kind, BView* view, pattern p, std::vector<float> places)
 // clang-format off
 #define NOTED(symbol, parameters, arguments, note) \
     void __real_##symbol parameters; \
-    void __wrap_##symbol parameters { note; __real_##symbol arguments; }
+    void __wrap_##symbol parameters \
+    { \
+        note; \
+        if (gDrawn.empty() || gDrawn.back().kind != gLostKind) \
+            __real_##symbol arguments; \
+    }
 #define NOTED_RECT(kind, symbol) \
     NOTED(symbol, (BView* v, BRect r, pattern p), (v, r, p), \
         Note(kind, v, p, { r.left, r.top, r.right, r.bottom }))
@@ -116,6 +122,7 @@ protected:
         if (!screen::IsThere())
             GTEST_SKIP() << "no display";
         gDrawn.clear();
+        gLostKind = 0;
         gWindow = nullptr;
     }
     void TearDown() override
@@ -206,6 +213,54 @@ TEST_F(GraphicsTest, TheirWindowIsOnTheScreenWhenTheFirstIsDrawn)
     window->ChildAt(0)->FillRect(window->Bounds());
     window->Sync();
     EXPECT_EQ(screen::PixelAt(window->Frame().LeftTop() + BPoint(250, 250)), color);
+}
+
+// Notes why each test was not done.
+struct Watch : SpanWatch {
+    bool Wants(const TestType&) override { return true; }
+    void Begins() override { }
+    void Ended() override { }
+    void CouldNotBegin(const TestType&, const std::string&) override { }
+    void Measured(const TestType&, const Metric&, double, const std::string& why) override
+    {
+        undone.push_back(why);
+    }
+
+    std::vector<std::string> undone;
+};
+
+TEST_F(GraphicsTest, AWatchedOneThatDrewNothingWasNotDone)
+{
+    ShowWindow();
+    Watch watch;
+    benchmark.results.watch = &watch;
+    for (const char lost : { '\0', 'l' }) {
+        gLostKind = lost;
+        window->TestLinesUnflushed(benchmark.results);
+        window->TestPolygonsUnflushed(benchmark.results);
+    }
+    EXPECT_EQ(watch.undone, (std::vector<std::string> { "", "", "nothing was drawn", "" }));
+}
+
+TEST_F(GraphicsTest, ACoveredOneCountsAsDone)
+{
+    ShowWindow();
+    ASSERT_TRUE(screen::Find("graphicsview", "Test Graphics").exposed);
+    Watch watch;
+    benchmark.results.watch = &watch;
+    gLostKind = 'l';
+    BWindow* cover = new BWindow(window->Frame().InsetByCopy(-5, -30), "Cover", B_TITLED_WINDOW, 0);
+    BView* white = new BView(cover->Bounds(), "white", B_FOLLOW_ALL, B_WILL_DRAW);
+    cover->AddChild(white);
+    cover->Show();
+    EXPECT_TRUE(screen::WaitFor([&] {
+        return screen::Find("white").exposed
+            && screen::PixelAt(window->Frame().LeftTop()) == white_color;
+    }));
+    window->TestLinesUnflushed(benchmark.results);
+    const BAutolock lock(cover);
+    cover->Quit();
+    EXPECT_EQ(watch.undone, std::vector<std::string> { "" });
 }
 
 TEST_F(GraphicsTest, ARunMeasuresAllInOrderOncePerProcessorCount)
