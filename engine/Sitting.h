@@ -41,6 +41,8 @@ private:
     [[nodiscard]] bool Lacks(const TestType& test, int32 spans) const;
     [[nodiscard]] bool LacksAny(int32 group, int32 spans) const;
     void RunPass();
+    // Brings the clock up, and before the first pass what is slow at first, uncounted.
+    void WarmUp();
     // Returns whether there was anything to do.
     bool RunRound();
     void RunGroup(int32 group);
@@ -50,6 +52,8 @@ private:
 
     int32 count = 0; // of processors in this pass
     int32 round = 0; // in it
+    bool isWarm = false;
+    bool isCounted = true; // what runs now
     Span span; // the one that is measured
     ThreadMoment begin; // of it
     double groupSeconds[kNbrTestGroups]; // what a round of each takes
