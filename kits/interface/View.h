@@ -144,8 +144,8 @@ public:
 
     // Beside the platform's calls: whether all of the view's pixels have this colour on the display
     // server, once that has drawn what it was sent. Empty where nobody can tell: nothing was drawn
-    // here yet, or the window is on no screen, or beyond its edge. Of a covered window it tells
-    // what covers it.
+    // here yet, or the window is on no screen, or beyond its edge. Where another window covers it
+    // the answer may be of that one's pixels, or of none.
     [[nodiscard]] std::optional<bool> ShowsOnly(rgb_color color);
 
 protected:
