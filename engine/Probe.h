@@ -4,7 +4,8 @@
 #pragma once
 
 // Seconds that the loop takes: the shortest of a few rounds, so that an interrupt does not count.
-// Costs about 0.1 ms of the calling thread's processor.
+// Costs about 0.1 ms of the calling thread's processor. What it does not notice is a program that
+// has the same hardware thread in turn: see ThreadMoment.
 [[nodiscard]] double ProbeSeconds();
 
 // Probes until the core has woken up and its clock is steady, a fifth of a second at most.

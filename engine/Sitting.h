@@ -5,6 +5,8 @@
 #include "engine/Benchmark.h"
 #include "results/RunRecord.h"
 
+#include <ThreadMoment.h>
+
 #include <functional>
 
 // Set the groups' flags, Go(), wait for 'LThC', then read record and results: no lock guards them
@@ -40,6 +42,8 @@ private:
     [[nodiscard]] bool LacksAny(int32 group, int32 spans) const;
     [[nodiscard]] bool LacksAnything() const; // of all that the plan asks for at this count
     void RunPass();
+    // Brings the clock up, and before the first pass what is slow at first, uncounted.
+    void WarmUp();
     void RunRound();
     void RunGroup(int32 group);
     void TellStatus(int32 group);
@@ -48,6 +52,9 @@ private:
 
     int32 count = 0; // of processors in this pass
     int32 round = 0; // in it
+    bool isWarm = false;
+    bool isCounted = true; // what runs now
     Span span; // the one that is measured
+    ThreadMoment begin; // of it
     double groupSeconds[kNbrTestGroups]; // what a round of each takes
 };

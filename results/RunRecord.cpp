@@ -14,7 +14,8 @@ double ScaledSeconds(const Series& series, const Span& span)
 
 bool IsShared(const Span& span, double bestProbe)
 {
-    return std::max(span.probeBefore, span.probeAfter) > kSharedProbe * bestProbe;
+    return std::max(span.probeBefore, span.probeAfter) > kSharedProbe * bestProbe
+        || span.waited > kSharedWait * span.seconds;
 }
 
 std::vector<double> TimesOf(const Series& series)

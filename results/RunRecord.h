@@ -19,7 +19,9 @@ struct Span {
     double work = 0; // units done in it; 0: the figure is the time itself
     double probeBefore = 0; // ProbeSeconds() directly before and after it; 0: not taken
     double probeAfter = 0;
-    double waited = 0; // seconds of it in which other programs had the thread's processor
+    // Seconds of it in which other programs had the thread's processor, see ThreadChange; 0 where
+    // another program's work is part of the test's.
+    double waited = 0;
     bool isThrottled = false; // the clock was held down meanwhile, by the system's own count
     std::optional<double> joules; // of the processor package, where it can be read
 };
@@ -32,8 +34,12 @@ struct Series {
     std::string undone; // why its work was not done: then it has no figure. Else empty.
 };
 
-// Whether a probe says that the core was somebody else's too, or slower than it can be.
+// Whether a probe says that the core was somebody else's too, or slower than it can be, or the
+// thread had to wait for it.
 constexpr double kSharedProbe = 1.15; // times the best
+// Of the span's time. On a busy machine spans of Ackermann's work that waited for less varied by 1
+// to 3 percent, all of them together by 60 to 160.
+constexpr double kSharedWait = 0.02;
 [[nodiscard]] bool IsShared(const Span& span, double bestProbe);
 
 // The seconds that each span would have taken for the work of the first: tests that run for a fixed

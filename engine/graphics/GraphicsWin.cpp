@@ -84,6 +84,16 @@ BRect GraphicsWin::Rect() const
     return BRect { Coordinate(), Coordinate(), Coordinate(), Coordinate() };
 }
 
+bool GraphicsWin::IsBlank()
+{
+    if (!view->ShowsOnly(white_color).value_or(false))
+        return false;
+    // Or is the white another window's, in front of this one?
+    view->SetHighColor(black_color);
+    view->FillRect(bounds, B_SOLID_HIGH);
+    return view->ShowsOnly(black_color).value_or(false);
+}
+
 template <GraphicsWin::Sending sending, typename Draw>
 void GraphicsWin::DrawShapes(long shapes, Draw draw)
 {
@@ -107,7 +117,10 @@ void GraphicsWin::Measure(const Test& test, Results& results, Draw draw)
         // these.
         MeasureSpan(
             results, test.type, test.shapes, test.randsPerShape,
-            [&] { DrawShapes<sending>(test.shapes, draw); }, [](Metric&) { return std::string(); });
+            [&] { DrawShapes<sending>(test.shapes, draw); },
+            [&](Metric&) {
+                return results.watch && IsBlank() ? std::string("nothing was drawn") : "";
+            });
     }
     ClearView();
 }

@@ -10,7 +10,8 @@ class Results;
 // Thirteen tests, each of so many shapes at random places in random colours, drawn into one view by
 // the thread that calls the test, never the window's own: it holds the window's lock while it
 // draws, so the window answers nothing meanwhile. Each sets the window's title, records the time
-// of its shapes as the next slot of its metric and leaves the view white.
+// of its shapes as the next slot of its metric and leaves the view white. Where somebody watches
+// the spans, the view is read back first: a test after which it is blank was not done.
 //
 // "Flushed": every shape is sent on its own. "Unflushed": shapes leave as the buffer fills, and the
 // rest only when the clock has stopped.
@@ -48,6 +49,10 @@ private:
     void Measure(const Test& test, Results& results, Draw draw);
     template <Sending sending, typename Draw>
     void DrawShapes(long shapes, Draw draw);
+
+    // Whether the view shows nothing on its white; false too where it is covered or on no screen,
+    // so that nobody can tell. Waits for the display server, and may leave the view black.
+    bool IsBlank();
 
     float Coordinate() const;
     BPoint Point() const;

@@ -12,6 +12,7 @@
 #include "Rect.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -140,6 +141,12 @@ public:
 
     void Flush() const; // sends what has been drawn
     void Sync() const; // the same, and waits until it is on the screen
+
+    // Beside the platform's calls: whether all of the view's pixels have this colour on the display
+    // server, once that has drawn what it was sent. Empty where nobody can tell: nothing was drawn
+    // here yet, or the window is on no screen, or beyond its edge. Where another window covers it
+    // the answer may be of that one's pixels, or of none.
+    [[nodiscard]] std::optional<bool> ShowsOnly(rgb_color color);
 
 protected:
     // A control's part on the display server; null outside windows. See server/ViewPeer.h.

@@ -320,3 +320,12 @@ void BView::Sync() const
     if (fWindow != nullptr)
         fWindow->SyncDrawing();
 }
+
+std::optional<bool> BView::ShowsOnly(rgb_color color)
+{
+    CheckLocked();
+    if (fDraw->context == nullptr)
+        return {};
+    fDraw->context->SetBounds(Bounds());
+    return fDraw->context->ShowsOnly(color);
+}

@@ -18,7 +18,7 @@ inline Series SampleSeries(const TestType& test, int32 processors, int repeats)
     Series series { &test, processors, {}, "" };
     for (int i = 0; i < repeats; i++) {
         const double seconds = (i % 2 == 0 ? 0.0043 : 0.0084) + i * 1e-7 / 3;
-        series.spans.push_back({ seconds, 6000, 0.00007, 0.000071, 1e-4, i == 1, 0.1 + i });
+        series.spans.push_back({ seconds, 6000, 0.00007, 0.000071, 1e-5, i == 1, 0.1 + i });
     }
     return series;
 }

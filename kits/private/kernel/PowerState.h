@@ -1,8 +1,8 @@
 // Heat and power at a moment; see MachineState.
 #pragma once
 
-#include "SystemTree.h"
 #include "MachineState.h"
+#include "SystemTree.h"
 
 namespace kernel {
 // Of the sensors in the processors' packages; where there are none, of the firmware's zones.

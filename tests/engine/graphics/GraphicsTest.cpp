@@ -3,6 +3,7 @@
 #include "engine/graphics/GraphicsWin.h"
 #include "tests/engine/Recorder.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/WithLock.h"
 
 #include <Autolock.h>
 #include <View.h>
@@ -29,6 +30,7 @@ struct Drawn {
 };
 
 std::vector<Drawn> gDrawn;
+char gLostKind = 0; // is not drawn
 int gSyncs = 0;
 std::atomic<BWindow*> gWindow; // of the latest string
 
@@ -42,7 +44,12 @@ void Note(char kind, BView* view, pattern p, std::vector<float> places)
 // clang-format off
 #define NOTED(symbol, parameters, arguments, note) \
     void __real_##symbol parameters; \
-    void __wrap_##symbol parameters { note; __real_##symbol arguments; }
+    void __wrap_##symbol parameters \
+    { \
+        note; \
+        if (gDrawn.empty() || gDrawn.back().kind != gLostKind) \
+            __real_##symbol arguments; \
+    }
 #define NOTED_RECT(kind, symbol) \
     NOTED(symbol, (BView* v, BRect r, pattern p), (v, r, p), \
         Note(kind, v, p, { r.left, r.top, r.right, r.bottom }))
@@ -116,6 +123,7 @@ protected:
         if (!screen::IsThere())
             GTEST_SKIP() << "no display";
         gDrawn.clear();
+        gLostKind = 0;
         gWindow = nullptr;
     }
     void TearDown() override
@@ -206,6 +214,55 @@ TEST_F(GraphicsTest, TheirWindowIsOnTheScreenWhenTheFirstIsDrawn)
     window->ChildAt(0)->FillRect(window->Bounds());
     window->Sync();
     EXPECT_EQ(screen::PixelAt(window->Frame().LeftTop() + BPoint(250, 250)), color);
+}
+
+// Notes why each test was not done.
+struct Watch : SpanWatch {
+    bool Wants(const TestType&) override { return true; }
+    void Begins() override { }
+    void Ended() override { }
+    void CouldNotBegin(const TestType&, const std::string&) override { }
+    void Measured(const TestType&, const Metric&, double, const std::string& why) override
+    {
+        undone.push_back(why);
+    }
+
+    std::vector<std::string> undone;
+};
+
+TEST_F(GraphicsTest, AWatchedOneThatDrewNothingWasNotDone)
+{
+    ShowWindow();
+    Watch watch;
+    benchmark.results.watch = &watch;
+    for (const char lost : { '\0', 'l' }) {
+        gLostKind = lost;
+        window->TestLinesUnflushed(benchmark.results);
+        window->TestPolygonsUnflushed(benchmark.results);
+    }
+    EXPECT_EQ(watch.undone, (std::vector<std::string> { "", "", "nothing was drawn", "" }));
+}
+
+TEST_F(GraphicsTest, AWatchedOneBehindAWhiteWindowCountsAsDone)
+{
+    ShowWindow();
+    ASSERT_TRUE(screen::Find("graphicsview", "Test Graphics").exposed);
+    Watch watch;
+    benchmark.results.watch = &watch;
+    gLostKind = 'l';
+    window->MoveTo(BPoint(100, 100));
+    BWindow* cover = new BWindow(
+        BRect(90, 90, 620, 620), "Cover", B_NO_BORDER_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
+    BView* paint = new BView(cover->Bounds(), "paint", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
+    paint->SetViewColor(white_color);
+    cover->AddChild(paint);
+    cover->Show();
+    const BPoint beside(595, 615); // in the cover only
+    EXPECT_TRUE(screen::WaitFor([&] { return screen::PixelAt(beside) == white_color; }));
+    window->TestLinesUnflushed(benchmark.results);
+    EXPECT_EQ(watch.undone, std::vector<std::string> { "" });
+    if (cover->Lock())
+        cover->Quit();
 }
 
 TEST_F(GraphicsTest, ARunMeasuresAllInOrderOncePerProcessorCount)

@@ -10,6 +10,7 @@
 #include "GraphicsDefs.h"
 #include "Rect.h"
 
+#include <optional>
 #include <vector>
 #include <xcb/render.h>
 #include <xcb/xcb.h>
@@ -70,6 +71,8 @@ public:
     void EndUpdate();
     // Fills the window with the view's colour, unless that is transparent.
     void Clear(const DrawState& state);
+    // See BView::ShowsOnly(). Waits for the server, which sends all of the window's pixels.
+    std::optional<bool> ShowsOnly(rgb_color color) const;
 
 private:
     static int16 Nearest(double position);

@@ -1,8 +1,9 @@
-// A drawing context's bitmaps.
+// A drawing context's bitmaps, and what its window shows.
 #include "drawing/DrawContext.h"
 
 #include "Bitmap.h"
 #include "drawing/DrawState.h"
+#include "drawing/XcbReply.h"
 
 #include <algorithm>
 #include <vector>
@@ -101,4 +102,28 @@ void DrawContext::PutOpaqueRuns(
             first = std::find(last, end, true);
         }
     }
+}
+
+std::optional<bool> DrawContext::ShowsOnly(rgb_color color) const
+{
+    const PixelRect area = Visible();
+    if (area.IsEmpty())
+        return {};
+    const auto image = MakeReply(xcb_get_image_reply(fXcb,
+        xcb_get_image(fXcb, XCB_IMAGE_FORMAT_Z_PIXMAP, fWindow, static_cast<int16>(area.left),
+            static_cast<int16>(area.top), area.Width(), area.Height(), ~0u),
+        nullptr));
+    const int32 rowBytes = fFormat.BytesPerRow(area.Width());
+    if (image == nullptr || image->depth != fFormat.Depth()
+        || xcb_get_image_data_length(image.get()) < rowBytes * area.Height())
+        return {};
+    const uint8* pixels = xcb_get_image_data(image.get());
+    const uint32 pixel = fFormat.PixelFor(color);
+    for (int32 y = 0; y < area.Height(); y++) {
+        for (int32 x = 0; x < area.Width(); x++) {
+            if (!fFormat.Shows(pixels + y * rowBytes, x, pixel))
+                return false;
+        }
+    }
+    return true;
 }

@@ -131,3 +131,14 @@ void PixelFormat::Store(uint8* row, int32 x, uint32 pixel) const
         row[x * bytes + i] = static_cast<uint8>(pixel >> shift);
     }
 }
+
+bool PixelFormat::Shows(const uint8* row, int32 x, uint32 pixel) const
+{
+    const int bytes = fBitsPerPixel / 8;
+    uint32 stored = 0;
+    for (int i = 0; i < bytes; i++) {
+        const int shift = 8 * (fLowByteFirst ? i : bytes - 1 - i);
+        stored |= uint32 { row[x * bytes + i] } << shift;
+    }
+    return ((stored ^ pixel) & (fPalette.empty() ? fInvertMask : ~0u)) == 0;
+}

@@ -28,6 +28,8 @@ public:
     int32 BytesOf(int32 pixels) const { return pixels * (fBitsPerPixel / 8); }
     int32 BytesPerRow(int32 width) const;
     void Store(uint8* row, int32 x, uint32 pixel) const;
+    // Whether the pixel there shows the same colour; what else its bits may be is ignored.
+    bool Shows(const uint8* row, int32 x, uint32 pixel) const;
 
 private:
     struct Channel {

@@ -1,0 +1,77 @@
+#include "MachineTree.h"
+
+#include <ThreadMoment.h>
+
+#include <ctime>
+#include <thread>
+
+namespace {
+
+ThreadMoment Moment(std::optional<double> waited, double others = 0, int processor = 0,
+    std::optional<uint64> throttles = {})
+{
+    return { waited, others, processor, throttles };
+}
+
+double OwnSeconds()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+}
+
+constexpr double kWork = 0.05; // seconds of a processor
+
+void Work()
+{
+    for (const double start = OwnSeconds(); OwnSeconds() - start < kWork;) { }
+}
+
+} // namespace
+
+TEST(ThreadMoment, IsReadFromTheSystemsFiles)
+{
+    const MachineTree tree;
+    const RootGuard root(tree.Path());
+    const std::string folder = "sys/devices/system/cpu/cpu3/thermal_throttle/";
+    EXPECT_EQ(ReadThreadMoment(3).throttles, std::nullopt);
+    tree.Write(folder + "package_throttle_count", "40\n");
+    EXPECT_EQ(ReadThreadMoment(3).throttles, 40u);
+    tree.Write(folder + "core_throttle_count", "2\n");
+    EXPECT_EQ(ReadThreadMoment(3).throttles, 42u);
+    EXPECT_EQ(ReadThreadMoment(2).throttles, std::nullopt);
+    for (const char* text : { "", "7\n", "7 x 1\n" }) {
+        tree.Write("proc/thread-self/schedstat", text);
+        EXPECT_EQ(ReadThreadMoment().waited, std::nullopt) << text;
+    }
+    tree.Write("proc/thread-self/schedstat", "7000000000 2500000000 31\n");
+    EXPECT_EQ(ReadThreadMoment().waited, 2.5);
+}
+
+TEST(ThreadMoment, WaitingForThreadsOfTheProcessIsNotForOtherPrograms)
+{
+    EXPECT_DOUBLE_EQ(ChangeBetween(Moment(1.0, 5.0), Moment(1.75, 5.25)).waited, 0.5);
+    EXPECT_EQ(
+        ChangeBetween(Moment(1.0, 5.0), Moment(1.75, 8.0)).waited, 0); // on others' processors
+    EXPECT_DOUBLE_EQ(ChangeBetween(Moment(1.0, 5.0), Moment(1.5, 4.9)).waited, 0.5); // clocks apart
+    EXPECT_EQ(ChangeBetween(Moment({}, 5.0), Moment(1.5, 5.0)).waited, 0);
+    EXPECT_EQ(ChangeBetween(Moment(1.5, 5.0), Moment({}, 5.0)).waited, 0);
+}
+
+TEST(ThreadMoment, ThrottledIsWhatTheSameProcessorCounts)
+{
+    EXPECT_TRUE(ChangeBetween(Moment({}, 0, 1, 4), Moment({}, 0, 1, 5)).isThrottled);
+    EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, 4), Moment({}, 0, 1, 4)).isThrottled);
+    EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, 4), Moment({}, 0, 2, 5)).isThrottled);
+    EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, {}), Moment({}, 0, 1, 5)).isThrottled);
+}
+
+TEST(ThreadMoment, CountsWhatOtherThreadsUseAndNotItsOwn)
+{
+    const double before = ReadThreadMoment().others;
+    Work();
+    const double between = ReadThreadMoment().others;
+    EXPECT_LT(between - before, kWork / 2);
+    std::thread(Work).join();
+    EXPECT_GE(ReadThreadMoment().others - between, kWork);
+}
