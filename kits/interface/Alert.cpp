@@ -1,15 +1,23 @@
 #include "Alert.h"
 
-#include "KillGuard.h"
 #include "Autolock.h"
 #include "Button.h"
 #include "Invoker.h"
+#include "KillGuard.h"
 #include "LeafLock.h"
 #include "Message.h"
 #include "MessagePoster.h"
 #include "ScrollView.h"
-#include "server/AlertWidgets.h"
+#include "server/Convert.h"
+#include "server/DisplayServer.h"
+#include "server/ViewPeer.h"
 #include "TextView.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QScreen>
+#include <QStyle>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <cctype>
@@ -17,7 +25,27 @@
 #include <cmath>
 #include <cstdio>
 
+// In view units, as counts of pixels.
+struct AlertText {
+    float width;
+    float height; // of the whole text
+    float shownHeight; // as much as the screen has room for
+};
+
 namespace {
+
+class AlertIcon : public BView {
+public:
+    static constexpr float kSize = 32;
+
+    AlertIcon(BPoint where, alert_type type);
+
+protected:
+    void MakeWidget(ViewPeer& peer) override;
+
+private:
+    const alert_type fType;
+};
 
 constexpr uint32 kMsgButton = 'ALTB';
 constexpr float kMargin = 12;
@@ -26,6 +54,70 @@ constexpr float kOffsetGap = 32; // before the last ones with B_OFFSET_SPACING
 constexpr float kButtonWidth = 75;
 constexpr float kIconRoom = AlertIcon::kSize + kMargin;
 constexpr bigtime_t kRedrawMicros = 50000;
+
+QStyle::StandardPixmap PixmapOf(alert_type type)
+{
+    switch (type) {
+        case B_IDEA_ALERT: return QStyle::SP_MessageBoxQuestion;
+        case B_WARNING_ALERT: return QStyle::SP_MessageBoxWarning;
+        case B_STOP_ALERT: return QStyle::SP_MessageBoxCritical;
+        default: return QStyle::SP_MessageBoxInformation;
+    }
+}
+
+float Ceiling(qreal length)
+{
+    return static_cast<float>(std::ceil(length));
+}
+
+AlertIcon::AlertIcon(BPoint where, alert_type type)
+    : BView(BRect(where.x, where.y, where.x + kSize - 1, where.y + kSize - 1), "icon",
+        B_FOLLOW_LEFT | B_FOLLOW_TOP, 0),
+      fType(type)
+{
+    SetViewColor(B_TRANSPARENT_COLOR);
+}
+
+void AlertIcon::MakeWidget(ViewPeer& peer)
+{
+    auto* label = new QLabel(peer.parent);
+    const QIcon icon = QApplication::style()->standardIcon(PixmapOf(fType));
+    label->setPixmap(icon.pixmap(static_cast<int>(kSize)));
+    peer.widget = label;
+    Equip(peer, Name(), ViewEvents::Kind::kView);
+}
+
+// The part of the screen that windows may cover.
+BRect AlertRoom()
+{
+    return display::Call(
+        [] { return FromQRect(QGuiApplication::primaryScreen()->availableGeometry()); });
+}
+
+// Lays the text out in the default font: no wider than reads well, unless it would not fit the
+// screen's height; at least minWidth.
+AlertText LayOutAlertText(const char* text, float minWidth)
+{
+    constexpr float kReadableWidth = 360;
+    constexpr float kStep = 120;
+    constexpr float kOtherHeight = 140; // title, margins and buttons
+    const BRect room = AlertRoom();
+    const float most = std::max(room.Width() * 3 / 4, kReadableWidth);
+    const float tallest = std::max(room.Height() - kOtherHeight, 100.0f);
+    return display::Call([=] {
+        QTextDocument document(QString::fromUtf8(text));
+        document.setDocumentMargin(0);
+        const float natural = Ceiling(document.idealWidth()) + 1;
+        float width = std::max(std::min(natural, kReadableWidth), minWidth);
+        document.setTextWidth(width);
+        while (document.size().height() > tallest && width < most) {
+            width += kStep;
+            document.setTextWidth(width);
+        }
+        const float height = Ceiling(document.size().height());
+        return AlertText { width, height, std::min(height, tallest) };
+    });
+}
 
 } // namespace
 

@@ -3,7 +3,6 @@
 #include "Message.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
 #include "server/ViewPeer.h"
 #include "Window.h"
 

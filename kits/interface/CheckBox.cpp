@@ -2,7 +2,6 @@
 
 #include "Message.h"
 #include "server/Convert.h"
-#include "server/ServerMessages.h"
 #include "server/ViewPeer.h"
 
 #include <QCheckBox>

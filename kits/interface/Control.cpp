@@ -2,7 +2,7 @@
 
 #include "Message.h"
 #include "server/DisplayServer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 #include "Window.h"
 
 BControl::BControl(BRect frame, const char* name, const char* label, BMessage* message,

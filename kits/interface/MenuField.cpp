@@ -2,14 +2,14 @@
 
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/MenuPeer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 #include "server/ViewWidget.h"
 #include "Window.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #include "Picture.h"
 
-#include "drawing/FontRaster.h"
+#include "drawing/FontFace.h"
 #include "drawing/PictureRecord.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"

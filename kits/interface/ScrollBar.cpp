@@ -2,8 +2,7 @@
 
 #include "Message.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 #include "server/ViewWidget.h"
 
 #include <algorithm>

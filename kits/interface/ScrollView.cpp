@@ -2,7 +2,7 @@
 
 #include "ScrollBar.h"
 #include "server/DisplayServer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 
 #include <QFrame>
 

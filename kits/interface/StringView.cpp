@@ -2,7 +2,7 @@
 
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 
 #include <QLabel>
 

@@ -3,8 +3,7 @@
 #include "Message.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 #include "server/ViewWidget.h"
 
 #include <QTabBar>

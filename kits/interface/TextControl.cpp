@@ -4,7 +4,7 @@
 #include "server/Accessibility.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/LineWidget.h"
+#include "server/TextWidgets.h"
 #include "server/ViewPeer.h"
 #include "TextView.h"
 

@@ -4,9 +4,8 @@
 #include "ScrollBar.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
-#include "server/TextWidget.h"
-#include "server/ViewEvents.h"
+#include "server/TextWidgets.h"
+#include "server/ViewPeer.h"
 
 #include <algorithm>
 

@@ -1,7 +1,6 @@
 #include "Message.h"
 #include "ScrollBar.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
 #include "server/ViewPeer.h"
 #include "View.h"
 #include "Window.h"

@@ -7,9 +7,11 @@
 #pragma once
 
 #include "drawing/PixelFormat.h"
+#include "Font.h"
 #include "GraphicsDefs.h"
 #include "Rect.h"
 
+#include <memory>
 #include <vector>
 #include <xcb/render.h>
 #include <xcb/xcb.h>
@@ -17,6 +19,7 @@
 class BBitmap;
 class DrawConnection;
 class GlyphSet;
+class PictureRecord;
 struct DrawState;
 
 // Pixels of an X window; right and bottom are the first ones outside.
@@ -126,4 +129,17 @@ private:
     int32 fBufferWidth = 0;
     int32 fBufferHeight = 0;
     PixelRect fUpdate;
+};
+
+// What a view draws with: kept whether it is in a window or not.
+struct DrawState {
+    rgb_color highColor = black_color;
+    rgb_color lowColor = white_color;
+    rgb_color viewColor = white_color;
+    drawing_mode mode = B_OP_COPY;
+    float penSize = 1;
+    BFont font;
+    std::unique_ptr<DrawContext> context; // made when the view first draws in a shown window
+    PictureRecord* record = nullptr; // between BeginPicture() and EndPicture()
+    BRect updateRect; // valid between BeginUpdate() and EndUpdate()
 };

@@ -1,7 +1,7 @@
 #include "drawing/PictureRecord.h"
 
 #include "Bitmap.h"
-#include "drawing/DrawState.h"
+#include "drawing/DrawContext.h"
 
 #include <algorithm>
 #include <cmath>

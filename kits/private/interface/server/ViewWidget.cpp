@@ -1,7 +1,7 @@
 #include "server/ViewWidget.h"
 
+#include "server/Accessibility.h"
 #include "server/Convert.h"
-#include "server/ViewAccessible.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -73,8 +73,7 @@ void ViewWidget::TellLine(int index, QAccessible::Event what)
 void ViewWidget::SetLines(std::vector<DrawnLine> lines)
 {
     const std::vector<DrawnLine> before = std::exchange(fLines, std::move(lines));
-    if (auto* view = dynamic_cast<ViewAccessible*>(QAccessible::queryAccessibleInterface(this)))
-        view->KeepLines(fLines.size());
+    KeepLines(*this, fLines.size());
     if (!fIsList)
         FindCurrentLine(before);
     for (size_t i = 0; i < std::min(fLines.size(), before.size()); i++) {

@@ -1,20 +1,128 @@
 #include "server/WindowWidget.h"
 
 #include "Entry.h"
+#include "InterfaceDefs.h"
 #include "MessagePoster.h"
 #include "server/Convert.h"
-#include "server/InputMessages.h"
-#include "server/ServerMessages.h"
-#include "server/WindowHints.h"
+#include "server/ViewPeer.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QFile>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QResizeEvent>
+#include <QtGui/qguiapplication_platform.h>
+#include <QWidget>
 #include <QWindow>
+
+#include <bit>
+#include <cstdlib>
+#include <cstring>
+#include <xcb/xcb.h>
+
+// --- What Qt does not tell the window manager about a window
+
+namespace {
+
+// The hints of Motif, which window managers still follow.
+struct MotifHints {
+    uint32 flags;
+    uint32 functions;
+    uint32 decorations;
+    int32 inputMode;
+    uint32 status;
+};
+
+constexpr uint32 kHasFunctions = 1;
+// Without bit 0, which would make the others mean what the user may not do.
+constexpr struct {
+    uint32 flag;
+    uint32 function;
+} kFunctions[] = {
+    { B_NOT_RESIZABLE, 1 << 1 },
+    { B_NOT_MOVABLE, 1 << 2 },
+    { B_NOT_MINIMIZABLE, 1 << 3 },
+    { B_NOT_ZOOMABLE, 1 << 4 },
+    { B_NOT_CLOSABLE, 1 << 5 },
+};
+
+// Qt's own: what is set here must come after what Qt has set, not before.
+xcb_connection_t* Connection()
+{
+    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+xcb_atom_t Atom(xcb_connection_t* connection, const char* name)
+{
+    const auto cookie =
+        xcb_intern_atom(connection, false, static_cast<uint16_t>(strlen(name)), name);
+    xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(connection, cookie, nullptr);
+    const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+    free(reply);
+    return atom;
+}
+
+// What the user may do with the window, by its B_NOT_... flags.
+void SetWindowFunctions(QWidget& window, uint32 flags)
+{
+    xcb_connection_t* connection = Connection();
+    if (!connection)
+        return;
+    const xcb_window_t id = static_cast<xcb_window_t>(window.winId());
+    const xcb_atom_t atom = Atom(connection, "_MOTIF_WM_HINTS");
+    // Qt has set the decorations there, which stay.
+    MotifHints hints {};
+    xcb_get_property_reply_t* old = xcb_get_property_reply(connection,
+        xcb_get_property(connection, false, id, atom, atom, 0, sizeof hints / 4), nullptr);
+    if (old && xcb_get_property_value_length(old) == sizeof hints)
+        memcpy(&hints, xcb_get_property_value(old), sizeof hints);
+    free(old);
+    hints.flags |= kHasFunctions;
+    hints.functions = 0;
+    for (const auto& row : kFunctions) {
+        if (!(flags & row.flag))
+            hints.functions |= row.function;
+    }
+    xcb_change_property(
+        connection, XCB_PROP_MODE_REPLACE, id, atom, atom, 32, sizeof hints / 4, &hints);
+}
+
+// workspaces: bits, or B_ALL_WORKSPACES; the lowest one counts. B_CURRENT_WORKSPACE does nothing.
+void SetWindowWorkspace(QWidget& window, uint32 workspaces)
+{
+    xcb_connection_t* connection = Connection();
+    if (!connection || workspaces == B_CURRENT_WORKSPACE)
+        return;
+    const xcb_window_t id = static_cast<xcb_window_t>(window.winId());
+    const xcb_atom_t atom = Atom(connection, "_NET_WM_DESKTOP");
+    const uint32 desktop = workspaces == B_ALL_WORKSPACES
+        ? 0xffffffff
+        : static_cast<uint32>(std::countr_zero(workspaces));
+    // The property for a window yet to be shown, the message for one that is.
+    xcb_change_property(
+        connection, XCB_PROP_MODE_REPLACE, id, atom, XCB_ATOM_CARDINAL, 32, 1, &desktop);
+    xcb_client_message_event_t event {};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = id;
+    event.type = atom;
+    event.data.data32[0] = desktop;
+    event.data.data32[1] = 1; // asked for by the program
+    // Whoever has asked for both of these events of the root is the window manager.
+    xcb_send_event(connection, false,
+        xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        reinterpret_cast<const char*>(&event));
+    xcb_flush(connection);
+}
+
+} // namespace
+
+// --- The widget
 
 WindowWidget::WindowWidget(std::shared_ptr<WindowLink> link) : fLink(std::move(link))
 {
@@ -223,4 +331,25 @@ void WindowWidget::ReportLatest(BMessage message) const
     message.AddInt64("when", system_time());
     message.AddInt32("serial", fSerial);
     PostLatest(fLink->window, message);
+}
+
+// --- Lost windows
+
+LostWindows::LostWindows()
+{
+    qApp->installNativeEventFilter(this);
+}
+
+// Windows that Qt itself destroys are no widget's any more when their event comes.
+bool LostWindows::nativeEventFilter(const QByteArray&, void* event, qintptr*)
+{
+    const auto* note = static_cast<const xcb_destroy_notify_event_t*>(event);
+    if ((note->response_type & 0x7f) != XCB_DESTROY_NOTIFY)
+        return false;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* window = dynamic_cast<WindowWidget*>(widget);
+        if (window && window->internalWinId() == note->window)
+            window->Lost();
+    }
+    return false;
 }

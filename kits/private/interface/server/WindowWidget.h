@@ -4,6 +4,7 @@
 #include "InterfaceDefs.h"
 #include "server/ViewPeer.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QShortcut>
 #include <QWidget>
 
@@ -52,4 +53,13 @@ private:
 struct WindowPeer {
     std::shared_ptr<WindowLink> link;
     WindowWidget* widget = nullptr;
+};
+
+// Watches for windows that somebody else has taken off the X server, as tools can: what is drawn in
+// them goes nowhere. Each is asked to quit. On the server's thread, as long as it lives.
+class LostWindows : public QAbstractNativeEventFilter {
+public:
+    LostWindows();
+
+    bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
 };
