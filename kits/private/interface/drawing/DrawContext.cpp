@@ -232,17 +232,17 @@ void DrawContext::StrokeTriangle(const DrawState& state, BPoint a, BPoint b, BPo
     xcb_poly_line(fXcb, XCB_COORD_MODE_ORIGIN, fTarget, fGc, 4, points);
 }
 
-void DrawContext::FillArea(const PixelRect& area)
+void DrawContext::FillArea(const PixelRect& area, xcb_gcontext_t gc)
 {
     const xcb_rectangle_t rectangle { static_cast<int16>(area.left), static_cast<int16>(area.top),
         static_cast<uint16>(area.Width()), static_cast<uint16>(area.Height()) };
-    xcb_poly_fill_rectangle(fXcb, fTarget, fGc, 1, &rectangle);
+    xcb_poly_fill_rectangle(fXcb, fTarget, gc, 1, &rectangle);
 }
 
 void DrawContext::FillRect(const DrawState& state, BRect rect, pattern p)
 {
     if (Prepare(state, p))
-        FillArea(Area(rect));
+        FillArea(Area(rect), fGc);
 }
 
 void DrawContext::FillEllipse(const DrawState& state, BRect rect, pattern p)
@@ -251,7 +251,7 @@ void DrawContext::FillEllipse(const DrawState& state, BRect rect, pattern p)
         return;
     const PixelRect area = Area(rect);
     if (area.Width() <= 2 || area.Height() <= 2) { // the server's would have holes
-        FillArea(area);
+        FillArea(area, fGc);
         return;
     }
     const xcb_arc_t ellipse { static_cast<int16>(area.left), static_cast<int16>(area.top),
@@ -275,10 +275,7 @@ void DrawContext::InvertRect(BRect rect)
         const uint32 values[] = { XCB_GX_XOR, fFormat.InvertMask() };
         xcb_create_gc(fXcb, fInvertGc, fWindow, XCB_GC_FUNCTION | XCB_GC_FOREGROUND, values);
     }
-    const PixelRect area = Area(rect);
-    const xcb_rectangle_t rectangle { static_cast<int16>(area.left), static_cast<int16>(area.top),
-        static_cast<uint16>(area.Width()), static_cast<uint16>(area.Height()) };
-    xcb_poly_fill_rectangle(fXcb, fTarget, fInvertGc, 1, &rectangle);
+    FillArea(Area(rect), fInvertGc);
 }
 
 // --- Text and updates
@@ -295,7 +292,7 @@ uint16 Widened(uint8 value)
 // A new source for each colour: measured, that is a tenth faster than recolouring one.
 xcb_render_picture_t DrawContext::ColorSource(rgb_color color)
 {
-    const uint32 packed = color.red << 16 | color.green << 8 | color.blue;
+    const uint32 packed = Packed(color);
     if (packed == fSourceColor)
         return fColorSource;
     fSourceColor = packed;
@@ -367,9 +364,7 @@ void DrawContext::BeginUpdate(const DrawState& state, BRect rect)
             fUpdate.top, fUpdate.Width(), fUpdate.Height());
         return;
     }
-    SetForeground(state.viewColor);
-    SetFillStyle(XCB_FILL_STYLE_SOLID);
-    FillArea(fUpdate);
+    FillWithViewColor(state, fUpdate);
 }
 
 void DrawContext::EndUpdate()
@@ -383,11 +378,15 @@ void DrawContext::EndUpdate()
 
 void DrawContext::Clear(const DrawState& state)
 {
-    if (state.viewColor == B_TRANSPARENT_COLOR)
-        return;
+    if (state.viewColor != B_TRANSPARENT_COLOR)
+        FillWithViewColor(state, Visible());
+}
+
+void DrawContext::FillWithViewColor(const DrawState& state, const PixelRect& area)
+{
     SetForeground(state.viewColor);
     SetFillStyle(XCB_FILL_STYLE_SOLID);
-    FillArea(Visible());
+    FillArea(area, fGc);
 }
 
 // --- Bitmaps

@@ -89,7 +89,8 @@ private:
     void SetPattern(const DrawState& state, pattern p);
     void SetStipple(pattern p);
     void SetLineWidth(int32 width);
-    void FillArea(const PixelRect& area);
+    void FillArea(const PixelRect& area, xcb_gcontext_t gc);
+    void FillWithViewColor(const DrawState& state, const PixelRect& area);
     xcb_render_picture_t ColorSource(rgb_color color);
     xcb_render_picture_t TargetPicture();
     void MakeBuffer(int32 width, int32 height);

@@ -1,5 +1,6 @@
 #include "server/ViewWidget.h"
 
+#include "drawing/XcbReply.h"
 #include "server/Accessibility.h"
 #include "server/Convert.h"
 
@@ -30,7 +31,7 @@ void RoundTrip()
     if (!x11)
         return;
     xcb_connection_t* connection = x11->connection();
-    free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    MakeReply(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
 }
 
 QColor ReadableOn(const QColor& ground, const QColor& text)

@@ -1,5 +1,6 @@
 #include "server/WindowWidget.h"
 
+#include "drawing/XcbReply.h"
 #include "Entry.h"
 #include "InterfaceDefs.h"
 #include "MessagePoster.h"
@@ -19,7 +20,6 @@
 #include <QWindow>
 
 #include <bit>
-#include <cstdlib>
 #include <cstring>
 #include <xcb/xcb.h>
 
@@ -60,14 +60,12 @@ xcb_atom_t Atom(xcb_connection_t* connection, const char* name)
 {
     const auto cookie =
         xcb_intern_atom(connection, false, static_cast<uint16_t>(strlen(name)), name);
-    xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(connection, cookie, nullptr);
-    const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    free(reply);
-    return atom;
+    const auto reply = MakeReply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
 // What the user may do with the window, by its B_NOT_... flags.
-void SetWindowFunctions(QWidget& window, uint32 flags)
+void SetFunctions(const QWidget& window, uint32 flags)
 {
     xcb_connection_t* connection = Connection();
     if (!connection)
@@ -76,11 +74,10 @@ void SetWindowFunctions(QWidget& window, uint32 flags)
     const xcb_atom_t atom = Atom(connection, "_MOTIF_WM_HINTS");
     // Qt has set the decorations there, which stay.
     MotifHints hints {};
-    xcb_get_property_reply_t* old = xcb_get_property_reply(connection,
-        xcb_get_property(connection, false, id, atom, atom, 0, sizeof hints / 4), nullptr);
-    if (old && xcb_get_property_value_length(old) == sizeof hints)
-        memcpy(&hints, xcb_get_property_value(old), sizeof hints);
-    free(old);
+    const auto old = MakeReply(xcb_get_property_reply(connection,
+        xcb_get_property(connection, false, id, atom, atom, 0, sizeof hints / 4), nullptr));
+    if (old && xcb_get_property_value_length(old.get()) == sizeof hints)
+        memcpy(&hints, xcb_get_property_value(old.get()), sizeof hints);
     hints.flags |= kHasFunctions;
     hints.functions = 0;
     for (const auto& row : kFunctions) {
@@ -89,35 +86,6 @@ void SetWindowFunctions(QWidget& window, uint32 flags)
     }
     xcb_change_property(
         connection, XCB_PROP_MODE_REPLACE, id, atom, atom, 32, sizeof hints / 4, &hints);
-}
-
-// workspaces: bits, or B_ALL_WORKSPACES; the lowest one counts. B_CURRENT_WORKSPACE does nothing.
-void SetWindowWorkspace(QWidget& window, uint32 workspaces)
-{
-    xcb_connection_t* connection = Connection();
-    if (!connection || workspaces == B_CURRENT_WORKSPACE)
-        return;
-    const xcb_window_t id = static_cast<xcb_window_t>(window.winId());
-    const xcb_atom_t atom = Atom(connection, "_NET_WM_DESKTOP");
-    const uint32 desktop = workspaces == B_ALL_WORKSPACES
-        ? 0xffffffff
-        : static_cast<uint32>(std::countr_zero(workspaces));
-    // The property for a window yet to be shown, the message for one that is.
-    xcb_change_property(
-        connection, XCB_PROP_MODE_REPLACE, id, atom, XCB_ATOM_CARDINAL, 32, 1, &desktop);
-    xcb_client_message_event_t event {};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = id;
-    event.type = atom;
-    event.data.data32[0] = desktop;
-    event.data.data32[1] = 1; // asked for by the program
-    // Whoever has asked for both of these events of the root is the window manager.
-    xcb_send_event(connection, false,
-        xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root,
-        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-        reinterpret_cast<const char*>(&event));
-    xcb_flush(connection);
 }
 
 } // namespace
@@ -187,7 +155,7 @@ void WindowWidget::SetKind(window_look look, window_feel feel, uint32 flags)
     setAttribute(Qt::WA_ShowWithoutActivating, (flags & B_AVOID_FOCUS) != 0);
     fFlags = flags;
     ApplySize();
-    SetWindowFunctions(*this, flags);
+    SetFunctions(*this, flags);
     if (wasVisible)
         Appear();
 }
@@ -219,7 +187,30 @@ void WindowWidget::ApplySize()
 
 void WindowWidget::SetWorkspaces(uint32 workspaces)
 {
-    SetWindowWorkspace(*this, workspaces);
+    xcb_connection_t* connection = Connection();
+    if (!connection || workspaces == B_CURRENT_WORKSPACE)
+        return;
+    const xcb_window_t id = static_cast<xcb_window_t>(winId());
+    const xcb_atom_t atom = Atom(connection, "_NET_WM_DESKTOP");
+    const uint32 desktop = workspaces == B_ALL_WORKSPACES
+        ? 0xffffffff
+        : static_cast<uint32>(std::countr_zero(workspaces));
+    // The property for a window yet to be shown, the message for one that is.
+    xcb_change_property(
+        connection, XCB_PROP_MODE_REPLACE, id, atom, XCB_ATOM_CARDINAL, 32, 1, &desktop);
+    xcb_client_message_event_t event {};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = id;
+    event.type = atom;
+    event.data.data32[0] = desktop;
+    event.data.data32[1] = 1; // asked for by the program
+    // Whoever has asked for both of these events of the root is the window manager.
+    xcb_send_event(connection, false,
+        xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        reinterpret_cast<const char*>(&event));
+    xcb_flush(connection);
 }
 
 void WindowWidget::Appear()

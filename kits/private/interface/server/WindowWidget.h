@@ -21,6 +21,7 @@ public:
     // serial comes with the reports of what follows.
     void Place(const QRect& geometry, int32 serial);
     void SetLimits(QSize least, QSize most);
+    // Bits, or B_ALL_WORKSPACES; the lowest one counts. B_CURRENT_WORKSPACE does nothing.
     void SetWorkspaces(uint32 workspaces);
     void Appear();
     void BringToFront();
