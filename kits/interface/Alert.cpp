@@ -53,6 +53,7 @@ constexpr float kGap = 8; // between buttons
 constexpr float kOffsetGap = 32; // before the last ones with B_OFFSET_SPACING
 constexpr float kButtonWidth = 75;
 constexpr float kIconRoom = AlertIcon::kSize + kMargin;
+// How far what the caller's window shows may lag while Go() waits in its thread.
 constexpr bigtime_t kRedrawMicros = 50000;
 
 QStyle::StandardPixmap PixmapOf(alert_type type)
@@ -98,6 +99,8 @@ BRect AlertRoom()
 // screen's height; at least minWidth.
 AlertText LayOutAlertText(const char* text, float minWidth)
 {
+    // Longer lines are hard to read. How high a text is for a width is known only once it has been
+    // laid out, so the width grows in steps until it fits.
     constexpr float kReadableWidth = 360;
     constexpr float kStep = 120;
     constexpr float kOtherHeight = 140; // title, margins and buttons
@@ -332,6 +335,7 @@ bool BAlert::UnusedKeyDown(const char* bytes, int32 numBytes)
 {
     const char key = static_cast<char>(tolower(static_cast<uint8>(bytes[0])));
     for (size_t i = 0; i < fButtons.size(); i++) {
+        // Escape gives the only answer that there is, even without a shortcut.
         const bool isOnly = key == B_ESCAPE && fButtons.size() == 1;
         if ((fShortcuts[i] != 0 && fShortcuts[i] == key) || isOnly) {
             if (fButtons[i]->IsEnabled())

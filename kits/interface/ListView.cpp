@@ -23,6 +23,7 @@ void AdjustBar(BScrollBar* bar, float visible, float content, float smallStep)
     bar->GetRange(&oldMin, &oldMax);
     bar->GetSteps(&oldSmall, &oldLarge);
     const float proportion = content > visible ? visible / content : 1;
+    // A page less one row: what was the last in sight is the first, and nothing is passed over.
     const float largeStep = std::max(visible - smallStep, smallStep);
     if (bar->Proportion() != proportion)
         bar->SetProportion(proportion);
@@ -38,6 +39,7 @@ BListView::BListView(
     BRect frame, const char* name, list_view_type type, uint32 resizingMode, uint32 flags)
     : BView(frame, name, resizingMode, flags | B_FRAME_EVENTS), fType(type)
 {
+    // Frame events whatever the caller's flags say: the bars' ranges depend on the size.
 }
 
 bool BListView::AddItem(BListItem* item)
@@ -50,10 +52,12 @@ bool BListView::AddItem(BListItem* item, int32 atIndex)
     if (item == nullptr || atIndex < 0 || atIndex > CountItems())
         return false;
     fItems.insert(fItems.begin() + atIndex, item);
+    // The keys go on from the row where they were, whatever its number is now.
     if (fAnchor >= atIndex)
         fAnchor++;
     if (fCursor >= atIndex)
         fCursor++;
+    // Outside a window AttachedToWindow() will do it, for all rows with the font they then have.
     if (Window() != nullptr)
         Measure(item);
     PlaceFrom(atIndex);
@@ -72,6 +76,7 @@ BListItem* BListView::RemoveItem(int32 index)
     BListItem* item = ItemAt(index);
     if (item == nullptr)
         return nullptr;
+    // While the row still has its place.
     InvalidateFrom(index);
     item->Deselect();
     fItems.erase(fItems.begin() + index);
@@ -110,6 +115,7 @@ int32 BListView::IndexOf(BListItem* item) const
 
 int32 BListView::IndexOf(BPoint point) const
 {
+    // Each top is larger than the one before it, so thousands of rows cost a dozen steps.
     const auto below = std::upper_bound(fItems.begin(), fItems.end(), point.y,
         [](float y, const BListItem* item) { return y < item->fTop; });
     const auto index = static_cast<int32>(below - fItems.begin()) - 1;
@@ -122,6 +128,7 @@ BRect BListView::ItemFrame(int32 index)
     if (item == nullptr)
         return BRect();
     const BRect bounds = Bounds();
+    // To the edge of what is in sight, so that a selected row is grey all the way.
     const float right = std::max(bounds.right, ContentWidth() - 1);
     return BRect(0, item->fTop, right, item->fTop + item->fHeight);
 }
@@ -164,6 +171,7 @@ void BListView::UpdateItems()
 
 void BListView::PlaceFrom(int32 index)
 {
+    // Plus 1 for each: a BRect that is h high covers h + 1 rows of pixels.
     float top = index > 0 ? fItems[index - 1]->fTop + fItems[index - 1]->fHeight + 1 : 0;
     for (; index < CountItems(); index++) {
         fItems[index]->fTop = top;
@@ -225,6 +233,7 @@ void BListView::UpdateScrollBars()
 
 void BListView::Draw(BRect updateRect)
 {
+    // A list with a colour of its own finds its ground cleared, by the update.
     const bool complete = ViewColor() == B_TRANSPARENT_COLOR;
     int32 index = std::max(IndexOf(BPoint(0, std::max(updateRect.top, 0.0f))), 0);
     if (updateRect.top >= ContentHeight())
@@ -323,6 +332,7 @@ void BListView::Deselect(int32 index)
 
 void BListView::DeselectAll()
 {
+    // An empty range: all rows are outside of it.
     if (DeselectAllBut(0, -1))
         TellSelection();
 }
@@ -370,6 +380,7 @@ void BListView::ScrollToItem(int32 index)
     const BRect bounds = Bounds();
     if (!frame.IsValid())
         return;
+    // A row higher than the list shows its beginning.
     if (frame.top < bounds.top)
         ScrollTo(BPoint(bounds.left, frame.top));
     else if (frame.bottom > bounds.bottom)
@@ -383,6 +394,7 @@ void BListView::ScrollToSelection()
 
 void BListView::MouseDown(BPoint where)
 {
+    // Called by a program, outside a click's message, it counts as one plain click.
     int32 clicks = 1;
     int32 modifiers = 0;
     if (const BMessage* event = Window()->CurrentMessage()) {
@@ -401,6 +413,7 @@ void BListView::MouseDown(BPoint where)
 void BListView::Click(int32 index, int32 clicks, uint32 modifiers)
 {
     const bool multiple = fType == B_MULTIPLE_SELECTION_LIST;
+    // Both clicks on the same row: one that came under the pointer in between was not meant.
     if (clicks > 1 && index == fCursor && IsItemSelected(index)) {
         Invoke();
     } else if (multiple && (modifiers & B_SHIFT_KEY) != 0) {
@@ -424,6 +437,8 @@ void BListView::SelectToCursor(int32 index)
 
 void BListView::KeyDown(const char* bytes, int32 numBytes)
 {
+    // Keys that jump to a disabled row go on inwards from there, so that they never leave the list
+    // without effect; the arrows go on in their own direction.
     const int32 last = CountItems() - 1;
     switch (numBytes == 1 ? bytes[0] : 0) {
         case B_UP_ARROW: MoveCursor(fCursor < 0 ? last : fCursor - 1, -1); break;
@@ -462,6 +477,7 @@ void BListView::MoveCursor(int32 index, int32 step)
 
 int32 BListView::RowsOnPage() const
 {
+    // As if all rows were as high as the first; one of them stays in sight on a new page.
     const float row = fItems.empty() ? 1 : fItems.front()->Height() + 1;
     return std::max(static_cast<int32>((Bounds().Height() + 1) / row) - 1, 1);
 }

@@ -25,6 +25,7 @@ BMenu::BMenu(BRect frame, const char* name, uint32 resizeMode, uint32 flags)
 
 BMenu::~BMenu()
 {
+    // An item takes itself out of its menu when it ends: here that would change a dying list.
     for (auto& item : fItems)
         item->fMenu = nullptr;
 }
@@ -56,6 +57,7 @@ bool BMenu::AddItem(BMenu* menu)
 
 bool BMenu::AddItem(BMenu* menu, int32 index)
 {
+    // Looked at first: the item made for it owns the menu, and refused it would be nobody's.
     if (!menu || menu->fSuperitem || index < 0 || index > CountItems())
         return false;
     return AddItem(new BMenuItem(menu), index);
@@ -189,6 +191,7 @@ QString WithMnemonic(const char* label, QString& used)
 void BMenu::MenuAttached(BWindow* window)
 {
     fMenuWindow = window;
+    // A bar is a view of the window already. Menus below are handlers only, to get their reports.
     if (!Looper())
         window->AddHandler(this);
     fMenuPeer = std::make_unique<MenuPeer>();
@@ -225,11 +228,13 @@ void BMenu::ItemDetached(BMenuItem& item)
 
 // --- Widgets
 
-// Fills fMenuPeer->widget anew; on the server.
+// Fills fMenuPeer->widget anew; on the server. All items at once, since an item's mnemonic depends
+// on those before it.
 void BMenu::FillWidget()
 {
     QWidget* widget = fMenuPeer->widget;
     for (const auto& [id, action] : fMenuPeer->actions) {
+        // It belongs to the widget and not to the action, so it would stay.
         if (action->menu())
             delete action->menu();
         delete action;
@@ -287,6 +292,8 @@ void BMenu::ShowItemIn(const BMenuItem& item)
     if (found == fMenuPeer->actions.end())
         return;
     QAction* action = found->second;
+    // The text has the mark of the mnemonic in it; the label itself is kept as the name. A new one
+    // may share its mnemonic with another item: Qt then steps from one to the other.
     if (action->objectName() != QString::fromUtf8(item.Label())) {
         QString used;
         action->setText(WithMnemonic(item.Label(), used));
@@ -297,12 +304,14 @@ void BMenu::ShowItemIn(const BMenuItem& item)
         action->setShortcutContext(Qt::WidgetShortcut); // shown: the window has the bound one
     }
     action->setEnabled(item.IsEnabled());
+    // Unmarked it is not even checkable: Qt would show an empty box.
     action->setCheckable(item.fMarked);
     action->setChecked(item.fMarked);
     action->setProperty("marked", item.fMarked);
     ShowField();
 }
 
+// By number: the item may have been removed or disabled since the click.
 void BMenu::WidgetChanged(BMessage* report)
 {
     int32 id = 0;
@@ -337,6 +346,7 @@ void BMenuBar::AttachedToWindow()
         fMenuPeer->widget = Peer()->widget;
         FillWidget();
     });
+    // As wide as what is around it and as high as the desktop's font needs, whatever its frame.
     float height = 0;
     GetPreferredSize(nullptr, &height);
     const BRect around = Parent() ? Parent()->Bounds() : Window()->Bounds();

@@ -36,6 +36,8 @@ BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
         xcb_get_extension_data(connection, &xcb_randr_id);
     if (extension == nullptr || !extension->present)
         return BRect();
+    // 1.3 is the first that knows a primary monitor. A server answers by the version it was told
+    // of, so this comes before the other requests, though its answer is of no use.
     MakeReply(xcb_randr_query_version_reply(
         connection, xcb_randr_query_version(connection, 1, 3), nullptr));
     const auto primary = MakeReply(xcb_randr_get_output_primary_reply(
@@ -58,6 +60,7 @@ BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
 BScreen::BScreen(screen_id id)
 {
     int number = 0;
+    // A connection of its own: a program may ask before it has an application.
     xcb_connection_t* connection = xcb_connect(nullptr, &number);
     if (id == B_MAIN_SCREEN_ID && xcb_connection_has_error(connection) == 0) {
         const xcb_screen_t* screen = ScreenByNumber(connection, number);
@@ -99,6 +102,7 @@ namespace {
 constexpr int kGreys = 32;
 constexpr int kCubeSteps = 6;
 constexpr int kCubeSize = kCubeSteps * kCubeSteps * kCubeSteps;
+// Seven more greys fill the table up to its last entry, which is the transparent one.
 constexpr uint8 kEdgeGreys[] = { 24, 72, 128, 184, 216, 232, 248 };
 
 rgb_color Grey(int value)
@@ -141,6 +145,7 @@ uint8 Nearest(const color_map& map, int red, int green, int blue)
     return static_cast<uint8>(best);
 }
 
+// Some eight million distances are measured here: so it is done at the first use only.
 color_map* MakeColors()
 {
     auto* map = new color_map {};

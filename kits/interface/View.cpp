@@ -28,6 +28,7 @@ BView::~BView()
         if (bar)
             bar->fTarget = nullptr;
     }
+    // Each leaves the list first: without a parent its own RemoveSelf() does nothing.
     while (!fChildren.empty()) {
         BView* child = fChildren.back();
         fChildren.pop_back();
@@ -64,6 +65,8 @@ void BView::AttachTree(BWindow* window)
 {
     fWindow = window;
     window->AddHandler(this);
+    // What a view does not answer goes up the tree to the window. The top view is the window's own
+    // and answers nothing, so it is left out.
     SetNextHandler(fParent->fIsTop ? static_cast<BHandler*>(window) : fParent);
     MakePeer();
     AttachedToWindow();
@@ -83,6 +86,7 @@ bool BView::RemoveChild(BView* child)
         return false;
     if (fWindow)
         child->DetachTree();
+    // Looked for again: the hooks of going may have changed the list.
     fChildren.erase(std::find(fChildren.begin(), fChildren.end(), child));
     child->fParent = nullptr;
     return true;
@@ -93,6 +97,7 @@ bool BView::RemoveSelf()
     return fParent && fParent->RemoveChild(this);
 }
 
+// First all hooks: in them the whole tree is still in the window and may ask its widgets.
 void BView::DetachTree()
 {
     CallDetached();
@@ -173,12 +178,15 @@ void BView::MakePeer()
         MakeWidget(*fPeer);
         QWidget* widget = fPeer->widget;
         widget->setGeometry(Placement().geometry);
+        // A view that draws itself takes its font from fDraw, with each string.
         if (!fPeer->isPlain)
             widget->setFont(ToQFont(fDraw->font));
         if (fDraw->viewColor != B_TRANSPARENT_COLOR)
             ShowViewColor(*widget, ToQColor(fDraw->viewColor), fills);
         widget->setToolTip(QString::fromStdString(fToolTip));
+        // After the tool tip, which may be all that there is for a name.
         NameForReaders(*widget);
+        // A later view lies above an earlier one. Qt would put this one, the newest, on top.
         if (next)
             widget->stackUnder(next->widget);
         widget->setVisible(fHidden == 0);
@@ -208,6 +216,7 @@ void BView::WidgetChanged(BMessage*) { }
 
 void BView::GetWidgetSize(float* width, float* height)
 {
+    // Layouts ask before there is a window, so outside of one a widget is made just to be asked.
     const QSize size = display::Call([this] {
         if (fPeer)
             return fPeer->widget->sizeHint();
@@ -229,6 +238,7 @@ bool BView::FillsBackground() const
 {
     if (fDraw->viewColor == B_TRANSPARENT_COLOR)
         return false;
+    // Where the nearest coloured view below has the same colour there is nothing to fill.
     const BView* below = fParent;
     while (below && below->fDraw->viewColor == B_TRANSPARENT_COLOR)
         below = below->fParent;
@@ -259,6 +269,7 @@ NativeSurface BView::MakeNative()
     CheckLocked();
     if (!fPeer || !fPeer->isPlain || IsHidden())
         return {};
+    // Qt paints nothing into the X window that the view gets: children would not be seen.
     TARVEX_CHECK(fChildren.empty())
         << "view <" << (Name() ? Name() : "") << "> draws and has children";
     return display::Call(
@@ -294,6 +305,7 @@ void BView::SetFlags(uint32 flags)
 {
     CheckLocked();
     fFlags = flags;
+    // The link has a copy: the server's thread looks at the flags and must not touch the view.
     if (fPeer)
         fPeer->link->flags = flags;
 }
@@ -308,6 +320,7 @@ void BView::Invalidate(BRect rect)
     CheckLocked();
     if (!fPeer)
         return;
+    // Links and widgets count from the widget's left top, wherever the view is scrolled.
     rect = (rect & Bounds()).OffsetByCopy(-fOrigin.x, -fOrigin.y);
     if (!rect.IsValid())
         return;
@@ -321,7 +334,9 @@ void BView::Invalidate(BRect rect)
 
 namespace {
 
-// Edges of the parent as a mode's digits name them.
+// A mode is four hexadecimal digits, for the view's top, left, bottom and right edge, each naming
+// the edge of the parent that this one follows. The parent's left top is the fixed point: 1, its
+// top, and 2, its left, move nothing, and 0 follows none.
 constexpr uint32 kBottom = 3;
 constexpr uint32 kRight = 4;
 constexpr uint32 kMiddle = 5;
@@ -356,6 +371,8 @@ BRect BView::Bounds() const
 void BView::MoveTo(BPoint where)
 {
     CheckLocked();
+    // Asked here, since SetFrame() hands over a place even where nothing changed: layouts move many
+    // views to where they are, and each Call waits.
     if (where == fFrame.LeftTop())
         return;
     std::vector<WidgetPlacement> places;
@@ -442,6 +459,7 @@ void BView::ResizeToPreferred()
 
 void BView::ConvertToParent(BPoint* point) const
 {
+    // Scrolling moves what is in a view and not the view: its bounds begin at fOrigin.
     *point += fFrame.LeftTop() - fOrigin;
 }
 
@@ -451,6 +469,7 @@ BPoint BView::ConvertToParent(BPoint point) const
     return point;
 }
 
+// The top view lies at (0, 0) of the window and never scrolls: the sum is in window coordinates.
 BPoint BView::OffsetInWindow() const
 {
     BPoint offset;

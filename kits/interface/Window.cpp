@@ -52,6 +52,7 @@ window_feel FeelOf(window_type type)
 
 int PixelLimit(float length)
 {
+    // A length counts one less than its pixels, of which X11, with 16 bits, has 32767 at most.
     return static_cast<int>(std::min(length, 32766.0f)) + 1;
 }
 
@@ -70,6 +71,7 @@ BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel f
     if (!display::Start())
         exit(1);
     SetAskedToQuit(true);
+    // Not by AddChild(): it is in the window from the start, and the window's widget is its own.
     fTop = std::make_unique<BView>(
         frame.OffsetToCopy(0, 0), nullptr, B_FOLLOW_ALL_SIDES, static_cast<uint32>(0));
     fTop->fIsTop = true;
@@ -87,6 +89,7 @@ void BWindow::MakeWidget()
         auto* widget = new WindowWidget(fPeer->link);
         widget->setWindowTitle(QString::fromStdString(fTitle));
         widget->setObjectName(QString::fromStdString(fTitle));
+        // Before SetKind(), which fixes the present size of a window that cannot be resized.
         widget->Place(ToQRect(Frame()), fGeometrySerial);
         widget->SetKind(fLook, fFeel, fFlags);
         widget->SetWorkspaces(fWorkspaces);
@@ -101,6 +104,8 @@ void BWindow::MakeWidget()
 BWindow::~BWindow()
 {
     fDefaultButton = nullptr;
+    // In this order: the views give back what they have on the connection, it closes, and only then
+    // the X windows go that were drawn into.
     fTop->CallDetached();
     fTop->LeaveWindow();
     fConnection.reset();
@@ -222,6 +227,7 @@ void BWindow::Place(BRect frame)
     if (frame == Frame())
         return;
     KeepFrame(frame);
+    // What the widget reports from before this change has the old number, and is dropped.
     fGeometrySerial++;
     display::Call([this, frame] { fPeer->widget->Place(ToQRect(frame), fGeometrySerial); });
     ResizeViews(frame.Width(), frame.Height());
@@ -243,6 +249,8 @@ void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, flo
     fMaxWidth = maxWidth;
     fMinHeight = minHeight;
     fMaxHeight = maxHeight;
+    // First the size, then the limits: told of them alone, the widget would cut itself, and its
+    // report would look like the user's doing.
     Place(Limited(Frame()));
     display::Call([this] {
         fPeer->widget->SetLimits(QSize(PixelLimit(fMinWidth), PixelLimit(fMinHeight)),
@@ -314,6 +322,7 @@ void BWindow::MessageHandled()
     FlushDrawing();
 }
 
+// For what keeps this thread from its messages, as BAlert::Go() does while it waits.
 void BWindow::UpdateIfNeeded()
 {
     if (find_thread(nullptr) != Thread())
@@ -326,6 +335,7 @@ void BWindow::UpdateIfNeeded()
 
 namespace {
 
+// Without the command key: all shortcuts have it, so it tells none from another.
 constexpr uint32 kShortcutModifiers = B_SHIFT_KEY | B_CONTROL_KEY | B_OPTION_KEY;
 
 uint32 FoldedKey(uint32 key)
@@ -392,6 +402,7 @@ void BWindow::HandleUpdate()
 
 void BWindow::UpdateViews(BView* view)
 {
+    // Taken off a hidden view as well: when it is shown, Qt exposes all of it again.
     const BRect dirty = view->fPeer ? view->fPeer->link->TakeDirty() : BRect();
     if (dirty.IsValid() && !view->IsHidden()) {
         const BRect rect = dirty.OffsetByCopy(view->fOrigin.x, view->fOrigin.y) & view->Bounds();
@@ -401,6 +412,7 @@ void BWindow::UpdateViews(BView* view)
             view->EndUpdate();
         }
     }
+    // By index: Draw() may add and remove views.
     for (int32 i = 0; i < view->CountChildren(); i++)
         UpdateViews(view->fChildren[static_cast<size_t>(i)]);
 }
@@ -463,6 +475,7 @@ void BWindow::HandleKeyDown(BMessage* message)
         UnusedKeyDown(bytes, static_cast<int32>(strlen(bytes)));
 }
 
+// By messages, so that it comes behind what waits and QuitRequested() can refuse.
 void BWindow::HandleCommandKey(char key)
 {
     if (key == 'w' && !(fFlags & B_NOT_CLOSABLE))
@@ -522,6 +535,7 @@ void BWindow::AddMenuShortcut(BMenuItem* item)
 
 void BWindow::RemoveMenuShortcut(BMenuItem* item)
 {
+    // Only where they still are the item's keys: another may have taken them since.
     const uint32 key = static_cast<uint8>(item->fShortcut);
     const auto found = fShortcuts.find(ShortcutId(key, item->fModifiers));
     if (found != fShortcuts.end() && found->second->item == item)
@@ -537,6 +551,7 @@ void BWindow::HandleShortcut(BMessage* message)
         return;
     const WindowShortcut& shortcut = *found->second;
     if (shortcut.item) {
+        // Asked now: the program may have disabled it since the keys were pressed.
         if (shortcut.item->IsEnabled())
             shortcut.item->Chosen();
         return;

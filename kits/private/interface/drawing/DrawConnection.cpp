@@ -38,6 +38,7 @@ void DrawConnection::AskForRender()
         fprintf(stderr, "No text is drawn: the display lacks <RENDER>\n");
         return;
     }
+    // Both are asked before either answer is read: one wait instead of two.
     const auto versionCookie = xcb_render_query_version(fXcb, 0, 11);
     const auto formatsCookie = xcb_render_query_pict_formats(fXcb);
     MakeReply(xcb_render_query_version_reply(fXcb, versionCookie, nullptr));
@@ -47,6 +48,7 @@ void DrawConnection::AskForRender()
         return;
     auto info = xcb_render_query_pict_formats_formats_iterator(formats.get());
     for (; info.rem != 0; xcb_render_pictforminfo_next(&info)) {
+        // Eight bits of alpha and nothing else: what glyphs' pictures are sent in.
         if (info.data->type == XCB_RENDER_PICT_TYPE_DIRECT && info.data->depth == 8
             && info.data->direct.alpha_mask == 0xff)
             fAlphaFormat = info.data->id;
@@ -64,6 +66,7 @@ void DrawConnection::AskForRender()
 
 void DrawConnection::WaitUntilViewable(xcb_window_t window, bigtime_t limit) const
 {
+    // Asked again and again, not told: events on this connection are only thrown away.
     constexpr bigtime_t kPause = 2'000;
     const bigtime_t start = system_time();
     for (;;) {
@@ -115,6 +118,7 @@ void DrawConnection::Flush()
 
 void DrawConnection::Sync()
 {
+    // Any request with an answer does: it is answered after all before it has been carried out.
     if (MakeReply(xcb_get_input_focus_reply(fXcb, xcb_get_input_focus(fXcb), nullptr)) == nullptr)
         display::EndWithDisplay();
     DropErrors();
@@ -143,6 +147,7 @@ void BWindow::SyncDrawing()
 namespace {
 
 constexpr int16 kUnknown = INT16_MIN;
+// A count of 255 means something else, and 252 is the highest below it that needs no padding.
 constexpr int32 kMaxGlyphs = 252; // that one run may have
 constexpr int32 kMaxPosition = 16383;
 
@@ -201,6 +206,7 @@ int32 GlyphSet::Draw(xcb_render_picture_t source, xcb_render_picture_t target, i
         run.count = static_cast<uint8>(count);
         run.x = static_cast<int16>(start);
         run.y = static_cast<int16>(y);
+        // Positions have 16 bits: text from farther away would come in again on the other side.
         if (start >= -kMaxPosition && start <= kMaxPosition)
             Send(fConnection, source, target, fId, run, highest >= fAdvances.size());
     }

@@ -38,6 +38,7 @@ DrawContext::DrawContext(
       fBackground(kNoColor), fPictureFormat(connection.PictureFormat(format)),
       fSourceColor(kNoColor)
 {
+    // Otherwise each copy is answered by an event, which nobody reads.
     const uint32 noExposures = 0;
     xcb_create_gc(fXcb, fGc, fWindow, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
 }
@@ -64,6 +65,7 @@ int16 DrawContext::Nearest(double position)
     return static_cast<int16>(static_cast<int>(position + kFarthest + 1.5) - (kFarthest + 1));
 }
 
+// A point is the middle of its pixel, in the view as on the display: hence the halves.
 int16 DrawContext::PenX(float x) const
 {
     return Nearest((static_cast<double>(x) - fBounds.left + 0.5) * fScale - 0.5);
@@ -78,6 +80,7 @@ PixelRect DrawContext::Area(BRect rect) const
 {
     const auto [left, right] = std::minmax(rect.left, rect.right);
     const auto [top, bottom] = std::minmax(rect.top, rect.bottom);
+    // The right and bottom pixels belong to the rectangle, so their far edges count.
     const auto edge = [this](float position, float origin, int outside) {
         return Nearest((static_cast<double>(position) - origin + outside) * fScale);
     };
@@ -87,6 +90,7 @@ PixelRect DrawContext::Area(BRect rect) const
 
 void DrawContext::SetForeground(rgb_color color)
 {
+    // Compared before it becomes a pixel, for which a palette is searched.
     const uint32 packed = Packed(color);
     if (packed == fForeground)
         return;
@@ -113,6 +117,7 @@ bool DrawContext::Prepare(const DrawState& state, pattern p)
     if (Equal(p, B_SOLID_LOW)) {
         SetForeground(state.lowColor);
         SetFillStyle(XCB_FILL_STYLE_SOLID);
+        // B_OP_OVER leaves what is there wherever a pattern's bit is low.
         return state.mode != B_OP_OVER;
     }
     SetPattern(state, p);
@@ -144,6 +149,7 @@ void DrawContext::SetPattern(const DrawState& state, pattern p)
 
 void DrawContext::SetStipple(pattern p)
 {
+    // Drawn point by point: an image's order of bits would depend on the server.
     std::vector<xcb_point_t> points;
     for (int16 y = 0; y < 8; y++) {
         for (int16 x = 0; x < 8; x++) {
@@ -227,6 +233,7 @@ void DrawContext::StrokeTriangle(const DrawState& state, BPoint a, BPoint b, BPo
 {
     if (!PrepareStroke(state, p))
         return;
+    // Back to the first point, so that the corner there is joined like the others.
     const xcb_point_t points[] = { { PenX(a.x), PenY(a.y) }, { PenX(b.x), PenY(b.y) },
         { PenX(c.x), PenY(c.y) }, { PenX(a.x), PenY(a.y) } };
     xcb_poly_line(fXcb, XCB_COORD_MODE_ORIGIN, fTarget, fGc, 4, points);
@@ -270,6 +277,8 @@ void DrawContext::FillTriangle(const DrawState& state, BPoint a, BPoint b, BPoin
 
 void DrawContext::InvertRect(BRect rect)
 {
+    // A context of its own: the other's function would have to be set and set back each time. XOR
+    // with all bits of the colour gives the old pixels when it is done twice.
     if (fInvertGc == 0) {
         fInvertGc = xcb_generate_id(fXcb);
         const uint32 values[] = { XCB_GX_XOR, fFormat.InvertMask() };
@@ -332,6 +341,7 @@ float DrawContext::DrawString(const DrawState& state, BPoint pen, const char* te
 
 void DrawContext::MakeBuffer(int32 width, int32 height)
 {
+    // It only grows: a window that is dragged to and fro makes no new one at each step.
     if (fBuffer != 0 && width <= fBufferWidth && height <= fBufferHeight)
         return;
     FreeBuffer();
@@ -359,6 +369,7 @@ void DrawContext::BeginUpdate(const DrawState& state, BRect rect)
     fTarget = fBuffer;
     if (fUpdate.IsEmpty())
         return;
+    // What shows through is in the window already.
     if (state.viewColor == B_TRANSPARENT_COLOR) {
         xcb_copy_area(fXcb, fWindow, fBuffer, fGc, fUpdate.left, fUpdate.top, fUpdate.left,
             fUpdate.top, fUpdate.Width(), fUpdate.Height());
@@ -455,6 +466,7 @@ void DrawContext::PutImage(const std::vector<uint8>& rows, const PixelRect& plac
 {
     constexpr uint32 kHeaderBytes = 32;
     const uint32 rowBytes = fFormat.BytesPerRow(place.Width());
+    // The server counts in units of four bytes, the request's header among them.
     const uint32 limit = xcb_get_maximum_request_length(fXcb) * 4 - kHeaderBytes;
     const int32 atOnce = std::max<int32>(limit / rowBytes, 1);
     for (int32 y = place.top; y < place.bottom; y += atOnce) {

@@ -28,6 +28,7 @@ std::map<FontRequest, std::unique_ptr<FontFace>> sFaces GUARDED_BY(sFacesLock);
 FontRequest FontFace::Request(const BFont& font, float scale)
 {
     FontRequest request;
+    // The plain font stands for whatever the desktop has as its own, not for a family.
     request.family = font.fFamily == be_plain_font->fFamily ? "" : font.fFamily;
     request.bold = (font.fFace & B_BOLD_FACE) != 0;
     request.italic = (font.fFace & B_ITALIC_FACE) != 0;
@@ -62,6 +63,7 @@ float FontFace::DisplayScale()
 
 FontFace::FontFace(const FontRequest& request) : fRequest(request)
 {
+    // All of ASCII with one wait for the display server, instead of one for each letter.
     constexpr uint32 kFirst = ' ';
     constexpr uint32 kLast = '~';
     std::vector<uint32> characters;
@@ -84,6 +86,7 @@ const GlyphImage& FontFace::GlyphOf(uint32 character)
         if (found != fGlyphs.end())
             return found->second;
     }
+    // Without the lock: two threads may draw the same glyph, and the first one's stays.
     std::vector<GlyphImage> glyphs;
     display::Call([&] { glyphs = RasterizeGlyphs(fRequest, { character }); });
     const LeafLock lock(fLock);
@@ -120,6 +123,7 @@ QRect InkOf(const QImage& image)
 
 std::vector<uint8> AlphaOf(const QImage& image, const QRect& part)
 {
+    // Rows as RENDER wants them, padded to four bytes.
     const int stride = (part.width() + 3) / 4 * 4;
     std::vector<uint8> alpha(static_cast<size_t>(stride) * part.height());
     for (int y = 0; y < part.height(); y++) {

@@ -36,6 +36,7 @@ public:
 // A click with the left button, as the user would do it.
 void ClickWidget(QWidget& widget, const QPoint& where)
 {
+    // By events, so that the program gets what it gets when the user does it.
     const QPointF global = widget.mapToGlobal(QPointF(where));
     QMouseEvent press(QEvent::MouseButtonPress, where, global, Qt::LeftButton, Qt::LeftButton, {});
     QMouseEvent release(QEvent::MouseButtonRelease, where, global, Qt::LeftButton, {}, {});
@@ -100,6 +101,7 @@ ViewAccessible::ViewAccessible(ViewWidget& widget) : QAccessibleWidget(&widget) 
 
 ViewAccessible::~ViewAccessible()
 {
+    // Qt keeps what was registered until it is told.
     KeepLines(0);
 }
 
@@ -141,6 +143,7 @@ QAccessibleInterface* ViewAccessible::child(int index) const
         return QAccessibleWidget::child(index);
     if (index < 0 || index >= childCount())
         return nullptr;
+    // Made when they are asked for: most of a list's thousands of rows are never read.
     for (auto next = static_cast<int>(fLines.size()); next <= index; next++) {
         fLines.push_back(
             QAccessible::registerAccessibleInterface(new LineAccessible(View(), next)));
@@ -200,6 +203,7 @@ QRect LineAccessible::rect() const
 {
     if (!isValid())
         return QRect();
+    // Of a row half in sight a reader frames that half; one out of sight keeps its place there.
     const QRect inView = ToQRect(fView->Lines()[static_cast<size_t>(fIndex)].frame);
     const QRect shown = inView & fView->rect();
     const QRect place = IsBeside() ? fView->rect() : shown.isEmpty() ? inView : shown;
@@ -290,6 +294,7 @@ public:
 
 QAccessibleInterface* MakeInterface(const QString& type, QObject* object)
 {
+    // Null leaves the widget to Qt, which knows its own.
     if (auto* view = dynamic_cast<ViewWidget*>(object))
         return new ViewAccessible(*view);
     if (auto* window = dynamic_cast<WindowWidget*>(object))
@@ -302,6 +307,7 @@ QAccessibleInterface* MakeInterface(const QString& type, QObject* object)
     return nullptr;
 }
 
+// In the order of the tree, in which a label comes just before what it is for.
 QWidget* Before(const QWidget& widget)
 {
     QWidget* before = nullptr;

@@ -26,6 +26,7 @@ rgb_color FromQColor(const QColor& color)
 
 QRect ToQRect(BRect rect)
 {
+    // Edges are rounded and not sizes: rectangles that meet still do.
     const int left = static_cast<int>(std::lround(rect.left));
     const int top = static_cast<int>(std::lround(rect.top));
     const int width = static_cast<int>(std::lround(rect.right)) - left + 1;
@@ -65,6 +66,7 @@ QString PlainLabel(const char* label)
 
 QKeySequence ShortcutKeys(uint32 key, uint32 modifiers)
 {
+    // The command key is Ctrl on this keyboard, and so the control key is Alt.
     Qt::KeyboardModifiers held = Qt::ControlModifier;
     if (modifiers & B_SHIFT_KEY)
         held |= Qt::ShiftModifier;
@@ -85,6 +87,8 @@ struct KeyByte {
     char byte;
 };
 
+// Keys whose text Qt leaves empty or makes something else of. Shift and Tab are a key of their own
+// there; here the modifiers tell it.
 constexpr KeyByte kKeyBytes[] = {
     { Qt::Key_Return, B_RETURN },
     { Qt::Key_Enter, B_ENTER },
@@ -177,6 +181,7 @@ BMessage MovedMessage(BPoint where, BPoint screenWhere, int32 buttons, int32 tra
 
 BMessage WheelMessage(const QWheelEvent& event)
 {
+    // Qt counts in eighths of a degree, 15 degrees to a notch, and upwards.
     constexpr float kUnitsPerNotch = 120;
     BMessage message(B_MOUSE_WHEEL_CHANGED);
     message.AddInt64("when", system_time());
@@ -192,6 +197,7 @@ BMessage KeyMessage(const QKeyEvent& event)
     BMessage message(B_KEY_DOWN);
     message.AddInt64("when", system_time());
     message.AddInt32("modifiers", ModifierBits(event.modifiers()));
+    // The function keys have one byte in common, so only they are told apart by number.
     message.AddInt32("key", IsFunctionKey(event.key()) ? event.key() - Qt::Key_F1 + B_F1_KEY : 0);
     const QByteArray bytes = BytesOf(event);
     if (!bytes.isEmpty()) {

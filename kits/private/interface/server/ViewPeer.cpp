@@ -37,6 +37,8 @@ void ViewLink::AddDirty(BRect rect)
         const LeafLock lock(fLock);
         fDirty = fDirty.IsValid() ? fDirty | rect : rect;
     }
+    // One message for the whole window, however many of its views ask; outside the leaf's lock,
+    // since posting takes others.
     if (!fWindow->updatePosted.exchange(true))
         PostAlways(fWindow->window, BMessage(_UPDATE_));
 }
@@ -56,6 +58,7 @@ ViewEvents::ViewEvents(std::shared_ptr<ViewLink> link, Kind kind, QWidget* widge
 {
     fWidget->installEventFilter(this);
     fWidget->setMouseTracking(true);
+    // The mouse is over its viewport, which is a widget of its own.
     if (auto* area = qobject_cast<QAbstractScrollArea*>(widget)) {
         area->viewport()->installEventFilter(this);
         area->viewport()->setMouseTracking(true);

@@ -25,6 +25,7 @@ std::set<ViewWidget*>& NativeWidgets()
     return widgets;
 }
 
+// A request in the toolkit's buffer has not happened yet for other connections.
 void RoundTrip()
 {
     auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -36,6 +37,7 @@ void RoundTrip()
 
 QColor ReadableOn(const QColor& ground, const QColor& text)
 {
+    // In 255 steps of grey. The palette's text was chosen for another ground.
     constexpr int kLeastContrast = 100;
     if (std::abs(qGray(ground.rgb()) - qGray(text.rgb())) >= kLeastContrast)
         return text;
@@ -118,6 +120,8 @@ NativeSurface ViewWidget::BecomeNative()
         fIsNative = true;
         NativeWidgets().insert(this);
         setAutoFillBackground(false);
+        // Native without its ancestors: else each widget around would get an X window, to be moved
+        // by a request of its own. And nothing may paint over what the program draws.
         for (Qt::WidgetAttribute attribute : { Qt::WA_OpaquePaintEvent, Qt::WA_NoSystemBackground,
                  Qt::WA_PaintOnScreen, Qt::WA_DontCreateNativeAncestors, Qt::WA_NativeWindow })
             setAttribute(attribute);

@@ -36,6 +36,7 @@ struct MotifHints {
     uint32 status;
 };
 
+// Of the five words only those count that flags names.
 constexpr uint32 kHasFunctions = 1;
 // Without bit 0, which would make the others mean what the user may not do.
 constexpr struct {
@@ -136,6 +137,7 @@ BMessage DroppedFiles(const QMimeData& data)
 void WindowWidget::SetKind(window_look look, window_feel feel, uint32 flags)
 {
     const bool wasVisible = isVisible();
+    // Named one by one: without this hint Qt gives a window the buttons it finds usual.
     Qt::WindowFlags hints = TypeFor(look, feel) | Qt::CustomizeWindowHint;
     if (!(hints & Qt::FramelessWindowHint))
         hints |= Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
@@ -148,6 +150,7 @@ void WindowWidget::SetKind(window_look look, window_feel feel, uint32 flags)
     if (feel == B_FLOATING_ALL_WINDOW_FEEL || feel == B_MODAL_ALL_WINDOW_FEEL)
         hints |= Qt::WindowStaysOnTopHint;
     const QRect place = geometry();
+    // To give it other flags Qt hides the window, which Appear() below makes good.
     if (hints != windowFlags())
         setWindowFlags(hints);
     setGeometry(place); // with its new flags Qt has taken it for the border's place
@@ -163,6 +166,7 @@ void WindowWidget::SetKind(window_look look, window_feel feel, uint32 flags)
 void WindowWidget::Place(const QRect& geometry, int32 serial)
 {
     fSerial = serial;
+    // The limits of the old size would cut the new one.
     setMinimumSize(0, 0);
     setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     setGeometry(geometry);
@@ -192,6 +196,7 @@ void WindowWidget::SetWorkspaces(uint32 workspaces)
         return;
     const xcb_window_t id = static_cast<xcb_window_t>(winId());
     const xcb_atom_t atom = Atom(connection, "_NET_WM_DESKTOP");
+    // The window managers' protocol counts desktops from 0 and says with all bits set: on all.
     const uint32 desktop = workspaces == B_ALL_WORKSPACES
         ? 0xffffffff
         : static_cast<uint32>(std::countr_zero(workspaces));
@@ -239,6 +244,7 @@ void WindowWidget::AddKeys(int32 id, const QKeySequence& keys)
         Report(message);
     };
     connect(shortcut, &QShortcut::activated, this, report);
+    // A widget in it may know the same keys: the window's shortcut counts all the same.
     connect(shortcut, &QShortcut::activatedAmbiguously, this, report);
     fKeys[id] = shortcut;
 }
