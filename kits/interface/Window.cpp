@@ -469,18 +469,14 @@ void BWindow::HandleKeyDown(BMessage* message)
     if (message->FindString("bytes", &bytes) != B_OK || !*bytes)
         return;
     message->FindInt32("modifiers", &modifiers);
-    if (modifiers & B_COMMAND_KEY)
-        HandleCommandKey(bytes[0]);
-    else
+    if (!(modifiers & B_COMMAND_KEY)) {
         UnusedKeyDown(bytes, static_cast<int32>(strlen(bytes)));
-}
-
-// By messages, so that it comes behind what waits and QuitRequested() can refuse.
-void BWindow::HandleCommandKey(char key)
-{
-    if (key == 'w' && !(fFlags & B_NOT_CLOSABLE))
+        return;
+    }
+    // By messages, so that it comes behind what waits and QuitRequested() can refuse.
+    if (bytes[0] == 'w' && !(fFlags & B_NOT_CLOSABLE))
         PostAlways(BMessenger(this, this), BMessage(B_QUIT_REQUESTED));
-    else if (key == 'q' && be_app)
+    else if (bytes[0] == 'q' && be_app)
         PostAlways(be_app_messenger, BMessage(B_QUIT_REQUESTED));
 }
 

@@ -121,12 +121,7 @@ void DrawConnection::Sync()
     // Any request with an answer does: it is answered after all before it has been carried out.
     if (MakeReply(xcb_get_input_focus_reply(fXcb, xcb_get_input_focus(fXcb), nullptr)) == nullptr)
         display::EndWithDisplay();
-    DropErrors();
-}
-
-// Errors of drawables that have gone queue up here, and the display's notes to all its clients.
-void DrawConnection::DropErrors()
-{
+    // Errors of drawables that have gone queue up here, and the display's notes to all its clients.
     while (const auto event = MakeReply(xcb_poll_for_event(fXcb))) { }
 }
 

@@ -69,7 +69,6 @@ public:
 private:
     explicit DrawConnection(xcb_connection_t* connection);
     void AskForRender();
-    void DropErrors();
 
     xcb_connection_t* fXcb;
     std::list<PixelFormat> fFormats; // contexts keep pointers to them

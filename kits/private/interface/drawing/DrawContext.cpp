@@ -175,19 +175,15 @@ void DrawContext::SetStipple(pattern p)
 
 bool DrawContext::PrepareStroke(const DrawState& state, pattern p)
 {
-    const float width = state.penSize * fScale;
-    SetLineWidth(width < 1.5f ? 0 : std::min(static_cast<int>(width + 0.5f), kFarthest));
+    const float pen = state.penSize * fScale;
+    const int32 width = pen < 1.5f ? 0 : std::min(static_cast<int>(pen + 0.5f), kFarthest);
+    if (width != fLineWidth) {
+        fLineWidth = width;
+        const uint32 values[] = { static_cast<uint32>(width),
+            width == 0 ? XCB_CAP_STYLE_BUTT : XCB_CAP_STYLE_PROJECTING }; // both draw the ends
+        xcb_change_gc(fXcb, fGc, XCB_GC_LINE_WIDTH | XCB_GC_CAP_STYLE, values);
+    }
     return Prepare(state, p);
-}
-
-void DrawContext::SetLineWidth(int32 width)
-{
-    if (width == fLineWidth)
-        return;
-    fLineWidth = width;
-    const uint32 values[] = { static_cast<uint32>(width),
-        width == 0 ? XCB_CAP_STYLE_BUTT : XCB_CAP_STYLE_PROJECTING }; // both draw the end points
-    xcb_change_gc(fXcb, fGc, XCB_GC_LINE_WIDTH | XCB_GC_CAP_STYLE, values);
 }
 
 void DrawContext::StrokeLine(const DrawState& state, BPoint from, BPoint to, pattern p)

@@ -88,7 +88,6 @@ private:
     void SetFillStyle(uint32 style);
     void SetPattern(const DrawState& state, pattern p);
     void SetStipple(pattern p);
-    void SetLineWidth(int32 width);
     void FillArea(const PixelRect& area, xcb_gcontext_t gc);
     void FillWithViewColor(const DrawState& state, const PixelRect& area);
     xcb_render_picture_t ColorSource(rgb_color color);

@@ -67,8 +67,10 @@ ViewEvents::ViewEvents(std::shared_ptr<ViewLink> link, Kind kind, QWidget* widge
 
 bool ViewEvents::eventFilter(QObject*, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn)
-        Focused(*static_cast<QFocusEvent*>(event));
+    // MakeFocus() knows already of what it has done.
+    if (event->type() == QEvent::FocusIn
+        && static_cast<QFocusEvent*>(event)->reason() != Qt::OtherFocusReason)
+        fLink->Post(BMessage(kMsgFocused));
     return fKind == Kind::kView && HandleForView(event);
 }
 
@@ -107,13 +109,6 @@ void ViewEvents::EnteredOrLeft(int32 transit)
     const QPoint screenWhere = QCursor::pos();
     fLink->Post(MovedMessage(FromQPoint(fWidget->mapFromGlobal(screenWhere)),
         FromQPoint(screenWhere), ButtonBits(QGuiApplication::mouseButtons()), transit));
-}
-
-// MakeFocus() knows already of what it has done.
-void ViewEvents::Focused(const QFocusEvent& event)
-{
-    if (event.reason() != Qt::OtherFocusReason)
-        fLink->Post(BMessage(kMsgFocused));
 }
 
 // The command key's combinations and keys for a view above go on to the window; Tab leaves the

@@ -17,7 +17,6 @@
 
 class BMessage;
 class QAction;
-class QFocusEvent;
 class QKeyEvent;
 class QMouseEvent;
 class QPushButton;
@@ -88,7 +87,6 @@ private:
     bool HandleForView(QEvent* event);
     void MouseMoved(const QMouseEvent& event);
     void EnteredOrLeft(int32 transit);
-    void Focused(const QFocusEvent& event);
     bool KeyPressed(const QKeyEvent& event);
 
     const std::shared_ptr<ViewLink> fLink;
