@@ -1,15 +1,23 @@
 #include "Alert.h"
 
-#include "KillGuard.h"
 #include "Autolock.h"
 #include "Button.h"
 #include "Invoker.h"
+#include "KillGuard.h"
 #include "LeafLock.h"
 #include "Message.h"
 #include "MessagePoster.h"
 #include "ScrollView.h"
-#include "server/AlertWidgets.h"
+#include "server/Convert.h"
+#include "server/DisplayServer.h"
+#include "server/ViewPeer.h"
 #include "TextView.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QScreen>
+#include <QStyle>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <cctype>
@@ -17,7 +25,27 @@
 #include <cmath>
 #include <cstdio>
 
+// In view units, as counts of pixels.
+struct AlertText {
+    float width;
+    float height; // of the whole text
+    float shownHeight; // as much as the screen has room for
+};
+
 namespace {
+
+class AlertIcon : public BView {
+public:
+    static constexpr float kSize = 32;
+
+    AlertIcon(BPoint where, alert_type type);
+
+protected:
+    void MakeWidget(ViewPeer& peer) override;
+
+private:
+    const alert_type fType;
+};
 
 constexpr uint32 kMsgButton = 'ALTB';
 constexpr float kMargin = 12;
@@ -25,7 +53,74 @@ constexpr float kGap = 8; // between buttons
 constexpr float kOffsetGap = 32; // before the last ones with B_OFFSET_SPACING
 constexpr float kButtonWidth = 75;
 constexpr float kIconRoom = AlertIcon::kSize + kMargin;
+// How far what the caller's window shows may lag while Go() waits in its thread.
 constexpr bigtime_t kRedrawMicros = 50000;
+
+QStyle::StandardPixmap PixmapOf(alert_type type)
+{
+    switch (type) {
+        case B_IDEA_ALERT: return QStyle::SP_MessageBoxQuestion;
+        case B_WARNING_ALERT: return QStyle::SP_MessageBoxWarning;
+        case B_STOP_ALERT: return QStyle::SP_MessageBoxCritical;
+        default: return QStyle::SP_MessageBoxInformation;
+    }
+}
+
+float Ceiling(qreal length)
+{
+    return static_cast<float>(std::ceil(length));
+}
+
+AlertIcon::AlertIcon(BPoint where, alert_type type)
+    : BView(BRect(where.x, where.y, where.x + kSize - 1, where.y + kSize - 1), "icon",
+        B_FOLLOW_LEFT | B_FOLLOW_TOP, 0),
+      fType(type)
+{
+    SetViewColor(B_TRANSPARENT_COLOR);
+}
+
+void AlertIcon::MakeWidget(ViewPeer& peer)
+{
+    auto* label = new QLabel(peer.parent);
+    const QIcon icon = QApplication::style()->standardIcon(PixmapOf(fType));
+    label->setPixmap(icon.pixmap(static_cast<int>(kSize)));
+    peer.widget = label;
+    Equip(peer, Name(), ViewEvents::Kind::kView);
+}
+
+// The part of the screen that windows may cover.
+BRect AlertRoom()
+{
+    return display::Call(
+        [] { return FromQRect(QGuiApplication::primaryScreen()->availableGeometry()); });
+}
+
+// Lays the text out in the default font: no wider than reads well, unless it would not fit the
+// screen's height; at least minWidth.
+AlertText LayOutAlertText(const char* text, float minWidth)
+{
+    // Longer lines are hard to read. How high a text is for a width is known only once it has been
+    // laid out, so the width grows in steps until it fits.
+    constexpr float kReadableWidth = 360;
+    constexpr float kStep = 120;
+    constexpr float kOtherHeight = 140; // title, margins and buttons
+    const BRect room = AlertRoom();
+    const float most = std::max(room.Width() * 3 / 4, kReadableWidth);
+    const float tallest = std::max(room.Height() - kOtherHeight, 100.0f);
+    return display::Call([=] {
+        QTextDocument document(QString::fromUtf8(text));
+        document.setDocumentMargin(0);
+        const float natural = Ceiling(document.idealWidth()) + 1;
+        float width = std::max(std::min(natural, kReadableWidth), minWidth);
+        document.setTextWidth(width);
+        while (document.size().height() > tallest && width < most) {
+            width += kStep;
+            document.setTextWidth(width);
+        }
+        const float height = Ceiling(document.size().height());
+        return AlertText { width, height, std::min(height, tallest) };
+    });
+}
 
 } // namespace
 
@@ -240,6 +335,7 @@ bool BAlert::UnusedKeyDown(const char* bytes, int32 numBytes)
 {
     const char key = static_cast<char>(tolower(static_cast<uint8>(bytes[0])));
     for (size_t i = 0; i < fButtons.size(); i++) {
+        // Escape gives the only answer that there is, even without a shortcut.
         const bool isOnly = key == B_ESCAPE && fButtons.size() == 1;
         if ((fShortcuts[i] != 0 && fShortcuts[i] == key) || isOnly) {
             if (fButtons[i]->IsEnabled())

@@ -31,6 +31,7 @@ int64 RowBytes(int64 width, color_space space)
     return (width * BitsPerPixel(space) + 31) / 32 * 4;
 }
 
+// Both round: the highest value becomes 255, and Narrow() gives back what Widen() was given.
 uint8 Widen(int value, int bits) // to eight
 {
     const int max = (1 << bits) - 1;
@@ -45,6 +46,7 @@ int Narrow(uint8 value, int bits)
 // bytes: where the pixel is; bit: which of its bits, counted from the highest, in B_GRAY1.
 rgb_color ReadPixel(const uint8* bytes, int bit, color_space space)
 {
+    // Low byte first on every processor: the layout is the platform's and not the machine's.
     const int word = BitsPerPixel(space) >= 16 ? bytes[0] | bytes[1] << 8 : 0;
     switch (space) {
         case B_GRAY1: return (bytes[0] & 0x80 >> bit) != 0 ? black_color : white_color;
@@ -55,6 +57,7 @@ rgb_color ReadPixel(const uint8* bytes, int bit, color_space space)
         default: break;
     }
     rgb_color color { bytes[2], bytes[1], bytes[0], bytes[3] };
+    // B_RGB32's fourth byte means nothing, but in the one pixel that stands for transparent.
     if (space == B_RGB32 && color != B_TRANSPARENT_32_BIT)
         color.alpha = 255;
     return color;
@@ -66,6 +69,7 @@ void WriteWord(uint8* bytes, int word)
     bytes[1] = static_cast<uint8>(word >> 8);
 }
 
+// 0.299, 0.587 and 0.114 in 256ths: the luminance of ITU-R BT.601.
 uint8 Brightness(rgb_color color)
 {
     return static_cast<uint8>((color.red * 77 + color.green * 150 + color.blue * 29) >> 8);
@@ -112,6 +116,7 @@ BBitmap::BBitmap(const BMessage* archive) : fSpace(B_NO_COLOR_SPACE)
         return;
     fSpace = static_cast<color_space>(space);
     Allocate(bounds);
+    // Bits of another length belong to other bounds: none of it is to be believed.
     if (length != BitsLength())
         fBits.reset();
     else
@@ -143,6 +148,7 @@ void BBitmap::Allocate(BRect bounds)
     const int64 width = std::lround(bounds.Width()) + 1;
     const int64 rows = std::lround(bounds.Height()) + 1;
     const int64 bytes = RowBytes(width, fSpace) * rows;
+    // BitsLength() and all offsets are 32 bits.
     if (bytes > INT32_MAX)
         return;
     fBits.reset(new (std::nothrow) uint8[bytes]());
@@ -172,6 +178,7 @@ void BBitmap::Convert(const uint8* data, int64 length, int64 offset, color_space
     for (int64 y = 0; y < fRows; y++) {
         for (int64 x = 0; x < width; x++) {
             const int64 from = y * RowBytes(width, space) + x * bits / 8 - offset;
+            // Pixels that data does not hold, or only in part, stay as they are.
             if (from < 0 || from + std::max(bits / 8, 1) > length)
                 continue;
             uint8* to = fBits.get() + y * fBytesPerRow + x * BitsPerPixel(fSpace) / 8;

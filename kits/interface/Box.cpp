@@ -2,7 +2,7 @@
 
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 
 #include <QGroupBox>
 #include <QStyleOptionGroupBox>
@@ -23,6 +23,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
+        // A QGroupBox knows neither a thin frame nor none: the style is told for this painting.
         QStyleOptionGroupBox option;
         initStyleOption(&option);
         if (fBorder == B_NO_BORDER)
@@ -46,6 +47,7 @@ BBox::BBox(BRect frame, const char* name, uint32 resizeMode, uint32 flags, borde
 
 void BBox::AttachedToWindow()
 {
+    // Unless the program has chosen a colour before.
     if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
         SetViewColor(Parent()->ViewColor());
 }
@@ -71,5 +73,6 @@ void BBox::MakeWidget(ViewPeer& peer)
     auto* box = new BoxWidget(fBorder, peer.parent);
     box->setTitle(PlainLabel(Label()));
     peer.widget = box;
+    // A view to the input: clicks between the views in it go to the program.
     Equip(peer, Name(), ViewEvents::Kind::kView);
 }

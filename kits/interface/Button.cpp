@@ -3,7 +3,6 @@
 #include "Message.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
 #include "server/ViewPeer.h"
 #include "Window.h"
 
@@ -17,6 +16,7 @@ BButton::BButton(BRect frame, const char* name, const char* label, BMessage* mes
 
 void BButton::MakeDefault(bool state)
 {
+    // Outside a window it is only remembered: AttachedToWindow() tells the window then.
     fDefault = state;
     if (!Window())
         return;
@@ -67,6 +67,7 @@ void BButton::ShowLabel(ViewPeer& peer)
 
 void BButton::WidgetChanged(BMessage* report)
 {
+    // The message tells of the pressed button; then it springs back, as the widget has done.
     BControl::WidgetChanged(report);
     SetValue(B_CONTROL_OFF);
 }

@@ -2,7 +2,6 @@
 
 #include "Message.h"
 #include "server/Convert.h"
-#include "server/ServerMessages.h"
 #include "server/ViewPeer.h"
 
 #include <QCheckBox>
@@ -29,6 +28,7 @@ BCheckBox::BCheckBox(BRect frame, const char* name, const char* label, BMessage*
 void BCheckBox::MakeWidget(ViewPeer& peer)
 {
     auto* box = new CheckBoxWidget(peer.parent);
+    // Not clicked(), which does not come when assistive technology sets the box.
     QObject::connect(box, &QCheckBox::toggled, box, [link = peer.link](bool checked) {
         BMessage report(kMsgWidgetChanged);
         report.AddInt32("be:value", checked ? B_CONTROL_ON : B_CONTROL_OFF);

@@ -2,7 +2,7 @@
 
 #include "Message.h"
 #include "server/DisplayServer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 #include "Window.h"
 
 BControl::BControl(BRect frame, const char* name, const char* label, BMessage* message,
@@ -30,6 +30,8 @@ void BControl::SetLabel(const char* label)
 
 void BControl::SetValue(int32 value)
 {
+    // What the widget shows already is not sent back: the user may have gone on since, and would
+    // see it jump.
     fValue = value;
     if (!Peer() || value == fShownValue)
         return;
@@ -58,6 +60,7 @@ void BControl::WidgetChanged(BMessage* report)
     int32 value = fValue;
     report->FindInt32("be:value", &value);
     fShownValue = value;
+    // In this order: a subclass may make another value of it, and the message tells that one.
     SetValue(value);
     Invoke();
 }

@@ -19,6 +19,7 @@ const char* StyleOf(uint16 face)
 
 uint16 FaceOf(const std::string& style)
 {
+    // What a typeface calls its slanted style depends on its maker; here both words are one face.
     const auto has = [&style](const char* word) { return style.find(word) != std::string::npos; };
     const uint16 face =
         (has("Bold") ? B_BOLD_FACE : 0) | (has("Italic") || has("Oblique") ? B_ITALIC_FACE : 0);
@@ -29,6 +30,7 @@ uint16 FaceOf(const std::string& style)
 
 bool IsName(const char* name)
 {
+    // A longer one would come out of GetFamilyAndStyle() cut off, as another family's name.
     return name[0] != '\0' && strlen(name) <= static_cast<size_t>(B_FONT_FAMILY_LENGTH);
 }
 
@@ -101,6 +103,8 @@ float BFont::StringWidth(const char* string, int32 length) const
 {
     if (string == nullptr || length <= 0)
         return 0;
+    // Measured in the pixels that are drawn: letters move the pen by whole ones, so that at another
+    // scale a line is not just larger.
     const float scale = FontFace::DisplayScale();
     FontFace* face = FontFace::Of(*this, scale);
     return face == nullptr
@@ -113,6 +117,7 @@ void BFont::GetHeight(font_height* height) const
     const float scale = FontFace::DisplayScale();
     const FontFace* face = FontFace::Of(*this, scale);
     if (face == nullptr) {
+        // Without a display: about what most typefaces have, so that a layout does not collapse.
         *height = { 0.8f * fSize, 0.2f * fSize, 0 };
         return;
     }

@@ -18,6 +18,7 @@ QPalette::ColorRole RoleOf(color_which which)
     }
 }
 
+// For programs without a display, as one that only writes pictures.
 rgb_color UsualColor(color_which which)
 {
     const QPalette::ColorRole role = RoleOf(which);

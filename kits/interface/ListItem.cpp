@@ -21,6 +21,7 @@ void BStringItem::Update(BView* owner, const BFont* font)
     SetWidth(2 * kMargin + font->StringWidth(Text()));
     font_height height;
     font->GetHeight(&height);
+    // Half of the leading above the letters, so that they stand in the middle of the row.
     fBaseline = std::ceil(height.ascent + height.leading / 2);
 }
 
@@ -29,6 +30,7 @@ void BStringItem::DrawItem(BView* owner, BRect frame, bool complete)
     constexpr rgb_color kSelectedGround { 184, 184, 184 };
     constexpr rgb_color kDisabledText { 128, 128, 128 };
     const rgb_color before = owner->HighColor();
+    // The list has cleared the ground with its view colour unless it says complete.
     if (IsSelected() || complete) {
         owner->SetHighColor(IsSelected() ? kSelectedGround : owner->LowColor());
         owner->FillRect(frame);

@@ -4,7 +4,6 @@
 #include "ScrollBar.h"
 #include "server/Accessibility.h"
 #include "server/DisplayServer.h"
-#include "server/DrawnText.h"
 #include "server/ViewWidget.h"
 #include "Window.h"
 
@@ -24,6 +23,7 @@ void AdjustBar(BScrollBar* bar, float visible, float content, float smallStep)
     bar->GetRange(&oldMin, &oldMax);
     bar->GetSteps(&oldSmall, &oldLarge);
     const float proportion = content > visible ? visible / content : 1;
+    // A page less one row: what was the last in sight is the first, and nothing is passed over.
     const float largeStep = std::max(visible - smallStep, smallStep);
     if (bar->Proportion() != proportion)
         bar->SetProportion(proportion);
@@ -39,6 +39,7 @@ BListView::BListView(
     BRect frame, const char* name, list_view_type type, uint32 resizingMode, uint32 flags)
     : BView(frame, name, resizingMode, flags | B_FRAME_EVENTS), fType(type)
 {
+    // Frame events whatever the caller's flags say: the bars' ranges depend on the size.
 }
 
 bool BListView::AddItem(BListItem* item)
@@ -51,10 +52,12 @@ bool BListView::AddItem(BListItem* item, int32 atIndex)
     if (item == nullptr || atIndex < 0 || atIndex > CountItems())
         return false;
     fItems.insert(fItems.begin() + atIndex, item);
+    // The keys go on from the row where they were, whatever its number is now.
     if (fAnchor >= atIndex)
         fAnchor++;
     if (fCursor >= atIndex)
         fCursor++;
+    // Outside a window AttachedToWindow() will do it, for all rows with the font they then have.
     if (Window() != nullptr)
         Measure(item);
     PlaceFrom(atIndex);
@@ -73,6 +76,7 @@ BListItem* BListView::RemoveItem(int32 index)
     BListItem* item = ItemAt(index);
     if (item == nullptr)
         return nullptr;
+    // While the row still has its place.
     InvalidateFrom(index);
     item->Deselect();
     fItems.erase(fItems.begin() + index);
@@ -111,6 +115,7 @@ int32 BListView::IndexOf(BListItem* item) const
 
 int32 BListView::IndexOf(BPoint point) const
 {
+    // Each top is larger than the one before it, so thousands of rows cost a dozen steps.
     const auto below = std::upper_bound(fItems.begin(), fItems.end(), point.y,
         [](float y, const BListItem* item) { return y < item->fTop; });
     const auto index = static_cast<int32>(below - fItems.begin()) - 1;
@@ -123,6 +128,7 @@ BRect BListView::ItemFrame(int32 index)
     if (item == nullptr)
         return BRect();
     const BRect bounds = Bounds();
+    // To the edge of what is in sight, so that a selected row is grey all the way.
     const float right = std::max(bounds.right, ContentWidth() - 1);
     return BRect(0, item->fTop, right, item->fTop + item->fHeight);
 }
@@ -165,6 +171,7 @@ void BListView::UpdateItems()
 
 void BListView::PlaceFrom(int32 index)
 {
+    // Plus 1 for each: a BRect that is h high covers h + 1 rows of pixels.
     float top = index > 0 ? fItems[index - 1]->fTop + fItems[index - 1]->fHeight + 1 : 0;
     for (; index < CountItems(); index++) {
         fItems[index]->fTop = top;
@@ -226,6 +233,7 @@ void BListView::UpdateScrollBars()
 
 void BListView::Draw(BRect updateRect)
 {
+    // A list with a colour of its own finds its ground cleared, by the update.
     const bool complete = ViewColor() == B_TRANSPARENT_COLOR;
     int32 index = std::max(IndexOf(BPoint(0, std::max(updateRect.top, 0.0f))), 0);
     if (updateRect.top >= ContentHeight())
@@ -264,4 +272,212 @@ void BListView::AttachedToWindow()
 void BListView::FrameResized(float /*width*/, float /*height*/)
 {
     UpdateScrollBars();
+}
+
+// --- Selection
+
+bool BListView::SetSelected(int32 index, bool selected)
+{
+    BListItem* item = fItems[index];
+    if (item->IsSelected() == selected || (selected && !item->IsEnabled()))
+        return false;
+    item->fSelected = selected;
+    InvalidateItem(index);
+    return true;
+}
+
+// True if that changed anything.
+bool BListView::DeselectAllBut(int32 from, int32 to)
+{
+    bool changed = false;
+    for (int32 i = 0; i < CountItems(); i++) {
+        if (i < from || i > to)
+            changed |= SetSelected(i, false);
+    }
+    return changed;
+}
+
+void BListView::Select(int32 index, bool extend)
+{
+    if (ItemAt(index) == nullptr)
+        return;
+    bool changed = false;
+    if (!extend || fType == B_SINGLE_SELECTION_LIST)
+        changed = DeselectAllBut(index, index);
+    changed |= SetSelected(index, true);
+    fAnchor = fCursor = index;
+    if (changed)
+        TellSelection();
+}
+
+void BListView::Select(int32 from, int32 to, bool extend)
+{
+    if (fType != B_MULTIPLE_SELECTION_LIST || ItemAt(from) == nullptr || ItemAt(to) == nullptr)
+        return;
+    const auto [first, last] = std::minmax(from, to);
+    bool changed = !extend && DeselectAllBut(first, last);
+    for (int32 i = first; i <= last; i++)
+        changed |= SetSelected(i, true);
+    fAnchor = from;
+    fCursor = to;
+    if (changed)
+        TellSelection();
+}
+
+void BListView::Deselect(int32 index)
+{
+    if (ItemAt(index) != nullptr && SetSelected(index, false))
+        TellSelection();
+}
+
+void BListView::DeselectAll()
+{
+    // An empty range: all rows are outside of it.
+    if (DeselectAllBut(0, -1))
+        TellSelection();
+}
+
+bool BListView::IsItemSelected(int32 index) const
+{
+    const BListItem* item = ItemAt(index);
+    return item != nullptr && item->IsSelected();
+}
+
+int32 BListView::CurrentSelection(int32 index) const
+{
+    for (int32 i = 0; i < CountItems(); i++) {
+        if (fItems[i]->IsSelected() && index-- == 0)
+            return i;
+    }
+    return -1;
+}
+
+void BListView::TellSelection()
+{
+    SelectionChanged();
+    if (fSelectionMessage != nullptr)
+        Invoke(fSelectionMessage.get());
+}
+
+status_t BListView::Invoke(BMessage* message)
+{
+    const BMessage* model = message != nullptr ? message : Message();
+    if (model == nullptr)
+        return B_BAD_VALUE;
+    BMessage copy(*model);
+    copy.AddInt64("when", system_time());
+    copy.AddPointer("source", this);
+    for (int32 i = 0; i < CountItems(); i++) {
+        if (fItems[i]->IsSelected())
+            copy.AddInt32("index", i);
+    }
+    return BInvoker::Invoke(&copy);
+}
+
+void BListView::ScrollToItem(int32 index)
+{
+    const BRect frame = ItemFrame(index);
+    const BRect bounds = Bounds();
+    if (!frame.IsValid())
+        return;
+    // A row higher than the list shows its beginning.
+    if (frame.top < bounds.top)
+        ScrollTo(BPoint(bounds.left, frame.top));
+    else if (frame.bottom > bounds.bottom)
+        ScrollTo(BPoint(bounds.left, std::min(frame.bottom - bounds.Height(), frame.top)));
+}
+
+void BListView::ScrollToSelection()
+{
+    ScrollToItem(CurrentSelection());
+}
+
+void BListView::MouseDown(BPoint where)
+{
+    // Called by a program, outside a click's message, it counts as one plain click.
+    int32 clicks = 1;
+    int32 modifiers = 0;
+    if (const BMessage* event = Window()->CurrentMessage()) {
+        event->FindInt32("clicks", &clicks);
+        event->FindInt32("modifiers", &modifiers);
+    }
+    if ((Flags() & B_NAVIGABLE) != 0)
+        MakeFocus();
+    const int32 index = IndexOf(where);
+    if (index >= 0)
+        Click(index, clicks, modifiers);
+    else if ((modifiers & (B_SHIFT_KEY | B_OPTION_KEY | B_COMMAND_KEY)) == 0)
+        DeselectAll();
+}
+
+void BListView::Click(int32 index, int32 clicks, uint32 modifiers)
+{
+    const bool multiple = fType == B_MULTIPLE_SELECTION_LIST;
+    // Both clicks on the same row: one that came under the pointer in between was not meant.
+    if (clicks > 1 && index == fCursor && IsItemSelected(index)) {
+        Invoke();
+    } else if (multiple && (modifiers & B_SHIFT_KEY) != 0) {
+        SelectToCursor(index);
+    } else if (multiple && (modifiers & (B_OPTION_KEY | B_COMMAND_KEY)) != 0) {
+        if (IsItemSelected(index))
+            Deselect(index);
+        else
+            Select(index, true);
+    } else {
+        Select(index);
+    }
+}
+
+// From the anchor, which stays.
+void BListView::SelectToCursor(int32 index)
+{
+    const int32 anchor = ItemAt(fAnchor) != nullptr ? fAnchor : index;
+    Select(anchor, index);
+}
+
+void BListView::KeyDown(const char* bytes, int32 numBytes)
+{
+    // Keys that jump to a disabled row go on inwards from there, so that they never leave the list
+    // without effect; the arrows go on in their own direction.
+    const int32 last = CountItems() - 1;
+    switch (numBytes == 1 ? bytes[0] : 0) {
+        case B_UP_ARROW: MoveCursor(fCursor < 0 ? last : fCursor - 1, -1); break;
+        case B_DOWN_ARROW: MoveCursor(fCursor + 1, 1); break;
+        case B_PAGE_UP: MoveCursor(std::max(fCursor - RowsOnPage(), 0), 1); break;
+        case B_PAGE_DOWN: MoveCursor(std::min(fCursor + RowsOnPage(), last), -1); break;
+        case B_HOME: MoveCursor(0, 1); break;
+        case B_END: MoveCursor(last, -1); break;
+        case B_ENTER:
+        case B_SPACE:
+            if (CurrentSelection() >= 0 && InvocationMessage())
+                Invoke();
+            else
+                BView::KeyDown(bytes, numBytes); // Enter may press the window's default button
+            break;
+        default: BView::KeyDown(bytes, numBytes); break;
+    }
+}
+
+// To the first row from index on, in steps of 1 or -1, that can be selected.
+void BListView::MoveCursor(int32 index, int32 step)
+{
+    while (ItemAt(index) != nullptr && !fItems[index]->IsEnabled())
+        index += step;
+    if (ItemAt(index) == nullptr)
+        return;
+    int32 modifiers = 0;
+    if (const BMessage* event = Window()->CurrentMessage())
+        event->FindInt32("modifiers", &modifiers);
+    if (fType == B_MULTIPLE_SELECTION_LIST && (modifiers & B_SHIFT_KEY) != 0)
+        SelectToCursor(index);
+    else
+        Select(index);
+    ScrollToItem(index);
+}
+
+int32 BListView::RowsOnPage() const
+{
+    // As if all rows were as high as the first; one of them stays in sight on a new page.
+    const float row = fItems.empty() ? 1 : fItems.front()->Height() + 1;
+    return std::max(static_cast<int32>((Bounds().Height() + 1) / row) - 1, 1);
 }

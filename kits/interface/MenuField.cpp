@@ -2,14 +2,14 @@
 
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/MenuPeer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 #include "server/ViewWidget.h"
 #include "Window.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 
 #include <cmath>
 
@@ -27,6 +27,7 @@ public:
         row->addWidget(label);
         row->addWidget(button, 1);
         button->setMenu(menu);
+        // Screen readers call the button by its label; the keyboard is the button's alone.
         label->setBuddy(button);
         setFocusProxy(button);
     }
@@ -79,6 +80,7 @@ void BMenuField::AttachedToWindow()
 {
     if (Parent())
         SetViewColor(Parent()->ViewColor());
+    // First the menus' peers, down to the last submenu: FillWidget() needs them all.
     fMenu->MenuAttached(Window());
     display::Call([this] {
         fMenu->fMenuPeer->widget = FieldOf(*Peer()).menu;
@@ -100,12 +102,14 @@ void BMenuField::GetPreferredSize(float* width, float* height)
 void BMenuField::MakeWidget(ViewPeer& peer)
 {
     auto* field = new FieldWidget(peer.parent);
+    // Both inherit the palette of the field, which has the view's colour.
     UseDesktopColors(*field->button);
     UseDesktopColors(*field->menu);
     peer.widget = field;
     Equip(peer, Name(), ViewEvents::Kind::kControl);
     if (!(Flags() & B_NAVIGABLE))
         field->button->setFocusPolicy(Qt::NoFocus);
+    // The button has the keyboard in its place, and its focus is reported as the view's.
     new ViewEvents(peer.link, ViewEvents::Kind::kControl, field->button);
     ShowStateIn(peer);
 }

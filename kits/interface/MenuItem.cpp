@@ -50,6 +50,7 @@ void BMenuItem::SetEnabled(bool enabled)
 
 bool BMenuItem::IsEnabled() const
 {
+    // Of the submenu only its own state: its IsEnabled() would ask this item again.
     return fEnabled && (!fMenu || fMenu->IsEnabled()) && (!fSubmenu || fSubmenu->fEnabled);
 }
 
@@ -69,6 +70,7 @@ void BMenuItem::SetMarked(bool marked)
 void BMenuItem::SetShortcut(char shortcut, uint32 modifiers)
 {
     BWindow* window = fMenu ? fMenu->fMenuWindow : nullptr;
+    // Before the change: the window finds it by its old keys.
     if (window)
         window->RemoveMenuShortcut(this);
     fShortcut = shortcut;
@@ -84,6 +86,7 @@ void BMenuItem::ShowState()
         fMenu->ShowItem(*this);
 }
 
+// The mark follows what the user does. A program's own Invoke() only sends the message.
 void BMenuItem::Chosen()
 {
     if (fMenu && fMenu->IsRadioMode())
@@ -102,4 +105,5 @@ BSeparatorItem::BSeparatorItem() : BMenuItem("", nullptr)
     fEnabled = false;
 }
 
+// A line has nothing to choose: it stays disabled, whoever enables all of a menu's items.
 void BSeparatorItem::SetEnabled(bool) { }

@@ -1,6 +1,6 @@
 #include "Picture.h"
 
-#include "drawing/FontRaster.h"
+#include "drawing/FontFace.h"
 #include "drawing/PictureRecord.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
@@ -31,6 +31,7 @@ Format FormatOf(const std::string& path)
         const char* ending;
         Format format;
     } rows[] = { { ".svg", Format::kSvg }, { ".png", Format::kPng }, { ".pdf", Format::kPdf } };
+    // A name without a dot has the empty ending, at its end.
     const size_t dot = std::min(path.rfind('.'), path.size());
     for (const auto& row : rows) {
         if (strcasecmp(path.c_str() + dot, row.ending) == 0)
@@ -169,6 +170,7 @@ bool PaintPng(QBuffer& file, const BPicture& picture, BRect area)
 
 bool PaintPdf(QBuffer& file, const BPicture& picture, BRect area, const QString& title)
 {
+    // Qt places things on whole dots of the page: rounding then is a hundredth of a millimetre.
     constexpr int kResolution = 1200;
     const QSizeF size = AreaOf(area.LeftTop(), area.RightBottom()).size() * kPointsPerUnit;
     QPdfWriter pdf(&file);

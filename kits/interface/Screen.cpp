@@ -3,6 +3,7 @@
 #include "drawing/FontFace.h"
 #include "drawing/XcbReply.h"
 
+#include <climits>
 #include <cmath>
 #include <xcb/randr.h>
 #include <xcb/xcb.h>
@@ -35,6 +36,8 @@ BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
         xcb_get_extension_data(connection, &xcb_randr_id);
     if (extension == nullptr || !extension->present)
         return BRect();
+    // 1.3 is the first that knows a primary monitor. A server answers by the version it was told
+    // of, so this comes before the other requests, though its answer is of no use.
     MakeReply(xcb_randr_query_version_reply(
         connection, xcb_randr_query_version(connection, 1, 3), nullptr));
     const auto primary = MakeReply(xcb_randr_get_output_primary_reply(
@@ -57,6 +60,7 @@ BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
 BScreen::BScreen(screen_id id)
 {
     int number = 0;
+    // A connection of its own: a program may ask before it has an application.
     xcb_connection_t* connection = xcb_connect(nullptr, &number);
     if (id == B_MAIN_SCREEN_ID && xcb_connection_has_error(connection) == 0) {
         const xcb_screen_t* screen = ScreenByNumber(connection, number);
@@ -89,4 +93,86 @@ status_t BScreen::GetMode(display_mode* mode) const
     mode->h_display_start = static_cast<uint16>(fPixels.left);
     mode->v_display_start = static_cast<uint16>(fPixels.top);
     return B_OK;
+}
+
+// --- The system's colours
+
+namespace {
+
+constexpr int kGreys = 32;
+constexpr int kCubeSteps = 6;
+constexpr int kCubeSize = kCubeSteps * kCubeSteps * kCubeSteps;
+// Seven more greys fill the table up to its last entry, which is the transparent one.
+constexpr uint8 kEdgeGreys[] = { 24, 72, 128, 184, 216, 232, 248 };
+
+rgb_color Grey(int value)
+{
+    const auto level = static_cast<uint8>(value);
+    return { level, level, level };
+}
+
+rgb_color CubeColor(int index)
+{
+    const auto level = [](int step) { return static_cast<uint8>(step % kCubeSteps * 51); };
+    return { level(index / (kCubeSteps * kCubeSteps)), level(index / kCubeSteps), level(index) };
+}
+
+rgb_color TableColor(int index)
+{
+    if (index < kGreys)
+        return Grey(index * 255 / (kGreys - 1));
+    if (index < kGreys + kCubeSize)
+        return CubeColor(index - kGreys);
+    if (index < B_TRANSPARENT_8_BIT)
+        return Grey(kEdgeGreys[index - kGreys - kCubeSize]);
+    return B_TRANSPARENT_COLOR;
+}
+
+uint8 Nearest(const color_map& map, int red, int green, int blue)
+{
+    int best = 0;
+    int smallest = INT_MAX;
+    for (int i = 0; i < B_TRANSPARENT_8_BIT; i++) {
+        const rgb_color& color = map.color_list[i];
+        const int distance = (color.red - red) * (color.red - red)
+            + (color.green - green) * (color.green - green)
+            + (color.blue - blue) * (color.blue - blue);
+        if (distance < smallest) {
+            smallest = distance;
+            best = i;
+        }
+    }
+    return static_cast<uint8>(best);
+}
+
+// Some eight million distances are measured here: so it is done at the first use only.
+color_map* MakeColors()
+{
+    auto* map = new color_map {};
+    for (int i = 0; i <= B_TRANSPARENT_8_BIT; i++)
+        map->color_list[i] = TableColor(i);
+    for (int i = 0; i < B_TRANSPARENT_8_BIT; i++) {
+        const rgb_color& color = map->color_list[i];
+        map->inversion_map[i] = Nearest(*map, 255 - color.red, 255 - color.green, 255 - color.blue);
+    }
+    map->inversion_map[B_TRANSPARENT_8_BIT] = B_TRANSPARENT_8_BIT;
+    const auto widen = [](int value) { return (value & 31) * 255 / 31; };
+    for (int i = 0; i < 32768; i++)
+        map->index_map[i] = Nearest(*map, widen(i >> 10), widen(i >> 5), widen(i));
+    return map;
+}
+
+} // namespace
+
+const color_map* system_colors()
+{
+    static const color_map* const map = MakeColors(); // outlives every static object
+    return map;
+}
+
+uint8 IndexOfColor(rgb_color color)
+{
+    if (color == B_TRANSPARENT_COLOR)
+        return B_TRANSPARENT_8_BIT;
+    return Nearest(*system_colors(), color.red, color.green, color.blue);
 }

@@ -2,8 +2,7 @@
 
 #include "Message.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 #include "server/ViewWidget.h"
 
 #include <algorithm>
@@ -20,6 +19,7 @@ public:
         UseDesktopColors(*this);
         setFocusPolicy(Qt::NoFocus);
         connect(this, &QScrollBar::actionTriggered, this, [this](int action) {
+            // Qt has moved the slider by its own page and not applied that yet: this replaces it.
             if (action == SliderPageStepAdd)
                 setSliderPosition(value() + fLargeStep);
             else if (action == SliderPageStepSub)
@@ -41,6 +41,8 @@ int Whole(float value)
 // The page whose share of range and page together is proportion.
 int PageFor(float proportion, float range)
 {
+    // From proportion = page / (range + page). 1 would divide by zero: all is in sight, so the
+    // thumb fills the trough.
     if (proportion <= 0 || proportion >= 1)
         return proportion <= 0 ? 1 : Whole(range) + 1;
     return std::max(Whole(range * proportion / (1 - proportion)), 1);
@@ -82,6 +84,7 @@ void BScrollBar::SetValue(float value)
     if (value == fValue)
         return;
     fValue = value;
+    // What the user has just moved it to is not sent back: the thumb may have gone on since.
     if (fValue != fShownValue)
         ShowState();
     ValueChanged(value);
@@ -104,6 +107,7 @@ void BScrollBar::SetRange(float min, float max)
     fMin = min;
     fMax = std::max(min, max);
     ShowState();
+    // The value may lie outside now: cutting it scrolls the target.
     SetValue(fValue);
 }
 

@@ -2,7 +2,7 @@
 
 #include "ScrollBar.h"
 #include "server/DisplayServer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 
 #include <QFrame>
 
@@ -39,6 +39,7 @@ BScrollView::BScrollView(const char* name, BView* target, uint32 resizeMode, uin
     BView::SetViewColor(B_TRANSPARENT_COLOR);
     const float width = WidthOf(border);
     BRect inside = Bounds().InsetByCopy(width, width);
+    // Where there are two bars, each ends before the corner that both would cover.
     const BRect bars = inside;
     if (vertical)
         inside.right -= B_V_SCROLL_BAR_WIDTH;
@@ -49,6 +50,7 @@ BScrollView::BScrollView(const char* name, BView* target, uint32 resizeMode, uin
         target->SetResizingMode(B_FOLLOW_ALL_SIDES);
         AddChild(target);
     }
+    // The ranges are only to begin with: the target sets its own when it knows what it holds.
     if (vertical) {
         fVertical = new BScrollBar(BRect(inside.right + 1, bars.top, bars.right, inside.bottom),
             "_VSB_", target, 0, 1000, B_VERTICAL);
@@ -59,6 +61,7 @@ BScrollView::BScrollView(const char* name, BView* target, uint32 resizeMode, uin
             "_HSB_", target, 0, 1000, B_HORIZONTAL);
         AddChild(fHorizontal);
     }
+    // Last, as the hook may look for its bars.
     if (target)
         target->TargetedByScrollView(this);
 }

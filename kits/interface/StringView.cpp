@@ -2,7 +2,7 @@
 
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 
 #include <QLabel>
 
@@ -53,6 +53,7 @@ void BStringView::SetAlignment(alignment side)
 void BStringView::SetHighColor(rgb_color color)
 {
     BView::SetHighColor(color);
+    // Until here the label has the desktop's own colour, which may be light on dark.
     fHasColor = true;
     if (Peer())
         display::Call([this, color] { ShowColor(*Peer()->widget, color); });
@@ -68,6 +69,7 @@ void BStringView::MakeWidget(ViewPeer& peer)
     auto* label = new QLabel(peer.parent);
     peer.widget = label;
     Equip(peer, Name(), ViewEvents::Kind::kView); // its text tells readers what kind it is
+    // Qt would take a text that looks like markup, as a file's name may, for markup.
     label->setTextFormat(Qt::PlainText);
     label->setText(QString::fromStdString(fText));
     label->setAlignment(ToQAlignment(fAlignment));

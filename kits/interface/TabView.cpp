@@ -3,8 +3,7 @@
 #include "Message.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 #include "server/ViewWidget.h"
 
 #include <QTabBar>
@@ -25,6 +24,7 @@ protected:
     QSize tabSizeHint(int index) const override
     {
         QSize size = QTabBar::tabSizeHint(index);
+        // Qt asks for each tab alone, so each looks for the widest.
         for (int i = 0; fEvenWidths && i < count(); i++)
             size.setWidth(std::max(size.width(), QTabBar::tabSizeHint(i).width()));
         return size;
@@ -77,6 +77,7 @@ protected:
 private:
     void ShowIn(QTabBar& bar)
     {
+        // While tabs come and go Qt selects others, which is no choice of the user's.
         const QSignalBlocker quiet(&bar);
         while (bar.count() > fOwner->CountTabs())
             bar.removeTab(bar.count() - 1);
@@ -126,6 +127,7 @@ void BTabView::AddTab(BView* contents, BTab* tab)
         tab->fView = contents;
     fTabs.emplace_back(tab);
     if (contents) {
+        // Before it is added, or it would be seen for a moment over the selected one.
         contents->Hide();
         fContainer->AddChild(contents);
     }
@@ -151,6 +153,7 @@ void BTabView::Select(int32 index)
     }
     fSelection = index;
     tab->fSelected = true;
+    // Hide() nests: what the program has hidden itself stays hidden in the selected tab.
     if (tab->View())
         tab->View()->Show();
     fRow->ShowTabs();
@@ -163,10 +166,12 @@ float BTabView::TabHeight() const
 
 void BTabView::AttachedToWindow()
 {
+    // White is what every view begins with: the program has chosen nothing.
     if (Parent() && ViewColor() == white_color)
         SetViewColor(Parent()->ViewColor());
 }
 
+// The parts have the same colour, so that no edge shows between tabs and contents.
 void BTabView::SetViewColor(rgb_color color)
 {
     BView::SetViewColor(color);

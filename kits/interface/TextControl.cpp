@@ -4,7 +4,7 @@
 #include "server/Accessibility.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/LineWidget.h"
+#include "server/TextWidgets.h"
 #include "server/ViewPeer.h"
 #include "TextView.h"
 
@@ -18,6 +18,8 @@ constexpr float kLabelGap = 4; // between label and text
 
 } // namespace
 
+// A BTextView with a line as its widget, so that programs set limits and selection through
+// TextView() as they do for several lines.
 class BTextControl::Input : public BTextView {
 public:
     explicit Input(BRect frame)
@@ -45,11 +47,13 @@ protected:
     {
         const char* text = nullptr;
         int32 version = 0;
+        // The program has answered what came before: the keys that wait go to where the focus is.
         if (report->HasBool("release"))
             return ReleaseText();
         if (report->FindString("text", &text) != B_OK
             || report->FindInt32("version", &version) != B_OK)
             return;
+        // What the program has replaced meanwhile is no longer told to it.
         if (TakeReport(text, version))
             static_cast<BTextControl*>(Parent())->TextReported(
                 report->HasBool("done"), report->HasBool("inserted"));
@@ -159,6 +163,7 @@ void BTextControl::MakeWidget(ViewPeer& peer)
 void BTextControl::ShowLabel(ViewPeer& peer)
 {
     static_cast<QLabel*>(peer.widget)->setText(QString::fromUtf8(Label()));
+    // The field is called by its label, which has just changed.
     if (auto* line = peer.widget->findChild<QLineEdit*>())
         NameForReaders(*line);
 }
@@ -166,6 +171,7 @@ void BTextControl::ShowLabel(ViewPeer& peer)
 void BTextControl::ShowLabelPlace(ViewPeer& peer)
 {
     auto* label = static_cast<QLabel*>(peer.widget);
+    // The label is the whole control's widget, under the text's: it keeps out of that part.
     const auto right = static_cast<int>(Bounds().Width() + 1 - fDivider + kLabelGap);
     label->setContentsMargins(0, 0, std::max(right, 0), 0);
     label->setAlignment(ToQAlignment(fLabelAlignment));

@@ -4,9 +4,8 @@
 #include "ScrollBar.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
-#include "server/TextWidget.h"
-#include "server/ViewEvents.h"
+#include "server/TextWidgets.h"
+#include "server/ViewPeer.h"
 
 #include <algorithm>
 
@@ -26,6 +25,7 @@ BTextView::BTextView(BRect frame, const char* name, BRect textRect, uint32 resiz
 
 const char* BTextView::Text()
 {
+    // A text that reports is known here, up to what waits as a message; another must be asked for.
     if (!fIsReported)
         FetchText();
     return fText.c_str();
@@ -45,6 +45,7 @@ int32 BTextView::TextLength()
 
 void BTextView::SetText(const char* text)
 {
+    // Cut here as the widget would do it: outside a window there is none that could.
     const QString contents = Limit().Cut(QString::fromUtf8(text));
     fText = contents.toStdString();
     ChangeText(Apply::kAlways, [&](TextPeer& peer) { peer.SetContents(contents); });
@@ -57,6 +58,7 @@ void BTextView::ChangeText(Apply apply, const std::function<void(TextPeer&)>& ch
     display::Call([&] {
         TextPeer& text = TextOf(*Peer());
         const int32 before = text.Version();
+        // The user has typed since: positions that the program counted would be wrong in this text.
         if (apply == Apply::kToKnownText && before != fVersion)
             return;
         change(text);
@@ -86,6 +88,7 @@ void BTextView::ReleaseText()
 
 bool BTextView::TakeReport(const char* text, int32 version)
 {
+    // Typed before the program's last change, which has replaced it.
     if (version < fVersion)
         return false;
     fText = text;
@@ -97,6 +100,7 @@ void BTextView::Insert(const char* text)
 {
     if (!text)
         return;
+    // At the beginning, where the caret of a new text stands.
     if (!Peer())
         return SetText((text + fText).c_str());
     ChangeText(
@@ -179,6 +183,7 @@ float BTextView::TextHeight()
     }));
 }
 
+// The widget scrolls its text within itself: the view's own origin stays where it is.
 void BTextView::ScrollTo(BPoint where)
 {
     if (Peer())
@@ -217,6 +222,7 @@ void BTextView::MakeWidget(ViewPeer& peer)
 {
     peer.widget = new TextWidget(peer.link, peer.parent);
     EquipText(peer);
+    // Equip() has taken it from a view without B_NAVIGABLE, where nothing could be typed then.
     if (fEditable)
         peer.widget->setFocusPolicy(Qt::StrongFocus);
 }
@@ -224,9 +230,11 @@ void BTextView::MakeWidget(ViewPeer& peer)
 void BTextView::EquipText(ViewPeer& peer)
 {
     TextPeer& text = TextOf(peer);
+    // The limit first, as SetContents() cuts by it.
     text.SetLimit(Limit());
     text.SetContents(QString::fromStdString(fText));
     text.SetManners(fEditable, fSelectable);
+    // By the frame: the widget has not got its size yet.
     text.SetTextRect(fTextRect, ToQRect(Frame()).size());
     fVersion = text.Version();
     Equip(peer, Name(), ViewEvents::Kind::kControl);

@@ -2,12 +2,11 @@
 #include "Bitmap.h"
 #include "Check.h"
 #include "drawing/DrawConnection.h"
-#include "drawing/DrawState.h"
+#include "drawing/DrawContext.h"
 #include "drawing/PictureRecord.h"
 #include "Picture.h"
 #include "server/Accessibility.h"
 #include "server/DisplayServer.h"
-#include "server/DrawnText.h"
 #include "server/ViewWidget.h"
 #include "TextCoding.h"
 #include "View.h"
@@ -34,7 +33,8 @@ void Note(DrawnText& text, const BFont& font, const char* string, BPoint point)
 typedef DrawnShape::Form Form;
 typedef DrawnShape::Ink Ink;
 
-// A view without a context: it may be drawing into a picture.
+// A view without a context: it may be drawing into a picture. Cold and apart: within the drawing
+// calls its code would only be in the usual case's way.
 [[gnu::cold, gnu::noinline]] void Record(
     const DrawState& state, Form form, Ink ink, std::array<BPoint, 3> points, pattern p)
 {
@@ -76,6 +76,7 @@ DrawContext* BView::OpenContext()
     context = std::make_unique<DrawContext>(*connection, surface.window, *format, surface.scale);
     context->SetBounds(Bounds());
     context->Clear(*fDraw);
+    // It is first drawn to in the middle of an update: the rest of that goes to the pixmap too.
     if (fDraw->updateRect.IsValid())
         context->BeginUpdate(*fDraw, fDraw->updateRect);
     return context.get();
@@ -109,6 +110,7 @@ void BView::EndUpdate()
     {
         DrawnText text(fOrigin);
         Draw(BRect(-kFar, -kFar, kFar, kFar));
+        // Not waited for, and yet safe: the end of the widget is a later Call.
         display::Post([widget, lines = text.Lines()] { widget->SetLines(lines); });
     }
     fDraw->context = std::move(context);
@@ -246,6 +248,7 @@ void BView::DrawString(const char* string, BPoint point, escapement_delta* delta
         context->DrawString(*fDraw, point, string, end - string);
         return;
     }
+    // With spacing each letter is drawn by itself, at a place of its own.
     while (string < end) {
         const char* next = string;
         const uint32 character = NextCharacter(next, end);
@@ -272,6 +275,7 @@ void BView::SetFont(const BFont* font, uint32 mask)
         own.SetFamilyAndStyle(family, style);
     if ((mask & B_FONT_SIZE) != 0)
         own.SetSize(font->Size());
+    // After family and style, which set a face as well.
     if ((mask & B_FONT_FACE) != 0)
         own.SetFace(font->Face());
     if (fDraw->context != nullptr)

@@ -1,7 +1,6 @@
 #include "Message.h"
 #include "ScrollBar.h"
 #include "server/DisplayServer.h"
-#include "server/ServerMessages.h"
 #include "server/ViewPeer.h"
 #include "View.h"
 #include "Window.h"
@@ -69,6 +68,8 @@ void BView::HandleMouse(BMessage* message)
 {
     BPoint where;
     message->FindPoint("where", &where);
+    // The widget knows nothing of scrolling. The message gets the view's coordinates too, as a hook
+    // may read it with CurrentMessage().
     where += fOrigin;
     message->RemoveName("where");
     message->AddPoint("where", where);
@@ -120,6 +121,7 @@ void BView::MakeFocus(bool focus)
     if (!fWindow || focus == IsFocus())
         return;
     BView* before = fWindow->fFocus;
+    // The old one hears of its loss first, so that no two views take themselves for the focus.
     if (focus && before)
         before->MakeFocus(false);
     fWindow->fFocus = focus ? this : nullptr;

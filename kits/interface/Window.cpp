@@ -1,21 +1,34 @@
 #include "Window.h"
 
+#include "Application.h"
 #include "Autolock.h"
 #include "Button.h"
 #include "Check.h"
 #include "drawing/DrawConnection.h"
-#include "drawing/DrawState.h"
+#include "drawing/DrawContext.h"
 #include "LeafLock.h"
+#include "MenuItem.h"
+#include "MessagePoster.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
-#include "server/WindowShortcut.h"
 #include "server/WindowWidget.h"
 #include "View.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+
+// A combination of keys that a window knows: of a menu item, or with a message of its own.
+struct WindowShortcut {
+    uint32 key = 0; // lower case
+    uint32 modifiers = 0; // beside the command key
+    BMenuItem* item = nullptr; // chosen if there is one; else the message is sent
+    std::unique_ptr<BMessage> message;
+    BMessenger target; // without one: the view in focus
+};
 
 namespace {
 
@@ -39,6 +52,7 @@ window_feel FeelOf(window_type type)
 
 int PixelLimit(float length)
 {
+    // A length counts one less than its pixels, of which X11, with 16 bits, has 32767 at most.
     return static_cast<int>(std::min(length, 32766.0f)) + 1;
 }
 
@@ -57,6 +71,7 @@ BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel f
     if (!display::Start())
         exit(1);
     SetAskedToQuit(true);
+    // Not by AddChild(): it is in the window from the start, and the window's widget is its own.
     fTop = std::make_unique<BView>(
         frame.OffsetToCopy(0, 0), nullptr, B_FOLLOW_ALL_SIDES, static_cast<uint32>(0));
     fTop->fIsTop = true;
@@ -74,6 +89,7 @@ void BWindow::MakeWidget()
         auto* widget = new WindowWidget(fPeer->link);
         widget->setWindowTitle(QString::fromStdString(fTitle));
         widget->setObjectName(QString::fromStdString(fTitle));
+        // Before SetKind(), which fixes the present size of a window that cannot be resized.
         widget->Place(ToQRect(Frame()), fGeometrySerial);
         widget->SetKind(fLook, fFeel, fFlags);
         widget->SetWorkspaces(fWorkspaces);
@@ -88,6 +104,8 @@ void BWindow::MakeWidget()
 BWindow::~BWindow()
 {
     fDefaultButton = nullptr;
+    // In this order: the views give back what they have on the connection, it closes, and only then
+    // the X windows go that were drawn into.
     fTop->CallDetached();
     fTop->LeaveWindow();
     fConnection.reset();
@@ -209,6 +227,7 @@ void BWindow::Place(BRect frame)
     if (frame == Frame())
         return;
     KeepFrame(frame);
+    // What the widget reports from before this change has the old number, and is dropped.
     fGeometrySerial++;
     display::Call([this, frame] { fPeer->widget->Place(ToQRect(frame), fGeometrySerial); });
     ResizeViews(frame.Width(), frame.Height());
@@ -230,6 +249,8 @@ void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, flo
     fMaxWidth = maxWidth;
     fMinHeight = minHeight;
     fMaxHeight = maxHeight;
+    // First the size, then the limits: told of them alone, the widget would cut itself, and its
+    // report would look like the user's doing.
     Place(Limited(Frame()));
     display::Call([this] {
         fPeer->widget->SetLimits(QSize(PixelLimit(fMinWidth), PixelLimit(fMinHeight)),
@@ -301,10 +322,240 @@ void BWindow::MessageHandled()
     FlushDrawing();
 }
 
+// For what keeps this thread from its messages, as BAlert::Go() does while it waits.
 void BWindow::UpdateIfNeeded()
 {
     if (find_thread(nullptr) != Thread())
         return;
     HandleUpdate();
     FlushDrawing();
+}
+
+// --- Input
+
+namespace {
+
+// Without the command key: all shortcuts have it, so it tells none from another.
+constexpr uint32 kShortcutModifiers = B_SHIFT_KEY | B_CONTROL_KEY | B_OPTION_KEY;
+
+uint32 FoldedKey(uint32 key)
+{
+    return key < 0x80 ? static_cast<uint32>(tolower(static_cast<int>(key))) : key;
+}
+
+int32 ShortcutId(uint32 key, uint32 modifiers)
+{
+    constexpr int kKeyBits = 21; // any Unicode character
+    return static_cast<int32>((modifiers & kShortcutModifiers) << kKeyBits | FoldedKey(key));
+}
+
+} // namespace
+
+void BWindow::DispatchMessage(BMessage* message, BHandler* handler)
+{
+    if (handler == this) {
+        if (!HandleServerMessage(message))
+            BLooper::DispatchMessage(message, handler);
+        return;
+    }
+    auto* view = dynamic_cast<BView*>(handler);
+    if (!view || !view->HandleServerMessage(message))
+        BLooper::DispatchMessage(message, handler);
+}
+
+void BWindow::MessageReceived(BMessage* message)
+{
+    BLooper::MessageReceived(message);
+}
+
+bool BWindow::QuitRequested()
+{
+    if ((fFlags & B_QUIT_ON_WINDOW_CLOSE) && be_app)
+        be_app->PostMessage(B_QUIT_REQUESTED);
+    return BLooper::QuitRequested();
+}
+
+bool BWindow::HandleServerMessage(BMessage* message)
+{
+    bool active = false;
+    switch (message->what) {
+        case _UPDATE_: HandleUpdate(); return true;
+        case B_WINDOW_ACTIVATED:
+            if (message->FindBool("active", &active) == B_OK)
+                HandleActivated(active);
+            return true;
+        case B_WINDOW_MOVED: HandleMoved(message); return true;
+        case B_WINDOW_RESIZED: HandleResized(message); return true;
+        case B_KEY_DOWN: HandleKeyDown(message); return true;
+        case kMsgShortcut: HandleShortcut(message); return true;
+        default: return false;
+    }
+}
+
+// --- Updates
+
+void BWindow::HandleUpdate()
+{
+    fPeer->link->updatePosted = false; // first: what gets dirty from here on asks again
+    UpdateViews(fTop.get());
+}
+
+void BWindow::UpdateViews(BView* view)
+{
+    // Taken off a hidden view as well: when it is shown, Qt exposes all of it again.
+    const BRect dirty = view->fPeer ? view->fPeer->link->TakeDirty() : BRect();
+    if (dirty.IsValid() && !view->IsHidden()) {
+        const BRect rect = dirty.OffsetByCopy(view->fOrigin.x, view->fOrigin.y) & view->Bounds();
+        if (rect.IsValid()) {
+            view->BeginUpdate(rect);
+            view->Draw(rect);
+            view->EndUpdate();
+        }
+    }
+    // By index: Draw() may add and remove views.
+    for (int32 i = 0; i < view->CountChildren(); i++)
+        UpdateViews(view->fChildren[static_cast<size_t>(i)]);
+}
+
+// --- What the user did to the window
+
+void BWindow::HandleActivated(bool active)
+{
+    if (active == fActive)
+        return;
+    fActive = active;
+    WindowActivated(active);
+    fTop->TellActivated(active);
+}
+
+// A report older than the last change by the program says nothing about the present frame.
+void BWindow::HandleMoved(BMessage* message)
+{
+    int32 serial = 0;
+    BPoint where;
+    message->FindInt32("serial", &serial);
+    if (serial != fGeometrySerial || message->FindPoint("where", &where) != B_OK)
+        return;
+    KeepFrame(Frame().OffsetToCopy(where.x, where.y));
+    FrameMoved(where);
+}
+
+void BWindow::HandleResized(BMessage* message)
+{
+    int32 serial = 0;
+    int32 width = 0;
+    int32 height = 0;
+    message->FindInt32("serial", &serial);
+    if (serial != fGeometrySerial || message->FindInt32("width", &width) != B_OK
+        || message->FindInt32("height", &height) != B_OK)
+        return;
+    // The frame may have fractions of a pixel, which the widget has not.
+    const QSize shown = ToQRect(Bounds()).size();
+    if (shown.width() != width + 1 || shown.height() != height + 1) {
+        const BPoint leftTop = Frame().LeftTop();
+        const BPoint size(static_cast<float>(width), static_cast<float>(height));
+        KeepFrame(BRect(leftTop, leftTop + size));
+        ResizeViews(size.x, size.y);
+    }
+    FrameResized(Frame().Width(), Frame().Height());
+}
+
+// --- Keys
+
+void BWindow::HandleKeyDown(BMessage* message)
+{
+    const char* bytes = nullptr;
+    int32 modifiers = 0;
+    if (message->FindString("bytes", &bytes) != B_OK || !*bytes)
+        return;
+    message->FindInt32("modifiers", &modifiers);
+    if (!(modifiers & B_COMMAND_KEY)) {
+        UnusedKeyDown(bytes, static_cast<int32>(strlen(bytes)));
+        return;
+    }
+    // By messages, so that it comes behind what waits and QuitRequested() can refuse.
+    if (bytes[0] == 'w' && !(fFlags & B_NOT_CLOSABLE))
+        PostAlways(BMessenger(this, this), BMessage(B_QUIT_REQUESTED));
+    else if (bytes[0] == 'q' && be_app)
+        PostAlways(be_app_messenger, BMessage(B_QUIT_REQUESTED));
+}
+
+bool BWindow::UnusedKeyDown(const char* bytes, int32)
+{
+    if (bytes[0] != B_ENTER || !fDefaultButton || !fDefaultButton->IsEnabled())
+        return false;
+    fDefaultButton->Invoke();
+    return true;
+}
+
+// --- Shortcuts
+
+void BWindow::AddShortcut(uint32 key, uint32 modifiers, BMessage* message, BHandler* target)
+{
+    auto shortcut = std::make_unique<WindowShortcut>();
+    shortcut->key = FoldedKey(key);
+    shortcut->modifiers = modifiers & kShortcutModifiers;
+    shortcut->message.reset(message);
+    if (target)
+        shortcut->target = BMessenger(target);
+    const BAutolock lock(this);
+    SetShortcut(std::move(shortcut));
+}
+
+void BWindow::SetShortcut(std::unique_ptr<WindowShortcut> shortcut)
+{
+    const int32 id = ShortcutId(shortcut->key, shortcut->modifiers);
+    display::Call([this, id, &shortcut] {
+        fPeer->widget->AddKeys(id, ShortcutKeys(shortcut->key, shortcut->modifiers));
+    });
+    fShortcuts[id] = std::move(shortcut);
+}
+
+void BWindow::RemoveShortcut(uint32 key, uint32 modifiers)
+{
+    const BAutolock lock(this);
+    const int32 id = ShortcutId(key, modifiers);
+    if (fShortcuts.erase(id) > 0)
+        display::Call([this, id] { fPeer->widget->RemoveKeys(id); });
+}
+
+void BWindow::AddMenuShortcut(BMenuItem* item)
+{
+    auto shortcut = std::make_unique<WindowShortcut>();
+    shortcut->key = FoldedKey(static_cast<uint8>(item->fShortcut));
+    shortcut->modifiers = item->fModifiers & kShortcutModifiers;
+    shortcut->item = item;
+    if (item->fShortcut != 0)
+        SetShortcut(std::move(shortcut));
+}
+
+void BWindow::RemoveMenuShortcut(BMenuItem* item)
+{
+    // Only where they still are the item's keys: another may have taken them since.
+    const uint32 key = static_cast<uint8>(item->fShortcut);
+    const auto found = fShortcuts.find(ShortcutId(key, item->fModifiers));
+    if (found != fShortcuts.end() && found->second->item == item)
+        RemoveShortcut(key, item->fModifiers);
+}
+
+void BWindow::HandleShortcut(BMessage* message)
+{
+    int32 id = 0;
+    message->FindInt32("shortcut", &id);
+    const auto found = fShortcuts.find(id);
+    if (found == fShortcuts.end())
+        return;
+    const WindowShortcut& shortcut = *found->second;
+    if (shortcut.item) {
+        // Asked now: the program may have disabled it since the keys were pressed.
+        if (shortcut.item->IsEnabled())
+            shortcut.item->Chosen();
+        return;
+    }
+    if (!shortcut.message)
+        return;
+    BMessage copy(*shortcut.message);
+    copy.AddInt64("when", system_time());
+    const BHandler* focus = fFocus ? static_cast<BHandler*>(fFocus) : this;
+    PostAlways(shortcut.target.IsValid() ? shortcut.target : BMessenger(focus, this), copy);
 }

@@ -122,7 +122,6 @@ private:
     void HandleMoved(BMessage* message);
     void HandleResized(BMessage* message);
     void HandleKeyDown(BMessage* message);
-    void HandleCommandKey(char key);
     void HandleShortcut(BMessage* message);
     void ResizeViews(float width, float height);
     BRect Limited(BRect frame) const;

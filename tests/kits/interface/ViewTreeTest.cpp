@@ -1,4 +1,3 @@
-#include "FollowMode.h"
 #include "TestWindow.h"
 
 namespace {
@@ -83,7 +82,7 @@ TEST_F(WindowTest, ViewsFollowTheWindowAndTheirWidgetsToo)
     EXPECT_FALSE(screen::Find("inner").exists);
 }
 
-TEST(FollowMode, EdgesFollowTheParentsEdgesAndComeBack)
+TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
 {
     const BRect frame(10, 20, 49, 59);
     const uint32 middle = B_FOLLOW_H_CENTER | B_FOLLOW_V_CENTER;
@@ -104,7 +103,12 @@ TEST(FollowMode, EdgesFollowTheParentsEdgesAndComeBack)
         { "below nothing", B_FOLLOW_ALL_SIDES, -200, -200, BRect(10, 20, -151, -141) },
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(FollowParent(frame, row.mode, row.width, row.height), row.grown) << row.name;
-        EXPECT_EQ(FollowParent(row.grown, row.mode, -row.width, -row.height), frame) << row.name;
+        BView parent(BRect(0, 0, 99, 99), "parent", B_FOLLOW_NONE, 0);
+        auto* child = new BView(frame, "child", row.mode, 0);
+        parent.AddChild(child);
+        parent.ResizeBy(row.width, row.height);
+        EXPECT_EQ(child->Frame(), row.grown) << row.name;
+        parent.ResizeBy(-row.width, -row.height);
+        EXPECT_EQ(child->Frame(), frame) << row.name;
     }
 }

@@ -7,9 +7,11 @@
 #pragma once
 
 #include "drawing/PixelFormat.h"
+#include "Font.h"
 #include "GraphicsDefs.h"
 #include "Rect.h"
 
+#include <memory>
 #include <optional>
 #include <vector>
 #include <xcb/render.h>
@@ -18,6 +20,7 @@
 class BBitmap;
 class DrawConnection;
 class GlyphSet;
+class PictureRecord;
 struct DrawState;
 
 // Pixels of an X window; right and bottom are the first ones outside.
@@ -88,8 +91,8 @@ private:
     void SetFillStyle(uint32 style);
     void SetPattern(const DrawState& state, pattern p);
     void SetStipple(pattern p);
-    void SetLineWidth(int32 width);
-    void FillArea(const PixelRect& area);
+    void FillArea(const PixelRect& area, xcb_gcontext_t gc);
+    void FillWithViewColor(const DrawState& state, const PixelRect& area);
     xcb_render_picture_t ColorSource(rgb_color color);
     xcb_render_picture_t TargetPicture();
     void MakeBuffer(int32 width, int32 height);
@@ -129,4 +132,17 @@ private:
     int32 fBufferWidth = 0;
     int32 fBufferHeight = 0;
     PixelRect fUpdate;
+};
+
+// What a view draws with: kept whether it is in a window or not.
+struct DrawState {
+    rgb_color highColor = black_color;
+    rgb_color lowColor = white_color;
+    rgb_color viewColor = white_color;
+    drawing_mode mode = B_OP_COPY;
+    float penSize = 1;
+    BFont font;
+    std::unique_ptr<DrawContext> context; // made when the view first draws in a shown window
+    PictureRecord* record = nullptr; // between BeginPicture() and EndPicture()
+    BRect updateRect; // valid between BeginUpdate() and EndUpdate()
 };

@@ -9,6 +9,8 @@
 #include <unordered_map>
 #include <vector>
 
+class QFont;
+
 // What the display server is asked for.
 struct FontRequest {
     std::string family; // empty: the desktop's own
@@ -52,3 +54,16 @@ private:
     Mutex fLock; // leaf: not held while the display server is asked
     std::unordered_map<uint32, GlyphImage> fGlyphs GUARDED_BY(fLock);
 };
+
+// Where glyph pictures and measures come from: the toolkit's fonts. What follows is called only on
+// the display server's thread.
+
+// Pixels of a view unit.
+[[nodiscard]] float MainScreenScale();
+// With letters as wide as FontFace measures them.
+[[nodiscard]] QFont MakeFont(const FontRequest& request);
+// In pixels.
+[[nodiscard]] font_height MeasureFont(const FontRequest& request);
+// One picture for each of the characters, in their order.
+[[nodiscard]] std::vector<GlyphImage> RasterizeGlyphs(
+    const FontRequest& request, const std::vector<uint32>& characters);

@@ -1,7 +1,7 @@
 #include "drawing/PictureRecord.h"
 
 #include "Bitmap.h"
-#include "drawing/DrawState.h"
+#include "drawing/DrawContext.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +21,7 @@ void PictureRecord::AddShape(const DrawState& state, DrawnShape shape, pattern p
 
 void PictureRecord::AddString(const DrawState& state, const char* text, BPoint pen)
 {
+    // As the screen's letters are, by which the program has placed what stands beside it.
     const float width = state.font.StringWidth(text);
     font_height height;
     state.font.GetHeight(&height);
@@ -39,6 +40,7 @@ void PictureRecord::AddBitmap(
     const auto top = static_cast<int32>(std::lround(part.top));
     DrawnBitmap drawn { static_cast<int32>(std::lround(part.right)) - left + 1,
         static_cast<int32>(std::lround(part.bottom)) - top + 1, {}, destination };
+    // A copy: the bitmap may change or go before the picture is written.
     for (int32 y = 0; y < drawn.height; y++) {
         for (int32 x = 0; x < drawn.width; x++) {
             rgb_color color = bitmap.ColorAt(left + x, top + y);

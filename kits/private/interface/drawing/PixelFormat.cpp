@@ -86,6 +86,7 @@ PixelFormat::PixelFormat(xcb_connection_t* connection, xcb_visualid_t visual) : 
     fGreen = Channel(found.type->green_mask);
     fBlue = Channel(found.type->blue_mask);
     fInvertMask = found.type->red_mask | found.type->green_mask | found.type->blue_mask;
+    // Bits of no channel are alpha or nothing: set, the pixel is opaque.
     const uint32 all = fDepth >= 32 ? ~0u : (1u << fDepth) - 1;
     fAlwaysSet = all & ~fInvertMask;
 }
@@ -99,7 +100,9 @@ void PixelFormat::ReadPalette(xcb_connection_t* connection, const xcb_screen_t& 
     const auto reply = MakeReply(xcb_query_colors_reply(connection,
         xcb_query_colors(connection, screen.default_colormap, indices.size(), indices.data()),
         nullptr));
+    // Not empty even without an answer: an empty one means true colour.
     fPalette.assign(1, black_color);
+    // Of a palette's pixels only black and white have an opposite that XOR finds.
     fInvertMask = screen.white_pixel ^ screen.black_pixel;
     if (reply == nullptr)
         return;

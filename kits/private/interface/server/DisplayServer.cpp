@@ -1,22 +1,18 @@
 #include "server/DisplayServer.h"
 
+#include "AppDefs.h"
 #include "Check.h"
 #include "CursorState.h"
 #include "LeafLock.h"
 #include "OwnFolder.h"
 #include "server/Accessibility.h"
-#include "server/LostWindows.h"
-#include "server/ServerCursor.h"
+#include "server/WindowWidget.h"
 
-#include <clocale>
-#include <csignal>
-#include <cstdio>
-#include <cstdlib>
-#include <deque>
-#include <exception>
-#include <latch>
 #include <QApplication>
+#include <QBitmap>
+#include <QCursor>
 #include <QDir>
+#include <QGuiApplication>
 #include <QIcon>
 #include <QLoggingCategory>
 #include <QPixmapCache>
@@ -24,12 +20,67 @@
 #include <QThreadPool>
 #include <QTimer>
 #include <QWidget>
+
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <exception>
+#include <latch>
 #include <sys/eventfd.h>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <vector>
 #include <xcb/xcb.h>
+
+namespace {
+
+constexpr int kSize = 16;
+constexpr int kImageOffset = 4; // after size, depth and hot spot
+constexpr int kMaskOffset = kImageOffset + kSize * 2;
+
+QBitmap BitmapOf(const uint8* rows)
+{
+    return QBitmap::fromData(QSize(kSize, kSize), rows, QImage::Format_Mono);
+}
+
+// Image bits outside the mask would invert the screen on some displays.
+QBitmap MaskedImage(const CursorState& state)
+{
+    uint8 rows[kMaskOffset - kImageOffset];
+    for (size_t i = 0; i < sizeof rows; i++)
+        rows[i] = state.image[kImageOffset + i] & state.image[kMaskOffset + i];
+    return BitmapOf(rows);
+}
+
+QCursor CursorOf(const CursorState& state)
+{
+    return QCursor(
+        MaskedImage(state), BitmapOf(state.image + kMaskOffset), state.image[3], state.image[2]);
+}
+
+bool IsNormalPointer(const CursorState& state)
+{
+    return !state.isSet || memcmp(state.image, B_HAND_CURSOR, sizeof state.image) == 0;
+}
+
+// The kit's cursor hook: shows CurrentCursor() some time soon, over all of the program's windows.
+// From any thread.
+void CursorChanged()
+{
+    display::Post([] {
+        const CursorState state = CurrentCursor();
+        if (QGuiApplication::overrideCursor())
+            QGuiApplication::restoreOverrideCursor();
+        if (!IsNormalPointer(state))
+            QGuiApplication::setOverrideCursor(CursorOf(state));
+    });
+}
+
+} // namespace
 
 namespace display {
 namespace {

@@ -2,17 +2,32 @@
 // Widgets are touched on the server's thread only, inside a display::Call of the view's side.
 #pragma once
 
+#include "AppDefs.h"
 #include "Messenger.h"
 #include "Mutex.h"
 #include "Rect.h"
 
+#include <QObject>
 #include <QRect>
 #include <QWidget>
 
 #include <atomic>
+#include <map>
 #include <memory>
 
 class BMessage;
+class QAction;
+class QKeyEvent;
+class QMouseEvent;
+class QPushButton;
+
+// Codes of the messages with which the display server reports to windows and views, beside the
+// platform's own of AppDefs.h.
+enum {
+    kMsgWidgetChanged = '_WGC', // to a view: the user changed its widget; fields are the control's
+    kMsgFocused = '_FOC', // to a view: it has the keyboard now
+    kMsgShortcut = '_SHC', // to a window: int32 "shortcut"
+};
 
 // The window's end of all its links.
 struct WindowLink {
@@ -54,4 +69,38 @@ struct ViewPeer {
 struct WidgetPlacement {
     QWidget* widget;
     QRect geometry;
+};
+
+// Watches a view's widget and reports its input by the view's link. Owned by the widget.
+class ViewEvents : public QObject {
+public:
+    // kView: the program handles the input, so mouse, wheel and keys become messages to the view.
+    // kControl: Qt does; only the focus is reported.
+    enum class Kind { kView, kControl };
+
+    ViewEvents(std::shared_ptr<ViewLink> link, Kind kind, QWidget* widget);
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    bool HandleForView(QEvent* event);
+    void MouseMoved(const QMouseEvent& event);
+    void EnteredOrLeft(int32 transit);
+    bool KeyPressed(const QKeyEvent& event);
+
+    const std::shared_ptr<ViewLink> fLink;
+    const Kind fKind;
+    QWidget* const fWidget;
+};
+
+// Gives a new widget what all of them have: the view's name, its focus rule and its ViewEvents.
+void Equip(ViewPeer& peer, const char* name, ViewEvents::Kind kind);
+
+// A menu's widget, and its items' actions by their ids. On the display server only.
+struct MenuPeer {
+    std::shared_ptr<ViewLink> link; // made with the peer; the rest by the server
+    QWidget* widget = nullptr; // QMenu or QMenuBar
+    QPushButton* field = nullptr; // a BMenuField's, that opens it
+    std::map<int32, QAction*> actions;
 };

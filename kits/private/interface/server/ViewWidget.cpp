@@ -1,7 +1,8 @@
 #include "server/ViewWidget.h"
 
+#include "drawing/XcbReply.h"
+#include "server/Accessibility.h"
 #include "server/Convert.h"
-#include "server/ViewAccessible.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -24,17 +25,19 @@ std::set<ViewWidget*>& NativeWidgets()
     return widgets;
 }
 
+// A request in the toolkit's buffer has not happened yet for other connections.
 void RoundTrip()
 {
     auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (!x11)
         return;
     xcb_connection_t* connection = x11->connection();
-    free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    MakeReply(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
 }
 
 QColor ReadableOn(const QColor& ground, const QColor& text)
 {
+    // In 255 steps of grey. The palette's text was chosen for another ground.
     constexpr int kLeastContrast = 100;
     if (std::abs(qGray(ground.rgb()) - qGray(text.rgb())) >= kLeastContrast)
         return text;
@@ -73,8 +76,7 @@ void ViewWidget::TellLine(int index, QAccessible::Event what)
 void ViewWidget::SetLines(std::vector<DrawnLine> lines)
 {
     const std::vector<DrawnLine> before = std::exchange(fLines, std::move(lines));
-    if (auto* view = dynamic_cast<ViewAccessible*>(QAccessible::queryAccessibleInterface(this)))
-        view->KeepLines(fLines.size());
+    KeepLines(*this, fLines.size());
     if (!fIsList)
         FindCurrentLine(before);
     for (size_t i = 0; i < std::min(fLines.size(), before.size()); i++) {
@@ -118,6 +120,8 @@ NativeSurface ViewWidget::BecomeNative()
         fIsNative = true;
         NativeWidgets().insert(this);
         setAutoFillBackground(false);
+        // Native without its ancestors: else each widget around would get an X window, to be moved
+        // by a request of its own. And nothing may paint over what the program draws.
         for (Qt::WidgetAttribute attribute : { Qt::WA_OpaquePaintEvent, Qt::WA_NoSystemBackground,
                  Qt::WA_PaintOnScreen, Qt::WA_DontCreateNativeAncestors, Qt::WA_NativeWindow })
             setAttribute(attribute);

@@ -1,13 +1,21 @@
 // The widget of a view that draws itself, or only holds others.
 #pragma once
 
-#include "server/DrawnText.h"
-#include "server/NativeSurface.h"
+#include "server/Accessibility.h"
 #include "server/ViewPeer.h"
+#include "SupportDefs.h"
 
 #include <QAccessible>
 #include <QRegion>
 #include <QWidget>
+
+// The X window that a view draws into.
+struct NativeSurface {
+    uint32 window = 0; // 0: the view is in no shown window
+    int32 width = 0; // device pixels
+    int32 height = 0;
+    float scale = 1; // device pixels in a view unit
+};
 
 class ViewWidget : public QWidget {
 public:

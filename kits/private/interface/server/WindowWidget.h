@@ -4,6 +4,7 @@
 #include "InterfaceDefs.h"
 #include "server/ViewPeer.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QShortcut>
 #include <QWidget>
 
@@ -20,6 +21,7 @@ public:
     // serial comes with the reports of what follows.
     void Place(const QRect& geometry, int32 serial);
     void SetLimits(QSize least, QSize most);
+    // Bits, or B_ALL_WORKSPACES; the lowest one counts. B_CURRENT_WORKSPACE does nothing.
     void SetWorkspaces(uint32 workspaces);
     void Appear();
     void BringToFront();
@@ -52,4 +54,13 @@ private:
 struct WindowPeer {
     std::shared_ptr<WindowLink> link;
     WindowWidget* widget = nullptr;
+};
+
+// Watches for windows that somebody else has taken off the X server, as tools can: what is drawn in
+// them goes nowhere. Each is asked to quit. On the server's thread, as long as it lives.
+class LostWindows : public QAbstractNativeEventFilter {
+public:
+    LostWindows();
+
+    bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
 };

@@ -1,9 +1,11 @@
-#include "server/ViewEvents.h"
+#include "server/ViewPeer.h"
 
+#include "AppDefs.h"
 #include "InterfaceDefs.h"
+#include "LeafLock.h"
+#include "Message.h"
+#include "MessagePoster.h"
 #include "server/Convert.h"
-#include "server/InputMessages.h"
-#include "server/ServerMessages.h"
 
 #include <QAbstractScrollArea>
 #include <QCursor>
@@ -12,11 +14,51 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
+ViewLink::ViewLink(std::shared_ptr<WindowLink> window, const BMessenger& view, uint32 viewFlags)
+    : flags(viewFlags), fWindow(std::move(window)), fView(view)
+{
+}
+
+void ViewLink::Post(const BMessage& message) const
+{
+    PostAlways(fView, message);
+}
+
+void ViewLink::PostLatest(const BMessage& message) const
+{
+    ::PostLatest(fView, message);
+}
+
+void ViewLink::AddDirty(BRect rect)
+{
+    if (!(flags & B_WILL_DRAW) || !rect.IsValid())
+        return;
+    {
+        const LeafLock lock(fLock);
+        fDirty = fDirty.IsValid() ? fDirty | rect : rect;
+    }
+    // One message for the whole window, however many of its views ask; outside the leaf's lock,
+    // since posting takes others.
+    if (!fWindow->updatePosted.exchange(true))
+        PostAlways(fWindow->window, BMessage(_UPDATE_));
+}
+
+BRect ViewLink::TakeDirty()
+{
+    const LeafLock lock(fLock);
+    const BRect dirty = fDirty;
+    fDirty = BRect();
+    return dirty;
+}
+
+// --- Input
+
 ViewEvents::ViewEvents(std::shared_ptr<ViewLink> link, Kind kind, QWidget* widget)
     : QObject(widget), fLink(std::move(link)), fKind(kind), fWidget(widget)
 {
     fWidget->installEventFilter(this);
     fWidget->setMouseTracking(true);
+    // The mouse is over its viewport, which is a widget of its own.
     if (auto* area = qobject_cast<QAbstractScrollArea*>(widget)) {
         area->viewport()->installEventFilter(this);
         area->viewport()->setMouseTracking(true);
@@ -25,8 +67,10 @@ ViewEvents::ViewEvents(std::shared_ptr<ViewLink> link, Kind kind, QWidget* widge
 
 bool ViewEvents::eventFilter(QObject*, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn)
-        Focused(*static_cast<QFocusEvent*>(event));
+    // MakeFocus() knows already of what it has done.
+    if (event->type() == QEvent::FocusIn
+        && static_cast<QFocusEvent*>(event)->reason() != Qt::OtherFocusReason)
+        fLink->Post(BMessage(kMsgFocused));
     return fKind == Kind::kView && HandleForView(event);
 }
 
@@ -65,13 +109,6 @@ void ViewEvents::EnteredOrLeft(int32 transit)
     const QPoint screenWhere = QCursor::pos();
     fLink->Post(MovedMessage(FromQPoint(fWidget->mapFromGlobal(screenWhere)),
         FromQPoint(screenWhere), ButtonBits(QGuiApplication::mouseButtons()), transit));
-}
-
-// MakeFocus() knows already of what it has done.
-void ViewEvents::Focused(const QFocusEvent& event)
-{
-    if (event.reason() != Qt::OtherFocusReason)
-        fLink->Post(BMessage(kMsgFocused));
 }
 
 // The command key's combinations and keys for a view above go on to the window; Tab leaves the
