@@ -1,5 +1,3 @@
-#include "BusClock.h"
-#include "CpuType.h"
 #include "KillGuard.h"
 #include "MachineFacts.h"
 #include "OS.h"

@@ -1,10 +1,11 @@
-#include "Clock.h"
 #include "KillGuard.h"
 #include "OS.h"
 #include "TaskStat.h"
+#include "Thread.h"
 #include "ThreadTable.h"
 
 #include <cstring>
+#include <ctime>
 #include <new>
 #include <unistd.h>
 
@@ -12,6 +13,14 @@ using kernel::Thread;
 using kernel::ThreadTable;
 
 namespace {
+// system_time() without being a kill point.
+bigtime_t Now()
+{
+    timespec now {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return bigtime_t { now.tv_sec } * 1000000 + now.tv_nsec / 1000;
+}
+
 // A request to stop is made again after this time: ThreadSanitizer may put it off for as long as
 // the thread is blocked, if it came just before that.
 constexpr bigtime_t kStopAgainMicros = 50000;
@@ -36,9 +45,9 @@ status_t WaitForStop(Thread& thread)
             return B_BAD_THREAD_ID;
         if (thread.stopped.load() || thread.mustStop.load() == 0)
             return B_OK;
-        const bigtime_t patience = kernel::Now() + kStopAgainMicros;
+        const bigtime_t patience = Now() + kStopAgainMicros;
         kernel::FutexWait(kernel::gThreadEvents, events, patience);
-        if (kernel::Now() < patience)
+        if (Now() < patience)
             continue;
         const ThreadTable::Lock lock(ThreadTable::Get());
         if (!thread.ended.load() && thread.mustStop.load() == 1)
@@ -221,4 +230,29 @@ void exit_thread(status_t value)
 {
     Thread::Current()->value = value;
     pthread_exit(nullptr);
+}
+
+bigtime_t system_time()
+{
+    CheckKilled();
+    return Now();
+}
+
+status_t snooze(bigtime_t microseconds)
+{
+    CheckKilled();
+    if (microseconds <= 0)
+        return B_OK;
+    kernel::Thread& self = *kernel::Thread::Current();
+    const bigtime_t now = Now();
+    const bigtime_t deadline =
+        microseconds < B_INFINITE_TIMEOUT - now ? now + microseconds : bigtime_t { -1 };
+    self.asleep.store(true);
+    while (deadline < 0 || Now() < deadline) {
+        const uint32 wakeUps = self.wakeUps.load();
+        CheckKilled();
+        kernel::FutexWait(self.wakeUps, wakeUps, deadline);
+    }
+    self.asleep.store(false);
+    return B_OK;
 }

@@ -6,7 +6,7 @@
 #include "File.h"
 #include "Locations.h"
 #include "ReleaseVersion.h"
-#include "TextFile.h"
+#include "SystemTree.h"
 #include "TypeAttribute.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "CpuTopology.h"
 
-#include "TextFile.h"
+#include "SystemTree.h"
 
 #include <algorithm>
 #include <charconv>

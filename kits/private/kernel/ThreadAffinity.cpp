@@ -1,7 +1,7 @@
 #include "ThreadAffinity.h"
 
 #include "CpuTopology.h"
-#include "TextFile.h"
+#include "SystemTree.h"
 
 #include <cerrno>
 #include <charconv>

@@ -19,7 +19,7 @@
 #include "Locations.h"
 #include "RemoveTree.h"
 #include "StandardFolders.h"
-#include "TextFile.h"
+#include "SystemTree.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "TextFile.h"
+#include "SystemTree.h"
 
 namespace folders {
 namespace {
