@@ -5,7 +5,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 #include "Locations.h"
 #include "NodeIdentity.h"
 #include "Path.h"

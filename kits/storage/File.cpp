@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 #include "Locations.h"
 
 BFile::BFile(const char* path, uint32 openMode)

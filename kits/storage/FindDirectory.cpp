@@ -7,7 +7,6 @@
 #include "Locations.h"
 #include "OwnFolder.h"
 #include "Path.h"
-#include "StandardFolders.h"
 
 namespace {
 

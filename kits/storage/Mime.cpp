@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "MimeGuess.h"
+#include "FileType.h"
 #include "Node.h"
 
 namespace {

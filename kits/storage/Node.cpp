@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 #include "Locations.h"
 #include "NodeIdentity.h"
 #include "store/Store.h"

@@ -7,7 +7,6 @@
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
-#include "ErrorCodes.h"
 #include "FileDescriptor.h"
 #include "Locations.h"
 

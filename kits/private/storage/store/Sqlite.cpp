@@ -4,7 +4,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 
 namespace store {
 namespace {

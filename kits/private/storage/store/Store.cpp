@@ -6,11 +6,10 @@
 #include <optional>
 #include <unistd.h>
 
-#include "DirectoryLock.h"
 #include "FileTable.h"
 #include "KillGuard.h"
 #include "LeafLock.h"
-#include "StandardFolders.h"
+#include "Locations.h"
 #include "StoreFile.h"
 
 using namespace store;
