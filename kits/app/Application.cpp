@@ -9,16 +9,13 @@
 #include <utility>
 #include <vector>
 
+#include "ApplicationState.h"
 #include "AppRegistry.h"
-#include "CursorState.h"
 #include "Entry.h"
 #include "LooperLock.h"
 #include "MessageDelivery.h"
 #include "MessagePort.h"
-#include "MessagePoster.h"
-#include "ProgramArguments.h"
 #include "Roster.h"
-#include "RunningApplication.h"
 #include "SignalWatch.h"
 
 BApplication* be_app = nullptr;
@@ -88,8 +85,7 @@ status_t BApplication::Start(const char* signature)
     be_app = this;
     be_app_messenger = BMessenger(this);
     AppRegistry::Instance().SetApplication(be_app_messenger);
-    const app_info info = DescribeProcess(fPort->Id(), signature);
-    SetRunningApplication(&info);
+    SetRunningApplication(DescribeProcess(fPort->Id(), signature));
     SetPulse(kFirstPulseRate);
     PostArguments();
     PostAlways(be_app_messenger, BMessage(B_READY_TO_RUN));
@@ -103,7 +99,7 @@ BApplication::~BApplication()
         return;
     fSignals.reset();
     QuitWindows(false);
-    SetRunningApplication(nullptr);
+    SetRunningApplication({});
     AppRegistry::Instance().SetApplication(BMessenger());
     be_app_messenger = BMessenger();
     be_app = nullptr;

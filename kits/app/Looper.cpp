@@ -10,7 +10,6 @@
 #include "LooperLock.h"
 #include "MessageDelivery.h"
 #include "MessagePort.h"
-#include "MessagePoster.h"
 
 BLooper::BLooper(const char* name, int32 priority, int32 portCapacity)
     : BHandler(name), fPriority(priority), fLock(std::make_shared<LooperLock>()),

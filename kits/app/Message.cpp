@@ -9,7 +9,6 @@
 #include "Handler.h"
 #include "MessageBody.h"
 #include "MessageDelivery.h"
-#include "MessageFormat.h"
 
 BMessage::BMessage() : fBody(std::make_unique<MessageBody>()) { }
 

@@ -1,5 +1,5 @@
 #include "FollowMode.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "ScrollBar.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"

@@ -2,7 +2,7 @@
 #include "Autolock.h"
 #include "Button.h"
 #include "MenuItem.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
 #include "server/ServerMessages.h"

@@ -1,8 +1,6 @@
 #include "LooperLock.h"
 
-#include "KillGuard.h"
 #include "Check.h"
-#include "Deadline.h"
 #include "LeafLock.h"
 
 // A waiter's place in the queue. It ends with the mutex held; what a thread was given but could not

@@ -8,7 +8,6 @@
 #include "Handler.h"
 #include "MessageBody.h"
 #include "MessagePort.h"
-#include "MessagePoster.h"
 
 using Reply = MessageDelivery::Reply;
 

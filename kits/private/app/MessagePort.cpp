@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "AppRegistry.h"
-#include "Deadline.h"
 #include "LeafLock.h"
+#include "LooperLock.h"
 #include "Message.h"
 #include "MessageDelivery.h"
 

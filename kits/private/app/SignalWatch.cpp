@@ -12,7 +12,7 @@
 #include "AppDefs.h"
 #include "KillGuard.h"
 #include "Message.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "server/DisplayServer.h"
 
+#include "ApplicationState.h"
 #include "Check.h"
-#include "CursorState.h"
 #include "LeafLock.h"
 #include "OwnFolder.h"
 #include "server/Accessibility.h"

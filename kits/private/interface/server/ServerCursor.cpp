@@ -1,7 +1,7 @@
 #include "server/ServerCursor.h"
 
 #include "AppDefs.h"
-#include "CursorState.h"
+#include "ApplicationState.h"
 #include "server/DisplayServer.h"
 
 #include <QBitmap>

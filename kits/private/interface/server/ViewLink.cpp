@@ -4,7 +4,7 @@
 #include "InterfaceDefs.h"
 #include "LeafLock.h"
 #include "Message.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 
 ViewLink::ViewLink(std::shared_ptr<WindowLink> window, const BMessenger& view, uint32 viewFlags)
     : flags(viewFlags), fWindow(std::move(window)), fView(view)

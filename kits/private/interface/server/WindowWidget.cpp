@@ -1,7 +1,7 @@
 #include "server/WindowWidget.h"
 
 #include "Entry.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "server/Convert.h"
 #include "server/InputMessages.h"
 #include "server/ServerMessages.h"
