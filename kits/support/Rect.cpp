@@ -3,6 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+const BPoint B_ORIGIN(0, 0);
+
+void BPoint::ConstrainTo(BRect rect)
+{
+    x = std::max(std::min(x, rect.right), rect.left);
+    y = std::max(std::min(y, rect.bottom), rect.top);
+}
+
 int32 BRect::IntegerWidth() const
 {
     return static_cast<int32>(std::ceil(Width()));
