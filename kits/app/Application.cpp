@@ -38,6 +38,7 @@ bool IsApplicationType(const char* signature)
         return false;
     for (; *subtype; ++subtype) {
         const auto byte = static_cast<unsigned char>(*subtype);
+        // What no token of a type may contain (RFC 2045, section 5.1).
         if (byte <= ' ' || byte >= 0x7f || strchr("()<>@,;:\\\"/[]?=", byte))
             return false;
     }
@@ -52,6 +53,7 @@ app_info DescribeProcess(port_id port, const char* signature)
     info.port = port;
     info.flags = B_MULTIPLE_LAUNCH;
     std::error_code error;
+    // Not argv[0]: whoever starts a program may write into that what he likes.
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error || get_ref_for_path(program.c_str(), &info.ref) != B_OK)
         fprintf(stderr, "Program file not found <%s>\n", program.c_str());
@@ -72,6 +74,8 @@ BApplication::BApplication(const char* signature, status_t* error) : BLooper(sig
         fprintf(stderr, "%s <%s>\n",
             fStatus == B_NOT_ALLOWED ? "A second application object" : "Bad signature",
             signature ? signature : "");
+        // The caller has no status to look at, and without an application nothing that follows
+        // works.
         exit(1);
     }
 }
@@ -87,6 +91,7 @@ status_t BApplication::Start(const char* signature)
     AppRegistry::Instance().SetApplication(be_app_messenger);
     SetRunningApplication(DescribeProcess(fPort->Id(), signature));
     SetPulse(kFirstPulseRate);
+    // Before the other: a program that is ready knows its arguments.
     PostArguments();
     PostAlways(be_app_messenger, BMessage(B_READY_TO_RUN));
     fSignals = std::make_unique<SignalWatch>(be_app_messenger);
@@ -191,6 +196,7 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
     }
     switch (message->what) {
         case B_READY_TO_RUN:
+            // Once, whoever sends the message again.
             if (!std::exchange(fReadyToRun, true))
                 ReadyToRun();
             break;
@@ -233,6 +239,7 @@ void BApplication::ReceiveArguments(const BMessage& message)
     std::vector<char*> arguments;
     for (std::string& argument : texts)
         arguments.push_back(argument.data());
+    // As main() has them: writable, and a null pointer behind the last.
     arguments.push_back(nullptr);
     ArgvReceived(int32(texts.size()), arguments.data());
 }

@@ -17,6 +17,7 @@ status_t BRoster::GetAppInfo(const char* signature, app_info* info) const
     if (!signature || !info)
         return B_BAD_VALUE;
     const auto application = RunningApplication();
+    // Types are the same in upper and lower case (RFC 2045, section 5.1).
     if (!application || strcasecmp(application->signature, signature) != 0)
         return B_ERROR;
     *info = *application;

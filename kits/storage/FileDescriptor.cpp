@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 FileDescriptor::FileDescriptor(const FileDescriptor& other)
+    // The copy shares the place in the file with the original, as duplicates do.
     : fDescriptor(other.IsOpen() ? fcntl(other.fDescriptor, F_DUPFD_CLOEXEC, 0) : -1)
 {
 }
@@ -38,6 +39,7 @@ status_t StatusOfErrno(int error)
         case ENAMETOOLONG: return B_NAME_TOO_LONG;
         case ELOOP: return B_LINK_LIMIT;
         case EXDEV: return B_CROSS_DEVICE_LINK;
+        // For the user a quota or a limit that is reached is a full disk.
         case ENOSPC:
         case EDQUOT:
         case EFBIG: return B_DEVICE_FULL;

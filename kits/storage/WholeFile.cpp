@@ -67,6 +67,8 @@ bool OutputPlace::Follow(const std::string& path)
     if (!Step(AT_FDCWD, path))
         return false;
     for (int links = 0; links < kMostLinks; links++) {
+        // The entries of /proc/self/fd look like links, but what they lead to may have no path, or
+        // another file at it by now: they are opened as they are.
         fIsStream = IsOfProcesses(Directory());
         char target[PATH_MAX + 1];
         const ssize_t length =
@@ -90,6 +92,7 @@ bool OutputPlace::IsTrusted(const struct stat& there) const
     struct stat folder = {};
     if (fstat(Directory(), &folder) != 0)
         return false;
+    // A folder like /tmp: everybody may make files there, and only their owners may remove them.
     const bool isEverybodys = (folder.st_mode & S_ISVTX) && (folder.st_mode & S_IWOTH);
     return !isEverybodys || there.st_uid == geteuid() || there.st_uid == folder.st_uid;
 }
@@ -205,6 +208,7 @@ bool WholeFile::Fail(const char* reason)
 void WholeFile::MakeBeside()
 {
     const int directory = fPlace.Directory();
+    // Nobody else may read the contents before the file has the rights of the old one.
     const mode_t mode = fPlace.Old() ? 0600 : 0666;
     // Without a name it is gone even if the program is killed. Not every file system has that.
     if (access("/proc/self/fd", X_OK) == 0)
@@ -228,6 +232,8 @@ bool WholeFile::KeepRights()
     const struct stat* old = fPlace.Old();
     if (!old)
         return true;
+    // The owner comes before the mode: a change of it takes away the bits that run a file as its
+    // owner.
     const bool isOwners = made.st_uid == old->st_uid && made.st_gid == old->st_gid;
     if (!isOwners && fchown(file, old->st_uid, old->st_gid) != 0)
         return Fail("its owner or group could not be kept");
@@ -274,6 +280,8 @@ bool WholeFile::TakePlace()
     if (fBeside.empty()) {
         const std::string name = NewName();
         const std::string file = LinkOf(fFile.Get());
+        // A link cannot replace what is there; a renaming can, and in one step. So the file gets
+        // some name first.
         if (name.empty()
             || linkat(AT_FDCWD, file.c_str(), directory, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
             return Fail();
@@ -282,6 +290,8 @@ bool WholeFile::TakePlace()
     if (renameat(directory, fBeside.c_str(), directory, fPlace.Leaf()) != 0)
         return Fail();
     fBeside.clear();
+    // The new name is on the disk only when the folder is. Some file systems cannot do that with a
+    // folder, which is no error of the disk.
     const FileDescriptor folder(openat(directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     return !folder.IsOpen() || fsync(folder.Get()) == 0 || errno != EIO || Fail();
 }

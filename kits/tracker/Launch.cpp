@@ -33,6 +33,7 @@ bool StartProgram(const std::vector<std::string>& command)
 
     const LeafLock lock(gLock);
     Bury();
+    // What this thread has blocked would stay blocked in the program: it could not be interrupted.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     sigset_t none;
@@ -83,6 +84,7 @@ status_t BRoster::Launch(const char* mimeType, BMessage* initialMessage) const
     std::vector<std::string> command;
     if (strcasecmp(mimeType, "text/x-email") == 0)
         command = MailCommand(arguments);
+    // The first one is the program's name, as main() has them.
     else if (arguments.size() >= 2)
         command = { "xdg-open", arguments[1] };
     if (command.empty() || !StartProgram(command))

@@ -12,6 +12,7 @@ constexpr size_t kImageSize = sizeof(CursorState::image);
 
 bool IsImage(const void* data)
 {
+    // 16 pixels wide and high, one bit each, and the point that points inside.
     const auto* bytes = static_cast<const uint8*>(data);
     return bytes && bytes[0] == 16 && bytes[1] == 1 && bytes[2] < 16 && bytes[3] < 16;
 }

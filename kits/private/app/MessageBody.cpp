@@ -81,6 +81,7 @@ const MessageField* MessageBody::Field(const char* name) const
 
 MessageField* MessageBody::Writable(const char* name)
 {
+    // The object is not const, only the way to find it is.
     return const_cast<MessageField*>(Field(name));
 }
 
@@ -92,6 +93,9 @@ namespace {
 constexpr size_t kFieldHeaderSize = 16;
 constexpr size_t kItemHeaderSize = 4;
 
+// The polynomial of Ethernet and zip, 0x04c11db7, its lowest bit first (ISO 3309). It finds what a
+// disk or a cut file did to the bytes; it is no protection from who means harm, so the rest is
+// checked as if it were not there.
 constexpr std::array<uint32, 256> MakeCrcTable()
 {
     std::array<uint32, 256> table {};
@@ -116,6 +120,7 @@ public:
     }
     void Put(std::string_view text)
     {
+        // memcpy() from a null pointer is undefined, also of no bytes.
         if (text.empty())
             return;
         memcpy(fNext, text.data(), text.size());
@@ -180,6 +185,8 @@ bool ReadField(Reader& reader, MessageField& field)
     if (!reader.Get(field.type) || !reader.Get(fixedSize) || !reader.Get(nameLength)
         || !reader.Get(count))
         return false;
+    // A name with a NUL inside would be another one to whoever asks by a C string, and two fields
+    // could look the same.
     if (fixedSize > 1 || nameLength > uint32(B_FIELD_NAME_LENGTH) || !reader.Get(nameLength, name)
         || name.find('\0') != name.npos)
         return false;
@@ -254,6 +261,7 @@ status_t ReadFlat(std::string_view bytes, uint32& what, std::vector<MessageField
         return B_BAD_VALUE;
     if (size > bytes.size())
         return B_MISMATCHED_VALUES;
+    // What lies behind belongs to somebody else: messages are read out of larger blocks.
     bytes = bytes.substr(0, size);
     uint32 checksum = 0;
     memcpy(&checksum, bytes.data() + kFlatChecksumOffset, sizeof(checksum));

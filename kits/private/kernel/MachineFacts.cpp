@@ -40,6 +40,7 @@ KernelVersion ParseKernelVersion(std::string_view text)
     static const std::regex kDateAndTime(
         R"(([A-Z][a-z]{2}) +(\d\d?) (\d\d:\d\d:\d\d) (?:\S+ )?(\d{4})\b)");
     static const std::regex kDateOnly(R"(\((\d{4})-(\d\d)-(\d\d)\))");
+    // std::regex takes some stack for each character, and the text is one line of about 200.
     const std::string bounded(text.substr(0, 1024));
     KernelVersion version { "Linux", "", "" };
     std::smatch match;

@@ -58,6 +58,7 @@ std::string PlainLine(std::string_view text)
         const size_t length = DecodeUtf8(text, c);
         if (length == 0)
             c = '?';
+        // A byte that begins no character is one "?"; the next may begin one again.
         text.remove_prefix(std::max<size_t>(1, length));
         if (IsSpace(c)) {
             hasSpace = true;
@@ -65,6 +66,7 @@ std::string PlainLine(std::string_view text)
         }
         std::string next = hasSpace && !line.empty() ? " " : "";
         AppendUtf8(next, IsControl(c) ? '?' : c);
+        // Cut between characters: half of one would make the whole record invalid UTF-8.
         if (line.size() + next.size() > kMostLineBytes)
             break;
         line += next;
@@ -137,6 +139,7 @@ std::optional<std::vector<std::string>> SystemTree::Names(const std::string& pat
         names.push_back(entry->path().filename());
     if (error)
         return {};
+    // A folder has no order of its own, and what is read here is compared with other runs.
     std::sort(names.begin(), names.end());
     return names;
 }

@@ -41,6 +41,7 @@ status_t RemoveIfThere(BNode& node, const char* name)
 
 namespace {
 
+// Binaries only: a script is a text too, and the database has types for those.
 bool IsProgram(int file, mode_t mode)
 {
     char magic[4] = {};

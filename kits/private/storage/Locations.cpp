@@ -70,6 +70,7 @@ std::string FromEnvironment(const char* variable)
     return path && *path == '/' ? WithoutSlash(path) : "";
 }
 
+// Started by a service, a program may have no HOME at all.
 std::string FromUserTable()
 {
     std::vector<char> buffer(16384);

@@ -20,6 +20,7 @@ namespace store {
 
 void ThrowErrno(const std::string& what)
 {
+    // Kept: to put the text together may change it.
     const int error = errno;
     throw Failure { StatusOfErrno(error), false, what + ": " + strerror(error) };
 }
