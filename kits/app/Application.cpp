@@ -9,16 +9,13 @@
 #include <utility>
 #include <vector>
 
+#include "ApplicationState.h"
 #include "AppRegistry.h"
-#include "CursorState.h"
 #include "Entry.h"
 #include "LooperLock.h"
 #include "MessageDelivery.h"
 #include "MessagePort.h"
-#include "MessagePoster.h"
-#include "ProgramArguments.h"
 #include "Roster.h"
-#include "RunningApplication.h"
 #include "SignalWatch.h"
 
 BApplication* be_app = nullptr;
@@ -41,6 +38,7 @@ bool IsApplicationType(const char* signature)
         return false;
     for (; *subtype; ++subtype) {
         const auto byte = static_cast<unsigned char>(*subtype);
+        // What no token of a type may contain (RFC 2045, section 5.1).
         if (byte <= ' ' || byte >= 0x7f || strchr("()<>@,;:\\\"/[]?=", byte))
             return false;
     }
@@ -55,6 +53,7 @@ app_info DescribeProcess(port_id port, const char* signature)
     info.port = port;
     info.flags = B_MULTIPLE_LAUNCH;
     std::error_code error;
+    // Not argv[0]: whoever starts a program may write into that what he likes.
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error || get_ref_for_path(program.c_str(), &info.ref) != B_OK)
         fprintf(stderr, "Program file not found <%s>\n", program.c_str());
@@ -75,6 +74,8 @@ BApplication::BApplication(const char* signature, status_t* error) : BLooper(sig
         fprintf(stderr, "%s <%s>\n",
             fStatus == B_NOT_ALLOWED ? "A second application object" : "Bad signature",
             signature ? signature : "");
+        // The caller has no status to look at, and without an application nothing that follows
+        // works.
         exit(1);
     }
 }
@@ -88,9 +89,9 @@ status_t BApplication::Start(const char* signature)
     be_app = this;
     be_app_messenger = BMessenger(this);
     AppRegistry::Instance().SetApplication(be_app_messenger);
-    const app_info info = DescribeProcess(fPort->Id(), signature);
-    SetRunningApplication(&info);
+    SetRunningApplication(DescribeProcess(fPort->Id(), signature));
     SetPulse(kFirstPulseRate);
+    // Before the other: a program that is ready knows its arguments.
     PostArguments();
     PostAlways(be_app_messenger, BMessage(B_READY_TO_RUN));
     fSignals = std::make_unique<SignalWatch>(be_app_messenger);
@@ -103,7 +104,7 @@ BApplication::~BApplication()
         return;
     fSignals.reset();
     QuitWindows(false);
-    SetRunningApplication(nullptr);
+    SetRunningApplication({});
     AppRegistry::Instance().SetApplication(BMessenger());
     be_app_messenger = BMessenger();
     be_app = nullptr;
@@ -195,6 +196,7 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
     }
     switch (message->what) {
         case B_READY_TO_RUN:
+            // Once, whoever sends the message again.
             if (!std::exchange(fReadyToRun, true))
                 ReadyToRun();
             break;
@@ -237,6 +239,7 @@ void BApplication::ReceiveArguments(const BMessage& message)
     std::vector<char*> arguments;
     for (std::string& argument : texts)
         arguments.push_back(argument.data());
+    // As main() has them: writable, and a null pointer behind the last.
     arguments.push_back(nullptr);
     ArgvReceived(int32(texts.size()), arguments.data());
 }

@@ -6,6 +6,7 @@
 
 BLocker::BLocker() : fLock(std::make_shared<LooperLock>())
 {
+    // It begins held by its maker, for a looper that is not to run yet.
     fLock->Release();
 }
 

@@ -17,6 +17,7 @@ BHandler::~BHandler()
     {
         BLooper* looper = fLooper;
         const BAutolock lock(looper);
+        // It may have been taken out, or given to another looper, while this waited for the lock.
         if (lock.IsLocked() && fLooper == looper)
             looper->RemoveHandler(this);
     }
@@ -27,6 +28,7 @@ void BHandler::MessageReceived(BMessage* message)
 {
     if (fNextHandler)
         fNextHandler->MessageReceived(message);
+    // The end of the chain: who waits for an answer is told that nobody has one.
     else if (message->IsSourceWaiting())
         message->SendReply(B_MESSAGE_NOT_UNDERSTOOD);
 }
@@ -60,6 +62,7 @@ status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
         return B_BAD_VALUE;
     if (const status_t status = record.lock->Lock(timeout); status != B_OK)
         return status;
+    // Else it went to another looper meanwhile, and that one is not locked.
     if (fLooper == record.looper)
         return B_OK;
     record.lock->Unlock();

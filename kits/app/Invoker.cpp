@@ -10,6 +10,7 @@ BInvoker::~BInvoker() = default;
 
 status_t BInvoker::SetMessage(BMessage* message)
 {
+    // It may be given what it has, which must not be deleted then.
     if (message != fMessage.get())
         fMessage.reset(message);
     return B_OK;
@@ -53,6 +54,7 @@ status_t BInvoker::InvokeFrom(
     const BMessage* original = message ? message : Message();
     if (!original)
         return B_BAD_VALUE;
+    // The fields of this time go into a copy: in the original they would add up.
     BMessage copy(*original);
     copy.AddInt64("when", system_time());
     copy.AddPointer("source", source);

@@ -10,7 +10,6 @@
 #include "LooperLock.h"
 #include "MessageDelivery.h"
 #include "MessagePort.h"
-#include "MessagePoster.h"
 
 BLooper::BLooper(const char* name, int32 priority, int32 portCapacity)
     : BHandler(name), fPriority(priority), fLock(std::make_shared<LooperLock>()),
@@ -22,6 +21,7 @@ BLooper::BLooper(const char* name, int32 priority, int32 portCapacity)
     record.port = fPort;
     record.token = fToken;
     AppRegistry::Instance().AddLooper(record);
+    // Known to the registry by now: AddHandler() checks that the lock is held, and asks there.
     AddHandler(this);
     SetNextHandler(nullptr);
 }
@@ -95,6 +95,7 @@ std::unique_ptr<BMessage> BLooper::NextMessage(MessagePort& port, bigtime_t& nex
     std::unique_ptr<BMessage> message;
     const status_t status = port.Pop(timeout, message);
     if (status == B_TIMED_OUT || status == B_WOULD_BLOCK) {
+        // Counted from now: a looper that was busy does not make up for pulses that it missed.
         nextPulse = system_time() + period;
         message = std::make_unique<BMessage>(B_PULSE);
         MessageAccess::Delivery(*message).token = fToken;
@@ -175,6 +176,7 @@ void BLooper::Quit() NO_THREAD_SAFETY_ANALYSIS
         QuitFromOutside();
         return;
     }
+    // In its own thread Loop() has no object to go back to, so the thread ends right here.
     delete this;
     if (thread != B_ERROR)
         exit_thread(B_OK);
@@ -290,6 +292,7 @@ bool BLooper::RemoveHandler(BHandler* handler)
     if (!handler || handler->Looper() != this || handler == this)
         return false;
     std::erase(fHandlers, handler);
+    // A chain that led over the handler goes straight on to the looper.
     for (BHandler* other : fHandlers) {
         if (other->fNextHandler == handler)
             other->fNextHandler = this;
@@ -307,6 +310,7 @@ void BLooper::SetAskedToQuit(bool asked)
 void BLooper::SetPulse(bigtime_t period)
 {
     fPulse = std::max<bigtime_t>(period, 0);
+    // A looper that waits for the old period counts anew.
     fPort->Wake();
 }
 

@@ -9,7 +9,6 @@
 #include "Handler.h"
 #include "MessageBody.h"
 #include "MessageDelivery.h"
-#include "MessageFormat.h"
 
 BMessage::BMessage() : fBody(std::make_unique<MessageBody>()) { }
 
@@ -21,6 +20,7 @@ BMessage::BMessage(const BMessage& message)
     if (!message.fDelivery)
         return;
     fDelivery = std::make_unique<MessageDelivery>(*message.fDelivery);
+    // The sender waits for one answer; a copy that ends unanswered must not give it a second.
     fDelivery->reply = MessageDelivery::Reply::NotOwed;
     fDelivery->isReply = false;
 }
@@ -28,6 +28,8 @@ BMessage::BMessage(const BMessage& message)
 BMessage& BMessage::operator=(const BMessage& message)
 {
     if (this != &message) {
+        // The copy takes the old contents with it: if it cannot be made the message is as it was,
+        // and a reply that they owed is sent.
         BMessage copy(message);
         MessageAccess::Swap(*this, copy);
     }
@@ -60,6 +62,7 @@ status_t BMessage::FindData(
     const std::string* item = nullptr;
     const status_t status = fBody->Find(name, type, index, item);
     if (data)
+        // With a NUL behind it: a text that another program sent may lack its own.
         *data = status == B_OK ? item->c_str() : nullptr;
     if (numBytes)
         *numBytes = status == B_OK ? ssize_t(item->size()) : 0;
@@ -106,6 +109,7 @@ status_t BMessage::GetInfo(
             *name = const_cast<char*>(field.name.c_str());
         return GetInfo(field.name.c_str(), typeReturned, count);
     }
+    // Fields of the type but too few of them, or none at all.
     return CountNames(typeRequested) > 0 || typeRequested == B_ANY_TYPE ? B_BAD_INDEX : B_BAD_TYPE;
 }
 
@@ -184,6 +188,7 @@ status_t BMessage::Unflatten(const char* flatBuffer, ssize_t numBytes)
     const status_t status = flatBuffer && numBytes >= 0
         ? ReadFlat({ flatBuffer, size_t(numBytes) }, what, fields)
         : B_BAD_VALUE;
+    // Empty after an error: half of a message would look like a whole one.
     fBody->SetFields(std::move(fields));
     return status;
 }

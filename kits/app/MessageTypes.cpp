@@ -119,6 +119,8 @@ status_t ReadRef(const void* data, size_t size, entry_ref& ref)
     const std::string_view texts(
         static_cast<const char*>(data) + sizeof(numbers), size - sizeof(numbers));
     const size_t pathEnd = texts.find('\0');
+    // Two texts to the last byte and nothing behind them: the message may come from a file that
+    // anybody wrote.
     if (pathEnd == texts.npos || texts.find('\0', pathEnd + 1) != texts.size() - 1)
         return B_BAD_VALUE;
     const char* name = texts.data() + pathEnd + 1;

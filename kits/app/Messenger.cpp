@@ -23,6 +23,7 @@ status_t Resolve(const BHandler* handler, const BLooper* looper, LooperRecord& r
     const BLooper* owner = handler ? handler->Looper() : looper;
     if (!owner)
         return B_BAD_HANDLER;
+    // The handler may have changed its looper since the caller knew it.
     if (looper && owner != looper)
         return B_MISMATCHED_VALUES;
     record = AppRegistry::Instance().Looper(owner);
@@ -40,6 +41,7 @@ status_t FindApplication(const char* signature, team_id team, BMessenger* target
         return B_BAD_VALUE;
     if (be_roster->GetAppInfo(signature, &info) == B_OK)
         found = AppRegistry::Instance().Application();
+    // No program of the platform: a looper of this one passes the messages on to the desktop.
     else if (strcasecmp(signature, kFileManagerSignature) == 0)
         found = FileManagerMessenger();
     if (!found.IsValid())
@@ -54,6 +56,7 @@ status_t FindApplication(const char* signature, team_id team, BMessenger* target
 class ReplyPort {
 public:
     ReplyPort() : fPort(MessagePort::Make(1)) { }
+    // An answer that comes too late finds no port and goes nowhere.
     ~ReplyPort() { fPort->Close(B_BAD_PORT_ID); }
     ReplyPort(const ReplyPort&) = delete;
     ReplyPort& operator=(const ReplyPort&) = delete;
@@ -115,6 +118,7 @@ status_t BMessenger::SendMessage(
     if (!message || !reply)
         return B_BAD_VALUE;
     const auto port = MessageAccess::Port(*this);
+    // The looper would wait for an answer that only it can give.
     if (port && port->Reader() == find_thread(nullptr))
         return B_MESSAGE_TO_SELF;
 
@@ -170,6 +174,7 @@ status_t BMessenger::LockTargetWithTimeout(bigtime_t timeout) const
         return B_BAD_PORT_ID;
     if (const status_t status = record.lock->Lock(timeout); status != B_OK)
         return status == B_BAD_VALUE ? status_t(B_BAD_PORT_ID) : status;
+    // Looked up under the lock: the handler may have gone or changed its looper while this waited.
     if (fToken == 0 || registry.HandlerIn(fToken, record.looper))
         return B_OK;
     record.lock->Unlock();

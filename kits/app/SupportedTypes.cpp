@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "File.h"
+#include "FileType.h"
 #include "Message.h"
-#include "TypeAttribute.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "KillGuard.h"
 #include "LeafLock.h"
 #include "Message.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "ScrollView.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"

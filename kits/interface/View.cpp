@@ -2,7 +2,7 @@
 
 #include "Check.h"
 #include "drawing/DrawContext.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "ScrollBar.h"
 #include "server/Accessibility.h"
 #include "server/Convert.h"

@@ -8,7 +8,7 @@
 #include "drawing/DrawContext.h"
 #include "LeafLock.h"
 #include "MenuItem.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
 #include "server/WindowWidget.h"

@@ -2,7 +2,7 @@
 
 #include "Processors.h"
 #include "RunNotes.h"
-#include "TextFile.h"
+#include "SystemTree.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,14 +1,130 @@
 #include "MachineState.h"
 
 #include "KillGuard.h"
-#include "PowerState.h"
 #include "Processors.h"
+#include "SystemTree.h"
 
 #include <algorithm>
 #include <ctime>
 
 namespace {
 using kernel::SystemTree;
+using kernel::WholeNumber;
+
+typedef std::vector<std::string> Names;
+
+bool IsOneOf(const std::optional<std::string>& text, std::initializer_list<std::string_view> texts)
+{
+    return text && std::find(texts.begin(), texts.end(), *text) != texts.end();
+}
+
+// Degrees from thousandths. A sensor that is off or broken tells what no machine survives.
+std::optional<double> DegreesIn(const SystemTree& tree, const std::string& path)
+{
+    const auto thousandths = WholeNumber<int>(tree.Text(path).value_or(""));
+    if (!thousandths || *thousandths < -100000 || *thousandths > 200000)
+        return {};
+    return *thousandths / 1000.0;
+}
+
+// The hottest of a chip's sensors whose label begins so.
+std::optional<double> HottestOf(
+    const SystemTree& tree, const std::string& folder, std::string_view label)
+{
+    std::optional<double> hottest;
+    for (const std::string& name : tree.Names(folder).value_or(Names())) {
+        if (!name.starts_with("temp") || !name.ends_with("_input"))
+            continue;
+        const std::string sensor = folder + name.substr(0, name.size() - 5);
+        if (tree.Line(sensor + "label").value_or("").starts_with(label))
+            hottest = std::max(hottest, DegreesIn(tree, folder + name)); // nothing is the least
+    }
+    return hottest;
+}
+
+// The whole package's sensor where one is named so: single cores are hotter than it.
+std::optional<double> ChipTemperature(const SystemTree& tree, const std::string& folder)
+{
+    for (const char* label : { "Package", "Tdie", "Tctl", "" }) {
+        if (const auto degrees = HottestOf(tree, folder, label))
+            return degrees;
+    }
+    return {};
+}
+
+// "intel-rapl:0" is a package, "intel-rapl:0:1" a part of one.
+bool IsTopLevel(const std::string& zone)
+{
+    constexpr std::string_view kStart = "intel-rapl:";
+    return zone.starts_with(kStart) && WholeNumber<unsigned>(zone.substr(kStart.size()));
+}
+
+// Of the sensors in the processors' packages; where there are none, of the firmware's zones.
+std::optional<double> ReadTemperature(const SystemTree& tree)
+{
+    constexpr char kChips[] = "/sys/class/hwmon/", kZones[] = "/sys/class/thermal/";
+    std::optional<double> hottest;
+    for (const std::string& chip : tree.Names(kChips).value_or(Names())) {
+        if (IsOneOf(tree.Line(kChips + chip + "/name"),
+                { "coretemp", "k10temp", "zenpower", "cpu_thermal", "cpu-thermal" }))
+            hottest = std::max(hottest, ChipTemperature(tree, kChips + chip + "/"));
+    }
+    if (hottest)
+        return hottest;
+    for (const std::string& zone : tree.Names(kZones).value_or(Names())) {
+        if (IsOneOf(tree.Line(kZones + zone + "/type"),
+                { "x86_pkg_temp", "cpu_thermal", "cpu-thermal", "soc_thermal", "soc-thermal" }))
+            hottest = std::max(hottest, DegreesIn(tree, kZones + zone + "/temp"));
+    }
+    return hottest;
+}
+
+// Nothing unless all packages can be read.
+std::vector<EnergyCounter> ReadEnergy(const SystemTree& tree)
+{
+    std::vector<EnergyCounter> counters;
+    for (const std::string& zone : tree.Names("/sys/class/powercap").value_or(Names())) {
+        const std::string folder = "/sys/class/powercap/" + zone + "/";
+        const std::string name = tree.Line(folder + "name").value_or("");
+        // Beside the packages there may be one for the whole machine, which holds them.
+        if (!IsTopLevel(zone) || !name.starts_with("package"))
+            continue;
+        const auto microjoules = tree.Count(folder + "energy_uj");
+        if (!microjoules)
+            return {};
+        counters.push_back(
+            { name, *microjoules, tree.Count(folder + "max_energy_range_uj").value_or(0) });
+    }
+    return counters;
+}
+
+// Fills onBattery, batteryPercent and mainsOnline.
+void ReadPowerSupply(const SystemTree& tree, MachineState& state)
+{
+    const auto supplies = tree.Names("/sys/class/power_supply");
+    if (!supplies)
+        return;
+    bool hasBattery = false, isDischarging = false;
+    for (const std::string& supply : *supplies) {
+        const std::string folder = "/sys/class/power_supply/" + supply + "/";
+        const auto type = tree.Line(folder + "type");
+        if (IsOneOf(tree.Line(folder + "scope"), { "Device" })) // of a mouse
+            continue;
+        if (IsOneOf(type, { "Mains", "USB" })) {
+            if (const auto online = tree.Count(folder + "online"))
+                state.mainsOnline = state.mainsOnline.value_or(false) || *online > 0;
+        } else if (IsOneOf(type, { "Battery" })) {
+            const auto percent = tree.Count(folder + "capacity");
+            if (!hasBattery && percent && *percent <= 100)
+                state.batteryPercent = static_cast<int>(*percent);
+            hasBattery = true;
+            isDischarging =
+                isDischarging || IsOneOf(tree.Line(folder + "status"), { "Discharging" });
+        }
+    }
+    // A weak charger does not keep the battery from emptying; the machine saves no power then.
+    state.onBattery = hasBattery && isDischarging && !state.mainsOnline.value_or(false);
+}
 
 constexpr uint64 kFewestTicks = 10; // of them a share means something
 
@@ -17,7 +133,7 @@ void ReadLoad(const SystemTree& tree, MachineState& state)
     const std::string text = tree.Text("/proc/loadavg").value_or("");
     const std::vector<std::string_view> words = kernel::Words(text);
     const auto load = [&](size_t word) -> std::optional<double> {
-        const auto value = kernel::WholeNumber<double>(word < words.size() ? words[word] : "");
+        const auto value = WholeNumber<double>(word < words.size() ? words[word] : "");
         return value && *value >= 0 && *value < 1e6 ? value : std::nullopt; // not NaN either
     };
     state.load1 = load(0);
@@ -30,13 +146,13 @@ std::optional<ProcessorTimes> ParseTimes(std::string_view line)
 {
     constexpr size_t kIdle = 4, kWait = 5, kStolen = 8;
     const std::vector<std::string_view> words = kernel::Words(line);
-    const auto number = kernel::WholeNumber<int>(line.substr(3, line.find(' ') - 3));
+    const auto number = WholeNumber<int>(line.substr(3, line.find(' ') - 3));
     if (!number || *number < 0 || words.size() <= kWait)
         return {};
     ProcessorTimes times;
     times.number = *number;
     for (size_t i = 1; i < words.size() && i <= kStolen; i++) {
-        const auto ticks = kernel::WholeNumber<uint64>(words[i]);
+        const auto ticks = WholeNumber<uint64>(words[i]);
         if (!ticks || *ticks > uint64 { 1 } << 60)
             return {};
         times.total += *ticks;
@@ -178,9 +294,9 @@ MachineState ReadMachineState()
     MachineState state;
     ReadLoad(tree, state);
     ReadProcessors(tree, state);
-    state.temperature = kernel::ReadTemperature(tree);
-    state.energy = kernel::ReadEnergy(tree);
-    kernel::ReadPowerSupply(tree, state);
+    state.temperature = ReadTemperature(tree);
+    state.energy = ReadEnergy(tree);
+    ReadPowerSupply(tree, state);
     if (tree.Root().empty()) // there is no other machine's clock to read
         state.asleep = TimeAsleep();
     state.sleeps = tree.Count("/sys/power/suspend_stats/success");

@@ -6,6 +6,8 @@
 namespace {
 typedef std::vector<RunWarning> Warnings;
 
+// Above these a result is no longer that of an idle machine. The load counts threads that want to
+// run, the others are shares of time.
 constexpr double kHighLoad = 0.5;
 constexpr double kHighSteal = 0.01;
 constexpr double kBusySibling = 0.05;
@@ -54,6 +56,7 @@ void WarnOfGovernor(const MachineDetails& details, size_t used, Warnings& warnin
         const ProcessorDetails& processor = details.processors[i];
         if (!SavesPower(processor))
             continue;
+        // The first one stands for all: nearly always they are set alike.
         warnings.push_back({ "governor",
             "power-saving clock (governor " + processor.governor.value_or("unknown")
                 + (processor.energyPreference ? ", preference " + *processor.energyPreference : "")
@@ -128,6 +131,7 @@ void WarnOfChange(const MachineDetails& details, size_t used, const MachineChang
                 + " of the processors' time was taken by the hypervisor for others" });
     WarnOfSiblings(details, used, change, warnings);
     const double seconds = change.secondsAsleep.value_or(0);
+    // One warning of the two: the length says more than the count, which older systems do not have.
     if (seconds > kShortestSleep)
         warnings.push_back(
             { "asleep", "the machine slept for " + Decimal(seconds, 1) + " seconds" });

@@ -1,5 +1,3 @@
-#include "BusClock.h"
-#include "CpuType.h"
 #include "KillGuard.h"
 #include "MachineFacts.h"
 #include "OS.h"
@@ -28,6 +26,7 @@ void FillProcessors(system_info& info, const kernel::Processors& processors)
     info.cpu_type = kernel::CpuTypeOf(topology);
     info.cpu_revision = topology.stepping;
     info.cpu_clock_speed = topology.clock;
+    // The processor that runs this tells it, not the machine below another root.
     info.bus_clock_speed = processors.Root().empty() ? kernel::ReadBusClock() : 0;
 }
 } // namespace

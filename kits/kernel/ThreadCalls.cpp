@@ -1,10 +1,11 @@
-#include "Clock.h"
 #include "KillGuard.h"
 #include "OS.h"
 #include "TaskStat.h"
+#include "Thread.h"
 #include "ThreadTable.h"
 
 #include <cstring>
+#include <ctime>
 #include <new>
 #include <unistd.h>
 
@@ -12,6 +13,14 @@ using kernel::Thread;
 using kernel::ThreadTable;
 
 namespace {
+// system_time() without being a kill point.
+bigtime_t Now()
+{
+    timespec now {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return bigtime_t { now.tv_sec } * 1000000 + now.tv_nsec / 1000;
+}
+
 // A request to stop is made again after this time: ThreadSanitizer may put it off for as long as
 // the thread is blocked, if it came just before that.
 constexpr bigtime_t kStopAgainMicros = 50000;
@@ -36,9 +45,9 @@ status_t WaitForStop(Thread& thread)
             return B_BAD_THREAD_ID;
         if (thread.stopped.load() || thread.mustStop.load() == 0)
             return B_OK;
-        const bigtime_t patience = kernel::Now() + kStopAgainMicros;
+        const bigtime_t patience = Now() + kStopAgainMicros;
         kernel::FutexWait(kernel::gThreadEvents, events, patience);
-        if (kernel::Now() < patience)
+        if (Now() < patience)
             continue;
         const ThreadTable::Lock lock(ThreadTable::Get());
         if (!thread.ended.load() && thread.mustStop.load() == 1)
@@ -99,6 +108,7 @@ status_t suspend_thread(thread_id id)
         thread = table.Find(id);
         if (!thread)
             return B_BAD_THREAD_ID;
+        // Stopped it would never get to the kill point where it ends.
         if (thread->killRequest.load())
             return B_BAD_THREAD_STATE;
         if (thread->mustStop.load() == 1)
@@ -120,6 +130,8 @@ status_t kill_thread(thread_id id)
             return B_BAD_THREAD_ID;
         thread->RequestKill();
     }
+    // It cannot wait for its own end. Under a KillGuard it goes on here and ends at its next kill
+    // point.
     if (thread.get() == Thread::Current())
         CheckKilled();
     else
@@ -138,6 +150,8 @@ status_t wait_for_thread(thread_id id, status_t* value)
         const ThreadTable::Lock lock(table);
         thread = table.Find(id);
         if (thread)
+            // As on the platform a thread that was not resumed yet is let run: nobody else might do
+            // it, and this call would not return.
             thread->Continue();
         else if (!(thread = table.TakeEnded(id)))
             return B_BAD_THREAD_ID;
@@ -182,6 +196,8 @@ status_t get_thread_info(thread_id id, thread_info* info)
         thread->name.copy(info->name, B_OS_NAME_LENGTH - 1);
         info->priority = thread->priority;
     }
+    // Without the lock: to read a file takes long, and no thread could start or end meanwhile. One
+    // that ends now is told by its record.
     kernel::TaskStat stat;
     if (!kernel::ReadTaskStat(thread->tid, stat) && thread->ended.load())
         return B_BAD_THREAD_ID;
@@ -220,5 +236,34 @@ status_t rename_thread(thread_id id, const char* name)
 void exit_thread(status_t value)
 {
     Thread::Current()->value = value;
+    // Not by CanEndHere(): who calls this in a destructor has asked for what follows.
     pthread_exit(nullptr);
+}
+
+bigtime_t system_time()
+{
+    CheckKilled();
+    return Now();
+}
+
+status_t snooze(bigtime_t microseconds)
+{
+    CheckKilled();
+    if (microseconds <= 0)
+        return B_OK;
+    kernel::Thread& self = *kernel::Thread::Current();
+    const bigtime_t now = Now();
+    // Forever where the sum would overflow.
+    const bigtime_t deadline =
+        microseconds < B_INFINITE_TIMEOUT - now ? now + microseconds : bigtime_t { -1 };
+    self.asleep.store(true);
+    // A wait ends early when the thread is stopped or killed, and for no reason: only the clock
+    // ends the sleep.
+    while (deadline < 0 || Now() < deadline) {
+        const uint32 wakeUps = self.wakeUps.load();
+        CheckKilled();
+        kernel::FutexWait(self.wakeUps, wakeUps, deadline);
+    }
+    self.asleep.store(false);
+    return B_OK;
 }

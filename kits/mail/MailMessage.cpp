@@ -1,14 +1,113 @@
 #include "E-mail.h"
 #include "Errors.h"
-#include "MailAgent.h"
 #include "MimeMessage.h"
 
+#include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <dlfcn.h>
+#include <spawn.h>
+#include <sstream>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
+
+// Beside the program in the build's folder, else where it is installed; from the program's place,
+// wherever that was moved and whatever link it was started by.
+void* LoadLibrary()
+{
+    char program[PATH_MAX] = "";
+    const ssize_t length = readlink("/proc/self/exe", program, sizeof program - 1);
+    const std::string path(program, length > 0 ? static_cast<size_t>(length) : 0);
+    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    const std::string beside = folder + "libtarvex-mime.so";
+    if (access(beside.c_str(), F_OK) == 0)
+        return dlopen(beside.c_str(), RTLD_NOW | RTLD_LOCAL);
+    return dlopen(
+        (folder + TARVEX_MIME_FOLDER "/libtarvex-mime.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+// Writes headers, text and enclosures as a MIME message into the open file. B_LAUNCH_FAILED, with a
+// line on standard error: the library cannot be loaded; else as its function.
+status_t WriteMimeMessage(const MailParts& parts, int file)
+{
+    static void* const library = LoadLibrary(); // stays loaded
+    void* const symbol = library ? dlsym(library, "tarvex_write_mime_message") : nullptr;
+    if (!symbol) {
+        const char* why = dlerror();
+        fprintf(stderr, "Cannot load <libtarvex-mime.so>: %s\n", why ? why : "");
+        return B_LAUNCH_FAILED;
+    }
+    return reinterpret_cast<decltype(&tarvex_write_mime_message)>(symbol)(parts, file);
+}
+
+// Runs a program found along PATH, with the open file as its input, and waits for its end.
+status_t RunProgram(const std::vector<std::string>& command, int input)
+{
+    std::vector<char*> arguments;
+    for (const std::string& argument : command)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    if (input >= 0)
+        posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+    pid_t child = 0;
+    const int error =
+        posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0)
+        return B_LAUNCH_FAILED;
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) { }
+    if (WIFEXITED(status) && WEXITSTATUS(status) == 0)
+        return B_OK;
+    fprintf(stderr, "<%s> did not take the mail\n", arguments[0]);
+    return B_ERROR;
+}
+
+std::string HeaderOr(const MailParts& parts, const char* name, const char* other)
+{
+    const auto found = parts.headers.find(name);
+    return found != parts.headers.end() ? found->second : other;
+}
+
+// The path of the "sendmail" program along PATH, or where systems keep it apart from users'
+// programs; empty if there is none.
+std::string FindMailAgent()
+{
+    const char* path = getenv("PATH");
+    std::istringstream folders(std::string(path ? path : "") + ":/usr/sbin:/usr/lib:/sbin");
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        const std::string agent = folder + "/sendmail";
+        if (!folder.empty() && access(agent.c_str(), X_OK) == 0)
+            return agent;
+    }
+    return "";
+}
+
+// Runs the agent with the message in the open file as its input. B_OK when it has taken the
+// message; B_LAUNCH_FAILED, B_ERROR: see BMailMessage::Send().
+status_t GiveToAgent(const std::string& agent, int file)
+{
+    // -t: to whom the headers say; -oi: a line with a point alone does not end the message.
+    return RunProgram({ agent, "-oi", "-t" }, file);
+}
+
+// Opens the desktop's mailer with the message, for the user to send. The same errors.
+status_t OpenInMailer(const MailParts& parts)
+{
+    std::vector<std::string> command { "xdg-email", "--utf8", "--subject",
+        HeaderOr(parts, "Subject", ""), "--body", parts.text };
+    for (const std::string& path : parts.enclosures)
+        command.insert(command.end(), { "--attach", path });
+    command.push_back(HeaderOr(parts, "To", ""));
+    return RunProgram(command, -1);
+}
 
 // "Subject: " and "Subject" are the same field.
 std::string FieldName(const char* name)

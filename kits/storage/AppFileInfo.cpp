@@ -4,10 +4,10 @@
 #include <sys/stat.h>
 
 #include "File.h"
+#include "FileType.h"
 #include "Locations.h"
 #include "ReleaseVersion.h"
-#include "TextFile.h"
-#include "TypeAttribute.h"
+#include "SystemTree.h"
 
 namespace {
 

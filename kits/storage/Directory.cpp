@@ -5,7 +5,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 
 namespace {
 
@@ -18,6 +18,8 @@ status_t MakeDirectory(const std::string& path, mode_t mode)
     if (mkdir(path.c_str(), mode) == 0)
         return B_OK;
     const status_t error = StatusOfErrno();
+    // Not by the number of the error: on a read-only disk it is another one, and a folder that is
+    // there is all that is wanted.
     if (stat(path.c_str(), &info) != 0)
         return error;
     return S_ISDIR(info.st_mode) ? status_t(B_OK) : B_NOT_A_DIRECTORY;
@@ -51,6 +53,7 @@ void BDirectory::CloseStream::operator()(DIR* stream) const
 
 status_t BDirectory::Take(int descriptor)
 {
+    // Of the open() that the caller has just made; closing the old stream may set another.
     const int error = errno;
     fStream.reset();
     errno = error;
@@ -116,6 +119,7 @@ int32 BDirectory::CountEntries()
 {
     if (InitCheck() != B_OK)
         return B_NO_INIT;
+    // A copy has a place of its own in the list: that of the caller stays.
     BDirectory other(*this);
     int32 count = 0;
     while (other.NextName())

@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 #include "Locations.h"
 #include "NodeIdentity.h"
 #include "Path.h"
@@ -54,6 +54,7 @@ status_t entry_ref::set_name(const char* leafName)
 
 bool entry_ref::operator==(const entry_ref& ref) const
 {
+    // The path does not count: two names of the same directory are the same place.
     if (device != ref.device || directory != ref.directory)
         return false;
     return name && ref.name ? strcmp(name, ref.name) == 0 : name == ref.name;
@@ -146,8 +147,12 @@ status_t BEntry::Set(int base, const std::string& path, bool traverse)
 
 status_t BEntry::Open(int base, const std::string& path)
 {
+    // The directory is held open, not its path: the entry stays where it is when a folder above it
+    // is renamed. O_PATH needs no right to read it.
     PathParts parts = SplitPath(path);
     if (parts.leaf == "." || parts.leaf == "..") {
+        // "." and ".." are no names of their own: the entry is what they stand for, by its real
+        // name in its own parent.
         const FileDescriptor end(openat(base, path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
         if (!end.IsOpen())
             return StatusOfErrno();
@@ -212,6 +217,7 @@ status_t BEntry::GetParent(BEntry* parent) const
         return B_BAD_VALUE;
     if (fStatus != B_OK)
         return B_NO_INIT;
+    // Only the root has that name here.
     return fName == "." ? B_ENTRY_NOT_FOUND : parent->Set(fDirectory.Get(), ".", false);
 }
 
@@ -227,9 +233,12 @@ status_t BEntry::Relocate(int base, const std::string& path, bool clobber)
     BEntry target;
     if (const status_t error = target.Set(base, path, false); error != B_OK)
         return error;
+    // The store knows files by their paths too, so what it holds for them has to move along.
     NodeIdentity before;
     if (const status_t error = IdentifyNode(fDirectory.Get(), fName, &before); error != B_OK)
         return error;
+    // In one step: between a look and the renaming another program could put a file there, and it
+    // would be lost.
     int result = renameat2(fDirectory.Get(), fName.c_str(), target.fDirectory.Get(),
         target.fName.c_str(), clobber ? 0 : RENAME_NOREPLACE);
     if (result != 0 && errno == EINVAL && !clobber && !target.Exists()) // no such flag there
@@ -252,11 +261,13 @@ status_t BEntry::Remove()
     if (const status_t error = IdentifyNode(fDirectory.Get(), fName, &file); error != B_OK)
         return error;
     int result = unlinkat(fDirectory.Get(), fName.c_str(), 0);
+    // The system says which of the two it is; a look beforehand could be wrong by now.
     const bool isDirectory = result != 0 && errno == EISDIR;
     if (isDirectory)
         result = unlinkat(fDirectory.Get(), fName.c_str(), AT_REMOVEDIR);
     if (result != 0)
         return StatusOfErrno();
+    // A file with other names is still there, and keeps its attributes.
     if (isDirectory || file.links == 1)
         Store::Shared().Removed(file);
     return B_OK;

@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 #include "Locations.h"
 
 BFile::BFile(const char* path, uint32 openMode)
@@ -57,6 +57,9 @@ status_t BFile::Open(int base, const char* path, uint32 openMode)
 
 status_t BFile::OpenOwnProgram(int base, const char* path, status_t error)
 {
+    // The system lets nobody write to a program that runs (ETXTBSY), root neither. Attributes and
+    // resources are in the store, though, and a program keeps its settings with itself: so it is
+    // opened, and only writing its bytes fails.
     struct stat own = {};
     struct stat wanted = {};
     if (stat("/proc/self/exe", &own) != 0 || fstatat(base, path, &wanted, 0) != 0

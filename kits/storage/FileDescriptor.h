@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "SupportDefs.h"
+
 class FileDescriptor {
 public:
     FileDescriptor() = default;
@@ -19,3 +21,9 @@ public:
 private:
     int fDescriptor = -1;
 };
+
+// How an error of the system is told in the platform's codes: the status for a value of errno,
+// B_ERROR for those without one of their own.
+[[nodiscard]] status_t StatusOfErrno(int error);
+// The status for errno as it stands.
+[[nodiscard]] status_t StatusOfErrno();

@@ -7,7 +7,6 @@
 #include "Locations.h"
 #include "OwnFolder.h"
 #include "Path.h"
-#include "StandardFolders.h"
 
 namespace {
 
@@ -101,6 +100,7 @@ status_t Find(directory_which which, bool createIt, std::string& path)
     path = PathOf(place->base);
     if (*place->below)
         path = JoinPath(path, place->below);
+    // What is made below a user's folders is his alone, as the rules for base directories ask.
     const mode_t mode = place->base == Base::Root ? 0755 : 0700;
     return createIt ? create_directory(path.c_str(), mode) : B_OK;
 }

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "MimeGuess.h"
+#include "FileType.h"
 #include "Node.h"
 
 namespace {
@@ -38,6 +38,7 @@ bool BMimeType::IsValid(const char* type)
     const char* rest = type;
     while (IsTypeCharacter(*rest))
         rest++;
+    // "text" alone is a type too: all texts.
     if (*rest == '/' && IsTypeCharacter(rest[1]))
         for (rest++; IsTypeCharacter(*rest);)
             rest++;

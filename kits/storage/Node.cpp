@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 #include "Locations.h"
 #include "NodeIdentity.h"
 #include "store/Store.h"
@@ -61,6 +61,7 @@ time_t BNode::BirthTime() const
 
 status_t BNode::Take(int descriptor)
 {
+    // Read before the old descriptor is closed, which sets errno too.
     const status_t error = descriptor < 0 ? StatusOfErrno() : B_OK;
     fDescriptor = FileDescriptor(descriptor);
     fLastAttribute = 0;
@@ -101,6 +102,8 @@ status_t BNode::Identify(const char* name, NodeIdentity* file) const
 {
     if (fStatus != B_OK)
         return B_NO_INIT;
+    // Identified anew for each call: the file may have been renamed by any program since the last
+    // one, and a stale path would name another file.
     const status_t error = CheckName(name);
     return error == B_OK ? IdentifyNode(Descriptor(), "", file) : error;
 }
@@ -147,6 +150,7 @@ status_t BNode::GetNextAttrName(char* buffer)
 {
     NodeIdentity file;
     std::string name;
+    // Any name would do: only the node is asked for.
     if (const status_t error = Identify("any", &file); error != B_OK)
         return error;
     if (!buffer)

@@ -2,9 +2,8 @@
 
 #include <cstring>
 
-#include "MimeGuess.h"
+#include "FileType.h"
 #include "Node.h"
-#include "TypeAttribute.h"
 
 BNodeInfo::BNodeInfo(BNode* node)
 {

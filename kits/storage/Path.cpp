@@ -9,6 +9,7 @@ bool MustBeNormalized(const std::string& path)
 {
     if (path[0] != '/' || (path.size() > 1 && path.back() == '/'))
         return true;
+    // So the last part is found like those before it. The root alone would become "//".
     const std::string closed = path + "/";
     for (const char* part : { "//", "/./", "/../" })
         if (closed.size() > 2 && closed.find(part) != closed.npos)
@@ -44,6 +45,7 @@ status_t BPath::Take(const std::string& path, bool normalize)
         fPath = path;
         return fStatus = B_OK;
     }
+    // By the file system, not by the text: ".." behind a link leads elsewhere than the letters say.
     entry_ref ref;
     const status_t error = get_ref_for_path(path.c_str(), &ref);
     fPath = error == B_OK ? PathOfRef(ref) : "";

@@ -12,6 +12,8 @@ constexpr size_t kMostBytes = 1'000'000'000; // what the store takes
 
 } // namespace
 
+// Each lies on the heap by itself: the address that LoadResource() gave out holds while others are
+// added and removed.
 struct BResources::Resource {
     type_code type = 0;
     int32 id = 0;
@@ -50,6 +52,8 @@ status_t BResources::SetTo(const BFile* file, bool clobber)
         error = Store::Shared().ListResources(identity, &list);
     if (error != B_OK)
         return fStatus = error;
+    // Names and sizes only. A value is read when it is asked for first: a help text with pictures
+    // is large, and most calls want one of many.
     for (const StoredResource& stored : list)
         fResources.push_back(std::make_unique<Resource>(
             Resource { stored.type, stored.id, stored.name, {}, stored.size, false, false }));
@@ -60,6 +64,7 @@ status_t BResources::SetTo(const BFile* file, bool clobber)
 
 void BResources::Unset()
 {
+    // Changes are kept also where nobody asks for it.
     if (fStatus == B_OK)
         Sync();
     fFile.Unset();
@@ -203,6 +208,7 @@ status_t BResources::RemoveResource(type_code type, int32 id)
         [&](const auto& resource) { return resource->type == type && resource->id == id; });
     if (removed == 0)
         return B_ENTRY_NOT_FOUND;
+    // Also one that was only just added: to remove what is not there does nothing in the store.
     fRemoved.emplace_back(type, id);
     return B_OK;
 }
@@ -211,6 +217,7 @@ status_t BResources::Sync()
 {
     if (fStatus != B_OK)
         return B_NO_INIT;
+    // One transaction: whatever ends the program, the file has the old resources or the new ones.
     ResourceChanges changes;
     changes.removeAll = fRemovedAll;
     changes.removed = fRemoved;

@@ -64,6 +64,7 @@ status_t BStatable::GetCreationTime(time_t* time) const
 {
     return Ask(*this, time, [this](const auto& info) {
         const time_t birth = BirthTime();
+        // Where none is kept the older of the two is nearest: to change the file moves both on.
         return birth != 0 ? birth : std::min(info.st_mtime, info.st_ctime);
     });
 }

@@ -7,7 +7,7 @@
 #include "Directory.h"
 #include "FileDescriptor.h"
 #include "KillGuard.h"
-#include "StandardFolders.h"
+#include "Locations.h"
 #include "WholeFile.h"
 
 namespace {

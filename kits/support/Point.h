@@ -17,7 +17,6 @@ public:
     }
     // Moves the point to the nearest one inside rect.
     void ConstrainTo(BRect rect);
-    // Writes "BPoint(x:%.0f, y:%.0f)\n" to standard output.
 
     BPoint operator+(const BPoint& p) const { return BPoint(x + p.x, y + p.y); }
     BPoint operator-(const BPoint& p) const { return BPoint(x - p.x, y - p.y); }

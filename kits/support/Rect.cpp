@@ -3,6 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
+const BPoint B_ORIGIN(0, 0);
+
+void BPoint::ConstrainTo(BRect rect)
+{
+    // Left and top are what counts where rect is inside out.
+    x = std::max(std::min(x, rect.right), rect.left);
+    y = std::max(std::min(y, rect.bottom), rect.top);
+}
+
 int32 BRect::IntegerWidth() const
 {
     return static_cast<int32>(std::ceil(Width()));
@@ -56,6 +65,7 @@ bool BRect::Contains(BPoint point) const
 
 bool BRect::Contains(BRect rect) const
 {
+    // The corners of one that is inside out may lie inside too.
     return IsValid() && rect.IsValid() && Contains(rect.LeftTop()) && Contains(rect.RightBottom());
 }
 

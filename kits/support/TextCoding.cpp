@@ -24,6 +24,8 @@ void AppendUtf8(std::string& text, char32_t c)
 size_t DecodeUtf8(std::string_view text, char32_t& c)
 {
     const auto lead = static_cast<unsigned char>(text[0]);
+    // No character begins with 0x80 to 0xc1: those are the middle of one, or would be an ASCII
+    // letter in two bytes (RFC 3629).
     const size_t length = lead < 0x80 ? 1 : lead < 0xc2 ? 0 : lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
     if (length == 0 || lead > 0xf4 || text.size() < length)
         return 0;
@@ -34,7 +36,10 @@ size_t DecodeUtf8(std::string_view text, char32_t& c)
             return 0;
         c = (c << 6) | (next & 0x3fu);
     }
+    // A letter in more bytes than it needs is refused: a check for "/" or NUL would not see it, and
+    // who decodes it would.
     constexpr char32_t kLeast[] = { 0, 0, 0x80, 0x800, 0x10000 };
+    // Halves of a pair in UTF-16 stand for nothing by themselves.
     const bool surrogate = c >= 0xd800 && c < 0xe000;
     return c < kLeast[length] || c > 0x10ffff || surrogate ? 0 : length;
 }
@@ -51,6 +56,7 @@ char32_t NextCharacter(const char*& text, const char* end)
 
 std::string PercentEncoded(std::string_view path)
 {
+    // The letters that RFC 3986 leaves alone, and the slash between the parts.
     constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
                                         "0123456789/-._~";
     constexpr char kDigits[] = "0123456789ABCDEF";

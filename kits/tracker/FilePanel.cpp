@@ -2,7 +2,7 @@
 
 #include "Application.h"
 #include "Message.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "server/DisplayServer.h"
 
 #include <QDir>

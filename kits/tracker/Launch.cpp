@@ -1,9 +1,53 @@
-// Other programs, as the platform's roster launches them: the desktop's own for a kind of thing.
-#include <strings.h>
+#include "Launch.h"
 
+#include <csignal>
+#include <spawn.h>
+#include <strings.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "LeafLock.h"
 #include "Message.h"
-#include "ProgramStart.h"
 #include "Roster.h"
+
+namespace {
+
+Mutex gLock;
+std::vector<pid_t> gChildren GUARDED_BY(gLock);
+
+// Ended programs leave the process table; the others are asked the next time.
+void Bury() REQUIRES(gLock)
+{
+    std::erase_if(gChildren, [](pid_t child) { return waitpid(child, nullptr, WNOHANG) != 0; });
+}
+
+} // namespace
+
+bool StartProgram(const std::vector<std::string>& command)
+{
+    std::vector<std::string> texts(command);
+    std::vector<char*> arguments;
+    for (std::string& text : texts)
+        arguments.push_back(text.data());
+    arguments.push_back(nullptr);
+
+    const LeafLock lock(gLock);
+    Bury();
+    // What this thread has blocked would stay blocked in the program: it could not be interrupted.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t none;
+    sigemptyset(&none);
+    posix_spawnattr_setsigmask(&attributes, &none);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
+    pid_t child = -1;
+    const int error =
+        posix_spawnp(&child, arguments[0], nullptr, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    if (error == 0)
+        gChildren.push_back(child);
+    return error == 0;
+}
 
 namespace {
 
@@ -40,6 +84,7 @@ status_t BRoster::Launch(const char* mimeType, BMessage* initialMessage) const
     std::vector<std::string> command;
     if (strcasecmp(mimeType, "text/x-email") == 0)
         command = MailCommand(arguments);
+    // The first one is the program's name, as main() has them.
     else if (arguments.size() >= 2)
         command = { "xdg-open", arguments[1] };
     if (command.empty() || !StartProgram(command))

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "MessageFormat.h"
+#include "MessageBody.h"
 #include "tests/fuzz/Require.h"
 
 static size_t gAllocated = 0;

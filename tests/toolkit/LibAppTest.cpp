@@ -1,6 +1,6 @@
 #include "toolkit/LibApp.h"
 
-#include "ProgramArguments.h"
+#include "ApplicationState.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/TempFolder.h"
 #include "toolkit/LibWindow.h"

@@ -1,6 +1,6 @@
 #include "ui/AnimateCursor.h"
 
-#include "CursorState.h"
+#include "ApplicationState.h"
 #include "tests/support/Log.h"
 
 #include <Application.h>

@@ -16,6 +16,7 @@ AppRegistry& AppRegistry::Instance()
 port_id AppRegistry::AddPort(const std::shared_ptr<MessagePort>& port)
 {
     const LeafLock lock(fLock);
+    // Ports and handlers share the count: a number taken for one of the other kind finds nothing.
     fPorts[++fLastNumber] = port;
     return fLastNumber;
 }
@@ -66,6 +67,7 @@ BHandler* AppRegistry::HandlerIn(int32 token, const BLooper* looper)
 {
     const LeafLock lock(fLock);
     const auto found = fHandlers.find(token);
+    // Asked under the lock, which the handler's destructor must take before it goes.
     return found != fHandlers.end() && found->second->Looper() == looper ? found->second : nullptr;
 }
 

@@ -1,8 +1,6 @@
 #include "LooperLock.h"
 
-#include "KillGuard.h"
 #include "Check.h"
-#include "Deadline.h"
 #include "LeafLock.h"
 
 // A waiter's place in the queue. It ends with the mutex held; what a thread was given but could not
@@ -39,6 +37,9 @@ status_t LooperLock::Lock(bigtime_t timeout)
         if (status != B_WOULD_BLOCK || timeout <= 0)
             return status;
     }
+    // The thread cannot be stopped while it only takes the lock. A wait can be long, and
+    // suspend_thread must not wait as long: so it is begun anew, with a lock under which the thread
+    // may be stopped.
     const LeafLock lock(fMutex, LeafLock::kWaits);
     status_t status = Take(self);
     if (status == B_WOULD_BLOCK)
@@ -52,6 +53,8 @@ status_t LooperLock::Take(thread_id thread)
         return B_BAD_VALUE;
     if (fHolder != B_ERROR && fHolder != thread)
         return B_WOULD_BLOCK;
+    // The holder is not killed: nobody else could unlock a looper for it. Each guard is made and
+    // ended by the thread that it guards, as it is counted there.
     if (fHolder == B_ERROR) {
         fHolder = thread;
         fGuard.emplace();
@@ -66,6 +69,7 @@ status_t LooperLock::Wait(thread_id thread, bigtime_t timeout)
     Waiter waiter { thread, false, false, {} };
     const Place place(*this, waiter);
     bool inTime = true;
+    // A lock that was granted in the last moment counts, whatever the clock says.
     while (!waiter.granted && !fDead) {
         if (!inTime)
             return B_TIMED_OUT;
@@ -74,6 +78,7 @@ status_t LooperLock::Wait(thread_id thread, bigtime_t timeout)
     if (fDead)
         return B_BAD_VALUE;
     waiter.taken = true;
+    // Not in HandOver(): that runs in the thread which lets go.
     fGuard.emplace();
     return B_OK;
 }
@@ -113,6 +118,8 @@ void LooperLock::Step()
 
 void LooperLock::HandOver()
 {
+    // Given to the first who waits, not only freed: a busy looper that locks again at once for its
+    // next message would be faster than anybody who has to wake up first.
     fHolder = B_ERROR;
     fCount = 0;
     if (fWaiters.empty())
@@ -128,6 +135,7 @@ void LooperLock::HandOver()
 void LooperLock::Claim()
 {
     const thread_id self = find_thread(nullptr);
+    // The looper is being deleted, and must not be left half so.
     const KillGuard guard;
     const LeafLock lock(fMutex, LeafLock::kWaits);
     if (fByMaker)
@@ -143,6 +151,7 @@ void LooperLock::Die()
     fHolder = B_ERROR;
     fCount = 0;
     fGuard.reset();
+    // They take themselves out of the list, each at the end of its wait.
     for (Waiter* waiter : fWaiters)
         waiter->changed.notify_one();
 }

@@ -1,11 +1,7 @@
-// The lock of a looper, or a program's BLocker. It lives as long as somebody waits for it, though
-// the looper may have died; the holder may lock again; and it goes from thread to thread in the
-// order of asking, so that a busy looper lets others in between two messages. Its own mutex is a
-// leaf.
-//
-// held by its maker --Release()--> free <--Lock()/Unlock()--> held --Claim(), Die()--> dead
+// Locks and waits of threads that share loopers.
 #pragma once
 
+#include <chrono>
 #include <list>
 #include <optional>
 
@@ -13,6 +9,39 @@
 #include "Mutex.h"
 #include "OS.h"
 
+// The end of a wait that may be woken several times before it is over.
+class Deadline {
+public:
+    // Timeout in microseconds from now; B_INFINITE_TIMEOUT: never.
+    explicit Deadline(bigtime_t timeout)
+        : fEndless(timeout > kLongest),
+          fEnd(std::chrono::steady_clock::now() + std::chrono::microseconds(fEndless ? 0 : timeout))
+    {
+    }
+
+    // Waits to be woken, perhaps without cause; false once the deadline has passed. A kill point.
+    bool Wait(Condition& condition, Mutex& mutex) const REQUIRES(mutex)
+    {
+        const kernel::KillableWait killable;
+        if (!fEndless)
+            return condition.wait_until(mutex, fEnd) == std::cv_status::no_timeout;
+        condition.wait(mutex);
+        return true;
+    }
+
+private:
+    static constexpr bigtime_t kLongest = 1'000'000'000'000'000; // thirty years; fits the clock
+
+    bool fEndless;
+    std::chrono::steady_clock::time_point fEnd;
+};
+
+// The lock of a looper, or a program's BLocker. It lives as long as somebody waits for it, though
+// the looper may have died; the holder may lock again; and it goes from thread to thread in the
+// order of asking, so that a busy looper lets others in between two messages. Its own mutex is a
+// leaf.
+//
+// held by its maker --Release()--> free <--Lock()/Unlock()--> held --Claim(), Die()--> dead
 class LooperLock {
 public:
     LooperLock(); // held once by the calling thread

@@ -8,7 +8,6 @@
 #include "Handler.h"
 #include "MessageBody.h"
 #include "MessagePort.h"
-#include "MessagePoster.h"
 
 using Reply = MessageDelivery::Reply;
 
@@ -43,12 +42,14 @@ status_t MessageAccess::Send(
     const std::shared_ptr<MessagePort> port = Port(target);
     if (!port)
         return B_BAD_PORT_ID;
+    // Told to the sender while it can be. A handler that goes later is found missing by the looper.
     if (target.fToken != 0 && !AppRegistry::Instance().HasHandler(target.fToken))
         return B_BAD_HANDLER;
 
     std::unique_ptr<BMessage> copy;
     try {
         copy = std::make_unique<BMessage>(message);
+        // Made here already: out of memory can still be told.
         copy->Delivery();
     } catch (const std::bad_alloc&) {
         return B_NO_MEMORY;
@@ -77,6 +78,7 @@ void MessageAccess::Fail(BMessage& message, status_t status)
     if (!delivery || delivery->reply != Reply::Owed)
         return;
     delivery->reply = Reply::Sent;
+    // That port was made for this one reply: to close it tells the status where no message could.
     if (const auto port = Port(delivery->replyTo))
         port->Close(status);
 }
@@ -88,6 +90,7 @@ void MessageAccess::EndUnanswered(BMessage& message)
         return;
     delivery->reply = Reply::Sent;
     SendOptions options;
+    // This runs in destructors, which must not wait for room.
     options.room = SendOptions::Room::Always;
     options.isReply = true;
     Send(delivery->replyTo, BMessage(B_NO_REPLY), options);

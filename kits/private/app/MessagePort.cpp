@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "AppRegistry.h"
-#include "Deadline.h"
 #include "LeafLock.h"
+#include "LooperLock.h"
 #include "Message.h"
 #include "MessageDelivery.h"
 
@@ -28,6 +28,7 @@ private:
 std::shared_ptr<MessagePort> MessagePort::Make(int32 capacity)
 {
     const std::shared_ptr<MessagePort> port(new MessagePort(capacity));
+    // Not in the constructor, where nobody owns the port yet.
     port->fId = AppRegistry::Instance().AddPort(port);
     return port;
 }
@@ -42,6 +43,7 @@ status_t MessagePort::Push(std::unique_ptr<BMessage> message, bigtime_t timeout)
         const LeafLock lock(fLock);
         if (fState != B_OK)
             return fState;
+        // Nearly always there is room, and no wait to be prepared.
         if (fMessages.size() < fCapacity) {
             Append(std::move(message));
             return B_OK;
@@ -95,6 +97,8 @@ status_t MessagePort::PushLatest(std::unique_ptr<BMessage> message)
 std::unique_ptr<BMessage> MessagePort::TakeReplaced(BMessage& message)
 {
     const int32 token = MessageAccess::Delivery(message).token;
+    // From the newest back, and not past a message that must keep its place: a click between two
+    // movements happened where the first one ended.
     for (auto at = fMessages.rbegin(); at != fMessages.rend(); ++at) {
         const MessageDelivery& older = MessageAccess::Delivery(**at);
         if (!older.mayBeReplaced)
@@ -134,10 +138,13 @@ status_t MessagePort::Take(std::unique_ptr<BMessage>& message)
     if (fMessages.empty()) {
         if (fState != B_OK)
             return fState;
+        // A wake-up is told once, and only where no message is there to be told instead.
         return std::exchange(fWoken, false) ? B_INTERRUPTED : B_WOULD_BLOCK;
     }
     message = std::move(fMessages.front());
     fMessages.pop_front();
+    // All of them: one alone may be just about to give up, and the others would go on waiting
+    // beside free room. Nearly always nobody waits, so it is looked at first.
     if (fWaitingForRoom > 0)
         fRoom.notify_all();
     return B_OK;
@@ -158,6 +165,8 @@ void MessagePort::Close(status_t reason)
         if (fState != B_OK)
             return;
         fState = reason;
+        // They end behind the lock: one that is owed a reply closes its sender's port, which has a
+        // lock of the same rank.
         dropped.swap(fMessages);
         fArrived.notify_all();
         fRoom.notify_all();

@@ -12,7 +12,7 @@
 #include "AppDefs.h"
 #include "KillGuard.h"
 #include "Message.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 
 namespace {
 
@@ -66,6 +66,7 @@ SignalWatch::SignalWatch(const BMessenger& target) : fTarget(target)
         fprintf(stderr, "Signals not watched <%s>\n", strerror(errno));
         return;
     }
+    // Of a watch before this one: it would end the new application at once.
     Drain(pipe.readEnd);
     gWriteEnd = pipe.writeEnd;
     fThread = spawn_thread(ThreadEntry, "signals", B_NORMAL_PRIORITY, this);
@@ -80,6 +81,7 @@ SignalWatch::SignalWatch(const BMessenger& target) : fTarget(target)
     action.sa_flags = SA_RESTART;
     for (size_t i = 0; i < std::size(kSignals); ++i) {
         sigaction(kSignals[i], nullptr, &fBefore[i]);
+        // Started by nohup, or in the background of a shell: it is not to end with its terminal.
         if (fBefore[i].sa_handler != SIG_IGN)
             sigaction(kSignals[i], &action, nullptr);
     }

@@ -1,6 +1,6 @@
 #include "CpuTopology.h"
 
-#include "TextFile.h"
+#include "SystemTree.h"
 
 #include <algorithm>
 #include <charconv>
@@ -93,6 +93,8 @@ std::vector<int> PresentProcessors(const std::string& root, const CpuInfoText& i
         if (name.starts_with("cpu") && ProcessorNumber(std::string_view(name).substr(3)) >= 0)
             numbers.push_back(ProcessorNumber(std::string_view(name).substr(3)));
     }
+    // Some containers have no /sys; then those that are on are all that is known. One there always
+    // is.
     if (numbers.empty())
         numbers = info.numbers;
     if (numbers.empty())
@@ -142,6 +144,7 @@ CpuProcessor ReadProcessor(const std::string& root, int number, const CpuInfoTex
     processor.hasSwitch = access(ProcessorSwitchPath(root, number).c_str(), F_OK) == 0;
     processor.capacity = std::max(0LL, NumberAt(ReadText(folder + "cpu_capacity"), 0));
     const long long kiloHertz = NumberAt(ReadText(folder + "cpufreq/cpuinfo_max_freq"), 0);
+    // In Hz; a terahertz at most, so that what a broken firmware claims does not overflow.
     processor.maxClock = std::clamp(kiloHertz, 0LL, 1000000000LL) * 1000;
     return processor;
 }
@@ -163,6 +166,8 @@ int64 HertzOf(std::string_view megaHertz)
 
 int64 ChooseClock(const CpuTopology& topology, const CpuInfoText& info)
 {
+    // The maker's number first: it is the same at each start, while what is measured goes up and
+    // down with heat and load, and the highest clock is held for moments only.
     if (const int64 printed = ClockInModelName(topology.modelName); printed > 0)
         return printed;
     int64 highest = 0;
@@ -226,6 +231,7 @@ std::vector<int> ParseCpuList(std::string_view list)
         const int first = ProcessorNumber(range.substr(0, dash));
         const int last =
             dash == std::string_view::npos ? first : ProcessorNumber(range.substr(dash + 1));
+        // A damaged range is left out: the others are still true.
         if (first < 0 || last < 0)
             continue;
         for (int number = first; number <= last; number++)
@@ -238,6 +244,7 @@ std::vector<int> ParseCpuMask(std::string_view mask)
 {
     std::vector<int> numbers;
     mask = Trimmed(mask);
+    // Words of 32 bits, the lowest processors in the last one.
     for (int base = 0; !mask.empty() && base <= kMaxProcessorNumber; base += 32) {
         const size_t comma = mask.rfind(',');
         const std::string_view word =
@@ -255,6 +262,8 @@ std::vector<int> ParseCpuMask(std::string_view mask)
 
 int64 ClockInModelName(std::string_view name)
 {
+    // "... CPU @ 2.40GHz", blanks at the end. A name that is too short makes unit wrap around to a
+    // large number.
     const size_t unit = name.find_last_not_of(' ') - 2;
     if (name.size() < 4 || unit > name.size() || name.substr(unit + 1, 2) != "Hz")
         return 0;

@@ -1,6 +1,8 @@
-// What the system tells about itself, besides its processors.
+// What the system tells about itself, besides the list of its processors.
 #pragma once
 
+#include "CpuTopology.h"
+#include "OS.h"
 #include "SupportDefs.h"
 
 #include <string>
@@ -25,4 +27,14 @@ struct MachineFacts {
 
 // Takes the text of /proc/version apart.
 [[nodiscard]] KernelVersion ParseKernelVersion(std::string_view text);
+
+// The platform's name for a processor, by its maker, family and model. For one that the list does
+// not have: the maker's plain value, B_CPU_X86 for makers without one. B_CPU_ARM for every Arm; 0,
+// which the platform has no name for, for kinds that came after it (POWER, z/Architecture).
+[[nodiscard]] cpu_type CpuTypeOf(const CpuTopology& topology);
+
+// The reference clock of the running machine's bus in Hz as an x86 processor tells it, 0 where it
+// does not (older ones, most virtual machines),
+// nor on processors of other kinds.
+[[nodiscard]] int64 ReadBusClock();
 } // namespace kernel

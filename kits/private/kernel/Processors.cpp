@@ -3,8 +3,7 @@
 #include "KillGuard.h"
 #include "LeafLock.h"
 #include "OS.h"
-#include "ProcessorChoice.h"
-#include "TextFile.h"
+#include "SystemTree.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -14,11 +13,48 @@
 #include <functional>
 #include <limits>
 #include <string_view>
+#include <tuple>
 #include <unistd.h>
 #include <utility>
 
 namespace kernel {
 namespace {
+bool IsBetter(const CpuProcessor& left, const CpuProcessor& right)
+{
+    return std::tie(left.sibling, right.capacity, right.maxClock, left.number)
+        < std::tie(right.sibling, left.capacity, left.maxClock, right.number);
+}
+
+// The system's numbers of the processors that a run uses, at least one and no more than most:
+// those that are on and allowed, whole cores before their siblings, fast cores before slow ones,
+// else by number. A run gives them up from the last to the second, so the first is processor 0 if
+// it is among them, else one that has no switch, else simply the first.
+std::vector<int> ChooseProcessors(
+    const CpuTopology& topology, const std::function<bool(int)>& isAllowed, size_t most)
+{
+    std::vector<CpuProcessor> usable;
+    std::copy_if(topology.processors.begin(), topology.processors.end(), std::back_inserter(usable),
+        [&](const CpuProcessor& processor) {
+            return processor.isOnline && isAllowed(processor.number);
+        });
+    if (usable.empty())
+        return { topology.processors.front().number };
+    std::sort(usable.begin(), usable.end(), IsBetter);
+
+    auto first = std::find_if(usable.begin(), usable.end(),
+        [](const CpuProcessor& processor) { return processor.number == 0; });
+    if (first == usable.end())
+        first = std::find_if(usable.begin(), usable.end(),
+            [](const CpuProcessor& processor) { return !processor.hasSwitch; });
+    if (first != usable.end())
+        std::rotate(usable.begin(), first, first + 1);
+
+    std::vector<int> numbers;
+    for (size_t i = 0; i < usable.size() && i < most; i++)
+        numbers.push_back(usable[i].number);
+    return numbers;
+}
+
 struct Current {
     Mutex lock;
     std::shared_ptr<Processors> processors GUARDED_BY(lock);

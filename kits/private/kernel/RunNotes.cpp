@@ -2,7 +2,7 @@
 
 #include "CpuTopology.h"
 #include "LeaseKeeper.h"
-#include "TextFile.h"
+#include "SystemTree.h"
 
 #include <algorithm>
 #include <cerrno>

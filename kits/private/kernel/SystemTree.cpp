@@ -3,8 +3,11 @@
 #include "TextCoding.h"
 
 #include <algorithm>
+#include <charconv>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -55,6 +58,7 @@ std::string PlainLine(std::string_view text)
         const size_t length = DecodeUtf8(text, c);
         if (length == 0)
             c = '?';
+        // A byte that begins no character is one "?"; the next may begin one again.
         text.remove_prefix(std::max<size_t>(1, length));
         if (IsSpace(c)) {
             hasSpace = true;
@@ -62,6 +66,7 @@ std::string PlainLine(std::string_view text)
         }
         std::string next = hasSpace && !line.empty() ? " " : "";
         AppendUtf8(next, IsControl(c) ? '?' : c);
+        // Cut between characters: half of one would make the whole record invalid UTF-8.
         if (line.size() + next.size() > kMostLineBytes)
             break;
         line += next;
@@ -134,7 +139,27 @@ std::optional<std::vector<std::string>> SystemTree::Names(const std::string& pat
         names.push_back(entry->path().filename());
     if (error)
         return {};
+    // A folder has no order of its own, and what is read here is compared with other runs.
     std::sort(names.begin(), names.end());
     return names;
+}
+
+std::string ReadText(const std::string& path)
+{
+    const std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf(); // unlike iterators, no exception where reading fails
+    return text.str();
+}
+
+long long NumberAt(const std::string& text, long long otherwise)
+{
+    const size_t start = text.find_first_not_of(" \t");
+    if (start == std::string::npos)
+        return otherwise;
+    long long number;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data() + start, end, number);
+    return result.ec == std::errc() ? number : otherwise;
 }
 } // namespace kernel

@@ -1,6 +1,5 @@
 #include "TaskStat.h"
 
-
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -11,9 +10,12 @@
 namespace kernel {
 bool ParseTaskStat(const char* record, TaskStat& stat)
 {
+    // The second field is the name in brackets, which any program chooses and which may hold
+    // brackets and blanks: what is behind the last one is safe.
     const char* nameEnd = strrchr(record, ')');
     unsigned long userTicks, kernelTicks;
     unsigned long long startTicks = 0;
+    // Fields 3 (state), 14 and 15 (ticks used) and 22 (tick of the start); see proc(5).
     const char* const format = ") %c %*d %*d %*d %*d %*d %*u %*u %*u %*u %*u %lu %lu"
                                " %*d %*d %*d %*d %*d %*d %llu";
     if (!nameEnd || sscanf(nameEnd, format, &stat.state, &userTicks, &kernelTicks, &startTicks) < 3)
@@ -31,6 +33,7 @@ bool ReadRecord(const char* path, TaskStat& stat)
     const int file = open(path, O_RDONLY | O_CLOEXEC);
     if (file < 0)
         return false;
+    // The first 22 fields fit in any case; what is cut off behind them is not needed.
     char record[512];
     const ssize_t length = read(file, record, sizeof(record) - 1);
     close(file);
@@ -66,6 +69,8 @@ bool ProcessTag::Lives() const
     if (pid <= 0)
         return false;
     TaskStat stat;
+    // A number is given out again, but not with the same start. One that waits for its parent to
+    // ask for its value (Z) runs no more.
     if (ReadProcessStat(pid, stat))
         return stat.startTicks == start && stat.state != 'Z' && stat.state != 'X';
     return kill(pid, 0) == 0 || errno == EPERM; // hidden

@@ -5,13 +5,30 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstring>
+#include <ctime>
+#include <linux/futex.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 namespace kernel {
+static_assert(sizeof(std::atomic<uint32>) == sizeof(uint32));
+
+void FutexWait(const std::atomic<uint32>& word, uint32 value, bigtime_t deadline)
+{
+    const timespec until { deadline / 1000000, deadline % 1000000 * 1000 };
+    syscall(SYS_futex, &word, FUTEX_WAIT_BITSET_PRIVATE, value, deadline < 0 ? nullptr : &until,
+        nullptr, FUTEX_BITSET_MATCH_ANY);
+}
+
+void FutexWake(const std::atomic<uint32>& word)
+{
+    syscall(SYS_futex, &word, FUTEX_WAKE_PRIVATE, INT_MAX, nullptr, nullptr, 0);
+}
+
 std::atomic<uint32> gThreadEvents { 0 };
 
 void TellThreadEvent()
@@ -71,6 +88,8 @@ pthread_key_t SetUp()
     return key;
 }
 
+// That of the first thread, which stands for the program's (a process has none of its own here). It
+// is asked once, before a priority of ours has changed it.
 int ProgramNice()
 {
     static const int sNice = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
@@ -80,6 +99,9 @@ int ProgramNice()
 
 int NiceForPriority(int32 priority)
 {
+    // 5, 10 and 20 are the platform's low, normal and urgent display priority, 120 its highest.
+    // Their nice values are 10, 0, -5 and -19: what draws comes before what computes, and even real
+    // time leaves the system's own threads at -20 alone.
     if (priority <= B_NORMAL_PRIORITY)
         return std::clamp((B_NORMAL_PRIORITY - priority) * 2, 0, 19);
     if (priority <= B_URGENT_DISPLAY_PRIORITY)
@@ -130,6 +152,8 @@ void Thread::Adopt()
     tKillRequest = &killRequest;
     pthread_setspecific(sKey, this);
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr); // but in a KillableWait
+    // A library may start threads with all signals blocked: one that calls the kit could not be
+    // stopped.
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, StopSignal());
@@ -140,6 +164,7 @@ status_t Thread::Create(thread_func threadFunction, void* threadData)
 {
     fFunction = threadFunction;
     fData = threadData;
+    // Detached: any number of threads may wait for this one, or none. They wait by its record.
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
@@ -148,6 +173,7 @@ status_t Thread::Create(thread_func threadFunction, void* threadData)
     pthread_attr_destroy(&attributes);
     if (error != 0)
         return error == ENOMEM ? status_t { B_NO_MEMORY } : B_NO_MORE_THREADS;
+    // Until the record has its handle and number: whoever finds it in the table uses them.
     while (fIsReady.load() == 0)
         FutexWait(fIsReady, 0);
     return B_OK;
@@ -199,6 +225,7 @@ void Thread::Continue()
 void Thread::RequestKill()
 {
     killRequest.store(true);
+    // It works in a KillableWait only, where the thread cannot look at killRequest.
     pthread_cancel(handle);
     Continue();
     wakeUps.fetch_add(1);

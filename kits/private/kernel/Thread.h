@@ -1,14 +1,25 @@
 // One thread as the kit knows it, and the way it is stopped and let go again.
 #pragma once
 
-#include "Futex.h"
 #include "OS.h"
+#include "SupportDefs.h"
 
 #include <atomic>
 #include <pthread.h>
 #include <string>
 
 namespace kernel {
+// Waiting on a word of memory. Unlike a condition variable it holds nothing inside, so a thread may
+// be stopped or interrupted in it at any instruction, and both calls may be made in a signal
+// handler.
+//
+// Sleeps while word is value, until a wake-up, a signal or the deadline (microseconds of
+// system_time); negative: no deadline. May return early at any time: callers look again.
+void FutexWait(const std::atomic<uint32>& word, uint32 value, bigtime_t deadline = -1);
+
+// Wakes every thread that waits on word.
+void FutexWake(const std::atomic<uint32>& word);
+
 // Fields without a remark are written under the ThreadTable's lock only.
 struct Thread {
     Thread(thread_id number, const char* threadName, int32 threadPriority);

@@ -1,7 +1,7 @@
 #include "ThreadAffinity.h"
 
 #include "CpuTopology.h"
-#include "TextFile.h"
+#include "SystemTree.h"
 
 #include <cerrno>
 #include <charconv>
@@ -17,6 +17,9 @@ namespace {
 template <typename Function>
 void ForEachThreadUntilStable(Function function)
 {
+    // No call sets the mask of all threads of a process: sched_setaffinity() takes one thread, and
+    // a new thread has the mask of its creator. One that is listed after its creator was bound
+    // needs nothing, one that was started just before is found in a later round.
     constexpr int kMostRounds = 200; // somebody may start threads without end
     int unchangedRounds = 0;
     for (int round = 0; round < kMostRounds && unchangedRounds < 2; round++) {
@@ -86,6 +89,9 @@ void ProcessorSet::Add(const ProcessorSet& others)
         fWords[i] |= others.fWords[i];
 }
 
+// What a thread may use is remembered with those that are off now: a run takes processors away and
+// brings them back, and the thread is to have them again. All threads together make up what a
+// thread gets that starts meanwhile, as it has no mask of its own to go back to.
 void ThreadAffinity::StartRemembering()
 {
     fBeforeTogether = {};
@@ -100,10 +106,14 @@ void ThreadAffinity::StartRemembering()
 
 int ThreadAffinity::Confine(const ProcessorSet& processors)
 {
+    // Only the first call remembers: at the second one the masks are those of the first, and what
+    // the user had set would be lost.
     const bool isFirst = fBefore.empty();
     if (isFirst)
         StartRemembering();
     const int error = BindAll(processors);
+    // All threads or none: one that was left out would run beside the tests on processors that they
+    // have to themselves.
     if (error == 0)
         fConfinedTo = processors;
     else if (isFirst)
@@ -123,6 +133,8 @@ void ThreadAffinity::Release()
         if (before == fBefore.end() || Bind(tid, before->second, changed) != 0)
             (void)Bind(tid, fBeforeTogether, changed);
     });
+    // Empty means not confined: the next Confine() remembers anew, as the user may change masks
+    // between runs.
     fBefore.clear();
 }
 } // namespace kernel

@@ -20,6 +20,8 @@ ThreadTable::Entry ThreadTable::NewEntry(const char* name, int32 priority)
         const Lock lock(*this);
         id = fNextId++;
     }
+    // The table's node is made here, before the thread is: to find no memory for it afterwards
+    // would leave a thread that runs and that nobody knows.
     Threads single;
     single.emplace(id, std::make_shared<Thread>(id, name, priority));
     return single.extract(id);
@@ -39,6 +41,7 @@ std::shared_ptr<Thread> ThreadTable::Find(thread_id id)
 
 std::shared_ptr<Thread> ThreadTable::Find(std::string_view name)
 {
+    // Names are kept cut, and find what they were given as.
     name = name.substr(0, B_OS_NAME_LENGTH - 1);
     for (const auto& [id, thread] : fThreads) {
         if (thread->name == name)
@@ -62,6 +65,9 @@ void ThreadTable::End(Thread& thread)
 {
     {
         const Lock lock(*this);
+        // Under the lock, in the thread itself: as long as somebody finds the record, its system
+        // number is this thread's, and a signal sent to it cannot reach another that got the number
+        // later.
         const auto found = fThreads.find(thread.id);
         fEnded.push_back(std::move(found->second));
         fThreads.erase(found);

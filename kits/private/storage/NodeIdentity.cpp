@@ -7,7 +7,6 @@
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
-#include "ErrorCodes.h"
 #include "FileDescriptor.h"
 #include "Locations.h"
 
@@ -42,6 +41,8 @@ int64 DeviceOfOpen(int descriptor, uint64 mount)
 
 status_t IdentifyNode(int directory, const std::string& name, NodeIdentity* identity)
 {
+    // Opened first, then asked: so all answers are about the same file, whatever is renamed
+    // meanwhile. O_PATH needs no right to read it and waits for no pipe.
     const int flags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
     const FileDescriptor named(name.empty() ? -1 : openat(directory, name.c_str(), flags));
     if (!name.empty() && !named.IsOpen())
@@ -70,6 +71,7 @@ int64 DeviceOf(std::string path)
 {
     NodeIdentity there;
     status_t error = IdentifyNode(AT_FDCWD, path, &there);
+    // What is not there yet will lie on the file system of the folder in which it will be made.
     while ((error == B_ENTRY_NOT_FOUND || error == B_NOT_A_DIRECTORY) && path.size() > 1) {
         path = SplitPath(path).directory;
         error = IdentifyNode(AT_FDCWD, path, &there);

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <dirent.h>
@@ -13,20 +14,85 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "ErrorCodes.h"
 #include "FileDescriptor.h"
 #include "LeafLock.h"
 #include "Locations.h"
-#include "RemoveTree.h"
-#include "StandardFolders.h"
-#include "TextFile.h"
+#include "SystemTree.h"
 
 namespace {
+
+constexpr int kMostLevels = 100; // of what a signal's stack has to hold
+constexpr int kOpen = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+bool IsSameFile(const struct stat& a, const struct stat& b)
+{
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+// Whether something is mounted at the directory, from the same device or another.
+bool IsMounted(int folder)
+{
+    struct statx info = {};
+    const int result = statx(folder, "", AT_EMPTY_PATH, STATX_TYPE, &info);
+    return result != 0 || (info.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
+void Empty(int folder, int levels);
+
+bool RemoveEntry(int above, const char* name, int levels)
+{
+    if (unlinkat(above, name, 0) == 0)
+        return true;
+    const int folder = openat(above, name, kOpen);
+    if (folder < 0)
+        return false;
+    if (levels > 0 && !IsMounted(folder))
+        Empty(folder, levels - 1);
+    close(folder);
+    return unlinkat(above, name, AT_REMOVEDIR) == 0;
+}
+
+// One round through the directory, which readdir() would take memory for. Whether something went.
+bool RemoveEntries(int folder, int levels)
+{
+    bool removed = false;
+    alignas(dirent64) char entries[4096];
+    lseek(folder, 0, SEEK_SET);
+    for (ssize_t size; (size = getdents64(folder, entries, sizeof(entries))) > 0;) {
+        for (ssize_t at = 0; at < size;) {
+            const auto* entry = reinterpret_cast<const dirent64*>(entries + at);
+            at += entry->d_reclen;
+            if (strcmp(entry->d_name, ".") != 0 && strcmp(entry->d_name, "..") != 0)
+                removed = RemoveEntry(folder, entry->d_name, levels) || removed;
+        }
+    }
+    return removed;
+}
+
+void Empty(int folder, int levels)
+{
+    while (RemoveEntries(folder, levels)) { }
+}
+
+// Removes the directory called name in the one open as above, with all in it, without leaving it:
+// no link is followed, no path is looked up and no other file system, nor another place of the same
+// one, is entered. folder is the same directory, open for reading. What cannot be removed stays.
+// May be called in a signal handler and while others still write there: it goes on until a round
+// finds nothing more to remove.
+void RemoveTree(int above, const char* name, int folder)
+{
+    struct stat open = {};
+    struct stat there = {};
+    if (fstat(folder, &open) != 0 || IsMounted(folder))
+        return;
+    Empty(folder, kMostLevels);
+    if (fstatat(above, name, &there, AT_SYMLINK_NOFOLLOW) == 0 && IsSameFile(open, there))
+        unlinkat(above, name, AT_REMOVEDIR);
+}
 
 constexpr char kPrefix[] = ".tarvex-temp-";
 constexpr size_t kDigits = 16; // after it, hexadecimal
 constexpr mode_t kMode = 0700;
-constexpr int kOpen = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 // The folder, locked by flock() as long as the process lives: that says who is alive across
 // containers too, and keeps the system's own cleaning of /tmp away.
@@ -171,7 +237,7 @@ void ClearDead(const std::string& base)
         const FileDescriptor folder(openat(above, entry->d_name, kOpen));
         if (folder.IsOpen() && flock(folder.Get(), LOCK_EX | LOCK_NB) == 0
             && IsOwn(above, entry->d_name, folder.Get()))
-            storage::RemoveTree(above, entry->d_name, folder.Get());
+            RemoveTree(above, entry->d_name, folder.Get());
     }
     closedir(directory);
 }
@@ -213,5 +279,5 @@ void folders::RemoveOwnTemporary()
     gEnded = true;
     for (const Folder* folder = gFolder; folder; folder = folder->before)
         if (folder->owner == getpid())
-            storage::RemoveTree(folder->above, folder->name.c_str(), folder->self);
+            RemoveTree(folder->above, folder->name.c_str(), folder->self);
 }

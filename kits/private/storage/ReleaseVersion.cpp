@@ -41,6 +41,7 @@ version_info VersionOfRelease(const std::string& lines)
     version_info info = {};
     info.variety = 5;
     const std::string number = ValueOf(lines, "VERSION_ID");
+    // Nine digits at most: more would overflow.
     sscanf(number.c_str(), "%9u.%9u.%9u", &info.major, &info.middle, &info.minor);
     std::string text = ValueOf(lines, "PRETTY_NAME");
     if (text.empty() && !ValueOf(lines, "NAME").empty())

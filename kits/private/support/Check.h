@@ -3,13 +3,22 @@
 // line on standard error.
 #pragma once
 
+#include <cstdio>
+#include <cstdlib>
 #include <sstream>
 
 // Collects the text of a failed check and ends the program with it on standard error.
 class CheckFailure {
 public:
-    CheckFailure(const char* condition, const char* file, int line);
-    ~CheckFailure(); // writes the line and aborts
+    CheckFailure(const char* condition, const char* file, int line)
+    {
+        fText << file << ":" << line << ": <" << condition << "> does not hold ";
+    }
+    ~CheckFailure()
+    {
+        fprintf(stderr, "%s\n", fText.str().c_str());
+        abort();
+    }
     std::ostream& Stream() { return fText; }
 
 private:

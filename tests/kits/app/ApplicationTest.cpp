@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <unistd.h>
 
-#include "ProgramArguments.h"
+#include "ApplicationState.h"
 #include "TestLooper.h"
 #include <Application.h>
 #include <Roster.h>

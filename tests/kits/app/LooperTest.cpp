@@ -5,7 +5,7 @@
 
 #include <Autolock.h>
 
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "TestLooper.h"
 
 TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "MessageFormat.h"
+#include "MessageBody.h"
 #include <Message.h>
 
 namespace {

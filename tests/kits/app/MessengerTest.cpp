@@ -1,6 +1,6 @@
 #include <tuple>
 
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "TestLooper.h"
 #include <Invoker.h>
 #include <Messenger.h>

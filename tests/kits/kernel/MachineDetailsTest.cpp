@@ -1,4 +1,4 @@
-#include "ProcessorModel.h"
+#include "MachineNames.h"
 #include "SystemTree.h"
 
 #include "MachineTree.h"

@@ -1,5 +1,4 @@
 #include "CpuTopology.h"
-#include "CpuType.h"
 #include "MachineFacts.h"
 #include "TaskStat.h"
 

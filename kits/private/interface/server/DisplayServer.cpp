@@ -1,8 +1,8 @@
 #include "server/DisplayServer.h"
 
 #include "AppDefs.h"
+#include "ApplicationState.h"
 #include "Check.h"
-#include "CursorState.h"
 #include "LeafLock.h"
 #include "OwnFolder.h"
 #include "server/Accessibility.h"

@@ -4,7 +4,7 @@
 #include "InterfaceDefs.h"
 #include "LeafLock.h"
 #include "Message.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "server/Convert.h"
 
 #include <QAbstractScrollArea>

@@ -3,7 +3,7 @@
 #include "drawing/XcbReply.h"
 #include "Entry.h"
 #include "InterfaceDefs.h"
-#include "MessagePoster.h"
+#include "MessageDelivery.h"
 #include "server/Convert.h"
 #include "server/ViewPeer.h"
 

@@ -55,6 +55,8 @@ struct FileRow {
 
 std::vector<FileRow> SomeRows(sqlite3* database)
 {
+    // Some by chance each time: to look at all would make opening slower with every file that the
+    // store has ever seen, and in time all are reached.
     std::vector<FileRow> rows;
     Statement find(database,
         "SELECT id, path, inode, birth, device, program FROM files"
@@ -77,7 +79,8 @@ void LookAfter(sqlite3* database, const FileRow& row)
     NodeIdentity there;
     const status_t error = IdentifyNode(AT_FDCWD, row.file.path, &there);
     if (error != B_OK && error != B_ENTRY_NOT_FOUND && error != B_NOT_A_DIRECTORY)
-        return; // who knows
+        // No right to look, or a network that is away: neither says that the file is gone.
+        return;
     const bool isThere =
         error == B_OK && (row.file.isProgram || there.IsSameNode(row.file.inode, row.file.birth));
     if (isThere) {
@@ -100,6 +103,8 @@ void LookAfter(sqlite3* database, const FileRow& row)
 
 int64 FindFile(sqlite3* database, const NodeIdentity& file)
 {
+    // The path first, as nearly all files stay where they are. Last a program made anew at its
+    // path, which no node tells.
     int64 found = FindAtPath(database, file, false);
     if (found == 0)
         found = FindByNode(database, file);
@@ -123,9 +128,13 @@ int64 ClaimFile(sqlite3* database, const NodeIdentity& file)
     if (file.path.empty())
         throw Failure { B_ENTRY_NOT_FOUND, false, "" };
     const int64 found = FindFile(database, file);
+    // What was known at this path is another file: it may have been moved, and be found by its node
+    // again.
     Statement free(database,
         "UPDATE files SET path = NULL, replaced = unixepoch() WHERE path = ? AND id <> ?");
     free.Bind(file.path).Bind(found).Run();
+    // The number of an inode is given out again only when its file is gone: the times of birth tell
+    // the two apart, where there are any.
     Statement reused(database,
         "DELETE FROM files WHERE inode = ? AND device = ? AND birth NOT IN (?, 0)"
         " AND program = 0 AND id <> ?");
@@ -155,11 +164,13 @@ void MoveFiles(sqlite3* database, const std::string& from, const std::string& to
         return;
     const std::string belowTo = to + "/";
     const std::string endBelowTo = EndBelow(to);
+    // The renaming has replaced what was there.
     Statement clear(database, "DELETE FROM files WHERE path = ? OR (path > ? AND path < ?)");
     clear.Bind(to).Bind(belowTo).Bind(endBelowTo).Run();
 
     const std::string belowFrom = from + "/";
     const std::string endBelowFrom = EndBelow(from);
+    // Paths are bytes in whatever coding; joining them makes a text, which is never equal to bytes.
     Statement move(database,
         "UPDATE files SET path = CAST(? || substr(path, ?) AS BLOB)"
         " WHERE path = ? OR (path > ? AND path < ?)");

@@ -4,7 +4,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 
 namespace store {
 namespace {
@@ -18,6 +18,7 @@ int WaitForOthers(void*, int waits)
 
 status_t StatusOf(int result, int systemError)
 {
+    // The lowest byte is the kind of error, those above it say more.
     switch (result & 0xff) {
         case SQLITE_FULL: return B_DEVICE_FULL;
         case SQLITE_READONLY: return B_READ_ONLY_DEVICE;
@@ -63,6 +64,8 @@ Database OpenDatabase(const std::string& name, int flags)
     sqlite3* opened = nullptr;
     // Every use is under the lock of its Store already.
     const int result = sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    // Owned before the result is looked at: after an error there is a handle too, and it knows the
+    // reason.
     Database database(opened);
     CheckResult(opened, result);
     sqlite3_extended_result_codes(opened, 1);
@@ -83,6 +86,7 @@ void ReadThrough(sqlite3* database)
             Throw(nullptr, result);
         for (sqlite3_int64 at = 0; at < size; at += sqlite3_int64(part.size())) {
             const int result = file->pMethods->xRead(file, part.data(), int(part.size()), at);
+            // The last part is shorter than what is asked for, and told as an error.
             if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ)
                 Throw(nullptr, result);
         }
@@ -118,6 +122,7 @@ Statement& Statement::Bind(int64 number)
 Statement& Statement::Bind(std::string_view bytes)
 {
     const char* start = bytes.empty() ? "" : bytes.data(); // NULL would be no value at all
+    // Not copied, as all callers keep the bytes until the statement has run.
     Check(sqlite3_bind_blob64(fStatement, ++fBound, start, bytes.size(), SQLITE_STATIC));
     return *this;
 }
@@ -180,6 +185,7 @@ size_t Blob::Size() const
 
 void Blob::Read(size_t offset, void* buffer, size_t length) const
 {
+    // No value has more than 1000000000 bytes, so both fit.
     CheckResult(fDatabase, sqlite3_blob_read(fBlob, buffer, int(length), int(offset)));
 }
 

@@ -6,11 +6,10 @@
 #include <optional>
 #include <unistd.h>
 
-#include "DirectoryLock.h"
 #include "FileTable.h"
 #include "KillGuard.h"
 #include "LeafLock.h"
-#include "StandardFolders.h"
+#include "Locations.h"
 #include "StoreFile.h"
 
 using namespace store;
@@ -50,6 +49,8 @@ void ExtendAttribute(sqlite3* database, int64 file, std::string_view name, type_
     size_t offset, std::string_view bytes)
 {
     const AttributeRow row = FindAttribute(database, file, name);
+    // In place where it fits: a block of a long value is written without reading the rest. The type
+    // is set only if it is another, as that writes the whole row.
     if (row.id != 0 && offset + bytes.size() <= size_t(row.size)) {
         Statement retype(database, "UPDATE attributes SET type = ? WHERE id = ? AND type <> ?");
         retype.Bind(int64(type)).Bind(row.id).Bind(int64(type)).Run();
@@ -107,6 +108,8 @@ void Store::Forget()
 
 void Store::Prepare(Access access)
 {
+    // Another program may have set the file aside, or a person removed it: what is open then is not
+    // what others use.
     const uint64 inode = InodeOf(fPath);
     // One that cannot be written is told that nobody else does it: so it must not stay open.
     const bool isCurrent = fOpen && fOpen->inode == inode && fOwner == getpid() && fOpen->canWrite;
@@ -128,6 +131,7 @@ ssize_t Store::Run(Access access, const std::function<ssize_t(sqlite3*)>& action
         Prepare(access);
         sqlite3* database = fOpen->database.get();
         const bool isReading = access == Access::Read;
+        // Readers need no turn: they wait for nobody and keep nobody waiting.
         std::optional<DirectoryLock> turn;
         if (!isReading)
             turn.emplace(fPath);
@@ -177,6 +181,7 @@ ssize_t Store::Report(const Failure& failure)
             reason = another.reason;
         }
     }
+    // Said once: else a folder of a thousand files that are listed says it a thousand times.
     if (!reason.empty() && reason != fLastComplaint)
         fprintf(
             stderr, "Error using the attribute store <%s>: %s\n", fPath.c_str(), reason.c_str());
@@ -240,6 +245,8 @@ status_t Store::NextAttribute(const NodeIdentity& file, int64* last, std::string
 {
     return status_t(Look(file, [&](sqlite3* database, int64 owner) -> ssize_t {
         Statement find(database,
+            // By id, not by place: what is added or removed between two calls makes none of the
+            // others come twice or not at all.
             "SELECT id, name FROM attributes WHERE file = ? AND id > ? ORDER BY id LIMIT 1");
         find.Bind(owner).Bind(*last);
         if (!find.Next())
@@ -306,6 +313,7 @@ status_t Store::ChangeResources(const NodeIdentity& file, const ResourceChanges&
 
 void Store::Moved(const std::string& from, const std::string& to)
 {
+    // An error has been told, and the file has been moved all the same.
     static_cast<void>(Run(Access::ChangeExisting, [&](sqlite3* database) -> ssize_t {
         MoveFiles(database, from, to);
         return B_OK;

@@ -2,18 +2,41 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "Directory.h"
-#include "DirectoryLock.h"
-#include "ErrorCodes.h"
+#include "FileDescriptor.h"
 #include "FileTable.h"
 #include "Locations.h"
+#include "Sqlite.h"
 #include "TextCoding.h"
 
 namespace store {
+
+void ThrowErrno(const std::string& what)
+{
+    // Kept: to put the text together may change it.
+    const int error = errno;
+    throw Failure { StatusOfErrno(error), false, what + ": " + strerror(error) };
+}
+
+DirectoryLock::DirectoryLock(const std::string& path)
+    : fDirectory(open(SplitPath(path).directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+{
+    if (!fDirectory.IsOpen())
+        ThrowErrno("its folder cannot be opened");
+    for (int tries = 0; flock(fDirectory.Get(), LOCK_EX | LOCK_NB) != 0; tries++) {
+        if (tries == kMostWaits)
+            throw Failure { B_BUSY, false, "another program has kept it for too long" };
+        usleep(kWaitMicroseconds);
+    }
+}
+
 namespace {
 
 constexpr int64 kApplicationId = 'TVXS';

@@ -2,9 +2,27 @@
 // setting it aside when it is damaged.
 #pragma once
 
+#include "FileDescriptor.h"
 #include "Sqlite.h"
 
+#include <string>
+
 namespace store {
+
+// The turn of one program among those that use the stores of a directory. It is taken to open or
+// rename a store, and to wait for the write lock of one: SQLite's waiting is no queue, and a
+// program that writes without a pause would keep all others from it for as long as it likes.
+class DirectoryLock {
+public:
+    // Waits up to ten seconds. Throws Failure: B_BUSY, or the directory of path cannot be opened.
+    explicit DirectoryLock(const std::string& path);
+
+private:
+    FileDescriptor fDirectory; // the lock ends with it
+};
+
+// Throws Failure for errno as it stands: "what: No such file or directory".
+[[noreturn]] void ThrowErrno(const std::string& what);
 
 enum class Opening { ForReading, ForWriting };
 

@@ -1,4 +1,4 @@
-// Starts the desktop's programs.
+// Other programs, as the platform's roster launches them: the desktop's own for a kind of thing.
 #pragma once
 
 #include <string>

@@ -1,7 +1,9 @@
-// Attributes that hold a MIME type.
+// The MIME type of a file: the attribute that holds it, or a guess.
 #pragma once
 
 #include "Node.h"
+
+#include <string>
 
 inline constexpr const char* kTypeAttribute = "BEOS:TYPE";
 inline constexpr const char* kSignatureAttribute = "BEOS:APP_SIG";
@@ -12,3 +14,8 @@ inline constexpr const char* kSignatureAttribute = "BEOS:APP_SIG";
 [[nodiscard]] status_t WriteTypeAttribute(BNode& node, const char* name, const char* type);
 // Takes an attribute away; that it is not there is no error.
 [[nodiscard]] status_t RemoveIfThere(BNode& node, const char* name);
+
+// The type of a file that nobody gave one, of what is open in whatever way: by kind, then by what
+// the shared MIME database says to its name and contents. "application/octet-stream": it knows
+// none.
+[[nodiscard]] std::string GuessTypeOf(int descriptor);
