@@ -14,7 +14,7 @@ struct CompareOptions {
     std::optional<double> failBelow; // percent
     SortBy sort = SortBy::kTest;
     std::vector<const TestType*> tests; // empty: all
-    TextFormat format = TextFormat::kTable;
+    Format format = Format::kTable;
     bool help = false; // is all that is asked for; then there may be no files
 };
 

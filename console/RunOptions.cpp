@@ -1,35 +1,166 @@
 #include "console/RunOptions.h"
 
+#include <MachineRun.h>
+
 #include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <set>
 #include <string_view>
 
 namespace {
 
 // Appends the flags that name stands for. Returns false for a name that stands for none.
-bool AppendGroup(std::string_view name, std::vector<bool Benchmark::*>& groups)
+bool AppendGroup(std::string_view name, RunOptions& options)
 {
-    const size_t before = groups.size();
+    const size_t before = options.groups.size();
     for (size_t i = 0; i < kNbrTestGroups; i++) {
         const TestGroup& group = kTestGroups[i];
-        if (name == group.key || (name == "all" && group.box != GroupBox::kNone))
-            groups.push_back(kGroupRuns[i].selected);
+        if (name == group.key || (name == "all" && group.box != GroupBox::kNone)) {
+            options.groups.push_back(kGroupRuns[i].selected);
+            options.plan.groups.push_back(group.key);
+        }
     }
-    return groups.size() > before;
+    return options.groups.size() > before;
 }
 
-// Returns the message for the first name that is no group's, or an empty text.
-std::string ParseGroups(std::string_view list, std::vector<bool Benchmark::*>& groups)
+// Calls take(name) for each name of the list, until it returns a message, which is returned.
+template <typename Take>
+std::string ForEachName(std::string_view list, Take take)
 {
     for (;;) {
         const size_t comma = list.find(',');
-        const std::string_view name = list.substr(0, comma);
-        if (!AppendGroup(name, groups))
-            return "unknown test group <" + std::string(name) + ">";
+        if (std::string message = take(list.substr(0, comma)); !message.empty())
+            return message;
         if (comma == list.npos)
             return "";
         list.remove_prefix(comma + 1);
     }
 }
+
+std::string Unknown(const char* what, std::string_view name)
+{
+    return std::string("unknown ") + what + " <" + std::string(name) + ">";
+}
+
+template <typename Number>
+bool Parse(std::string_view text, Number& number)
+{
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+std::string TakeGroupList(const std::string& value, RunOptions& options)
+{
+    return ForEachName(value, [&](std::string_view name) {
+        return AppendGroup(name, options) ? "" : Unknown("test group", name);
+    });
+}
+
+std::string TakeOutput(const std::string& value, RunOptions& options)
+{
+    options.output = value;
+    return "";
+}
+
+std::string TakeCounts(const std::string& value, RunOptions& options)
+{
+    constexpr size_t kMostCounts = 8;
+    const int32 all = CountProcessors();
+    return ForEachName(value, [&](std::string_view name) -> std::string {
+        int32 count = 0;
+        auto& counts = options.plan.counts;
+        if (!Parse(name, count) || count < 1 || count > all)
+            return "<--cpus> takes numbers from 1 to " + std::to_string(all) + ", not <"
+                + std::string(name) + ">";
+        if (std::count(counts.begin(), counts.end(), count) > 0)
+            return "<--cpus> names " + std::to_string(count) + " twice";
+        if (counts.size() == kMostCounts)
+            return "<--cpus> takes eight numbers at most";
+        counts.push_back(count);
+        return "";
+    });
+}
+
+std::string TakeRepeats(const std::string& value, RunOptions& options)
+{
+    if (Parse(value, options.plan.repeats) && options.plan.repeats >= 1
+        && options.plan.repeats <= kMostRepeats)
+        return "";
+    return "<--repeat> takes a number from 1 to " + std::to_string(kMostRepeats) + ", not <" + value
+        + ">";
+}
+
+// With or without the percent sign.
+std::string TakeUntil(const std::string& value, RunOptions& options)
+{
+    double percent = 0;
+    const std::string_view number =
+        std::string_view(value).substr(0, value.size() - value.ends_with('%'));
+    if (!Parse(number, percent) || !(percent > 0) || percent > 100)
+        return "<--until> takes a percentage above 0, to 100, not <" + value + ">";
+    options.plan.untilPercent = percent;
+    return "";
+}
+
+std::string TakeLabel(const std::string& value, RunOptions& options)
+{
+    constexpr size_t kMostBytes = 200;
+    const auto isControl = [](unsigned char byte) { return byte < ' ' || byte == 127; };
+    if (value.size() > kMostBytes || std::any_of(value.begin(), value.end(), isControl))
+        return "<--label> takes one line of at most 200 bytes";
+    options.label = value;
+    return "";
+}
+
+constexpr std::pair<const char*, Format> kFormats[] = {
+    { "table", Format::kTable },
+    { "csv", Format::kCsv },
+    { "tsv", Format::kTsv },
+    { "json", Format::kJson },
+};
+
+std::string TakeFormat(const std::string& value, RunOptions& options)
+{
+    const auto* found = std::find_if(std::begin(kFormats), std::end(kFormats),
+        [&](const auto& format) { return value == format.first; });
+    if (found == std::end(kFormats))
+        return Unknown("format", value) + ": table, csv, tsv or json";
+    options.format = found->second;
+    return "";
+}
+
+std::string TakeJournal(const std::string& value, RunOptions& options)
+{
+    options.task = RunOptions::Task::kResume;
+    options.journal = value;
+    return "";
+}
+
+std::string TakeTest(const std::string& value, RunOptions& options)
+{
+    options.task = RunOptions::Task::kExplain;
+    options.test = value;
+    return "";
+}
+
+struct OptionKind {
+    std::string_view name;
+    const char* needs; // what stands behind it
+    std::string (*take)(const std::string& value, RunOptions& options);
+};
+
+constexpr OptionKind kOptions[] = {
+    { "--groups", "a list of test groups", TakeGroupList },
+    { "--output", "a file name", TakeOutput },
+    { "--cpus", "a list of processor counts", TakeCounts },
+    { "--repeat", "a number", TakeRepeats },
+    { "--until", "a percentage", TakeUntil },
+    { "--label", "a name", TakeLabel },
+    { "--format", "table, csv, tsv or json", TakeFormat },
+    { "--resume", "the journal of a run", TakeJournal },
+    { "--explain", "a test", TakeTest },
+};
 
 struct Option {
     std::string name;
@@ -48,26 +179,46 @@ Option NextOption(const std::vector<std::string>& arguments, size_t& position)
     return { argument, arguments[position++] };
 }
 
-std::string ParseValue(const Option& option, RunOptions& options)
+// Those that stand alone. False for all others.
+bool TakeSwitch(const std::string& argument, RunOptions& options)
 {
-    const bool isOutput = option.name == "--output";
-    if (option.value.empty())
-        return "<" + option.name + "> needs "
-            + (isOutput ? "a file name" : "a list of test groups");
-    if (isOutput ? !options.output.empty() : !options.groups.empty())
-        return "<" + option.name + "> is given twice";
-    if (!isOutput)
-        return ParseGroups(option.value, options.groups);
-    options.output = option.value;
-    return "";
+    if (argument == "--anyway")
+        options.anyway = true;
+    else if (argument == "--list")
+        options.task = RunOptions::Task::kList;
+    else if (argument == "--help")
+        options.task = RunOptions::Task::kHelp;
+    else if (argument == "--version")
+        options.task = RunOptions::Task::kVersion;
+    else
+        return false;
+    return true;
 }
 
-std::string CheckComplete(const RunOptions& options)
+// What a run needs, and what does not go together.
+std::string Check(const RunOptions& options, const std::set<std::string>& given)
 {
+    const auto isGiven = [&](const char* name) { return given.contains(name); };
+    if (options.task == RunOptions::Task::kResume) {
+        for (const char* name : { "--groups", "--cpus", "--repeat", "--until", "--label" }) {
+            if (isGiven(name))
+                return "<--resume> goes on as the run was begun: without <" + std::string(name)
+                    + ">";
+        }
+        return "";
+    }
+    if (options.task != RunOptions::Task::kRun)
+        return "";
     if (options.groups.empty())
         return "<--groups> is missing: which tests to run, see --help";
     if (options.output.empty())
         return "<--output> is missing: the results file to write, see --help";
+    if (isGiven("--repeat") && isGiven("--until"))
+        return "<--repeat> and <--until> do not go together";
+    if (isGiven("--cpus") && options.output != "-" && !FormatOfFile(options.output))
+        return "with <--cpus> a results file cannot hold the run: <--output> takes a name that "
+               "ends "
+               "in .json, .csv or .tsv";
     return "";
 }
 
@@ -76,28 +227,49 @@ std::string CheckComplete(const RunOptions& options)
 std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::string>& arguments)
 {
     RunOptions options;
+    std::set<std::string> given;
     size_t position = 0;
     while (position < arguments.size()) {
         const std::string& argument = arguments[position];
-        if (argument == "--help" || argument == "--version") {
-            options.task =
-                argument == "--help" ? RunOptions::Task::kHelp : RunOptions::Task::kVersion;
-            return options;
-        }
-        if (argument == "--anyway") {
-            options.anyway = true;
+        if (TakeSwitch(argument, options)) {
+            if (options.task == RunOptions::Task::kHelp
+                || options.task == RunOptions::Task::kVersion)
+                return options;
             position++;
             continue;
         }
         const Option option = NextOption(arguments, position);
-        if (option.name != "--groups" && option.name != "--output")
+        const auto* kind = std::find_if(std::begin(kOptions), std::end(kOptions),
+            [&](const OptionKind& each) { return each.name == option.name; });
+        if (kind == std::end(kOptions))
             return "unknown argument <" + argument + ">, see --help";
-        if (std::string message = ParseValue(option, options); !message.empty())
+        if (option.value.empty())
+            return "<" + option.name + "> needs " + kind->needs;
+        if (!given.insert(option.name).second)
+            return "<" + option.name + "> is given twice";
+        if (std::string message = kind->take(option.value, options); !message.empty())
             return message;
     }
-    if (std::string message = CheckComplete(options); !message.empty())
+    if (std::string message = Check(options, given); !message.empty())
         return message;
     return options;
+}
+
+bool TakeGroups(RunOptions& options)
+{
+    const std::vector<std::string> keys = std::move(options.plan.groups);
+    options.plan.groups.clear();
+    return std::all_of(keys.begin(), keys.end(),
+        [&](const std::string& key) { return key != "all" && AppendGroup(key, options); });
+}
+
+std::optional<Format> FormatOfFile(const std::string& path)
+{
+    for (const auto& [name, format] : kFormats) {
+        if (format != Format::kTable && path.ends_with(std::string(".") + name))
+            return format;
+    }
+    return std::nullopt;
 }
 
 std::string RunUsage()
@@ -109,7 +281,11 @@ std::string RunUsage()
         if (group.box == GroupBox::kNone)
             notInAll += (notInAll.empty() ? "" : ", ") + std::string(group.key);
     }
-    return "Usage: tarvex-run --groups G[,G...]|all --output FILE [--anyway]\n"
+    return "Usage: tarvex-run --groups G[,G...]|all --output FILE [--label NAME] [--cpus "
+           "N[,N...]]\n"
+           "                  [--repeat N | --until P%] [--format table|csv|tsv|json] [--anyway]\n"
+           "       tarvex-run --resume JOURNAL\n"
+           "       tarvex-run --list | --explain TEST\n"
            "       tarvex-run --compare FILE..., see below\n"
            "\n"
            "Runs the test groups once for every processor count, from all processors down to one,\n"
@@ -119,17 +295,24 @@ std::string RunUsage()
         + names + "\nall stands for all of them but " + notInAll
         + ".\n"
           "\n"
-          "Two runs at once spoil each other's rates: while another run of anybody's is under "
-          "way,\n"
-          "none is started without --anyway.\n"
+          "--output FILE    a results file; a name that ends in .json, .csv or .tsv has all times\n"
+          "                 and what is known of the machine; - is standard output alone\n"
+          "--label NAME     names the machine or the run\n"
+          "--cpus N,...     up to eight processor counts, in this order; not for a results file\n"
+          "--repeat N       measures everything N times, 1 to 100, in turn\n"
+          "--until P%       measures each test until its 95 percent interval is narrower, 6 to 50\n"
+          "                 times\n"
+          "--format F       of standard output: table, csv, tsv or json\n"
+          "--resume JOURNAL measures what is missing of a run that was ended: FILE.journal\n"
+          "--anyway         starts although another run of anybody's is under way, which spoils\n"
+          "                 the rates of both\n"
+          "--list           says what each test measures and what it does not\n"
+          "--explain TEST   the same of one, by name or number\n"
           "\n"
-          "Exit status of a run: 0 done, 1 something could not be written or a thread not be "
-          "started,\n"
-          "2 wrong arguments or a file that cannot be written or read (nothing was run), 3 done "
-          "but\n"
-          "for tests that could not be done (no display, no room on the disk ...), 4 another run "
-          "is\n"
-          "under way (nothing was run), 128 + N ended by signal N, such as 130 by SIGINT or 143 "
+          "Exit status of a run: 0 done, 1 something could not be written or a thread not be\n"
+          "started, 2 wrong arguments or a file that cannot be written or read (nothing was run),\n"
+          "3 done but for tests that could not be done (no display, no room on the disk ...),\n"
+          "4 another run is under way (nothing was run), 128 + N ended by signal N, such as 130 "
           "by\n"
-          "SIGTERM.\n";
+          "SIGINT or 143 by SIGTERM.\n";
 }

@@ -2,24 +2,40 @@
 #pragma once
 
 #include "engine/Benchmark.h"
+#include "results/RunRecord.h"
 
 #include <string>
 #include <variant>
 #include <vector>
 
+enum class Format { kTable, kCsv, kTsv, kJson };
+
 struct RunOptions {
-    enum class Task { kRun, kHelp, kVersion };
+    enum class Task { kRun, kResume, kList, kExplain, kHelp, kVersion };
 
     Task task = Task::kRun;
     std::vector<bool Benchmark::*> groups; // the flags to set
-    std::string output; // the results file, never empty for a run
+    RunPlan plan; // also the keys of the groups
+    std::string output; // the file to write; "-": none but standard output
+    std::string label;
+    Format format = Format::kTable; // of standard output
     bool anyway = false; // even if another run is under way
+    std::string journal; // to resume
+    std::string test; // to explain
 };
 
 // Reads the arguments (without the program's name). Returns the options, or one line without a
-// line end that says what is wrong with them. --help and --version need no other option.
+// line end that says what is wrong with them. --help and --version need no other option. Counts of
+// processors are checked against those of the machine.
 [[nodiscard]] std::variant<RunOptions, std::string> ParseRunOptions(
     const std::vector<std::string>& arguments);
+
+// Sets the flags of groups for the keys in the plan, as a journal has them. False for an unknown
+// one.
+[[nodiscard]] bool TakeGroups(RunOptions& options);
+
+// What the file's ending says: ".json", ".csv", ".tsv"; all others are results files.
+[[nodiscard]] std::optional<Format> FormatOfFile(const std::string& path);
 
 // The text of --help, with all group names.
 [[nodiscard]] std::string RunUsage();

@@ -49,10 +49,7 @@ int32 Sitting::Action()
 
 void Sitting::RunPass()
 {
-    bool isDone = true;
-    for (int32 group = 0; group < int32(kNbrTestGroups); group++)
-        isDone = isDone && !LacksAny(group, MostRounds());
-    if (isDone)
+    if (!LacksAnything())
         return;
     UseProcessors(count);
     if (count < results.nbrCpus)
@@ -63,24 +60,31 @@ void Sitting::RunPass()
     // With one span a test there is nothing to be steady for: each is measured as it comes.
     if (MostRounds() > 1)
         WaitForSteadyClock();
-    for (round = 0; round < MostRounds() && RunRound(); round++) { }
+    for (round = 0; round < MostRounds() && LacksAnything(); round++)
+        RunRound();
     if (onPass)
         onPass(count, false);
 }
 
-bool Sitting::RunRound()
+bool Sitting::LacksAnything() const
 {
-    bool isAnyWanted = false;
+    for (int32 group = 0; group < int32(kNbrTestGroups); group++) {
+        if (LacksAny(group, MostRounds()))
+            return true;
+    }
+    return false;
+}
+
+void Sitting::RunRound()
+{
     for (int32 group = 0; group < int32(kNbrTestGroups); group++) {
         if (!LacksAny(group, round + 1))
             continue;
-        isAnyWanted = true;
         TellStatus(group);
         const bigtime_t start = system_time();
         RunGroup(group);
         groupSeconds[group] = double(system_time() - start) / 1e6;
     }
-    return isAnyWanted;
 }
 
 // Into results without metrics, so that each test's time is the first of its metric.

@@ -38,9 +38,9 @@ private:
     // needs more.
     [[nodiscard]] bool Lacks(const TestType& test, int32 spans) const;
     [[nodiscard]] bool LacksAny(int32 group, int32 spans) const;
+    [[nodiscard]] bool LacksAnything() const; // of all that the plan asks for at this count
     void RunPass();
-    // Returns whether there was anything to do.
-    bool RunRound();
+    void RunRound();
     void RunGroup(int32 group);
     void TellStatus(int32 group);
     [[nodiscard]] double SecondsLeft(int32 group) const;

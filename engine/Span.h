@@ -34,10 +34,10 @@ bool MeasureSpan(Results& results, const TestType& test, long loops, int randsPe
         watch->Begins();
     results.StartTimer();
     kernel();
-    const double seconds = results.EndTimer();
+    metric->Time(static_cast<float>(results.EndTimer()));
     if (watch)
         watch->Ended();
-    metric->Time(static_cast<float>(seconds));
+    const double seconds = static_cast<double>(results.Micros() - results.calibration) / 1'000'000;
     const std::string undone = finish(*metric);
     if (watch)
         watch->Measured(test, *metric, seconds, undone);

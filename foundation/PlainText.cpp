@@ -14,6 +14,12 @@ std::string LibFixedText(double value, int decimals)
     return std::string(text, end.ptr);
 }
 
+std::string LibShortestText(double value)
+{
+    char text[32];
+    return { text, std::to_chars(text, std::end(text), value).ptr };
+}
+
 double LibFixedValue(std::string_view text)
 {
     if (text.starts_with('+'))

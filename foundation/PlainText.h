@@ -45,6 +45,9 @@ constexpr bool LibIsPunct(char c)
 // "nan" and their negatives for what is no number.
 [[nodiscard]] std::string LibFixedText(double value, int decimals);
 
+// As few digits as tell the number from all others, with an exponent where that is shorter.
+[[nodiscard]] std::string LibShortestText(double value);
+
 // The number that text begins with: sign, digits, point, digits, no exponent. 0 where there is
 // none; plus or minus infinity where it is too large.
 [[nodiscard]] double LibFixedValue(std::string_view text);

@@ -13,6 +13,8 @@ public:
     float Stop();
     // The same, without stopping.
     float Elapsed() const;
+    // Microseconds from the latest Start to the latest Stop, exactly.
+    bigtime_t Micros() const { return stop - start; }
     // Both times on standard error.
     void PrintToStream() const;
 

@@ -38,6 +38,7 @@ void Fields(Io& io, Of<Io, BuildDetails>& build)
 template <class Io>
 void Fields(Io& io, Of<Io, RunPlan>& plan)
 {
+    io.Field("groups", plan.groups);
     io.Field("counts", plan.counts, kProcessors);
     io.Field("repeats", plan.repeats, { 1, kMostRepeats });
     io.Field("until_percent", plan.untilPercent, kAboveZero);

@@ -192,6 +192,14 @@ std::string RunAsJson(const RunRecord& record)
     return text + "\n}\n";
 }
 
+std::string SpanAsJson(const Series& series)
+{
+    Series latest { series.test, series.processors, {}, series.undone };
+    if (!series.spans.empty() && series.undone.empty())
+        latest.spans.push_back(series.spans.back());
+    return Dump(Writer::Value(latest));
+}
+
 namespace {
 
 struct Column {

@@ -17,6 +17,13 @@ constexpr int kRunSchema = 1;
 // that no version knows are left out.
 [[nodiscard]] std::variant<RunRecord, std::string> RunFromJson(const std::string& text);
 
+// The latest span of a series, or why it was not done, as one line of JSON without its end: what a
+// journal gathers.
+[[nodiscard]] std::string SpanAsJson(const Series& series);
+// Puts it behind the record's other spans. False, and nothing is changed, for what SpanAsJson never
+// wrote.
+[[nodiscard]] bool AddSpan(const std::string& line, RunRecord& record);
+
 // A line for each test and count, under a line of names, separator between the cells: ',' (RFC
 // 4180) or '\t'. With the same numbers as the JSON, to the last digit.
 [[nodiscard]] std::string RunAsTable(const RunRecord& record, char separator);

@@ -2,16 +2,19 @@
 #include "results/RunFile.h"
 
 #include <algorithm>
+#include <concepts>
 #include <nlohmann/json.hpp>
 #include <ranges>
 #include <set>
 #include <utility>
 
+#include "foundation/PlainText.h"
+
 namespace {
 
 using Json = nlohmann::json;
 
-constexpr size_t kMostBytes = 32 << 20; // the longest run of 64 processors has 6 million
+constexpr size_t kMostBytes = 32 << 20; // the longest runs have a fifth of that
 constexpr size_t kDeepest = 16;
 
 // Where, and why it cannot be: "series[3].spans[0].seconds", "must be ...".
@@ -20,29 +23,34 @@ struct BadField {
     std::string why;
 };
 
-void Check(bool isRight, const std::string& why)
+void Check(bool isRight, const char* why)
 {
     if (!isRight)
         throw BadField { "", why };
 }
 
 // What read throws lies within this part of the text.
-template <class Read>
-void Within(const std::string& part, const Read& read)
+template <class Part, class Read>
+void Within(Part part, const Read& read) // a key, or an index
 {
     try {
         read();
     } catch (BadField& bad) {
+        std::string where;
+        if constexpr (std::is_integral_v<Part>)
+            where = '[' + std::to_string(part) + ']';
+        else
+            where = part;
         const bool isInner = !bad.where.empty() && bad.where.front() != '[';
-        bad.where = part + (isInner ? "." : "") + bad.where;
+        bad.where = where + (isInner ? "." : "") + bad.where;
         throw;
     }
 }
 
-std::string Number(double number)
-{
-    return Json(number).dump();
-}
+template <class T>
+concept List = std::ranges::range<T>;
+template <class T>
+concept Structure = std::is_class_v<T> && !List<T>;
 
 struct Reader {
     static constexpr bool kReads = true;
@@ -78,14 +86,17 @@ private:
 
     static void Take(const Json& from, double& field, Limits limits)
     {
-        Check(from.is_number() && from.get<double>() >= limits.lowest
-                && from.get<double>() <= limits.highest,
-            "must be a number from " + Number(limits.lowest) + " to " + Number(limits.highest));
+        const bool isInside = from.is_number() && from.get<double>() >= limits.lowest
+            && from.get<double>() <= limits.highest;
+        if (!isInside) {
+            throw BadField { "",
+                "must be a number from " + LibShortestText(limits.lowest) + " to "
+                    + LibShortestText(limits.highest) };
+        }
         field = from.get<double>();
     }
 
-    template <class T>
-    requires std::is_integral_v<T>
+    template <std::integral T>
     static void Take(const Json& from, T& field, Limits limits)
     {
         const T lowest = T(limits.lowest);
@@ -95,9 +106,11 @@ private:
                 && std::cmp_greater_equal(from.get<uint64>(), lowest)
             : from.is_number_integer() && std::cmp_less_equal(from.get<int64>(), highest)
                 && std::cmp_greater_equal(from.get<int64>(), lowest);
-        Check(isInside,
-            "must be a whole number from " + std::to_string(lowest) + " to "
-                + std::to_string(highest));
+        if (!isInside) {
+            throw BadField { "",
+                "must be a whole number from " + std::to_string(lowest) + " to "
+                    + std::to_string(highest) };
+        }
         field = from.get<T>();
     }
 
@@ -137,21 +150,18 @@ private:
         field = std::move(known);
     }
 
-    template <class T>
-    requires std::ranges::range<T>
+    template <List T>
     static void Take(const Json& from, T& field, Limits limits)
     {
         Check(from.is_array(), "must be a list");
         field.clear();
         for (size_t i = 0; i < from.size(); i++) {
-            Within("[" + std::to_string(i) + "]",
-                [&] { Take(from[i], field.emplace_back(), limits); });
+            Within(i, [&] { Take(from[i], field.emplace_back(), limits); });
         }
     }
 
-    template <class T>
-    requires(std::is_class_v<T> && !std::ranges::range<T>) static void Take(
-        const Json& from, T& field, Limits)
+    template <Structure T>
+    static void Take(const Json& from, T& field, Limits)
     {
         Check(from.is_object(), "must be an object");
         Reader reader { from };
@@ -184,9 +194,11 @@ void CheckSchema(const Json& json)
     int32 schema = 0;
     Check(json.is_object(), "is not a run of tarvex-run");
     Reader { json }.Field("schema", schema, { 1, 1e9 });
-    Check(schema == kRunSchema,
-        "is of a newer Tarvex: its schema is " + std::to_string(schema) + ", this one reads "
-            + std::to_string(kRunSchema));
+    if (schema != kRunSchema) {
+        throw BadField { "",
+            "is of a newer Tarvex: its schema is " + std::to_string(schema) + ", this one reads "
+                + std::to_string(kRunSchema) };
+    }
 }
 
 void CheckSeries(std::deque<Series>& series)
@@ -194,12 +206,35 @@ void CheckSeries(std::deque<Series>& series)
     std::set<std::pair<const TestType*, int32>> seen;
     std::erase_if(series, [](const Series& each) { return !each.test; });
     for (const Series& each : series) {
-        Check(seen.emplace(each.test, each.processors).second,
-            std::string("series: has <") + each.test->name + "> twice at the same count");
+        if (!seen.emplace(each.test, each.processors).second)
+            throw BadField { "series",
+                std::string("has <") + each.test->name + "> twice at the same count" };
     }
 }
 
 } // namespace
+
+bool AddSpan(const std::string& line, RunRecord& record)
+{
+    try {
+        const Json json = Parse(line);
+        Check(json.is_object(), "is no span");
+        Series added;
+        Reader reader { json };
+        runfile::Fields(reader, added);
+        if (!added.test)
+            return false;
+        Series& series = record.At(*added.test, added.processors);
+        series.undone = added.undone;
+        for (const Span& span : added.spans)
+            series.spans.push_back(span);
+        return true;
+    } catch (const BadField&) {
+        return false;
+    } catch (const Json::exception&) {
+        return false;
+    }
+}
 
 std::variant<RunRecord, std::string> RunFromJson(const std::string& text)
 {

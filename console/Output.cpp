@@ -1,0 +1,51 @@
+#include "console/Output.h"
+
+#include "foundation/Utf8.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <unistd.h>
+
+namespace {
+
+int gOutputError = 0;
+
+} // namespace
+
+void OpenStandardFiles()
+{
+    FILE* file = nullptr;
+    do { // never closed, but for the first one that is none of the three
+        file = fopen("/dev/null", "r");
+    } while (file != nullptr && fileno(file) <= STDERR_FILENO);
+    if (file != nullptr)
+        fclose(file);
+}
+
+void FlushOutput()
+{
+    errno = 0;
+    const bool isSent = fflush(stdout) == 0 && ferror(stdout) == 0;
+    if (!isSent && gOutputError == 0)
+        gOutputError = errno != 0 ? errno : EIO;
+}
+
+std::string FinishOutput()
+{
+    FlushOutput();
+    if (gOutputError == 0)
+        return "";
+    return std::string("cannot write <standard output>: ") + strerror(gOutputError);
+}
+
+void Tell(const std::string& message)
+{
+    fprintf(stderr, "tarvex-run: %s\n", LibPrintable(message.c_str()).c_str());
+}
+
+int Refuse(const std::string& message)
+{
+    Tell(message);
+    return kNothingRun;
+}

@@ -1,0 +1,154 @@
+#include "console/RunTable.h"
+
+#include "foundation/PlainText.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+typedef std::vector<std::string> Row;
+
+std::string Percent(double share)
+{
+    return LibFixedText(share * 100, 1);
+}
+
+std::string RateText(const Series& series, const RunRecord& record)
+{
+    const auto figures = series.undone.empty() ? FiguresOf(series, record.bestProbe) : std::nullopt;
+    return figures ? LibFixedText(RateOf(series, figures->summary.estimate), 1) : "-";
+}
+
+// The columns as wide as their longest cell and two blanks apart; the first ones stand left, those
+// of numbers right, and the last one as it is.
+std::string Aligned(const std::vector<Row>& rows, size_t leftColumns, size_t leastWidth)
+{
+    std::vector<size_t> widths(rows.front().size(), 0);
+    for (const Row& row : rows) {
+        for (size_t i = 0; i < row.size(); i++)
+            widths[i] = std::max(widths[i], row[i].size() + (i < leftColumns ? 0 : 2));
+    }
+    std::string text;
+    for (const Row& row : rows) {
+        std::string line;
+        for (size_t i = 0; i < row.size(); i++) {
+            const size_t width = i < leftColumns ? widths[i] : std::max(widths[i], leastWidth);
+            const std::string blanks(width - std::min(width, row[i].size()), ' ');
+            line += i < leftColumns ? (i > 0 ? "  " : "") + row[i] + blanks : blanks + row[i];
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        text += line + "\n";
+    }
+    return text;
+}
+
+std::string WideTable(const RunRecord& record)
+{
+    constexpr size_t kRateWidth = 12;
+    std::vector<Row> rows { { "Test", "Units" } };
+    for (const int32 count : record.plan.counts)
+        rows.front().push_back(std::to_string(count) + " CPU");
+    std::vector<const TestType*> tests;
+    for (const Series& series : record.series) {
+        if (std::find(tests.begin(), tests.end(), series.test) == tests.end())
+            tests.push_back(series.test);
+    }
+    for (const TestType* test : tests) {
+        Row& row = rows.emplace_back(Row { test->name, test->units });
+        for (const int32 count : record.plan.counts) {
+            const Series* series = record.Find(*test, count);
+            row.push_back(series ? RateText(*series, record) : "-");
+        }
+    }
+    return Aligned(rows, 2, kRateWidth);
+}
+
+Row RowOf(const Series& series, const RunRecord& record)
+{
+    const auto figures = series.undone.empty() ? FiguresOf(series, record.bestProbe) : std::nullopt;
+    Row row { series.test->name, series.test->units };
+    row.push_back(std::to_string(series.processors));
+    row.push_back(RateText(series, record));
+    if (!figures) {
+        row.insert(row.end(), { "-", "-", "0" });
+        row.push_back(series.undone.empty() ? "" : "  not done: " + series.undone);
+        return row;
+    }
+    const statistics::Summary& summary = figures->summary;
+    const auto& interval = summary.interval;
+    row.push_back(
+        interval ? Percent((interval->high - interval->low) / 2 / summary.estimate) : "-");
+    row.push_back(summary.variation ? Percent(*summary.variation) : "-");
+    row.push_back(std::to_string(summary.n));
+    row.push_back(MarksText(*figures));
+    row.back().insert(0, row.back().empty() ? "" : "  ");
+    return row;
+}
+
+std::string LongTable(const RunRecord& record)
+{
+    std::vector<Row> rows { { "Test", "Units", "CPUs", "Rate", "+- %", "CV %", "n", "  Marks" } };
+    for (const Series& series : record.series)
+        rows.push_back(RowOf(series, record));
+    // The marks stand left, and are of any length.
+    std::vector<std::string> marks;
+    for (Row& row : rows) {
+        marks.push_back(row.back());
+        row.pop_back();
+    }
+    std::string text = Aligned(rows, 2, 0);
+    size_t at = 0;
+    for (const std::string& mark : marks) {
+        at = text.find('\n', at);
+        text.insert(at, mark);
+        at += mark.size() + 1;
+    }
+    return text;
+}
+
+std::string SpeedText(const statistics::Speed& speed)
+{
+    return LibFixedText(speed.median * 1000, 2) + " ms (" + LibFixedText(speed.share * 100, 0)
+        + " %)";
+}
+
+} // namespace
+
+std::string MarksText(const Figures& figures)
+{
+    std::vector<std::string> marks;
+    if (figures.marks.shared)
+        marks.push_back("shared (" + std::to_string(figures.shared) + " of "
+            + std::to_string(figures.summary.n) + ")");
+    if (figures.marks.twoSpeeds)
+        marks.push_back("two speeds: " + SpeedText(figures.marks.twoSpeeds->fast) + " and "
+            + SpeedText(figures.marks.twoSpeeds->slow));
+    if (figures.marks.unsteady)
+        marks.push_back("unsteady");
+    if (figures.marks.few)
+        marks.push_back("few");
+    std::string text;
+    for (const std::string& mark : marks)
+        text += (text.empty() ? "" : ", ") + mark;
+    return text;
+}
+
+std::string RunTable(const RunRecord& record)
+{
+    const bool isRepeated = record.plan.repeats > 1 || record.plan.untilPercent;
+    return isRepeated ? LongTable(record) : WideTable(record);
+}
+
+std::string WideTests(const RunRecord& record)
+{
+    std::string text;
+    for (const Series& series : record.series) {
+        if (!series.undone.empty()
+            || IsNarrow(series, record.bestProbe, record.plan.untilPercent.value_or(0)))
+            continue;
+        text += (text.empty() ? "" : ", ") + std::string(series.test->name) + " ("
+            + std::to_string(series.processors) + " CPU)";
+    }
+    return text;
+}

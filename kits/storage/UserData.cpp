@@ -1,0 +1,83 @@
+#include "UserData.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "Directory.h"
+#include "FileDescriptor.h"
+#include "KillGuard.h"
+#include "StandardFolders.h"
+#include "WholeFile.h"
+
+namespace {
+
+constexpr mode_t kOthersWrite = S_IWGRP | S_IWOTH;
+
+std::string Folder()
+{
+    return folders::Data() + "/tarvex";
+}
+
+bool IsOurs(const struct stat& status)
+{
+    return status.st_uid == 0 || status.st_uid == geteuid();
+}
+
+FileDescriptor OpenFolder(struct stat& status)
+{
+    FileDescriptor folder(open(Folder().c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    const bool isSafe = folder.IsOpen() && fstat(folder.Get(), &status) == 0 && IsOurs(status)
+        && !(status.st_mode & kOthersWrite);
+    return isSafe ? folder : FileDescriptor();
+}
+
+// In a folder that nobody else can enter the mode is what this user's umask made of it.
+bool IsSafe(const struct stat& file, const struct stat& folder)
+{
+    const bool isClosed = !(folder.st_mode & (S_IRWXG | S_IRWXO));
+    return S_ISREG(file.st_mode) && IsOurs(file) && (isClosed || !(file.st_mode & kOthersWrite));
+}
+
+} // namespace
+
+std::optional<std::string> ReadUserData(const std::string& name, size_t mostBytes)
+{
+    const KillGuard guard;
+    struct stat folderStatus = {};
+    struct stat status = {};
+    const FileDescriptor folder = OpenFolder(folderStatus);
+    const int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const FileDescriptor file(openat(folder.Get(), name.c_str(), flags));
+    if (!folder.IsOpen() || !file.IsOpen() || fstat(file.Get(), &status) != 0
+        || !IsSafe(status, folderStatus))
+        return std::nullopt;
+
+    std::string text(mostBytes + 1, '\0');
+    size_t size = 0;
+    ssize_t got = 1;
+    while (got > 0 && size <= mostBytes) {
+        got = read(file.Get(), text.data() + size, text.size() - size);
+        size += size_t(got > 0 ? got : 0);
+    }
+    if (got < 0 || size > mostBytes)
+        return std::nullopt;
+    text.resize(size);
+    return text;
+}
+
+bool WriteUserData(const std::string& name, const std::string& text)
+{
+    static_cast<void>(create_directory(Folder().c_str(), 0700)); // or it is looked at below
+    struct stat folderStatus = {};
+    struct stat status = {};
+    const FileDescriptor folder = OpenFolder(folderStatus);
+    if (!folder.IsOpen())
+        return false;
+    const bool isThere = fstatat(folder.Get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+    if (isThere && !IsSafe(status, folderStatus))
+        return false;
+    WholeFile file((Folder() + "/" + name).c_str());
+    return file.Stream() && fwrite(text.data(), 1, text.size(), file.Stream()) == text.size()
+        && file.Commit();
+}

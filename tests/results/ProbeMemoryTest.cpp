@@ -1,0 +1,85 @@
+#include "results/ProbeMemory.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "tests/foundation/LocaleGuard.h"
+#include "tests/foundation/ScratchFolder.h"
+
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::infinity();
+
+TEST(ProbeMemory, TheBestIsKeptAndForgottenUnlessItIsConfirmed)
+{
+    const LocaleGuard german("de_DE.UTF-8");
+    const std::string other = "2e-04 999 B 2 | x\n";
+    const struct {
+        const char* name;
+        double seconds;
+        int day;
+        std::string after;
+        double found; // 90 days later
+    } rows[] = {
+        { "better", 0.00007, 1003, "7e-05 1003 A\n" + other, 0.00007 },
+        { "longer but confirming", 0.000101, 1003, "1e-04 1003 A\n" + other, 0.0001 },
+        { "longer", 0.000103, 1003, "1e-04 1000 A\n" + other, kNone },
+        { "longer, after the old is forgotten", 0.000103, 1090 + 1, "0.000103 1091 A\n", 0.000103 },
+        { "nothing", 0, 1003, "1e-04 1000 A\n" + other, kNone },
+        { "below 0", -1, 1003, "1e-04 1000 A\n" + other, kNone },
+        { "not a number", NAN, 1003, "1e-04 1000 A\n" + other, kNone },
+        { "too good for any processor", 1e-9, 1003, "1e-04 1000 A\n" + other, kNone },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string after =
+            probes::Merge("1e-04 1000 A\n" + other, "A", row.seconds, row.day);
+        EXPECT_EQ(after, row.after);
+        EXPECT_EQ(probes::Find(after, "A", row.day + 90), row.found);
+        EXPECT_EQ(probes::Find(after, "B 2", row.day), kNone);
+    }
+}
+
+TEST(ProbeMemory, DamageIsLeftOut)
+{
+    const std::string damaged =
+        "\n7e-05\n7e-05 1000\n7e-05 1000 \nnan 1000 A\n-1 1000 A\n0 1000 A\n"
+        "7e-05 word A\n7e-05 99999999999 A\n1e-400 1000 A\n7e-05 2000 A\n"
+        "0.0002 1000 A\n0.0001 1000 A\n0.0003 1000 A\n7e-05 1000 ";
+    EXPECT_EQ(probes::Find(damaged, "A", 1001), 0.0001);
+    EXPECT_EQ(probes::Merge(damaged, "B", 0.0002, 1001), "1e-04 1000 A\n2e-04 1001 B\n");
+}
+
+TEST(ProbeMemory, StaysInTheUsersData)
+{
+    const std::string folder = ScratchFolder::Home() / "tarvex";
+    MachineDetails details;
+    EXPECT_EQ(ProbeKey(details, {}), "");
+    details.processorModel = "Model\n1";
+    details.processors.resize(2);
+    details.processors[1].upperLimit = 3000000000;
+    const std::string key = ProbeKey(details, { "1.2.6", "GNU 12.2.0", "" });
+    EXPECT_EQ(key, "Model 1 | 3000000000 Hz | 1.2.6 | GNU 12.2.0");
+
+    EXPECT_EQ(KeptProbe(key), kNone);
+    KeepProbe("", 0.0001);
+    KeepProbe(key, 0.0001);
+    KeepProbe("another", 0.0002);
+    KeepProbe(key, 0.0003);
+    EXPECT_EQ(KeptProbe(key), 0.0001);
+    EXPECT_EQ(KeptProbe("another"), 0.0002);
+    EXPECT_EQ(KeptProbe(""), kNone);
+
+    WriteFile(folder + "/probes", std::string(1 << 20, 'x'));
+    EXPECT_EQ(KeptProbe(key), kNone);
+    KeepProbe(key, 0.0001); // anew
+    EXPECT_EQ(KeptProbe(key), 0.0001);
+    std::filesystem::remove(folder + "/probes");
+    std::filesystem::create_directory(folder + "/probes");
+    KeepProbe(key, 0.0001); // cannot, and says nothing
+    EXPECT_EQ(KeptProbe(key), kNone);
+    std::filesystem::remove(folder + "/probes");
+}
+
+} // namespace
