@@ -49,3 +49,8 @@ int Refuse(const std::string& message)
     Tell(message);
     return kNothingRun;
 }
+
+bool IsOutputBroken()
+{
+    return gOutputError == EPIPE;
+}

@@ -21,3 +21,5 @@ void FlushOutput();
 // Ends the output of the program. Returns one line without a line end that says why not all of it
 // could be written, or an empty text.
 [[nodiscard]] std::string FinishOutput();
+// Whether it is a pipe that nobody reads any more.
+[[nodiscard]] bool IsOutputBroken();

@@ -158,13 +158,13 @@ std::string Difference(const RunRecord& journal, const RunRecord& here)
 }
 
 // The result in a form, for standard output or a file.
-std::string AsText(const Sitting& sitting, Format format)
+std::string AsText(const Sitting& sitting, TextFormat format)
 {
     switch (format) {
-        case Format::kCsv: return RunAsTable(sitting.record, ',');
-        case Format::kTsv: return RunAsTable(sitting.record, '\t');
-        case Format::kJson: return RunAsJson(sitting.record);
-        case Format::kTable: break;
+        case TextFormat::kCsv: return RunAsTable(sitting.record, ',');
+        case TextFormat::kTsv: return RunAsTable(sitting.record, '\t');
+        case TextFormat::kJson: return RunAsJson(sitting.record);
+        case TextFormat::kTable: break;
     }
     return RunTable(sitting.record);
 }
@@ -256,12 +256,16 @@ int Measure(const RunOptions& options, const RunRecord& record, RunJournal& jour
     const RunOutcome outcome = DriveRun(signals, sitting);
     if (outcome.notStarted) {
         Tell("cannot start thread <" + std::string(outcome.notStarted) + ">");
+        if (sitting.record.series.empty())
+            journal.Remove();
         return kFailed;
     }
     KeepProbe(ProbeKey(record.details, record.build), sitting.record.bestProbe);
     TellWarnings(sitting.record,
         WarningsOfRun(record.details, before, ReadMachineState(), UsedMost(record.plan)));
     if (!outcome.finished) {
+        if (sitting.record.series.empty())
+            journal.Remove();
         PrintPart(sitting, options, journalPath);
         return kSignalBase + outcome.signal;
     }

@@ -113,11 +113,11 @@ std::string TakeLabel(const std::string& value, RunOptions& options)
     return "";
 }
 
-constexpr std::pair<const char*, Format> kFormats[] = {
-    { "table", Format::kTable },
-    { "csv", Format::kCsv },
-    { "tsv", Format::kTsv },
-    { "json", Format::kJson },
+constexpr std::pair<const char*, TextFormat> kFormats[] = {
+    { "table", TextFormat::kTable },
+    { "csv", TextFormat::kCsv },
+    { "tsv", TextFormat::kTsv },
+    { "json", TextFormat::kJson },
 };
 
 std::string TakeFormat(const std::string& value, RunOptions& options)
@@ -263,10 +263,10 @@ bool TakeGroups(RunOptions& options)
         [&](const std::string& key) { return key != "all" && AppendGroup(key, options); });
 }
 
-std::optional<Format> FormatOfFile(const std::string& path)
+std::optional<TextFormat> FormatOfFile(const std::string& path)
 {
     for (const auto& [name, format] : kFormats) {
-        if (format != Format::kTable && path.ends_with(std::string(".") + name))
+        if (format != TextFormat::kTable && path.ends_with(std::string(".") + name))
             return format;
     }
     return std::nullopt;

@@ -1,14 +1,13 @@
 // What the command line asks tarvex-run to do.
 #pragma once
 
+#include "console/ComparisonText.h"
 #include "engine/Benchmark.h"
 #include "results/RunRecord.h"
 
 #include <string>
 #include <variant>
 #include <vector>
-
-enum class Format { kTable, kCsv, kTsv, kJson };
 
 struct RunOptions {
     enum class Task { kRun, kResume, kList, kExplain, kHelp, kVersion };
@@ -18,7 +17,7 @@ struct RunOptions {
     RunPlan plan; // also the keys of the groups
     std::string output; // the file to write; "-": none but standard output
     std::string label;
-    Format format = Format::kTable; // of standard output
+    TextFormat format = TextFormat::kTable; // of standard output
     bool anyway = false; // even if another run is under way
     std::string journal; // to resume
     std::string test; // to explain
@@ -35,7 +34,7 @@ struct RunOptions {
 [[nodiscard]] bool TakeGroups(RunOptions& options);
 
 // What the file's ending says: ".json", ".csv", ".tsv"; all others are results files.
-[[nodiscard]] std::optional<Format> FormatOfFile(const std::string& path);
+[[nodiscard]] std::optional<TextFormat> FormatOfFile(const std::string& path);
 
 // The text of --help, with all group names.
 [[nodiscard]] std::string RunUsage();

@@ -6,6 +6,7 @@
 
 #include <MachineRun.h>
 
+#include <csignal>
 #include <cstdio>
 
 namespace {
@@ -60,6 +61,8 @@ int main(int argc, char** argv)
     const std::string why = FinishOutput();
     if (why.empty() || status > kSignalBase)
         return status;
+    if (IsOutputBroken())
+        return kSignalBase + SIGPIPE;
     Tell(why);
     return status == kNothingRun ? kNothingRun : kFailed;
 }

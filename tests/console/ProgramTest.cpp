@@ -33,11 +33,20 @@ protected:
     }
 
     std::string Output() const { return ReadFile(fFolder / "out"); }
-    // Without what an ordinary user is told on every machine with several processors.
+    // Without progress, notes on what others do on the machine, and what an ordinary user is told
+    // on every machine with several processors.
     std::string Errors() const
     {
+        const std::regex passed("Testing .*\n|tarvex-run: note: .*\n");
         const std::regex bound("Processors are not switched off .*\n");
-        return std::regex_replace(ReadFile(fFolder / "err"), bound, geteuid() == 0 ? "$&" : "");
+        const std::string errors = std::regex_replace(ReadFile(fFolder / "err"), passed, "");
+        return std::regex_replace(errors, bound, geteuid() == 0 ? "$&" : "");
+    }
+    // Without the time left.
+    std::string Progress() const
+    {
+        const std::regex others("(Testing .*), \\d+:\\d\\d left(\n)|.*\n");
+        return std::regex_replace(ReadFile(fFolder / "err"), others, "$1$2");
     }
     std::string File() const { return ReadFile(fFolder / "file"); }
 
@@ -59,6 +68,25 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
         { "--output=a --output b", "<--output> is given twice" },
         { "--tests=io", "unknown argument <--tests=io>, see --help" },
         { "strings", "unknown argument <strings>, see --help" },
+        { "--explain Nonsense", "unknown test <Nonsense>, see --list" },
+        { "--groups io --output a --cpus 0", "" },
+        { "--groups io --output a --cpus 1,1", "<--cpus> names 1 twice" },
+        { "--groups io --output a --cpus 1",
+            "with <--cpus> a results file cannot hold the run: <--output> takes a name that ends "
+            "in "
+            ".json, .csv or .tsv" },
+        { "--groups io --output a --repeat 101",
+            "<--repeat> takes a number from 1 to 100, not <101>" },
+        { "--groups io --output a --until 0%",
+            "<--until> takes a percentage above 0, to 100, not <0%>" },
+        { "--groups io --output a --repeat 2 --until 5",
+            "<--repeat> and <--until> do not go together" },
+        { "--groups io --output a --format xml", "unknown format <xml>: table, csv, tsv or json" },
+        { "--groups io --output a --label \"$(printf 'a\\nb')\"",
+            "<--label> takes one line of at most 200 bytes" },
+        { "--resume old", "cannot resume <old>: it is no journal of tarvex-run" },
+        { "--resume none --repeat 2",
+            "<--resume> goes on as the run was begun: without <--repeat>" },
         { "--groups io --output /proc/new", "cannot write </proc/new>: No such file or directory" },
         { "--groups io --output " + fFolder.Path(),
             "cannot write <" + fFolder.Path() + ">: Is a directory" },
@@ -68,7 +96,9 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
     };
     for (const auto& [arguments, error] : rows) {
         EXPECT_EQ(Run(arguments), 2);
-        EXPECT_EQ(Errors(), "tarvex-run: " + error + "\n");
+        EXPECT_TRUE(error.empty() ? Errors().starts_with("tarvex-run: <--cpus> takes numbers")
+                                  : Errors() == "tarvex-run: " + error + "\n")
+            << arguments << ": " << Errors();
         EXPECT_EQ(Output(), "");
     }
     EXPECT_EQ(ReadFile(fFolder / "old"), "old text");
@@ -158,8 +188,8 @@ TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
     for (int cpu = std::stoi(count); cpu > 0; cpu--) {
         for (const auto& row : rows)
             if (row.group)
-                shown += "Testing " + std::string(row.group) + " \\(cpu " + std::to_string(cpu)
-                    + "/" + count + "\\)\n";
+                shown += "Testing " + std::string(row.group) + " (cpu " + std::to_string(cpu) + "/"
+                    + count + ")\n";
         rates += " +\\d+\\.\\d";
     }
     for (const auto& row : rows) {
@@ -167,7 +197,8 @@ TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
         record += std::string(row.record) + "/(?:\\d+\\.\\d{6}[,;]){" + count + "}";
     }
     EXPECT_TRUE(Fits(parts[2], "[^\t]*\t(?:-?\\d+:[^\t]*\t)*" + record)) << file;
-    EXPECT_TRUE(Fits(Output(), shown + "Test .*" + table + "\n")) << Output();
+    EXPECT_EQ(Progress(), shown);
+    EXPECT_TRUE(Fits(Output(), "Test .*" + table + "\n")) << Output();
 }
 
 // In a /tmp of their own each, above an empty one that cannot be written.
@@ -233,14 +264,13 @@ TEST_F(TarvexRun, OnOneProcessorMakesOnePassAndShowsItsRatesEvenIfTheyCannotBeWr
         full = "/dev/full";
     EXPECT_EQ(Run("--groups ackerman --output " + full, "taskset -c 0"), 1);
     EXPECT_EQ(Errors(), "Error writing <" + full + ">: No space left on device\n");
-    const std::string shown = " \\(cpu 1/1\\)\nTest +Units +1 CPU\n";
-    EXPECT_TRUE(Fits(Output(), "Testing Ackerman" + shown + "Ackerman +IPS +\\d+\\.\\d\n"))
-        << Output();
+    const std::string shown = "Test +Units +1 CPU\n";
+    EXPECT_TRUE(Fits(Output(), shown + "Ackerman +IPS +\\d+\\.\\d\n")) << Output();
     EXPECT_TRUE(fs::is_character_file(full)); // not replaced by a file
 
     // Its passes take five seconds.
     EXPECT_EQ(Run("--groups sieve --output file", "taskset -c 0"), 0);
-    EXPECT_TRUE(Fits(Output(), "Testing Sieve" + shown + "Sieve +IPS +\\d+\\.\\d\n")) << Output();
+    EXPECT_TRUE(Fits(Output(), shown + "Sieve +IPS +\\d+\\.\\d\n")) << Output();
     EXPECT_TRUE(Fits(File(), "(?:.|\n)*\t700:[1-9]\\d*/\\d\\.\\d{6};\n")) << File();
 }
 
@@ -259,20 +289,50 @@ TEST_F(TarvexRun, IsEndedBySignalsWithItsProcessorsOnAndNoFileWritten)
         SCOPED_TRACE(signals);
         // In the last pass: where there are several processors, all others are off.
         const std::string wrapper = std::string(before)
-            + " sh -c '(until grep -q \"cpu 1/\" out; do sleep 0.05; kill -0 $$ || exit; done;"
+            + " sh -c '(until grep -q \"cpu 1/\" err; do sleep 0.05; kill -0 $$ || exit; done;"
               " for s in "
             + signals + "; do kill -$s $$; done) & exec \"$@\"' sh";
         EXPECT_EQ(Run("--groups whetstone,lifecycle --output file", wrapper), status);
-        EXPECT_EQ(Output().find("\nTest "), std::string::npos) << Output();
         EXPECT_FALSE(fs::exists(fFolder / "file"));
-        EXPECT_EQ(Errors(), "");
+        // What was finished is shown, and kept.
+        const bool isAny = Output().starts_with("Test ");
+        EXPECT_EQ(fs::remove(fFolder / "file.journal"), isAny);
+        EXPECT_EQ(Errors(),
+            isAny ? "tarvex-run: the run goes on with: tarvex-run --resume file.journal\n" : "");
     }
     // The reader of its output has left.
-    Run("--groups ackerman --output file",
+    Run("--groups sieve --output file",
         "sh -c '{ until test -e gone; do sleep 0.05; done; \"$@\"; echo $? >status; }"
         " | { exec <&-; : >gone; }' sh taskset -c 0");
     EXPECT_EQ(ReadFile(fFolder / "status"), "141\n");
     EXPECT_FALSE(fs::exists(fFolder / "file"));
+}
+
+TEST_F(TarvexRun, IsGoneOnWithAfterAKillInEachPassAndMeasuresNoTestTwice)
+{
+    // In the last pass too there are others off, where there are several processors.
+    for (const char* pass : { "cpu 2/", "cpu 1/" }) {
+        SCOPED_TRACE(pass);
+        Run("--groups memory,savage,fourier --repeat 20 --output file.tsv",
+            "sh -c '(until grep -q \"" + std::string(pass)
+                + "\" err; do sleep 0.05; kill -0 $$ || exit; done; kill -KILL $$) & exec \"$@\"' "
+                  "sh");
+        EXPECT_TRUE(WaitUntil([&] { return OnlineProcessors() == fOnline; }));
+        if (!fs::exists(fFolder / "file.tsv.journal"))
+            continue; // one processor only, or the run was faster
+        const std::string journal = ReadFile(fFolder / "file.tsv.journal");
+        const auto spans = std::count(journal.begin(), journal.end(), '\n') - 3;
+        EXPECT_EQ(Run("--resume file.tsv.journal --format json"), 0);
+        EXPECT_FALSE(fs::exists(fFolder / "file.tsv.journal"));
+        const std::string json = Output();
+        const std::regex span("\"seconds\":");
+        const auto all = std::distance(
+            std::sregex_iterator(json.begin(), json.end(), span), std::sregex_iterator());
+        EXPECT_EQ(all % (3 * 20), 0) << "a test was measured too often, or not often enough";
+        EXPECT_GT(all, spans);
+        const std::string table = ReadFile(fFolder / "file.tsv");
+        EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + all / 20);
+    }
 }
 
 TEST_F(TarvexRun, IsTheOnlyOneUnlessToldOtherwiseAndCountsTheWholeMachineThen)

@@ -27,5 +27,14 @@ TEST(RunOptions, AreReadFromArguments)
         EXPECT_EQ(options.task, RunOptions::Task::kRun);
         EXPECT_EQ(options.groups, row.groups);
         EXPECT_EQ(options.output, row.output);
+        EXPECT_EQ(options.plan.repeats, 1);
+        EXPECT_TRUE(options.plan.counts.empty());
     }
+    const auto options = std::get<RunOptions>(ParseRunOptions({ "--groups", "io", "--output", "-",
+        "--until", "2.5%", "--cpus", "1", "--label", "a", "--format", "tsv" }));
+    EXPECT_EQ(options.plan.untilPercent, 2.5);
+    EXPECT_EQ(options.plan.counts, std::vector<int32>({ 1 }));
+    EXPECT_EQ(options.plan.groups, std::vector<std::string>({ "io" }));
+    EXPECT_EQ(options.label, "a");
+    EXPECT_EQ(options.format, TextFormat::kTsv);
 }

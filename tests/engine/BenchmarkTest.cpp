@@ -1,11 +1,12 @@
 // Whole runs, which switch this machine's processors off and on.
-#include "engine/Benchmark.h"
+#include "engine/Sitting.h"
 
 #include "Recorder.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/OnlineProcessors.h"
 
 #include <FindDirectory.h>
+#include <MachineRun.h>
 #include <Path.h>
 
 #include <gtest/gtest.h>
@@ -121,6 +122,45 @@ TEST_F(BenchmarkRun, EndsWhenTheBenchmarkIsDestroyedAndLeavesNoFile)
         EXPECT_EQ(fRecorder.WaitFor(before).size(), before + 1) << "a killed thread reports no end";
         EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
     }
+}
+
+// In the order of the plan, group by group in each round; what the record holds already is not
+// measured again.
+TEST_F(BenchmarkRun, OfASittingMeasuresWhatItsRecordLacks)
+{
+    RunPlan plan;
+    plan.counts = { 1, fCount };
+    plan.repeats = 3;
+    if (fCount == 1)
+        plan.counts.pop_back();
+    Sitting sitting(plan);
+    sitting.memory = sitting.ackerman = true;
+    Series& known = sitting.record.At(TestNamed("Memory"), 1);
+    known.spans.resize(2);
+    known.spans[0].seconds = known.spans[1].seconds = 100;
+    std::vector<std::string> order;
+    sitting.onSpan = [&order](const Series& series) {
+        const int32 used = int32(ProcessorsInUse().used.size());
+        EXPECT_EQ(used, series.processors);
+        if (series.processors == 1)
+            order.push_back(series.test->name);
+        const Span& span = series.spans.back();
+        EXPECT_GT(span.seconds, 0);
+        EXPECT_GT(span.probeBefore, 0);
+        EXPECT_GT(span.probeAfter, 0);
+        EXPECT_GT(span.work, 0);
+    };
+    ASSERT_EQ(sitting.Go("benchmark", nullptr, 20, true), B_OK);
+    EXPECT_EQ(order, std::vector<std::string>({ "Ackerman", "Ackerman", "Memory", "Ackerman" }));
+    for (const Series& series : sitting.record.series)
+        EXPECT_EQ(series.spans.size(), 3u) << series.test->name;
+    EXPECT_EQ(sitting.record.series.size(), 2 * plan.counts.size());
+    // As a results file holds it: the estimate, here the middle one of three.
+    Metric probe;
+    probe.Description("Memory");
+    const Metric* memory = sitting.results.Find(probe);
+    ASSERT_NE(memory, nullptr);
+    EXPECT_EQ(memory->times[fCount - 1], 100.0f);
 }
 
 } // namespace

@@ -71,7 +71,8 @@ TEST(RunFile, WhatIsNotKnownIsNull)
     EXPECT_EQ(RunAsJson({}),
         "{\n\"schema\": 1,\n\"label\": null,\n\"started\": null,\n\"machine\": null,\n"
         "\"build\": {\"version\":null,\"compiler\":null,\"flags\":null},\n"
-        "\"plan\": {\"counts\":[],\"repeats\":1,\"until_percent\":null},\n\"warnings\": [],\n"
+        "\"plan\": "
+        "{\"groups\":[],\"counts\":[],\"repeats\":1,\"until_percent\":null},\n\"warnings\": [],\n"
         "\"system\": {\"kernel_release\":null,\"kernel_version\":null,\"distribution\":null,"
         "\"processor_model\":null,\"memory_bytes\":null,\"virtual_machine\":null,"
         "\"container\":null,\"processors\":[]},\n"
@@ -204,7 +205,9 @@ TEST(RunFile, WhatCannotBeIsOneLineWithItsField)
         { "unknown kind", "\"kind\":\"efficiency\"", "\"kind\":\"lazy\"",
             "system.processors[1].kind: must be \"performance\", \"efficiency\" or null" },
         { "object for a list", "\"off\":[]", "\"off\":{}", "passes[0].off: must be a list" },
-        { "list for an object", "\"plan\": {\"counts\":[2,1],\"repeats\":8,\"until_percent\":1.5}",
+        { "list for an object",
+            "\"plan\": "
+            "{\"groups\":[\"ackerman\"],\"counts\":[2,1],\"repeats\":8,\"until_percent\":1.5}",
             "\"plan\": []", "plan: must be an object" },
         { "word for a flag", "\"throttled\":false", "\"throttled\":\"no\"",
             "series[0].spans[0].throttled: must be true or false" },
