@@ -28,8 +28,8 @@ struct Named {
     Value value;
 };
 
-constexpr Named<Format> kFormats[] = { { "table", Format::kTable }, { "csv", Format::kCsv },
-    { "tsv", Format::kTsv }, { "json", Format::kJson } };
+constexpr Named<TextFormat> kFormats[] = { { "table", TextFormat::kTable },
+    { "csv", TextFormat::kCsv }, { "tsv", TextFormat::kTsv }, { "json", TextFormat::kJson } };
 constexpr Named<SortBy> kSorts[] = { { "test", SortBy::kTest }, { "percent", SortBy::kPercent },
     { "name", SortBy::kName } };
 

@@ -14,7 +14,7 @@ struct CompareOptions {
     std::optional<double> failBelow; // percent
     SortBy sort = SortBy::kTest;
     std::vector<const TestType*> tests; // empty: all
-    Format format = Format::kTable;
+    TextFormat format = TextFormat::kTable;
     bool help = false; // is all that is asked for; then there may be no files
 };
 

@@ -211,12 +211,12 @@ void WriteJson(const ComparedMachines& compared, FILE* out)
 
 } // namespace
 
-void WriteComparison(const ComparedMachines& compared, Format format, FILE* out)
+void WriteComparison(const ComparedMachines& compared, TextFormat format, FILE* out)
 {
     switch (format) {
-        case Format::kTable: WriteTable(compared, out); break;
-        case Format::kCsv: WriteCells(compared, ',', out); break;
-        case Format::kTsv: WriteCells(compared, '\t', out); break;
-        case Format::kJson: WriteJson(compared, out); break;
+        case TextFormat::kTable: WriteTable(compared, out); break;
+        case TextFormat::kCsv: WriteCells(compared, ',', out); break;
+        case TextFormat::kTsv: WriteCells(compared, '\t', out); break;
+        case TextFormat::kJson: WriteJson(compared, out); break;
     }
 }

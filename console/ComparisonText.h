@@ -1,10 +1,11 @@
 // A comparison of machines as text: for people, and for other programs.
 #pragma once
 
-#include "console/RunOptions.h"
 #include "results/RunComparison.h"
 
 #include <cstdio>
+
+enum class TextFormat { kTable, kCsv, kTsv, kJson };
 
 // Everything that the text tells.
 struct ComparedMachines {
@@ -18,4 +19,4 @@ struct ComparedMachines {
 // last digit, with a point in every locale, and empty cells or null for what is not known. CSV
 // quotes as RFC 4180 says; in TSV tabs and line ends of names are blanks. The JSON's keys are in
 // docs/comparing.md.
-void WriteComparison(const ComparedMachines& compared, Format format, FILE* out);
+void WriteComparison(const ComparedMachines& compared, TextFormat format, FILE* out);
