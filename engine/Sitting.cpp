@@ -111,7 +111,8 @@ void Sitting::RunRound()
 void Sitting::RunGroup(int32 group)
 {
     results.Clear();
-    (this->*kGroupRuns[group].run)();
+    const auto run = kGroupRuns[group].run;
+    (this->*run)();
 }
 
 int32 Sitting::MostRounds() const

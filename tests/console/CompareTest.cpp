@@ -90,6 +90,7 @@ TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
         { "before.json after.json --fail-below 58.9%", 4 },
         { "before.json after.json --fail-below=59.1", 0 },
         { "before.json --baseline after.json --fail-below 0", 0 },
+        { "before.json after.json --baseline ./after.json --fail-below 0", 0 },
         { "before.json before.json --fail-below 0", 0 },
         { "old.results new.results --fail-below 1", 5 },
         { "before.json more.json --fail-below 60", 5 },

@@ -146,8 +146,12 @@ TEST(RunComparison, RestsOnCleanTimesByTheBestProbeOfTheMachine)
     before.bestProbe = 0.00005;
     for (Span& span : before.series.front().spans)
         span.probeBefore = span.probeAfter = 0.00005;
-    EXPECT_EQ(Compare({ before, after }).front().why,
-        "shared, two speeds 1006.500 ms (60%) and 2000.000 ms (40%), unsteady");
+    const ComparedRow shared = Compare({ before, after }).front();
+    EXPECT_EQ(shared.why, "shared, two speeds 1006.500 ms (60%) and 2000.000 ms (40%), unsteady");
+    EXPECT_TRUE(shared.percent) << "the times are all there is";
+    after.details.processorModel = "Another";
+    EXPECT_EQ(Compare({ before, after }).front().why, "");
+    after.details.processorModel.reset();
     after.machine = "Another PC (2-x)";
     EXPECT_EQ(Compare({ before, after }).front().why, "");
 }

@@ -1,8 +1,8 @@
 #include "drawing/DrawContext.h"
-#include "drawing/XcbReply.h"
 
 #include "Bitmap.h"
 #include "drawing/DrawConnection.h"
+#include "drawing/XcbReply.h"
 
 #include <algorithm>
 #include <bit>
