@@ -16,8 +16,6 @@
 #include <TypeConstants.h>
 
 #include <memory>
-#include <sched.h>
-#include <sys/mount.h>
 
 namespace fs = std::filesystem;
 
@@ -70,12 +68,11 @@ TEST(LibAppResource, PackedFilesComeBackWithTheirType)
 
 TEST(LibAppResource, AnArchiveThatCannotBeRemovedIsNotPacked)
 {
-    if (system("unshare -rm true") != 0)
+    if (!CanMount())
         GTEST_SKIP() << "No disk can be mounted here";
     EXPECT_EQ(InChild([&] {
         BPath folder;
-        if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0
-            || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
+        if (!TakeOwnMounts()
             || find_directory(B_COMMON_TEMP_DIRECTORY, &folder, true) != B_OK)
             return 1;
         const auto inside = [&](const char* leaf) { return BPath(folder.Path(), leaf); };

@@ -69,8 +69,6 @@ class OwnedWindowTest : public testing::TestWithParam<bool> {
 protected:
     void SetUp() override
     {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
         owner = new Owner(log, GetParam());
         Open();
     }
@@ -82,7 +80,7 @@ protected:
     void Open()
     {
         owner->PostMessage('open');
-        ASSERT_TRUE(WaitFor([] { return IsActive("Opened"); }));
+        ASSERT_TRUE(screen::BecomesActive("Opened"));
     }
     long Count(const char* entry)
     {

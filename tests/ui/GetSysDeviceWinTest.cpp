@@ -36,8 +36,6 @@ protected:
     }
     void SetUp() override
     {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
         fTarget->Run();
     }
     void Open()
@@ -46,7 +44,7 @@ protected:
         LibDeviceInfo info;
         fForm = new GetSysDeviceWin(info, fTarget);
         fForm->Show();
-        ASSERT_TRUE(screen::WaitFor([] { return screen::IsActive("Unknown Devices"); }));
+        ASSERT_TRUE(screen::BecomesActive("Unknown Devices"));
     }
     std::string Saved()
     {

@@ -40,8 +40,6 @@ TEST(Program, AnswersWithoutADisplay)
 
 TEST(Program, SaysWhereAHelpFileIsNone)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
 #ifndef __SANITIZE_THREAD__ // it has no place beside the stack
     // No stack of that size can be had, so no thread.
     const char* const limit = "ulimit -s 200000000000";
@@ -59,8 +57,6 @@ TEST(Program, SaysWhereAHelpFileIsNone)
 
 TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
     const TempFolder folder;
     const std::string good = folder / "good", bad = folder / "bad";
     WriteFile(good, "1.0\n26\nPC (1-x)\t100:126/1.000000;\n");
@@ -96,8 +92,6 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
 
 TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
     const std::string online = ReadFile(kOnline);
     const bool canSwitch = geteuid() == 0 && online != "0\n";
     enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff, kKilledWithOneOff };

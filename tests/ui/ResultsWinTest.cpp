@@ -50,8 +50,6 @@ TEST(ResultItem, HoldsTheFirstEightRatesOnly)
 
 TEST(ResultsWin, ShowsTheLastRunOnly)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
     const BApplication app("application/x-vnd.Quorvane.ResultsTest");
     Results run(true);
     AddMetric(run, "Strings Copy", { 2, 4 });
@@ -70,12 +68,10 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
 
 TEST(ResultsWin, TitlesStandAboveTheirColumns)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
     const BApplication app("application/x-vnd.Quorvane.ResultsTest");
     ResultsWin* window = new ResultsWin(3);
     window->Show();
-    ASSERT_TRUE(screen::WaitFor([] { return screen::IsActive("Results"); }));
+    ASSERT_TRUE(screen::BecomesActive("Results"));
     const BRect list = Find("list").frame;
     const struct {
         const char* view;
@@ -100,11 +96,8 @@ TEST(ResultsWin, TitlesStandAboveTheirColumns)
 
 TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
-    const MachineTree tree;
+    const ThisMachine tree;
     AddPciFunction(tree, "0000:00:02.0", PciConfig(0x1002, 0x0abc, 0x030000));
-    const RootGuard root(tree.Path());
     const BApplication app("application/x-vnd.Quorvane.ResultsTest");
     Results run(true);
     AddMetric(run, "Memory", { 1 });
@@ -112,7 +105,7 @@ TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
     window->Update(run, false);
     window->Show();
     const auto isActive = [](const char* title) {
-        return screen::WaitFor([title] { return screen::IsActive(title); });
+        return screen::BecomesActive(title);
     };
     const char question[] = ""; // has no title
     for (const char* key : { "Escape", "alt+F4", "n" }) {

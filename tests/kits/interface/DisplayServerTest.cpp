@@ -34,8 +34,6 @@ void EndInThread()
 // Shows a window and ends the program in that way.
 void EndBy(const std::function<void(BWindow*)>& way)
 {
-    if (!screen::IsThere())
-        exit(41);
     BApplication application("application/x-vnd.Tarvex-test");
     BWindow* window = new EndingWindow;
     window->Show();

@@ -8,7 +8,7 @@ namespace {
 // Saves under a name in a panel that is shown; the text of its question, "" if there is none.
 std::string SaveAs(const std::string& name, Log& log)
 {
-    EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Save As"); }));
+    EXPECT_TRUE(screen::BecomesActive("Save As"));
     const size_t before = log.Now().size();
     screen::Key("ctrl+a");
     screen::Type(name);
@@ -68,7 +68,7 @@ TEST_F(WindowTest, APanelComesBackWhereItWasLeft)
     BFilePanel panel(B_SAVE_PANEL, &target);
     const auto show = [&] {
         panel.Show();
-        EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Save As"); }));
+        EXPECT_TRUE(screen::BecomesActive("Save As"));
         return screen::Settled("save_panel");
     };
     BRect left = show();

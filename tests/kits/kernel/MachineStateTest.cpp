@@ -41,8 +41,7 @@ typedef std::vector<std::string> Texts;
 
 TEST(MachineState, LoadAndTimesOfProcessors)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     tree.Write("proc/loadavg", "2.31 0.80 nan 6/129 3072\n");
     tree.Write("proc/stat",
         "cpu  9 9 9 9 9 9 9 9 9 9\ncpu10 1 2 3 40 50 6 7 8 100 0\ncpu2 1 2 3 40 50 6 7\n"
@@ -62,8 +61,7 @@ TEST(MachineState, LoadAndTimesOfProcessors)
 
 TEST(MachineState, TemperatureOfTheHottestPackage)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     const std::string chip = "sys/class/hwmon/hwmon";
     tree.Write("sys/class/thermal/thermal_zone3/type", "x86_pkg_temp\n");
     tree.Write("sys/class/thermal/thermal_zone3/temp", "61000\n");
@@ -82,8 +80,7 @@ TEST(MachineState, TemperatureOfTheHottestPackage)
 
 TEST(MachineState, BatteryAndMains)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     const std::string supply = "sys/class/power_supply/";
     tree.Write(supply + "mouse/type", "Battery\n");
     tree.Write(supply + "mouse/scope", "Device\n");
@@ -103,8 +100,7 @@ TEST(MachineState, BatteryAndMains)
 
 TEST(MachineState, EnergyOfAllPackagesAcrossAWrap)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     const auto write = [&](const std::string& zone, const char* name, const char* energy) {
         const std::string folder = "sys/class/powercap/" + zone + "/";
         tree.Write(folder + "name", name);

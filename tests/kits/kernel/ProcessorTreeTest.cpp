@@ -131,8 +131,7 @@ TEST(ProcessorTree, WhatIsOffComesOnAtTheEndButNotWhatWasOffBefore)
 
 TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothing)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     system_info info;
     const auto read = [&] { EXPECT_EQ(get_system_info(&info), B_OK); };
     tree.Write(
