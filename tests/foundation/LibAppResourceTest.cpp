@@ -72,8 +72,7 @@ TEST(LibAppResource, AnArchiveThatCannotBeRemovedIsNotPacked)
         GTEST_SKIP() << "No disk can be mounted here";
     EXPECT_EQ(InChild([&] {
         BPath folder;
-        if (!TakeOwnMounts()
-            || find_directory(B_COMMON_TEMP_DIRECTORY, &folder, true) != B_OK)
+        if (!TakeOwnMounts() || find_directory(B_COMMON_TEMP_DIRECTORY, &folder, true) != B_OK)
             return 1;
         const auto inside = [&](const char* leaf) { return BPath(folder.Path(), leaf); };
         WriteFile(inside("file").Path(), "text");

@@ -10,7 +10,6 @@
 #include <Message.h>
 #include <Messenger.h>
 
-
 namespace {
 
 // On a session bus of the test's own, a desktop's file manager that lacks ShowFolders.

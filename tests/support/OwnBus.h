@@ -34,10 +34,7 @@ public:
 
     DBusConnection* operator*() const { return fConnection; }
     // Becomes known by the name.
-    void Serve(const char* name) const
-    {
-        dbus_bus_request_name(fConnection, name, 0, nullptr);
-    }
+    void Serve(const char* name) const { dbus_bus_request_name(fConnection, name, 0, nullptr); }
 
 private:
     const char* const fName;

@@ -1,6 +1,7 @@
 #include "ScreenDriver.h"
 
 #include "server/DisplayServer.h"
+#include "tests/support/TempFolder.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -104,6 +105,7 @@ bool ClickWhenSettled(const std::function<Widget()>& find, int button)
 class Display : public testing::Environment {
     void SetUp() override
     {
+        DataHome();
         xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
         if (xcb_connection_has_error(connection) != 0)
             GTEST_SKIP() << "no display";

@@ -1,6 +1,7 @@
 // Drives this program's windows as a user does, with real X events (by xdotool), and looks at what
-// its widgets show; where there is no display, the tests are skipped. Widgets are found by the names of their views, in any shown window or only in
-// the one with a title. Call it from a thread that holds no window's lock.
+// its widgets show; where there is no display, the tests are skipped. Widgets are found by the
+// names of their views, in any shown window or only in the one with a title. Call it from a thread
+// that holds no window's lock.
 #pragma once
 
 #include "GraphicsDefs.h"

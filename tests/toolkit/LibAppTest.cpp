@@ -21,13 +21,6 @@ constexpr char kHelp[] = "<help><topic name=\"first\" title=\"First\"><p>One.</p
                          "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Two.</p><p>Th"
                          "ree.</p></topic></help>";
 
-// For both tests, as a program asks but once where its data lies: help added there stays.
-void UseFolderOfItsOwn()
-{
-    static const TempFolder folder;
-    setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
-}
-
 // A program whose window has a button in focus.
 class TestApp : public LibApp {
 public:
@@ -93,7 +86,6 @@ void UseWindows(TestApp& app)
 
 TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
 {
-    UseFolderOfItsOwn();
     SetProgramArguments({ "apptest" });
     TestApp app;
     std::thread user([&] {
@@ -109,7 +101,6 @@ TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
 
 TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
 {
-    UseFolderOfItsOwn();
     const TempFolder folder;
     const BApplication app("application/x-vnd.Quorvane.HelpTest");
     const std::string path = folder / "more help.xml";

@@ -40,10 +40,7 @@ public:
 
 class WindowTest : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        gLog = &log;
-    }
+    void SetUp() override { gLog = &log; }
 
     static TestDialog* Open(const char* title = "Dialog")
     {

@@ -2,9 +2,8 @@
 #include "ui/CompareWin.h"
 
 #include "results/CpuColor.h"
-#include "results/Results.h"
+#include "tests/results/ComparedRun.h"
 #include "tests/support/ScreenDriver.h"
-#include "tests/support/TempFolder.h"
 
 #include <Application.h>
 #include <Entry.h>
@@ -33,26 +32,27 @@ public:
     std::atomic<int> closed = 0;
 };
 
-// Drags a file from another program's window, at (20, 650), as a user does; leaves its number in
-// the file "process".
+// Drags a file from another program's window, at (20, 650), as a user does; moves until the place
+// takes it.
 void DragFromAnotherProgram(const std::string& file, BPoint to)
 {
-    const std::string place = std::to_string(int(to.x)) + " " + std::to_string(int(to.y));
     const std::string command = TARVEX_BUILD "/test_dragsource " + file
-        + " & echo $! >process; xdotool search --sync --onlyvisible --name '^Files$'"
-          " mousemove 60 690 mousedown 1 sleep 0.2 mousemove 90 660 sleep 0.1 mousemove 150 600"
-          " sleep 0.1 mousemove "
-        + place + " sleep 0.1 mousemove_relative 3 3 sleep 0.3 mouseup 1";
+        + " >taken & echo $! >process; xdotool search --sync --onlyvisible --name '^Files$'"
+          " mousemove 60 690 mousedown 1";
     EXPECT_EQ(system(command.c_str()), 0);
+    EXPECT_TRUE(WaitFor([&to] {
+        to.x += 1;
+        screen::MoveTo(to);
+        return ReadFile("taken") == "taken\n";
+    }));
+    EXPECT_EQ(system("xdotool mouseup 1"), 0);
 }
 
 class CompareWinTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        // Asked for once in a program.
-        setenv("XDG_DATA_HOME", Home().Path().c_str(), 1);
-        std::filesystem::remove_all(Home() / "tarvex");
+        std::filesystem::remove_all(DataHome() / "tarvex");
         std::filesystem::current_path(folder.Path());
         target->Run();
         Open(true);
@@ -64,11 +64,6 @@ protected:
         std::filesystem::current_path("/");
     }
 
-    static const TempFolder& Home()
-    {
-        static const TempFolder home;
-        return home;
-    }
     void Open(bool allowSave)
     {
         window = new CompareWin(target, allowSave);
@@ -81,28 +76,15 @@ protected:
         window->Quit();
         window = nullptr;
     }
-    // A run whose sieve is as fast as 400, 100 with one processor, and memory 50.
     void Run()
     {
-        run.Clear();
-        run.description = "This (2-x)";
-        run.nbrCpus = 2;
-        Metric* sieve = run.NewTest("Sieve", 400);
-        sieve->Units("IPS");
-        sieve->Time(1);
-        sieve->Time(4);
-        run.NewTest("Memory", 50)->Time(1);
+        FillRun(run);
         window->SetResults(run);
     }
     std::string File(const std::string& name, const std::string& contents)
     {
         WriteFile(folder / name, contents);
         return folder / name;
-    }
-    std::string MachineFile()
-    {
-        const std::string record = "Other (1-y)\t-1:a screen\t6:Maker, Bridge\t700:200/1.0;";
-        return File("other", "1.0\n" + std::to_string(record.size()) + "\n" + record + "\n");
     }
     // The colour at a value of the scale 0 to maxScale, in the middle of a row's bar.
     rgb_color BarAt(int row, double value, double maxScale)
@@ -133,7 +115,7 @@ protected:
 TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndColour)
 {
     Run();
-    window->LoadResults(MachineFile().c_str());
+    window->LoadResults(MachineFile(folder).c_str());
     const rgb_color one = cpu_color[0];
     const rgb_color two = cpu_color[1];
     // 400 of the scale's 410.
@@ -142,7 +124,7 @@ TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndC
     EXPECT_TRUE(BarEndsAt(0, 100, 410, one)) << "the shorter bar lies over the longer one";
 
     // Opens the machine's two devices, which stand where a third machine was.
-    window->LoadResults(MachineFile().c_str());
+    window->LoadResults(MachineFile(folder).c_str());
     const auto isThird = [&] { return BarEndsAt(2, 200, 410, one); };
     ASSERT_TRUE(WaitFor(isThird));
     screen::ClickAt(PictureOf(1));
@@ -204,7 +186,8 @@ TEST_F(CompareWinTest, FilesDraggedFromAnotherProgramAreShown)
 {
     Run();
     ASSERT_TRUE(IsSame(BarAt(1, 199, 410), white_color));
-    DragFromAnotherProgram(MachineFile(), Find("DrawView").frame.LeftTop() + BPoint(200, 150));
+    DragFromAnotherProgram(
+        MachineFile(folder), Find("DrawView").frame.LeftTop() + BPoint(200, 150));
     EXPECT_TRUE(WaitFor([&] { return BarEndsAt(1, 200, 410, cpu_color[0]); }));
     EXPECT_EQ(system("kill $(cat process)"), 0);
 }
@@ -214,7 +197,7 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
     BMessage dropped(B_SIMPLE_DATA);
     for (const std::string& path :
         { File("note.html", "1.0\n15\nN (1-)\t700:9/3;\n"), File("other.txt", "1.0\n"),
-            MachineFile(), File("again.txt", "1.0\n15\nZ (1-)\t700:9/3;\n") }) {
+            MachineFile(folder), File("again.txt", "1.0\n15\nZ (1-)\t700:9/3;\n") }) {
         entry_ref ref;
         ASSERT_EQ(get_ref_for_path(path.c_str(), &ref), B_OK);
         dropped.AddRef("refs", &ref);

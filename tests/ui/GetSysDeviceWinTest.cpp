@@ -34,10 +34,7 @@ protected:
         if (fTarget->Lock())
             fTarget->Quit();
     }
-    void SetUp() override
-    {
-        fTarget->Run();
-    }
+    void SetUp() override { fTarget->Run(); }
     void Open()
     {
         const RootGuard root(fTree.Path());

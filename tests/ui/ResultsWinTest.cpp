@@ -8,6 +8,7 @@
 #include <ListView.h>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -73,22 +74,19 @@ TEST(ResultsWin, TitlesStandAboveTheirColumns)
     window->Show();
     ASSERT_TRUE(screen::BecomesActive("Results"));
     const BRect list = Find("list").frame;
-    const struct {
-        const char* view;
-        const char* text;
-        float left; // in the list
-    } rows[] = {
+    // left: in the list
+    const std::tuple<const char*, const char*, float> rows[] = {
         { "banner1", "Test", 5 },
         { "banner2", "Units", 188 },
         { "cpus3", "3 CPU", 290 },
         { "cpus2", "2 CPU", 345 },
         { "cpus1", "1 CPU", 400 },
     };
-    for (const auto& row : rows) {
-        const screen::Widget title = Find(row.view);
-        EXPECT_EQ(title.text, row.text);
-        EXPECT_EQ(title.frame.left, list.left + row.left) << row.view;
-        EXPECT_LT(title.frame.bottom, list.top) << row.view;
+    for (const auto& [view, text, left] : rows) {
+        const screen::Widget title = Find(view);
+        EXPECT_EQ(title.text, text);
+        EXPECT_EQ(title.frame.left, list.left + left) << view;
+        EXPECT_LT(title.frame.bottom, list.top) << view;
     }
     EXPECT_FALSE(Find("cpus0").exists || Find("cpus4").exists);
     EXPECT_TRUE(Find("cancel").enabled && Find("compare").enabled && Find("save").enabled);
@@ -104,9 +102,7 @@ TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
     ResultsWin* window = new ResultsWin(1);
     window->Update(run, false);
     window->Show();
-    const auto isActive = [](const char* title) {
-        return screen::BecomesActive(title);
-    };
+    const auto isActive = [](const char* title) { return screen::BecomesActive(title); };
     const char question[] = ""; // has no title
     for (const char* key : { "Escape", "alt+F4", "n" }) {
         ASSERT_TRUE(isActive("Results"));

@@ -179,7 +179,10 @@ TEST_F(GraphicsTest, EachDrawsItsShapesTimesThemAndLeavesTheViewWhite)
             (shown.*row.run)(benchmark.results);
             srand(pass);
             const std::vector<Drawn> expected = Expected(row);
-            EXPECT_TRUE(gDrawn == expected);
+            const auto [drawn, wanted] =
+                std::mismatch(gDrawn.begin(), gDrawn.end(), expected.begin(), expected.end());
+            EXPECT_TRUE(drawn == gDrawn.end() && wanted == expected.end())
+                << "call " << wanted - expected.begin() << " of " << expected.size();
             EXPECT_EQ(window->ChildAt(0)->HighColor(), black_color);
             EXPECT_TRUE(screen::Find("graphicsview", TitleOf(row).c_str()).exposed);
 

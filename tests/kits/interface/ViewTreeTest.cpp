@@ -87,12 +87,8 @@ TEST(FollowMode, EdgesFollowTheParentsEdgesAndComeBack)
 {
     const BRect frame(10, 20, 49, 59);
     const uint32 middle = B_FOLLOW_H_CENTER | B_FOLLOW_V_CENTER;
-    const struct {
-        const char* name;
-        uint32 mode;
-        float width, height; // that the parent grows by
-        BRect grown;
-    } rows[] = {
+    // width, height: that the parent grows by
+    const std::tuple<const char*, uint32, float, float, BRect> rows[] = {
         { "none", B_FOLLOW_NONE, 100, 60, BRect(10, 20, 49, 59) },
         { "left top", B_FOLLOW_LEFT | B_FOLLOW_TOP, 100, 60, BRect(10, 20, 49, 59) },
         { "right bottom", B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, 100, 60, BRect(110, 80, 149, 119) },
@@ -103,8 +99,8 @@ TEST(FollowMode, EdgesFollowTheParentsEdgesAndComeBack)
         { "odd amounts", middle, 3, 1, BRect(11.5, 20.5, 50.5, 59.5) },
         { "below nothing", B_FOLLOW_ALL_SIDES, -200, -200, BRect(10, 20, -151, -141) },
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(FollowParent(frame, row.mode, row.width, row.height), row.grown) << row.name;
-        EXPECT_EQ(FollowParent(row.grown, row.mode, -row.width, -row.height), frame) << row.name;
+    for (const auto& [name, mode, width, height, grown] : rows) {
+        EXPECT_EQ(FollowParent(frame, mode, width, height), grown) << name;
+        EXPECT_EQ(FollowParent(grown, mode, -width, -height), frame) << name;
     }
 }

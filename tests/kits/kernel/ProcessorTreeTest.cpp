@@ -48,11 +48,7 @@ const std::vector<Row> kOneOffInTheMiddle = { { 0, "0" }, { 1, "1", "0" }, { 2, 
 
 TEST(ProcessorTree, EightAtMostInTheOrderOfTheirWorth)
 {
-    const struct {
-        const char* name;
-        std::vector<Row> rows;
-        std::vector<int> numbers;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<Row>, std::vector<int>> cases[] = {
         { "siblings in pairs",
             { { 0, "0-1" }, { 1, "0-1", "1" }, { 2, "2-3", "1" }, { 3, "2-3", "1" } },
             { 0, 2, 1, 3 } },
@@ -72,11 +68,11 @@ TEST(ProcessorTree, EightAtMostInTheOrderOfTheirWorth)
             { 5, 4, 6 } },
         { "a hundred", ManyProcessors(100), { 0, 1, 2, 3, 4, 5, 6, 7 } },
     };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.name);
+    for (const auto& [name, rows, numbers] : cases) {
+        SCOPED_TRACE(name);
         const MachineTree tree;
-        WriteProcessors(tree, test.rows);
-        EXPECT_EQ(kernel::Processors(tree.Path()).Numbers(), test.numbers);
+        WriteProcessors(tree, rows);
+        EXPECT_EQ(kernel::Processors(tree.Path()).Numbers(), numbers);
     }
 }
 

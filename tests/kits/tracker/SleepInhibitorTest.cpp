@@ -5,6 +5,7 @@
 
 #include <string>
 #include <thread>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -84,22 +85,18 @@ private:
 
 TEST(SleepInhibitor, HoldsWhatIsGrantedUntilItEnds)
 {
-    const struct {
-        const char* granted;
-        int calls;
-        const char* asked;
-    } rows[] = {
+    const std::tuple<const char*, int, const char*> rows[] = {
         { "sleep:idle", 1, "sleep:idle,a test,block;" },
         { "idle", 2, "sleep:idle,a test,block;idle,a test,block;" },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.granted);
-        LoginManager manager(row.granted, row.calls);
+    for (const auto& [granted, calls, asked] : rows) {
+        SCOPED_TRACE(granted);
+        LoginManager manager(granted, calls);
         {
             const BSleepInhibitor inhibitor("a test", kLongMillis);
-            EXPECT_EQ(inhibitor.Held(), row.granted);
+            EXPECT_EQ(inhibitor.Held(), granted);
             manager.WaitForLastCall();
-            EXPECT_EQ(manager.Asked(), row.asked);
+            EXPECT_EQ(manager.Asked(), asked);
             EXPECT_FALSE(manager.IsGivenBack(false));
         }
         EXPECT_TRUE(manager.IsGivenBack(true));
