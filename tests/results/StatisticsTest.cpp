@@ -152,9 +152,7 @@ TEST(MannWhitney, IsNormalIfOneSampleIsAboveAHundredFigures)
 
 TEST(SmallestReachable, IsThePOfSetsThatLieApart)
 {
-    const struct {
-        int n, m;
-    } rows[] = { { 1, 1 }, { 2, 3 }, { 6, 6 }, { 100, 7 } };
+    const std::pair<int, int> rows[] = { { 1, 1 }, { 2, 3 }, { 6, 6 }, { 100, 7 } };
     for (const auto& [n, m] : rows) {
         const Times low = Upwards(n, 0);
         const Times high = Upwards(m, 1000);

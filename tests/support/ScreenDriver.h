@@ -42,6 +42,12 @@ inline bool BecomesActive(const std::string& window, double seconds = 20)
     return WaitFor([&] { return IsActive(window); }, seconds);
 }
 
+// That a condition, asked again and again, comes true.
+#define EXPECT_SOON(...)                                                                           \
+    EXPECT_TRUE(screen::WaitFor([&] { return __VA_ARGS__; })) << #__VA_ARGS__ << "\n"
+#define ASSERT_SOON(...)                                                                           \
+    ASSERT_TRUE(screen::WaitFor([&] { return __VA_ARGS__; })) << #__VA_ARGS__ << "\n"
+
 // The user's hand. False where there is nothing of that name for 20 seconds. Clicks at a widget go
 // to its middle; button 1 is the left one, 4 and 5 turn the wheel up and down.
 bool Click(const std::string& name, const std::string& window = "", int button = 1);

@@ -62,13 +62,13 @@ void UseWindows(TestApp& app)
     EXPECT_TRUE(screen::BecomesActive("About AppTest"));
     EXPECT_EQ(screen::Find("rel_date").text, "Released: 1 January 2000");
     for (const char* line : { "app_name", "company", "url" })
-        EXPECT_TRUE(WaitFor([=] { return screen::ContrastIn(screen::Find(line).frame) > 100; }));
+        EXPECT_SOON(screen::ContrastIn(screen::Find(line).frame) > 100);
     app.PostMessage('ssys');
     EXPECT_TRUE(screen::BecomesActive("System"));
     app.PostMessage('sabt');
     EXPECT_TRUE(screen::BecomesActive("About AppTest")) << "the same one, in front";
     screen::Key("Escape");
-    EXPECT_TRUE(WaitFor([] { return !screen::Find("about_view").exists; }));
+    EXPECT_SOON(!screen::Find("about_view").exists);
     app.PostMessage('ssys');
     app.PostMessage('sabt');
     EXPECT_TRUE(screen::BecomesActive("About AppTest")) << "a new one";
@@ -79,7 +79,7 @@ void UseWindows(TestApp& app)
     EXPECT_TRUE(screen::BecomesActive("Help"));
     EXPECT_EQ(screen::Find("help_text").text, "The knob\n\nTwo.\n\nThree.");
     screen::Key("Up");
-    EXPECT_TRUE(WaitFor([] { return screen::Find("help_text").text == "First\n\nOne."; }));
+    EXPECT_SOON(screen::Find("help_text").text == "First\n\nOne.");
 }
 
 } // namespace

@@ -71,7 +71,7 @@ TEST_F(WindowTest, ButtonsStandEvenlyAtTheRightAndKeysPressTheLastOrAskToClose)
         EXPECT_LT(save.bottom, window.bottom) << round;
         EXPECT_LT(screen::Find("bgview").frame.bottom, save.top) << round;
         dialog->ResizeBy(120, 60);
-        EXPECT_TRUE(screen::WaitFor([&] { return screen::Find("save").frame != save; }));
+        EXPECT_SOON(screen::Find("save").frame != save);
     }
     const char* const keys[] = { "Return", "Escape", "ctrl+w" };
     for (size_t i = 0; i < 3; i++) {

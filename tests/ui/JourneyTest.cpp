@@ -150,10 +150,9 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
         ASSERT_TRUE(program.In("alert", "a box", { "Tab", "Tab", "space" }));
         const std::string enclosed = row.left == kZip ? "=mine.zip\n" : "=mine\n";
         const bool isMailed = row.errors.find("not sent") == row.errors.npos;
-        EXPECT_TRUE(screen::WaitFor([&] {
-            return program.Errors().find(row.errors, told) != row.errors.npos
-                && isMailed == (ReadFile(folder / "mail").find(enclosed) != enclosed.npos);
-        })) << program.Errors();
+        EXPECT_SOON(program.Errors().find(row.errors, told) != row.errors.npos
+            && isMailed == (ReadFile(folder / "mail").find(enclosed) != enclosed.npos))
+            << program.Errors();
         std::filesystem::remove(folder / "mail");
         const std::string mine = program.Read("/mnt/place/mine");
         EXPECT_EQ(mine == "none", row.left == kNothing || row.left == kZip);

@@ -83,7 +83,7 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
         ASSERT_TRUE(program.In(row.compares ? "Tarvex Comparisons" : "Tarvex", "", {}));
         // Window managers give a window without an icon one of 48 pixels.
         const char* const icon = "xprop -name Tarvex _NET_WM_ICON | grep -q '(128 x 128)'";
-        EXPECT_TRUE(screen::WaitFor([=] { return system(icon) == 0; }));
+        EXPECT_SOON(system(icon) == 0);
         row.key[0] ? screen::Key(row.key) : program.End(SIGTERM);
         EXPECT_EQ(program.Status(30), 0) << row.key;
         EXPECT_EQ(program.Errors(), row.errors);
@@ -100,12 +100,11 @@ TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
         ASSERT_TRUE(program.AskForRun());
         if (when != kAtTheWarning) {
             screen::Key("Return");
-            ASSERT_TRUE(screen::WaitFor([&] { return program.HasThread("benchmark"); }));
+            ASSERT_SOON(program.HasThread("benchmark"));
         }
-        EXPECT_TRUE(screen::WaitFor(
-            [&] { return when < kWithOneProcessorOff || ReadFile(kOnline) != online; }));
+        EXPECT_SOON(when < kWithOneProcessorOff || ReadFile(kOnline) != online);
         program.End(when == kKilledWithOneOff ? SIGKILL : SIGTERM);
         EXPECT_EQ(program.Status(5), when == kKilledWithOneOff ? -1 : 0) << when;
-        EXPECT_TRUE(screen::WaitFor([&] { return ReadFile(kOnline) == online; }));
+        EXPECT_SOON(ReadFile(kOnline) == online);
     }
 }

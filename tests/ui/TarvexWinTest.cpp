@@ -108,7 +108,7 @@ TEST_F(TarvexWinTest, EveryTickChangesEstimateAndTestItem)
     screen::Key("ctrl+a");
     EXPECT_TRUE(Shows("est_time", all));
     screen::Click("disklifecycle");
-    EXPECT_TRUE(WaitFor([&] { return Find("est_time").text != all; }));
+    EXPECT_SOON(Find("est_time").text != all);
     screen::ClickMenu({ "Benchmark", "All" });
     EXPECT_TRUE(Shows("est_time", all));
 }
@@ -143,7 +143,7 @@ TEST_F(TarvexWinTest, WithoutAThreadForTheRunTheWindowIsIdleAgain)
         return testing::internal::GetCapturedStderr();
     };
     screen::Click("cpumemory");
-    ASSERT_TRUE(WaitFor([this] { return TestIsEnabled(); }));
+    ASSERT_SOON(TestIsEnabled());
     {
         const NoThreads noThreads;
         const std::string errors = startTest(); // each alert tells there what it has to tell
@@ -153,7 +153,7 @@ TEST_F(TarvexWinTest, WithoutAThreadForTheRunTheWindowIsIdleAgain)
     EXPECT_EQ(Find("timebox").text, "Estimated Test Time");
     EXPECT_TRUE(TestIsEnabled());
     screen::Key("ctrl+t");
-    EXPECT_TRUE(WaitFor([] { return find_thread("benchmark") >= B_OK; }));
+    EXPECT_SOON(find_thread("benchmark") >= B_OK);
 }
 
 TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
@@ -186,7 +186,7 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
             screen::Key(key);
         else
             screen::Click("cancel");
-        EXPECT_TRUE(WaitFor([] { return !Find("list").exists; })) << key;
+        EXPECT_SOON(!Find("list").exists) << key;
         screen::ClickAt(Find("est_time").frame.LeftTop());
         ASSERT_TRUE(screen::BecomesActive("Tarvex"));
         screen::Key("ctrl+t");

@@ -137,7 +137,7 @@ protected:
     {
         benchmark.graphics = true;
         ASSERT_EQ(benchmark.Go("benchmark", ended.NewMessenger(), 20, false), B_OK);
-        ASSERT_TRUE(screen::WaitFor([] { return gWindow != nullptr; }));
+        ASSERT_SOON(gWindow != nullptr);
     }
 
     GraphicsWin* window = nullptr;

@@ -49,7 +49,7 @@ TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
             screen::Key(input);
         asker.join();
         EXPECT_EQ(answer, expected);
-        EXPECT_TRUE(screen::WaitFor([] { return !screen::Find("Question").exists; }));
+        EXPECT_SOON(!screen::Find("Question").exists);
     }
 }
 
@@ -61,7 +61,7 @@ TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeld)
     asking->PostMessage(1);
     EXPECT_TRUE(screen::BecomesActive("Question"));
     const rgb_color red { 200, 0, 0 };
-    EXPECT_TRUE(screen::WaitFor([=] { return screen::PixelAt(BPoint(25, 45)) == red; }));
+    EXPECT_SOON(screen::PixelAt(BPoint(25, 45)) == red);
     screen::Key("Return");
     EXPECT_TRUE(fLog->WaitFor("answer 2"));
     asking->Lock();

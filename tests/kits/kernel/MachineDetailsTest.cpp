@@ -11,29 +11,39 @@ namespace {
 typedef std::vector<int> Numbers;
 const Numbers kFirstEight = { 0, 1, 2, 3, 4, 5, 6, 7 };
 
-// numbers: of the processors used, the last of which is described; coreThrottles: of all processors
-const std::tuple<const char*, Numbers, cpu_type, int64, int32, const char*, std::optional<uint64>,
-    int, int, Numbers, std::optional<uint64>, std::optional<std::string>, std::optional<uint64>>
-    kCaptures[] = {
-        { "2i386-2c-nohugepage", { 0, 1 }, B_CPU_INTEL_X86, 2000000000, 518857,
-            "Intel(R) Xeon(R) CPU 5130 @ 2.00GHz", 2125238272, 1, 0, { 1 }, {}, {}, {} },
-        { "8em64t-2s4c-asymcaches", kFirstEight, B_CPU_INTEL_X86, 2330000000, 524287,
-            "Intel(R) Xeon(R) CPU E5345 @ 2.33GHz", 16863531008, 3, 1, { 7 }, {}, {}, 0 },
-        // 2, 5, 13 and 14 are off; 8 shares a core with 0.
-        { "16em64t-4s2c2t-offlines", { 0, 1, 3, 4, 6, 7, 10, 8 }, B_CPU_INTEL_X86, 2600000000, 0,
-            "Intel(R) Xeon(TM) CPU 2.60GHz", {}, 0, 0, { 0, 8 }, {}, {}, 0 },
-        // Two of the six fast cores have a higher clock, 12 and 13 are slow.
-        { "20em64t-hybrid-1p6c2t+2ca4co1t", { 0, 4, 8, 2, 6, 10, 12, 13 }, B_CPU_INTEL_X86,
-            5200000000, 524287, "13th Gen Intel(R) Core(TM) i7-1370P", 33269243904, 35, 0, { 13 },
-            3900000000, "powersave", {} },
-        { "48amd64-4pa2n6c-sparse", kFirstEight, B_CPU_AMD_X86, 1700000000, 524287,
-            "AMD Engineering Sample", 101583552512, 1, 0, { 7 }, 1700000000, "performance", {} },
-        // Two processors share a core.
-        { "64amd64-4s2n4ca2co", { 0, 2, 4, 6, 8, 10, 12, 14 }, B_CPU_AMD_X86, 2300161000, 524287,
-            "AMD Opteron(TM) Processor 6276", 126970253312, 6, 0, { 14, 15 }, {}, {}, {} },
-        { "40intel64-2g2n4c+pcilocality", kFirstEight, B_CPU_INTEL_X86, 2400000000, 524287,
-            "Intel(R) Xeon(R) CPU E7- 4870 @ 2.40GHz", 542134673408, 1, 3, { 7 }, {}, {}, 237 },
-    };
+const struct {
+    const char* name;
+    Numbers numbers; // of the processors used, the last of which is described
+    cpu_type type;
+    int64 clock;
+    int32 pages;
+    const char* model;
+    std::optional<uint64> memory;
+    int core, package;
+    Numbers siblings;
+    std::optional<uint64> highestClock;
+    std::optional<std::string> governor;
+    std::optional<uint64> coreThrottles; // of all processors
+} kCaptures[] = {
+    { "2i386-2c-nohugepage", { 0, 1 }, B_CPU_INTEL_X86, 2000000000, 518857,
+        "Intel(R) Xeon(R) CPU 5130 @ 2.00GHz", 2125238272, 1, 0, { 1 }, {}, {}, {} },
+    { "8em64t-2s4c-asymcaches", kFirstEight, B_CPU_INTEL_X86, 2330000000, 524287,
+        "Intel(R) Xeon(R) CPU E5345 @ 2.33GHz", 16863531008, 3, 1, { 7 }, {}, {}, 0 },
+    // 2, 5, 13 and 14 are off; 8 shares a core with 0.
+    { "16em64t-4s2c2t-offlines", { 0, 1, 3, 4, 6, 7, 10, 8 }, B_CPU_INTEL_X86, 2600000000, 0,
+        "Intel(R) Xeon(TM) CPU 2.60GHz", {}, 0, 0, { 0, 8 }, {}, {}, 0 },
+    // Two of the six fast cores have a higher clock, 12 and 13 are slow.
+    { "20em64t-hybrid-1p6c2t+2ca4co1t", { 0, 4, 8, 2, 6, 10, 12, 13 }, B_CPU_INTEL_X86, 5200000000,
+        524287, "13th Gen Intel(R) Core(TM) i7-1370P", 33269243904, 35, 0, { 13 }, 3900000000,
+        "powersave", {} },
+    { "48amd64-4pa2n6c-sparse", kFirstEight, B_CPU_AMD_X86, 1700000000, 524287,
+        "AMD Engineering Sample", 101583552512, 1, 0, { 7 }, 1700000000, "performance", {} },
+    // Two processors share a core.
+    { "64amd64-4s2n4ca2co", { 0, 2, 4, 6, 8, 10, 12, 14 }, B_CPU_AMD_X86, 2300161000, 524287,
+        "AMD Opteron(TM) Processor 6276", 126970253312, 6, 0, { 14, 15 }, {}, {}, {} },
+    { "40intel64-2g2n4c+pcilocality", kFirstEight, B_CPU_INTEL_X86, 2400000000, 524287,
+        "Intel(R) Xeon(R) CPU E7- 4870 @ 2.40GHz", 542134673408, 1, 3, { 7 }, {}, {}, 237 },
+};
 
 std::optional<uint64> CoreThrottles(const MachineState& state)
 {
@@ -48,37 +58,34 @@ std::optional<uint64> CoreThrottles(const MachineState& state)
 
 TEST(MachineDetails, OfRealMachines)
 {
-    for (const auto& [name, numbers, type, clock, pages, model, memory, core, package, siblings,
-             highestClock, governor, coreThrottles] : kCaptures) {
-        SCOPED_TRACE(name);
+    for (const auto& capture : kCaptures) {
+        SCOPED_TRACE(capture.name);
         const MachineTree tree;
-        if (!tree.Unpack(name,
+        if (!tree.Unpack(capture.name,
                 "--exclude='*/cache' --exclude='*/cpuidle' --exclude='*/stats' --exclude='*/pci*' "
                 "'*/proc/*' '*/sys/[cd]*'"))
-            GTEST_SKIP() << "no captured machine <" << name << ">";
+            GTEST_SKIP() << "no captured machine <" << capture.name << ">";
         const RootGuard root(tree.Path());
-        EXPECT_EQ(kernel::Processors::Get()->Numbers(), numbers);
+        EXPECT_EQ(kernel::Processors::Get()->Numbers(), capture.numbers);
         system_info info;
         ASSERT_EQ(get_system_info(&info), B_OK);
-        EXPECT_EQ(info.cpu_type, type);
-        EXPECT_EQ(info.cpu_clock_speed, clock);
-        EXPECT_EQ(info.max_pages, pages);
+        EXPECT_EQ(std::tuple(info.cpu_type, info.cpu_clock_speed, info.max_pages),
+            std::tuple(capture.type, capture.clock, capture.pages));
         EXPECT_GT(info.cpu_infos[0].active_time, 0);
         EXPECT_GT(info.boot_time, 1200000000000000);
         const MachineDetails details = ReadMachineDetails();
-        EXPECT_EQ(details.processorModel, model);
-        EXPECT_EQ(details.memory, memory);
+        EXPECT_EQ(details.processorModel, capture.model);
+        EXPECT_EQ(details.memory, capture.memory);
         EXPECT_EQ(details.virtualMachine, "none");
-        EXPECT_EQ(CommonText(details, &ProcessorDetails::governor), governor);
-        ASSERT_EQ(details.processors.size(), numbers.size());
+        EXPECT_EQ(CommonText(details, &ProcessorDetails::governor), capture.governor);
+        ASSERT_EQ(details.processors.size(), capture.numbers.size());
         const ProcessorDetails& processor = details.processors.back();
-        EXPECT_EQ(processor.core, core);
-        EXPECT_EQ(processor.package, package);
-        EXPECT_EQ(processor.siblings, siblings);
-        EXPECT_EQ(processor.highestClock, highestClock);
-        EXPECT_EQ(processor.upperLimit, highestClock);
+        EXPECT_EQ(std::tuple(processor.core, processor.package, processor.siblings),
+            std::tuple(capture.core, capture.package, capture.siblings));
+        EXPECT_EQ(processor.highestClock, capture.highestClock);
+        EXPECT_EQ(processor.upperLimit, capture.highestClock);
         EXPECT_FALSE(processor.kind);
-        EXPECT_EQ(CoreThrottles(ReadMachineState()), coreThrottles);
+        EXPECT_EQ(CoreThrottles(ReadMachineState()), capture.coreThrottles);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <RunWarnings.h>
 
+#include <tuple>
+
 namespace {
 // Two cores of two threads each, of which the run has processor 0 and 2.
 MachineDetails TwoCores()
@@ -47,16 +49,13 @@ TEST(MachineState, LoadAndTimesOfProcessors)
         "cpu  9 9 9 9 9 9 9 9 9 9\ncpu10 1 2 3 40 50 6 7 8 100 0\ncpu2 1 2 3 40 50 6 7\n"
         "cpu3 1 x 3 40 50\ncpux 1 2 3 4 5 6\ncpu\nintr 1\ncpu4 1 2 3 4 5 6 7 8\n");
     const MachineState state = ReadMachineState();
-    EXPECT_EQ(state.load1, 2.31);
-    EXPECT_EQ(state.load5, 0.8);
+    EXPECT_EQ(std::tuple(state.load1, state.load5), std::tuple(2.31, 0.8));
     EXPECT_EQ(state.load15, std::nullopt);
     ASSERT_EQ(state.processors.size(), 2u);
-    EXPECT_EQ(state.processors[0].number, 2);
-    EXPECT_EQ(state.processors[0].stolen, std::nullopt); // an old kernel
-    EXPECT_EQ(state.processors[1].number, 10);
-    EXPECT_EQ(state.processors[1].total, 117u);
-    EXPECT_EQ(state.processors[1].busy, 27u);
-    EXPECT_EQ(state.processors[1].stolen, 8u);
+    const ProcessorTimes &old = state.processors[0], &last = state.processors[1];
+    EXPECT_TRUE(old.number == 2 && !old.stolen) << "an old kernel";
+    EXPECT_EQ(
+        std::tuple(last.number, last.total, last.busy, last.stolen), std::tuple(10, 117u, 27u, 8u));
 }
 
 TEST(MachineState, TemperatureOfTheHottestPackage)
@@ -146,11 +145,9 @@ TEST(MachineState, SiblingsThatTheRunDoesNotUse)
             StateWith({ Times(0, 100, 100), Times(1, 100, 40), Times(2, 100, 30) }));
     const auto siblings = UnusedSiblings(TwoCores(), 2, change);
     ASSERT_EQ(siblings.size(), 2u);
-    EXPECT_EQ(siblings[0].number, 1);
-    EXPECT_EQ(siblings[0].of, 0);
-    EXPECT_EQ(siblings[0].busy, 0.4);
-    EXPECT_EQ(siblings[1].number, 3);
-    EXPECT_EQ(siblings[1].busy, std::nullopt);
+    EXPECT_EQ(
+        std::tuple(siblings[0].number, siblings[0].of, siblings[0].busy), std::tuple(1, 0, 0.4));
+    EXPECT_TRUE(siblings[1].number == 3 && !siblings[1].busy);
     MachineDetails both = TwoCores();
     both.processors[1].number = 1; // of one core with a third
     both.processors[0].siblings = both.processors[1].siblings = { 0, 1, 5 };
