@@ -96,7 +96,7 @@ public:
     // Types into the program's window of that title, once it has the keyboard, and then the keys.
     bool In(const std::string& title, const std::string& text, std::vector<std::string> keys) const
     {
-        if (!screen::BecomesActive(title, 60))
+        if (!screen::WaitFor([&] { return IsActive(title); }, 60))
             return false;
         if (!text.empty())
             screen::Type(text);
@@ -112,7 +112,7 @@ public:
             && screen::WaitFor(
                 [this] {
                     screen::Key("ctrl+t"); // nothing happens until the program has seen the ticks
-                    return screen::BecomesActive("Warning", 2);
+                    return screen::WaitFor([this] { return IsActive("Warning"); }, 2);
                 },
                 60);
     }
