@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/wait.h>
+#include <tuple>
 
 namespace fs = std::filesystem;
 
@@ -114,9 +115,7 @@ TEST_F(TarvexRun, SaysWithStatusOneWhatCouldNotBePrintedOrStarted)
     const std::string full = "cannot write <standard output>: No space left on device";
     const std::string closed = "cannot write <standard output>: Bad file descriptor";
     const std::string run = "--groups ackerman --output file";
-    const struct {
-        std::string arguments, redirection, error;
-    } rows[] = {
+    const std::tuple<std::string, std::string, std::string> rows[] = {
         { "--help", ">/dev/full", full },
         { "--version", ">&-", closed },
         { "--compare old old", ">/dev/full", full },

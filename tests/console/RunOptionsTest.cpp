@@ -2,6 +2,7 @@
 #include "console/RunOptions.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 TEST(RunOptions, AreReadFromArguments)
 {
@@ -12,21 +13,17 @@ TEST(RunOptions, AreReadFromArguments)
             all.push_back(run.selected);
     Groups withDhrystone = all;
     withDhrystone.push_back(&Benchmark::dhrystone);
-    const struct {
-        std::vector<std::string> arguments;
-        Groups groups;
-        const char* output;
-    } rows[] = {
+    const std::tuple<std::vector<std::string>, Groups, const char*> rows[] = {
         { { "--groups", "all", "--output", "a b" }, all, "a b" },
         { { "--groups", "io,sieve", "--output", "c" }, { &Benchmark::fileIO, &Benchmark::sieve },
             "c" },
         { { "--output=--a=b", "--groups=all,dhrystone" }, withDhrystone, "--a=b" },
     };
-    for (const auto& row : rows) {
-        const auto options = std::get<RunOptions>(ParseRunOptions(row.arguments));
+    for (const auto& [arguments, groups, output] : rows) {
+        const auto options = std::get<RunOptions>(ParseRunOptions(arguments));
         EXPECT_EQ(options.task, RunOptions::Task::kRun);
-        EXPECT_EQ(options.groups, row.groups);
-        EXPECT_EQ(options.output, row.output);
+        EXPECT_EQ(options.groups, groups);
+        EXPECT_EQ(options.output, output);
         EXPECT_EQ(options.plan.repeats, 1);
         EXPECT_TRUE(options.plan.counts.empty());
     }

@@ -9,7 +9,6 @@
 #include <Screen.h>
 
 #include <algorithm>
-#include <grp.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <sched.h>
@@ -60,12 +59,6 @@ int32 StayBound(void* processor)
     Bind({ *static_cast<int*>(processor) });
     suspend_thread(find_thread(nullptr));
     return 0;
-}
-
-bool BecomeOrdinaryUser()
-{
-    return geteuid() != 0
-        || (setgroups(0, nullptr) == 0 && setgid(65534) == 0 && setuid(65534) == 0);
 }
 
 // A whole run that counts only so many of the processors that the process may use, among threads of

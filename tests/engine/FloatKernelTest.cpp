@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cmath>
+#include <tuple>
 
 namespace {
 
@@ -37,13 +38,7 @@ TEST(Whetstone, AgreesWithThePublishedTextAfterAnyRounds)
 
 TEST(Fourier, TakesEveryStepAtItsStart)
 {
-    const struct {
-        double x0, x1;
-        int steps;
-        double omega;
-        int select;
-        double value;
-    } rows[] = {
+    const std::tuple<double, double, int, double, int, double> rows[] = {
         { 1, 3, 1, 0, 0, 4 }, // f(1) = 2 over the whole width
         { 1, 3, 200, 0, 0, 2 * 199 * 0.01 },
         { 1, 3, 1, M_PI / 3, 1, 2 }, // cos = 1/2
@@ -51,10 +46,9 @@ TEST(Fourier, TakesEveryStepAtItsStart)
         { 1, 3, 1, 0, 3, 0 },
     };
     Fourier fourier;
-    for (const auto& row : rows)
-        EXPECT_NEAR(fourier.TrapezoidIntegrate(row.x0, row.x1, row.steps, row.omega, row.select),
-            row.value, 1e-12)
-            << row.steps << " steps from " << row.x0 << ", " << row.select;
+    for (const auto& [x0, x1, steps, omega, select, value] : rows)
+        EXPECT_NEAR(fourier.TrapezoidIntegrate(x0, x1, steps, omega, select), value, 1e-12)
+            << steps << " steps from " << x0 << ", " << select;
 
     double a[100] = {}, b[100] = { 7 };
     fourier.fpuTransIteration(a, b, 99);

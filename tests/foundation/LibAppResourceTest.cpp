@@ -4,7 +4,6 @@
 #include "foundation/LibTools.h"
 #include "foundation/qResources.h"
 #include "tests/foundation/ScratchFolder.h"
-#include "tests/support/Child.h"
 
 #include <gtest/gtest.h>
 
@@ -16,8 +15,6 @@
 #include <TypeConstants.h>
 
 #include <memory>
-#include <sched.h>
-#include <sys/mount.h>
 
 namespace fs = std::filesystem;
 
@@ -66,32 +63,6 @@ TEST(LibAppResource, PackedFilesComeBackWithTheirType)
     EXPECT_TRUE(extract(7, "out.zip", false) && extract(11, "none"));
     EXPECT_FALSE(fs::exists(folder / "none") || extract(7, "no folder/out"));
     EXPECT_EQ(TypeOf(folder / "out") + TypeOf(folder / "out.zip"), "text/plainapplication/zip");
-}
-
-TEST(LibAppResource, AnArchiveThatCannotBeRemovedIsNotPacked)
-{
-    if (system("unshare -rm true") != 0)
-        GTEST_SKIP() << "No disk can be mounted here";
-    EXPECT_EQ(InChild([&] {
-        BPath folder;
-        if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0
-            || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
-            || find_directory(B_COMMON_TEMP_DIRECTORY, &folder, true) != B_OK)
-            return 1;
-        const auto inside = [&](const char* leaf) { return BPath(folder.Path(), leaf); };
-        WriteFile(inside("file").Path(), "text");
-        const BPath archive = inside("zip_resource_file.zip");
-        LibZip(archive.Path(), inside("file"));
-        if (mount(archive.Path(), archive.Path(), nullptr, MS_BIND, nullptr) != 0)
-            return 2;
-        LibAppResource resources(inside("resources").Path(), kNewFile);
-        if (resources.AddEntry(inside("file").Path(), 7, nullptr))
-            return 3;
-        umount(archive.Path());
-        LibUnlink(folder.Path());
-        return resources.HasResource(B_RAW_TYPE, 7) ? 4 : 0;
-    }),
-        0);
 }
 
 TEST(LibAppResource, WhatADamagedArchiveHoldsReplacesNothing)

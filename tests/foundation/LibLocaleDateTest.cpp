@@ -4,6 +4,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "foundation/Utf8.h"
 #include "tests/foundation/LocaleFolder.h"
@@ -73,11 +74,8 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
     LibDateConventions vietnamese = british;
     vietnamese.months[9] = "thang muoi"; // the beginning of the next one
     vietnamese.months[10] = "thang muoi mot";
-    const struct {
-        const LibDateConventions& conventions;
-        const char* text;
-        const char* date;
-    } rows[] = { { german, "3.12.2001", "2001-12-03" }, { german, "3. 12. 01", "2001-12-03" },
+    const std::tuple<const LibDateConventions&, const char*, const char*> rows[] = {
+        { german, "3.12.2001", "2001-12-03" }, { german, "3. 12. 01", "2001-12-03" },
         { german, "3.12.", "2001-12-03" }, { german, "31.4.2001", "" },
         { british, "3/12", "2001-12-03" }, { british, "12/31/2001", "" },
         { swedish, "01-12-03", "2001-12-03" }, { swedish, "03.12.2001", "2001-12-03" },
@@ -85,34 +83,31 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
         { korean, "2001년 12월 3일", "2001-12-03" }, { korean, "2월 3", "2001-02-03" },
         { german, "tomorrow", "2001-10-25" }, { german, "in 2 weeks", "2001-11-07" },
         { german, "tomorrow noon", "" }, { vietnamese, "3 thang muoi mot 2001", "2001-11-03" },
-        { german, "", "" } };
-    for (const auto& row : rows)
-        EXPECT_EQ(Typed(row.conventions, row.text), row.date) << row.text;
+        { german, "", "" }
+    };
+    for (const auto& [conventions, text, date] : rows)
+        EXPECT_EQ(Typed(conventions, text), date) << text;
 }
 
 TEST(LibLocaleDate, TakesNamesFromInstalledLocales)
 {
     const LocaleFolder folder;
     const std::string before = setlocale(LC_ALL, nullptr);
-    const struct {
-        const char* language;
-        const char* charset;
-        const char* shortText;
-        const char* longText;
-        const char* typed;
-    } rows[] = { { "de_DE", "UTF-8", "12.03.2001", "Montag, 12 März 2001", "mo, 12. MÄRZ" },
+    const std::tuple<const char*, const char*, const char*, const char*, const char*> rows[] = {
+        { "de_DE", "UTF-8", "12.03.2001", "Montag, 12 März 2001", "mo, 12. MÄRZ" },
         { "de_DE", "ISO-8859-1", "12.03.2001", "Montag, 12 März 2001", "12 mär 01" },
         { "ru_RU", "UTF-8", "12.03.2001", "Понедельник, 12 марта 2001", "12 МАРТА" },
-        { "zh_CN", "UTF-8", "2001年03月12日", "星期一, 2001 三月 12", "三月 12" } };
-    for (const auto& row : rows) {
-        const std::string name = std::string(row.language) + "." + row.charset;
+        { "zh_CN", "UTF-8", "2001年03月12日", "星期一, 2001 三月 12", "三月 12" }
+    };
+    for (const auto& [language, charset, shortText, longText, typed] : rows) {
+        const std::string name = std::string(language) + "." + charset;
         SCOPED_TRACE(name);
-        if (!folder.Make(row.language, row.charset))
+        if (!folder.Make(language, charset))
             GTEST_SKIP() << "no localedef, or no sources of " << name;
         const LibLocaleDate date(LibDate(3, 12, 2001), LibDateConventions::OfLocale(name.c_str()));
-        EXPECT_EQ(ShortOf(date), row.shortText);
-        EXPECT_EQ(LongOf(date), row.longText);
-        for (const std::string& text : { ShortOf(date), LongOf(date), std::string(row.typed) })
+        EXPECT_EQ(ShortOf(date), shortText);
+        EXPECT_EQ(LongOf(date), longText);
+        for (const std::string& text : { ShortOf(date), LongOf(date), std::string(typed) })
             EXPECT_EQ(Typed(date.Conventions(), text), "2001-03-12") << text;
     }
     EXPECT_EQ(setlocale(LC_ALL, nullptr), before);

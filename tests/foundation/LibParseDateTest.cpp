@@ -3,6 +3,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "foundation/LibDateTime.h"
 #include "tests/foundation/ZoneGuard.h"
@@ -69,11 +70,8 @@ TEST(LibParseDate, RefusesWhatHasNoMeaningOrTwo)
 TEST(QParseDate, KeepsHoursRightWhereTheClocksChange)
 {
     const ZoneGuard zone("EST5EDT,M3.2.0,M11.1.0");
-    const struct {
-        const char* text;
-        time_t now;
-        time_t then;
-    } rows[] = { // 2024-11-03: at 06:00 UTC the clocks go from 2:00 back to 1:00.
+    const std::tuple<const char*, time_t, time_t> rows[] = {
+        // 2024-11-03: at 06:00 UTC the clocks go from 2:00 back to 1:00.
         { "now", 1730615400, 1730615400 }, // 1:30 the second time
         { "in 1 hour", 1730611800, 1730615400 }, // from 1:30 to 1:30
         { "tomorrow", 1730611800, 1730696400 }, // midnight, now 5 hours behind
@@ -83,8 +81,8 @@ TEST(QParseDate, KeepsHoursRightWhereTheClocksChange)
         { "Fri, 21 Nov 1997 09:55:06 -0600", 0, 880127706 }, { "2024-03-10T12:00Z", 0, 1710072000 },
         { "12 mar 2101 noon", 0, 4140090000 }, { "1 jan 1900", 0, -2208970800 }
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(q_parsedate(row.text, row.now), row.then) << row.text;
+    for (const auto& [text, now, then] : rows)
+        EXPECT_EQ(q_parsedate(text, now), then) << text;
     EXPECT_GE(q_parsedate("now", -1), 1700000000);
 }
 

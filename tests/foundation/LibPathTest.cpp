@@ -104,7 +104,7 @@ TEST(LibFileInfo, DatesAreThoseOfTheFile)
 TEST(LibTrash, NewNamesAreFreeAndARecordKeepsTheWayBack)
 {
     const ScratchFolder folder;
-    const std::string trash = folder.Home() / "Trash/";
+    const std::string trash = DataHome() / "Trash/";
     for (const char* text : { "first", "second" }) {
         WriteFile("100% \xc3\xa4\n.txt", text);
         EXPECT_TRUE(LibTrash("100% \xc3\xa4\n.txt"));

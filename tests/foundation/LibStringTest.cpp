@@ -1,10 +1,9 @@
 #include "foundation/LibString.h"
 
-#include <cmath>
-#include <cstdio>
-#include <fstream>
 #include <string>
 #include <tuple>
+
+#include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -122,12 +121,12 @@ TEST(LibString, WildCardsMatchTheWholeText)
 
 TEST(LibString, ReadAppendsWholeFilesWhateverThePieces)
 {
-    const std::string path = testing::TempDir() + "LibStringTest.text";
-    std::ofstream(path) << "first line\n\nlast";
+    const TempFolder folder;
+    const std::string path = folder / "text";
+    WriteFile(path, "first line\n\nlast");
     LibString text("> ");
     text.Read(path.c_str(), 4);
     EXPECT_STREQ(text, "> first line\n\nlast");
-    remove(path.c_str());
     text = "/";
     testing::internal::CaptureStderr();
     text.Read(text, 4); // a folder opens

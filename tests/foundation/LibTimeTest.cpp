@@ -19,20 +19,16 @@ std::string TextOf(const LibTime& time)
 
 TEST(LibTime, AddingCarriesWholeDaysInBothDirections)
 {
-    const struct {
-        LibTime from;
-        int32 seconds;
-        const char* to;
-        int32 days;
-    } rows[] = { { LibTime(23, 59, 59), 1, "0:0:0", 1 }, { LibTime(0, 0, 0), -1, "23:59:59", -1 },
-        { LibTime(0, 0, 0), -86400, "0:0:0", -1 },
+    const std::tuple<LibTime, int32, const char*, int32> rows[] = { { LibTime(23, 59, 59), 1,
+                                                                        "0:0:0", 1 },
+        { LibTime(0, 0, 0), -1, "23:59:59", -1 }, { LibTime(0, 0, 0), -86400, "0:0:0", -1 },
         { LibTime(12, 0, 0), 86400 * 3 + 61, "12:1:1", 3 }, { LibTime(25, -1, 61), 0, "1:0:1", 1 },
         { LibTime(0, 0, 0), INT32_MIN, "20:45:52", -24856 } };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(TextOf(row.from));
-        LibTime time(row.from);
-        EXPECT_EQ(time.AddSeconds(row.seconds), row.days);
-        EXPECT_EQ(TextOf(time), row.to);
+    for (const auto& [from, seconds, to, days] : rows) {
+        SCOPED_TRACE(TextOf(from));
+        LibTime time(from);
+        EXPECT_EQ(time.AddSeconds(seconds), days);
+        EXPECT_EQ(TextOf(time), to);
     }
 }
 

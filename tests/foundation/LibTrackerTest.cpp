@@ -1,6 +1,7 @@
 #include "foundation/LibFiles.h"
 
 #include "tests/foundation/ScratchFolder.h"
+#include "tests/support/OwnBus.h"
 #include "tests/support/WaitUntil.h"
 
 #include <gtest/gtest.h>
@@ -9,44 +10,19 @@
 #include <Message.h>
 #include <Messenger.h>
 
-#include <csignal>
-#include <cstdio>
-#include <dbus/dbus.h>
-
 namespace {
 
-// A session bus of the test's own, and on it a desktop's file manager that lacks ShowFolders.
+// On a session bus of the test's own, a desktop's file manager that lacks ShowFolders.
 class Desktop {
 public:
-    Desktop()
-    {
-        FILE* daemon = popen("dbus-daemon --session --fork --print-address=1 --print-pid=1", "r");
-        char address[512] = "";
-        EXPECT_EQ(fscanf(daemon, "%511s %d", address, &fDaemon), 2) << "no dbus-daemon";
-        setenv("DBUS_SESSION_BUS_ADDRESS", address, 1);
-        pclose(daemon);
-        fConnection = dbus_bus_get(DBUS_BUS_SESSION, nullptr);
-        dbus_connection_set_exit_on_disconnect(fConnection, false);
-    }
-    ~Desktop()
-    {
-        dbus_connection_unref(fConnection);
-        kill(fDaemon, SIGTERM);
-    }
-    Desktop(const Desktop&) = delete;
-    Desktop& operator=(const Desktop&) = delete;
-
-    void StartFileManager()
-    {
-        dbus_bus_request_name(fConnection, "org.freedesktop.FileManager1", 0, nullptr);
-    }
+    void StartFileManager() const { fBus.Serve("org.freedesktop.FileManager1"); }
     // Answers the next call and describes it: "ShowItems file:///a file:///b".
     std::string NextCall()
     {
         DBusMessage* call = nullptr;
         while (!call || dbus_message_get_type(call) != DBUS_MESSAGE_TYPE_METHOD_CALL) {
-            if (!(call = dbus_connection_pop_message(fConnection)))
-                dbus_connection_read_write(fConnection, -1);
+            if (!(call = dbus_connection_pop_message(*fBus)))
+                dbus_connection_read_write(*fBus, -1);
         }
         char** uris = nullptr;
         int count = 0;
@@ -59,8 +35,8 @@ public:
             : dbus_message_new_error(call, DBUS_ERROR_UNKNOWN_METHOD, "unknown");
         for (int i = 0; i < count; i++)
             text += std::string(" ") + uris[i];
-        dbus_connection_send(fConnection, reply, nullptr);
-        dbus_connection_flush(fConnection);
+        dbus_connection_send(*fBus, reply, nullptr);
+        dbus_connection_flush(*fBus);
         dbus_free_string_array(uris);
         dbus_message_unref(reply);
         dbus_message_unref(call);
@@ -68,8 +44,7 @@ public:
     }
 
 private:
-    pid_t fDaemon = 0;
-    DBusConnection* fConnection = nullptr;
+    const OwnBus fBus { "DBUS_SESSION_BUS_ADDRESS" };
 };
 
 } // namespace

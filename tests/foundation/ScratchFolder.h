@@ -10,18 +10,10 @@ class ScratchFolder : public TempFolder {
 public:
     ScratchFolder()
     {
-        Home();
+        DataHome();
         std::filesystem::current_path(Path());
     }
     ~ScratchFolder() { std::filesystem::current_path("/"); }
-
-    static const TempFolder& Home()
-    {
-        static const struct DataHome : TempFolder {
-            DataHome() { setenv("XDG_DATA_HOME", Path().c_str(), 1); }
-        } home;
-        return home;
-    }
 };
 
 inline std::string Text(const LibString& text)

@@ -3,6 +3,7 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -136,29 +137,26 @@ TEST(xmlParser, LeavesOutWhatLiesTooDeepOrIsTooMuch)
             all += text;
         return all;
     };
-    const struct {
-        const char* name;
-        std::string text;
-        const char* message;
-        int32 children;
-    } rows[] = { { "deep", repeated("<a>", 100'000), "levels", 1 },
+    const std::tuple<const char*, std::string, const char*, int32> rows[] = {
+        { "deep", repeated("<a>", 100'000), "levels", 1 },
         { "deep and closed", repeated("<a>", 150) + "x" + repeated("</a>", 150) + "<b/>", "levels",
             2 },
         { "many", repeated("<b/>", 100'001), "elements", 100'000 },
         { "many attributes", "<c " + repeated("x ", 20'000) + "/><d/>", "attributes", 2 },
         { "long name", "<" + std::string(1'000'000, 'n') + ">", nullptr, 1 },
-        { "long attribute", "<c " + std::string(1'000'000, 'n') + "=1/>", "attribute", 1 } };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const XmlFile file("<top>" + row.text + "</top>");
+        { "long attribute", "<c " + std::string(1'000'000, 'n') + "=1/>", "attribute", 1 }
+    };
+    for (const auto& [name, text, message, children] : rows) {
+        SCOPED_TRACE(name);
+        const XmlFile file("<top>" + text + "</top>");
         testing::internal::CaptureStderr();
         xmlParser parser(file.Path());
         xmlTag tag;
         EXPECT_TRUE(parser.FindTag("top", tag));
-        EXPECT_EQ(tag.children.Size(), row.children);
+        EXPECT_EQ(tag.children.Size(), children);
         const std::string said = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), row.message != nullptr ? 1 : 0);
-        EXPECT_NE(said.find(row.message != nullptr ? row.message : ""), std::string::npos) << said;
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), message != nullptr ? 1 : 0);
+        EXPECT_NE(said.find(message != nullptr ? message : ""), std::string::npos) << said;
     }
 }
 

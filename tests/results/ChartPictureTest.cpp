@@ -136,10 +136,7 @@ TEST_F(ChartPictureTest, SaysWhyThereIsNone)
 {
     std::filesystem::create_symlink("/dev/full", folder / "full.pdf");
     WriteFile(folder / "a.gif", "before");
-    const struct {
-        std::string path;
-        const char* why;
-    } rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         { folder / "a.gif", "a picture's name ends in .svg, .png or .pdf" },
         { folder / "svg", "a picture's name ends in .svg, .png or .pdf" },
         { folder / "none/a.svg", "No such file or directory" },

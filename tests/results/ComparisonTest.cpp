@@ -1,42 +1,29 @@
 #include "results/Comparison.h"
 
 #include "foundation/LibNode.h"
-#include "tests/support/TempFolder.h"
+#include "tests/results/ComparedRun.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 namespace {
 
-// Machines are kept with the file "program" here, whose attributes lie in this folder too.
-const TempFolder& Home()
-{
-    static const TempFolder home;
-    setenv("XDG_DATA_HOME", home.Path().c_str(), 1); // asked for once in a program
-    return home;
-}
-
+// Machines are kept with this file, whose attributes lie in the same folder.
 LibNode Program()
 {
-    WriteFile(Home() / "program", "");
-    return LibNode((Home() / "program").c_str());
+    WriteFile(DataHome() / "program", "");
+    return LibNode((DataHome() / "program").c_str());
 }
 
-// Whose run has done 400 and 100 sieves a second, and whose other machine 200, given twice.
+// With the run and the other machine given twice.
 void Fill(Comparison& comparison)
 {
     Results run(true);
-    run.description = "This (2-x)";
-    run.nbrCpus = 2;
-    Metric* sieve = run.NewTest("Sieve", 400);
-    sieve->Units("IPS");
-    sieve->Time(1);
-    sieve->Time(4);
-    run.NewTest("Memory", 50)->Time(1);
+    FillRun(run);
     EXPECT_TRUE(comparison.SetRun(run));
-    const std::string path = Home() / "other";
-    WriteFile(path, "1.0\n24\nOther (1-y)\t700:200/1.0;\n");
+    const std::string path = MachineFile(DataHome());
     EXPECT_TRUE(comparison.Load({ path.c_str(), "/none", path.c_str() }));
 }
 
@@ -52,11 +39,7 @@ std::string Names(const Comparison& comparison)
 
 TEST(ChartScale, IsTheNextStepAboveTheGreatestValue)
 {
-    const struct {
-        double greatest;
-        float maxScale;
-        int32 step;
-    } rows[] = {
+    const std::tuple<double, float, int32> rows[] = {
         { 0, 10, 10 },
         { 5, 10, 10 },
         { 9.6, 20, 10 },
@@ -70,13 +53,13 @@ TEST(ChartScale, IsTheNextStepAboveTheGreatestValue)
         { 1e12, 2e9f, 100000000 },
         { INFINITY, 2e9f, 100000000 },
     };
-    for (const auto& row : rows) {
-        const ChartScale scale = ChartScale::For(row.greatest);
-        EXPECT_EQ(scale.maxScale, row.maxScale) << row.greatest;
-        EXPECT_EQ(scale.step, row.step) << row.greatest;
+    for (const auto& [greatest, maxScale, step] : rows) {
+        const ChartScale scale = ChartScale::For(greatest);
+        EXPECT_EQ(scale.maxScale, maxScale) << greatest;
+        EXPECT_EQ(scale.step, step) << greatest;
         EXPECT_EQ(scale.XFor(0, 320, 700), 320);
-        EXPECT_EQ(scale.XFor(double(row.maxScale) / 2, 320, 700), 510);
-        EXPECT_EQ(scale.XFor(double(row.maxScale), 320, 700), 700);
+        EXPECT_EQ(scale.XFor(double(maxScale) / 2, 320, 700), 510);
+        EXPECT_EQ(scale.XFor(double(maxScale), 320, 700), 700);
     }
 }
 
@@ -86,7 +69,7 @@ TEST(Comparison, ATestIsChosenOnceForMachinesThatComeLaterAndForTheTable)
     comparison.ChooseTest("Sieve");
     Fill(comparison);
     Fill(comparison); // the run takes the other's place
-    const std::string table = Home() / "table";
+    const std::string table = DataHome() / "table";
     EXPECT_TRUE(comparison.WriteTable(table.c_str()));
     const std::string own = "This (2-x)\t400.0\t100.0\t\t50.0\t\n";
     const std::string other = "Other (1-y)\t\t200.0\t\n";
@@ -109,7 +92,7 @@ TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
     first.ReadStore(program);
     Fill(first);
     first.WriteStore(program);
-    const std::string store = Home() / "tarvex/attributes.sqlite";
+    const std::string store = DataHome() / "tarvex/attributes.sqlite";
     std::filesystem::rename(store, store + ".away");
     std::filesystem::create_directory(store);
     Comparison second;

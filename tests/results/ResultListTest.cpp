@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "results/ResultList.h"
 #include "results/ResultsFile.h"
@@ -43,12 +44,7 @@ std::string Contents(Results& machine)
 TEST(ResultList, ARecordIsReadByItsRules)
 {
     constexpr char kMissing[] = "Error extracting time for metric <Memory> (200)\n";
-    const struct {
-        const char* name;
-        std::string record;
-        const char* contents;
-        std::string messages;
-    } rows[] = {
+    const std::tuple<const char*, std::string, const char*, std::string> rows[] = {
         { "whole", "PC (2-x@1/2MHz)\t-1:8 bit color\t1:A: B, C\t100:126/0.5,1.5;700:9/2.0,4.0;",
             "2 of PC (2-x@1/2MHz)\t-1:8 bit color\t1:A: B, C\t100:126/0.500000,1.500000;"
             "700:9/2.000000,4.000000;",
@@ -85,12 +81,12 @@ TEST(ResultList, ARecordIsReadByItsRules)
                 + "<.>\nError extracting time for metric <> (1)\n" },
     };
     const LocaleGuard german("de_DE.UTF-8"); // whose decimal point is a comma
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        Loaded loaded(FileOf(row.record));
+    for (const auto& [name, record, contents, messages] : rows) {
+        SCOPED_TRACE(name);
+        Loaded loaded(FileOf(record));
         ASSERT_EQ(loaded.list.Size(), 1);
-        EXPECT_EQ(Contents(*loaded.list.First()), row.contents);
-        EXPECT_EQ(loaded.messages, row.messages);
+        EXPECT_EQ(Contents(*loaded.list.First()), contents);
+        EXPECT_EQ(loaded.messages, messages);
         EXPECT_FALSE(loaded.list.First()->current);
     }
 }
@@ -101,12 +97,7 @@ TEST(ResultList, AFileIsReadByItsLengthsAndNeverBeyondThem)
     const std::string whole = FileOf(record);
     const std::string pair = whole.substr(4);
     const std::string huge(20'000'000, 'x');
-    const struct {
-        const char* name;
-        std::string bytes;
-        int machines;
-        std::string messages;
-    } rows[] = {
+    const std::tuple<const char*, std::string, int, std::string> rows[] = {
         { "version only", "1.0\n", 0, "" },
         { "two machines", whole + pair, 2, "" },
         { "no end of line", whole.substr(0, whole.size() - 1), 1, "" },
@@ -120,11 +111,11 @@ TEST(ResultList, AFileIsReadByItsLengthsAndNeverBeyondThem)
         { "a NUL ends a record", "1.0\n30\nPC (1-x)\t200:1/0.5;" + std::string(11, '\0') + "\n", 1,
             "" },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        Loaded loaded(row.bytes);
-        EXPECT_EQ(loaded.list.Size(), row.machines);
-        EXPECT_EQ(loaded.messages, row.messages);
+    for (const auto& [name, bytes, machines, messages] : rows) {
+        SCOPED_TRACE(name);
+        Loaded loaded(bytes);
+        EXPECT_EQ(loaded.list.Size(), machines);
+        EXPECT_EQ(loaded.messages, messages);
         for (Results* machine = loaded.list.First(); machine; machine = loaded.list.Next())
             EXPECT_EQ(Contents(*machine), "1 of PC (1-x)\t200:1/0.500000;");
     }

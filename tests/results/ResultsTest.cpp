@@ -128,12 +128,11 @@ TEST(Results, AssignmentIsDeepAndKeepsWhatBelongsToTheTarget)
 
 TEST(Results, FillTheseDevicesNamesTheScreenAndTheFirstDeviceOfEachClass)
 {
-    const MachineTree tree;
+    const ThisMachine tree;
     AddPciFunction(tree, "0000:00:01.0", PciConfig(0x10de, 0x0020, 0x030000));
     AddPciFunction(tree, "0000:00:02.0", PciConfig(0x102b, 0x0521, 0x030000));
     AddPciFunction(tree, "0000:00:03.0", PciConfig(0x1af4, 0x1000, 0x020000));
     AddPciFunction(tree, "0000:00:07.0", PciConfig(0x8086, 0x7110, 0x060100));
-    const RootGuard root(tree.Path());
     const LibSysInfo machine;
     Results results(true);
     results.FillTheseDevices();

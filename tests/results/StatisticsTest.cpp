@@ -8,6 +8,7 @@
 #include <map>
 #include <numeric>
 #include <sstream>
+#include <tuple>
 
 using namespace statistics;
 
@@ -112,11 +113,7 @@ TEST(Statistics, WhatCannotBeReckonedIsNotThere)
 
 TEST(Marks, HoldBeyondTheirLimitsOnly)
 {
-    const struct {
-        const char* name;
-        Times times;
-        const char* marks;
-    } rows[] = {
+    const std::tuple<const char*, Times, const char*> rows[] = {
         { "six equal ones", { 1, 1, 1, 1, 1, 1 }, "" },
         { "five", { 1, 1, 1, 1, 1 }, "few " },
         { "variation of 5 percent", { 21, 19, 20 }, "few " },
@@ -133,8 +130,8 @@ TEST(Marks, HoldBeyondTheirLimitsOnly)
         { "none", {}, "few " },
         { "one that is none", { 1, 2, 1, 2, 1, 2, NAN }, "few " },
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(Text(MarksOf(row.times)), row.marks) << row.name;
+    for (const auto& [name, times, marks] : rows)
+        EXPECT_EQ(Text(MarksOf(times)), marks) << name;
 }
 
 TEST(Marks, NameBothSpeedsOfAMachineAndLeaveASteadySieveAlone)
@@ -155,9 +152,7 @@ TEST(MannWhitney, IsNormalIfOneSampleIsAboveAHundredFigures)
 
 TEST(SmallestReachable, IsThePOfSetsThatLieApart)
 {
-    const struct {
-        int n, m;
-    } rows[] = { { 1, 1 }, { 2, 3 }, { 6, 6 }, { 100, 7 } };
+    const std::pair<int, int> rows[] = { { 1, 1 }, { 2, 3 }, { 6, 6 }, { 100, 7 } };
     for (const auto& [n, m] : rows) {
         const Times low = Upwards(n, 0);
         const Times high = Upwards(m, 1000);

@@ -2,6 +2,10 @@
 #pragma once
 
 #include <cstdio>
+#include <cstdlib>
+#include <grp.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,4 +32,24 @@ template <typename Action>
 int InChild(Action action)
 {
     return EndOf(StartChild(action));
+}
+
+// For a child: gives up root's rights, if it has them; false where that failed.
+inline bool BecomeOrdinaryUser()
+{
+    return geteuid() != 0
+        || (setgroups(0, nullptr) == 0 && setgid(65534) == 0 && setuid(65534) == 0);
+}
+
+// Whether this user may mount something in a process's own name space.
+inline bool CanMount()
+{
+    return system("unshare -rm true") == 0;
+}
+
+// For a child: whether its mounts are now its own.
+inline bool TakeOwnMounts()
+{
+    return unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) == 0
+        && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }

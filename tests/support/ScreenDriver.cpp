@@ -1,6 +1,7 @@
 #include "ScreenDriver.h"
 
 #include "server/DisplayServer.h"
+#include "tests/support/TempFolder.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -9,6 +10,8 @@
 #include <QScreen>
 #include <QVariant>
 #include <QWindow>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -99,20 +102,25 @@ bool ClickWhenSettled(const std::function<Widget()>& find, int button)
     return frame.IsValid();
 }
 
+class Display : public testing::Environment {
+    void SetUp() override
+    {
+        DataHome();
+        xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+        if (xcb_connection_has_error(connection) != 0)
+            GTEST_SKIP() << "no display";
+        xcb_disconnect(connection);
+    }
+};
+[[maybe_unused]] const testing::Environment* const gDisplay =
+    testing::AddGlobalTestEnvironment(new Display);
+
 std::string WindowOf(const std::string& title)
 {
     return "search --sync --onlyvisible --name " + Quoted("^" + title + "$");
 }
 
 } // namespace
-
-bool IsThere()
-{
-    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-    const bool isThere = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return isThere;
-}
 
 Widget Find(const std::string& name, const std::string& window)
 {

@@ -1,6 +1,7 @@
 // Drives this program's windows as a user does, with real X events (by xdotool), and looks at what
-// its widgets show. Widgets are found by the names of their views, in any shown window or only in
-// the one with a title. Call it from a thread that holds no window's lock.
+// its widgets show; where there is no display, the tests are skipped. Widgets are found by the
+// names of their views, in any shown window or only in the one with a title. Call it from a thread
+// that holds no window's lock.
 #pragma once
 
 #include "GraphicsDefs.h"
@@ -23,9 +24,6 @@ struct Widget {
     BRect frame; // on the screen
 };
 
-// Whether there is a display to drive; tests are skipped where there is none.
-bool IsThere();
-
 Widget Find(const std::string& name, const std::string& window = "");
 // Whether a shown window has that title, and the keyboard.
 bool IsActive(const std::string& window);
@@ -37,6 +35,18 @@ inline bool WaitFor(const std::function<bool()>& condition, double seconds = 20)
 {
     return WaitUntil(condition, seconds, 10);
 }
+
+// Whether the window of that title comes to have the keyboard.
+inline bool BecomesActive(const std::string& window, double seconds = 20)
+{
+    return WaitFor([&] { return IsActive(window); }, seconds);
+}
+
+// That a condition, asked again and again, comes true.
+#define EXPECT_SOON(...)                                                                           \
+    EXPECT_TRUE(screen::WaitFor([&] { return __VA_ARGS__; })) << #__VA_ARGS__ << "\n"
+#define ASSERT_SOON(...)                                                                           \
+    ASSERT_TRUE(screen::WaitFor([&] { return __VA_ARGS__; })) << #__VA_ARGS__ << "\n"
 
 // The user's hand. False where there is nothing of that name for 20 seconds. Clicks at a widget go
 // to its middle; button 1 is the left one, 4 and 5 turn the wheel up and down.

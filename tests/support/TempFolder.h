@@ -29,6 +29,15 @@ private:
     std::filesystem::path fPath;
 };
 
+// Where the test program's user has his data: asked for once in a program, so name it first.
+inline const TempFolder& DataHome()
+{
+    static const struct Home : TempFolder {
+        Home() { setenv("XDG_DATA_HOME", Path().c_str(), 1); }
+    } home;
+    return home;
+}
+
 // "none" where there is no file.
 inline std::string ReadFile(const std::string& path)
 {

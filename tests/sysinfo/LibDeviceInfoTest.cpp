@@ -6,7 +6,7 @@
 
 TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
 {
-    const MachineTree tree;
+    const ThisMachine tree;
     AddPciFunction(tree, "0000:00:07.0", PciConfig(0x8086, 0x7110, 0x060100)); // the first of two
     AddPciFunction(tree, "0000:00:01.0", PciConfig(0x1af4, 0x1000, 0x020000)); // unknown vendor
     AddPciFunction(tree, "0000:00:02.0", PciConfig(0x1097, 0x0001, 0x030000)); // unknown device
@@ -14,7 +14,6 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
     AddPciFunction(tree, "0000:00:04.0", PciConfig(0x0e11, 0x0001, 0x060200)); // has only a chip
     AddPciFunction(tree, "0000:00:05.0", PciConfig(0x8086, 0x1229, 0x0d0000)); // no class of ours
     AddPciFunction(tree, "0000:00:06.0", PciConfig(0x5333, 0x5631, 0xff0000)); // out of order
-    const RootGuard root(tree.Path());
     LibDeviceInfo info;
     FILE* file = fopen((tree.Path() + "/written").c_str(), "w");
     for (pciItem* item = info.First(); item != nullptr; item = info.Next())
@@ -47,8 +46,7 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
 
 TEST(LibDeviceInfo, HasNothingAndKnowsAllWhereThereAreNoBuses)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     LibDeviceInfo info;
     EXPECT_EQ(info.Size(), 0);
     EXPECT_TRUE(info.AllDevicesKnown());

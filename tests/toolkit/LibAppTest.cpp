@@ -21,13 +21,6 @@ constexpr char kHelp[] = "<help><topic name=\"first\" title=\"First\"><p>One.</p
                          "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Two.</p><p>Th"
                          "ree.</p></topic></help>";
 
-// For both tests, as a program asks but once where its data lies: help added there stays.
-void UseFolderOfItsOwn()
-{
-    static const TempFolder folder;
-    setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);
-}
-
 // A program whose window has a button in focus.
 class TestApp : public LibApp {
 public:
@@ -64,38 +57,35 @@ public:
 // The windows that the program opens, by its messages and by keys.
 void UseWindows(TestApp& app)
 {
-    ASSERT_TRUE(WaitFor([] { return IsActive("Main"); }));
+    ASSERT_TRUE(screen::BecomesActive("Main"));
     app.PostMessage('sabt');
-    EXPECT_TRUE(WaitFor([] { return IsActive("About AppTest"); }));
+    EXPECT_TRUE(screen::BecomesActive("About AppTest"));
     EXPECT_EQ(screen::Find("rel_date").text, "Released: 1 January 2000");
     for (const char* line : { "app_name", "company", "url" })
-        EXPECT_TRUE(WaitFor([=] { return screen::ContrastIn(screen::Find(line).frame) > 100; }));
+        EXPECT_SOON(screen::ContrastIn(screen::Find(line).frame) > 100);
     app.PostMessage('ssys');
-    EXPECT_TRUE(WaitFor([] { return IsActive("System"); }));
+    EXPECT_TRUE(screen::BecomesActive("System"));
     app.PostMessage('sabt');
-    EXPECT_TRUE(WaitFor([] { return IsActive("About AppTest"); })) << "the same one, in front";
+    EXPECT_TRUE(screen::BecomesActive("About AppTest")) << "the same one, in front";
     screen::Key("Escape");
-    EXPECT_TRUE(WaitFor([] { return !screen::Find("about_view").exists; }));
+    EXPECT_SOON(!screen::Find("about_view").exists);
     app.PostMessage('ssys');
     app.PostMessage('sabt');
-    EXPECT_TRUE(WaitFor([] { return IsActive("About AppTest"); })) << "a new one";
+    EXPECT_TRUE(screen::BecomesActive("About AppTest")) << "a new one";
 
     app.window->Activate();
-    ASSERT_TRUE(WaitFor([] { return IsActive("Main"); }));
+    ASSERT_TRUE(screen::BecomesActive("Main"));
     screen::Key("shift+F1");
-    EXPECT_TRUE(WaitFor([] { return IsActive("Help"); }));
+    EXPECT_TRUE(screen::BecomesActive("Help"));
     EXPECT_EQ(screen::Find("help_text").text, "The knob\n\nTwo.\n\nThree.");
     screen::Key("Up");
-    EXPECT_TRUE(WaitFor([] { return screen::Find("help_text").text == "First\n\nOne."; }));
+    EXPECT_SOON(screen::Find("help_text").text == "First\n\nOne.");
 }
 
 } // namespace
 
 TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
-    UseFolderOfItsOwn();
     SetProgramArguments({ "apptest" });
     TestApp app;
     std::thread user([&] {
@@ -111,7 +101,6 @@ TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
 
 TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
 {
-    UseFolderOfItsOwn();
     const TempFolder folder;
     const BApplication app("application/x-vnd.Quorvane.HelpTest");
     const std::string path = folder / "more help.xml";

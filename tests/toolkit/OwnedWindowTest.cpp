@@ -69,8 +69,6 @@ class OwnedWindowTest : public testing::TestWithParam<bool> {
 protected:
     void SetUp() override
     {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
         owner = new Owner(log, GetParam());
         Open();
     }
@@ -82,7 +80,7 @@ protected:
     void Open()
     {
         owner->PostMessage('open');
-        ASSERT_TRUE(WaitFor([] { return IsActive("Opened"); }));
+        ASSERT_TRUE(screen::BecomesActive("Opened"));
     }
     long Count(const char* entry)
     {
@@ -104,9 +102,9 @@ protected:
 TEST_P(OwnedWindowTest, IsMadeOnceAndComesToTheFrontAlsoWhenMinimized)
 {
     EXPECT_EQ(system("xdotool search --sync --onlyvisible --name '^Opened$' windowminimize"), 0);
-    ASSERT_TRUE(WaitFor([] { return screen::Find("contents").minimized; }));
+    ASSERT_SOON(screen::Find("contents").minimized);
     Open();
-    EXPECT_TRUE(WaitFor([] { return !screen::Find("contents").minimized; }));
+    EXPECT_SOON(!screen::Find("contents").minimized);
     EXPECT_EQ(Count("made"), 1);
     EXPECT_TRUE(WithLock(owner, [&] { return owner->window.Tell(BMessage('told')); }));
     EXPECT_TRUE(log.WaitFor("told"));
@@ -116,9 +114,9 @@ TEST_P(OwnedWindowTest, HiddenTwiceIsThereAfterBeingShownOnce)
 {
     for (int i = 0; i < 2; i++)
         WithLock(owner, [&] { owner->window.Hide(); });
-    ASSERT_TRUE(WaitFor([] { return !screen::Find("contents").exists; }));
+    ASSERT_SOON(!screen::Find("contents").exists);
     owner->PostMessage('open');
-    EXPECT_TRUE(WaitFor([] { return screen::Find("contents").exposed; }));
+    EXPECT_SOON(screen::Find("contents").exposed);
 }
 
 TEST_P(OwnedWindowTest, ThatWasClosedTakesNoOtherWithItAndCannotBeReached)

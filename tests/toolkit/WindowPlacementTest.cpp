@@ -1,6 +1,7 @@
 #include "toolkit/WindowPlacement.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -15,12 +16,7 @@ TEST(WindowPlacement, EachRuleHasItsPlace)
     const BRect right(700, 60, 999, 459); // one with room at its left only
     const BRect wide(100, 60, 899, 459); // none at either side for 200 pixels
     const BRect tooLarge(0, 0, 2000, 1500); // shows its title
-    const struct {
-        const char* name;
-        BRect mainWindow, window;
-        int32 position, nth;
-        BPoint corner;
-    } rows[] = {
+    const std::tuple<const char*, BRect, BRect, int32, int32, BPoint> rows[] = {
         { "the first of a cascade", BRect(), small, kCascade, 0, BPoint(46, 68) },
         { "an unknown rule cascades", BRect(), small, 17, 2, BPoint(94, 116) },
         { "centred between title and borders", left, small, kCentred, 0, BPoint(412, 345) },
@@ -32,9 +28,9 @@ TEST(WindowPlacement, EachRuleHasItsPlace)
         { "large, centred", BRect(), tooLarge, kCentred, 0, BPoint(6, 28) },
         { "large, beside", BRect(), tooLarge, kBesideMain, 0, BPoint(6, 28) },
     };
-    for (const auto& row : rows) {
-        const WindowPlacement placement { kScreen, row.mainWindow };
-        EXPECT_EQ(placement.Place(row.window, row.position, row.nth), row.corner) << row.name;
+    for (const auto& [name, mainWindow, window, position, nth, corner] : rows) {
+        const WindowPlacement placement { kScreen, mainWindow };
+        EXPECT_EQ(placement.Place(window, position, nth), corner) << name;
     }
 }
 

@@ -40,18 +40,13 @@ public:
 
 class WindowTest : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
-        gLog = &log;
-    }
+    void SetUp() override { gLog = &log; }
 
     static TestDialog* Open(const char* title = "Dialog")
     {
         TestDialog* dialog = new TestDialog(title);
         dialog->Show();
-        EXPECT_TRUE(screen::WaitFor([=] { return screen::IsActive(title); }));
+        EXPECT_TRUE(screen::BecomesActive(title));
         return dialog;
     }
 
@@ -76,7 +71,7 @@ TEST_F(WindowTest, ButtonsStandEvenlyAtTheRightAndKeysPressTheLastOrAskToClose)
         EXPECT_LT(save.bottom, window.bottom) << round;
         EXPECT_LT(screen::Find("bgview").frame.bottom, save.top) << round;
         dialog->ResizeBy(120, 60);
-        EXPECT_TRUE(screen::WaitFor([&] { return screen::Find("save").frame != save; }));
+        EXPECT_SOON(screen::Find("save").frame != save);
     }
     const char* const keys[] = { "Return", "Escape", "ctrl+w" };
     for (size_t i = 0; i < 3; i++) {
@@ -115,7 +110,7 @@ TEST_F(WindowTest, EachMessageBoxWaitsForItsButtonAndAlertsCanBeClosedUnanswered
     for (const auto& row : rows) {
         SCOPED_TRACE(row.title);
         std::thread caller(row.show, "Half of the file <a> is there");
-        EXPECT_TRUE(screen::WaitFor([&] { return screen::IsActive(row.title); }));
+        EXPECT_TRUE(screen::BecomesActive(row.title));
         EXPECT_EQ(screen::Find("_tv_", row.title).text, "Half of the file <a> is there");
         EXPECT_EQ(screen::Find("_b0_", row.title).text, "OK");
         screen::Key(row.key);
@@ -126,7 +121,7 @@ TEST_F(WindowTest, EachMessageBoxWaitsForItsButtonAndAlertsCanBeClosedUnanswered
         int32 answer = 7;
         std::thread caller(
             [&] { answer = LibAnswer(new BAlert("Question", "Now?", "No", "Yes", nullptr)); });
-        EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+        EXPECT_TRUE(screen::BecomesActive("Question"));
         key[0] ? screen::Key(key) : LibCloseAlerts();
         caller.join();
         EXPECT_EQ(answer, -1);

@@ -2,9 +2,8 @@
 #include "ui/CompareWin.h"
 
 #include "results/CpuColor.h"
-#include "results/Results.h"
+#include "tests/results/ComparedRun.h"
 #include "tests/support/ScreenDriver.h"
-#include "tests/support/TempFolder.h"
 
 #include <Application.h>
 #include <Entry.h>
@@ -33,28 +32,27 @@ public:
     std::atomic<int> closed = 0;
 };
 
-// Drags a file from another program's window, at (20, 650), as a user does; leaves its number in
-// the file "process".
+// Drags a file from another program's window, at (20, 650), as a user does; moves until the place
+// takes it.
 void DragFromAnotherProgram(const std::string& file, BPoint to)
 {
-    const std::string place = std::to_string(int(to.x)) + " " + std::to_string(int(to.y));
     const std::string command = TARVEX_BUILD "/test_dragsource " + file
-        + " & echo $! >process; xdotool search --sync --onlyvisible --name '^Files$'"
-          " mousemove 60 690 mousedown 1 sleep 0.2 mousemove 90 660 sleep 0.1 mousemove 150 600"
-          " sleep 0.1 mousemove "
-        + place + " sleep 0.1 mousemove_relative 3 3 sleep 0.3 mouseup 1";
+        + " >taken & echo $! >process; xdotool search --sync --onlyvisible --name '^Files$'"
+          " mousemove 60 690 mousedown 1";
     EXPECT_EQ(system(command.c_str()), 0);
+    EXPECT_TRUE(WaitFor([&to] {
+        to.x += 1;
+        screen::MoveTo(to);
+        return ReadFile("taken") == "taken\n";
+    }));
+    EXPECT_EQ(system("xdotool mouseup 1"), 0);
 }
 
 class CompareWinTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
-        // Asked for once in a program.
-        setenv("XDG_DATA_HOME", Home().Path().c_str(), 1);
-        std::filesystem::remove_all(Home() / "tarvex");
+        std::filesystem::remove_all(DataHome() / "tarvex");
         std::filesystem::current_path(folder.Path());
         target->Run();
         Open(true);
@@ -66,16 +64,11 @@ protected:
         std::filesystem::current_path("/");
     }
 
-    static const TempFolder& Home()
-    {
-        static const TempFolder home;
-        return home;
-    }
     void Open(bool allowSave)
     {
         window = new CompareWin(target, allowSave);
         window->Show();
-        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex Comparisons"); }));
+        ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
     }
     void Close()
     {
@@ -83,28 +76,15 @@ protected:
         window->Quit();
         window = nullptr;
     }
-    // A run whose sieve is as fast as 400, 100 with one processor, and memory 50.
     void Run()
     {
-        run.Clear();
-        run.description = "This (2-x)";
-        run.nbrCpus = 2;
-        Metric* sieve = run.NewTest("Sieve", 400);
-        sieve->Units("IPS");
-        sieve->Time(1);
-        sieve->Time(4);
-        run.NewTest("Memory", 50)->Time(1);
+        FillRun(run);
         window->SetResults(run);
     }
     std::string File(const std::string& name, const std::string& contents)
     {
         WriteFile(folder / name, contents);
         return folder / name;
-    }
-    std::string MachineFile()
-    {
-        const std::string record = "Other (1-y)\t-1:a screen\t6:Maker, Bridge\t700:200/1.0;";
-        return File("other", "1.0\n" + std::to_string(record.size()) + "\n" + record + "\n");
     }
     // The colour at a value of the scale 0 to maxScale, in the middle of a row's bar.
     rgb_color BarAt(int row, double value, double maxScale)
@@ -135,70 +115,69 @@ protected:
 TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndColour)
 {
     Run();
-    window->LoadResults(MachineFile().c_str());
+    window->LoadResults(MachineFile(folder).c_str());
     const rgb_color one = cpu_color[0];
     const rgb_color two = cpu_color[1];
     // 400 of the scale's 410.
-    ASSERT_TRUE(WaitFor([&] { return BarEndsAt(1, 200, 410, one); }));
+    ASSERT_SOON(BarEndsAt(1, 200, 410, one));
     EXPECT_TRUE(BarEndsAt(0, 400, 410, two));
     EXPECT_TRUE(BarEndsAt(0, 100, 410, one)) << "the shorter bar lies over the longer one";
 
     // Opens the machine's two devices, which stand where a third machine was.
-    window->LoadResults(MachineFile().c_str());
+    window->LoadResults(MachineFile(folder).c_str());
     const auto isThird = [&] { return BarEndsAt(2, 200, 410, one); };
     ASSERT_TRUE(WaitFor(isThird));
     screen::ClickAt(PictureOf(1));
-    EXPECT_TRUE(WaitFor([&] { return !isThird(); }));
+    EXPECT_SOON(!isThird());
     screen::ClickAt(PictureOf(1));
     EXPECT_TRUE(WaitFor(isThird));
 
     ASSERT_TRUE(screen::Click("ratio"));
-    EXPECT_TRUE(WaitFor([&] { return BarEndsAt(0, 100, 110, two); })) << "the best is 100 percent";
+    EXPECT_SOON(BarEndsAt(0, 100, 110, two)) << "the best is 100 percent";
     EXPECT_TRUE(BarEndsAt(1, 50, 110, one));
     // Beside the picture a click selects: the other machine is 100 percent then.
     screen::ClickAt(PictureOf(1) + BPoint(30, 0));
-    EXPECT_TRUE(WaitFor([&] { return BarEndsAt(0, 200, 210, two); }));
+    EXPECT_SOON(BarEndsAt(0, 200, 210, two));
     ASSERT_TRUE(screen::Click("ratio"));
 
     ASSERT_TRUE(screen::Click("choices"));
     ASSERT_TRUE(screen::ClickMenu({ "Memory" }));
-    EXPECT_TRUE(WaitFor([&] { return BarEndsAt(0, 50, 60, one); }));
+    EXPECT_SOON(BarEndsAt(0, 50, 60, one));
     EXPECT_TRUE(IsSame(BarAt(1, 1, 60), white_color)) << "it has no such test";
 
     screen::ClickAt(Find("legend").frame.LeftTop() + BPoint(5, 8));
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Color of 1 CPU"); }));
+    ASSERT_TRUE(screen::BecomesActive("Color of 1 CPU"));
     screen::ClickAt(Find("swatches").frame.LeftTop() + BPoint(2, 2)); // black
-    EXPECT_TRUE(WaitFor([&] { return BarEndsAt(0, 50, 60, { 0, 0, 0, 255 }); }));
+    EXPECT_SOON(BarEndsAt(0, 50, 60, { 0, 0, 0, 255 }));
     EXPECT_FALSE(screen::IsActive("Color of 1 CPU"));
 }
 
 TEST_F(CompareWinTest, MadeNarrowerAndWiderItLooksAsBefore)
 {
-    ASSERT_TRUE(WaitFor([] { return Find("save").exposed; }));
+    ASSERT_SOON(Find("save").exposed);
     const BRect before = Find("save").frame;
     BRect right = Find("legend").frame;
     right.left += 530; // of its colours
     screen::ResizeWindow("Tarvex Comparisons", BPoint(100, 400));
-    ASSERT_TRUE(WaitFor([&] { return Find("save").frame.left < before.left; }));
+    ASSERT_SOON(Find("save").frame.left < before.left);
     EXPECT_GT(screen::Settled("save").left, Find("ratio").frame.right);
     screen::ResizeWindow("Tarvex Comparisons", BPoint(720, 400));
-    EXPECT_TRUE(WaitFor([&] { return Find("save").frame.left == before.left; }));
-    EXPECT_TRUE(WaitFor([&] { return screen::ContrastIn(right) == 0; }));
+    EXPECT_SOON(Find("save").frame.left == before.left);
+    EXPECT_SOON(screen::ContrastIn(right) == 0);
 }
 
 TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
 {
     Run();
     const BPoint text = Find("legend").frame.LeftTop() + BPoint(20, 2);
-    EXPECT_TRUE(
-        WaitFor([&] { return screen::ContrastIn(BRect(text, text + BPoint(35, 14))) > 100; }));
+    EXPECT_SOON(screen::ContrastIn(BRect(text, text + BPoint(35, 14))) > 100);
     const rgb_color before = BarAt(0, 390, 410);
     for (const char* key : { "Tab", "Right", "Return" })
         screen::Key(key);
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Color of 2 CPU"); }));
+    ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
     screen::Key("Down");
     screen::Key("Return");
-    EXPECT_TRUE(WaitFor([&] { return !IsSame(BarAt(0, 390, 410), before); }));
+    EXPECT_SOON(!IsSame(BarAt(0, 390, 410), before));
     EXPECT_FALSE(screen::IsActive("Color of 2 CPU"));
 }
 
@@ -206,8 +185,9 @@ TEST_F(CompareWinTest, FilesDraggedFromAnotherProgramAreShown)
 {
     Run();
     ASSERT_TRUE(IsSame(BarAt(1, 199, 410), white_color));
-    DragFromAnotherProgram(MachineFile(), Find("DrawView").frame.LeftTop() + BPoint(200, 150));
-    EXPECT_TRUE(WaitFor([&] { return BarEndsAt(1, 200, 410, cpu_color[0]); }));
+    DragFromAnotherProgram(
+        MachineFile(folder), Find("DrawView").frame.LeftTop() + BPoint(200, 150));
+    EXPECT_SOON(BarEndsAt(1, 200, 410, cpu_color[0]));
     EXPECT_EQ(system("kill $(cat process)"), 0);
 }
 
@@ -216,7 +196,7 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
     BMessage dropped(B_SIMPLE_DATA);
     for (const std::string& path :
         { File("note.html", "1.0\n15\nN (1-)\t700:9/3;\n"), File("other.txt", "1.0\n"),
-            MachineFile(), File("again.txt", "1.0\n15\nZ (1-)\t700:9/3;\n") }) {
+            MachineFile(folder), File("again.txt", "1.0\n15\nZ (1-)\t700:9/3;\n") }) {
         entry_ref ref;
         ASSERT_EQ(get_ref_for_path(path.c_str(), &ref), B_OK);
         dropped.AddRef("refs", &ref);
@@ -226,24 +206,17 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
     Open(true);
     Run();
     ASSERT_TRUE(screen::Click("save"));
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Information"); }));
+    ASSERT_TRUE(screen::BecomesActive("Information"));
     const BRect chart = Find("DrawView").frame;
     const auto hasBar = [&] { return IsSame(BarAt(0, 200, 410), cpu_color[1]); };
     screen::MoveWindow("Information", chart.LeftTop() + BPoint(400, 0)); // over the bar and away
-    ASSERT_TRUE(WaitFor([&] { return !hasBar(); }));
+    ASSERT_SOON(!hasBar());
     screen::MoveWindow("Information", chart.LeftTop() + BPoint(0, 200));
     EXPECT_TRUE(WaitFor(hasBar));
     screen::Key("Return");
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex Comparisons"); }));
+    ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
     const std::string table = ReadFile(folder / "Tarvex.compare");
     EXPECT_TRUE(table.ends_with("50.0\t\nZ (1-)\t\t3.0\t\nOther (1-y)\t\t200.0\t\n")) << table;
-    std::filesystem::remove(folder / "Tarvex.compare");
-    screen::ClickAt(PictureOf(0) + BPoint(30, 0)); // the keys are the chart's then
-    screen::Key("s");
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Information"); }));
-    EXPECT_EQ(ReadFile(folder / "Tarvex.compare"), table);
-    screen::Key("Return");
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex Comparisons"); }));
     screen::Key("alt+F4");
-    EXPECT_TRUE(WaitFor([&] { return target->closed == 1; }));
+    EXPECT_SOON(target->closed == 1);
 }

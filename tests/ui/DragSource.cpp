@@ -1,10 +1,13 @@
-// dragsource FILE...: a small window, as another program's, that the files can be dragged from.
+// dragsource FILE...: a small window, as another program's, that the files can be dragged from; it
+// says "taken" where they can be dropped.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QUrl>
 #include <QWidget>
+
+#include <cstdio>
 
 namespace {
 
@@ -19,6 +22,12 @@ protected:
         files->setUrls(urls);
         auto* drag = new QDrag(this);
         drag->setMimeData(files);
+        connect(drag, &QDrag::actionChanged, [](Qt::DropAction action) {
+            if (action == Qt::CopyAction) {
+                puts("taken");
+                fflush(stdout);
+            }
+        });
         drag->exec(Qt::CopyAction);
     }
 };

@@ -34,19 +34,14 @@ protected:
         if (fTarget->Lock())
             fTarget->Quit();
     }
-    void SetUp() override
-    {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
-        fTarget->Run();
-    }
+    void SetUp() override { fTarget->Run(); }
     void Open()
     {
         const RootGuard root(fTree.Path());
         LibDeviceInfo info;
         fForm = new GetSysDeviceWin(info, fTarget);
         fForm->Show();
-        ASSERT_TRUE(screen::WaitFor([] { return screen::IsActive("Unknown Devices"); }));
+        ASSERT_TRUE(screen::BecomesActive("Unknown Devices"));
     }
     std::string Saved()
     {
@@ -65,6 +60,22 @@ protected:
         ASSERT_TRUE(screen::Click(name));
         screen::Key("ctrl+a");
         screen::Type(text);
+    }
+
+    // Whether a row comes to lie within a box or the window.
+    static bool IsSeen(const char* row, const char* within)
+    {
+        return screen::WaitFor(
+            [=] { return screen::Settled(within).Contains(Find(row).frame.InsetByCopy(0, -2)); });
+    }
+    // Leads the keyboard from the first entry to the last and back.
+    static void WalkBetween(const char* first, const char* last, const char* within)
+    {
+        EXPECT_TRUE(IsSeen(first, within));
+        for (const auto& [key, row] : { std::pair("shift+Tab", last), { "Tab", first } }) {
+            screen::Key(key);
+            EXPECT_TRUE(IsSeen(row, within)) << row;
+        }
     }
 
     BApplication fApplication { "application/x-vnd.Quorvane.FormTest" };
@@ -108,7 +119,7 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
     Fill("vendor_2-2_0x1AF4", "A vendor of my own");
     Fill("device_2-2_0x1041", "Some card of which the name has more than fifty letters");
     const std::string cut = "Some card of which the name has more than fifty le";
-    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_2-2_0x1041") == cut; }));
+    EXPECT_SOON(TextOf("device_2-2_0x1041") == cut);
     EXPECT_FALSE(WithLock(fForm, [&] { return fForm->QuitRequested(); }));
     EXPECT_EQ(Saved(),
         "pci class = <3>, type = <Display>\n"
@@ -133,21 +144,21 @@ TEST_F(FormTest, WhatIsTypedReplacesTheEntryAndReturnLeadsThroughAllOfThem)
     screen::Type("?a");
     EXPECT_EQ(system("xdotool key Return key question key b key Return"), 0);
     screen::Type("?c");
-    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-3_0xABC") == "?c"; }));
+    EXPECT_SOON(TextOf("device_1-3_0xABC") == "?c");
     EXPECT_EQ(TextOf("device_1-1_0xABC") + TextOf("device_1-2_0xABC"), "?a?b");
     EXPECT_TRUE(screen::Click("device_1-1_0xABC"));
     screen::Type("?d");
-    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0xABC") == "?d"; }));
+    EXPECT_SOON(TextOf("device_1-1_0xABC") == "?d");
     EXPECT_TRUE(screen::Click("device_1-1_0xABC")); // puts the caret behind it
     screen::Key("End");
     screen::Type("e");
-    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0xABC") == "?de"; }));
+    EXPECT_SOON(TextOf("device_1-1_0xABC") == "?de");
     EXPECT_EQ(fTarget->closed, 0);
     screen::Key("Escape");
-    EXPECT_TRUE(screen::WaitFor([&] { return fTarget->closed == 1; }));
+    EXPECT_SOON(fTarget->closed == 1);
     for (int i = 0; i < 3; i++)
         screen::Key("Return");
-    EXPECT_TRUE(screen::WaitFor([&] { return fTarget->closed == 2; }));
+    EXPECT_SOON(fTarget->closed == 2);
 }
 
 TEST_F(FormTest, RowsBelowTheirBoxAreScrolledIntoIt)
@@ -157,23 +168,14 @@ TEST_F(FormTest, RowsBelowTheirBoxAreScrolledIntoIt)
         AddPciFunction(fTree, place, PciConfig(0x1002, 0x0ab0 + i, 0x020000));
     }
     Open();
-    const auto isSeen = [](const char* name) {
-        return screen::WaitFor([name] {
-            const BRect row = Find(name).frame;
-            return screen::Settled("Network").Contains(row.InsetByCopy(0, -2));
-        });
-    };
-    const BRect stated(170, 18 + 8 * 25, 325, 18 + 8 * 25 + 24);
     EXPECT_EQ(WithLock(fForm, [&] { return fForm->FindView("Network")->Frame(); }),
         BRect(10, 75, 345, 75 + 10 * 23));
     EXPECT_EQ(
         WithLock(fForm, [&] { return fForm->FindView("device_1-9_0xAB8")->Parent()->Frame(); }),
-        stated);
-    EXPECT_TRUE(isSeen("device_1-1_0xAB0"));
-    screen::Key("shift+Tab"); // from the first entry to the last
-    EXPECT_TRUE(isSeen("device_1-9_0xAB8"));
-    EXPECT_TRUE(screen::Click("device_1-9_0xAB8", "", 4)); // the wheel
-    EXPECT_TRUE(isSeen("device_1-1_0xAB0"));
+        BRect(170, 18 + 8 * 25, 325, 18 + 8 * 25 + 24));
+    WalkBetween("device_1-1_0xAB0", "device_1-9_0xAB8", "Network");
+    EXPECT_TRUE(screen::Click("device_1-1_0xAB0", "", 5)); // the wheel
+    EXPECT_TRUE(IsSeen("device_1-9_0xAB8", "Network"));
 }
 
 TEST_F(FormTest, EachRowSaysWhichDeviceItIs)
@@ -199,8 +201,7 @@ TEST_F(FormTest, EachRowSaysWhichDeviceItIs)
     };
     for (const auto& row : rows) {
         screen::MoveTo(screen::Settled(row.view).LeftTop() + BPoint(9, 9));
-        EXPECT_TRUE(screen::WaitFor([&] { return Find("qtooltip_label").text == row.tip; }))
-            << Find("qtooltip_label").text;
+        EXPECT_SOON(Find("qtooltip_label").text == row.tip) << Find("qtooltip_label").text;
     }
 }
 
@@ -219,16 +220,11 @@ TEST_F(FormTest, ScrollsWhereTheScreenHasNoRoomForAllDevices)
     Open();
     const float height = BScreen().Frame().Height();
     EXPECT_LT(fForm->Frame().bottom, height);
-    screen::Key("shift+Tab"); // from the first entry to the last
-    EXPECT_TRUE(screen::WaitFor(
-        [&] { return Find("device_6-8_0x7322").frame.bottom <= fForm->Frame().bottom; }));
-    screen::Key("Tab");
-    EXPECT_TRUE(
-        screen::WaitFor([&] { return Find("device_1-1_0x342E").frame.top > fForm->Frame().top; }));
+    WalkBetween("device_1-1_0x342E", "device_6-8_0x7322", "Unknown Devices");
     for (int notches = 0; notches < 8; notches++)
         screen::Click("view", "", 5);
     Fill("device_6-8_0x7322", "The last one");
-    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_6-8_0x7322") == "The last one"; }));
+    EXPECT_SOON(TextOf("device_6-8_0x7322") == "The last one");
 }
 
 TEST_F(FormTest, CompletesNamesThatTheSystemKnows)
@@ -240,20 +236,18 @@ TEST_F(FormTest, CompletesNamesThatTheSystemKnows)
     Open();
     const std::string vendor = names.Vendor(0x1af4), device = names.Device(0x1af4, 0x1041);
     Fill("vendor_1-1_0x1AF4", vendor.substr(0, 1));
-    EXPECT_TRUE(screen::WaitFor([&] { return Find("vendor_1-1_0x1AF4").text == vendor; }))
+    EXPECT_SOON(Find("vendor_1-1_0x1AF4").text == vendor)
         << "the machine's own vendor comes before all others";
     Fill("vendor_1-1_0x1AF4", vendor.substr(0, 1)); // over the whole of it
-    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("vendor_1-1_0x1AF4") == vendor; }));
+    EXPECT_SOON(TextOf("vendor_1-1_0x1AF4") == vendor);
     Fill("device_1-1_0x1041", device.substr(0, 2));
-    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0x1041") == device; }));
+    EXPECT_SOON(TextOf("device_1-1_0x1041") == device);
     screen::Type("?"); // replaces what was put behind
-    EXPECT_TRUE(
-        screen::WaitFor([&] { return TextOf("device_1-1_0x1041") == device.substr(0, 2) + "?"; }));
+    EXPECT_SOON(TextOf("device_1-1_0x1041") == device.substr(0, 2) + "?");
     screen::Key("BackSpace");
-    EXPECT_TRUE(screen::WaitFor([&] { return TextOf("device_1-1_0x1041") == device.substr(0, 2); }))
+    EXPECT_SOON(TextOf("device_1-1_0x1041") == device.substr(0, 2))
         << "whoever deletes does not want it back";
     Fill("vendor_1-1_0x1AF4", "matrox e");
-    EXPECT_TRUE(screen::WaitFor([&] {
-        return TextOf("vendor_1-1_0x1AF4") == "matrox electronics Systems Ltd.";
-    })) << TextOf("vendor_1-1_0x1AF4");
+    EXPECT_SOON(TextOf("vendor_1-1_0x1AF4") == "matrox electronics Systems Ltd.")
+        << TextOf("vendor_1-1_0x1AF4");
 }

@@ -98,7 +98,6 @@ public:
     {
         if (!screen::WaitFor([&] { return IsActive(title); }, 60))
             return false;
-        snooze(200000); // the window manager says so before the program knows
         if (!text.empty())
             screen::Type(text);
         for (const std::string& key : keys)
@@ -128,7 +127,8 @@ public:
 private:
     bool IsActive(const std::string& title) const
     {
-        return Succeeds("test \"$(xdotool getactivewindow getwindowpid getwindowname 2>/dev/null)\""
+        // Not as the window manager says, which does so before the keys go there.
+        return Succeeds("test \"$(xdotool getwindowfocus getwindowpid getwindowname 2>/dev/null)\""
                         " = '"
             + std::to_string(id) + "\n" + title + "'");
     }

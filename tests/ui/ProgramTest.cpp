@@ -40,8 +40,6 @@ TEST(Program, AnswersWithoutADisplay)
 
 TEST(Program, SaysWhereAHelpFileIsNone)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
 #ifndef __SANITIZE_THREAD__ // it has no place beside the stack
     // No stack of that size can be had, so no thread.
     const char* const limit = "ulimit -s 200000000000";
@@ -59,8 +57,6 @@ TEST(Program, SaysWhereAHelpFileIsNone)
 
 TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
     const TempFolder folder;
     const std::string good = folder / "good", bad = folder / "bad";
     WriteFile(good, "1.0\n26\nPC (1-x)\t100:126/1.000000;\n");
@@ -87,7 +83,7 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
         ASSERT_TRUE(program.In(row.compares ? "Tarvex Comparisons" : "Tarvex", "", {}));
         // Window managers give a window without an icon one of 48 pixels.
         const char* const icon = "xprop -name Tarvex _NET_WM_ICON | grep -q '(128 x 128)'";
-        EXPECT_TRUE(screen::WaitFor([=] { return system(icon) == 0; }));
+        EXPECT_SOON(system(icon) == 0);
         row.key[0] ? screen::Key(row.key) : program.End(SIGTERM);
         EXPECT_EQ(program.Status(30), 0) << row.key;
         EXPECT_EQ(program.Errors(), row.errors);
@@ -96,8 +92,6 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
 
 TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
 {
-    if (!screen::IsThere())
-        GTEST_SKIP() << "no display";
     const std::string online = ReadFile(kOnline);
     const bool canSwitch = geteuid() == 0 && online != "0\n";
     enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff, kKilledWithOneOff };
@@ -106,12 +100,11 @@ TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
         ASSERT_TRUE(program.AskForRun());
         if (when != kAtTheWarning) {
             screen::Key("Return");
-            ASSERT_TRUE(screen::WaitFor([&] { return program.HasThread("benchmark"); }));
+            ASSERT_SOON(program.HasThread("benchmark"));
         }
-        EXPECT_TRUE(screen::WaitFor(
-            [&] { return when < kWithOneProcessorOff || ReadFile(kOnline) != online; }));
+        EXPECT_SOON(when < kWithOneProcessorOff || ReadFile(kOnline) != online);
         program.End(when == kKilledWithOneOff ? SIGKILL : SIGTERM);
         EXPECT_EQ(program.Status(5), when == kKilledWithOneOff ? -1 : 0) << when;
-        EXPECT_TRUE(screen::WaitFor([&] { return ReadFile(kOnline) == online; }));
+        EXPECT_SOON(ReadFile(kOnline) == online);
     }
 }

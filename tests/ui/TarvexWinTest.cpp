@@ -53,11 +53,9 @@ class TarvexWinTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
         window = new RecordingWin;
         window->Show();
-        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex"); }));
+        ASSERT_TRUE(screen::BecomesActive("Tarvex"));
     }
     // A run that is under way ends with its window.
     void TearDown() override
@@ -110,7 +108,7 @@ TEST_F(TarvexWinTest, EveryTickChangesEstimateAndTestItem)
     screen::Key("ctrl+a");
     EXPECT_TRUE(Shows("est_time", all));
     screen::Click("disklifecycle");
-    EXPECT_TRUE(WaitFor([&] { return Find("est_time").text != all; }));
+    EXPECT_SOON(Find("est_time").text != all);
     screen::ClickMenu({ "Benchmark", "All" });
     EXPECT_TRUE(Shows("est_time", all));
 }
@@ -122,17 +120,17 @@ TEST_F(TarvexWinTest, AsksBeforeASecondRunOnTheMachineWhichTheDefaultDoesNotStar
     screen::Click("cpustring");
     for (const char* const answer : { "Return", "Escape", "" }) {
         screen::Key("ctrl+t");
-        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Another run"); }));
+        ASSERT_TRUE(screen::BecomesActive("Another run"));
         const std::string text = Find("_tv_").text;
         EXPECT_TRUE(text.starts_with("Another run is under way on this machine, by ")) << text;
         EXPECT_NE(text.find(" (process " + std::to_string(getpid()) + ") since "), text.npos);
         if (answer[0]) {
             screen::Key(answer);
-            ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex"); }));
+            ASSERT_TRUE(screen::BecomesActive("Tarvex"));
             EXPECT_TRUE(TestIsEnabled());
         } else {
             EXPECT_TRUE(screen::Click("_b0_", "Another run"));
-            EXPECT_TRUE(WaitFor([] { return screen::IsActive("Warning"); }));
+            EXPECT_TRUE(screen::BecomesActive("Warning"));
         }
     }
 }
@@ -145,7 +143,7 @@ TEST_F(TarvexWinTest, WithoutAThreadForTheRunTheWindowIsIdleAgain)
         return testing::internal::GetCapturedStderr();
     };
     screen::Click("cpumemory");
-    ASSERT_TRUE(WaitFor([this] { return TestIsEnabled(); }));
+    ASSERT_SOON(TestIsEnabled());
     {
         const NoThreads noThreads;
         const std::string errors = startTest(); // each alert tells there what it has to tell
@@ -155,7 +153,7 @@ TEST_F(TarvexWinTest, WithoutAThreadForTheRunTheWindowIsIdleAgain)
     EXPECT_EQ(Find("timebox").text, "Estimated Test Time");
     EXPECT_TRUE(TestIsEnabled());
     screen::Key("ctrl+t");
-    EXPECT_TRUE(WaitFor([] { return find_thread("benchmark") >= B_OK; }));
+    EXPECT_SOON(find_thread("benchmark") >= B_OK);
 }
 
 TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
@@ -163,13 +161,13 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
     screen::Click("cpustring");
     screen::Click("cpumemory");
     screen::Key("ctrl+t");
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Warning"); }));
+    ASSERT_TRUE(screen::BecomesActive("Warning"));
     EXPECT_EQ(Find("_tv_").text,
         "While the test is being conducted against one CPU, Tarvex may appear to have hung and the "
         "animated pointer will not spin much. Be patient for a moment, the single processor is "
         "very busy during this phase of the test.");
     screen::Key("Return");
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Results"); }, 120));
+    ASSERT_TRUE(screen::BecomesActive("Results", 120));
 
     std::vector<std::string> expected;
     const std::string all = "/" + std::to_string(NbrCpus()) + ")";
@@ -188,11 +186,11 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
             screen::Key(key);
         else
             screen::Click("cancel");
-        EXPECT_TRUE(WaitFor([] { return !Find("list").exists; })) << key;
+        EXPECT_SOON(!Find("list").exists) << key;
         screen::ClickAt(Find("est_time").frame.LeftTop());
-        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex"); }));
+        ASSERT_TRUE(screen::BecomesActive("Tarvex"));
         screen::Key("ctrl+t");
-        ASSERT_TRUE(WaitFor([] { return screen::IsActive("Results"); }, 120));
+        ASSERT_TRUE(screen::BecomesActive("Results", 120));
     }
 }
 
@@ -200,18 +198,18 @@ TEST_F(TarvexWinTest, TheGraphicsTestsAskForTheirScreenFirst)
 {
     screen::Click("cpugraphics");
     screen::Key("ctrl+t");
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Graphics"); }));
+    ASSERT_TRUE(screen::BecomesActive("Graphics"));
     EXPECT_EQ(Find("_tv_").text,
         "To properly test the graphics portion, the screen should be set to 8 Bits/Pixel, and a "
         "resolution of 1024x768");
     screen::Click("_b0_");
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Tarvex"); }));
+    ASSERT_TRUE(screen::BecomesActive("Tarvex"));
     EXPECT_LT(find_thread("LoadCursor"), 0);
 
     // Only whoever continues is warned, and nothing runs before that is answered.
     screen::Key("ctrl+t");
-    ASSERT_TRUE(WaitFor([] { return screen::IsActive("Graphics"); }));
+    ASSERT_TRUE(screen::BecomesActive("Graphics"));
     screen::Key("Return");
-    EXPECT_TRUE(WaitFor([] { return screen::IsActive("Warning"); }));
+    EXPECT_TRUE(screen::BecomesActive("Warning"));
     EXPECT_TRUE(window->statuses.empty());
 }

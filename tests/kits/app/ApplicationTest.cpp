@@ -78,23 +78,20 @@ protected:
 
 TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
 {
-    const struct {
-        Entries arguments;
-        Entries entries;
-    } rows[] = {
+    const std::pair<Entries, Entries> rows[] = {
         { { "prog" }, { "ready", "about", "1" } },
         { { "prog", "-scmp", "" }, { "argv 3 prog -scmp ", "ready", "about", "1" } },
     };
-    for (const auto& row : rows) {
-        SetProgramArguments(row.arguments);
+    for (const auto& [arguments, entries] : rows) {
+        SetProgramArguments(arguments);
         Log log;
-        TestApp app(log, row.entries.size());
+        TestApp app(log, entries.size());
         EXPECT_EQ(be_app, &app);
         app.PostMessage(B_ABOUT_REQUESTED);
         app.PostMessage(B_READY_TO_RUN); // it is ready only once
         be_app_messenger.SendMessage(1);
         EXPECT_EQ(app.Run(), find_thread(nullptr));
-        EXPECT_EQ(log.Now(), row.entries);
+        EXPECT_EQ(log.Now(), entries);
     }
     EXPECT_EQ(be_app, nullptr);
     EXPECT_FALSE(be_app_messenger.IsValid());

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <list>
 #include <optional>
 
@@ -94,10 +95,13 @@ TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLockNorWhileItWaitsForItInADes
     Log log;
     auto* looper = new BLooper;
     looper->Run();
+    std::atomic<bool> goesOn = false;
     const auto use = [&] {
         const BAutolock lock(looper);
         log.Add("begun");
-        snooze(200'000); // a kill point otherwise
+        do
+            snooze(1000); // a kill point otherwise
+        while (!goesOn);
         log.Add("done");
     };
     struct AtItsEnd {
@@ -110,8 +114,11 @@ TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLockNorWhileItWaitsForItInADes
     AwaitWaiting(waiting.Id());
     KitThread killer([&] { kill_thread(waiting.Id()); });
     AwaitWaiting(killer.Id());
-    kill_thread(holder.Id());
+    KitThread other([&] { kill_thread(holder.Id()); });
+    AwaitWaiting(other.Id());
+    goesOn = true;
     killer.Wait();
+    other.Wait();
     EXPECT_EQ(log.Now(), (Entries { "begun", "done", "begun", "done" }));
     QuitNow(looper);
 }

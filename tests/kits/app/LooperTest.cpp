@@ -43,31 +43,6 @@ TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)
     EXPECT_EQ(received, sent);
 }
 
-TEST(Looper, ManySendersToASmallPortLoseNothingAndKeepTheirOrder)
-{
-    constexpr int32 kEach = 3000;
-    std::array<int32, 4> received {};
-    auto* looper = new TestLooper(
-        [&](TestLooper&, BMessage* message) {
-            EXPECT_EQ(Number(message), received[message->what]++);
-        },
-        2);
-    const BMessenger messenger(looper);
-    looper->Run();
-    std::list<KitThread> senders;
-    for (uint32 i = 0; i < received.size(); ++i) {
-        senders.emplace_back([=] {
-            for (int32 number = 0; number < kEach; ++number) {
-                BMessage message = Numbered(i, number);
-                EXPECT_EQ(messenger.SendMessage(&message), B_OK);
-            }
-        });
-    }
-    senders.clear();
-    QuitNow(looper);
-    EXPECT_EQ(received, (std::array { kEach, kEach, kEach, kEach }));
-}
-
 TEST(Looper, QuitFromItsOwnThreadDeletesItAndNeverReturns)
 {
     struct Quitter : BLooper {

@@ -137,26 +137,3 @@ TEST(Message, DataKeepsItsSizeWhereTheFieldIsOfFixedSize)
     EXPECT_EQ(message.AddBool(std::string(255, 'n').c_str(), true), B_OK);
     EXPECT_EQ(message.AddBool(std::string(256, 'n').c_str(), true), B_BAD_VALUE);
 }
-
-TEST(Message, NamesAreCountedByTypeAndTakenAway)
-{
-    BMessage message('keep');
-    message.AddBool("b", true);
-    message.AddInt32("c", 2);
-    message.AddInt32("c", 3);
-    EXPECT_EQ(message.CountNames(B_ANY_TYPE), 2);
-    char* name = nullptr;
-    type_code type = 0;
-    int32 count = 0;
-    EXPECT_EQ(message.GetInfo(B_INT32_TYPE, 0, &name, &type, &count), B_OK);
-    EXPECT_STREQ(name, "c");
-    EXPECT_EQ(count, 2);
-    EXPECT_EQ(message.GetInfo(B_INT32_TYPE, 1, &name, &type), B_BAD_INDEX);
-    EXPECT_EQ(message.GetInfo(B_FLOAT_TYPE, 0, &name, &type), B_BAD_TYPE);
-    EXPECT_EQ(message.RemoveName("c"), B_OK);
-    EXPECT_EQ(message.RemoveName("c"), B_NAME_NOT_FOUND);
-    EXPECT_EQ(message.CountNames(B_ANY_TYPE), 1);
-    message.MakeEmpty();
-    EXPECT_TRUE(message.IsEmpty());
-    EXPECT_EQ(message.what, uint32('keep'));
-}

@@ -163,25 +163,21 @@ TEST(Messenger, WaitsForTheReplyAndTellsWhyThereIsNone)
     });
     const BMessenger messenger(looper);
     looper->Run();
-    const struct {
-        uint32 what;
-        status_t status;
-        uint32 reply;
-    } rows[] = {
+    const std::tuple<uint32, status_t, uint32> rows[] = {
         { kAnswer, B_OK, 'answ' },
         { kForget, B_OK, B_NO_REPLY },
         { kUnknown, B_OK, B_MESSAGE_NOT_UNDERSTOOD },
         { kDetach, B_TIMED_OUT, 'none' },
         { kQuit, B_BAD_PORT_ID, 'none' },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        BMessage message(row.what);
+    for (const auto& [what, status, answer] : rows) {
+        SCOPED_TRACE(what);
+        BMessage message(what);
         BMessage reply('none');
-        const bigtime_t timeout = row.what == kDetach ? kShort : B_INFINITE_TIMEOUT;
-        EXPECT_EQ(messenger.SendMessage(&message, &reply, B_INFINITE_TIMEOUT, timeout), row.status);
-        EXPECT_EQ(reply.what, row.reply);
-        EXPECT_EQ(reply.IsReply(), row.status == B_OK);
+        const bigtime_t timeout = what == kDetach ? kShort : B_INFINITE_TIMEOUT;
+        EXPECT_EQ(messenger.SendMessage(&message, &reply, B_INFINITE_TIMEOUT, timeout), status);
+        EXPECT_EQ(reply.what, answer);
+        EXPECT_EQ(reply.IsReply(), status == B_OK);
     }
     EXPECT_EQ(detached->SendReply(1u), B_BAD_PORT_ID) << "the sender has given up";
     delete detached;

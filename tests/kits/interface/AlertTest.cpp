@@ -42,14 +42,14 @@ TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
         SCOPED_TRACE(input);
         int32 answer = -2;
         std::thread asker([&] { answer = Ask()->Go(); });
-        EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+        EXPECT_TRUE(screen::BecomesActive("Question"));
         if (input[0] == '_')
             EXPECT_TRUE(screen::Click(input, "Question"));
         else
             screen::Key(input);
         asker.join();
         EXPECT_EQ(answer, expected);
-        EXPECT_TRUE(screen::WaitFor([] { return !screen::Find("Question").exists; }));
+        EXPECT_SOON(!screen::Find("Question").exists);
     }
 }
 
@@ -59,9 +59,9 @@ TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeld)
     asking->AddChild(new BView(asking->Bounds(), "red", B_FOLLOW_NONE, B_WILL_DRAW));
     asking->Show();
     asking->PostMessage(1);
-    EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+    EXPECT_TRUE(screen::BecomesActive("Question"));
     const rgb_color red { 200, 0, 0 };
-    EXPECT_TRUE(screen::WaitFor([=] { return screen::PixelAt(BPoint(25, 45)) == red; }));
+    EXPECT_SOON(screen::PixelAt(BPoint(25, 45)) == red);
     screen::Key("Return");
     EXPECT_TRUE(fLog->WaitFor("answer 2"));
     asking->Lock();
@@ -81,7 +81,7 @@ TEST_F(WindowTest, AnAlertThatNobodyWaitsForSendsItsAnswerAndOneThatIsQuitIsMinu
         target = BMessenger(alert);
         answer = alert->Go();
     });
-    EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Question"); }));
+    EXPECT_TRUE(screen::BecomesActive("Question"));
     EXPECT_EQ(target.SendMessage(B_QUIT_REQUESTED), B_OK);
     asker.join();
     EXPECT_EQ(answer, -1);

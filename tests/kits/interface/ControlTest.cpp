@@ -79,7 +79,7 @@ TEST_F(WindowTest, ATextViewTakesTypingAndKeepsItOutsideTheWindow)
     EXPECT_TRUE(screen::Click("text"));
     screen::Key("ctrl+End");
     screen::Type("It's typed");
-    EXPECT_TRUE(screen::WaitFor([] { return screen::Find("text").text == "\u00e9: It's typed"; }));
+    EXPECT_SOON(screen::Find("text").text == "\u00e9: It's typed");
     EXPECT_STREQ(Locked([&] { return text->Text(); }), "\xc3\xa9: It's typed");
     Locked([&] {
         text->Select(0, 2); // bytes: the first letter has two
@@ -107,10 +107,10 @@ TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
     Show();
     const auto top = [&] { return Locked([&] { return target->Bounds().top; }); };
     EXPECT_TRUE(screen::Click("target", "", 5)); // a notch of the wheel: three small steps
-    EXPECT_TRUE(screen::WaitFor([&] { return top() == 15; }));
+    EXPECT_SOON(top() == 15);
     const BRect frame = screen::Find("_VSB_").frame;
     screen::ClickAt(BPoint(frame.left + 7, frame.bottom - 20)); // the trough: a large step
-    EXPECT_TRUE(screen::WaitFor([&] { return top() == 95; })) << top();
+    EXPECT_SOON(top() == 95) << top();
     Locked([&] {
         target->ScrollTo(0, 1000);
         EXPECT_EQ(bar->Value(), 300);

@@ -8,13 +8,12 @@ namespace {
 // Saves under a name in a panel that is shown; the text of its question, "" if there is none.
 std::string SaveAs(const std::string& name, Log& log)
 {
-    EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Save As"); }));
+    EXPECT_TRUE(screen::BecomesActive("Save As"));
     const size_t before = log.Now().size();
     screen::Key("ctrl+a");
     screen::Type(name);
     screen::Key("Return");
-    EXPECT_TRUE(
-        screen::WaitFor([&] { return screen::IsActive("Replace") || log.Now().size() > before; }));
+    EXPECT_SOON(screen::IsActive("Replace") || log.Now().size() > before);
     return screen::Find("qt_msgbox_label").text;
 }
 
@@ -26,11 +25,8 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
     for (const char* name : { "both", "both.zip", "second.zip", "first" })
         WriteFile(folder / name, "");
     const std::string none, it = " already exists.\nDo you want to replace it?";
-    const struct {
-        const char* ending; // of what is written beside the chosen file
-        const char* name;
-        std::string question;
-    } rows[] = {
+    // ending: of what is written beside the chosen file
+    const std::tuple<const char*, const char*, std::string> rows[] = {
         { ".zip", "new", none },
         { ".zip", "first", "first" + it },
         { ".zip", "second", "second.zip" + it },
@@ -40,21 +36,21 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
     };
     const BMessenger target(fWindow);
     fWindow->Show();
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [ending, name, question] : rows) {
+        SCOPED_TRACE(name);
         BMessage reply(7);
-        if (row.ending)
-            reply.AddString("be:also_written", row.ending);
+        if (ending)
+            reply.AddString("be:also_written", ending);
         BFilePanel panel(B_SAVE_PANEL, &target, nullptr, &reply);
         panel.SetPanelDirectory(folder.Path().c_str());
         const Entries before = fLog->Now();
         panel.Show();
-        EXPECT_EQ(SaveAs(row.name, *fLog), row.question);
-        if (!row.question.empty()) {
+        EXPECT_EQ(SaveAs(name, *fLog), question);
+        if (!question.empty()) {
             screen::Key("Return"); // no: the panel is still there
-            ASSERT_TRUE(screen::WaitFor([] { return !screen::Find("qt_msgbox_label").exists; }));
+            ASSERT_SOON(!screen::Find("qt_msgbox_label").exists);
             EXPECT_EQ(fLog->Now(), before);
-            EXPECT_EQ(SaveAs(row.name, *fLog), row.question);
+            EXPECT_EQ(SaveAs(name, *fLog), question);
             screen::Key("alt+y");
         }
         EXPECT_EQ(fLog->WaitFor(before.size() + 1).back(), "7");
@@ -68,17 +64,17 @@ TEST_F(WindowTest, APanelComesBackWhereItWasLeft)
     BFilePanel panel(B_SAVE_PANEL, &target);
     const auto show = [&] {
         panel.Show();
-        EXPECT_TRUE(screen::WaitFor([] { return screen::IsActive("Save As"); }));
+        EXPECT_TRUE(screen::BecomesActive("Save As"));
         return screen::Settled("save_panel");
     };
     BRect left = show();
     for (const char* key : { "Escape", "alt+F4" }) {
         screen::Key(key);
-        ASSERT_TRUE(screen::WaitFor([&] { return !panel.IsShowing(); }));
+        ASSERT_SOON(!panel.IsShowing());
         EXPECT_EQ(show(), left) << key;
     }
     screen::MoveWindow("Save As", BPoint(70, 90));
-    ASSERT_TRUE(screen::WaitFor([&] { return screen::Find("save_panel").frame != left; }));
+    ASSERT_SOON(screen::Find("save_panel").frame != left);
     left = screen::Settled("save_panel");
     panel.Hide();
     EXPECT_EQ(show(), left);

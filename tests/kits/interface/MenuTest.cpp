@@ -36,7 +36,7 @@ TEST_F(WindowTest, MenuItemsAnswerMouseShortcutAndLetters)
     screen::Key("ctrl+a");
     fLog->WaitFor(2);
     screen::Key("alt+t"); // opens "Tests"
-    EXPECT_TRUE(screen::WaitFor([] { return screen::FindMenuItem("All").exists; }));
+    EXPECT_SOON(screen::FindMenuItem("All").exists);
     screen::Key("a");
     fLog->WaitFor(3);
     EXPECT_TRUE(screen::ClickMenu({ "Tests", "More", "One" }));
@@ -65,7 +65,7 @@ TEST_F(WindowTest, ItemsComeAndGoWhileTheMenuIsInItsWindow)
     screen::Key("ctrl+shift+n");
     fLog->WaitFor(1);
     EXPECT_TRUE(screen::ClickMenu({ "Tests" }));
-    EXPECT_TRUE(screen::WaitFor([] { return screen::FindMenuItem("All").exists; }));
+    EXPECT_SOON(screen::FindMenuItem("All").exists);
     EXPECT_FALSE(screen::FindMenuItem("All").enabled);
     EXPECT_TRUE(screen::ClickMenu({ "New" }));
     EXPECT_EQ(fLog->WaitFor(2), (Entries { "9 3", "9 3" }));

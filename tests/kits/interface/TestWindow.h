@@ -54,8 +54,6 @@ class WindowTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (!screen::IsThere())
-            GTEST_SKIP() << "no display";
         fWindow = new TestWindow(fLog, BRect(200, 150, 499, 349), "Test");
         fTarget = BMessenger(fWindow);
     }
@@ -68,7 +66,7 @@ protected:
     void Show()
     {
         fWindow->Show();
-        ASSERT_TRUE(screen::WaitFor([] { return screen::IsActive("Test"); }));
+        ASSERT_TRUE(screen::BecomesActive("Test"));
     }
     // f under the window's lock.
     template <typename F>

@@ -106,7 +106,7 @@ TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
     screen::Key("End");
     Locked([&] {
         screen::Type("x"); // the window cannot have heard of it
-        EXPECT_TRUE(screen::WaitFor([] { return screen::Find("line").text == "Intx"; }));
+        EXPECT_SOON(screen::Find("line").text == "Intx");
         EXPECT_STREQ(control->Text(), "Int");
         control->TextView()->Insert("el");
         control->TextView()->Select(0, 4);
@@ -114,7 +114,7 @@ TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
     EXPECT_TRUE(WaitForText(control, "Intx"));
     Locked([&] {
         screen::Type("y");
-        EXPECT_TRUE(screen::WaitFor([] { return screen::Find("line").text == "Intxy"; }));
+        EXPECT_SOON(screen::Find("line").text == "Intxy");
         control->SetText("Intel"); // but this says what the text is, whatever it was
     });
     screen::Key("End");
@@ -150,7 +150,7 @@ TEST_F(TextControlTest, TakesNoInputWhileDisabledAndKeepsItsTextOutsideTheWindow
     screen::ClickAt(BPoint(frame.left + 45, frame.top + 12)); // where its text starts now
     Locked([&] {
         screen::Type("new");
-        EXPECT_TRUE(screen::WaitFor([] { return screen::Find("grey").text == "new"; }))
+        EXPECT_SOON(screen::Find("grey").text == "new")
             << "the click that brings the keyboard selects the text";
         EXPECT_TRUE(control->RemoveSelf()); // before its report is heard
     });

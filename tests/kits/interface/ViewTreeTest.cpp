@@ -86,12 +86,8 @@ TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
 {
     const BRect frame(10, 20, 49, 59);
     const uint32 middle = B_FOLLOW_H_CENTER | B_FOLLOW_V_CENTER;
-    const struct {
-        const char* name;
-        uint32 mode;
-        float width, height; // that the parent grows by
-        BRect grown;
-    } rows[] = {
+    // width, height: that the parent grows by
+    const std::tuple<const char*, uint32, float, float, BRect> rows[] = {
         { "none", B_FOLLOW_NONE, 100, 60, BRect(10, 20, 49, 59) },
         { "left top", B_FOLLOW_LEFT | B_FOLLOW_TOP, 100, 60, BRect(10, 20, 49, 59) },
         { "right bottom", B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, 100, 60, BRect(110, 80, 149, 119) },

@@ -19,19 +19,18 @@ public:
 TEST_F(WindowTest, StandsWhereItsFrameSays)
 {
     Show();
-    EXPECT_TRUE(
-        screen::WaitFor([] { return screen::Find("Test").frame == BRect(200, 150, 499, 349); }));
+    EXPECT_SOON(screen::Find("Test").frame == BRect(200, 150, 499, 349));
     fWindow->MoveTo(320, 240);
     fWindow->ResizeTo(199, 99);
     const BRect moved(320, 240, 519, 339);
     EXPECT_EQ(fWindow->Frame(), moved);
-    EXPECT_TRUE(screen::WaitFor([&] { return screen::Find("Test").frame == moved; }));
+    EXPECT_SOON(screen::Find("Test").frame == moved);
     fWindow->Hide();
     fWindow->Hide();
     fWindow->Show();
     EXPECT_FALSE(screen::Find("Test").exists) << "hidden as often as it was";
     fWindow->Show();
-    EXPECT_TRUE(screen::WaitFor([&] { return screen::Find("Test").frame == moved; }));
+    EXPECT_SOON(screen::Find("Test").frame == moved);
     EXPECT_EQ(Locked([&] { return fWindow->Frame(); }), moved);
 }
 
@@ -53,7 +52,7 @@ TEST_F(WindowTest, AReportOlderThanTheProgramsOwnMoveIsDropped)
     Locked([&] { // so that the report of the user's move waits
         fWindow->fPlaces.clear();
         EXPECT_EQ(system("wmctrl -r Test -e 0,100,300,-1,-1"), 0);
-        EXPECT_TRUE(screen::WaitFor([] { return screen::Find("Test").frame.top >= 300; }));
+        EXPECT_SOON(screen::Find("Test").frame.top >= 300);
         fWindow->PostMessage(5); // keeps it from being replaced by the next one
         fWindow->MoveTo(400, 200);
     });

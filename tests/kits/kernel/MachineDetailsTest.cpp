@@ -4,35 +4,46 @@
 #include "MachineTree.h"
 
 #include <MachineState.h>
+#include <OS.h>
+#include <tuple>
 
 namespace {
 typedef std::vector<int> Numbers;
+const Numbers kFirstEight = { 0, 1, 2, 3, 4, 5, 6, 7 };
 
 const struct {
     const char* name;
+    Numbers numbers; // of the processors used
+    size_t described; // of them
+    cpu_type type;
+    int64 clock;
+    int32 pages;
     const char* model;
     std::optional<uint64> memory;
-    size_t used; // of the processors, the last of which is described
-    int core, package;
+    int core, package; // of the one described
     Numbers siblings;
     std::optional<uint64> highestClock;
     std::optional<std::string> governor;
     std::optional<uint64> coreThrottles; // of all processors
 } kCaptures[] = {
-    { "2i386-2c-nohugepage", "Intel(R) Xeon(R) CPU 5130 @ 2.00GHz", 2125238272, 2, 1, 0, { 1 }, {},
-        {}, {} },
-    { "8em64t-2s4c-asymcaches", "Intel(R) Xeon(R) CPU E5345 @ 2.33GHz", 16863531008, 8, 3, 1, { 7 },
-        {}, {}, 0 },
-    { "16em64t-4s2c2t-offlines", "Intel(R) Xeon(TM) CPU 2.60GHz", {}, 8, 0, 0, { 0, 8 }, {}, {},
-        0 },
-    { "20em64t-hybrid-1p6c2t+2ca4co1t", "13th Gen Intel(R) Core(TM) i7-1370P", 33269243904, 2, 8, 0,
-        { 4, 5 }, 5200000000, "powersave", {} },
-    { "48amd64-4pa2n6c-sparse", "AMD Engineering Sample", 101583552512, 8, 1, 0, { 7 }, 1700000000,
-        "performance", {} },
-    { "64amd64-4s2n4ca2co", "AMD Opteron(TM) Processor 6276", 126970253312, 8, 6, 0, { 14, 15 }, {},
-        {}, {} },
-    { "40intel64-2g2n4c+pcilocality", "Intel(R) Xeon(R) CPU E7- 4870 @ 2.40GHz", 542134673408, 8, 1,
-        3, { 7 }, {}, {}, 237 },
+    { "2i386-2c-nohugepage", { 0, 1 }, 1, B_CPU_INTEL_X86, 2000000000, 518857,
+        "Intel(R) Xeon(R) CPU 5130 @ 2.00GHz", 2125238272, 1, 0, { 1 }, {}, {}, {} },
+    { "8em64t-2s4c-asymcaches", kFirstEight, 7, B_CPU_INTEL_X86, 2330000000, 524287,
+        "Intel(R) Xeon(R) CPU E5345 @ 2.33GHz", 16863531008, 3, 1, { 7 }, {}, {}, 0 },
+    // 2, 5, 13 and 14 are off; 8 shares a core with 0.
+    { "16em64t-4s2c2t-offlines", { 0, 1, 3, 4, 6, 7, 10, 8 }, 7, B_CPU_INTEL_X86, 2600000000, 0,
+        "Intel(R) Xeon(TM) CPU 2.60GHz", {}, 0, 0, { 0, 8 }, {}, {}, 0 },
+    // Two of the six fast cores have a higher clock, 12 and 13 are slow.
+    { "20em64t-hybrid-1p6c2t+2ca4co1t", { 0, 4, 8, 2, 6, 10, 12, 13 }, 1, B_CPU_INTEL_X86,
+        5200000000, 524287, "13th Gen Intel(R) Core(TM) i7-1370P", 33269243904, 8, 0, { 4, 5 },
+        5200000000, "powersave", {} },
+    { "48amd64-4pa2n6c-sparse", kFirstEight, 7, B_CPU_AMD_X86, 1700000000, 524287,
+        "AMD Engineering Sample", 101583552512, 1, 0, { 7 }, 1700000000, "performance", {} },
+    // Two processors share a core.
+    { "64amd64-4s2n4ca2co", { 0, 2, 4, 6, 8, 10, 12, 14 }, 7, B_CPU_AMD_X86, 2300161000, 524287,
+        "AMD Opteron(TM) Processor 6276", 126970253312, 6, 0, { 14, 15 }, {}, {}, {} },
+    { "40intel64-2g2n4c+pcilocality", kFirstEight, 7, B_CPU_INTEL_X86, 2400000000, 524287,
+        "Intel(R) Xeon(R) CPU E7- 4870 @ 2.40GHz", 542134673408, 1, 3, { 7 }, {}, {}, 237 },
 };
 
 std::optional<uint64> CoreThrottles(const MachineState& state)
@@ -56,16 +67,22 @@ TEST(MachineDetails, OfRealMachines)
                 "'*/proc/*' '*/sys/[cd]*'"))
             GTEST_SKIP() << "no captured machine <" << capture.name << ">";
         const RootGuard root(tree.Path());
+        EXPECT_EQ(kernel::Processors::Get()->Numbers(), capture.numbers);
+        system_info info;
+        ASSERT_EQ(get_system_info(&info), B_OK);
+        EXPECT_EQ(std::tuple(info.cpu_type, info.cpu_clock_speed, info.max_pages),
+            std::tuple(capture.type, capture.clock, capture.pages));
+        EXPECT_GT(info.cpu_infos[0].active_time, 0);
+        EXPECT_GT(info.boot_time, 1200000000000000);
         const MachineDetails details = ReadMachineDetails();
         EXPECT_EQ(details.processorModel, capture.model);
         EXPECT_EQ(details.memory, capture.memory);
         EXPECT_EQ(details.virtualMachine, "none");
         EXPECT_EQ(CommonText(details, &ProcessorDetails::governor), capture.governor);
-        ASSERT_GE(details.processors.size(), capture.used);
-        const ProcessorDetails& processor = details.processors[capture.used - 1];
-        EXPECT_EQ(processor.core, capture.core);
-        EXPECT_EQ(processor.package, capture.package);
-        EXPECT_EQ(processor.siblings, capture.siblings);
+        ASSERT_GT(details.processors.size(), capture.described);
+        const ProcessorDetails& processor = details.processors[capture.described];
+        EXPECT_EQ(std::tuple(processor.core, processor.package, processor.siblings),
+            std::tuple(capture.core, capture.package, capture.siblings));
         EXPECT_EQ(processor.highestClock, capture.highestClock);
         EXPECT_EQ(processor.upperLimit, capture.highestClock);
         EXPECT_FALSE(processor.kind);
@@ -75,8 +92,7 @@ TEST(MachineDetails, OfRealMachines)
 
 TEST(MachineDetails, WhatIsMissingOrDamagedIsEmpty)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     for (const char* contents :
         { "", "\xff\xfe\0\n", "-1 -1", "99999999999999999999999", "\":=\\" }) {
         SCOPED_TRACE(contents);
@@ -115,8 +131,7 @@ TEST(MachineDetails, DistributionAsTheShellReadsIt)
         { "PRETTY_NAME=Plain\nPRETTY_NAME=Other", "Plain" },
     };
     for (const auto& [text, name] : rows) {
-        const MachineTree tree;
-        const RootGuard root(tree.Path());
+        const ThisMachine tree;
         tree.Write("usr/lib/os-release", text);
         EXPECT_EQ(ReadMachineDetails().distribution, name);
     }
@@ -140,9 +155,7 @@ TEST(MachineDetails, ModelsOfOtherProcessors)
 
 TEST(MachineDetails, VirtualMachinesAreNamed)
 {
-    const struct {
-        const char *flags, *vendor, *name;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         { "fpu hypervisor", "", "unknown kind" },
         { "fpu hypervisor", "QEMU", "QEMU" },
         { "fpu", "QEMU", "QEMU" }, // it can hide the flag
@@ -150,13 +163,12 @@ TEST(MachineDetails, VirtualMachinesAreNamed)
         { "fpu", "Microsoft Corporation", "none" },
         { "fpu hypervisors", "", "none" },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.vendor);
-        const MachineTree tree;
-        const RootGuard root(tree.Path());
-        tree.Write("proc/cpuinfo", std::string("processor: 0\nflags\t\t: ") + row.flags + "\n");
-        tree.Write("sys/class/dmi/id/sys_vendor", row.vendor);
-        EXPECT_EQ(ReadMachineDetails().virtualMachine, row.name);
+    for (const auto& [flags, vendor, name] : rows) {
+        SCOPED_TRACE(vendor);
+        const ThisMachine tree;
+        tree.Write("proc/cpuinfo", std::string("processor: 0\nflags\t\t: ") + flags + "\n");
+        tree.Write("sys/class/dmi/id/sys_vendor", vendor);
+        EXPECT_EQ(ReadMachineDetails().virtualMachine, name);
     }
 }
 
@@ -184,8 +196,7 @@ TEST(MachineDetails, FastAndSlowCores)
 
 TEST(MachineDetails, TheInnermostMountHoldsAFile)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     const std::string folder = tree / "a b";
     std::filesystem::create_directory(folder);
     std::filesystem::create_directory(folder + "c");

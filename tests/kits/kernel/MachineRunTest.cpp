@@ -9,6 +9,7 @@
 #include <regex>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <tuple>
 
 namespace {
 std::string OwnName()
@@ -65,17 +66,13 @@ TEST(MachineRun, BelongsToOneProcessUntilThatEndsInAnyWay)
 
 TEST(MachineRun, WaitsForNobodyWhoMerelyHoldsIt)
 {
-    const struct {
-        const char* name;
-        bool listens;
-        int connections;
-    } rows[] = {
+    const std::tuple<const char*, bool, int> rows[] = {
         { "one that nobody can connect to", false, 0 },
         { "one whose queue is full", true, 3 },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const std::vector<int> sockets = Squat(row.listens, row.connections);
+    for (const auto& [name, listens, connections] : rows) {
+        SCOPED_TRACE(name);
+        const std::vector<int> sockets = Squat(listens, connections);
         BMachineRun run(OwnName().c_str());
         EXPECT_EQ(run.Begin(), B_BUSY);
         EXPECT_EQ(run.Holder(), "another program");

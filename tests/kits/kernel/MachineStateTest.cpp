@@ -2,6 +2,8 @@
 
 #include <RunWarnings.h>
 
+#include <tuple>
+
 namespace {
 // Two cores of two threads each, of which the run has processor 0 and 2.
 MachineDetails TwoCores()
@@ -41,29 +43,24 @@ typedef std::vector<std::string> Texts;
 
 TEST(MachineState, LoadAndTimesOfProcessors)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     tree.Write("proc/loadavg", "2.31 0.80 nan 6/129 3072\n");
     tree.Write("proc/stat",
         "cpu  9 9 9 9 9 9 9 9 9 9\ncpu10 1 2 3 40 50 6 7 8 100 0\ncpu2 1 2 3 40 50 6 7\n"
         "cpu3 1 x 3 40 50\ncpux 1 2 3 4 5 6\ncpu\nintr 1\ncpu4 1 2 3 4 5 6 7 8\n");
     const MachineState state = ReadMachineState();
-    EXPECT_EQ(state.load1, 2.31);
-    EXPECT_EQ(state.load5, 0.8);
+    EXPECT_EQ(std::tuple(state.load1, state.load5), std::tuple(2.31, 0.8));
     EXPECT_EQ(state.load15, std::nullopt);
     ASSERT_EQ(state.processors.size(), 2u);
-    EXPECT_EQ(state.processors[0].number, 2);
-    EXPECT_EQ(state.processors[0].stolen, std::nullopt); // an old kernel
-    EXPECT_EQ(state.processors[1].number, 10);
-    EXPECT_EQ(state.processors[1].total, 117u);
-    EXPECT_EQ(state.processors[1].busy, 27u);
-    EXPECT_EQ(state.processors[1].stolen, 8u);
+    const ProcessorTimes &old = state.processors[0], &last = state.processors[1];
+    EXPECT_TRUE(old.number == 2 && !old.stolen) << "an old kernel";
+    EXPECT_EQ(
+        std::tuple(last.number, last.total, last.busy, last.stolen), std::tuple(10, 117u, 27u, 8u));
 }
 
 TEST(MachineState, TemperatureOfTheHottestPackage)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     const std::string chip = "sys/class/hwmon/hwmon";
     tree.Write("sys/class/thermal/thermal_zone3/type", "x86_pkg_temp\n");
     tree.Write("sys/class/thermal/thermal_zone3/temp", "61000\n");
@@ -82,8 +79,7 @@ TEST(MachineState, TemperatureOfTheHottestPackage)
 
 TEST(MachineState, BatteryAndMains)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     const std::string supply = "sys/class/power_supply/";
     tree.Write(supply + "mouse/type", "Battery\n");
     tree.Write(supply + "mouse/scope", "Device\n");
@@ -103,8 +99,7 @@ TEST(MachineState, BatteryAndMains)
 
 TEST(MachineState, EnergyOfAllPackagesAcrossAWrap)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     const auto write = [&](const std::string& zone, const char* name, const char* energy) {
         const std::string folder = "sys/class/powercap/" + zone + "/";
         tree.Write(folder + "name", name);
@@ -150,11 +145,9 @@ TEST(MachineState, SiblingsThatTheRunDoesNotUse)
             StateWith({ Times(0, 100, 100), Times(1, 100, 40), Times(2, 100, 30) }));
     const auto siblings = UnusedSiblings(TwoCores(), 2, change);
     ASSERT_EQ(siblings.size(), 2u);
-    EXPECT_EQ(siblings[0].number, 1);
-    EXPECT_EQ(siblings[0].of, 0);
-    EXPECT_EQ(siblings[0].busy, 0.4);
-    EXPECT_EQ(siblings[1].number, 3);
-    EXPECT_EQ(siblings[1].busy, std::nullopt);
+    EXPECT_EQ(
+        std::tuple(siblings[0].number, siblings[0].of, siblings[0].busy), std::tuple(1, 0, 0.4));
+    EXPECT_TRUE(siblings[1].number == 3 && !siblings[1].busy);
     MachineDetails both = TwoCores();
     both.processors[1].number = 1; // of one core with a third
     both.processors[0].siblings = both.processors[1].siblings = { 0, 1, 5 };

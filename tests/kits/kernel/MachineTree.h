@@ -40,3 +40,8 @@ public:
     RootGuard(const RootGuard&) = delete;
     RootGuard& operator=(const RootGuard&) = delete;
 };
+
+// A tree that is one from its start to its end.
+class ThisMachine : public MachineTree {
+    const RootGuard fRoot { Path() };
+};

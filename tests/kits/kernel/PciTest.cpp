@@ -52,7 +52,7 @@ TEST(Pci, FunctionsAreCountedByTheirPlaceWithoutGaps)
     std::iota(order.begin(), order.end(), 0);
     std::shuffle(order.begin(), order.end(), std::minstd_rand(1));
 
-    const MachineTree tree;
+    const ThisMachine tree;
     for (const size_t i : order)
         AddPciFunction(tree, places[i], PciConfig(0x8086, static_cast<int>(i), 0x020000));
     // What cannot be read, in front of all, amid them and behind.
@@ -62,8 +62,6 @@ TEST(Pci, FunctionsAreCountedByTheirPlaceWithoutGaps)
     std::filesystem::create_directories(tree.Path() + "/" + kDevices + "20000:00:00.0/config");
     for (const char* name : { "pci", "0000:00:20.0", "0000:00:01.8", "0000:100:01.0", "0:0:0.0x" })
         AddPciFunction(tree, name, PciConfig(0x8086, 0x1229, 0x020000));
-
-    const RootGuard root(tree.Path());
     const std::vector<pci_info> infos = AllFunctions();
     ASSERT_EQ(infos.size(), places.size());
     for (size_t i = 0; i < infos.size(); i++) {
@@ -78,7 +76,7 @@ TEST(Pci, FunctionsAreCountedByTheirPlaceWithoutGaps)
 
 TEST(Pci, AHeaderIsTakenApartByItsType)
 {
-    const MachineTree tree;
+    const ThisMachine tree;
     std::string config = PciConfig(0x10de, 0x0020, 0x030002);
     Put(config, 8, { 4 });
     Put(config, 12, { 8, 64, 0x80, 0x81 });
@@ -97,8 +95,6 @@ TEST(Pci, AHeaderIsTakenApartByItsType)
     for (int i = 24; i < 64; i++)
         config[static_cast<size_t>(i)] = static_cast<char>(i);
     AddPciFunction(tree, "0000:01:01.0", config);
-
-    const RootGuard root(tree.Path());
     const std::vector<pci_info> infos = AllFunctions();
     ASSERT_EQ(infos.size(), 2u);
     typedef std::vector<uint32> Numbers;
@@ -133,7 +129,7 @@ TEST(Pci, AHeaderIsTakenApartByItsType)
 
 TEST(Pci, WhatTheSystemSaysPrecedesTheConfiguration)
 {
-    const MachineTree tree;
+    const ThisMachine tree;
     const std::string folder = kDevices + "0000:02:10.0/";
     tree.Write(folder + "config", PciConfig(0xffff, 0xffff, 0x020000)); // a virtual function
     tree.Write(folder + "vendor", "0x8086\n");
@@ -142,7 +138,6 @@ TEST(Pci, WhatTheSystemSaysPrecedesTheConfiguration)
     tree.Write(folder + "revision", "0x07\n");
     tree.Write(kDevices + "0000:02:10.1/vendor", "0x8086\n");
     tree.Write(kDevices + "0000:02:10.1/device", "0x10cb\n"); // of no class: left out
-    const RootGuard root(tree.Path());
     const std::vector<pci_info> infos = AllFunctions();
     ASSERT_EQ(infos.size(), 1u);
     const pci_info& info = infos[0];
@@ -152,8 +147,7 @@ TEST(Pci, WhatTheSystemSaysPrecedesTheConfiguration)
 
 TEST(Pci, AWalkFromTheStartSeesWhatCameAndWent)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     EXPECT_TRUE(AllFunctions().empty()) << "there are no buses";
     AddPciFunction(tree, "0000:03:00.0", PciConfig(0x10b7, 0x9055, 0x020000));
     AddPciFunction(tree, "0000:02:00.0", PciConfig(0x1102, 0x0002, 0x040100));
@@ -163,19 +157,6 @@ TEST(Pci, AWalkFromTheStartSeesWhatCameAndWent)
     EXPECT_EQ(get_nth_pci_info(1, &info), B_OK) << "the walk under way loses nothing";
     ASSERT_EQ(AllFunctions().size(), 1u);
     EXPECT_EQ(AllFunctions()[0].vendor_id, 0x10b7);
-}
-
-TEST(Pci, ACapturedMachinesBuses)
-{
-    const MachineTree tree;
-    if (!UnpackPciMachine(tree))
-        GTEST_SKIP() << "no captured machine with PCI buses";
-    const RootGuard root(tree.Path());
-    const std::vector<pci_info> infos = AllFunctions();
-    ASSERT_EQ(infos.size(), 37u);
-    EXPECT_EQ(PlaceOf(infos[27]), "09:03.0");
-    EXPECT_EQ(infos[27].class_base, 3);
-    EXPECT_EQ(infos[36].u.h0.base_register_sizes[0], 0x400000u);
 }
 
 // Against what the system tells in another place.

@@ -48,11 +48,7 @@ const std::vector<Row> kOneOffInTheMiddle = { { 0, "0" }, { 1, "1", "0" }, { 2, 
 
 TEST(ProcessorTree, EightAtMostInTheOrderOfTheirWorth)
 {
-    const struct {
-        const char* name;
-        std::vector<Row> rows;
-        std::vector<int> numbers;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<Row>, std::vector<int>> cases[] = {
         { "siblings in pairs",
             { { 0, "0-1" }, { 1, "0-1", "1" }, { 2, "2-3", "1" }, { 3, "2-3", "1" } },
             { 0, 2, 1, 3 } },
@@ -72,11 +68,11 @@ TEST(ProcessorTree, EightAtMostInTheOrderOfTheirWorth)
             { 5, 4, 6 } },
         { "a hundred", ManyProcessors(100), { 0, 1, 2, 3, 4, 5, 6, 7 } },
     };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.name);
+    for (const auto& [name, rows, numbers] : cases) {
+        SCOPED_TRACE(name);
         const MachineTree tree;
-        WriteProcessors(tree, test.rows);
-        EXPECT_EQ(kernel::Processors(tree.Path()).Numbers(), test.numbers);
+        WriteProcessors(tree, rows);
+        EXPECT_EQ(kernel::Processors(tree.Path()).Numbers(), numbers);
     }
 }
 
@@ -131,16 +127,14 @@ TEST(ProcessorTree, WhatIsOffComesOnAtTheEndButNotWhatWasOffBefore)
 
 TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothing)
 {
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
+    const ThisMachine tree;
     system_info info;
     const auto read = [&] { EXPECT_EQ(get_system_info(&info), B_OK); };
     tree.Write(
         "proc/meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\nBuffers: 512 kB\nCached: 512 kB\n");
     read();
-    EXPECT_EQ(info.cpu_count, 1);
-    EXPECT_EQ(info.cpu_type, B_CPU_X86);
-    EXPECT_EQ(info.used_pages, 512);
+    EXPECT_EQ(
+        std::tuple(info.cpu_count, info.cpu_type, info.used_pages), std::tuple(1, B_CPU_X86, 512));
 
     WriteProcessors(tree, kOneOffInTheMiddle);
     tree.Write("proc/cpuinfo",
@@ -153,25 +147,16 @@ TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothi
     tree.Write("proc/meminfo", "MemTotal: 131072 kB\nMemFree: 1 kB\nMemAvailable: 65536 kB\n");
     kernel::Processors::SetRoot(tree.Path()); // which looks anew
     read();
-    EXPECT_EQ(info.cpu_count, 2);
-    EXPECT_EQ(info.cpu_type, B_CPU_AMD_K6_MODEL8);
-    EXPECT_EQ(info.cpu_revision, 12);
-    EXPECT_EQ(info.cpu_clock_speed, 451032000);
-    EXPECT_EQ(info.cpu_infos[0].active_time, 1320000);
-    EXPECT_EQ(info.cpu_infos[1].active_time, 10000);
-    EXPECT_EQ(info.max_pages, 32768);
-    EXPECT_EQ(info.used_pages, 16384);
-    EXPECT_EQ(info.boot_time, 1700557792000000);
+    EXPECT_EQ(std::tuple(info.cpu_count, info.cpu_type, info.cpu_revision, info.cpu_clock_speed),
+        std::tuple(2, B_CPU_AMD_K6_MODEL8, 12, 451032000));
+    EXPECT_EQ(std::tuple(info.cpu_infos[0].active_time, info.cpu_infos[1].active_time,
+                  info.max_pages, info.used_pages, info.boot_time),
+        std::tuple(1320000, 10000, 32768, 16384, 1700557792000000));
 }
 
 TEST(ProcessorTree, ProcessorsOfOtherKindsTellTheirOwnWords)
 {
-    const struct {
-        const char* cpuInfo;
-        int maxMegaHertz;
-        int type, revision;
-        int64 clock;
-    } rows[] = {
+    const std::tuple<const char*, int, int, int, int64> rows[] = {
         // Arm tells no clock; where no governor does either, there is none.
         { "processor\t: 0\nBogoMIPS\t: 108.00\nFeatures\t: fp asimd\nCPU implementer\t: 0x41\n"
           "CPU architecture: 8\nCPU variant\t: 0x0\nCPU part\t: 0xd08\nCPU revision\t: 3\n\n",
@@ -188,17 +173,16 @@ TEST(ProcessorTree, ProcessorsOfOtherKindsTellTheirOwnWords)
             0, 0, 0, 5200000000 },
         { "processor\t: 0\nhart\t\t: 0\nisa\t\t: rv64imafdc\n", 0, 0, 0, 0 },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.cpuInfo);
+    for (const auto& [cpuInfo, maxMegaHertz, type, revision, clock] : rows) {
+        SCOPED_TRACE(cpuInfo);
         const MachineTree tree;
-        tree.Write("proc/cpuinfo", row.cpuInfo);
-        WriteProcessors(tree, { { 0, "0", nullptr, row.maxMegaHertz } });
+        tree.Write("proc/cpuinfo", cpuInfo);
+        WriteProcessors(tree, { { 0, "0", nullptr, maxMegaHertz } });
         const RootGuard root(tree.Path());
         system_info info;
         EXPECT_EQ(get_system_info(&info), B_OK);
-        EXPECT_EQ(info.cpu_count, 1);
-        EXPECT_EQ(info.cpu_type, row.type);
-        EXPECT_EQ(info.cpu_revision, row.revision);
-        EXPECT_EQ(info.cpu_clock_speed, row.clock);
+        EXPECT_EQ(
+            std::tuple(info.cpu_count, info.cpu_type, info.cpu_revision, info.cpu_clock_speed),
+            std::tuple(1, type, revision, clock));
     }
 }

@@ -8,6 +8,7 @@
 
 #include <csignal>
 #include <sys/stat.h>
+#include <tuple>
 
 namespace {
 // Four processors, and who has switched them off.
@@ -74,11 +75,8 @@ protected:
 TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
 {
     const std::vector<int> none, both { 3, 2 };
-    const struct {
-        const char* name;
-        int keeper, program; // signals; 0: none, an end in order
-        std::vector<int> left;
-    } rows[] = {
+    // keeper, program: signals; 0: none, an end in order
+    const std::tuple<const char*, int, int, std::vector<int>> rows[] = {
         { "nothing", 0, 0, none },
         { "keeper killed", SIGKILL, 0, none },
         { "keeper stopped", SIGSTOP, 0, none },
@@ -86,24 +84,24 @@ TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
         { "both killed", SIGKILL, SIGKILL, both },
         { "program killed, keeper stopped", SIGSTOP, SIGKILL, both },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, toKeeper, toProgram, left] : rows) {
+        SCOPED_TRACE(name);
         const pid_t run = StartRun();
         const pid_t keeper = Keeper();
         ASSERT_GT(keeper, 0);
-        if (row.keeper)
-            kill(keeper, row.keeper);
+        if (toKeeper)
+            kill(keeper, toKeeper);
         // It lives: what it has taken is its own, and belongs to the machine.
         EXPECT_EQ(SwitchedOnNow(), none);
         EXPECT_EQ(kernel::Processors(fTree.Path()).Numbers(), (std::vector<int> { 0, 1, 2, 3 }));
-        if (row.program)
-            kill(run, row.program);
+        if (toProgram)
+            kill(run, toProgram);
         close(fEnd[1]);
-        EXPECT_EQ(EndOf(run), -row.program);
-        if (!row.program) {
+        EXPECT_EQ(EndOf(run), -toProgram);
+        if (!toProgram) {
             EXPECT_EQ(States(), "1111");
         }
-        EXPECT_EQ(SwitchedOnNow(), row.left);
+        EXPECT_EQ(SwitchedOnNow(), left);
         EXPECT_EQ(States(), "1111");
         EXPECT_TRUE(std::filesystem::is_empty(Folder()));
         EXPECT_TRUE(WaitUntil([=] { return !kernel::ProcessTag::Of(keeper).Lives(); }));

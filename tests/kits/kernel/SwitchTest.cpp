@@ -8,7 +8,6 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <grp.h>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <string.h>
@@ -63,12 +62,6 @@ int32 SpawnAndEnd(void* done)
         usleep(200); // the system takes a minute to switch a processor off while threads pour in
     }
     return 0;
-}
-
-bool BecomeOrdinaryUser()
-{
-    return geteuid() != 0
-        || (setgroups(0, nullptr) == 0 && setgid(65534) == 0 && setuid(65534) == 0);
 }
 
 int32 CpuCount()

@@ -77,13 +77,8 @@ TEST(Attribute, NamesComeInTheirOrderAndWhatIsWrongIsToldApart)
 // Each row does something to "a", whose attribute is "mine", and maybe to "b", whose is "other", in
 // a folder of its own: by a BEntry of "a", then by the shell. New files are made beside the old
 // ones so that they cannot get an inode that has just become free.
-const struct {
-    int mode; // of both files
-    const char* entry; // "rename": to b; "remove"; "remove one name": the other is c
-    const char* shell;
-    const char* ofA;
-    const char* ofB;
-} kFates[] = {
+// mode: of both files; entry: "rename": to b; "remove"; "remove one name": the other is c
+const std::tuple<int, const char*, const char*, const char*, const char*> kFates[] = {
     { 0644, "rename", "true", "no file", "mine" },
     { 0644, "", "mv -f a b; echo new > a", "none", "mine" },
     { 0755, "rename", "echo new > a; chmod 755 a", "none", "mine" },
@@ -97,24 +92,24 @@ const struct {
 
 TEST(Attribute, BelongsToTheFileAndNotToTheNextOneAtItsPath)
 {
-    for (const auto& row : kFates) {
-        SCOPED_TRACE(std::string(row.entry) + " " + row.shell);
+    for (const auto& [mode, deed, shell, ofA, ofB] : kFates) {
+        SCOPED_TRACE(std::string(deed) + " " + shell);
         const TempFolder folder;
         for (const char* name : { "a", "b" }) {
             WriteFile(folder / name, name);
-            chmod((folder / name).c_str(), mode_t(row.mode));
+            chmod((folder / name).c_str(), mode_t(mode));
             EXPECT_GT(SetAttribute(folder / name, "x", *name == 'a' ? "mine" : "other"), 0);
         }
-        if (strstr(row.entry, "one"))
+        if (strstr(deed, "one"))
             Shell(folder, "ln a c");
         BEntry entry((folder / "a").c_str());
-        if (*row.entry) {
-            EXPECT_EQ(row.entry[2] == 'n' ? entry.Rename("b", true) : entry.Remove(), B_OK);
+        if (*deed) {
+            EXPECT_EQ(deed[2] == 'n' ? entry.Rename("b", true) : entry.Remove(), B_OK);
         }
-        Shell(folder, row.shell);
-        EXPECT_EQ(Attribute(folder / "a", "x"), row.ofA);
-        EXPECT_EQ(SetAttribute(folder / "a", "x", "new") > 0, row.ofA != std::string("no file"));
-        EXPECT_EQ(Attribute(folder / "b", "x"), row.ofB);
+        Shell(folder, shell);
+        EXPECT_EQ(Attribute(folder / "a", "x"), ofA);
+        EXPECT_EQ(SetAttribute(folder / "a", "x", "new") > 0, ofA != std::string("no file"));
+        EXPECT_EQ(Attribute(folder / "b", "x"), ofB);
     }
 }
 

@@ -7,6 +7,7 @@
 #include <Directory.h>
 #include <FindDirectory.h>
 #include <Path.h>
+#include <tuple>
 
 #include "TestHome.h"
 #include "tests/support/Child.h"
@@ -111,11 +112,7 @@ TEST(OwnFolder, IsMadeNowhereElseWhereItCannotBeMade)
     fs::create_directory(folder / "open");
     fs::permissions(folder / "open", fs::perms::all);
     fs::create_directory(folder / "theirs");
-    const struct {
-        std::string base;
-        status_t error;
-        std::string why;
-    } rows[] = {
+    const std::tuple<std::string, status_t, std::string> rows[] = {
         { folder / "none", B_ENTRY_NOT_FOUND, "No such file or directory" },
         { folder / "file", B_NOT_A_DIRECTORY, "Not a directory" },
         { folder / "open", B_NOT_ALLOWED, "others may replace what lies there" },

@@ -1,6 +1,4 @@
 #include <cerrno>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 
 #include "StoreAccess.h"
@@ -184,7 +182,7 @@ TEST(StoreTrouble, AStoreWithoutRightsToWriteIsReadAndAWriteSaysWhy)
     MakeStore(path);
     Shell(folder, "chmod 444 a*/store && chmod 555 a* && chmod 755 .");
     const std::string said = SaidInChild([&] {
-        EXPECT_TRUE(geteuid() != 0 || setresuid(65534, 65534, 65534) == 0);
+        EXPECT_TRUE(BecomeOrdinaryUser());
         Store store(path);
         EXPECT_EQ(Read(store, "kept"), "value");
         EXPECT_LT(Write(store, "kept", "new"), 0);
@@ -195,23 +193,16 @@ TEST(StoreTrouble, AStoreWithoutRightsToWriteIsReadAndAWriteSaysWhy)
     Shell(folder, "chmod 755 a*");
 }
 
-// A small disk that only this process sees.
-bool MountDisk(const std::string& path)
-{
-    return unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) == 0
-        && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
-        && mount("tarvex", path.c_str(), "tmpfs", 0, "size=1m,mode=777") == 0;
-}
-
 TEST(StoreTrouble, AFullDiskLosesNothingAndTheStoreWorksOnceThereIsRoom)
 {
     const TempFolder folder;
     const std::string path = folder / "disk/tarvex/store";
     Shell(folder, "mkdir disk");
-    if (system("unshare -rm true") != 0)
+    if (!CanMount())
         GTEST_SKIP() << "No disk can be mounted here";
     const std::string said = SaidInChild([&] {
-        ASSERT_TRUE(MountDisk(folder / "disk"));
+        ASSERT_TRUE(TakeOwnMounts());
+        ASSERT_EQ(mount("", (folder / "disk").c_str(), "tmpfs", 0, "size=1m,mode=777"), 0);
         Store store(path);
         EXPECT_EQ(Write(store, "kept", "value"), 5);
         EXPECT_EQ(Write(store, "kept", std::string(5'000'000, 'x')), B_DEVICE_FULL);

@@ -2,8 +2,6 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/xattr.h>
@@ -123,8 +121,7 @@ TEST(WholeFile, SaysWhyItCannotBeWrittenAndLeavesAllAsItWas)
         const std::string expected =
             row.error != 0 ? strerror(row.error) : "its owner or group could not be kept";
         const auto asUser = [&] {
-            if (geteuid() == 0 && setresuid(65534, 65534, 65534) != 0)
-                return 1;
+            EXPECT_TRUE(BecomeOrdinaryUser());
             EXPECT_EQ(WholeFile::WhyNot((folder / row.path).c_str()), expected);
             EXPECT_EQ(Put(folder / row.path), expected);
             return HasFailure() ? 1 : 0;
@@ -146,14 +143,11 @@ TEST(WholeFile, LeavesNothingWhenTheDiskIsFullOrTheProgramKilled)
     };
     EXPECT_EQ(InChild(killed), -SIGKILL);
     EXPECT_EQ(Contents(folder), "f old");
-    if (system("unshare -rm true") != 0)
+    if (!CanMount())
         GTEST_SKIP() << "No disk can be mounted here";
     const auto full = [&] {
-        const bool isMounted =
-            unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) == 0
-            && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
-            && mount("tarvex", folder.Path().c_str(), "tmpfs", 0, "size=64k") == 0;
-        EXPECT_TRUE(isMounted);
+        EXPECT_TRUE(TakeOwnMounts());
+        EXPECT_EQ(mount("", folder.Path().c_str(), "tmpfs", 0, "size=64k"), 0);
         WriteFile(folder / "f", "old");
         EXPECT_EQ(Put(folder / "f", std::string(65'000, 'x')), strerror(ENOSPC));
         EXPECT_EQ(Contents(folder), "f old");

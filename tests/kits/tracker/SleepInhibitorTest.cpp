@@ -1,42 +1,30 @@
 #include <gtest/gtest.h>
 
+#include "tests/support/OwnBus.h"
 #include <SleepInhibitor.h>
 
-#include <csignal>
-#include <cstdio>
-#include <dbus/dbus.h>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
 
 constexpr int kLongMillis = 20000;
 
-// A bus of the test's own in the place of the system's, and a login manager on it that grants what
-// it is told to. Answers so many calls, then leaves the bus.
+// A login manager on a bus of the test's own that grants what it is told to. Answers so many calls.
 class LoginManager {
 public:
     LoginManager(std::string granted, int calls) : fGranted(std::move(granted))
     {
-        FILE* daemon = popen("dbus-daemon --session --fork --print-address=1 --print-pid=1", "r");
-        char address[512] = "";
-        EXPECT_EQ(fscanf(daemon, "%511s %d", address, &fDaemon), 2) << "no dbus-daemon";
-        pclose(daemon);
-        setenv("DBUS_SYSTEM_BUS_ADDRESS", address, 1);
         EXPECT_EQ(pipe(fPipe), 0);
-        fConnection = dbus_connection_open_private(address, nullptr);
-        if (!fConnection || !dbus_bus_register(fConnection, nullptr))
-            abort();
-        dbus_bus_request_name(fConnection, "org.freedesktop.login1", 0, nullptr);
+        fBus.Serve("org.freedesktop.login1");
         fThread = std::thread([this, calls] { Serve(calls); });
     }
     ~LoginManager()
     {
         fThread.join();
         close(fPipe[0]);
-        kill(fDaemon, SIGTERM);
-        unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
     }
     LoginManager(const LoginManager&) = delete;
     LoginManager& operator=(const LoginManager&) = delete;
@@ -59,16 +47,14 @@ public:
 private:
     void Serve(int calls)
     {
-        while (calls > 0 && dbus_connection_read_write(fConnection, -1)) {
-            while (DBusMessage* call = dbus_connection_pop_message(fConnection)) {
+        while (calls > 0 && dbus_connection_read_write(*fBus, -1)) {
+            while (DBusMessage* call = dbus_connection_pop_message(*fBus)) {
                 calls -=
                     dbus_message_is_method_call(call, "org.freedesktop.login1.Manager", "Inhibit");
                 Answer(call);
                 dbus_message_unref(call);
             }
         }
-        dbus_connection_close(fConnection);
-        dbus_connection_unref(fConnection);
         close(fPipe[1]);
     }
     void Answer(DBusMessage* call)
@@ -83,16 +69,15 @@ private:
             : dbus_message_new_error(call, DBUS_ERROR_ACCESS_DENIED, "denied");
         if (what == fGranted)
             dbus_message_append_args(reply, DBUS_TYPE_UNIX_FD, &fPipe[1], DBUS_TYPE_INVALID);
-        dbus_connection_send(fConnection, reply, nullptr);
-        dbus_connection_flush(fConnection);
+        dbus_connection_send(*fBus, reply, nullptr);
+        dbus_connection_flush(*fBus);
         dbus_message_unref(reply);
     }
 
+    const OwnBus fBus { "DBUS_SYSTEM_BUS_ADDRESS" };
     const std::string fGranted;
     std::string fAsked;
-    pid_t fDaemon = 0;
     int fPipe[2] = { -1, -1 };
-    DBusConnection* fConnection = nullptr;
     std::thread fThread;
 };
 
@@ -100,22 +85,18 @@ private:
 
 TEST(SleepInhibitor, HoldsWhatIsGrantedUntilItEnds)
 {
-    const struct {
-        const char* granted;
-        int calls;
-        const char* asked;
-    } rows[] = {
+    const std::tuple<const char*, int, const char*> rows[] = {
         { "sleep:idle", 1, "sleep:idle,a test,block;" },
         { "idle", 2, "sleep:idle,a test,block;idle,a test,block;" },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.granted);
-        LoginManager manager(row.granted, row.calls);
+    for (const auto& [granted, calls, asked] : rows) {
+        SCOPED_TRACE(granted);
+        LoginManager manager(granted, calls);
         {
             const BSleepInhibitor inhibitor("a test", kLongMillis);
-            EXPECT_EQ(inhibitor.Held(), row.granted);
+            EXPECT_EQ(inhibitor.Held(), granted);
             manager.WaitForLastCall();
-            EXPECT_EQ(manager.Asked(), row.asked);
+            EXPECT_EQ(manager.Asked(), asked);
             EXPECT_FALSE(manager.IsGivenBack(false));
         }
         EXPECT_TRUE(manager.IsGivenBack(true));

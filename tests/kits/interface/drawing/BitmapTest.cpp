@@ -118,11 +118,9 @@ TEST_F(BitmapDrawing, StretchesAndIsCutAtTheEdgesAndLeavesOutWhatIsTransparentOn
 {
     const SmallBitmap bitmap;
     const BRect part(30, 20, 34, 21); // of its last column
-    const struct {
-        drawing_mode mode;
-        int left, top, step;
-    } places[] = { { B_OP_COPY, 20, 5, 1 }, { B_OP_OVER, 30, 5, 1 }, { B_OP_COPY, 2, 13, 2 },
-        { B_OP_OVER, 12, 13, 3 }, { B_OP_OVER, -4, -4, 4 } };
+    const std::tuple<drawing_mode, int, int, int> places[] = { { B_OP_COPY, 20, 5, 1 },
+        { B_OP_OVER, 30, 5, 1 }, { B_OP_COPY, 2, 13, 2 }, { B_OP_OVER, 12, 13, 3 },
+        { B_OP_OVER, -4, -4, 4 } };
     const Picture shown = Drawn([&](BView& v) {
         v.DrawBitmap(&bitmap, BRect(2, 0, 2, 1), part);
         for (const auto& [mode, left, top, step] : places) {

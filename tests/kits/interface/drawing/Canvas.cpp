@@ -61,8 +61,6 @@ void CanvasView::Draw(BRect updateRect)
 void CanvasTest::SetUp()
 {
     WindowTest::SetUp();
-    if (!fWindow)
-        return;
     fView =
         new CanvasView(BRect(3, 6, 2 + kWidth, 5 + kHeight), "canvas", B_FOLLOW_NONE, B_WILL_DRAW);
     BView* outer = new BView(BRect(7, 4, 199, 99), "outer", B_FOLLOW_NONE, 0);

@@ -34,8 +34,6 @@ protected:
     void SetUp() override
     {
         WindowTest::SetUp();
-        if (!fWindow)
-            return;
         fList = new BListView(BRect(10, 10, 109, 109), "list", B_MULTIPLE_SELECTION_LIST,
             B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_NAVIGABLE);
         fList->SetFontSize(10);

@@ -69,42 +69,6 @@ TEST_F(PictureTest, ShowsUprightShapesAndBitmapsAsTheScreenDoes)
     }
 }
 
-TEST_F(PictureTest, HasRoundShapesAndTextInTheSamePlaces)
-{
-    const std::pair<const char*, std::function<void(BView&)>> rows[] = {
-        { "ellipse", [](BView& v) { v.FillEllipse(BRect(5, 4, 30, 20)); } },
-        { "outline", [](BView& v) { v.StrokeEllipse(BRect(5, 4, 30, 20)); } },
-        { "triangle",
-            [](BView& v) {
-                v.FillTriangle({ 3, 3 }, { 30, 5 }, { 10, 25 });
-            } },
-        { "line", [](BView& v) { v.StrokeLine(BPoint(3, 3), BPoint(30, 25)); } },
-        { "text", [](BView& v) { v.DrawString("HHH", BPoint(3, 20)); } },
-    };
-    for (const auto& [name, draw] : rows) {
-        SCOPED_TRACE(name);
-        const Picture shown = Drawn(draw);
-        const QImage written = Written(draw);
-        Picture large { written.width(), written.height(), {} };
-        for (int i = 0; i < large.width * large.height; i++) { // what is more black than white
-            const uint32 pixel = PixelOf(written, i % large.width, i / large.width);
-            large.pixels.push_back((pixel & 0xff) < 0x80 ? kBlack : kWhite);
-        }
-        BRect onScreen;
-        for (int i = 0; i < shown.width * shown.height; i++) {
-            const BPoint at(float(i % shown.width), float(i / shown.width));
-            if ((shown.pixels[size_t(i)] & 0xff) < 0x80)
-                onScreen = onScreen.IsValid() ? onScreen | BRect(at, at) : BRect(at, at);
-        }
-        const BRect inFile = large.ExtentOf(kBlack).rect;
-        const float far = 1.5f; // pixels of the screen
-        EXPECT_NEAR(inFile.left / kScale, onScreen.left, far);
-        EXPECT_NEAR(inFile.top / kScale, onScreen.top, far);
-        EXPECT_NEAR(inFile.right / kScale, onScreen.right, far);
-        EXPECT_NEAR(inFile.bottom / kScale, onScreen.bottom, far);
-    }
-}
-
 TEST(PictureDeathTest, NeedsNoDisplayAndLeavesWindowsWithoutOne)
 {
     testing::FLAGS_gtest_death_test_style = "threadsafe";

@@ -56,19 +56,6 @@ TEST_F(TextTest, GoesOnByItsWidthAndWhatIsAddedToEachLetter)
     EXPECT_EQ(spaced.pixels, parts("a ", "e", 2 + 5).pixels);
 }
 
-TEST_F(TextTest, BytesThatAreNoUtf8ShowTheReplacementCharacter)
-{
-    const auto shown = [this](const char* text) {
-        return Drawn([text](BView& v) { v.DrawString(text, BPoint(2, 20)); }).pixels;
-    };
-    EXPECT_EQ(shown("a\xff"
-                    "b"),
-        shown("a\xef\xbf\xbd"
-              "b"));
-    EXPECT_NE(shown("\xce\xa9"), shown("\xef\xbf\xbd"));
-    EXPECT_NE(shown("\xce\xa9"), shown("\xc2\xa9")); // the letter of its low byte
-}
-
 TEST_F(TextTest, LongTextKeepsItsPlaces)
 {
     // More letters than one run of glyphs holds: the end of it must be where it was measured.
