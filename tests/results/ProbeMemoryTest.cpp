@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "tests/foundation/LocaleGuard.h"
-#include "tests/foundation/ScratchFolder.h"
+#include "tests/support/TempFolder.h"
 
 namespace {
 
@@ -53,7 +53,7 @@ TEST(ProbeMemory, DamageIsLeftOut)
 
 TEST(ProbeMemory, StaysInTheUsersData)
 {
-    const std::string folder = ScratchFolder::Home() / "tarvex";
+    const std::string folder = DataHome() / "tarvex";
     MachineDetails details;
     EXPECT_EQ(ProbeKey(details, {}), "");
     details.processorModel = "Model\n1";

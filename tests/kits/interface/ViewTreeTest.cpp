@@ -98,13 +98,13 @@ TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
         { "odd amounts", middle, 3, 1, BRect(11.5, 20.5, 50.5, 59.5) },
         { "below nothing", B_FOLLOW_ALL_SIDES, -200, -200, BRect(10, 20, -151, -141) },
     };
-    for (const auto& row : rows) {
+    for (const auto& [name, mode, width, height, grown] : rows) {
         BView parent(BRect(0, 0, 99, 99), "parent", B_FOLLOW_NONE, 0);
-        auto* child = new BView(frame, "child", row.mode, 0);
+        auto* child = new BView(frame, "child", mode, 0);
         parent.AddChild(child);
-        parent.ResizeBy(row.width, row.height);
-        EXPECT_EQ(child->Frame(), row.grown) << row.name;
-        parent.ResizeBy(-row.width, -row.height);
-        EXPECT_EQ(child->Frame(), frame) << row.name;
+        parent.ResizeBy(width, height);
+        EXPECT_EQ(child->Frame(), grown) << name;
+        parent.ResizeBy(-width, -height);
+        EXPECT_EQ(child->Frame(), frame) << name;
     }
 }
