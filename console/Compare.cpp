@@ -188,7 +188,8 @@ ComparedMachines ReadAll(const CompareOptions& options)
         auto& machines = compared.machines;
         const auto found = std::find_if(machines.begin(), machines.end(),
             [&](const auto& each) { return IsSameFile(each.path, baseline.front().path); });
-        compared.baseline = found != machines.end() ? size_t(found - machines.begin()) : 0;
+        compared.baseline =
+            found != machines.end() ? static_cast<size_t>(found - machines.begin()) : 0;
         if (found == machines.end())
             machines.insert(machines.begin(), std::move(baseline.front()));
     }
@@ -210,7 +211,7 @@ std::string WithoutRows(const ComparedMachines& compared)
     if (first == hasRow.end())
         return "";
     const auto others = std::count(first + 1, hasRow.end(), false);
-    return "<" + compared.machines[size_t(first - hasRow.begin())].name + ">"
+    return "<" + compared.machines[static_cast<size_t>(first - hasRow.begin())].name + ">"
         + (others > 0 ? " and " + std::to_string(others) + " more have" : " has")
         + " nothing in common with the baseline: no test at the same processor count";
 }

@@ -35,12 +35,12 @@ std::string PercentText(const std::optional<double>& percent)
 
 size_t Letters(const std::string& text)
 {
-    return size_t(std::count_if(text.begin(), text.end(),
+    return static_cast<size_t>(std::count_if(text.begin(), text.end(),
         [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; }));
 }
 
 constexpr size_t kColumns = 9;
-typedef std::array<std::string, kColumns> Cells;
+using Cells = std::array<std::string, kColumns>;
 
 const Cells kTitles = { "Test", "Units", "CPUs", "Baseline", "Rate", "Percent", "Verdict", "Why",
     "Machine" };

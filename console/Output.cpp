@@ -18,8 +18,8 @@ void OpenStandardFiles()
     FILE* file = nullptr;
     do { // never closed, but for the first one that is none of the three
         file = fopen("/dev/null", "r");
-    } while (file != nullptr && fileno(file) <= STDERR_FILENO);
-    if (file != nullptr)
+    } while (file && fileno(file) <= STDERR_FILENO);
+    if (file)
         fclose(file);
 }
 

@@ -123,7 +123,7 @@ void TellWarnings(RunRecord& record, const std::vector<RunWarning>& warnings)
 size_t UsedMost(const RunPlan& plan)
 {
     const auto most = std::max_element(plan.counts.begin(), plan.counts.end());
-    return most != plan.counts.end() ? size_t(*most) : size_t(LibSysInfo().cpuCount);
+    return most != plan.counts.end() ? static_cast<size_t>(*most) : size_t(LibSysInfo().cpuCount);
 }
 
 // Looks at what others do on the machine, and says what makes the figures doubtful.

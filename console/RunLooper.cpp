@@ -80,7 +80,7 @@ void RunLooper::ShowStatus(const char* text, int32 left)
 {
     char time[32] = "";
     if (left >= 0)
-        snprintf(time, sizeof time, ", %d:%02d left", int(left / 60), int(left % 60));
+        snprintf(time, sizeof time, ", %d:%02d left", (left / 60), (left % 60));
     // The cursor goes back to the line's start, so that a word on standard output replaces it too.
     fprintf(stderr, onTerminal ? "\x1b[K%s%s\r" : "%s%s\n", text, time);
 }

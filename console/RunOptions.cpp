@@ -95,8 +95,9 @@ std::string TakeRepeats(const std::string& value, RunOptions& options)
 std::string TakeUntil(const std::string& value, RunOptions& options)
 {
     double percent = 0;
-    const std::string_view number =
-        std::string_view(value).substr(0, value.size() - value.ends_with('%'));
+    std::string_view number = value;
+    if (number.ends_with('%'))
+        number.remove_suffix(1);
     if (!Parse(number, percent) || !(percent > 0) || percent > 100)
         return "<--until> takes a percentage above 0, to 100, not <" + value + ">";
     options.plan.untilPercent = percent;

@@ -7,7 +7,7 @@
 
 namespace {
 
-typedef std::vector<std::string> Row;
+using Row = std::vector<std::string>;
 
 std::string Percent(double share)
 {

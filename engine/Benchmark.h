@@ -63,7 +63,7 @@ protected:
 
 private:
     // Says, once the clock has stopped, why the test's work was not done, or "".
-    typedef std::function<std::string(Metric& metric)> Finish;
+    using Finish = std::function<std::string(Metric&)>;
 
     void RunSelectedGroups();
     // Times kernel() as the next slot of the test's metric, see MeasureSpan; loops: those of the

@@ -14,7 +14,7 @@ constexpr int kInnerMost = 32000;
 void PrintRecord(const record& printed, int enumeration, int integer)
 {
     fprintf(stderr, "\tptr_comp = %d, should be impl dependent\n",
-        int(reinterpret_cast<intptr_t>(printed.ptr_comp)));
+        static_cast<int>(reinterpret_cast<intptr_t>(printed.ptr_comp)));
     fprintf(stderr, "\tdiscr = %d, should be 0\n", printed.discr);
     fprintf(stderr, "\tenum comp = %d, sould be %d\n", printed.enum_comp, enumeration);
     fprintf(stderr, "\tint comp = %d, should be %d\n", printed.int_comp, integer);
@@ -36,12 +36,12 @@ Dhrystone::Dhrystone() : ptr_glob(new record), next_ptr_glob(new record)
 // With the outer rounds that are left.
 void Dhrystone::SetInner()
 {
-    inner = uint16(iterations - outer * kInnerMost);
+    inner = static_cast<uint16>(iterations - outer * kInnerMost);
 }
 
 void Dhrystone::Run(const long& newIterations)
 {
-    iterations = uint16(newIterations);
+    iterations = static_cast<uint16>(newIterations);
     outer = iterations / kInnerMost;
     SetInner();
     fprintf(stderr, "Dhrystone: iter %d, outer %d, inner %d\n", iterations, outer, inner);
@@ -63,32 +63,33 @@ void Dhrystone::Body(const char* text1)
 {
     Procedure_5();
     Procedure_4();
-    int int_1 = 2;
-    int int_2 = 3;
-    int int_3 = 0;
+    int int1 = 2;
+    int int2 = 3;
+    int int3 = 0;
     char text2[31];
     strcpy(text2, "DHRYSTONE PROGRAM, 2'ND STRING");
     Enumeration enumeration = kIdent2;
     bool_glob = !Function_2(text1, text2);
-    while (int_1 < int_2) {
-        int_3 = 5 * int_1 - int_2;
-        Procedure_7(int_1, int_2, int_3);
-        int_1++;
+    while (int1 < int2) {
+        int3 = 5 * int1 - int2;
+        Procedure_7(int1, int2, int3);
+        int1++;
     }
-    Procedure_8(array_1, array_2, int_1, int_3);
+    Procedure_8(array_1, array_2, int1, int3);
     Procedure_1(ptr_glob.get());
     for (char letter = 'A'; letter <= char_2; letter++) {
         if (enumeration == Function_1(letter, 'C')) {
             Procedure_6(kIdent1, enumeration);
             strcpy(text2, "DHRYSTONE PROGRAM, 3'RD STRING");
-            int_2 = run_index;
+            int2 = run_index;
             int_glob = run_index;
         }
     }
-    int_2 = int_2 * int_1;
-    int_1 = int_2 / int_3;
-    int_2 = 7 * (int_2 - int_3) - int_1;
-    Procedure_2(int_1);
+    int2 = int2 * int1;
+    int1 = int2 / int3;
+    // NOLINTNEXTLINE(clang-analyzer-deadcode.DeadStores): the published text computes it
+    int2 = 7 * (int2 - int3) - int1;
+    Procedure_2(int1);
 }
 
 void Dhrystone::PrintResults() const
@@ -220,6 +221,7 @@ void Benchmark::RunDhrystone()
         TestNamed("Dhrystone"), kIterations, [&] { kernel.Run(kIterations); },
         // The report is what is timed: with the low 16 bits of this count there are no rounds.
         [&](Metric&) {
-            return Unless(kernel.iterations == uint16(kIterations), "it was not begun");
+            return Unless(
+                kernel.iterations == static_cast<uint16>(kIterations), "it was not begun");
         });
 }

@@ -9,6 +9,8 @@
 
 enum Enumeration : int32 { kIdent1, kIdent2, kIdent3, kIdent4, kIdent5 };
 
+// The names are those of the published text.
+// NOLINTBEGIN(readability-identifier-naming)
 struct record {
     record* ptr_comp = nullptr;
     Enumeration discr = kIdent1;
@@ -65,3 +67,4 @@ private:
     void MiddleRound(const char* text1);
     void Body(const char* text1);
 };
+// NOLINTEND(readability-identifier-naming)

@@ -95,7 +95,7 @@ void ForEachFile(FileLife& files, Action action)
     for (int64 number = files.first; number <= files.last; number++) {
         if (number % 100 == 0)
             system_time(); // a kill point, seldom: it must not cost what is to be measured
-        snprintf(path.data(), path.size(), "%s%d", start.c_str(), int(number));
+        snprintf(path.data(), path.size(), "%s%d", start.c_str(), static_cast<int>(number));
         if (!action(path.c_str()) && files.failures++ == 0)
             files.error = errno;
     }
@@ -110,8 +110,8 @@ FileLife::~FileLife()
 
 void FileLife::SetIndexRange(const long& newFirst, const long& newLast)
 {
-    first = int32(newFirst);
-    last = int32(newLast);
+    first = static_cast<int32>(newFirst);
+    last = static_cast<int32>(newLast);
 }
 
 thread_id FileLife::Go(const int& mode)
@@ -153,8 +153,9 @@ namespace {
 
 constexpr long kFiles = 1000;
 constexpr long kBlocks = 10000;
-constexpr long kBytes = kBlocks * long(BlockFile::kBlockSize);
-static_assert(TestNamed("Disk File Output").work == kBlocks * long(BlockFile::kBlockSize) / 1024);
+constexpr long kBytes = kBlocks * static_cast<long>(BlockFile::kBlockSize);
+static_assert(TestNamed("Disk File Output").work
+    == kBlocks * static_cast<long>(BlockFile::kBlockSize) / 1024);
 static_assert(TestNamed("Disk File Creation").work == kFiles);
 
 BPath TemporaryFile(const char* name)
@@ -204,7 +205,7 @@ std::string ErrorText(int error)
 long SizeOf(const char* path)
 {
     off_t size = -1;
-    return BEntry(path).GetSize(&size) == B_OK ? long(size) : -1;
+    return BEntry(path).GetSize(&size) == B_OK ? static_cast<long>(size) : -1;
 }
 
 } // namespace

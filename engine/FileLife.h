@@ -1,9 +1,9 @@
 // Creates and removes a row of empty files, on a thread of its own.
 #pragma once
 
-#include <OS.h>
-
 #include "foundation/LibString.h"
+
+#include <OS.h>
 
 // Idle --Go()--> waiting to be resumed --wait_for_thread()--> Idle.
 class FileLife {

@@ -57,8 +57,8 @@ double Fourier::TrapezoidIntegrate(
     a[0] = Integrate(0.0, 2.0, kSteps, 0.0, 0) * 0.5;
     const double omega = kPi;
     for (long i = 1; i < count; i++) {
-        a[i] = Integrate(0.0, 2.0, kSteps, omega * double(i), 1);
-        b[i] = Integrate(0.0, 2.0, kSteps, omega * double(i), 2);
+        a[i] = Integrate(0.0, 2.0, kSteps, omega * static_cast<double>(i), 1);
+        b[i] = Integrate(0.0, 2.0, kSteps, omega * static_cast<double>(i), 2);
     }
     Sink(a);
     Sink(b);

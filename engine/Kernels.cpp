@@ -17,7 +17,7 @@ constexpr long kTextRounds = 3000000;
 // Characters per length of the text in the result: millions, as the unit is.
 constexpr long kMillionTextRounds = kTextRounds / 1000000;
 
-typedef uint64_t Word;
+using Word = uint64_t;
 constexpr Word kOnes = 0x0101010101010101;
 constexpr Word kHighBits = 0x8080808080808080;
 
@@ -63,7 +63,7 @@ void Benchmark::RunStrings()
     static_assert(sizeof text % sizeof(Word) == 0);
     const char* source = text;
     Opaque(source);
-    const long length = long(WordwiseLength(source));
+    const long length = static_cast<long>(WordwiseLength(source));
 
     const auto measure = [&](const TestType& test, const auto& kernel, const auto& isDone) {
         Measure(test, kTextRounds, kernel, [&](Metric& metric) {
@@ -84,7 +84,7 @@ namespace {
 
 constexpr long kMemoryRounds = 400000;
 constexpr size_t kBlockSize = 512;
-constexpr long kMemoryBytes = kMemoryRounds * long(kBlockSize);
+constexpr long kMemoryBytes = kMemoryRounds * static_cast<long>(kBlockSize);
 static_assert(TestNamed("Memory").work == kMemoryBytes / 1048576);
 
 } // namespace
@@ -230,9 +230,9 @@ constexpr bigtime_t kLongestMicros = 4999999;
 // that a leak checker reports the leaks that nobody meant.
 char* NewFlags()
 {
-    static std::vector<char*>& kept = *new std::vector<char*>;
-    kept.push_back(new char[kSieveSize]);
-    return kept.back();
+    static std::vector<char*>& sKept = *new std::vector<char*>;
+    sKept.push_back(new char[kSieveSize]);
+    return sKept.back();
 }
 
 // Cleared are the first flags, those that have a multiple in reach.

@@ -27,7 +27,7 @@ status_t LibThread::Go(
         delete messenger;
     messenger = newMessenger;
 
-    thread = spawn_thread(StaticAction, name, int32(priority), this);
+    thread = spawn_thread(StaticAction, name, static_cast<int32>(priority), this);
     if (thread < B_OK)
         return thread;
     return wait ? wait_for_thread(thread, &value) : resume_thread(thread);
@@ -73,7 +73,7 @@ status_t LibThread::Resume()
 
 status_t LibThread::SetPriority(long priority)
 {
-    return set_thread_priority(thread, int32(priority));
+    return set_thread_priority(thread, static_cast<int32>(priority));
 }
 
 int32 LibThread::Status() const

@@ -28,7 +28,7 @@ bool IsRunning(thread_id thread)
 bool MakeThreads(std::vector<WhetstoneThread>& threads)
 {
     for (size_t i = 0; i < threads.size(); i++) {
-        if (threads[i].Go(kIterations, long(i)) < B_OK)
+        if (threads[i].Go(kIterations, static_cast<long>(i)) < B_OK)
             return false;
     }
     return true;
@@ -62,9 +62,9 @@ WhetstoneThread::~WhetstoneThread()
 
 thread_id WhetstoneThread::Go(const long& newIterations, const long& number)
 {
-    iterations = int32(newIterations);
+    iterations = static_cast<int32>(newIterations);
     char name[B_OS_NAME_LENGTH];
-    snprintf(name, sizeof name, "WhetstoneThread_%d", int(number));
+    snprintf(name, sizeof name, "WhetstoneThread_%d", static_cast<int>(number));
     thread = spawn_thread(DoStaticWhetstone, name, kPriority, this);
     if (thread < B_OK)
         fprintf(stderr, "No thread for <%s>\n", name);

@@ -80,7 +80,7 @@ void Sitting::WarmUp()
     isCounted = false;
     for (const size_t group : kWarmedUp) {
         if (!isWarm && this->*kGroupRuns[group].selected)
-            RunGroup(int32(group));
+            RunGroup(static_cast<int32>(group));
     }
     isWarm = isCounted = true;
     WaitForSteadyClock();
@@ -88,7 +88,7 @@ void Sitting::WarmUp()
 
 bool Sitting::LacksAnything() const
 {
-    for (int32 group = 0; group < int32(kNbrTestGroups); group++) {
+    for (int32 group = 0; group < static_cast<int32>(kNbrTestGroups); group++) {
         if (LacksAny(group, MostRounds()))
             return true;
     }
@@ -97,13 +97,13 @@ bool Sitting::LacksAnything() const
 
 void Sitting::RunRound()
 {
-    for (int32 group = 0; group < int32(kNbrTestGroups); group++) {
+    for (int32 group = 0; group < static_cast<int32>(kNbrTestGroups); group++) {
         if (!LacksAny(group, round + 1))
             continue;
         TellStatus(group);
         const bigtime_t start = system_time();
         RunGroup(group);
-        groupSeconds[group] = double(system_time() - start) / 1e6;
+        groupSeconds[group] = static_cast<double>(system_time() - start) / 1e6;
     }
 }
 
@@ -126,7 +126,7 @@ bool Sitting::Lacks(const TestType& test, int32 spans) const
     const Series* series = record.Find(test, count);
     if (!series)
         return true;
-    if (!series->undone.empty() || int32(series->spans.size()) >= spans)
+    if (!series->undone.empty() || static_cast<int32>(series->spans.size()) >= spans)
         return false;
     const auto& percent = record.plan.untilPercent;
     return !percent || !IsNarrow(*series, record.bestProbe, *percent);
@@ -190,7 +190,7 @@ double Sitting::SecondsLeft(int32 group) const
         return -1;
     double later = 0; // of this round
     double all = 0;
-    for (int32 each = 0; each < int32(kNbrTestGroups); each++) {
+    for (int32 each = 0; each < static_cast<int32>(kNbrTestGroups); each++) {
         if (!(this->*kGroupRuns[each].selected))
             continue;
         all += groupSeconds[each];
@@ -198,8 +198,8 @@ double Sitting::SecondsLeft(int32 group) const
     }
     const auto& counts = record.plan.counts;
     const auto passes = counts.end() - std::find(counts.begin(), counts.end(), count) - 1;
-    return later + all * double(MostRounds() - 1 - round)
-        + all * double(MostRounds()) * double(passes);
+    return later + all * static_cast<double>(MostRounds() - 1 - round)
+        + all * static_cast<double>(MostRounds()) * static_cast<double>(passes);
 }
 
 void Sitting::TellStatus(int32 group)
@@ -208,7 +208,7 @@ void Sitting::TellStatus(int32 group)
         return;
     BMessage message('BmkS');
     message.AddString("status", StatusText(kTestGroups[group].status).c_str());
-    message.AddInt32("left", int32(SecondsLeft(group)));
+    message.AddInt32("left", static_cast<int32>(SecondsLeft(group)));
     messenger->SendMessage(&message, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
 }
 
@@ -222,7 +222,8 @@ void Sitting::FillResults()
         if (!figures || !series.undone.empty() || series.processors > results.nbrCpus)
             continue;
         results.pass = results.nbrCpus - series.processors;
-        Metric* metric = results.NewTest(series.test->name, long(series.spans.front().work));
+        Metric* metric =
+            results.NewTest(series.test->name, static_cast<long>(series.spans.front().work));
         if (!metric)
             continue;
         metric->Index(series.test->id);
@@ -230,7 +231,7 @@ void Sitting::FillResults()
         const double seconds = figures->summary.estimate;
         // The metric's work is that of its first series.
         const double work = series.spans.front().work;
-        metric->Time(float(work > 0 ? seconds * metric->cycles / work : seconds));
+        metric->Time(static_cast<float>(work > 0 ? seconds * metric->cycles / work : seconds));
     }
     results.pass = results.nbrCpus - 1;
     results.FillGaps();

@@ -86,8 +86,8 @@ void Whetstone::IntegerArithmetic()
         j = j * (k - j) * (l - k);
         k = l * k - (l - j) * k;
         l = (l - k) * (k + j);
-        Element(ptrdiff_t(l) - 1) = j + k + l;
-        Element(ptrdiff_t(k) - 1) = j * k * l;
+        Element(static_cast<ptrdiff_t>(l) - 1) = j + k + l;
+        Element(static_cast<ptrdiff_t>(k) - 1) = j * k * l;
     }
     Sink(this);
 }

@@ -1,9 +1,9 @@
 // A Whetstone on a thread of its own.
 #pragma once
 
-#include <OS.h>
-
 #include "engine/Whetstone.h"
+
+#include <OS.h>
 
 class WhetstoneThread {
 public:

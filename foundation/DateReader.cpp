@@ -1,12 +1,12 @@
 #include "foundation/DateReader.h"
 
-#include <algorithm>
-#include <charconv>
-#include <string>
-
 #include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 #include "foundation/Utf8.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
 
 namespace {
 

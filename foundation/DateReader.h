@@ -3,9 +3,9 @@
 // fRefused.
 #pragma once
 
-#include <string_view>
-
 #include "foundation/LibParseDate.h"
+
+#include <string_view>
 
 class DateReader {
 public:
@@ -38,9 +38,9 @@ private:
         }
     };
 
-    enum class Which { None, This, Next, Last }; // of the weekdays
+    enum class Which { kNone, kThis, kNext, kLast }; // of the weekdays
 
-    typedef bool (DateReader::*Rule)();
+    using Rule = bool (DateReader::*)();
 
     bool Try(Rule rule);
     bool ReadItem();
@@ -101,6 +101,6 @@ private:
     int32 fYear = 0; // what TakeYear read
     int32 fZoneMinutes = 0;
     Distance fDistance;
-    Which fWhich = Which::None;
+    Which fWhich = Which::kNone;
     int32 fWeekDay = 0;
 };

@@ -1,8 +1,7 @@
 #include "foundation/LibAppInfo.h"
 
-#include <cstdio>
-#include <cstring>
-#include <string_view>
+#include "foundation/LibFiles.h"
+#include "foundation/Utf8.h"
 
 #include <AppFileInfo.h>
 #include <Application.h>
@@ -10,8 +9,9 @@
 #include <Mime.h>
 #include <Roster.h>
 
-#include "foundation/LibFiles.h"
-#include "foundation/Utf8.h"
+#include <cstdio>
+#include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -27,7 +27,7 @@ const char* VarietyName(uint32 variety)
 template <size_t size>
 void Fill(char (&field)[size], const char* text)
 {
-    const std::string_view kept = LibCutUtf8(text != nullptr ? text : "", size - 1);
+    const std::string_view kept = LibCutUtf8(text ? text : "", size - 1);
     memcpy(field, kept.data(), kept.size());
 }
 
@@ -35,11 +35,10 @@ void Fill(char (&field)[size], const char* text)
 
 bool LibOpenAppFile(const char* path, const uint32& openMode, BFile& file)
 {
-    if (path != nullptr)
+    if (path)
         return file.SetTo(path, openMode) == B_OK;
     app_info info;
-    return be_app != nullptr && be_app->GetAppInfo(&info) == B_OK
-        && file.SetTo(&info.ref, openMode) == B_OK;
+    return be_app && be_app->GetAppInfo(&info) == B_OK && file.SetTo(&info.ref, openMode) == B_OK;
 }
 
 LibString LibGetAppVersion(const char* path)

@@ -1,11 +1,11 @@
 // What the application's file says of the application, and the file itself.
 #pragma once
 
-#include <Entry.h>
-#include <File.h>
-
 #include "foundation/LibString.h"
 #include "foundation/LibStringList.h"
+
+#include <Entry.h>
+#include <File.h>
 
 // Opens the file at path, or with null that of the running application. False if it cannot be
 // opened or no application runs.

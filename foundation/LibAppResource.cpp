@@ -1,17 +1,17 @@
 #include "foundation/LibAppResource.h"
 
-#include <cstdio>
-#include <cstring>
-#include <string>
+#include "foundation/LibAppInfo.h"
+#include "foundation/LibFiles.h"
+#include "foundation/LibPath.h"
+#include "foundation/LibTools.h"
 
 #include <Directory.h>
 #include <FindDirectory.h>
 #include <TypeConstants.h>
 
-#include "foundation/LibAppInfo.h"
-#include "foundation/LibFiles.h"
-#include "foundation/LibPath.h"
-#include "foundation/LibTools.h"
+#include <cstdio>
+#include <cstring>
+#include <string>
 
 namespace {
 
@@ -32,7 +32,7 @@ bool Find(BResources& resources, type_code type, int32 id, T& value)
 {
     size_t size = 0;
     const void* data = resources.LoadResource(type, id, &size);
-    if (data == nullptr || size != sizeof(value))
+    if (!data || size != sizeof(value))
         return false;
     memcpy(&value, data, sizeof(value));
     return true;
@@ -67,7 +67,7 @@ bool LibAppResource::AddEntry(const char* path, const int32& id, const char* nam
         || packed.SetTo(archive.Path(), B_READ_ONLY) != B_OK)
         fprintf(stderr, "%s failed\n", archive.Path());
     else
-        added = AddArchive(packed, id, name != nullptr ? name : BPath(path).Leaf());
+        added = AddArchive(packed, id, name ? name : BPath(path).Leaf());
     LibUnlink(archive.Path());
     return added;
 }
@@ -123,7 +123,7 @@ char* LibAppResource::FindString(const int32& id)
 {
     size_t size = 0;
     const auto* data = static_cast<const char*>(LoadResource(B_STRING_TYPE, id, &size));
-    if (data == nullptr)
+    if (!data)
         return nullptr;
     // A resource may lack the end mark.
     const size_t length = strnlen(data, size);
@@ -140,7 +140,7 @@ bool LibAppResource::CopyResource(const int32& id, const uint32& type, LibAppRes
     if (!GetResourceInfo(type, id, &name, &size))
         return true;
     const void* data = LoadResource(type, id, &size);
-    if (data == nullptr)
+    if (!data)
         return true;
     // Copied first: the target may be this object itself.
     const std::string copy(static_cast<const char*>(data), size);
@@ -154,7 +154,7 @@ bool LibFindStringResource(BResources& resources, const int32& id, char* text)
 {
     size_t size = 0;
     const auto* data = static_cast<const char*>(resources.LoadResource(B_STRING_TYPE, id, &size));
-    if (data == nullptr || text == nullptr)
+    if (!data || !text)
         return false;
     const size_t length = strnlen(data, size);
     memcpy(text, data, length);

@@ -1,15 +1,15 @@
 #include "foundation/LibDate.h"
 
+#include "foundation/LibDateConventions.h"
+#include "foundation/PlainText.h"
+#include "foundation/TypedNumbers.h"
+
+#include <Message.h>
+
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <string_view>
-
-#include <Message.h>
-
-#include "foundation/LibDateConventions.h"
-#include "foundation/PlainText.h"
-#include "foundation/TypedNumbers.h"
 
 namespace {
 
@@ -159,7 +159,7 @@ void LibDate::SetToday(const bool& local)
 {
     const time_t now = time(nullptr);
     struct tm date { };
-    if (localtime_r(&now, &date) == nullptr)
+    if (!localtime_r(&now, &date))
         return;
     SetDate(&date);
     if (!local) {
@@ -184,7 +184,7 @@ void LibDate::SetDate(const int32& newJulian)
 
 void LibDate::SetDate(const struct tm* date)
 {
-    if (date == nullptr)
+    if (!date)
         return;
     month = LibToInt32(int64 { date->tm_mon } + 1);
     day = date->tm_mday;
@@ -194,7 +194,7 @@ void LibDate::SetDate(const struct tm* date)
 
 bool LibDate::SetDate(const char* text)
 {
-    const std::string_view typed = text != nullptr ? text : "";
+    const std::string_view typed = text ? text : "";
     CivilDate date {};
     // By columns, as in "12/31/1999": whatever stands between the numbers is passed over.
     if (typed.size() < 7 || !LeadingNumber(typed.substr(0, 2), date.month)
@@ -209,7 +209,7 @@ bool LibDate::SetDate(const char* text)
 
 bool LibDate::SetUnformattedDate(const char* text)
 {
-    const std::string_view typed = text != nullptr ? text : "";
+    const std::string_view typed = text ? text : "";
     CivilDate date {};
     if (!ReadTypedDate(typed, date))
         return LibRefuseDate(typed);
@@ -221,7 +221,7 @@ bool LibDate::SetUnformattedDate(const char* text)
 
 void LibDate::GetDate(struct tm* date) const
 {
-    if (date == nullptr)
+    if (!date)
         return;
     date->tm_year = LibToInt32(int64 { year } - 1900);
     date->tm_mon = LibToInt32(int64 { month } - 1);
@@ -279,7 +279,7 @@ void LibDate::SetMonth(const uint32& newMonth)
 
 bool LibDate::SetMonth(const char* name)
 {
-    const int32 named = LibDateConventions::English().Month(name != nullptr ? name : "");
+    const int32 named = LibDateConventions::English().Month(name ? name : "");
     if (named == 0)
         return false;
     month = named;
@@ -401,7 +401,7 @@ int32 LibDate::DayOfWeek(const uint32& ofDay) const
 
 int32 LibDate::DayOfWeek(const char* name)
 {
-    return LibDateConventions::English().WeekDay(name != nullptr ? name : "");
+    return LibDateConventions::English().WeekDay(name ? name : "");
 }
 
 bool LibDate::IsWeekEnd(const uint32& weekDay)

@@ -12,10 +12,10 @@
 // ends at its last day.
 #pragma once
 
+#include <SupportDefs.h>
+
 #include <compare>
 #include <ctime>
-
-#include <SupportDefs.h>
 
 class BMessage;
 

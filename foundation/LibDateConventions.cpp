@@ -1,14 +1,14 @@
 #include "foundation/LibDateConventions.h"
 
-#include <cstdio>
-#include <langinfo.h>
-#include <locale.h>
-#include <wchar.h>
+#include "foundation/PlainText.h"
+#include "foundation/Utf8.h"
 
 #include <TextCoding.h>
 
-#include "foundation/PlainText.h"
-#include "foundation/Utf8.h"
+#include <clocale>
+#include <cstdio>
+#include <cwchar>
+#include <langinfo.h>
 
 namespace {
 
@@ -105,7 +105,7 @@ std::string_view WithoutBlanks(std::string_view text)
 
 const LibDateConventions& LibDateConventions::English()
 {
-    static const LibDateConventions english {
+    static const LibDateConventions sEnglish {
         .months = { "January", "February", "March", "April", "May", "June", "July", "August",
             "September", "October", "November", "December" },
         .shortMonths = { "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct",
@@ -114,14 +114,14 @@ const LibDateConventions& LibDateConventions::English()
             "Saturday" },
         .shortWeekDays = { "Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat" },
     };
-    return english;
+    return sEnglish;
 }
 
 LibDateConventions LibDateConventions::OfLocale(const char* name)
 {
     LibDateConventions conventions = English();
     locale_t locale = newlocale(LC_TIME_MASK | LC_CTYPE_MASK, name, nullptr);
-    if (locale == nullptr) {
+    if (!locale) {
         fprintf(stderr, "Locale <%.80s> is not installed\n", name);
         return conventions;
     }

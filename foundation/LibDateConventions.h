@@ -2,16 +2,16 @@
 // months and weekdays. All texts are UTF-8.
 #pragma once
 
+#include <SupportDefs.h>
+
 #include <array>
 #include <string>
 #include <string_view>
 
-#include <SupportDefs.h>
-
 struct LibDateConventions {
-    enum class Order { MonthDayYear, DayMonthYear, YearMonthDay };
+    enum class Order { kMonthDayYear, kDayMonthYear, kYearMonthDay };
 
-    Order order = Order::MonthDayYear;
+    Order order = Order::kMonthDayYear;
     // After the first, second and third number of a short date; the last is mostly "".
     std::array<std::string, 3> separators { "/", "/", "" };
     std::array<std::string, 12> months; // from January

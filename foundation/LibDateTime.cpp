@@ -1,14 +1,14 @@
 #include "foundation/LibDateTime.h"
 
-#include <charconv>
-#include <cmath>
-#include <string_view>
-
-#include <Message.h>
-
 #include "foundation/LibParseDate.h"
 #include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
+
+#include <Message.h>
+
+#include <charconv>
+#include <cmath>
+#include <string_view>
 
 namespace {
 
@@ -104,7 +104,7 @@ void LibDateTime::SetNow(const bool& local)
 bool LibDateTime::Set(const LibString& text)
 {
     const char* buffer = text;
-    const std::string_view typed = buffer != nullptr ? buffer : "";
+    const std::string_view typed = buffer ? buffer : "";
     const LibDateTime now(true);
     LibParsedDate parsed;
     if (!LibParseDate(typed, LibDateConventions::English(), now.date, now.time, parsed)
@@ -119,7 +119,7 @@ bool LibDateTime::Set(const LibString& text)
 
 void LibDateTime::GetDateTime(struct tm* moment) const
 {
-    if (moment == nullptr)
+    if (!moment)
         return;
     date.GetDate(moment);
     time.GetTime(*moment);
@@ -139,7 +139,7 @@ void LibDateTime::GetIso8601(LibString& text, const int16& offsetHours) const
 bool LibDateTime::SetIso8601(const LibString& text, const int16& offsetHours)
 {
     const char* typed = text;
-    const std::string_view all = typed != nullptr ? typed : "";
+    const std::string_view all = typed ? typed : "";
     const size_t middle = all.find('T');
     LibDateTime read;
     if (middle == std::string_view::npos || !ReadIsoDate(all.substr(0, middle), read.date)

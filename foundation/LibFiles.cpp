@@ -1,11 +1,9 @@
 #include "foundation/LibFiles.h"
 
-#include <algorithm>
-#include <cstdio>
-#include <cstring>
-#include <ctime>
-#include <string>
-#include <string_view>
+#include "foundation/LibDateTime.h"
+#include "foundation/LibPath.h"
+#include "foundation/LibTools.h"
+#include "foundation/Utf8.h"
 
 #include <AppDefs.h>
 #include <Directory.h>
@@ -19,10 +17,12 @@
 #include <NodeInfo.h>
 #include <TextCoding.h>
 
-#include "foundation/LibDateTime.h"
-#include "foundation/LibPath.h"
-#include "foundation/LibTools.h"
-#include "foundation/Utf8.h"
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -261,7 +261,7 @@ void LibBytesToString(const uint32& bytes, LibString& text, int decimals)
 
 uint32 LibStringToBytes(const char* text)
 {
-    const std::string all = text != nullptr ? text : "";
+    const std::string all = text ? text : "";
     const size_t blank = all.find(' ');
     const LibString number(all.substr(0, blank).c_str());
     const std::string unit = blank == all.npos ? "" : all.substr(blank + 1);
@@ -274,8 +274,8 @@ uint32 LibStringToBytes(const char* text)
     if (unit != "KB" && unit != "MB")
         return 0;
     // Clamped as a double: turning 5000 MB into a uint32 would be undefined.
-    const double bytes = double(value) * (unit == "KB" ? kKilobyte : kMegabyte);
-    return static_cast<uint32>(std::clamp(bytes, 0.0, double(UINT32_MAX)));
+    const double bytes = static_cast<double>(value) * (unit == "KB" ? kKilobyte : kMegabyte);
+    return static_cast<uint32>(std::clamp(bytes, 0.0, static_cast<double>(UINT32_MAX)));
 }
 
 TemporaryFolder::TemporaryFolder()

@@ -2,11 +2,11 @@
 // they are, put into the trash, opened, and for a while only.
 #pragma once
 
-#include <Entry.h>
-#include <Path.h>
-
 #include "foundation/LibDateTime.h"
 #include "foundation/LibString.h"
+
+#include <Entry.h>
+#include <Path.h>
 
 // Copies the entry's MIME type into type, which must have room for B_MIME_TYPE_LENGTH bytes; with
 // describe "Folder", "Be Application" (an executable), "Symbolic Link" or "Unknown" instead. False,

@@ -1,14 +1,14 @@
 #include "foundation/LibLocaleDate.h"
 
-#include <cstdio>
-#include <string>
-
 #include "foundation/LibParseDate.h"
 #include "foundation/TypedNumbers.h"
 
+#include <cstdio>
+#include <string>
+
 namespace {
 
-typedef LibDateConventions::Order Order;
+using Order = LibDateConventions::Order;
 
 std::string Padded(int32 number, int digits)
 {
@@ -32,9 +32,9 @@ void LibLocaleDate::GetShort(LibString& text) const
     const auto& between = fConventions.separators;
     std::string numbers;
     switch (fConventions.order) {
-        case Order::MonthDayYear: numbers = m + between[0] + d + between[1] + y; break;
-        case Order::DayMonthYear: numbers = d + between[0] + m + between[1] + y; break;
-        case Order::YearMonthDay: numbers = y + between[0] + m + between[1] + d; break;
+        case Order::kMonthDayYear: numbers = m + between[0] + d + between[1] + y; break;
+        case Order::kDayMonthYear: numbers = d + between[0] + m + between[1] + y; break;
+        case Order::kYearMonthDay: numbers = y + between[0] + m + between[1] + d; break;
     }
     text = (numbers + between[2]).c_str();
 }
@@ -48,9 +48,9 @@ void LibLocaleDate::GetLong(LibString& text) const
     const std::string y = Padded(year, 4); // "50" would be read as 2050
     std::string names;
     switch (fConventions.order) {
-        case Order::MonthDayYear: names = w + ", " + m + " " + d + ", " + y; break;
-        case Order::DayMonthYear: names = w + ", " + d + " " + m + " " + y; break;
-        case Order::YearMonthDay: names = w + ", " + y + " " + m + " " + d; break;
+        case Order::kMonthDayYear: names = w + ", " + m + " " + d + ", " + y; break;
+        case Order::kDayMonthYear: names = w + ", " + d + " " + m + " " + y; break;
+        case Order::kYearMonthDay: names = w + ", " + y + " " + m + " " + d; break;
     }
     text = names.c_str();
 }
@@ -62,7 +62,7 @@ bool LibLocaleDate::SetTyped(const char* text)
 
 bool LibLocaleDate::SetTyped(const char* text, const LibDate& today)
 {
-    const char* typed = text != nullptr ? text : "";
+    const char* typed = text ? text : "";
     LibParsedDate parsed;
     if (!LibParseDate(typed, fConventions, today, LibTime(), parsed) || !parsed.hasDate
         || parsed.hasTime || parsed.seconds != 0)

@@ -1,15 +1,15 @@
 #include "foundation/LibNode.h"
 
-#include <cstdio>
-#include <cstring>
+#include "foundation/LibFiles.h"
+#include "foundation/LibPath.h"
+#include "foundation/LibTools.h"
 
 #include <Directory.h>
 #include <File.h>
 #include <Message.h>
 
-#include "foundation/LibFiles.h"
-#include "foundation/LibPath.h"
-#include "foundation/LibTools.h"
+#include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -72,7 +72,7 @@ bool LibNode::ReadStringAttr(const char* name, LibString& value) const
 
 bool LibNode::WriteStringAttr(const char* name, const char* value)
 {
-    if (value == nullptr)
+    if (!value)
         return false;
     const size_t size = strlen(value) + 1;
     return WriteAttr(name, B_STRING_TYPE, 0, value, size) == static_cast<ssize_t>(size);
@@ -129,7 +129,7 @@ bool LibNode::WriteMessageAttr(const char* name, const BMessage& message)
 bool LibNode::CompressFile(const char* name, const char* path)
 {
     if (!LibExists(path)) {
-        fprintf(stderr, "LibNode::CompressFile: %s does not exist\n", path != nullptr ? path : "");
+        fprintf(stderr, "LibNode::CompressFile: %s does not exist\n", path ? path : "");
         return false;
     }
     BPath archive;

@@ -4,11 +4,11 @@
 // be read whole. Write functions replace the attribute whatever it was; false if that failed.
 #pragma once
 
-#include <string>
+#include "foundation/LibString.h"
 
 #include <Node.h>
 
-#include "foundation/LibString.h"
+#include <string>
 
 class BMessage;
 

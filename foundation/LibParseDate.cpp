@@ -1,13 +1,13 @@
 #include "foundation/LibParseDate.h"
 
-#include <algorithm>
-#include <string>
-
 #include "foundation/DateReader.h"
 #include "foundation/LibDateTime.h"
 #include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 #include "foundation/Utf8.h"
+
+#include <algorithm>
+#include <string>
 
 namespace {
 
@@ -59,20 +59,20 @@ bool DateReader::ReadItem()
 
 bool DateReader::NumericDate()
 {
-    typedef LibDateConventions::Order Order;
+    using Order = LibDateConventions::Order;
     Number numbers[3];
     int32 count = 0;
     char kind = 0;
     if (!TakeNumbers(numbers, count, kind))
         return false;
-    Order order = kind == '.' ? Order::DayMonthYear : fConventions.order;
+    Order order = kind == '.' ? Order::kDayMonthYear : fConventions.order;
     if (numbers[0].digits == 4)
-        order = Order::YearMonthDay;
+        order = Order::kYearMonthDay;
     if (count == 2) {
         // "3.12" and "3-12" are no dates; without its year, one of them begins with the month.
         if ((kind != 0 && kind != '/') || numbers[0].digits > 2 || numbers[1].digits > 2)
             return false;
-        const bool dayFirst = order == Order::DayMonthYear;
+        const bool dayFirst = order == Order::kDayMonthYear;
         return SetDate(
             fToday.GetYear(), numbers[dayFirst ? 1 : 0].value, numbers[dayFirst ? 0 : 1].value);
     }
@@ -229,16 +229,16 @@ bool DateReader::SpokenDistance()
 
 bool DateReader::Neighbour()
 {
-    const Which which = TakeWord("next")           ? Which::Next
-        : TakeWord("last") || TakeWord("previous") ? Which::Last
-        : TakeWord("this")                         ? Which::This
-                                                   : Which::None;
-    if (which == Which::None)
+    const Which which = TakeWord("next")           ? Which::kNext
+        : TakeWord("last") || TakeWord("previous") ? Which::kLast
+        : TakeWord("this")                         ? Which::kThis
+                                                   : Which::kNone;
+    if (which == Which::kNone)
         return false;
     SkipBlanks();
     Distance unit;
     if (TakeUnit(unit)) {
-        fDistance.Add(unit, which == Which::Next ? 1 : which == Which::Last ? -1 : 0);
+        fDistance.Add(unit, which == Which::kNext ? 1 : which == Which::kLast ? -1 : 0);
         fHasDistance = true;
         return true;
     }
@@ -257,7 +257,7 @@ bool DateReader::TakeWeekDay(Which which)
 
 bool DateReader::WeekDay()
 {
-    return TakeWeekDay(Which::This);
+    return TakeWeekDay(Which::kThis);
 }
 
 bool DateReader::Keyword()
@@ -321,7 +321,7 @@ bool DateReader::SetTime(int32 hours, int32 minutes, int32 seconds)
 
 bool DateReader::SetWeekDay(Which which, int32 weekDay)
 {
-    fRefused = fRefused || fWhich != Which::None;
+    fRefused = fRefused || fWhich != Which::kNone;
     fNeedsMore = false;
     fWhich = which;
     fWeekDay = weekDay;
@@ -332,20 +332,20 @@ bool DateReader::SetWeekDay(Which which, int32 weekDay)
 bool DateReader::ResolveWeekDay(LibDate& date) const
 {
     const auto weekDay = static_cast<LibWeekDay>(fWeekDay);
-    if (fWhich == Which::None)
+    if (fWhich == Which::kNone)
         return true;
     if (fHasDate)
-        return fWhich == Which::This && date.DayOfWeek() == weekDay;
-    if (fWhich == Which::Last)
+        return fWhich == Which::kThis && date.DayOfWeek() == weekDay;
+    if (fWhich == Which::kLast)
         date.SetToPrev(weekDay);
-    else if (fWhich == Which::Next || date.DayOfWeek() != weekDay)
+    else if (fWhich == Which::kNext || date.DayOfWeek() != weekDay)
         date.SetToNext(weekDay);
     return true;
 }
 
 bool DateReader::Resolve(LibParsedDate& parsed)
 {
-    const bool namesDay = fHasDate || fWhich != Which::None;
+    const bool namesDay = fHasDate || fWhich != Which::kNone;
     if (fNeedsMore || !(namesDay || fHasTime || fHasDistance) || (fHasZone && !namesDay))
         return false;
     LibDate date = fHasDate ? fDate : fToday;
@@ -382,7 +382,7 @@ bool LibParseDate(std::string_view text, const LibDateConventions& conventions,
 
 time_t q_parsedate(const char* text, time_t now)
 {
-    const char* typed = text != nullptr ? text : "";
+    const char* typed = text ? text : "";
     const time_t from = now == -1 ? time(nullptr) : now;
     struct tm fields { };
     LibParsedDate parsed;

@@ -17,12 +17,12 @@
 // a word too many.
 #pragma once
 
-#include <ctime>
-#include <string_view>
-
 #include "foundation/LibDate.h"
 #include "foundation/LibDateConventions.h"
 #include "foundation/LibTime.h"
+
+#include <ctime>
+#include <string_view>
 
 struct LibParsedDate {
     LibDate date;

@@ -1,18 +1,18 @@
 #include "foundation/LibPath.h"
 
+#include "foundation/LibStringIterator.h"
+#include "foundation/Utf8.h"
+
+#include <Directory.h>
+#include <Message.h>
+#include <Node.h>
+
 #include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <string_view>
 #include <unistd.h>
-
-#include <Directory.h>
-#include <Message.h>
-#include <Node.h>
-
-#include "foundation/LibStringIterator.h"
-#include "foundation/Utf8.h"
 
 bool LibGetSettingsPath(LibString& path)
 {
@@ -32,8 +32,8 @@ bool LibGetSettingsPath(char* path, const int& size)
 
 bool LibFindEnvFile(const char* variable, const char* file, BPath& result)
 {
-    const char* value = variable != nullptr ? getenv(variable) : nullptr;
-    if (value == nullptr || file == nullptr)
+    const char* value = variable ? getenv(variable) : nullptr;
+    if (!value || !file)
         return false;
     LibStringIterator directories(value);
     directories.Concat(":"); // so that every field ends with one, the last too
@@ -80,7 +80,7 @@ bool LibGetFullPath(const entry_ref& ref, BPath& path)
 bool LibGetPath(const entry_ref& directory, const char* name, BPath& path)
 {
     BPath full(&directory);
-    if (name == nullptr || full.Append(name) != B_OK)
+    if (!name || full.Append(name) != B_OK)
         return false;
     path = full;
     return true;
@@ -123,7 +123,7 @@ bool LibGetFilePath(const BMessage* message, BPath& path)
 {
     entry_ref directory;
     const char* name = nullptr;
-    return message != nullptr && message->FindRef("directory", &directory) == B_OK
+    return message && message->FindRef("directory", &directory) == B_OK
         && message->FindString("name", &name) == B_OK && LibGetPath(directory, name, path);
 }
 
@@ -138,12 +138,12 @@ bool LibGetWorkingDirectory(BPath& path)
 
 bool LibChangeDirectory(const char* path)
 {
-    return path != nullptr && chdir(path) == 0;
+    return path && chdir(path) == 0;
 }
 
 bool LibExists(const char* path)
 {
-    return path != nullptr && access(path, F_OK) == 0;
+    return path && access(path, F_OK) == 0;
 }
 
 bool Libmkdir(const char* path)
@@ -154,13 +154,12 @@ bool Libmkdir(const char* path)
 void LibUniqueName(BPath& path, const char* prefix)
 {
     // Call, process and second: the number of a process is given again.
-    static std::atomic<long> calls = 0;
+    static std::atomic<long> sCalls = 0;
     char numbers[64]; // three of up to 20 digits
-    snprintf(numbers, sizeof(numbers), "%ld%ld%ld", ++calls, static_cast<long>(getpid()),
+    snprintf(numbers, sizeof(numbers), "%ld%ld%ld", ++sCalls, static_cast<long>(getpid()),
         static_cast<long>(time(nullptr)));
     constexpr size_t kRoom = B_FILE_NAME_LENGTH - sizeof(numbers);
-    const std::string name =
-        std::string(LibCutUtf8(prefix != nullptr ? prefix : "", kRoom)) + numbers;
+    const std::string name = std::string(LibCutUtf8(prefix ? prefix : "", kRoom)) + numbers;
     BPath unique;
     if (find_directory(B_COMMON_TEMP_DIRECTORY, &unique, true) == B_OK)
         unique.Append(name.c_str());
@@ -284,7 +283,7 @@ bool LibGetStdDirName(const directory_which& which, LibString& name)
 bool LibGetStdDirName(const char* name, directory_which& which)
 {
     for (const StandardDirectory& directory : kDirectories) {
-        if (name != nullptr && directory.name == name) {
+        if (name && directory.name == name) {
             which = directory.which;
             return true;
         }

@@ -2,11 +2,11 @@
 // false.
 #pragma once
 
+#include "foundation/LibString.h"
+
 #include <Entry.h>
 #include <FindDirectory.h>
 #include <Path.h>
-
-#include "foundation/LibString.h"
 
 class BMessage;
 

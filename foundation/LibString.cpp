@@ -1,5 +1,7 @@
 #include "foundation/LibString.h"
 
+#include "foundation/PlainText.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdarg>
@@ -11,8 +13,6 @@
 #include <new>
 #include <string>
 
-#include "foundation/PlainText.h"
-
 namespace {
 
 constexpr size_t kInt32Buffer = 11; // ten digits with a sign get one byte more
@@ -21,7 +21,7 @@ constexpr size_t kFloat64Buffer = 16;
 constexpr size_t kMostBuffer = INT32_MAX;
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
-std::string Cut(std::string text, size_t capacity)
+std::string Cut(const std::string& text, size_t capacity)
 {
     return text.substr(0, capacity - 1);
 }
@@ -32,7 +32,7 @@ std::unique_ptr<char[]> NewBuffer(size_t capacity)
     std::unique_ptr<char[]> bytes;
     if (capacity <= kMostBuffer)
         bytes.reset(new (std::nothrow) char[capacity]);
-    if (bytes == nullptr)
+    if (!bytes)
         fprintf(stderr, "No room for a text of <%zu> bytes\n", capacity);
     return bytes;
 }
@@ -43,7 +43,7 @@ bool GetInteger(const LibString& text, Integer& value)
     value = 0;
     if (!text.IsNumeric())
         return false;
-    if (const char* digits = text; digits != nullptr)
+    if (const char* digits = text; digits)
         value = static_cast<Integer>(strtol(digits, nullptr, 10));
     return true;
 }
@@ -104,7 +104,7 @@ void LibString::PrintToStream() const
 void LibString::SetText(std::string_view text, size_t capacity)
 {
     std::unique_ptr<char[]> bytes = NewBuffer(capacity);
-    if (bytes == nullptr)
+    if (!bytes)
         return;
     const size_t length = std::min(text.size(), capacity - 1);
     memcpy(bytes.get(), text.data(), length);
@@ -128,7 +128,7 @@ bool LibString::Splice(size_t from, size_t removed, std::string_view with)
     } else {
         const size_t capacity = std::max(length + 1, static_cast<size_t>(size));
         std::unique_ptr<char[]> bytes = NewBuffer(capacity);
-        if (bytes == nullptr)
+        if (!bytes)
             return false;
         memcpy(bytes.get(), text.data(), from);
         memcpy(bytes.get() + from, with.data(), with.size());
@@ -157,7 +157,7 @@ LibString& LibString::operator=(const LibString& o)
 {
     if (this == &o)
         return *this;
-    if (o.buffer == nullptr)
+    if (!o.buffer)
         Clear();
     else
         SetText(o.View(), static_cast<size_t>(o.size));
@@ -166,7 +166,7 @@ LibString& LibString::operator=(const LibString& o)
 
 LibString& LibString::operator=(const char* s)
 {
-    if (s != nullptr)
+    if (s)
         SetText(s, strlen(s) + 1);
     return *this;
 }
@@ -223,7 +223,7 @@ int32 LibString::PackSize() const
 
 char* LibString::Concat(const char* s)
 {
-    return s == nullptr || Splice(View().size(), 0, s) ? buffer : nullptr;
+    return !s || Splice(View().size(), 0, s) ? buffer : nullptr;
 }
 
 char* LibString::Concat(const char& c)
@@ -252,18 +252,18 @@ LibString& LibString::operator+=(const double& v)
 
 void LibString::PrePend(const char* s)
 {
-    if (s == nullptr)
+    if (!s)
         return;
     // Put together apart: if there is no room for all, this string stays as it was.
     LibString text;
-    if (text.Concat(s) != nullptr && text.Concat(View().data()) != nullptr)
+    if (text.Concat(s) && text.Concat(View().data()))
         *this = text;
 }
 
 void LibString::Insert(const int& pos, const char* s)
 {
     const size_t length = View().size();
-    if (s == nullptr)
+    if (!s)
         return;
     if (length == 0) {
         *this = s;
@@ -275,15 +275,14 @@ void LibString::Insert(const int& pos, const char* s)
 
 void LibString::Read(const char* path, const int32& lineSize)
 {
-    if (path == nullptr || lineSize < 2)
+    if (!path || lineSize < 2)
         return;
     FILE* file = fopen(path, "r");
-    if (file == nullptr)
+    if (!file)
         return;
     const LibString name(path); // which may lie in this text
     const std::unique_ptr<char[]> line = NewBuffer(static_cast<size_t>(lineSize));
-    while (line != nullptr && fgets(line.get(), lineSize, file) != nullptr
-        && Concat(line.get()) != nullptr) { }
+    while (line && fgets(line.get(), lineSize, file) && Concat(line.get())) { }
     if (ferror(file))
         fprintf(stderr, "Error reading <%s>: %s\n", name.View().data(), strerror(errno));
     fclose(file);
@@ -353,7 +352,7 @@ int LibString::HexValue(const char& c) const
 template <class Predicate>
 void LibString::RemoveIf(Predicate remove)
 {
-    if (buffer != nullptr)
+    if (buffer)
         *std::remove_if(buffer, buffer + View().size(), remove) = '\0';
 }
 
@@ -446,7 +445,7 @@ void LibString::ShiftFrom(const int32& dest, const int32& src)
 
 bool LibString::RemoveWord(const char* word)
 {
-    const std::string_view wanted = word != nullptr ? word : "";
+    const std::string_view wanted = word ? word : "";
     const std::string_view text = View();
     for (size_t from = 0; from < text.size();) {
         const std::string_view rest = text.substr(from);
@@ -469,7 +468,7 @@ void LibString::RemoveAllWords(const char* word)
 
 void LibString::RemoveRepeatingChar(const char& c)
 {
-    if (buffer == nullptr)
+    if (!buffer)
         return;
     const auto repeats = [wanted = c](char a, char b) { return a == wanted && b == wanted; };
     *std::unique(buffer, buffer + View().size(), repeats) = '\0';
@@ -480,15 +479,15 @@ int32 LibString::Replace(const char* old, const char* with)
     const int32 found = Index(old);
     if (found < 0)
         return -1;
-    const size_t removed = old != nullptr ? strlen(old) : 0;
-    return Splice(static_cast<size_t>(found), removed, with != nullptr ? with : "") ? found : -1;
+    const size_t removed = old ? strlen(old) : 0;
+    return Splice(static_cast<size_t>(found), removed, with ? with : "") ? found : -1;
 }
 
 void LibString::ReplaceAll(const char* old, const char* with)
 {
     const LibString searched(old); // both may lie in the text that changes
-    const LibString inserted(with != nullptr ? with : "");
-    if (searched.View().empty() || inserted.buffer == nullptr)
+    const LibString inserted(with ? with : "");
+    if (searched.View().empty() || !inserted.buffer)
         return;
     while (Replace(searched, inserted) >= 0) { }
 }

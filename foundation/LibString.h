@@ -10,9 +10,9 @@
 // there is no memory, is refused: a line on standard error says so, and the string is as it was.
 #pragma once
 
-#include <string_view>
-
 #include <SupportDefs.h>
+
+#include <string_view>
 
 class BFont;
 class BRect;
@@ -179,7 +179,7 @@ public:
     void CharFromIndex(const int32& n);
 
 protected:
-    std::string_view View() const { return buffer != nullptr ? buffer : ""; }
+    std::string_view View() const { return buffer ? buffer : ""; }
     // Puts text into a new buffer of capacity bytes, cut to what fits with its end mark.
     void SetText(std::string_view text, size_t capacity);
 

@@ -20,12 +20,7 @@ LibStringIterator& LibStringIterator::operator=(const LibString& s)
     return *this;
 }
 
-LibStringIterator& LibStringIterator::operator=(const LibStringIterator& other)
-{
-    LibString::operator=(other);
-    position = other.position;
-    return *this;
-}
+LibStringIterator& LibStringIterator::operator=(const LibStringIterator& other) = default;
 
 void LibStringIterator::PrintToStream() const
 {
@@ -65,7 +60,7 @@ bool LibStringIterator::GetNextField(const char& delimiter, LibString& field)
 bool LibStringIterator::GetNextField(const char* delimiters, LibString& field)
 {
     const std::string_view rest = Rest();
-    const size_t length = rest.find_first_of(delimiters != nullptr ? delimiters : "");
+    const size_t length = rest.find_first_of(delimiters ? delimiters : "");
     if (length != std::string_view::npos) {
         TakeField(length, field);
         return true;

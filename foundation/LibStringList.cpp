@@ -1,23 +1,23 @@
 #include "foundation/LibStringList.h"
 
-#include <memory>
-
 #include <Message.h>
+
+#include <memory>
 
 bool LibStringList::Add(const char* s)
 {
-    return s != nullptr && Insert(std::make_unique<LibString>(s)) != nullptr;
+    return s && Insert(std::make_unique<LibString>(s));
 }
 
 bool LibStringList::InList(const char* s)
 {
     LibString probe(s);
-    return s != nullptr && InList(&probe);
+    return s && InList(&probe);
 }
 
 LibString* LibStringList::Find(const char* s, const bool& ignoreCase, const int& bytes)
 {
-    for (LibString* entry = First(); entry != nullptr; entry = Next()) {
+    for (LibString* entry = First(); entry; entry = Next()) {
         if (entry->CompareSub(s, ignoreCase, bytes, 0) == 0)
             return entry;
     }

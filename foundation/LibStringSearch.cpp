@@ -1,10 +1,10 @@
 // What looks at a LibString's text and changes nothing.
+#include "foundation/LibString.h"
+#include "foundation/PlainText.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
-
-#include "foundation/LibString.h"
-#include "foundation/PlainText.h"
 
 namespace {
 
@@ -12,7 +12,7 @@ constexpr size_t kNone = std::string_view::npos;
 
 const char* OrEmpty(const char* s)
 {
-    return s != nullptr ? s : "";
+    return s ? s : "";
 }
 
 bool IsSame(char a, char b, bool ignoreCase)
@@ -47,7 +47,7 @@ int32 ToIndexOrNone(size_t index)
 
 int32 LibString::Compare(const char* s, const bool& ignoreCase) const
 {
-    return s != nullptr ? CompareBytes(View(), s, ignoreCase) : 1;
+    return s ? CompareBytes(View(), s, ignoreCase) : 1;
 }
 
 int32 LibString::Compare(const LibString& s, const bool& ignoreCase) const
@@ -198,7 +198,7 @@ bool LibString::CompareWildCard(const char* text, const char* pattern) const
         } else if (*pattern != '\0' && (*pattern == '?' || *pattern == *text)) {
             pattern++;
             text++;
-        } else if (retryPattern != nullptr) {
+        } else if (retryPattern) {
             pattern = retryPattern;
             text = ++retryText;
         } else {
@@ -250,7 +250,7 @@ LibString LibString::Extract(const char& open, const char& close, const bool& st
 
 void LibString::NextCharacter(const char* text, int64& position, uint32& length) const
 {
-    if (text == nullptr)
+    if (!text)
         return;
     const auto byte = static_cast<uint8>(text[position]);
     // A byte from the middle of a character, which has a single leading 1, counts as two bytes.

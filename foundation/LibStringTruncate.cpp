@@ -1,11 +1,11 @@
 // Apart from the rest of LibString, so that only a program that shortens texts for a font is linked
 // with the interface kit.
-#include <algorithm>
+#include "foundation/LibString.h"
 
 #include <Font.h>
 #include <Rect.h>
 
-#include "foundation/LibString.h"
+#include <algorithm>
 
 void LibString::Truncate(const BFont& font, const int& width, BRect& rect)
 {

@@ -1,13 +1,13 @@
 #include "foundation/LibTime.h"
 
-#include <cmath>
-#include <cstdio>
-#include <string>
+#include "foundation/PlainText.h"
+#include "foundation/TypedNumbers.h"
 
 #include <Message.h>
 
-#include "foundation/PlainText.h"
-#include "foundation/TypedNumbers.h"
+#include <cmath>
+#include <cstdio>
+#include <string>
 
 namespace {
 
@@ -80,14 +80,14 @@ void LibTime::SetTime(const int32& newHours, const int32& newMinutes, const int3
 
 void LibTime::SetTime(const struct tm* time)
 {
-    if (time != nullptr)
+    if (time)
         SetTime(time->tm_hour, time->tm_min, time->tm_sec);
 }
 
 void LibTime::SetTime(const time_t& moment, const bool& local)
 {
     struct tm time { };
-    if (localtime_r(&moment, &time) == nullptr)
+    if (!localtime_r(&moment, &time))
         return;
     SetTime(&time);
     if (!local)
@@ -110,7 +110,7 @@ bool LibTime::Take(const LibTime& typed)
 
 bool LibTime::SetTime(const char* text)
 {
-    const std::string_view typed = text != nullptr ? text : "";
+    const std::string_view typed = text ? text : "";
     const auto field = [typed](size_t at) {
         const std::string_view two = typed.size() > at ? typed.substr(at, 2) : "00";
         const bool number = two.size() == 2 && LibIsDigit(two[0]) && LibIsDigit(two[1]);
@@ -122,7 +122,7 @@ bool LibTime::SetTime(const char* text)
 
 bool LibTime::SetUnformattedTime(const char* text)
 {
-    const std::string_view typed = text != nullptr ? text : "";
+    const std::string_view typed = text ? text : "";
     LibTime time;
     return (ReadTypedTime(typed, time) && Take(time)) || LibRefuseDate(typed);
 }

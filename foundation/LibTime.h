@@ -2,10 +2,10 @@
 // into one day and returns the days that were carried.
 #pragma once
 
+#include <SupportDefs.h>
+
 #include <compare>
 #include <ctime>
-
-#include <SupportDefs.h>
 
 class BMessage;
 

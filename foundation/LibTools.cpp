@@ -1,17 +1,17 @@
 #include "foundation/LibTools.h"
 
-#include <algorithm>
-#include <cstdio>
-#include <cstring>
-#include <string>
-#include <string_view>
+#include "foundation/LibPath.h"
+#include "foundation/ToolCommand.h"
 
 #include <Directory.h>
 #include <Mime.h>
 #include <NodeInfo.h>
 
-#include "foundation/LibPath.h"
-#include "foundation/ToolCommand.h"
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -55,7 +55,7 @@ std::string UnzipPattern(const char* path)
     for (const char c : name) {
         if (c == '\\')
             pattern += "[\\\\]";
-        else if (strchr("*?[", c) != nullptr)
+        else if (strchr("*?[", c))
             pattern += { '[', c, ']' };
         else
             pattern += c;
@@ -178,7 +178,7 @@ bool LibTar(const char* source, const char* archive)
     if (!LibFindSystemTool("tar", tool) || !EnterParent(full))
         return false;
     ToolCommand command(tool.Path());
-    if (source != nullptr && strchr(source, '\\') != nullptr)
+    if (source && strchr(source, '\\'))
         command.Option("--no-unquote"); // else "\n" in a name is a line end to it
     return command.Option("-cf").Path(full.Leaf()).Path(source).Run() >= 0;
 }

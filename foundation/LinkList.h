@@ -7,17 +7,17 @@
 // Indices count from 0.
 #pragma once
 
+#include "foundation/LibString.h"
+#include "foundation/ListNode.h"
+
+#include <SupportDefs.h>
+
 #include <cstdlib>
 #include <iterator>
 #include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
-
-#include <SupportDefs.h>
-
-#include "foundation/LibString.h"
-#include "foundation/ListNode.h"
 
 template <class T>
 class LinkList {
@@ -59,7 +59,7 @@ public:
     // Puts the cursor on the following element and returns that; null at the end and after it.
     T* Next();
     // The element under the cursor, null if there is none.
-    T* Current() const { return cursor != nullptr ? cursor->item : nullptr; }
+    T* Current() const { return cursor ? cursor->item : nullptr; }
     // Puts the cursor on the element at index; false, and the cursor where it was, if there is
     // none.
     bool Position(const long& index);
@@ -147,10 +147,10 @@ template <class T>
 bool LinkList<T>::Insert(T* item)
 {
     auto* node = new (std::nothrow) ListNode<T>(item);
-    if (node == nullptr)
+    if (!node)
         return false;
     node->prev = tail;
-    (tail != nullptr ? tail->next : head) = node;
+    (tail ? tail->next : head) = node;
     tail = node;
     count++;
     return true;
@@ -172,16 +172,16 @@ void LinkList<T>::Insert(LinkList& other)
 template <class T>
 bool LinkList<T>::InsertBefore(T* item, const long& index)
 {
-    if (head == nullptr && index == 0)
+    if (!head && index == 0)
         return Insert(item);
     if (!Position(index))
         return false;
     auto* node = new (std::nothrow) ListNode<T>(item);
-    if (node == nullptr)
+    if (!node)
         return false;
     node->prev = cursor->prev;
     node->next = cursor;
-    (node->prev != nullptr ? node->prev->next : head) = node;
+    (node->prev ? node->prev->next : head) = node;
     cursor->prev = node;
     cursor = node;
     count++;
@@ -199,7 +199,7 @@ T* LinkList<T>::First()
 template <class T>
 T* LinkList<T>::Next()
 {
-    if (cursor == nullptr)
+    if (!cursor)
         return nullptr;
     cursor = cursor->next;
     cursorIndex++;
@@ -212,7 +212,7 @@ bool LinkList<T>::Position(const long& index)
     if (index < 0 || index >= count)
         return false;
     const long fromCursor = index - cursorIndex;
-    if (cursor != nullptr && labs(fromCursor) < index) {
+    if (cursor && labs(fromCursor) < index) {
         if (fromCursor >= 0)
             WalkForward(cursor, fromCursor);
         else
@@ -230,12 +230,12 @@ template <class T>
 bool LinkList<T>::Remove()
 {
     ListNode<T>* node = cursor;
-    if (node == nullptr)
+    if (!node)
         return false;
-    (node->prev != nullptr ? node->prev->next : head) = node->next;
-    (node->next != nullptr ? node->next->prev : tail) = node->prev;
-    cursor = node->prev != nullptr ? node->prev : head;
-    cursorIndex = node->prev != nullptr ? cursorIndex - 1 : 0;
+    (node->prev ? node->prev->next : head) = node->next;
+    (node->next ? node->next->prev : tail) = node->prev;
+    cursor = node->prev ? node->prev : head;
+    cursorIndex = node->prev ? cursorIndex - 1 : 0;
     count--;
     delete node->item;
     delete node;
@@ -247,7 +247,7 @@ bool LinkList<T>::Remove(T* probe, bool all)
 {
     const T wanted(*probe); // a copy: the probe may be one of the elements deleted here
     bool found = false;
-    while (Search(wanted) != nullptr) {
+    while (Search(wanted)) {
         found = Remove();
         if (!all)
             break;
@@ -267,7 +267,7 @@ bool LinkList<T>::IsEqual(const T& a, const T& b)
 template <class T>
 T* LinkList<T>::Search(const T& probe)
 {
-    for (T* item = First(); item != nullptr; item = Next()) {
+    for (T* item = First(); item; item = Next()) {
         if (IsEqual(*item, probe))
             return item;
     }

@@ -3,11 +3,11 @@
 // machines.
 #pragma once
 
+#include <SupportDefs.h>
+
 #include <algorithm>
 #include <string>
 #include <string_view>
-
-#include <SupportDefs.h>
 
 // True for blank, tab, line feed, vertical tab, form feed and carriage return.
 constexpr bool LibIsSpace(char c)

@@ -1,13 +1,13 @@
 #include "foundation/ToolCommand.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
+#include "foundation/LibPath.h"
+#include "foundation/PlainText.h"
 
 #include <Path.h>
 
-#include "foundation/LibPath.h"
-#include "foundation/PlainText.h"
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -17,7 +17,7 @@ bool IsPlain(std::string_view path)
     for (const char c : path) {
         const char lower = LibToLower(c);
         const bool isLetter = lower >= 'a' && lower <= 'z';
-        if (!isLetter && !LibIsDigit(c) && strchr("/._+-", c) == nullptr)
+        if (!isLetter && !LibIsDigit(c) && !strchr("/._+-", c))
             return false;
     }
     return !path.empty();
@@ -57,7 +57,7 @@ int RunInside(const BPath& folder, const char* command)
 
 } // namespace
 
-ToolCommand::ToolCommand(const char* path) : tool(path != nullptr ? path : "")
+ToolCommand::ToolCommand(const char* path) : tool(path ? path : "")
 {
     if (IsPlain(tool))
         Append(tool);
@@ -72,7 +72,7 @@ ToolCommand& ToolCommand::Option(const char* option)
 
 ToolCommand& ToolCommand::Quoted(const char* word)
 {
-    return Add(Kind::kWord, word != nullptr ? word : "");
+    return Add(Kind::kWord, word ? word : "");
 }
 
 ToolCommand& ToolCommand::Path(const char* path)
@@ -87,7 +87,7 @@ ToolCommand& ToolCommand::Target(const char* path)
 
 ToolCommand& ToolCommand::Add(Kind kind, const char* bytes)
 {
-    if (bytes == nullptr) {
+    if (!bytes) {
         complete = false;
         lacksPath = true;
         return *this;
@@ -118,7 +118,7 @@ void ToolCommand::AppendQuoted(std::string_view bytes, Kind kind)
     if (kind != Kind::kWord && LooksLikeNoPath(bytes))
         Append("./");
     for (const char& c : bytes) {
-        if (strchr("\"$`\\", c) != nullptr)
+        if (strchr("\"$`\\", c))
             Append("\\");
         Append({ &c, 1 });
     }

@@ -1,11 +1,11 @@
 #include "foundation/TypedNumbers.h"
 
+#include "foundation/PlainText.h"
+#include "foundation/Utf8.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
-
-#include "foundation/PlainText.h"
-#include "foundation/Utf8.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The numbers and the one word in a date or time that somebody typed.
 #pragma once
 
+#include <SupportDefs.h>
+
 #include <array>
 #include <string>
 #include <string_view>
-
-#include <SupportDefs.h>
 
 struct TypedNumbers {
     std::array<int32, 3> values {};

@@ -1,9 +1,9 @@
 #include "foundation/Utf8.h"
 
-#include <locale.h>
-#include <wctype.h>
-
 #include <TextCoding.h>
+
+#include <clocale>
+#include <cwctype>
 
 namespace {
 
@@ -28,7 +28,7 @@ std::string_view LibCutUtf8(std::string_view text, size_t bytes)
 std::string LibFoldCase(std::string_view text)
 {
     // Every system has this locale; were it missing, letters beyond ASCII would keep their case.
-    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    static const locale_t sUnicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     std::string folded;
     folded.reserve(text.size());
     while (!text.empty()) {
@@ -38,10 +38,10 @@ std::string LibFoldCase(std::string_view text)
             folded += text[0];
         else if (c >= 'A' && c <= 'Z')
             folded += static_cast<char>(c - 'A' + 'a');
-        else if (c < 0x80 || unicode == nullptr)
+        else if (c < 0x80 || !sUnicode)
             folded += text.substr(0, length);
         else
-            AppendUtf8(folded, static_cast<char32_t>(towlower_l(static_cast<wint_t>(c), unicode)));
+            AppendUtf8(folded, static_cast<char32_t>(towlower_l(static_cast<wint_t>(c), sUnicode)));
         text.remove_prefix(length == 0 ? 1 : length);
     }
     return folded;
@@ -50,7 +50,7 @@ std::string LibFoldCase(std::string_view text)
 std::string LibPrintable(const char* text, size_t most)
 {
     constexpr char kDigits[] = "0123456789abcdef";
-    std::string_view rest(text != nullptr ? text : "");
+    std::string_view rest(text ? text : "");
     rest = rest.substr(0, most);
     std::string shown;
     while (!rest.empty()) {

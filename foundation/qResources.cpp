@@ -1,14 +1,14 @@
 #include "foundation/qResources.h"
 
-#include <cstring>
-#include <memory>
+#include "foundation/LibAppInfo.h"
 
 #include <Bitmap.h>
 #include <File.h>
 #include <Message.h>
 #include <TypeConstants.h>
 
-#include "foundation/LibAppInfo.h"
+#include <cstring>
+#include <memory>
 
 namespace {
 
@@ -32,7 +32,7 @@ LibString qResources::GetString(const char* name)
 {
     size_t size = 0;
     const void* data = LoadResource(B_STRING_TYPE, name, &size);
-    if (data == nullptr)
+    if (!data)
         return "";
     const std::string text(static_cast<const char*>(data), size); // it may lack its end mark
     return text.c_str();
@@ -45,7 +45,7 @@ bool qResources::HasString(const char* name)
 
 void qResources::SetString(const char* name, const char* text)
 {
-    if (name == nullptr || text == nullptr)
+    if (!name || !text)
         return;
     int32 id = 0;
     size_t size = 0;
@@ -61,7 +61,7 @@ BBitmap* qResources::GetBitmap(const char* name)
     size_t size = 0;
     const void* data = LoadResource(kBitmapType, name, &size);
     BMessage archive;
-    if (data == nullptr
+    if (!data
         || archive.Unflatten(static_cast<const char*>(data), static_cast<ssize_t>(size)) != B_OK)
         return nullptr;
     auto bitmap = std::make_unique<BBitmap>(&archive);

@@ -2,9 +2,9 @@
 // application, or if its file cannot be opened, nothing is found and nothing can be kept.
 #pragma once
 
-#include <Resources.h>
-
 #include "foundation/LibString.h"
+
+#include <Resources.h>
 
 class BBitmap;
 

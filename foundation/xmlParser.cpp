@@ -1,10 +1,10 @@
 #include "foundation/xmlParser.h"
 
-#include <cerrno>
-#include <cstring>
-
 #include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
+
+#include <cerrno>
+#include <cstring>
 
 namespace {
 
@@ -61,15 +61,15 @@ void xmlParser::Init()
 bool xmlParser::Open(const char* path)
 {
     Close();
-    file = path != nullptr ? fopen(path, "r") : nullptr;
+    file = path ? fopen(path, "r") : nullptr;
     if (!IsValid())
-        fprintf(stderr, "Unable to open <%s>: %s\n", path != nullptr ? path : "", strerror(errno));
+        fprintf(stderr, "Unable to open <%s>: %s\n", path ? path : "", strerror(errno));
     return IsValid();
 }
 
 void xmlParser::Close()
 {
-    if (file != nullptr)
+    if (file)
         fclose(file);
     file = nullptr;
     Init();
@@ -77,7 +77,7 @@ void xmlParser::Close()
 
 void xmlParser::Rewind()
 {
-    if (file != nullptr)
+    if (file)
         rewind(file);
     Init();
 }
@@ -86,9 +86,9 @@ bool xmlParser::ReadLine()
 {
     column = 0;
     endsLine = true;
-    if (file == nullptr || fgets(buffer, sizeof(buffer), file) == nullptr) {
+    if (!file || !fgets(buffer, sizeof(buffer), file)) {
         buffer[0] = '\0';
-        const bool failed = file != nullptr && ferror(file);
+        const bool failed = file && ferror(file);
         if (failed && !complained)
             fprintf(stderr, "Error reading after line <%d>: %s\n", line, strerror(errno));
         complained = complained || failed;
@@ -249,7 +249,7 @@ bool xmlParser::ReadAttributes(char* name, const bool& hasModifiers, xmlTagModif
 
 bool xmlParser::FindTag(const char* name, xmlTag& tag)
 {
-    const LibString wanted(name != nullptr ? name : ""); // a copy: it may be the tag's own name
+    const LibString wanted(name ? name : ""); // a copy: it may be the tag's own name
     char found[kNameSize];
     bool hasModifiers = false;
     elements = 0;
@@ -330,10 +330,9 @@ void xmlParser::ReadChild(std::vector<OpenElement>& open, char* name, const bool
     if (Within(open.size(), kMostLevels, "levels") && Within(elements++, kMostElements, "elements"))
         child = parent.tag->AddChild();
     xmlTagModifiers ignored;
-    const bool closed =
-        ReadAttributes(name, hasModifiers, child != nullptr ? child->modifiers : ignored);
+    const bool closed = ReadAttributes(name, hasModifiers, child ? child->modifiers : ignored);
     const bool hasBody = !closed && !NoAnchorTag(name);
-    if (child != nullptr) {
+    if (child) {
         child->SetName(name);
         child->SetParentLocation(static_cast<int32>(parent.text.size()));
         if (hasBody)

@@ -14,12 +14,12 @@
 // cannot be read.
 #pragma once
 
+#include "foundation/xmlTag.h"
+
 #include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "foundation/xmlTag.h"
 
 class xmlParser {
 public:

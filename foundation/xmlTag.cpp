@@ -9,7 +9,7 @@ namespace {
 const char* TextOf(const LibString& string)
 {
     const char* text = string;
-    return text != nullptr ? text : "";
+    return text ? text : "";
 }
 
 } // namespace

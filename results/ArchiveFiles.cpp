@@ -102,7 +102,7 @@ private:
     }
 
     // A tar of nothing but headers can be compressed to next to nothing.
-    void CountHeaders() { CheckSize(uint64_t(archive_filter_bytes(Get(), 0))); }
+    void CountHeaders() { CheckSize(static_cast<uint64_t>(archive_filter_bytes(Get(), 0))); }
 
     std::string Contents()
     {
@@ -114,9 +114,9 @@ private:
                 throw Refusal { Damage() };
             if (size == 0)
                 return contents;
-            fUnpacked += size_t(size);
+            fUnpacked += static_cast<size_t>(size);
             CheckSize(fUnpacked);
-            contents.append(block.data(), size_t(size));
+            contents.append(block.data(), static_cast<size_t>(size));
         }
     }
 

@@ -1,13 +1,13 @@
 #include "results/ChartPicture.h"
 
-#include <algorithm>
-#include <cstdio>
-#include <string>
-
 #include "results/ComparisonChart.h"
 #include "results/CpuColor.h"
 
 #include <Picture.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
 
 namespace {
 
@@ -66,7 +66,7 @@ void DrawHeader(BView& view, const BFont& plain, const char* title)
     view.DrawString(title, BPoint(kLeft, kTitleBaseline));
     view.SetFont(&plain);
     for (int32 i = 0; i < kNbrCpuColors; i++) {
-        const float left = kLeft + float(i) * ComparisonChart::kLegendEntryWidth;
+        const float left = kLeft + static_cast<float>(i) * ComparisonChart::kLegendEntryWidth;
         ComparisonChart::DrawLegendEntry(&view, BPoint(left, kLegendTop), i, black_color);
     }
 }
@@ -84,8 +84,8 @@ std::string Write(const char* path, Comparison& comparison)
     if (std::string reason = WhyNoPicture(path); !reason.empty())
         return reason;
     const Results* first = comparison.machines.First();
-    const Metric* shown = first != nullptr ? first->Current() : nullptr;
-    if (shown == nullptr)
+    const Metric* shown = first ? first->Current() : nullptr;
+    if (!shown)
         return "no test is chosen";
 
     BPicture picture; // before anything is measured

@@ -1,5 +1,9 @@
 #include "results/Comparison.h"
 
+#include "foundation/LibNode.h"
+#include "results/ResultsFile.h"
+#include "sysinfo/LibSysInfo.h"
+
 #include <Message.h>
 #include <WholeFile.h>
 
@@ -7,10 +11,6 @@
 #include <cmath>
 #include <string>
 #include <utility>
-
-#include "foundation/LibNode.h"
-#include "results/ResultsFile.h"
-#include "sysinfo/LibSysInfo.h"
 
 namespace {
 
@@ -45,7 +45,8 @@ ChartScale ChartScale::For(double greatest)
     scale.step = 10;
     for (size_t i = 3; i < digits; i++)
         scale.step *= 10;
-    scale.maxScale = static_cast<float>((scale.step + rounded) / scale.step * scale.step);
+    const auto steps = (scale.step + rounded) / scale.step;
+    scale.maxScale = static_cast<float>(steps * scale.step);
     return scale;
 }
 
@@ -57,7 +58,7 @@ float ChartScale::XFor(double value, float left, float right) const
 bool Comparison::SetRun(Results& run)
 {
     Results* first = machines.First();
-    if (first == nullptr || !first->current) {
+    if (!first || !first->current) {
         auto machine = std::make_unique<Results>(true);
         first = machine.get();
         if (!machines.InsertBefore(first, 0))
@@ -92,7 +93,7 @@ void Comparison::ChooseTest(const char* description)
 void Comparison::ShowTest()
 {
     const Results* first = machines.First();
-    if (!test || first == nullptr || first->Find(*test) == nullptr)
+    if (!test || !first || !first->Find(*test))
         return;
     machines.MakeCurrent(*test);
     UpdateScale();
@@ -108,7 +109,7 @@ void Comparison::UpdateScale()
 
 Results* Comparison::NextToSelected(bool below)
 {
-    if (selected == nullptr)
+    if (!selected)
         return machines.First();
     Results* above = nullptr;
     for (Results& machine : machines) {
@@ -123,8 +124,8 @@ Results* Comparison::NextToSelected(bool below)
 
 double Comparison::BaseRate(const Metric& metric) const
 {
-    const Metric* base = selected != nullptr ? selected->Find(metric) : nullptr;
-    return base != nullptr ? base->BestRate() : 0;
+    const Metric* base = selected ? selected->Find(metric) : nullptr;
+    return base ? base->BestRate() : 0;
 }
 
 void Comparison::ReadStore(const LibNode& file)

@@ -3,10 +3,10 @@
 // and leave it as a table. Who shares one among threads locks.
 #pragma once
 
+#include "results/ResultList.h"
+
 #include <optional>
 #include <vector>
-
-#include "results/ResultList.h"
 
 class LibNode;
 

@@ -1,9 +1,9 @@
 #include "results/ComparisonChart.h"
 
-#include <algorithm>
-
 #include "results/CpuColor.h"
 #include "results/TestCatalogue.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -48,8 +48,9 @@ void ComparisonChart::DrawGrid(BView* view, BRect update) const
     const ChartScale& scale = comparison.scale;
     float labelX = barsX;
     float labelWidth = 0;
-    for (int64 value = scale.step; value < int64(scale.maxScale); value += scale.step) {
-        const float x = scale.XFor(double(value), barsX, right);
+    for (int64 value = scale.step; value < static_cast<int64>(scale.maxScale);
+         value += scale.step) {
+        const float x = scale.XFor(static_cast<double>(value), barsX, right);
         const bool isLabelled = x > labelX + 1.4f * labelWidth;
         if (isLabelled) {
             LibString label;

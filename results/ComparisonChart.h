@@ -2,9 +2,9 @@
 // grid. The window's view and the pictures in files draw it by the same calls.
 #pragma once
 
-#include <View.h>
-
 #include "results/Comparison.h"
+
+#include <View.h>
 
 class ComparisonChart {
 public:

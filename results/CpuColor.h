@@ -1,9 +1,9 @@
 // The colours of the comparison: one for each processor count.
 #pragma once
 
-#include <array>
-
 #include <GraphicsDefs.h>
+
+#include <array>
 
 constexpr int32 kNbrCpuColors = 8;
 

@@ -28,7 +28,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-typedef std::vector<MeasuredMachine> Machines;
+using Machines = std::vector<MeasuredMachine>;
 
 constexpr size_t kMostBytes = 32 << 20; // of a file
 constexpr int kArchivesWithin = 2; // the window packs a tar into a zip
@@ -325,7 +325,7 @@ Machines ReadAllOf(const std::vector<std::string>& paths)
 constexpr std::string MeasuredMachine::*kKeys[] = { &MeasuredMachine::file, &MeasuredMachine::date,
     &MeasuredMachine::path };
 
-typedef std::vector<MeasuredMachine*> Equals;
+using Equals = std::vector<MeasuredMachine*>;
 
 // Names those whose text no other has, and returns the others.
 template <class TextOf>

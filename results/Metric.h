@@ -2,12 +2,12 @@
 // every further slot on one fewer. Metrics of equal description are the same test.
 #pragma once
 
-#include <cstdio>
+#include "foundation/LibString.h"
 
 #include <GraphicsDefs.h>
 #include <SupportDefs.h>
 
-#include "foundation/LibString.h"
+#include <cstdio>
 
 constexpr int kMostTimes = 8; // slots of a metric: one for each processor that a run can use
 

@@ -1,13 +1,13 @@
 #include "results/ProbeMemory.h"
 
+#include "foundation/PlainText.h"
+
 #include <UserData.h>
 
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <sstream>
-
-#include "foundation/PlainText.h"
 
 namespace {
 
@@ -70,7 +70,7 @@ std::vector<Kept> KeptIn(const std::string& text, int today)
 int Today()
 {
     using namespace std::chrono;
-    return int(floor<days>(system_clock::now()).time_since_epoch().count());
+    return static_cast<int>(floor<days>(system_clock::now()).time_since_epoch().count());
 }
 
 } // namespace

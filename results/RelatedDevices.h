@@ -1,9 +1,9 @@
 // One line about a device of the machine that results were measured on.
 #pragma once
 
-#include <SupportDefs.h>
-
 #include "foundation/LibString.h"
+
+#include <SupportDefs.h>
 
 class RelatedDevices {
 public:

@@ -1,8 +1,8 @@
 #include "results/ResultList.h"
 
-#include <algorithm>
-
 #include "foundation/Utf8.h"
+
+#include <algorithm>
 
 float ResultList::MaxRate() const
 {
@@ -35,7 +35,7 @@ void ResultList::MakeCurrent(const Metric& probe)
 {
     for (Results& machine : *this) {
         const char* name = probe.description;
-        if (machine.Get(&probe) == nullptr)
+        if (!machine.Get(&probe))
             fprintf(stderr, "Unable to make given metric <%s> current\n", name);
     }
 }
@@ -43,7 +43,7 @@ void ResultList::MakeCurrent(const Metric& probe)
 void ResultList::FirstCurrent()
 {
     for (Results& machine : *this) {
-        if (machine.First() == nullptr) {
+        if (!machine.First()) {
             fprintf(stderr, "Unable to make first current <%s>\n",
                 LibPrintable(machine.description).c_str());
         }

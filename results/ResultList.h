@@ -2,11 +2,11 @@
 // there is one, first. Each machine's list cursor marks the metric that the chart shows.
 #pragma once
 
-#include <cstdio>
+#include "results/Results.h"
 
 #include <Point.h>
 
-#include "results/Results.h"
+#include <cstdio>
 
 class ResultList : public LinkList<Results> {
 public:

@@ -1,14 +1,14 @@
 #include "results/Results.h"
 
+#include "foundation/Utf8.h"
+#include "sysinfo/LibDeviceInfo.h"
+#include "sysinfo/LibSysInfo.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <utility>
-
-#include "foundation/Utf8.h"
-#include "sysinfo/LibDeviceInfo.h"
-#include "sysinfo/LibSysInfo.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ void AppendLine(LinkList<RelatedDevices>& devices, int type, const LibString& te
 {
     auto line = std::make_unique<RelatedDevices>();
     line->Description(type, text);
-    if (devices.Insert(std::move(line)) == nullptr)
+    if (!devices.Insert(std::move(line)))
         fprintf(stderr, "<%s> not inserted\n", text.operator const char*());
 }
 
@@ -129,7 +129,7 @@ Metric* Results::NewTest(const char* text, const long& cycles)
     }
     FillGaps(*metric);
     Metric* inserted = Insert(std::move(metric));
-    if (inserted == nullptr)
+    if (!inserted)
         fprintf(stderr, "<%s> not inserted\n", text);
     return inserted;
 }
@@ -172,7 +172,7 @@ float Results::Time(const int& slot)
     float seconds = 0;
     if (slot < 0 || slot >= kMostTimes)
         return seconds;
-    for (const Metric* metric = First(); metric != nullptr; metric = Next())
+    for (const Metric* metric = First(); metric; metric = Next())
         seconds += metric->times[slot];
     return seconds;
 }

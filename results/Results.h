@@ -14,18 +14,18 @@
 //     }
 #pragma once
 
-#include <array>
-#include <memory>
-#include <string>
-
-#include <Bitmap.h>
-#include <Rect.h>
-
 #include "foundation/LibString.h"
 #include "foundation/LinkList.h"
 #include "results/LibTimer.h"
 #include "results/Metric.h"
 #include "results/RelatedDevices.h"
+
+#include <Bitmap.h>
+#include <Rect.h>
+
+#include <array>
+#include <memory>
+#include <string>
 
 class LibStringIterator;
 class LibSysInfo;

@@ -1,11 +1,11 @@
 // Machines as rows of a chart. The caller gives the scale and goes on below with y.
-#include <cstdio>
+#include "results/ComparisonChart.h"
+#include "results/Results.h"
 
 #include <Font.h>
 #include <View.h>
 
-#include "results/ComparisonChart.h"
-#include "results/Results.h"
+#include <cstdio>
 
 namespace {
 
@@ -70,7 +70,7 @@ void WriteRates(BView* view, const Metric& metric, float y, float ratioBase)
         const double rate = metric.Rate(slot);
         LibString text;
         text.Formatted("%d CPU ", metric.Slots() - slot);
-        text.Concat(FormatRate(ratioBase > 0 ? 100 * rate / double(ratioBase) : rate));
+        text.Concat(FormatRate(ratioBase > 0 ? 100 * rate / static_cast<double>(ratioBase) : rate));
         text.Concat(ratioBase > 0 ? "%" : "");
         view->DrawString(text, BPoint(view->Bounds().right + 1, y + 12));
     }

@@ -1,5 +1,9 @@
 #include "results/ResultsFile.h"
 
+#include "foundation/Utf8.h"
+#include "results/ResultList.h"
+#include "sysinfo/LibSysInfo.h"
+
 #include <WholeFile.h>
 
 #include <algorithm>
@@ -7,10 +11,6 @@
 #include <memory>
 #include <string>
 #include <utility>
-
-#include "foundation/Utf8.h"
-#include "results/ResultList.h"
-#include "sysinfo/LibSysInfo.h"
 
 namespace {
 
@@ -169,7 +169,7 @@ void ReadResults(FILE* file, const char* name, ResultList& list)
 bool ReadResultsFile(const char* path, ResultList& list)
 {
     FILE* file = fopen(path, "r");
-    if (file == nullptr)
+    if (!file)
         return false;
     ReadResults(file, path, list);
     fclose(file);
@@ -179,7 +179,7 @@ bool ReadResultsFile(const char* path, ResultList& list)
 bool IsResultsFile(const char* path)
 {
     FILE* file = fopen(path, "r");
-    if (file == nullptr)
+    if (!file)
         return false;
     std::string line;
     size_t length = 0;

@@ -1,22 +1,22 @@
 // The record: one machine on one line, as results files and the comparison store hold it.
-#include <cstdio>
-#include <cstring>
-#include <memory>
-#include <string>
-#include <utility>
-
 #include "foundation/LibStringIterator.h"
 #include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 #include "results/Results.h"
 #include "results/TestCatalogue.h"
 
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+
 namespace {
 
 std::string TextOf(const LibString& text)
 {
     const char* bytes = text;
-    return bytes != nullptr ? bytes : "";
+    return bytes ? bytes : "";
 }
 
 // "type:text" and a tab.

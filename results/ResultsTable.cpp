@@ -1,7 +1,7 @@
 // The table: machines as lines, metrics as groups of columns, one for each processor count.
-#include <string>
-
 #include "results/Results.h"
+
+#include <string>
 
 namespace {
 

@@ -59,7 +59,7 @@ int32 FirstCount(std::string_view description, size_t times)
     const size_t at = description.find('(');
     const char digit = at + 1 < description.size() ? description[at + 1] : '0';
     const int32 said = LibIsDigit(digit) ? digit - '0' : 0;
-    return std::max(said, int32(times));
+    return std::max(said, static_cast<int32>(times));
 }
 
 // "id:cycles/time,time", of which id is taken already.
@@ -74,7 +74,8 @@ void ReadMetric(std::string_view id, std::string_view rest, RunRecord& run)
         "has no amount of work for <" + name + ">");
     std::vector<double> times;
     while (!rest.empty()) {
-        Check(times.size() < size_t(kMostTimes), "has more than eight times for <" + name + ">");
+        Check(times.size() < static_cast<size_t>(kMostTimes),
+            "has more than eight times for <" + name + ">");
         const std::string_view time = Take(rest, ',');
         Check(Parse(time, times.emplace_back()) && std::isfinite(times.back()),
             "has a time for <" + name + "> that is none: <" + std::string(time) + ">");

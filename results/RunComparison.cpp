@@ -13,17 +13,17 @@ namespace {
 using statistics::Untold;
 
 // The series of a machine, by test and by processor count from the greatest.
-typedef std::pair<const TestType*, int32> Place;
+using Place = std::pair<const TestType*, int32>;
 struct InOrder {
     bool operator()(const Place& a, const Place& b) const
     {
         return std::tuple(a.first, -a.second) < std::tuple(b.first, -b.second);
     }
 };
-typedef std::map<Place, const Series*, InOrder> SeriesByPlace;
+using SeriesByPlace = std::map<Place, const Series*, InOrder>;
 
 // Tells from which machines a best probe holds for each other.
-typedef std::pair<std::string, std::string> Kind;
+using Kind = std::pair<std::string, std::string>;
 Kind KindOf(const RunRecord& record)
 {
     return { record.machine, record.details.processorModel.value_or("") };

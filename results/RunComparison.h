@@ -37,7 +37,7 @@ enum class SortBy {
 };
 
 // Which tests are compared.
-typedef std::function<bool(const TestType&)> TestFilter;
+using TestFilter = std::function<bool(const TestType&)>;
 
 // The rows of all machines but the baseline (its place among them), in the order of SortBy::kTest.
 // Compared are equal processor counts alone. There is a row for each test that one of the two has

@@ -30,7 +30,7 @@ struct Writer {
     static Json Value(const TestType* test) { return test->id; }
     static Json Value(CoreKind kind)
     {
-        return kind == CoreKind::Performance ? "performance" : "efficiency";
+        return kind == CoreKind::kPerformance ? "performance" : "efficiency";
     }
 
     template <class T>

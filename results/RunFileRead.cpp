@@ -1,3 +1,4 @@
+#include "foundation/PlainText.h"
 #include "results/RunFields.h"
 #include "results/RunFile.h"
 
@@ -7,8 +8,6 @@
 #include <ranges>
 #include <set>
 #include <utility>
-
-#include "foundation/PlainText.h"
 
 namespace {
 
@@ -99,8 +98,9 @@ private:
     template <std::integral T>
     static void Take(const Json& from, T& field, Limits limits)
     {
-        const T lowest = T(limits.lowest);
-        const T highest = T(std::min(limits.highest, double(std::numeric_limits<T>::max() / 2)));
+        const T lowest = static_cast<T>(limits.lowest);
+        constexpr T kHighest = std::numeric_limits<T>::max() / 2;
+        const T highest = static_cast<T>(std::min(limits.highest, static_cast<double>(kHighest)));
         const bool isInside = from.is_number_unsigned()
             ? std::cmp_less_equal(from.get<uint64>(), highest)
                 && std::cmp_greater_equal(from.get<uint64>(), lowest)
@@ -135,7 +135,7 @@ private:
     {
         Check(from == "performance" || from == "efficiency",
             "must be \"performance\", \"efficiency\" or null");
-        field = from == "performance" ? CoreKind::Performance : CoreKind::Efficiency;
+        field = from == "performance" ? CoreKind::kPerformance : CoreKind::kEfficiency;
     }
 
     template <class T>
@@ -178,7 +178,7 @@ Json Parse(const std::string& text)
     Check(text.size() <= kMostBytes, "has over 32 megabytes");
     std::vector<std::set<std::string>> keys; // of the objects around
     return Json::parse(text, [&keys](int depth, Json::parse_event_t event, Json& parsed) {
-        Check(size_t(depth) <= kDeepest, "is nested too deeply");
+        Check(static_cast<size_t>(depth) <= kDeepest, "is nested too deeply");
         if (event == Json::parse_event_t::object_start)
             keys.emplace_back();
         else if (event == Json::parse_event_t::object_end)

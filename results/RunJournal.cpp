@@ -122,6 +122,6 @@ std::variant<ReadJournal, std::string> ReadRunJournal(const std::string& path)
         if (!AddSpan(line, journal.record))
             return "line " + std::to_string(number) + " of it is damaged";
     }
-    journal.bytes = long(contents.size() - text.size());
+    journal.bytes = static_cast<long>(contents.size() - text.size());
     return journal;
 }

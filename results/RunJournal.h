@@ -28,7 +28,7 @@ public:
 
 private:
     struct Close {
-        void operator()(FILE* file) const { fclose(file); }
+        void operator()(FILE* closed) const { fclose(closed); }
     };
 
     bool Write(const std::string& text);

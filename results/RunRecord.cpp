@@ -45,7 +45,8 @@ std::optional<Figures> FiguresOf(const Series& series, double bestProbe)
     const auto summary = statistics::Summarize(times);
     if (!summary)
         return std::nullopt;
-    Figures figures { *summary, statistics::MarksOf(times), int32(all.size() - clean.size()) };
+    Figures figures { *summary, statistics::MarksOf(times),
+        static_cast<int32>(all.size() - clean.size()) };
     figures.marks.shared = !isClean;
     return figures;
 }

@@ -1,12 +1,12 @@
 #include "sysinfo/LibDeviceInfo.h"
 
-#include <iterator>
-#include <memory>
-#include <new>
+#include "sysinfo/PciTables.h"
 
 #include <PCI.h>
 
-#include "sysinfo/PciTables.h"
+#include <iterator>
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -35,7 +35,7 @@ const PciDeviceRow* FindRow(uint16 vendorId, uint16 deviceId)
 
 void LibDeviceInfo::pciDevices()
 {
-    for (const PciClassRow* row = g_pci_class_list; row->name != nullptr; row++) {
+    for (const PciClassRow* row = g_pci_class_list; row->name; row++) {
         if (NumberPciDecices(row->classId) == 0)
             continue;
         std::unique_ptr<pciItem> item(new (std::nothrow) pciItem(row->classId));
@@ -84,7 +84,7 @@ bool LibDeviceInfo::FindDevice(const int& classId, LibString& out)
 {
     const pciItem wanted(classId);
     const pciItem* item = Get(&wanted);
-    if (item == nullptr || item->devices.Size() == 0)
+    if (!item || item->devices.Size() == 0)
         return false;
     const pciDevice& device = *item->devices.begin();
     out = device.vendorLong;
@@ -96,7 +96,7 @@ bool LibDeviceInfo::FindDevice(const int& classId, LibString& out)
 bool LibDeviceInfo::NextClassId(int& index, int& classId, LibString& name) const
 {
     int rows = 0;
-    while (g_pci_class_list[rows].name != nullptr)
+    while (g_pci_class_list[rows].name)
         rows++;
     if (index < 0 || index >= rows)
         return false;
@@ -119,7 +119,7 @@ int LibDeviceInfo::NumberPciDecices(const int& classId) const
 
 bool LibDeviceInfo::AllDevicesKnown()
 {
-    for (const pciItem* item = First(); item != nullptr; item = Next()) {
+    for (const pciItem* item = First(); item; item = Next()) {
         if (!item->AllDevicesKnown())
             return false;
     }

@@ -1,10 +1,10 @@
 #include "sysinfo/LibSysInfo.h"
 
-#include <cmath>
-#include <cstdio>
-
 #include <OS.h>
 #include <Screen.h>
+
+#include <cmath>
+#include <cstdio>
 
 namespace {
 
@@ -20,7 +20,8 @@ BRect PixelFrame(const BScreen& screen)
 {
     display_mode mode {};
     screen.GetMode(&mode); // without a screen: no pixels
-    return BRect(0, 0, float(mode.virtual_width) - 1, float(mode.virtual_height) - 1);
+    return BRect(0, 0, static_cast<float>(mode.virtual_width) - 1,
+        static_cast<float>(mode.virtual_height) - 1);
 }
 
 int32 PixelsBetween(float first, float last)

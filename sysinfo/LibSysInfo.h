@@ -2,11 +2,11 @@
 // made. What the platform does not tell is 0 or "Unknown".
 #pragma once
 
+#include "foundation/LibString.h"
+
 #include <GraphicsDefs.h>
 #include <OS.h>
 #include <Rect.h>
-
-#include "foundation/LibString.h"
 
 class BScreen;
 

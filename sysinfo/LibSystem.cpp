@@ -1,12 +1,12 @@
 #include "sysinfo/LibSystem.h"
 
+#include "foundation/LibPath.h"
+#include "foundation/ToolCommand.h"
+
 #include <AppFileInfo.h>
 #include <File.h>
 #include <FindDirectory.h>
 #include <Path.h>
-
-#include "foundation/LibPath.h"
-#include "foundation/ToolCommand.h"
 
 void LibGetOSVersion(LibString& version)
 {

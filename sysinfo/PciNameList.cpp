@@ -51,9 +51,9 @@ void PciNameList::Read(const char* path)
         const bool isDevice = line.starts_with("\t");
         uint16 id = 0;
         std::string name;
-        if (!ParseLine(std::string_view(line).substr(isDevice ? 1 : 0), id, name))
+        if (!ParseLine(line.substr(isDevice ? 1 : 0), id, name))
             continue;
-        if (isDevice && vendor != nullptr)
+        if (isDevice && vendor)
             vendor->devices.emplace(id, name);
         else if (!isDevice)
             (vendor = &vendors[id])->name = name;

@@ -2,11 +2,11 @@
 // compiled in it is as new as the system, but it need not be there.
 #pragma once
 
+#include <SupportDefs.h>
+
 #include <map>
 #include <string>
 #include <vector>
-
-#include <SupportDefs.h>
 
 class PciNameList {
 public:

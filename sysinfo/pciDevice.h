@@ -1,11 +1,11 @@
 // One function of a device on the machine's PCI buses, with its names as far as they are known.
 #pragma once
 
-#include <cstdio>
+#include "foundation/LibString.h"
 
 #include <SupportDefs.h>
 
-#include "foundation/LibString.h"
+#include <cstdio>
 
 class pciDevice {
 public:

@@ -36,13 +36,7 @@ void pciDevice::PrintToStream() const
     fprintf(stderr, "\tvendor <%s>, desc <%s>\n", vendor, text);
 }
 
-pciItem& pciItem::operator=(pciItem& o)
-{
-    classId = o.classId;
-    type = o.type;
-    devices = o.devices;
-    return *this;
-}
+pciItem& pciItem::operator=(pciItem& o) = default;
 
 int pciItem::NumberDevicesUnknown() const
 {

@@ -1,11 +1,11 @@
 // A class of PCI devices that the machine has, with its devices in the order of the buses.
 #pragma once
 
-#include <cstdio>
-
 #include "foundation/LibString.h"
 #include "foundation/LinkList.h"
 #include "sysinfo/pciDevice.h"
+
+#include <cstdio>
 
 class pciItem {
 public:

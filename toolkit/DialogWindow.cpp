@@ -54,7 +54,7 @@ float ButtonRow::RowHeight() const
 
 float ButtonRow::RowWidth() const
 {
-    return float(buttons.size()) * (buttonWidth + kGap) - kGap + 2 * kMargin;
+    return static_cast<float>(buttons.size()) * (buttonWidth + kGap) - kGap + 2 * kMargin;
 }
 
 DialogWindow::DialogWindow(BRect frame, const char* name, const char* title, uint32 flags)

@@ -108,7 +108,7 @@ void LibAboutWindow::UpdateWorkspace(const long& workspaces)
 {
     const BAutolock lock(this);
     if (lock.IsLocked())
-        SetWorkspaces(uint32(workspaces));
+        SetWorkspaces(static_cast<uint32>(workspaces));
 }
 
 bool LibAboutWindow::QuitRequested()

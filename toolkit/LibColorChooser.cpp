@@ -23,7 +23,8 @@ rgb_color SwatchColor(int32 index)
     const int32 column = index % kColumns;
     const int32 row = index / kColumns;
     const int32 red = column / kSteps + row / kSteps * 3;
-    return { uint8(red * kStep), uint8(row % kSteps * kStep), uint8(column % kSteps * kStep), 255 };
+    return { static_cast<uint8>(red * kStep), static_cast<uint8>(row % kSteps * kStep),
+        static_cast<uint8>(column % kSteps * kStep), 255 };
 }
 
 int32 Distance(rgb_color a, rgb_color b)
@@ -69,8 +70,8 @@ public:
 
     void MouseDown(BPoint where) override
     {
-        const int32 column = std::clamp(int32(where.x / kSwatch), 0, kColumns - 1);
-        const int32 row = std::clamp(int32(where.y / kSwatch), 0, kRows - 1);
+        const int32 column = std::clamp(static_cast<int32>(where.x / kSwatch), 0, kColumns - 1);
+        const int32 row = std::clamp(static_cast<int32>(where.y / kSwatch), 0, kRows - 1);
         owner->Pick(SwatchColor(row * kColumns + column));
     }
 
@@ -89,8 +90,9 @@ public:
 private:
     static BRect FrameOf(int32 index)
     {
-        const float left = float(index % kColumns) * kSwatch;
-        const float top = float(index / kColumns) * kSwatch;
+        const float left = static_cast<float>(index % kColumns) * kSwatch;
+        const int32 row = index / kColumns;
+        const float top = static_cast<float>(row) * kSwatch;
         return BRect(left, top, left + kSwatch - 1, top + kSwatch - 1);
     }
 

@@ -11,7 +11,7 @@
 
 class LibEditEntry : public BTextControl {
 public:
-    typedef std::vector<std::string> Names;
+    using Names = std::vector<std::string>;
 
     // Takes at most so many characters of text.
     LibEditEntry(BRect frame, const char* name, const char* text, int32 maxCharacters);

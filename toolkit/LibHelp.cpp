@@ -154,13 +154,13 @@ bool LibHelp::AddToResources(const char* path)
 
 const LibHelpTopic* LibHelp::TopicAt(int32 index) const
 {
-    return index >= 0 && index < CountTopics() ? &topics[size_t(index)] : nullptr;
+    return index >= 0 && index < CountTopics() ? &topics[static_cast<size_t>(index)] : nullptr;
 }
 
 int32 LibHelp::IndexOf(const char* name) const
 {
     const auto topic = Find(topics, name);
-    return topic != topics.end() ? int32(topic - topics.begin()) : -1;
+    return topic != topics.end() ? static_cast<int32>(topic - topics.begin()) : -1;
 }
 
 const char* LibHelp::TipFor(const char* name) const

@@ -37,7 +37,7 @@ public:
     // a line on standard error, if it holds no help or cannot be stored.
     static bool AddToResources(const char* path);
 
-    int32 CountTopics() const { return int32(topics.size()); }
+    int32 CountTopics() const { return static_cast<int32>(topics.size()); }
     const LibHelpTopic* TopicAt(int32 index) const; // null beyond the last
     int32 IndexOf(const char* name) const; // -1: no such topic
     void SetTip(const char* name, const char* text);

@@ -18,7 +18,7 @@ void LibMenuButton::AddItem(const char* text, BMessage* message)
 
 void LibMenuButton::MakeEmpty()
 {
-    while (BMenuItem* item = Menu()->RemoveItem(int32(0)))
+    while (BMenuItem* item = Menu()->RemoveItem(static_cast<int32>(0)))
         delete item;
 }
 

@@ -143,6 +143,8 @@ rgb_color LibOnPanel(rgb_color color)
     const rgb_color panel = ui_color(B_PANEL_BACKGROUND_COLOR);
     if (panel.red + panel.green + panel.blue >= kDark)
         return color;
-    const auto brighter = [](uint8 part) { return uint8(std::min(part + kBrighter, 255)); };
+    const auto brighter = [](uint8 part) {
+        return static_cast<uint8>(std::min(part + kBrighter, 255));
+    };
     return { brighter(color.red), brighter(color.green), brighter(color.blue), color.alpha };
 }

@@ -41,7 +41,7 @@ void LibWarning(const char* text)
 
 int32 LibAnswer(BAlert* alert)
 {
-    alert->SetFlags(alert->Flags() & ~uint32(B_NOT_CLOSABLE)); // who just wants to be rid of it
+    alert->SetFlags(alert->Flags() & ~(B_NOT_CLOSABLE)); // who just wants to be rid of it
     const BMessenger address(alert);
     {
         const BAutolock lock(gLock);

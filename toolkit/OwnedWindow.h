@@ -73,9 +73,10 @@ public:
     {
         // The address is asked, as a window that has gone would be looked at to lock it.
         const LibTargetLock lock(address);
-        if (lock.IsLocked())
-            use(*window);
-        return lock.IsLocked();
+        if (!window || !lock.IsLocked())
+            return false;
+        use(*window);
+        return true;
     }
     // Quits it unasked and returns when it has gone. Locks it.
     void End()

@@ -51,8 +51,8 @@ BPoint WindowPlacement::Cascaded(BRect room, int32 nth) const
 {
     const BPoint first = room.LeftTop() + BPoint(kCascadeStart, kCascadeStart);
     const float way = std::min(room.right - first.x, room.bottom - first.y);
-    const int32 places = way < 0 ? 1 : int32(way / kCascadeStep) + 1;
-    const float step = float(nth % places) * kCascadeStep;
+    const int32 places = way < 0 ? 1 : static_cast<int32>(way / kCascadeStep) + 1;
+    const float step = static_cast<float>(nth % places) * kCascadeStep;
     return first + BPoint(step, step);
 }
 

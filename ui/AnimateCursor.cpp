@@ -14,7 +14,7 @@ constexpr double kLongestPause = 50000;
 } // namespace
 
 AnimateCursor::AnimateCursor(const char* threadName, const long& nbrFrames)
-    : name(threadName), frames(size_t(std::max(nbrFrames, 0L)))
+    : name(threadName), frames(static_cast<size_t>(std::max(nbrFrames, 0L)))
 {
 }
 
@@ -26,9 +26,9 @@ AnimateCursor::~AnimateCursor()
 
 void AnimateCursor::SetCursor(const long& index, const unsigned char* data)
 {
-    if (index < 0 || size_t(index) >= frames.size())
+    if (index < 0 || static_cast<size_t>(index) >= frames.size())
         return;
-    std::copy_n(data, kCursorBytes, frames[size_t(index)].begin());
+    std::copy_n(data, kCursorBytes, frames[static_cast<size_t>(index)].begin());
 }
 
 void AnimateCursor::Run(const float& newPeriod)
@@ -84,9 +84,11 @@ void AnimateCursor::Pause() const
 {
     const bigtime_t start = system_time();
     do {
-        const double left = double(period) * 1e6 - double(system_time() - start);
-        snooze(bigtime_t(std::clamp(left, kShortestPause, kLongestPause)));
-    } while (running && double(system_time() - start) < double(period) * 1e6);
+        const double left =
+            static_cast<double>(period) * 1e6 - static_cast<double>(system_time() - start);
+        snooze(static_cast<bigtime_t>(std::clamp(left, kShortestPause, kLongestPause)));
+    } while (
+        running && static_cast<double>(system_time() - start) < static_cast<double>(period) * 1e6);
 }
 
 // clang-format off

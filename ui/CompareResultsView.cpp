@@ -1,11 +1,11 @@
 #include "ui/CompareResultsView.h"
 
-#include <algorithm>
-
 #include "results/ComparisonChart.h"
 
 #include <ScrollBar.h>
 #include <Window.h>
+
+#include <algorithm>
 
 namespace {
 

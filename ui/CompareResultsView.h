@@ -1,9 +1,9 @@
 // The comparison chart: a row for each machine with a bar for each processor count, above a grid.
 #pragma once
 
-#include <View.h>
-
 #include "results/Comparison.h"
+
+#include <View.h>
 
 // Draws a comparison. Clicks at machines, or the arrow keys and Enter, select them and show their
 // devices. Lies in a scroll view; what it draws may be higher than itself. All calls with the

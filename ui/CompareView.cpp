@@ -30,7 +30,7 @@ CompareView::~CompareView() = default;
 
 BRect CompareView::FrameOf(int32 index) const
 {
-    const float left = float(index) * kEntryWidth;
+    const float left = static_cast<float>(index) * kEntryWidth;
     return BRect(left, 0, left + kEntryWidth - 1, Bounds().bottom);
 }
 
@@ -50,8 +50,8 @@ void CompareView::Draw(BRect)
 
 void CompareView::MouseDown(BPoint where)
 {
-    if (where.x >= 0 && where.x < kEntryWidth * float(kNbrCpuColors))
-        Choose(int32(where.x / kEntryWidth));
+    if (where.x >= 0 && where.x < kEntryWidth * static_cast<float>(kNbrCpuColors))
+        Choose(static_cast<int32>(where.x / kEntryWidth));
 }
 
 void CompareView::KeyDown(const char* bytes, int32 numBytes)
@@ -73,7 +73,7 @@ void CompareView::MakeFocus(bool focus)
 
 void CompareView::MoveCursor(int32 step)
 {
-    cursor = std::clamp(cursor + step, int32(0), kNbrCpuColors - 1);
+    cursor = std::clamp(cursor + step, static_cast<int32>(0), kNbrCpuColors - 1);
     Invalidate();
 }
 

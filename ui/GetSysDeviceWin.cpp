@@ -294,7 +294,7 @@ void GetSysDeviceWin::TakeNames(pciItem& item, int32 classOrdinal)
 const char* GetSysDeviceWin::Typed(const LibString& name)
 {
     const auto* entry = dynamic_cast<LibEditEntry*>(FindView(name));
-    if (entry == nullptr)
+    if (!entry)
         return nullptr;
     const char* entryName = name;
     fprintf(stderr, "%s found <%s>\n", entryName, entry->Text());
@@ -304,7 +304,7 @@ const char* GetSysDeviceWin::Typed(const LibString& name)
 void GetSysDeviceWin::Save(const char* path)
 {
     WholeFile file(path);
-    if (file.Stream() == nullptr)
+    if (!file.Stream())
         return;
     for (const pciItem& item : items)
         item.Write(file.Stream());

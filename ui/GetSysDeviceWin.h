@@ -3,14 +3,14 @@
 // next entry and closes it on the last one, as Escape does on any.
 #pragma once
 
+#include "foundation/LinkList.h"
+#include "sysinfo/LibDeviceInfo.h"
+#include "toolkit/LibWindow.h"
+
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "foundation/LinkList.h"
-#include "sysinfo/LibDeviceInfo.h"
-#include "toolkit/LibWindow.h"
 
 class BBox;
 class BStringView;
@@ -26,7 +26,7 @@ public:
 
     // The text of each entry by the entry's name, which is the same for the same machine, and its
     // way back into the entries of another form. The window must be locked, or not shown yet.
-    typedef std::map<std::string, std::string> Names;
+    using Names = std::map<std::string, std::string>;
     [[nodiscard]] Names TypedNames() const;
     void FillIn(const Names& names);
 

@@ -24,7 +24,7 @@ void DrawFitted(BView* owner, const char* text, BPoint place, float width)
     const float excess = owner->StringWidth(text) - (width - kColumnGap);
     if (excess <= 0)
         return owner->DrawString(text, place);
-    const float closer = -excess / float(strlen(text));
+    const float closer = -excess / static_cast<float>(strlen(text));
     escapement_delta delta { closer, closer };
     owner->DrawString(text, place, &delta);
 }
@@ -67,8 +67,8 @@ void ResultItem::DrawItem(BView* owner, BRect frame, bool)
         kUnitsX - kDescriptionX);
     owner->DrawString(Units(), BPoint(frame.left + kUnitsX, baseline));
     for (int slot = 0; slot < std::min(quantity, kMaxRates); slot++) {
-        const BPoint place(frame.left + kRatesX + kRateWidth * float(slot), baseline);
-        DrawFitted(owner, FormatRate(double(rates[slot])), place, kRateWidth);
+        const BPoint place(frame.left + kRatesX + kRateWidth * static_cast<float>(slot), baseline);
+        DrawFitted(owner, FormatRate(static_cast<double>(rates[slot])), place, kRateWidth);
     }
     if (IsSelected())
         owner->InvertRect(frame);

@@ -116,7 +116,7 @@ bool CopyWhole(const char* from, const char* to)
     std::vector<char> part(1 << 16);
     ssize_t size = 0;
     while (file.Stream() && (size = source.Read(part.data(), part.size())) > 0)
-        fwrite(part.data(), 1, size_t(size), file.Stream());
+        fwrite(part.data(), 1, static_cast<size_t>(size), file.Stream());
     if (size == 0 && file.Commit())
         return true;
     const char* reason = size < 0 ? "its contents cannot be read" : file.Error().c_str();

@@ -41,7 +41,7 @@ constexpr float kFontSize = 10;
 
 BRect FrameFor(int nbrCpus)
 {
-    const float width = kRatesX + kRateWidth * float(nbrCpus) + kRightMargin;
+    const float width = kRatesX + kRateWidth * static_cast<float>(nbrCpus) + kRightMargin;
     return BRect(0, 0, std::max(width, 440.0f), 470);
 }
 
@@ -73,7 +73,7 @@ void ResultsWin::AddTitles(int nbrCpus)
         LibString text;
         name.Formatted("cpus%d", nbrCpus - k);
         text.Formatted("%d CPU", nbrCpus - k);
-        AddTitle(name, text, kRatesX + kRateWidth * float(k), 50);
+        AddTitle(name, text, kRatesX + kRateWidth * static_cast<float>(k), 50);
     }
 }
 
@@ -117,7 +117,7 @@ void ResultsWin::Update(Results& run, bool allow)
         ResultItem* item = new ResultItem(metric.description);
         item->Units(metric.units);
         for (int slot = 0; slot < metric.Slots(); slot++)
-            item->Rate(slot, float(metric.Rate(slot)));
+            item->Rate(slot, static_cast<float>(metric.Rate(slot)));
         list->AddItem(item);
     }
     if (comparison.IsThere())
@@ -128,7 +128,8 @@ void ResultsWin::CompareResults()
 {
     ShowComparison();
     comparison.With([this](CompareWin& window) { window.SetResults(results); });
-    fprintf(stderr, "time 2: %.3f 1: %.3f\n", double(results.Time(1)), double(results.Time(0)));
+    fprintf(stderr, "time 2: %.3f 1: %.3f\n", static_cast<double>(results.Time(1)),
+        static_cast<double>(results.Time(0)));
 }
 
 void ResultsWin::CompareFiles(BMessage* files, bool allow)
@@ -282,7 +283,7 @@ void ResultsWin::EmailResults(BMessage* answer)
     BMailMessage mail;
     const bool isComplete = mail.AddHeaderField(B_MAIL_TO, TARVEX_SUPPORT_ADDRESS) == B_OK
         && mail.AddHeaderField(B_MAIL_SUBJECT, "Tarvex results") == B_OK
-        && mail.AddContent(text, int32(strlen(text))) == B_OK
+        && mail.AddContent(text, static_cast<int32>(strlen(text))) == B_OK
         && mail.AddEnclosure(saved.Path()) == B_OK;
     if (!isComplete || mail.Send(true) != B_OK)
         fprintf(stderr, "The mail with <%s> was not sent\n", saved.Path() ? saved.Path() : "");

@@ -32,7 +32,7 @@ TarvexAlert::TarvexAlert(BLooper* answerTarget)
       target(answerTarget)
 {
     SetShortcut(0, B_ESCAPE); // the file is there already
-    SetFlags(Flags() & ~uint32(B_NOT_CLOSABLE));
+    SetFlags(Flags() & ~(B_NOT_CLOSABLE));
     AddConfiguration();
 }
 

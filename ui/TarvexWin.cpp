@@ -44,7 +44,7 @@ constexpr long kRunPriority = 20;
 // Of a row in a box.
 BRect RowFrame(int32 row)
 {
-    const float top = kBoxTop + kRowHeight * float(row);
+    const float top = kBoxTop + kRowHeight * static_cast<float>(row);
     return BRect(kInset, top, kWidth - 2 * kMargin - kInset, top + kRowHeight - 2);
 }
 
@@ -117,7 +117,7 @@ void TarvexWin::AddViews()
 // Adds a box for so many rows at top, which moves on to where the next one begins.
 BBox* TarvexWin::AddBox(float& top, const char* name, const char* label, int32 rows)
 {
-    const float bottom = top + kBoxTop + float(rows) * kRowHeight + kBoxBottom;
+    const float bottom = top + kBoxTop + static_cast<float>(rows) * kRowHeight + kBoxBottom;
     BBox* box = new BBox(BRect(kMargin, top, kWidth - kMargin, bottom), name);
     box->SetLabel(label);
     background->AddChild(box);
@@ -130,7 +130,7 @@ void TarvexWin::AddGroups(GroupBox where, float& top, const char* name, const ch
 {
     const auto isThere = [where](const TestGroup& group) { return group.box == where; };
     const auto rows = std::count_if(std::begin(kTestGroups), std::end(kTestGroups), isThere);
-    BBox* box = AddBox(top, name, label, int32(rows));
+    BBox* box = AddBox(top, name, label, static_cast<int32>(rows));
     int32 row = 0;
     for (size_t i = 0; i < kNbrTestGroups; i++) {
         const TestGroup& group = kTestGroups[i];

@@ -252,7 +252,8 @@ double BareWindow::SendBatch(long count, Item (*next)(), Request request)
     Sync();
     const double start = Seconds();
     for (size_t i = 0; i < items.size(); i += kMost)
-        request(connection, window, gc, uint32_t(std::min(kMost, items.size() - i)), &items[i]);
+        request(connection, window, gc, static_cast<uint32_t>(std::min(kMost, items.size() - i)),
+            &items[i]);
     Sync();
     const double seconds = Seconds() - start;
     xcb_clear_area(connection, 0, window, 0, 0, 0, 0);

@@ -2,9 +2,10 @@
 // what their rates are held against. The same random shapes, in a window of the same size.
 #pragma once
 
-#include <cstdint>
 #include <xcb/render.h>
 #include <xcb/xcb.h>
+
+#include <cstdint>
 
 class BareWindow {
 public:

@@ -1,8 +1,9 @@
 // How long this program and the X server have worked, whatever else the machine does meanwhile.
 #pragma once
 
-#include <string>
 #include <xcb/xcb.h>
+
+#include <string>
 
 class ServerTime {
 public:

@@ -65,7 +65,7 @@ constexpr PublicTest kAreas[] = { { "rect100", 10000 }, { "rect500", 250000 } };
 constexpr PublicTest kLines[] = { { "line100", 100 }, { "line500", 500 } };
 constexpr PublicTest kTriangles[] = { { "triangle100", 4330 }, { "trap300", 90000 } };
 
-typedef GraphicsWin Win;
+using Win = GraphicsWin;
 const Row kRows[] = {
     { "Graphics Lines Flushed", &Win::TestLinesFlushed, Shape::kLine, true, 10000, 1, kLine,
         kSegments[0], kSegments[1] },

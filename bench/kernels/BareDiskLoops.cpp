@@ -4,7 +4,7 @@
 
 namespace {
 
-char block[4096];
+char gBlock[4096];
 
 } // namespace
 
@@ -30,11 +30,11 @@ void bare::RemoveFiles(const char* prefix, long rounds)
 void bare::WriteBlocks(FILE* file, long rounds)
 {
     for (long i = 0; i < rounds; i++)
-        fwrite(block, sizeof block, 1, file);
+        fwrite(gBlock, sizeof gBlock, 1, file);
 }
 
 void bare::ReadBlocks(FILE* file, long rounds)
 {
     for (long i = 0; i < rounds; i++)
-        (void)fread(block, sizeof block, 1, file);
+        (void)fread(gBlock, sizeof gBlock, 1, file);
 }

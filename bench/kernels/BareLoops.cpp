@@ -5,9 +5,9 @@
 
 namespace {
 
-alignas(64) char text[48] = "Tarvex tests system resources of the BeOS.";
-alignas(64) char copy[48] = "Tarvex tests system resources of the BeOS.";
-char flags[8190];
+alignas(64) char gText[48] = "Tarvex tests system resources of the BeOS.";
+alignas(64) char gCopy[48] = "Tarvex tests system resources of the BeOS.";
+char gFlags[8190];
 
 // Not inlined, as in the test: the calls are its work.
 [[gnu::noinline]] int Ackerman(int m, int n)
@@ -19,18 +19,18 @@ char flags[8190];
 
 void SievePass()
 {
-    for (char& flag : flags)
+    for (char& flag : gFlags)
         flag = 1;
     for (int i = 0; i < 8190; i++) {
         const int p = 2 * i + 3;
         int k = i + p;
-        if (!flags[i] || k > 8190)
+        if (!gFlags[i] || k > 8190)
             continue;
         for (; k <= 8190; k += p)
             asm volatile("" : "+r"(k));
-        flags[i] = 0;
+        gFlags[i] = 0;
     }
-    asm volatile("" : : "r"(flags) : "memory");
+    asm volatile("" : : "r"(gFlags) : "memory");
 }
 
 } // namespace
@@ -38,7 +38,7 @@ void SievePass()
 void bare::CopyText(long rounds)
 {
     for (long i = 0; i < rounds; i++) {
-        strcpy(copy, text);
+        strcpy(gCopy, gText);
         asm volatile("" : : : "memory");
     }
 }
@@ -46,7 +46,7 @@ void bare::CopyText(long rounds)
 void bare::CompareText(long rounds)
 {
     for (long i = 0; i < rounds; i++)
-        asm volatile("" : : "r"(strcmp(copy, text)) : "memory");
+        asm volatile("" : : "r"(strcmp(gCopy, gText)) : "memory");
 }
 
 void bare::AllocateAndClear(long rounds)

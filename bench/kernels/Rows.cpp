@@ -19,9 +19,9 @@ namespace {
 constexpr double kComputing = 0.97;
 constexpr double kDisk = 0.9;
 
-alignas(64) char text[48] = "Tarvex tests system resources of the BeOS.";
-alignas(64) char copy[48] = "Tarvex tests system resources of the BeOS.";
-char flags[kSieveSize];
+alignas(64) char gText[48] = "Tarvex tests system resources of the BeOS.";
+alignas(64) char gCopy[48] = "Tarvex tests system resources of the BeOS.";
+char gFlags[kSieveSize];
 
 template <typename Work>
 double Seconds(Work work)
@@ -47,12 +47,12 @@ double Timed(long rounds)
 void SievePasses(long rounds)
 {
     for (long i = 0; i < rounds; i++)
-        SievePass(flags);
+        SievePass(gFlags);
 }
 
 void RunFourier(long rounds)
 {
-    Fourier().Run(int(rounds));
+    Fourier().Run(static_cast<int>(rounds));
 }
 
 void RunWhetstone(long rounds)
@@ -121,11 +121,12 @@ double BareBlocksOf(long rounds, bool writeIsTimed)
 
 const std::vector<kernels::Row>& kernels::Rows()
 {
-    static const std::vector<Row> rows = {
-        { "Strings Copy", kComputing, Timed<[](long rounds) { CopyText(copy, text, rounds); }>,
+    static const std::vector<Row> sRows = {
+        { "Strings Copy", kComputing, Timed<[](long rounds) { CopyText(gCopy, gText, rounds); }>,
             Timed<bare::CopyText> },
         { "Strings Compare", kComputing,
-            Timed<[](long rounds) { CompareText(copy, text, rounds); }>, Timed<bare::CompareText> },
+            Timed<[](long rounds) { CompareText(gCopy, gText, rounds); }>,
+            Timed<bare::CompareText> },
         { "Memory", kComputing, Timed<AllocateAndClear>, Timed<bare::AllocateAndClear> },
         { "Savage", kComputing, Timed<SavageSteps>, Timed<bare::Savage> },
         { "Ackerman", kComputing, Timed<EvaluateAckerman>, Timed<bare::EvaluateAckerman> },
@@ -141,5 +142,5 @@ const std::vector<kernels::Row>& kernels::Rows()
         { "Disk File Input", kDisk, [](long rounds) { return BlocksOf(rounds, false); },
             [](long rounds) { return BareBlocksOf(rounds, false); } },
     };
-    return rows;
+    return sRows;
 }

@@ -6,7 +6,7 @@
 namespace kernels {
 
 // Does that many rounds. Returns the seconds that they took, what prepares them left out.
-typedef double (*TimedRounds)(long rounds);
+using TimedRounds = double (*)(long);
 
 struct Row {
     const char* name;

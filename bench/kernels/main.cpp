@@ -16,7 +16,7 @@
 namespace {
 
 using kernels::Row;
-typedef std::chrono::steady_clock Clock;
+using Clock = std::chrono::steady_clock;
 
 constexpr double kBlockSeconds = 0.005;
 // A slow row ends after this time, but not before so many pairs.
@@ -52,7 +52,7 @@ bool Compare(const Row& row, int pairs)
         const double kernel = row.kernel(rounds);
         if (!loopFirst)
             loop = row.loop(rounds);
-        kernelRates.push_back(double(rounds) / kernel);
+        kernelRates.push_back(static_cast<double>(rounds) / kernel);
         ratios.push_back(loop / kernel);
     }
     printf("%-20s%16.1f%9.3f%7zu\n", row.name, Median(kernelRates), Median(ratios), ratios.size());

@@ -1,8 +1,9 @@
 // A bare Qt window with the controls of Tarvex's main window, laid out by Qt: what startup compares
 // with.
 
-#include <csignal>
 #include <QtWidgets>
+
+#include <csignal>
 
 namespace {
 

@@ -1,6 +1,8 @@
 // startup [RUNS]: the time from exec to the main window on screen, Tarvex beside a bare Qt window
 // of the same controls, alternating on the same display. Prints medians and their ratio.
 
+#include <xcb/xcb.h>
+
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -13,7 +15,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace {
 
@@ -40,7 +41,7 @@ bool WaitFor(xcb_connection_t* connection, uint8_t kind)
     const double end = Now() + 10000;
     while (Now() < end) {
         xcb_generic_event_t* event = xcb_poll_for_event(connection);
-        if (event == nullptr) {
+        if (!event) {
             pollfd waiting { xcb_get_file_descriptor(connection), POLLIN, 0 };
             poll(&waiting, 1, 100);
             continue;

@@ -1,7 +1,6 @@
 #include "engine/graphics/GraphicsWin.h"
 
 #include "engine/Span.h"
-
 #include "results/Results.h"
 #include "results/TestCatalogue.h"
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-typedef void (GraphicsWin::*GraphicsTest)(Results& results);
+using GraphicsTest = void (GraphicsWin::*)(Results&);
 
 // In the order of a run.
 constexpr GraphicsTest kTests[] = {

@@ -1,14 +1,5 @@
 #include "Application.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <strings.h>
-#include <unistd.h>
-#include <utility>
-#include <vector>
-
 #include "ApplicationState.h"
 #include "AppRegistry.h"
 #include "Entry.h"
@@ -17,6 +8,15 @@
 #include "MessagePort.h"
 #include "Roster.h"
 #include "SignalWatch.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <strings.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
 
 BApplication* be_app = nullptr;
 BMessenger be_app_messenger;
@@ -31,7 +31,7 @@ bool IsApplicationType(const char* signature)
     static constexpr char kSuper[] = "application/";
     constexpr size_t length = sizeof(kSuper) - 1;
     if (!signature || strncasecmp(signature, kSuper, length) != 0
-        || strlen(signature) >= size_t(B_MIME_TYPE_LENGTH))
+        || strlen(signature) >= static_cast<size_t>(B_MIME_TYPE_LENGTH))
         return false;
     const char* subtype = signature + length;
     if (*subtype == '\0')
@@ -220,7 +220,7 @@ void BApplication::PostArguments()
     if (arguments.size() < 2)
         return;
     BMessage message(B_ARGV_RECEIVED);
-    message.AddInt32("argc", int32(arguments.size()));
+    message.AddInt32("argc", static_cast<int32>(arguments.size()));
     for (const std::string& argument : arguments)
         message.AddString("argv", argument.c_str());
     std::error_code error;
@@ -241,7 +241,7 @@ void BApplication::ReceiveArguments(const BMessage& message)
         arguments.push_back(argument.data());
     // As main() has them: writable, and a null pointer behind the last.
     arguments.push_back(nullptr);
-    ArgvReceived(int32(texts.size()), arguments.data());
+    ArgvReceived(static_cast<int32>(texts.size()), arguments.data());
 }
 
 void BApplication::SetPulseRate(bigtime_t rate)

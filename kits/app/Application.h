@@ -6,11 +6,11 @@
 // loopers it may stand on the stack.
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "Looper.h"
 #include "Messenger.h"
+
+#include <memory>
+#include <string>
 
 class BApplication;
 class SignalWatch;

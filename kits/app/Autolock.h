@@ -1,9 +1,9 @@
 // Holds a lock for the length of a block, whichever way the block is left.
 #pragma once
 
-#include <memory>
-
 #include "Locker.h"
+
+#include <memory>
 
 class BLooper;
 

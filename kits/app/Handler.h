@@ -3,10 +3,10 @@
 // the looper locked.
 #pragma once
 
+#include "OS.h"
+
 #include <atomic>
 #include <string>
-
-#include "OS.h"
 
 class BLooper;
 class BMessage;

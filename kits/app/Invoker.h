@@ -2,10 +2,10 @@
 // Controls derive from it.
 #pragma once
 
-#include <memory>
-
 #include "Message.h"
 #include "Messenger.h"
+
+#include <memory>
 
 class BInvoker {
 public:

@@ -3,9 +3,9 @@
 // loopers: its holder locks none and calls no window.
 #pragma once
 
-#include <memory>
-
 #include "Mutex.h"
+
+#include <memory>
 
 class LooperLock;
 

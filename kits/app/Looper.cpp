@@ -1,15 +1,15 @@
 #include "Looper.h"
 
-#include <algorithm>
-#include <cstdio>
-#include <unistd.h>
-
 #include "AppRegistry.h"
 #include "Autolock.h"
 #include "Check.h"
 #include "LooperLock.h"
 #include "MessageDelivery.h"
 #include "MessagePort.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <unistd.h>
 
 BLooper::BLooper(const char* name, int32 priority, int32 portCapacity)
     : BHandler(name), fPriority(priority), fLock(std::make_shared<LooperLock>()),

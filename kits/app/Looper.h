@@ -10,14 +10,14 @@
 // leaves.
 #pragma once
 
-#include <memory>
-#include <vector>
-
 #include "AppDefs.h"
 #include "Handler.h"
 #include "Message.h"
 #include "Mutex.h"
 #include "OS.h"
+
+#include <memory>
+#include <vector>
 
 class LooperLock;
 class MessagePort;

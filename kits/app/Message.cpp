@@ -1,14 +1,14 @@
 #include "Message.h"
 
-#include <cctype>
-#include <cinttypes>
-#include <cstdio>
-#include <new>
-
 #include "AppDefs.h"
 #include "Handler.h"
 #include "MessageBody.h"
 #include "MessageDelivery.h"
+
+#include <cctype>
+#include <cinttypes>
+#include <cstdio>
+#include <new>
 
 BMessage::BMessage() : fBody(std::make_unique<MessageBody>()) { }
 
@@ -21,7 +21,7 @@ BMessage::BMessage(const BMessage& message)
         return;
     fDelivery = std::make_unique<MessageDelivery>(*message.fDelivery);
     // The sender waits for one answer; a copy that ends unanswered must not give it a second.
-    fDelivery->reply = MessageDelivery::Reply::NotOwed;
+    fDelivery->reply = MessageDelivery::Reply::kNotOwed;
     fDelivery->isReply = false;
 }
 
@@ -47,7 +47,7 @@ status_t BMessage::AddData(
     if (numBytes < 0 || (!data && numBytes > 0))
         return B_BAD_VALUE;
     return fBody->Add(
-        name, type, { static_cast<const char*>(data), size_t(numBytes) }, isFixedSize);
+        name, type, { static_cast<const char*>(data), static_cast<size_t>(numBytes) }, isFixedSize);
 }
 
 status_t BMessage::FindData(
@@ -65,7 +65,7 @@ status_t BMessage::FindData(
         // With a NUL behind it: a text that another program sent may lack its own.
         *data = status == B_OK ? item->c_str() : nullptr;
     if (numBytes)
-        *numBytes = status == B_OK ? ssize_t(item->size()) : 0;
+        *numBytes = status == B_OK ? static_cast<ssize_t>(item->size()) : 0;
     return status;
 }
 
@@ -121,7 +121,7 @@ status_t BMessage::GetInfo(const char* name, type_code* type, int32* count) cons
     if (type)
         *type = field->type;
     if (count)
-        *count = int32(field->items.size());
+        *count = static_cast<int32>(field->items.size());
     return B_OK;
 }
 
@@ -136,8 +136,8 @@ CodeText TextOfCode(uint32 code)
 {
     CodeText result {};
     for (int i = 0; i < 4; ++i) {
-        const int character = int((code >> (24 - 8 * i)) & 0xff);
-        result.text[i] = isprint(character) ? char(character) : '.';
+        const int character = static_cast<int>((code >> (24 - 8 * i)) & 0xff);
+        result.text[i] = isprint(character) ? static_cast<char>(character) : '.';
     }
     return result;
 }
@@ -147,7 +147,7 @@ constexpr int kDeepestPrinted = 16; // messages inside messages, which may be an
 void Print(uint32 what, const std::vector<MessageField>& fields, int depth)
 {
     printf("%*sBMessage: what = '%s' (0x%" PRIx32 ", or %" PRId32 ")\n", 4 * depth, "",
-        TextOfCode(what).text, what, int32(what));
+        TextOfCode(what).text, what, static_cast<int32>(what));
     for (const MessageField& field : fields) {
         printf("%*s#entry %s, type = '%s', count = %zu\n", 4 * depth, "", field.name.c_str(),
             TextOfCode(field.type).text, field.items.size());
@@ -171,7 +171,7 @@ void BMessage::PrintToStream() const
 
 ssize_t BMessage::FlattenedSize() const
 {
-    return ssize_t(FlatSize(fBody->Fields()));
+    return static_cast<ssize_t>(FlatSize(fBody->Fields()));
 }
 
 status_t BMessage::Flatten(char* buffer, ssize_t numBytes) const
@@ -186,7 +186,7 @@ status_t BMessage::Unflatten(const char* flatBuffer, ssize_t numBytes)
 {
     std::vector<MessageField> fields;
     const status_t status = flatBuffer && numBytes >= 0
-        ? ReadFlat({ flatBuffer, size_t(numBytes) }, what, fields)
+        ? ReadFlat({ flatBuffer, static_cast<size_t>(numBytes) }, what, fields)
         : B_BAD_VALUE;
     // Empty after an error: half of a message would look like a whole one.
     fBody->SetFields(std::move(fields));
@@ -207,7 +207,7 @@ BMessenger BMessage::ReturnAddress() const
 
 bool BMessage::IsSourceWaiting() const
 {
-    return fDelivery && fDelivery->reply == MessageDelivery::Reply::Owed;
+    return fDelivery && fDelivery->reply == MessageDelivery::Reply::kOwed;
 }
 
 bool BMessage::IsReply() const
@@ -226,7 +226,7 @@ status_t BMessage::SendReply(BMessage* reply, BHandler* replyTo, bigtime_t timeo
         return B_BAD_VALUE;
     if (!fDelivery || fDelivery->replyTo == BMessenger())
         return B_BAD_REPLY;
-    if (fDelivery->reply == MessageDelivery::Reply::Sent)
+    if (fDelivery->reply == MessageDelivery::Reply::kSent)
         return B_DUPLICATE_REPLY;
     SendOptions options;
     options.timeout = timeout;
@@ -235,7 +235,7 @@ status_t BMessage::SendReply(BMessage* reply, BHandler* replyTo, bigtime_t timeo
     if (status == B_OK)
         status = MessageAccess::Send(fDelivery->replyTo, *reply, options);
     if (status == B_OK && IsSourceWaiting())
-        fDelivery->reply = MessageDelivery::Reply::Sent;
+        fDelivery->reply = MessageDelivery::Reply::kSent;
     return status;
 }
 

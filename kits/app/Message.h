@@ -4,13 +4,13 @@
 // hold until the message is next changed or deleted. No locking: a message belongs to one thread.
 #pragma once
 
-#include <memory>
-
 #include "Messenger.h"
 #include "OS.h"
 #include "Point.h"
 #include "Rect.h"
 #include "TypeConstants.h"
+
+#include <memory>
 
 class BHandler;
 class MessageBody;

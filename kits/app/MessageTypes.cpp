@@ -1,10 +1,10 @@
 // The typed faces of BMessage's data: what a value of each type looks like as bytes.
+#include "Entry.h"
+#include "Message.h"
+
 #include <cstring>
 #include <new>
 #include <vector>
-
-#include "Entry.h"
-#include "Message.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ status_t FindValue(
     const status_t status = message.FindData(name, type, index, &data, &size);
     if (status != B_OK)
         return status;
-    if (!value || size != ssize_t(sizeof(Value)))
+    if (!value || size != static_cast<ssize_t>(sizeof(Value)))
         return B_BAD_VALUE;
     memcpy(static_cast<void*>(value), data, sizeof(Value));
     return B_OK;
@@ -74,7 +74,7 @@ status_t BMessage::AddString(const char* name, const char* text)
 {
     if (!text)
         return B_BAD_VALUE;
-    return AddData(name, B_STRING_TYPE, text, ssize_t(strlen(text)) + 1, false);
+    return AddData(name, B_STRING_TYPE, text, static_cast<ssize_t>(strlen(text)) + 1, false);
 }
 
 status_t BMessage::FindString(const char* name, const char** text) const
@@ -102,7 +102,7 @@ namespace {
 // Device and number of the directory (8 bytes each), its path and the leaf name, each with its NUL.
 std::string FlatRef(const entry_ref& ref)
 {
-    const int64 numbers[] = { int64(ref.device), int64(ref.directory) };
+    const int64 numbers[] = { static_cast<int64>(ref.device), static_cast<int64>(ref.directory) };
     std::string bytes(reinterpret_cast<const char*>(numbers), sizeof(numbers));
     bytes.append(ref.directoryPath.c_str(), ref.directoryPath.size() + 1);
     bytes.append(ref.name ? ref.name : "");
@@ -124,7 +124,8 @@ status_t ReadRef(const void* data, size_t size, entry_ref& ref)
     if (pathEnd == texts.npos || texts.find('\0', pathEnd + 1) != texts.size() - 1)
         return B_BAD_VALUE;
     const char* name = texts.data() + pathEnd + 1;
-    ref = entry_ref(dev_t(numbers[0]), ino_t(numbers[1]), *name ? name : nullptr);
+    ref = entry_ref(
+        static_cast<dev_t>(numbers[0]), static_cast<ino_t>(numbers[1]), *name ? name : nullptr);
     ref.directoryPath = texts.substr(0, pathEnd);
     return B_OK;
 }
@@ -136,7 +137,7 @@ status_t BMessage::AddRef(const char* name, const entry_ref* ref)
     if (!ref)
         return B_BAD_VALUE;
     const std::string bytes = FlatRef(*ref);
-    return AddData(name, B_REF_TYPE, bytes.data(), ssize_t(bytes.size()), false);
+    return AddData(name, B_REF_TYPE, bytes.data(), static_cast<ssize_t>(bytes.size()), false);
 }
 
 status_t BMessage::FindRef(const char* name, entry_ref* ref) const
@@ -150,7 +151,7 @@ status_t BMessage::FindRef(const char* name, int32 index, entry_ref* ref) const
     ssize_t size = 0;
     if (const status_t status = FindData(name, B_REF_TYPE, index, &data, &size); status != B_OK)
         return status;
-    return ref ? ReadRef(data, size_t(size), *ref) : B_BAD_VALUE;
+    return ref ? ReadRef(data, static_cast<size_t>(size), *ref) : B_BAD_VALUE;
 }
 
 bool BMessage::HasRef(const char* name, int32 index) const
@@ -167,9 +168,9 @@ status_t WithFlat(const BMessage* message, Put put)
     if (!message)
         return B_BAD_VALUE;
     try {
-        std::vector<char> bytes(size_t(message->FlattenedSize()));
-        message->Flatten(bytes.data(), ssize_t(bytes.size()));
-        return put(bytes.data(), ssize_t(bytes.size()));
+        std::vector<char> bytes(static_cast<size_t>(message->FlattenedSize()));
+        message->Flatten(bytes.data(), static_cast<ssize_t>(bytes.size()));
+        return put(bytes.data(), static_cast<ssize_t>(bytes.size()));
     } catch (const std::bad_alloc&) {
         return B_NO_MEMORY;
     }

@@ -1,8 +1,5 @@
 #include "Messenger.h"
 
-#include <strings.h>
-#include <unistd.h>
-
 #include "AppRegistry.h"
 #include "FileManager.h"
 #include "Handler.h"
@@ -13,6 +10,9 @@
 #include "MessageDelivery.h"
 #include "MessagePort.h"
 #include "Roster.h"
+
+#include <strings.h>
+#include <unistd.h>
 
 namespace {
 
@@ -173,7 +173,7 @@ status_t BMessenger::LockTargetWithTimeout(bigtime_t timeout) const
     if (!record.looper)
         return B_BAD_PORT_ID;
     if (const status_t status = record.lock->Lock(timeout); status != B_OK)
-        return status == B_BAD_VALUE ? status_t(B_BAD_PORT_ID) : status;
+        return status == B_BAD_VALUE ? static_cast<status_t>(B_BAD_PORT_ID) : status;
     // Looked up under the lock: the handler may have gone or changed its looper while this waited.
     if (fToken == 0 || registry.HandlerIn(fToken, record.looper))
         return B_OK;

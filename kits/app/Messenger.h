@@ -8,7 +8,7 @@ class BHandler;
 class BLooper;
 class BMessage;
 
-typedef int32 port_id; // of the queue that a looper takes its messages from
+using port_id = int32; // of the queue that a looper takes its messages from
 
 class BMessenger {
 public:

@@ -1,8 +1,8 @@
 #include "Roster.h"
 
-#include <strings.h>
-
 #include "ApplicationState.h"
+
+#include <strings.h>
 
 namespace {
 

@@ -1,11 +1,10 @@
 // The types that a program opens, as a message: the storage kit knows none.
 #include "AppFileInfo.h"
-
-#include <vector>
-
 #include "File.h"
 #include "FileType.h"
 #include "Message.h"
+
+#include <vector>
 
 namespace {
 
@@ -21,14 +20,15 @@ status_t BAppFileInfo::GetSupportedTypes(BMessage* types) const
         return B_NO_INIT;
     std::vector<char> flat;
     ssize_t size = 0;
-    while (size == ssize_t(flat.size())) { // or another program has made it longer in between
+    while (size
+        == static_cast<ssize_t>(flat.size())) { // or another program has made it longer in between
         attr_info info;
         if (const status_t error = Node()->GetAttrInfo(kTypesAttribute, &info); error != B_OK)
             return error;
-        flat.resize(size_t(info.size) + 1);
+        flat.resize(static_cast<size_t>(info.size) + 1);
         size = Node()->ReadAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
         if (size < 0)
-            return status_t(size);
+            return static_cast<status_t>(size);
     }
     BMessage read;
     if (read.Unflatten(flat.data(), size) != B_OK)
@@ -43,10 +43,11 @@ status_t BAppFileInfo::SetSupportedTypes(const BMessage* types)
         return B_NO_INIT;
     if (!types)
         return RemoveIfThere(*Node(), kTypesAttribute);
-    std::vector<char> flat(size_t(types->FlattenedSize()));
-    if (const status_t error = types->Flatten(flat.data(), ssize_t(flat.size())); error != B_OK)
+    std::vector<char> flat(static_cast<size_t>(types->FlattenedSize()));
+    if (const status_t error = types->Flatten(flat.data(), static_cast<ssize_t>(flat.size()));
+        error != B_OK)
         return error;
     const ssize_t written =
         Node()->WriteAttr(kTypesAttribute, B_MESSAGE_TYPE, 0, flat.data(), flat.size());
-    return written < 0 ? status_t(written) : B_OK;
+    return written < 0 ? static_cast<status_t>(written) : B_OK;
 }

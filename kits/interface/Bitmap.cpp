@@ -110,7 +110,7 @@ BBitmap::BBitmap(const BMessage* archive) : fSpace(B_NO_COLOR_SPACE)
     int32 space = 0;
     const void* data = nullptr;
     ssize_t length = 0;
-    if (archive == nullptr || archive->FindRect("_frame", &bounds) != B_OK
+    if (!archive || archive->FindRect("_frame", &bounds) != B_OK
         || archive->FindInt32("_cspace", &space) != B_OK
         || archive->FindData("_data", B_RAW_TYPE, &data, &length) != B_OK)
         return;
@@ -125,7 +125,7 @@ BBitmap::BBitmap(const BMessage* archive) : fSpace(B_NO_COLOR_SPACE)
 
 status_t BBitmap::Archive(BMessage* archive) const
 {
-    if (archive == nullptr || !IsValid())
+    if (!archive || !IsValid())
         return B_BAD_VALUE;
     status_t status = archive->AddString("class", "BBitmap");
     if (status == B_OK)
@@ -152,7 +152,7 @@ void BBitmap::Allocate(BRect bounds)
     if (bytes > INT32_MAX)
         return;
     fBits.reset(new (std::nothrow) uint8[bytes]());
-    if (fBits == nullptr)
+    if (!fBits)
         return;
     fBounds = BRect(0, 0, width - 1, rows - 1);
     fBytesPerRow = static_cast<int32>(RowBytes(width, fSpace));
@@ -161,7 +161,7 @@ void BBitmap::Allocate(BRect bounds)
 
 void BBitmap::SetBits(const void* data, int32 length, int32 offset, color_space space)
 {
-    if (!IsValid() || data == nullptr || length <= 0 || offset < 0)
+    if (!IsValid() || !data || length <= 0 || offset < 0)
         return;
     if (space != fSpace)
         Convert(static_cast<const uint8*>(data), length, offset, space);

@@ -2,9 +2,10 @@
 
 #include "drawing/XcbReply.h"
 
-#include <memory>
 #include <xcb/randr.h>
 #include <xcb/xcb.h>
+
+#include <memory>
 
 namespace {
 
@@ -21,7 +22,8 @@ std::vector<std::string> ExtensionsOf(xcb_connection_t* connection)
         return names;
     auto name = xcb_list_extensions_names_iterator(reply.get());
     for (; name.rem > 0; xcb_str_next(&name))
-        names.emplace_back(xcb_str_name(name.data), size_t(xcb_str_name_length(name.data)));
+        names.emplace_back(
+            xcb_str_name(name.data), static_cast<size_t>(xcb_str_name_length(name.data)));
     return names;
 }
 
@@ -48,7 +50,8 @@ std::vector<std::string> OutputsOf(xcb_connection_t* connection)
             continue;
         const auto* name =
             reinterpret_cast<const char*>(xcb_randr_get_output_info_name(info.get()));
-        names.emplace_back(name, size_t(xcb_randr_get_output_info_name_length(info.get())));
+        names.emplace_back(
+            name, static_cast<size_t>(xcb_randr_get_output_info_name_length(info.get())));
     }
     return names;
 }
@@ -62,7 +65,8 @@ std::optional<DisplayDetails> ReadDisplayDetails()
         return std::nullopt;
     const xcb_setup_t* setup = xcb_get_setup(connection.get());
     DisplayDetails details;
-    details.vendor.assign(xcb_setup_vendor(setup), size_t(xcb_setup_vendor_length(setup)));
+    details.vendor.assign(
+        xcb_setup_vendor(setup), static_cast<size_t>(xcb_setup_vendor_length(setup)));
     details.extensions = ExtensionsOf(connection.get());
     details.outputs = OutputsOf(connection.get());
     return details;

@@ -44,8 +44,8 @@ struct SystemFonts {
 
     static const SystemFonts& Get()
     {
-        static const SystemFonts* const fonts = new SystemFonts; // outlives every static object
-        return *fonts;
+        static const SystemFonts* const sFonts = new SystemFonts; // outlives every static object
+        return *sFonts;
     }
 };
 
@@ -55,7 +55,7 @@ const BFont* be_fixed_font = &SystemFonts::Get().fixed;
 
 BFont::BFont() : BFont(SystemFonts::Get().plain) { }
 
-BFont::BFont(const BFont* font) : BFont(font != nullptr ? *font : SystemFonts::Get().plain) { }
+BFont::BFont(const BFont* font) : BFont(font ? *font : SystemFonts::Get().plain) { }
 
 BFont::BFont(const char* family, const char* style, uint16 face, float size)
     : fFamily(family), fStyle(style), fFace(face), fSize(size)
@@ -64,11 +64,11 @@ BFont::BFont(const char* family, const char* style, uint16 face, float size)
 
 status_t BFont::SetFamilyAndStyle(const char* family, const char* style)
 {
-    if ((family != nullptr && !IsName(family)) || (style != nullptr && !IsName(style)))
+    if ((family && !IsName(family)) || (style && !IsName(style)))
         return B_BAD_VALUE;
-    if (family != nullptr)
+    if (family)
         fFamily = family;
-    if (style != nullptr) {
+    if (style) {
         fStyle = style;
         fFace = FaceOf(fStyle);
     }
@@ -77,9 +77,9 @@ status_t BFont::SetFamilyAndStyle(const char* family, const char* style)
 
 void BFont::GetFamilyAndStyle(font_family* family, font_style* style) const
 {
-    if (family != nullptr)
+    if (family)
         snprintf(*family, sizeof(*family), "%s", fFamily.c_str());
-    if (style != nullptr)
+    if (style)
         snprintf(*style, sizeof(*style), "%s", fStyle.c_str());
 }
 
@@ -96,27 +96,25 @@ void BFont::SetSize(float size)
 
 float BFont::StringWidth(const char* string) const
 {
-    return string == nullptr ? 0 : StringWidth(string, static_cast<int32>(strlen(string)));
+    return !string ? 0 : StringWidth(string, static_cast<int32>(strlen(string)));
 }
 
 float BFont::StringWidth(const char* string, int32 length) const
 {
-    if (string == nullptr || length <= 0)
+    if (!string || length <= 0)
         return 0;
     // Measured in the pixels that are drawn: letters move the pen by whole ones, so that at another
     // scale a line is not just larger.
     const float scale = FontFace::DisplayScale();
     FontFace* face = FontFace::Of(*this, scale);
-    return face == nullptr
-        ? 0
-        : face->Width(string, static_cast<int32>(strnlen(string, length))) / scale;
+    return !face ? 0 : face->Width(string, static_cast<int32>(strnlen(string, length))) / scale;
 }
 
 void BFont::GetHeight(font_height* height) const
 {
     const float scale = FontFace::DisplayScale();
     const FontFace* face = FontFace::Of(*this, scale);
-    if (face == nullptr) {
+    if (!face) {
         // Without a display: about what most typefaces have, so that a layout does not collapse.
         *height = { 0.8f * fSize, 0.2f * fSize, 0 };
         return;

@@ -9,8 +9,8 @@
 constexpr int32 B_FONT_FAMILY_LENGTH = 63;
 constexpr int32 B_FONT_STYLE_LENGTH = 63;
 
-typedef char font_family[B_FONT_FAMILY_LENGTH + 1];
-typedef char font_style[B_FONT_STYLE_LENGTH + 1];
+using font_family = char[B_FONT_FAMILY_LENGTH + 1];
+using font_style = char[B_FONT_STYLE_LENGTH + 1];
 
 // Faces; they may be added up.
 enum {

@@ -13,7 +13,7 @@ void BListItem::Update(BView* owner, const BFont* font)
     fHeight = std::ceil(height.ascent + height.descent + height.leading);
 }
 
-BStringItem::BStringItem(const char* text) : fText(text != nullptr ? text : "") { }
+BStringItem::BStringItem(const char* text) : fText(text ? text : "") { }
 
 void BStringItem::Update(BView* owner, const BFont* font)
 {

@@ -16,7 +16,7 @@ constexpr uint32 kMsgAdjustBars = '_ABL';
 // Cut to its range, a bar scrolls its target; where nothing changes nothing is asked of it.
 void AdjustBar(BScrollBar* bar, float visible, float content, float smallStep)
 {
-    if (bar == nullptr)
+    if (!bar)
         return;
     const float max = std::max(content - visible, 0.0f);
     float oldMin, oldMax, oldSmall, oldLarge;
@@ -49,7 +49,7 @@ bool BListView::AddItem(BListItem* item)
 
 bool BListView::AddItem(BListItem* item, int32 atIndex)
 {
-    if (item == nullptr || atIndex < 0 || atIndex > CountItems())
+    if (!item || atIndex < 0 || atIndex > CountItems())
         return false;
     fItems.insert(fItems.begin() + atIndex, item);
     // The keys go on from the row where they were, whatever its number is now.
@@ -58,7 +58,7 @@ bool BListView::AddItem(BListItem* item, int32 atIndex)
     if (fCursor >= atIndex)
         fCursor++;
     // Outside a window AttachedToWindow() will do it, for all rows with the font they then have.
-    if (Window() != nullptr)
+    if (Window())
         Measure(item);
     PlaceFrom(atIndex);
     RowsChanged();
@@ -74,7 +74,7 @@ bool BListView::RemoveItem(BListItem* item)
 BListItem* BListView::RemoveItem(int32 index)
 {
     BListItem* item = ItemAt(index);
-    if (item == nullptr)
+    if (!item)
         return nullptr;
     // While the row still has its place.
     InvalidateFrom(index);
@@ -125,7 +125,7 @@ int32 BListView::IndexOf(BPoint point) const
 BRect BListView::ItemFrame(int32 index)
 {
     const BListItem* item = ItemAt(index);
-    if (item == nullptr)
+    if (!item)
         return BRect();
     const BRect bounds = Bounds();
     // To the edge of what is in sight, so that a selected row is grey all the way.
@@ -146,7 +146,7 @@ void BListView::InvalidateFrom(int32 index)
 {
     const BListItem* item = ItemAt(index);
     const BRect bounds = Bounds();
-    if (item != nullptr && item->fTop <= bounds.bottom)
+    if (item && item->fTop <= bounds.bottom)
         Invalidate(
             BRect(bounds.left, std::max(item->fTop, bounds.top), bounds.right, bounds.bottom));
 }
@@ -188,7 +188,7 @@ float BListView::ContentHeight() const
 float BListView::ContentWidth() const
 {
     float width = 0;
-    if (ScrollBar(B_HORIZONTAL) != nullptr) {
+    if (ScrollBar(B_HORIZONTAL)) {
         for (const BListItem* item : fItems)
             width = std::max(width, item->fWidth + 1);
     }
@@ -198,7 +198,7 @@ float BListView::ContentWidth() const
 // Adjusting the bars costs trips to the display server, too many for each of thousands of rows.
 void BListView::RowsChanged()
 {
-    if (fBarsAreOld || Window() == nullptr)
+    if (fBarsAreOld || !Window())
         return;
     fBarsAreOld = Window()->PostMessage(kMsgAdjustBars, this) == B_OK;
     if (!fBarsAreOld)
@@ -256,7 +256,7 @@ void BListView::DrawItem(BListItem* item, BRect frame, bool complete)
 void BListView::SetFont(const BFont* font, uint32 mask)
 {
     BView::SetFont(font, mask);
-    if (Window() != nullptr)
+    if (Window())
         UpdateItems();
 }
 
@@ -299,7 +299,7 @@ bool BListView::DeselectAllBut(int32 from, int32 to)
 
 void BListView::Select(int32 index, bool extend)
 {
-    if (ItemAt(index) == nullptr)
+    if (!ItemAt(index))
         return;
     bool changed = false;
     if (!extend || fType == B_SINGLE_SELECTION_LIST)
@@ -312,7 +312,7 @@ void BListView::Select(int32 index, bool extend)
 
 void BListView::Select(int32 from, int32 to, bool extend)
 {
-    if (fType != B_MULTIPLE_SELECTION_LIST || ItemAt(from) == nullptr || ItemAt(to) == nullptr)
+    if (fType != B_MULTIPLE_SELECTION_LIST || !ItemAt(from) || !ItemAt(to))
         return;
     const auto [first, last] = std::minmax(from, to);
     bool changed = !extend && DeselectAllBut(first, last);
@@ -326,7 +326,7 @@ void BListView::Select(int32 from, int32 to, bool extend)
 
 void BListView::Deselect(int32 index)
 {
-    if (ItemAt(index) != nullptr && SetSelected(index, false))
+    if (ItemAt(index) && SetSelected(index, false))
         TellSelection();
 }
 
@@ -340,7 +340,7 @@ void BListView::DeselectAll()
 bool BListView::IsItemSelected(int32 index) const
 {
     const BListItem* item = ItemAt(index);
-    return item != nullptr && item->IsSelected();
+    return item && item->IsSelected();
 }
 
 int32 BListView::CurrentSelection(int32 index) const
@@ -355,14 +355,14 @@ int32 BListView::CurrentSelection(int32 index) const
 void BListView::TellSelection()
 {
     SelectionChanged();
-    if (fSelectionMessage != nullptr)
+    if (fSelectionMessage)
         Invoke(fSelectionMessage.get());
 }
 
 status_t BListView::Invoke(BMessage* message)
 {
-    const BMessage* model = message != nullptr ? message : Message();
-    if (model == nullptr)
+    const BMessage* model = message ? message : Message();
+    if (!model)
         return B_BAD_VALUE;
     BMessage copy(*model);
     copy.AddInt64("when", system_time());
@@ -431,7 +431,7 @@ void BListView::Click(int32 index, int32 clicks, uint32 modifiers)
 // From the anchor, which stays.
 void BListView::SelectToCursor(int32 index)
 {
-    const int32 anchor = ItemAt(fAnchor) != nullptr ? fAnchor : index;
+    const int32 anchor = ItemAt(fAnchor) ? fAnchor : index;
     Select(anchor, index);
 }
 
@@ -461,9 +461,9 @@ void BListView::KeyDown(const char* bytes, int32 numBytes)
 // To the first row from index on, in steps of 1 or -1, that can be selected.
 void BListView::MoveCursor(int32 index, int32 step)
 {
-    while (ItemAt(index) != nullptr && !fItems[index]->IsEnabled())
+    while (ItemAt(index) && !fItems[index]->IsEnabled())
         index += step;
-    if (ItemAt(index) == nullptr)
+    if (!ItemAt(index))
         return;
     int32 modifiers = 0;
     if (const BMessage* event = Window()->CurrentMessage())

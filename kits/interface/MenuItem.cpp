@@ -11,8 +11,8 @@ namespace {
 
 int32 NextItemId()
 {
-    static std::atomic<int32> last = 0;
-    return ++last;
+    static std::atomic<int32> sLast = 0;
+    return ++sLast;
 }
 
 } // namespace

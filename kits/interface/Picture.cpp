@@ -6,8 +6,6 @@
 #include "server/DisplayServer.h"
 #include "WholeFile.h"
 
-#include <algorithm>
-#include <cmath>
 #include <QBuffer>
 #include <QFontMetricsF>
 #include <QImage>
@@ -16,6 +14,9 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgGenerator>
+
+#include <algorithm>
+#include <cmath>
 #include <strings.h>
 
 namespace {
@@ -112,7 +113,8 @@ void Replay::operator()(const DrawnString& string)
         font.setFamily("sans-serif"); // the desktop's own is not that of whoever looks at it
     const double natural = QFontMetricsF(font, fPainter.device()).horizontalAdvance(text);
     if (natural > 0)
-        font.setLetterSpacing(QFont::PercentageSpacing, 100 * double(string.width) / natural);
+        font.setLetterSpacing(
+            QFont::PercentageSpacing, 100 * static_cast<double>(string.width) / natural);
     fPainter.setFont(font);
     fPainter.setPen(ToQColor(string.color));
     fPainter.drawText(QPointF(string.pen.x, string.pen.y + 1), text); // stands on the pixel row
@@ -123,7 +125,9 @@ void Replay::operator()(const DrawnBitmap& bitmap)
     QImage image(bitmap.width, bitmap.height, QImage::Format_ARGB32);
     for (int32 y = 0; y < bitmap.height; y++) {
         for (int32 x = 0; x < bitmap.width; x++) {
-            const rgb_color color = bitmap.pixels[size_t(y) * size_t(bitmap.width) + size_t(x)];
+            const rgb_color color =
+                bitmap.pixels[static_cast<size_t>(y) * static_cast<size_t>(bitmap.width)
+                    + static_cast<size_t>(x)];
             image.setPixelColor(x, y, QColor(color.red, color.green, color.blue, color.alpha));
         }
     }
@@ -136,7 +140,7 @@ bool Paint(QPaintDevice& device, const BPicture& picture, BRect area, double sca
 {
     QPainter painter(&device);
     painter.scale(scale, scale);
-    painter.translate(double(-area.left), double(-area.top));
+    painter.translate(static_cast<double>(-area.left), static_cast<double>(-area.top));
     painter.fillRect(AreaOf(area.LeftTop(), area.RightBottom()), Qt::white);
     Replay replay(painter);
     for (const PictureRecord::Step& step : picture.Record().Steps())
@@ -178,7 +182,7 @@ bool PaintPdf(QBuffer& file, const BPicture& picture, BRect area, const QString&
     pdf.setResolution(kResolution);
     pdf.setPageSize(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch));
     pdf.setPageMargins(QMarginsF());
-    return Paint(pdf, picture, area, double(kResolution) / kUnitsPerInch);
+    return Paint(pdf, picture, area, static_cast<double>(kResolution) / kUnitsPerInch);
 }
 
 bool PaintInto(QBuffer& file, Format format, const BPicture& picture, BRect area, const char* title)
@@ -213,7 +217,7 @@ std::string WritePicture(const char* path, const BPicture& picture, BRect area, 
         return reason;
     WholeFile file(path);
     FILE* stream = file.Stream();
-    if (stream == nullptr)
+    if (!stream)
         return file.Error();
     QBuffer buffer;
     const bool isPainted =

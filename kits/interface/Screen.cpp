@@ -3,10 +3,11 @@
 #include "drawing/FontFace.h"
 #include "drawing/XcbReply.h"
 
-#include <climits>
-#include <cmath>
 #include <xcb/randr.h>
 #include <xcb/xcb.h>
+
+#include <climits>
+#include <cmath>
 
 namespace {
 
@@ -34,7 +35,7 @@ BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
 {
     const xcb_query_extension_reply_t* extension =
         xcb_get_extension_data(connection, &xcb_randr_id);
-    if (extension == nullptr || !extension->present)
+    if (!extension || !extension->present)
         return BRect();
     // 1.3 is the first that knows a primary monitor. A server answers by the version it was told
     // of, so this comes before the other requests, though its answer is of no use.
@@ -42,15 +43,15 @@ BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
         connection, xcb_randr_query_version(connection, 1, 3), nullptr));
     const auto primary = MakeReply(xcb_randr_get_output_primary_reply(
         connection, xcb_randr_get_output_primary(connection, root), nullptr));
-    if (primary == nullptr || primary->output == 0)
+    if (!primary || primary->output == 0)
         return BRect();
     const auto output = MakeReply(xcb_randr_get_output_info_reply(
         connection, xcb_randr_get_output_info(connection, primary->output, 0), nullptr));
-    if (output == nullptr || output->crtc == 0)
+    if (!output || output->crtc == 0)
         return BRect();
     const auto place = MakeReply(xcb_randr_get_crtc_info_reply(
         connection, xcb_randr_get_crtc_info(connection, output->crtc, 0), nullptr));
-    if (place == nullptr)
+    if (!place)
         return BRect();
     return BRect(place->x, place->y, place->x + place->width - 1, place->y + place->height - 1);
 }
@@ -166,8 +167,8 @@ color_map* MakeColors()
 
 const color_map* system_colors()
 {
-    static const color_map* const map = MakeColors(); // outlives every static object
-    return map;
+    static const color_map* const sMap = MakeColors(); // outlives every static object
+    return sMap;
 }
 
 uint8 IndexOfColor(rgb_color color)

@@ -5,9 +5,10 @@
 #include "server/ViewPeer.h"
 #include "server/ViewWidget.h"
 
+#include <QScrollBar>
+
 #include <algorithm>
 #include <cmath>
-#include <QScrollBar>
 
 namespace {
 

@@ -8,9 +8,10 @@
 #include "server/ViewPeer.h"
 #include "TextView.h"
 
+#include <QLabel>
+
 #include <algorithm>
 #include <cmath>
-#include <QLabel>
 
 namespace {
 

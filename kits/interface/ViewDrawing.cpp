@@ -30,15 +30,15 @@ void Note(DrawnText& text, const BFont& font, const char* string, BPoint point)
     text.Add(string, BRect(point.x, point.y - height.ascent, right, point.y + height.descent));
 }
 
-typedef DrawnShape::Form Form;
-typedef DrawnShape::Ink Ink;
+using Form = DrawnShape::Form;
+using Ink = DrawnShape::Ink;
 
 // A view without a context: it may be drawing into a picture. Cold and apart: within the drawing
 // calls its code would only be in the usual case's way.
 [[gnu::cold, gnu::noinline]] void Record(
     const DrawState& state, Form form, Ink ink, std::array<BPoint, 3> points, pattern p)
 {
-    if (state.record != nullptr)
+    if (state.record)
         state.record->AddShape(state, { form, ink, points }, p);
 }
 
@@ -49,9 +49,9 @@ DrawContext* BView::Context()
 {
     CheckLocked();
     DrawContext* context = fDraw->context.get();
-    if (context == nullptr) [[unlikely]]
+    if (!context) [[unlikely]]
         context = OpenContext();
-    if (context != nullptr) [[likely]]
+    if (context) [[likely]]
         context->SetBounds(Bounds());
     return context;
 }
@@ -64,12 +64,12 @@ DrawContext* BView::OpenContext()
     if (surface.window == 0)
         return nullptr;
     auto& connection = fWindow->fConnection;
-    if (connection == nullptr)
+    if (!connection)
         connection = DrawConnection::Open();
-    if (connection == nullptr)
+    if (!connection)
         return nullptr;
     const PixelFormat* format = connection->FormatOf(surface.window);
-    if (format == nullptr)
+    if (!format)
         return nullptr;
     connection->WaitUntilViewable(surface.window, fWindow->IsHidden() ? kHiddenLimit : kShownLimit);
     auto& context = fDraw->context;
@@ -92,16 +92,16 @@ void BView::DetachDrawing()
 void BView::BeginUpdate(BRect rect)
 {
     fDraw->updateRect = rect;
-    if (fDraw->context != nullptr && rect.IsValid())
+    if (fDraw->context && rect.IsValid())
         Context()->BeginUpdate(*fDraw, rect);
 }
 
 void BView::EndUpdate()
 {
-    if (fDraw->context != nullptr && fDraw->updateRect.IsValid())
+    if (fDraw->context && fDraw->updateRect.IsValid())
         fDraw->context->EndUpdate();
     fDraw->updateRect = BRect();
-    if (fDraw->context == nullptr || !IsRead())
+    if (!fDraw->context || !IsRead())
         return;
     // All of it once more, with nothing to draw on.
     constexpr float kFar = 1e6;
@@ -234,17 +234,17 @@ void BView::InvertRect(BRect rect)
 void BView::DrawString(const char* string, BPoint point, escapement_delta* delta)
 {
     DrawContext* context = Context();
-    if (string == nullptr)
+    if (!string)
         return;
-    if (context == nullptr) [[unlikely]] {
+    if (!context) [[unlikely]] {
         if (DrawnText* text = DrawnText::Noting())
             Note(*text, fDraw->font, string, point);
-        else if (fDraw->record != nullptr)
+        else if (fDraw->record)
             fDraw->record->AddString(*fDraw, string, point);
         return;
     }
     const char* end = string + strlen(string);
-    if (delta == nullptr) {
+    if (!delta) {
         context->DrawString(*fDraw, point, string, end - string);
         return;
     }
@@ -265,7 +265,7 @@ float BView::StringWidth(const char* string) const
 
 void BView::SetFont(const BFont* font, uint32 mask)
 {
-    if (font == nullptr)
+    if (!font)
         return;
     BFont& own = fDraw->font;
     font_family family;
@@ -278,7 +278,7 @@ void BView::SetFont(const BFont* font, uint32 mask)
     // After family and style, which set a face as well.
     if ((mask & B_FONT_FACE) != 0)
         own.SetFace(font->Face());
-    if (fDraw->context != nullptr)
+    if (fDraw->context)
         fDraw->context->FontChanged();
     FontChanged();
 }
@@ -297,38 +297,38 @@ void BView::SetFontSize(float size)
 
 void BView::DrawBitmap(const BBitmap* bitmap, BRect destination)
 {
-    if (bitmap != nullptr)
+    if (bitmap)
         DrawBitmap(bitmap, bitmap->Bounds(), destination);
 }
 
 void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination)
 {
-    if (bitmap == nullptr)
+    if (!bitmap)
         return;
     if (DrawContext* context = Context())
         context->DrawBitmap(*fDraw, *bitmap, source, destination);
-    else if (fDraw->record != nullptr)
+    else if (fDraw->record)
         fDraw->record->AddBitmap(*fDraw, *bitmap, source, destination);
 }
 
 void BView::Flush() const
 {
     CheckLocked();
-    if (fWindow != nullptr)
+    if (fWindow)
         fWindow->FlushDrawing();
 }
 
 void BView::Sync() const
 {
     CheckLocked();
-    if (fWindow != nullptr)
+    if (fWindow)
         fWindow->SyncDrawing();
 }
 
 std::optional<bool> BView::ShowsOnly(rgb_color color)
 {
     CheckLocked();
-    if (fDraw->context == nullptr)
+    if (!fDraw->context)
         return {};
     fDraw->context->SetBounds(Bounds());
     return fDraw->context->ShowsOnly(color);

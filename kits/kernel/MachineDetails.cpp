@@ -88,10 +88,10 @@ void FindKinds(const SystemTree& tree, std::vector<ProcessorDetails>& processors
         };
         const auto capacity = tree.Count(FolderOf(processor.number) + "cpu_capacity");
         if (isIn(slow) || (!isIn(fast) && capacity && *capacity < highest * 3 / 4))
-            processor.kind = CoreKind::Efficiency;
+            processor.kind = CoreKind::kEfficiency;
         else if (isIn(fast) || capacity)
-            processor.kind = CoreKind::Performance;
-        hasSlowOnes = hasSlowOnes || processor.kind == CoreKind::Efficiency;
+            processor.kind = CoreKind::kPerformance;
+        hasSlowOnes = hasSlowOnes || processor.kind == CoreKind::kEfficiency;
     }
     for (ProcessorDetails& processor : processors) {
         if (!hasSlowOnes)

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-enum class CoreKind { Performance, Efficiency };
+enum class CoreKind { kPerformance, kEfficiency };
 
 // A processor of the run. The system forgets most of it while the processor is off.
 struct ProcessorDetails {

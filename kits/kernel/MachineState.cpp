@@ -11,7 +11,7 @@ namespace {
 using kernel::SystemTree;
 using kernel::WholeNumber;
 
-typedef std::vector<std::string> Names;
+using Names = std::vector<std::string>;
 
 bool IsOneOf(const std::optional<std::string>& text, std::initializer_list<std::string_view> texts)
 {
@@ -203,7 +203,7 @@ bigtime_t TimeAsleep()
     return std::max<bigtime_t>(0, smallest);
 }
 
-typedef std::optional<uint64> Count;
+using Count = std::optional<uint64>;
 
 Count Grown(const Count& before, const Count& after)
 {

@@ -23,9 +23,9 @@ class Processors;
 // fetches its value. Ids are never used twice in a run. A thread that the kit did not create (the
 // main one) gets an id and the rest when it first calls find_thread(NULL).
 
-typedef int32 thread_id;
-typedef int32 team_id;
-typedef int32 (*thread_func)(void* data);
+using thread_id = int32;
+using team_id = int32;
+using thread_func = int32 (*)(void*);
 
 enum thread_state {
     B_THREAD_RUNNING = 1, // running or ready to run

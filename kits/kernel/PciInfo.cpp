@@ -47,7 +47,7 @@ struct Resource {
     uint64 size = 0;
 };
 
-typedef std::array<Resource, kRomIndex + 1> Resources;
+using Resources = std::array<Resource, kRomIndex + 1>;
 
 Resources ReadResources(const std::string& folder)
 {
@@ -161,6 +161,7 @@ struct PciPlace {
     uint8 device = 0;
     uint8 function = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): it takes the default for a zero
     auto operator<=>(const PciPlace&) const = default;
 };
 

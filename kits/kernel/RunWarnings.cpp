@@ -4,7 +4,7 @@
 #include <charconv>
 
 namespace {
-typedef std::vector<RunWarning> Warnings;
+using Warnings = std::vector<RunWarning>;
 
 // Above these a result is no longer that of an idle machine. The load counts threads that want to
 // run, the others are shares of time.

@@ -2,9 +2,9 @@
 // mail agent (a program "sendmail"); where there is none, the desktop's mailer opens with it.
 #pragma once
 
-#include <memory>
-
 #include "SupportDefs.h"
+
+#include <memory>
 
 struct MailParts;
 

@@ -35,8 +35,8 @@ void* LoadLibrary()
 // line on standard error: the library cannot be loaded; else as its function.
 status_t WriteMimeMessage(const MailParts& parts, int file)
 {
-    static void* const library = LoadLibrary(); // stays loaded
-    void* const symbol = library ? dlsym(library, "tarvex_write_mime_message") : nullptr;
+    static void* const sLibrary = LoadLibrary(); // stays loaded
+    void* const symbol = sLibrary ? dlsym(sLibrary, "tarvex_write_mime_message") : nullptr;
     if (!symbol) {
         const char* why = dlerror();
         fprintf(stderr, "Cannot load <libtarvex-mime.so>: %s\n", why ? why : "");

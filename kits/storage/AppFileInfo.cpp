@@ -1,13 +1,13 @@
 #include "AppFileInfo.h"
 
-#include <cstring>
-#include <sys/stat.h>
-
 #include "File.h"
 #include "FileType.h"
 #include "Locations.h"
 #include "ReleaseVersion.h"
 #include "SystemTree.h"
+
+#include <cstring>
+#include <sys/stat.h>
 
 namespace {
 
@@ -36,8 +36,9 @@ ssize_t ReadVersions(const BNode& node, version_info (&versions)[kVersionKinds])
         node.ReadAttr(kVersionAttribute, kVersionType, 0, versions, sizeof versions);
     if (size < 0)
         return size;
-    return size % ssize_t(sizeof(version_info)) == 0 ? size / ssize_t(sizeof(version_info))
-                                                     : ssize_t(B_BAD_TYPE);
+    return size % static_cast<ssize_t>(sizeof(version_info)) == 0
+        ? size / static_cast<ssize_t>(sizeof(version_info))
+        : static_cast<ssize_t>(B_BAD_TYPE);
 }
 
 } // namespace
@@ -57,18 +58,18 @@ status_t BAppFileInfo::GetSignature(char* signature) const
     if (!signature)
         return B_BAD_VALUE;
     return Node() ? ReadTypeAttribute(*Node(), kSignatureAttribute, signature)
-                  : status_t(B_NO_INIT);
+                  : static_cast<status_t>(B_NO_INIT);
 }
 
 status_t BAppFileInfo::SetSignature(const char* signature)
 {
     return Node() ? WriteTypeAttribute(*Node(), kSignatureAttribute, signature)
-                  : status_t(B_NO_INIT);
+                  : static_cast<status_t>(B_NO_INIT);
 }
 
 status_t BAppFileInfo::GetVersionInfo(version_info* info, version_kind kind) const
 {
-    if (!info || int(kind) < 0 || int(kind) >= kVersionKinds)
+    if (!info || static_cast<int>(kind) < 0 || static_cast<int>(kind) >= kVersionKinds)
         return B_BAD_VALUE;
     if (!Node())
         return B_NO_INIT;
@@ -79,7 +80,7 @@ status_t BAppFileInfo::GetVersionInfo(version_info* info, version_kind kind) con
         return B_OK;
     }
     if (count <= kind)
-        return count < 0 ? status_t(count) : B_ENTRY_NOT_FOUND;
+        return count < 0 ? static_cast<status_t>(count) : B_ENTRY_NOT_FOUND;
     if (!IsEnded(versions[kind]))
         return B_BAD_TYPE;
     *info = versions[kind];
@@ -88,7 +89,8 @@ status_t BAppFileInfo::GetVersionInfo(version_info* info, version_kind kind) con
 
 status_t BAppFileInfo::SetVersionInfo(const version_info* info, version_kind kind)
 {
-    if (int(kind) < 0 || int(kind) >= kVersionKinds || (info && !IsEnded(*info)))
+    if (static_cast<int>(kind) < 0 || static_cast<int>(kind) >= kVersionKinds
+        || (info && !IsEnded(*info)))
         return B_BAD_VALUE;
     if (!Node())
         return B_NO_INIT;
@@ -97,10 +99,10 @@ status_t BAppFileInfo::SetVersionInfo(const version_info* info, version_kind kin
     version_info versions[kVersionKinds] = {};
     const ssize_t before = ReadVersions(*Node(), versions);
     if (before < 0 && before != B_ENTRY_NOT_FOUND && before != B_BAD_TYPE)
-        return status_t(before); // the other kind would be lost
+        return static_cast<status_t>(before); // the other kind would be lost
     versions[kind] = *info;
-    const size_t count = size_t(before > kind ? before : kind + 1);
+    const size_t count = static_cast<size_t>(before > kind ? before : kind + 1);
     const ssize_t written = Node()->WriteAttr(
         kVersionAttribute, kVersionType, 0, versions, count * sizeof(version_info));
-    return written < 0 ? status_t(written) : B_OK;
+    return written < 0 ? static_cast<status_t>(written) : B_OK;
 }

@@ -1,11 +1,11 @@
 #include "Directory.h"
 
+#include "FileDescriptor.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
-
-#include "FileDescriptor.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ status_t MakeDirectory(const std::string& path, mode_t mode)
     // there is all that is wanted.
     if (stat(path.c_str(), &info) != 0)
         return error;
-    return S_ISDIR(info.st_mode) ? status_t(B_OK) : B_NOT_A_DIRECTORY;
+    return S_ISDIR(info.st_mode) ? static_cast<status_t>(B_OK) : B_NOT_A_DIRECTORY;
 }
 
 } // namespace
@@ -112,7 +112,7 @@ status_t BDirectory::GetNextRef(entry_ref* ref)
 status_t BDirectory::Rewind()
 {
     fStream.reset();
-    return InitCheck() == B_OK ? status_t(B_OK) : B_NO_INIT;
+    return InitCheck() == B_OK ? static_cast<status_t>(B_OK) : B_NO_INIT;
 }
 
 int32 BDirectory::CountEntries()

@@ -1,11 +1,11 @@
 // An open directory: its entries.
 #pragma once
 
-#include <dirent.h>
-#include <memory>
-
 #include "EntryList.h"
 #include "Node.h"
+
+#include <dirent.h>
+#include <memory>
 
 class BDirectory : public BNode, public BEntryList {
 public:

@@ -1,5 +1,11 @@
 #include "Entry.h"
 
+#include "FileDescriptor.h"
+#include "Locations.h"
+#include "NodeIdentity.h"
+#include "Path.h"
+#include "store/Store.h"
+
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
@@ -7,12 +13,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "FileDescriptor.h"
-#include "Locations.h"
-#include "NodeIdentity.h"
-#include "Path.h"
-#include "store/Store.h"
 
 entry_ref::entry_ref(dev_t directoryDevice, ino_t directoryNode, const char* leafName)
     : device(directoryDevice), directory(directoryNode)
@@ -112,7 +112,7 @@ time_t BEntry::BirthTime() const
 {
     NodeIdentity identity;
     const status_t error = IdentifyNode(fDirectory.Get(), fName, &identity);
-    return error == B_OK ? time_t(identity.birth / 1'000'000'000) : 0;
+    return error == B_OK ? static_cast<time_t>(identity.birth / 1'000'000'000) : 0;
 }
 
 status_t BEntry::SetTo(const char* path, bool traverse)
@@ -160,7 +160,7 @@ status_t BEntry::Open(int base, const std::string& path)
         if (parts.directory == ".") // it has been removed while it was open
             return B_ENTRY_NOT_FOUND;
     }
-    if (parts.leaf.size() >= size_t(B_FILE_NAME_LENGTH))
+    if (parts.leaf.size() >= static_cast<size_t>(B_FILE_NAME_LENGTH))
         return B_NAME_TOO_LONG;
     fName = parts.leaf.empty() ? "." : parts.leaf;
     fDirectory =

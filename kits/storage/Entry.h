@@ -1,11 +1,11 @@
 // Where a file is, without it being open: its directory and its name in there.
 #pragma once
 
-#include <string>
-
 #include "FileDescriptor.h"
 #include "Statable.h"
 #include "StorageDefs.h"
+
+#include <string>
 
 class BPath;
 

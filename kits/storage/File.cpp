@@ -1,12 +1,12 @@
 #include "File.h"
 
+#include "FileDescriptor.h"
+#include "Locations.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "FileDescriptor.h"
-#include "Locations.h"
 
 BFile::BFile(const char* path, uint32 openMode)
 {
@@ -40,7 +40,7 @@ void BFile::Unset()
 status_t BFile::Open(int base, const char* path, uint32 openMode)
 {
     // Not O_APPEND: with it the system writes at the end whatever position is asked for.
-    const int flags = int(openMode & ~uint32(B_OPEN_AT_END)) | O_CLOEXEC;
+    const int flags = static_cast<int>(openMode & ~static_cast<uint32>(B_OPEN_AT_END)) | O_CLOEXEC;
     fMode = openMode;
     fWriteStatus = B_OK;
     status_t error = Take(openat(base, path, flags, 0666));
@@ -91,9 +91,9 @@ ssize_t Transfer(size_t length, Step step)
             return StatusOfErrno();
         if (moved <= 0)
             break;
-        done += size_t(moved);
+        done += static_cast<size_t>(moved);
     }
-    return ssize_t(done);
+    return static_cast<ssize_t>(done);
 }
 
 } // namespace
@@ -129,6 +129,7 @@ off_t BFile::Seek(off_t offset, uint32 seekMode)
 {
     if (InitCheck() != B_OK)
         return B_NO_INIT;
-    const off_t position = seekMode <= SEEK_END ? lseek(Descriptor(), offset, int(seekMode)) : -1;
-    return position < 0 ? off_t(B_BAD_VALUE) : position;
+    const off_t position =
+        seekMode <= SEEK_END ? lseek(Descriptor(), offset, static_cast<int>(seekMode)) : -1;
+    return position < 0 ? static_cast<off_t>(B_BAD_VALUE) : position;
 }

@@ -1,9 +1,9 @@
 // A descriptor that is closed with its owner.
 #pragma once
 
-#include <utility>
-
 #include "SupportDefs.h"
+
+#include <utility>
 
 class FileDescriptor {
 public:

@@ -1,9 +1,9 @@
 #include "Mime.h"
 
-#include <cstring>
-
 #include "FileType.h"
 #include "Node.h"
+
+#include <cstring>
 
 namespace {
 
@@ -18,7 +18,7 @@ status_t BMimeType::SetTo(const char* type)
 {
     const bool isValid = IsValid(type);
     fType = isValid ? type : "";
-    return isValid ? status_t(B_OK) : B_BAD_VALUE;
+    return isValid ? static_cast<status_t>(B_OK) : B_BAD_VALUE;
 }
 
 const char* BMimeType::Type() const
@@ -33,7 +33,7 @@ bool BMimeType::IsValid() const
 
 bool BMimeType::IsValid(const char* type)
 {
-    if (!type || !IsTypeCharacter(*type) || strlen(type) >= size_t(B_MIME_TYPE_LENGTH))
+    if (!type || !IsTypeCharacter(*type) || strlen(type) >= static_cast<size_t>(B_MIME_TYPE_LENGTH))
         return false;
     const char* rest = type;
     while (IsTypeCharacter(*rest))

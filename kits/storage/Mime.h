@@ -1,9 +1,9 @@
 // MIME types of the platform's own kinds, and what a file is by looking at it.
 #pragma once
 
-#include <string>
-
 #include "StorageDefs.h"
+
+#include <string>
 
 struct entry_ref;
 

@@ -1,13 +1,13 @@
 #include "Node.h"
 
-#include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include "FileDescriptor.h"
 #include "Locations.h"
 #include "NodeIdentity.h"
 #include "store/Store.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -16,7 +16,8 @@ status_t CheckName(const char* name)
 {
     if (!name || !*name)
         return B_BAD_VALUE;
-    return strlen(name) < size_t(B_ATTR_NAME_LENGTH) ? status_t(B_OK) : B_NAME_TOO_LONG;
+    return strlen(name) < static_cast<size_t>(B_ATTR_NAME_LENGTH) ? static_cast<status_t>(B_OK)
+                                                                  : B_NAME_TOO_LONG;
 }
 
 constexpr int kHandle = O_PATH | O_NOFOLLOW | O_CLOEXEC; // needs no right to read the file
@@ -56,7 +57,7 @@ time_t BNode::BirthTime() const
 {
     NodeIdentity identity;
     const status_t error = IdentifyNode(Descriptor(), "", &identity);
-    return error == B_OK ? time_t(identity.birth / 1'000'000'000) : 0;
+    return error == B_OK ? static_cast<time_t>(identity.birth / 1'000'000'000) : 0;
 }
 
 status_t BNode::Take(int descriptor)
@@ -143,7 +144,8 @@ status_t BNode::GetAttrInfo(const char* name, attr_info* info) const
     NodeIdentity file;
     if (const status_t error = Identify(name, &file); error != B_OK)
         return error;
-    return info ? Store::Shared().GetAttribute(file, name, info) : status_t(B_BAD_VALUE);
+    return info ? Store::Shared().GetAttribute(file, name, info)
+                : static_cast<status_t>(B_BAD_VALUE);
 }
 
 status_t BNode::GetNextAttrName(char* buffer)

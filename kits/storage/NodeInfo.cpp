@@ -1,9 +1,9 @@
 #include "NodeInfo.h"
 
-#include <cstring>
-
 #include "FileType.h"
 #include "Node.h"
+
+#include <cstring>
 
 BNodeInfo::BNodeInfo(BNode* node)
 {
@@ -13,7 +13,7 @@ BNodeInfo::BNodeInfo(BNode* node)
 status_t BNodeInfo::SetTo(BNode* node)
 {
     fNode = node && node->InitCheck() == B_OK ? node : nullptr;
-    return fNode ? status_t(B_OK) : B_BAD_VALUE;
+    return fNode ? static_cast<status_t>(B_OK) : B_BAD_VALUE;
 }
 
 status_t BNodeInfo::GetType(char* type) const
@@ -32,5 +32,6 @@ status_t BNodeInfo::GetType(char* type) const
 
 status_t BNodeInfo::SetType(const char* type)
 {
-    return fNode ? WriteTypeAttribute(*fNode, kTypeAttribute, type) : status_t(B_NO_INIT);
+    return fNode ? WriteTypeAttribute(*fNode, kTypeAttribute, type)
+                 : static_cast<status_t>(B_NO_INIT);
 }

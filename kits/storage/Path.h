@@ -4,9 +4,9 @@
 // in the last element.
 #pragma once
 
-#include <string>
-
 #include "SupportDefs.h"
+
+#include <string>
 
 class BDirectory;
 struct entry_ref;

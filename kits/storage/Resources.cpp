@@ -1,10 +1,10 @@
 #include "Resources.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "NodeIdentity.h"
 #include "store/Store.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -42,7 +42,7 @@ status_t BResources::SetTo(const BFile* file, bool clobber)
     if (!file)
         return B_OK;
     NodeIdentity identity;
-    status_t error = file->InitCheck() == B_OK ? status_t(B_OK) : B_BAD_VALUE;
+    status_t error = file->InitCheck() == B_OK ? static_cast<status_t>(B_OK) : B_BAD_VALUE;
     if (error == B_OK)
         error = IdentifyNode(file->Descriptor(), "", &identity);
     std::vector<StoredResource> list;
@@ -160,7 +160,7 @@ status_t BResources::CanChange() const
 {
     if (fStatus != B_OK)
         return B_NO_INIT;
-    return fFile.IsWritable() ? status_t(B_OK) : B_NOT_ALLOWED;
+    return fFile.IsWritable() ? static_cast<status_t>(B_OK) : B_NOT_ALLOWED;
 }
 
 status_t BResources::AddResource(
@@ -184,14 +184,15 @@ status_t BResources::WriteResource(
 {
     if (const status_t error = CanChange(); error != B_OK)
         return error;
-    if (!data || offset < 0 || length > kMostBytes || size_t(offset) > kMostBytes - length)
+    if (!data || offset < 0 || length > kMostBytes
+        || static_cast<size_t>(offset) > kMostBytes - length)
         return B_BAD_VALUE;
     Resource* resource = Find(type, id);
     if (!resource)
         return B_ENTRY_NOT_FOUND;
     if (!Load(resource))
         return B_IO_ERROR;
-    const size_t end = size_t(offset) + length;
+    const size_t end = static_cast<size_t>(offset) + length;
     if (end > resource->data.size())
         resource->data.resize(end);
     memcpy(resource->data.data() + offset, data, length);

@@ -3,10 +3,10 @@
 // to another file. Kept in the user's store like attributes: all changes or none.
 #pragma once
 
+#include "File.h"
+
 #include <memory>
 #include <vector>
-
-#include "File.h"
 
 class BResources {
 public:

@@ -2,10 +2,10 @@
 // it points to. Times are in seconds since 1970.
 #pragma once
 
+#include "SupportDefs.h"
+
 #include <ctime>
 #include <unistd.h>
-
-#include "SupportDefs.h"
 
 struct stat;
 

@@ -1,9 +1,9 @@
 // Limits and modes of the storage kit. Lengths are in bytes, the NUL at the end included.
 #pragma once
 
-#include <fcntl.h>
-
 #include "SupportDefs.h"
+
+#include <fcntl.h>
 
 constexpr int32 B_FILE_NAME_LENGTH = 256;
 constexpr int32 B_PATH_NAME_LENGTH = 4096;

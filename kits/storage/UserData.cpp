@@ -1,14 +1,14 @@
 #include "UserData.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "Directory.h"
 #include "FileDescriptor.h"
 #include "KillGuard.h"
 #include "Locations.h"
 #include "WholeFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -58,7 +58,7 @@ std::optional<std::string> ReadUserData(const std::string& name, size_t mostByte
     ssize_t got = 1;
     while (got > 0 && size <= mostBytes) {
         got = read(file.Get(), text.data() + size, text.size() - size);
-        size += size_t(got > 0 ? got : 0);
+        size += static_cast<size_t>(got > 0 ? got : 0);
     }
     if (got < 0 || size > mostBytes)
         return std::nullopt;

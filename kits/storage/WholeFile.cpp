@@ -1,5 +1,7 @@
 #include "WholeFile.h"
 
+#include "Locations.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -12,8 +14,6 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 #include <vector>
-
-#include "Locations.h"
 
 namespace {
 
@@ -81,7 +81,7 @@ bool OutputPlace::Follow(const std::string& path)
         if (!IsTrusted(link))
             return Fail(EACCES);
         const FileDescriptor base = fDirectory;
-        if (!Step(base.Get(), std::string(target, size_t(length))))
+        if (!Step(base.Get(), std::string(target, static_cast<size_t>(length))))
             return false;
     }
     return Fail(ELOOP);
@@ -146,9 +146,9 @@ bool CopyAttribute(const std::string& from, int to, const char* name)
     const ssize_t size = lgetxattr(from.c_str(), name, nullptr, 0);
     if (size < 0)
         return errno == ENODATA || errno == ENOTSUP;
-    std::vector<char> value(size_t(size) + 1);
+    std::vector<char> value(static_cast<size_t>(size) + 1);
     const ssize_t read = lgetxattr(from.c_str(), name, value.data(), value.size());
-    return read >= 0 && fsetxattr(to, name, value.data(), size_t(read), 0) == 0;
+    return read >= 0 && fsetxattr(to, name, value.data(), static_cast<size_t>(read), 0) == 0;
 }
 
 // Those that a person or a program put on the file; what cannot be taken along is no loss of data.
@@ -156,9 +156,10 @@ void CopyUserAttributes(const std::string& from, int to)
 {
     std::vector<char> names(1 << 16);
     const ssize_t size = llistxattr(from.c_str(), names.data(), names.size());
-    for (ssize_t at = 0; at < size; at += ssize_t(strlen(&names[size_t(at)])) + 1)
-        if (strncmp(&names[size_t(at)], "user.", 5) == 0)
-            static_cast<void>(CopyAttribute(from, to, &names[size_t(at)]));
+    for (ssize_t at = 0; at < size;
+         at += static_cast<ssize_t>(strlen(&names[static_cast<size_t>(at)])) + 1)
+        if (strncmp(&names[static_cast<size_t>(at)], "user.", 5) == 0)
+            static_cast<void>(CopyAttribute(from, to, &names[static_cast<size_t>(at)]));
 }
 
 } // namespace
@@ -267,7 +268,7 @@ bool WholeFile::WriteContents()
         const ssize_t written = write(fFile.Get(), fContents + done, fSize - done);
         if (written < 0 && errno != EINTR)
             return Fail();
-        done += size_t(std::max<ssize_t>(written, 0));
+        done += static_cast<size_t>(std::max<ssize_t>(written, 0));
     }
     return true;
 }

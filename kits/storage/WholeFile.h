@@ -1,11 +1,11 @@
 // Writing the files that a person keeps.
 #pragma once
 
+#include "FileDescriptor.h"
+
 #include <cstdio>
 #include <string>
 #include <sys/stat.h>
-
-#include "FileDescriptor.h"
 
 // Where a path that a person gave for a file to be written leads. Links at the end of the path are
 // followed, but none that somebody else may have planted: in a folder in which everybody may make

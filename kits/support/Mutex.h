@@ -34,4 +34,4 @@ private:
 };
 
 // Waits on a Mutex that the caller holds: `while (!ready) fChanged.wait(fLock);`
-typedef std::condition_variable_any Condition;
+using Condition = std::condition_variable_any;

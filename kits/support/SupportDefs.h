@@ -4,18 +4,18 @@
 #include <cstdint>
 #include <sys/types.h>
 
-typedef int8_t int8;
-typedef uint8_t uint8;
-typedef int16_t int16;
-typedef uint16_t uint16;
-typedef int32_t int32;
-typedef uint32_t uint32;
-typedef int64_t int64;
-typedef uint64_t uint64;
+using int8 = int8_t;
+using uint8 = uint8_t;
+using int16 = int16_t;
+using uint16 = uint16_t;
+using int32 = int32_t;
+using uint32 = uint32_t;
+using int64 = int64_t;
+using uint64 = uint64_t;
 
-typedef int32 status_t; // B_OK, or one of the negative codes of Errors.h
-typedef int64 bigtime_t; // microseconds
-typedef uint32 type_code;
-typedef uint32 perform_code;
+using status_t = int32; // B_OK, or one of the negative codes of Errors.h
+using bigtime_t = int64; // microseconds
+using type_code = uint32;
+using perform_code = uint32;
 
 #include "Errors.h"

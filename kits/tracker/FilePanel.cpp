@@ -102,7 +102,8 @@ namespace {
 
 uint32 DefaultCode(file_panel_mode mode)
 {
-    return mode == B_SAVE_PANEL ? uint32(B_SAVE_REQUESTED) : uint32(B_REFS_RECEIVED);
+    return mode == B_SAVE_PANEL ? static_cast<uint32>(B_SAVE_REQUESTED)
+                                : static_cast<uint32>(B_REFS_RECEIVED);
 }
 
 std::string ChosenPath(const QFileDialog& dialog)

@@ -1,14 +1,14 @@
 #include "Launch.h"
 
+#include "LeafLock.h"
+#include "Message.h"
+#include "Roster.h"
+
 #include <csignal>
 #include <spawn.h>
 #include <strings.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include "LeafLock.h"
-#include "Message.h"
-#include "Roster.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "SleepInhibitor.h"
 
+#include "BusConnection.h"
+#include "KillGuard.h"
+
 #include <chrono>
 #include <cstdlib>
 #include <unistd.h>
-
-#include "BusConnection.h"
-#include "KillGuard.h"
 
 namespace {
 
@@ -13,7 +13,7 @@ constexpr char kService[] = "org.freedesktop.login1";
 constexpr char kObject[] = "/org/freedesktop/login1";
 constexpr char kInterface[] = "org.freedesktop.login1.Manager";
 
-typedef std::chrono::steady_clock Clock;
+using Clock = std::chrono::steady_clock;
 
 // Null if there is none before the end. Not by the library's own waiting call: that one begins with
 // writing what it has to send, for ever if nobody reads.

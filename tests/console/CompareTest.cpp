@@ -1,21 +1,21 @@
 #include "console/Compare.h"
 
 #include "results/RunFile.h"
+#include "tests/results/MadeRuns.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
 
 #include <clocale>
 #include <cstdlib>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <sys/wait.h>
 
-#include "tests/results/MadeRuns.h"
-#include "tests/support/TempFolder.h"
-
 namespace {
 
-constexpr const TestType& kAckerman = TestNamed("Ackerman");
-constexpr const TestType& kSieve = TestNamed("Sieve");
+constexpr const TestType& gKAckerman = TestNamed("Ackerman");
+constexpr const TestType& gKSieve = TestNamed("Sieve");
 
 std::vector<std::string> Words(const std::string& line)
 {
@@ -32,13 +32,13 @@ protected:
     CompareProgram()
     {
         RunRecord run = MadeRun("PC (4-x)");
-        AddTimes(run, kAckerman, 4, 1, 6000);
-        AddTimes(run, kAckerman, 1, 0.5, 6000);
+        AddTimes(run, gKAckerman, 4, 1, 6000);
+        AddTimes(run, gKAckerman, 1, 0.5, 6000);
         WriteFile(fFolder / "before.json", RunAsJson(run));
         for (Span& span : run.series.front().spans)
             span.seconds /= 0.41;
         WriteFile(fFolder / "after.json", RunAsJson(run));
-        AddTimes(run, kSieve, 1, 5, 700);
+        AddTimes(run, gKSieve, 1, 5, 700);
         WriteFile(fFolder / "more.json", RunAsJson(run));
         WriteFile(fFolder / "old.results", MadeResults("PC (1-x)", "700:400/1.0;601:0/1.5;"));
         WriteFile(fFolder / "new.results", MadeResults("PC (1-x)", "700:400/2.0;601:0/3.0;"));
@@ -133,7 +133,7 @@ TEST_F(CompareProgram, GivesEqualNumbersInAllFormats)
 {
     RunRecord run = MadeRun("PC (4-x)");
     run.label = "Küche, \"alt\"\tlinks";
-    AddTimes(run, kAckerman, 4, 0.7 / 3, 6000);
+    AddTimes(run, gKAckerman, 4, 0.7 / 3, 6000);
     WriteFile(fFolder / "label.json", RunAsJson(run));
     const std::string files = "--compare before.json label.json --format ";
     ASSERT_EQ(Run(files + "json"), 0);

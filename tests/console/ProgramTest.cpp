@@ -217,7 +217,7 @@ TEST_F(TarvexRun, MeasuresTheDiskWhateverItsStateAndShowsNoRateOfWorkThatWasNotD
     const std::string full = "No space left on device";
     const struct {
         std::string options, before, errors, measured;
-        std::string left = "";
+        std::string left {};
     } rows[] = {
         { "size=1m", "", notDone("Output", full) + shortFile, "900 901 " },
         { "size=100m", "ulimit -f 100", notDone("Output", "File too large") + shortFile,

@@ -2,11 +2,12 @@
 #include "console/RunOptions.h"
 
 #include <gtest/gtest.h>
+
 #include <tuple>
 
 TEST(RunOptions, AreReadFromArguments)
 {
-    typedef std::vector<bool Benchmark::*> Groups;
+    using Groups = std::vector<bool Benchmark::*>;
     Groups all;
     for (const GroupRun& run : kGroupRuns)
         if (run.key != "dhrystone")

@@ -1,6 +1,5 @@
 // Whole runs, which switch this machine's processors off and on.
 #include "engine/Sitting.h"
-
 #include "Recorder.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/OnlineProcessors.h"
@@ -140,7 +139,7 @@ TEST_F(BenchmarkRun, OfASittingMeasuresWhatItsRecordLacks)
     known.spans[0].seconds = known.spans[1].seconds = 100;
     std::vector<std::string> order;
     sitting.onSpan = [&order](const Series& series) {
-        const int32 used = int32(ProcessorsInUse().used.size());
+        const int32 used = static_cast<int32>(ProcessorsInUse().used.size());
         EXPECT_EQ(used, series.processors);
         if (series.processors == 1)
             order.push_back(series.test->name);

@@ -1,21 +1,21 @@
 // Which processors the threads of a run may use, on a machine with more of them than a run counts.
 #include "engine/Benchmark.h"
 #include "Processors.h"
-
 #include "tests/support/Child.h"
 #include "tests/support/TempFolder.h"
 
 #include <OS.h>
 #include <Screen.h>
 
-#include <algorithm>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 #include <map>
 #include <sched.h>
 #include <set>
 
 namespace {
-typedef std::vector<int> Numbers;
+using Numbers = std::vector<int>;
 
 // By thread. From the system's text: the call for it leaves out what is switched off.
 std::map<std::string, Numbers> AllowedByThread()

@@ -17,7 +17,7 @@ TEST(WordwiseLength, FindsTheEndInEveryPlaceOfAWordAndIsNotMisledByOtherBytes)
             alignas(8) char text[24];
             memset(text, filler, sizeof text); // behind the end mark too
             text[length] = '\0';
-            EXPECT_EQ(WordwiseLength(text), length) << int(filler);
+            EXPECT_EQ(WordwiseLength(text), length) << static_cast<int>(filler);
         }
     }
 }

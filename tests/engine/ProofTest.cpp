@@ -89,7 +89,7 @@ int __wrap_unlink(const char* path)
 
 namespace {
 
-typedef std::map<std::string, std::string> Reasons; // by test
+using Reasons = std::map<std::string, std::string>; // by test
 
 // Of a round with all processors.
 Reasons Undone(bool Benchmark::*group)

@@ -1,10 +1,10 @@
 #include "engine/ThisBuild.h"
 
+#include "tests/support/TempFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
-
-#include "tests/support/TempFolder.h"
 
 namespace {
 

@@ -5,14 +5,14 @@
 #include "foundation/qResources.h"
 #include "tests/foundation/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <Application.h>
 #include <Bitmap.h>
 #include <FindDirectory.h>
 #include <Message.h>
 #include <Path.h>
 #include <TypeConstants.h>
+
+#include <gtest/gtest.h>
 
 #include <memory>
 

@@ -1,9 +1,9 @@
 #include "foundation/LibDate.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <tuple>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -171,7 +171,7 @@ TEST(LibDate, ReadsFixedAndFreeForms)
         { false, "March 12, '01", "2001-3-12" }, { false, "mar", "" }, { false, "12 foo 2001", "" },
         { false, "1/2/3/4", "" }, { false, "1/2/345", "" }, { false, nullptr, "" } };
     for (const auto& [isFixed, text, expected] : rows) {
-        SCOPED_TRACE(text != nullptr ? text : "null");
+        SCOPED_TRACE(text ? text : "null");
         LibDate date = DateOf(1111, 11, 11);
         const bool isRead = isFixed ? date.SetDate(text) : date.SetUnformattedDate(text);
         EXPECT_EQ(isRead ? TextOf(date) : "", expected);

@@ -1,12 +1,13 @@
 #include "foundation/LibDateTime.h"
 
-#include <string>
-#include <tuple>
+#include "tests/foundation/ZoneGuard.h"
 
-#include <gtest/gtest.h>
 #include <Message.h>
 
-#include "tests/foundation/ZoneGuard.h"
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
 
 namespace {
 
@@ -52,7 +53,7 @@ TEST(LibDateTime, Iso8601MovesByTheOffsetAndBack)
         { "20010203", 0, "" }, { "00000203T040506", 0, "" }, { nullptr, 0, "" }
     };
     for (const auto& [text, offset, expected] : rows) { // "" for a refused one
-        SCOPED_TRACE(text != nullptr ? text : "null");
+        SCOPED_TRACE(text ? text : "null");
         LibDateTime read(moment);
         const bool isRead = read.SetIso8601(text, offset);
         EXPECT_EQ(isRead ? IsoOf(read) : "", expected);

@@ -1,13 +1,13 @@
 #include "foundation/LibLocaleDate.h"
 
-#include <clocale>
-#include <string>
-
-#include <gtest/gtest.h>
-#include <tuple>
-
 #include "foundation/Utf8.h"
 #include "tests/foundation/LocaleFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <string>
+#include <tuple>
 
 namespace {
 

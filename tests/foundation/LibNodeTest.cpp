@@ -3,14 +3,14 @@
 #include "tests/foundation/ScratchFolder.h"
 #include "tests/support/Child.h"
 
+#include <FindDirectory.h>
+#include <Message.h>
+#include <Path.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <csignal>
-
-#include <FindDirectory.h>
-#include <Message.h>
-#include <Path.h>
 
 namespace fs = std::filesystem;
 

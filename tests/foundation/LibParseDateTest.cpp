@@ -1,12 +1,12 @@
 #include "foundation/LibParseDate.h"
 
-#include <string>
-
-#include <gtest/gtest.h>
-#include <tuple>
-
 #include "foundation/LibDateTime.h"
 #include "tests/foundation/ZoneGuard.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include "foundation/LibTools.h"
 #include "tests/foundation/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <Message.h>
+
+#include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
 using testing::internal::CaptureStderr;

@@ -1,14 +1,13 @@
 #include "foundation/LibString.h"
+#include "tests/support/Child.h"
+
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
-
-#include "tests/support/Child.h"
+#include <vector>
 
 namespace {
 
@@ -21,7 +20,7 @@ std::string After(const char* text, Edit edit, Arguments... arguments)
     S s(text);
     std::invoke(edit, s, arguments...);
     const char* result = s;
-    return result != nullptr ? result : "(no buffer)";
+    return result ? result : "(no buffer)";
 }
 
 // A text of so many bytes, a multiple of a megabyte, that take one: the same memory all over.

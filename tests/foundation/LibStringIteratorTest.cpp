@@ -1,14 +1,14 @@
 #include "foundation/LibStringIterator.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <utility>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 namespace {
 
-typedef std::vector<std::pair<std::string, bool>> Fields;
+using Fields = std::vector<std::pair<std::string, bool>>;
 
 // What that many calls give for a text.
 template <class Delimiter>

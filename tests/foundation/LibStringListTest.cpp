@@ -1,14 +1,15 @@
 #include "foundation/LibStringList.h"
 
+#include <Message.h>
+
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-#include <Message.h>
-
 namespace {
 
-typedef std::vector<std::string> Texts;
+using Texts = std::vector<std::string>;
 
 void Fill(LibStringList& list, const Texts& texts)
 {
@@ -19,7 +20,7 @@ void Fill(LibStringList& list, const Texts& texts)
 Texts TextsOf(LibStringList& list)
 {
     Texts texts;
-    for (const LibString* entry = list.First(); entry != nullptr; entry = list.Next())
+    for (const LibString* entry = list.First(); entry; entry = list.Next())
         texts.emplace_back(static_cast<const char*>(*entry));
     return texts;
 }

@@ -1,11 +1,11 @@
 #include "foundation/LibString.h"
 
-#include <string>
-#include <tuple>
-
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
 
 TEST(LibString, FloatsAreCutToTheirBuffersAndIntegersNever)
 {
@@ -27,7 +27,7 @@ TEST(LibString, GettersTakeWhatTheNumberGrammarTakes)
         { "-.5", true, 0, -0.5 }, { "7.", true, 7, 7 }, { "1-", false, 0, 0 },
         { "1.2.3", false, 0, 0 }, { " 1", false, 0, 0 }, { "1e3", false, 0, 0 } };
     for (const auto& [bytes, isNumeric, expectedWhole, expectedValue] : rows) {
-        SCOPED_TRACE(bytes != nullptr ? bytes : "null");
+        SCOPED_TRACE(bytes ? bytes : "null");
         const LibString text(bytes);
         int32 whole = 99;
         double value = 99;

@@ -1,10 +1,11 @@
-#include <string>
+#include "foundation/LibString.h"
 
 #include <Font.h>
-#include <gtest/gtest.h>
 #include <Rect.h>
 
-#include "foundation/LibString.h"
+#include <gtest/gtest.h>
+
+#include <string>
 
 TEST(LibStringTruncate, KeepsTheLongestBeginningThatFitsWithItsDots)
 {

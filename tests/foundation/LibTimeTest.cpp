@@ -1,11 +1,11 @@
 #include "foundation/LibTime.h"
 
-#include <string>
-#include <tuple>
+#include "tests/foundation/ZoneGuard.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/foundation/ZoneGuard.h"
+#include <string>
+#include <tuple>
 
 namespace {
 
@@ -53,7 +53,7 @@ TEST(LibTime, ReadsFixedAndFreeForms)
         { false, "12 noon", "" }, { false, "5:60", "" }, { false, "5:300", "" },
         { false, "1234567", "" }, { false, "", "" } };
     for (const auto& [isFixed, text, expected] : rows) {
-        SCOPED_TRACE(text != nullptr ? text : "null");
+        SCOPED_TRACE(text ? text : "null");
         LibTime time(9, 9, 9);
         const bool isRead = isFixed ? time.SetTime(text) : time.SetUnformattedTime(text);
         EXPECT_EQ(isRead ? TextOf(time) : "", expected);

@@ -1,14 +1,13 @@
 #include "foundation/LibFiles.h"
-
 #include "tests/foundation/ScratchFolder.h"
 #include "tests/support/OwnBus.h"
 #include "tests/support/WaitUntil.h"
 
-#include <gtest/gtest.h>
-
 #include <Entry.h>
 #include <Message.h>
 #include <Messenger.h>
+
+#include <gtest/gtest.h>
 
 namespace {
 

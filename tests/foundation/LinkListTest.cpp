@@ -1,8 +1,8 @@
 #include "foundation/LinkList.h"
 
-#include <string>
-
 #include <gtest/gtest.h>
+
+#include <string>
 
 namespace {
 
@@ -18,7 +18,7 @@ public:
     int32 CursorIndex() const { return cursorIndex; }
     const char* Letter() const
     {
-        if (cursor == nullptr)
+        if (!cursor)
             return "none";
         return *cursor->item;
     }
@@ -27,9 +27,9 @@ public:
     {
         std::string forward;
         std::string backward;
-        for (auto* node = head; node != nullptr; node = node->next)
+        for (auto* node = head; node; node = node->next)
             forward += *node->item;
-        for (auto* node = tail; node != nullptr; node = node->prev)
+        for (auto* node = tail; node; node = node->prev)
             backward.insert(0, *node->item);
         EXPECT_EQ(forward, backward);
         EXPECT_EQ(static_cast<size_t>(Size()), forward.size());

@@ -3,6 +3,7 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+
 #include <tuple>
 
 namespace {
@@ -20,7 +21,7 @@ private:
 
 std::string ValueOf(const char* text)
 {
-    return text != nullptr ? text : "(null)";
+    return text ? text : "(null)";
 }
 
 // A tag as one line: name(attribute=value ...)[content|child@location ...]
@@ -35,7 +36,7 @@ std::string LineOf(const xmlTag& tag)
         line += (i > 0 ? " " : "") + std::string(name) + "=" + ValueOf(value);
     }
     line += ")[" + ValueOf(tag.content);
-    for (const xmlTag* child = tag.children.First(); child != nullptr; child = tag.children.Next())
+    for (const xmlTag* child = tag.children.First(); child; child = tag.children.Next())
         line += "|" + LineOf(*child) + "@" + std::to_string(child->parentLocation);
     return line + "]";
 }

@@ -1,9 +1,9 @@
 // The bytes are an archive, or a results file that is read strictly.
-#include <cmath>
-
 #include "results/ArchiveFiles.h"
 #include "results/ResultsText.h"
 #include "tests/fuzz/Require.h"
+
+#include <cmath>
 
 namespace {
 

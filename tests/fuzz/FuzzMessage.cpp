@@ -1,5 +1,8 @@
 // The bytes are a flattened message, as they are and with magic, size and checksum put right, as
 // no fuzzer guesses them.
+#include "MessageBody.h"
+#include "tests/fuzz/Require.h"
+
 #include <Message.h>
 
 #include <cstdlib>
@@ -8,9 +11,6 @@
 #include <new>
 #include <string>
 #include <vector>
-
-#include "MessageBody.h"
-#include "tests/fuzz/Require.h"
 
 static size_t gAllocated = 0;
 

@@ -1,17 +1,17 @@
 // The bytes are a results file.
-#include <cmath>
-#include <cstdio>
-
 #include "results/ResultList.h"
 #include "results/ResultsFile.h"
 #include "tests/fuzz/Require.h"
+
+#include <cmath>
+#include <cstdio>
 
 namespace {
 
 void CheckMachine(Results& machine)
 {
     Require(machine.nbrCpus >= 0 && machine.nbrCpus <= 9, "one digit of processors");
-    for (Metric* metric = machine.First(); metric != nullptr; metric = machine.Next()) {
+    for (Metric* metric = machine.First(); metric; metric = machine.Next()) {
         Require(metric->nbrTimes >= 0 && metric->nbrTimes <= kMostTimes, "at most eight times");
         for (const float seconds : metric->times)
             Require(!std::isnan(seconds), "a time is a number");
@@ -29,14 +29,14 @@ void CheckMachine(Results& machine)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static FILE* const quiet = freopen("/dev/null", "w", stderr);
+    static FILE* const sQuiet = freopen("/dev/null", "w", stderr);
     FILE* file = size > 0 ? fmemopen(const_cast<uint8_t*>(data), size, "r") : nullptr;
-    if (file == nullptr || quiet == nullptr)
+    if (!file || !sQuiet)
         return 0;
     ResultList machines;
     ReadResults(file, "input", machines);
     fclose(file);
-    for (Results* machine = machines.First(); machine != nullptr; machine = machines.Next())
+    for (Results* machine = machines.First(); machine; machine = machines.Next())
         CheckMachine(*machine);
     machines.FirstCurrent();
     static_cast<void>(machines.MaxRate());

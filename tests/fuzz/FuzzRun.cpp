@@ -1,8 +1,8 @@
 // The bytes are the JSON of a run.
-#include <cstdint>
-
 #include "results/RunFile.h"
 #include "tests/fuzz/Require.h"
+
+#include <cstdint>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -1,13 +1,11 @@
 // The bytes are an XML file.
 #include "foundation/xmlParser.h"
+#include "tests/fuzz/Require.h"
 
 #include <cstring>
 #include <string>
-
 #include <sys/mman.h>
 #include <unistd.h>
-
-#include "tests/fuzz/Require.h"
 
 namespace {
 
@@ -33,7 +31,7 @@ void CheckTag(const xmlTag& tag, int level)
     Require(name[0] != '\0' && strlen(name) < xmlParser::kNameSize, "a tag has a name");
     Require(text.empty() || (text.front() != ' ' && text.front() != '\t'), "no leading blanks");
     Require(text.empty() || (text.back() != ' ' && text.back() != '\t'), "no trailing blanks");
-    for (const xmlTag* child = tag.children.First(); child != nullptr; child = tag.children.Next())
+    for (const xmlTag* child = tag.children.First(); child; child = tag.children.Next())
         CheckTag(*child, level + 1);
 }
 

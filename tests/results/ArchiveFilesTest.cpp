@@ -1,8 +1,8 @@
 #include "results/ArchiveFiles.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/results/MadeArchive.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

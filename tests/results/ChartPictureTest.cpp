@@ -3,10 +3,9 @@
 
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
 #include <QImage>
 #include <QXmlStreamReader>
-
-#include <gtest/gtest.h>
 
 #include <map>
 

@@ -33,7 +33,7 @@ inline std::string MadeArchive(Packing packing, const std::vector<ArchivedEntry>
         archive_entry_set_pathname(entry, each.path.c_str());
         archive_entry_set_filetype(entry, each.type);
         archive_entry_set_perm(entry, 0600);
-        archive_entry_set_size(entry, la_int64_t(each.contents.size()));
+        archive_entry_set_size(entry, static_cast<la_int64_t>(each.contents.size()));
         archive_entry_set_mtime(entry, 1'700'000'000, 0);
         if (each.type == AE_IFLNK)
             archive_entry_set_symlink(entry, each.target.c_str());

@@ -1,14 +1,14 @@
 #include "results/MeasuredMachines.h"
 
 #include "results/RunFile.h"
-
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
 #include "tests/results/MadeArchive.h"
 #include "tests/results/MadeRuns.h"
 #include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sys/stat.h>
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "results/Metric.h"
 
-#include <vector>
-
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace {
 

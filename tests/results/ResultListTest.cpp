@@ -1,10 +1,12 @@
-#include <gtest/gtest.h>
-#include <tuple>
-
 #include "results/ResultList.h"
+
 #include "results/ResultsFile.h"
 #include "tests/foundation/LocaleGuard.h"
 #include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace {
 

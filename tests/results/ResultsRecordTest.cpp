@@ -1,14 +1,14 @@
-#include <cerrno>
-#include <csignal>
-#include <cstring>
-#include <sys/resource.h>
-
-#include <gtest/gtest.h>
-
 #include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "tests/foundation/LocaleGuard.h"
 #include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <sys/resource.h>
 
 namespace {
 

@@ -1,13 +1,13 @@
 #include "results/Results.h"
 
-#include <cstdlib>
-#include <cstring>
-#include <vector>
+#include "sysinfo/LibSysInfo.h"
+#include "tests/kits/kernel/PciTree.h"
 
 #include <gtest/gtest.h>
 
-#include "sysinfo/LibSysInfo.h"
-#include "tests/kits/kernel/PciTree.h"
+#include <cstdlib>
+#include <cstring>
+#include <vector>
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "results/ResultsText.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/results/MadeRuns.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -18,7 +18,8 @@ std::string Told(const std::string& text)
         for (const Series& series : run.series) {
             const Span& span = series.spans.front();
             told += std::string(" ") + series.test->name + " " + std::to_string(series.processors)
-                + ":" + std::to_string(int(span.work)) + "/" + std::to_string(int(span.seconds));
+                + ":" + std::to_string(static_cast<int>(span.work)) + "/"
+                + std::to_string(static_cast<int>(span.seconds));
         }
     }
     return told;

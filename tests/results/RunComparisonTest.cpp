@@ -1,17 +1,16 @@
 #include "results/RunComparison.h"
 
 #include "foundation/PlainText.h"
+#include "tests/results/MadeRuns.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/results/MadeRuns.h"
-
 namespace {
 
-constexpr const TestType& kAckerman = TestNamed("Ackerman");
-constexpr const TestType& kSequential = TestNamed("Ten Sequential Whetstones");
-constexpr const TestType& kSieve = TestNamed("Sieve");
-constexpr const TestType& kLines = TestNamed("Graphics Lines Flushed");
+constexpr const TestType& gAckerman = TestNamed("Ackerman");
+constexpr const TestType& gSequential = TestNamed("Ten Sequential Whetstones");
+constexpr const TestType& gSieve = TestNamed("Sieve");
+constexpr const TestType& gLines = TestNamed("Graphics Lines Flushed");
 
 std::vector<MeasuredMachine> Machines(const std::vector<RunRecord>& runs)
 {
@@ -45,7 +44,7 @@ std::string Told(const std::vector<RunRecord>& runs)
 }
 
 // A run with ten times of one test on two processors.
-RunRecord RunOf(double seconds, const TestType& test = kAckerman, double work = 6000)
+RunRecord RunOf(double seconds, const TestType& test = gAckerman, double work = 6000)
 {
     RunRecord run = MadeRun("PC (2-x)");
     AddTimes(run, test, 2, seconds, work);
@@ -56,24 +55,24 @@ TEST(RunComparison, TellsWhatIsFasterInTheDirectionOfTheTest)
 {
     EXPECT_EQ(Told({ RunOf(1), RunOf(0.5) }), "Ackerman 2 200.0 faster\n");
     EXPECT_EQ(Told({ RunOf(1), RunOf(1) }), "Ackerman 2 100.0 no real difference\n");
-    const RunRecord quick = RunOf(1, kSequential, 0);
-    const RunRecord slow = RunOf(2, kSequential, 0);
+    const RunRecord quick = RunOf(1, gSequential, 0);
+    const RunRecord slow = RunOf(2, gSequential, 0);
     EXPECT_EQ(Told({ quick, slow }), "Ten Sequential Whetstones 2 50.0 slower\n");
     EXPECT_DOUBLE_EQ(*Compare({ quick, slow }).front().candidate.rate, 2 * 1.0045);
     // Its time is fixed: it does less work in it.
-    EXPECT_EQ(Told({ RunOf(5, kSieve, 8000), RunOf(5, kSieve, 2000) }), "Sieve 2 25.0 slower\n");
+    EXPECT_EQ(Told({ RunOf(5, gSieve, 8000), RunOf(5, gSieve, 2000) }), "Sieve 2 25.0 slower\n");
 }
 
 TEST(RunComparison, ComparesEqualProcessorCountsAndMissesNoTestOfThem)
 {
     RunRecord before = RunOf(1);
-    AddTimes(before, kAckerman, 4, 1, 6000);
-    AddTimes(before, kAckerman, 1, 1, 6000);
-    AddTimes(before, kSieve, 1, 1, 6000);
+    AddTimes(before, gAckerman, 4, 1, 6000);
+    AddTimes(before, gAckerman, 1, 1, 6000);
+    AddTimes(before, gSieve, 1, 1, 6000);
     RunRecord after = RunOf(1);
-    AddTimes(after, kAckerman, 1, 2.44, 6000);
-    AddTimes(after, kLines, 1, 1, 10000);
-    after.At(kLines, 2).undone = "no window";
+    AddTimes(after, gAckerman, 1, 2.44, 6000);
+    AddTimes(after, gLines, 1, 1, 10000);
+    after.At(gLines, 2).undone = "no window";
     EXPECT_EQ(Told({ before, after }),
         "Ackerman 2 100.0 no real difference\n"
         "Ackerman 1 41.0 slower\n"
@@ -93,23 +92,23 @@ TEST(RunComparison, TellsNothingOfWhatIsNotAlike)
         const char* verdict;
     };
     const Change rows[] = {
-        { kAckerman, [](RunRecord& run) { run.build.version = "1.2.7"; },
+        { gAckerman, [](RunRecord& run) { run.build.version = "1.2.7"; },
             "cannot tell (another version)" },
-        { kAckerman, [](RunRecord& run) { run.build.compiler = "Clang 14"; },
+        { gAckerman, [](RunRecord& run) { run.build.compiler = "Clang 14"; },
             "cannot tell (another compiler)" },
-        { kAckerman, [](RunRecord& run) { run.build.flags = "-O3"; },
+        { gAckerman, [](RunRecord& run) { run.build.flags = "-O3"; },
             "cannot tell (another compiler)" },
-        { kLines, [](RunRecord& run) { run.displaySize = "800x600x24"; },
+        { gLines, [](RunRecord& run) { run.displaySize = "800x600x24"; },
             "cannot tell (another display)" },
-        { kLines, [](RunRecord& run) { run.display->vendor = "Other"; },
+        { gLines, [](RunRecord& run) { run.display->vendor = "Other"; },
             "cannot tell (another display)" },
-        { kAckerman, [](RunRecord& run) { run.displaySize = "800x600x24"; }, "faster" },
-        { kAckerman, [](RunRecord& run) { run.series.front().spans.resize(5); },
+        { gAckerman, [](RunRecord& run) { run.displaySize = "800x600x24"; }, "faster" },
+        { gAckerman, [](RunRecord& run) { run.series.front().spans.resize(5); },
             "cannot tell (too few repeats)" },
-        { kAckerman, [](RunRecord& run) { run.series.front().spans.resize(6); }, "faster" },
-        { kAckerman, [](RunRecord& run) { run.series.front().spans[0].seconds *= 1.24; },
+        { gAckerman, [](RunRecord& run) { run.series.front().spans.resize(6); }, "faster" },
+        { gAckerman, [](RunRecord& run) { run.series.front().spans[0].seconds *= 1.24; },
             "cannot tell (unsteady)" },
-        { kAckerman,
+        { gAckerman,
             [](RunRecord& run) {
                 for (int i = 0; i < 4; i++)
                     run.series.front().spans[i].seconds = 1;
@@ -159,9 +158,9 @@ TEST(RunComparison, RestsOnCleanTimesByTheBestProbeOfTheMachine)
 TEST(RunComparison, SortsAndChecksABuild)
 {
     RunRecord fell = RunOf(1.12);
-    AddTimes(fell, kSieve, 2, 1, 6000);
+    AddTimes(fell, gSieve, 2, 1, 6000);
     RunRecord before = RunOf(1);
-    AddTimes(before, kSieve, 2, 1, 6000);
+    AddTimes(before, gSieve, 2, 1, 6000);
     RunRecord rose = RunOf(0.9);
     const std::vector<MeasuredMachine> machines = Machines({ before, fell, rose });
     auto rows = CompareMachines(machines, 0, [](const TestType&) { return true; });

@@ -1,12 +1,12 @@
 #include "results/RunFile.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-
 #include "tests/foundation/LocaleGuard.h"
 #include "tests/results/SampleRun.h"
 #include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
 
 namespace {
 

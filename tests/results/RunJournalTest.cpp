@@ -1,4 +1,5 @@
 #include "results/RunJournal.h"
+
 #include "results/RunFile.h"
 #include "tests/results/SampleRun.h"
 #include "tests/support/TempFolder.h"

@@ -31,12 +31,12 @@ inline RunRecord SampleRun()
     run.started = "2026-11-21T14:03:05+01:00";
     run.machine = "Some PC (2-2000)";
     run.build = { "1.2.6", "GNU 12.2.0", "-O2 -fno-builtin" };
-    ProcessorDetails processor { 0, 0, -1, { 0, 1 }, CoreKind::Performance, 800000000, 4000000000,
+    ProcessorDetails processor { 0, 0, -1, { 0, 1 }, CoreKind::kPerformance, 800000000, 4000000000,
         900000000, 3000000000, "intel_pstate", "powersave", "balance_performance" };
     run.details = { "6.1.0-13-amd64", "#1 SMP", "Debian GNU/Linux 12 (bookworm)", "Model",
         1ull << 53, "KVM", "docker", { processor, processor } };
     run.details.processors[1].number = 1;
-    run.details.processors[1].kind = CoreKind::Efficiency;
+    run.details.processors[1].kind = CoreKind::kEfficiency;
     run.warnings = { { "load", "load 2.31: other programs share the processors" } };
     run.display = { "The vendor", { "GLX", "DRI3" }, { "HDMI-1" } };
     run.displaySize = "1024x768x24";

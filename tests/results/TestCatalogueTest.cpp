@@ -2,11 +2,11 @@
 // measures every test.
 #include "results/TestCatalogue.h"
 
+#include "tests/support/TempFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
-
-#include "tests/support/TempFolder.h"
 
 namespace {
 

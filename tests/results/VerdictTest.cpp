@@ -1,4 +1,5 @@
 #include "results/Verdict.h"
+
 #include "results/Significance.h"
 
 #include <gtest/gtest.h>

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-typedef std::vector<std::string> Entries;
+using Entries = std::vector<std::string>;
 
 class Log {
 public:

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <pthread.h>
-
 #include <cstdint>
+#include <pthread.h>
 
 // While it lives no thread can be made in this process: the default stack is larger than what can
 // be addressed.

@@ -1,11 +1,12 @@
 // A message bus of the test's own, gone with the object.
 #pragma once
 
+#include <dbus/dbus.h>
+#include <gtest/gtest.h>
+
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <dbus/dbus.h>
-#include <gtest/gtest.h>
 
 class OwnBus {
 public:

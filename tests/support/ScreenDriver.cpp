@@ -3,6 +3,7 @@
 #include "server/DisplayServer.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
@@ -10,14 +11,12 @@
 #include <QScreen>
 #include <QVariant>
 #include <QWindow>
-
-#include <gtest/gtest.h>
+#include <xcb/xcb.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
-#include <xcb/xcb.h>
 
 namespace screen {
 namespace {
@@ -242,7 +241,8 @@ int ContrastIn(BRect rect)
 rgb_color PixelAt(BPoint where)
 {
     const uint32 pixel = PixelsIn(BRect(where, where))[0];
-    return { uint8(pixel >> 16), uint8(pixel >> 8), uint8(pixel) };
+    return { static_cast<uint8>(pixel >> 16), static_cast<uint8>(pixel >> 8),
+        static_cast<uint8>(pixel) };
 }
 
 } // namespace screen

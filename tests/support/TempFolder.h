@@ -34,8 +34,8 @@ inline const TempFolder& DataHome()
 {
     static const struct Home : TempFolder {
         Home() { setenv("XDG_DATA_HOME", Path().c_str(), 1); }
-    } home;
-    return home;
+    } sHome;
+    return sHome;
 }
 
 // "none" where there is no file.

@@ -1,8 +1,8 @@
 #include "sysinfo/LibDeviceInfo.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/kits/kernel/PciTree.h"
+
+#include <gtest/gtest.h>
 
 TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
 {
@@ -16,7 +16,7 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
     AddPciFunction(tree, "0000:00:06.0", PciConfig(0x5333, 0x5631, 0xff0000)); // out of order
     LibDeviceInfo info;
     FILE* file = fopen((tree.Path() + "/written").c_str(), "w");
-    for (pciItem* item = info.First(); item != nullptr; item = info.Next())
+    for (pciItem* item = info.First(); item; item = info.Next())
         item->Write(file);
     fclose(file);
     EXPECT_EQ(tree.Read("written"),

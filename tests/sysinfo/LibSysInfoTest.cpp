@@ -1,8 +1,8 @@
 #include "sysinfo/LibSysInfo.h"
 
-#include <cstring>
-
 #include <gtest/gtest.h>
+
+#include <cstring>
 
 namespace {
 

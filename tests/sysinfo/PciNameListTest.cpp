@@ -1,14 +1,14 @@
 #include "sysinfo/PciNameList.h"
 
-#include <fstream>
+#include "tests/kits/kernel/MachineTree.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/kits/kernel/MachineTree.h"
+#include <fstream>
 
 TEST(PciNameList, ReadsVendorsAndTheirDevicesAndLeavesOutWhatIsDamaged)
 {
-    typedef std::vector<std::string> Names;
+    using Names = std::vector<std::string>;
     const MachineTree tree;
     tree.Write("ids",
         "# a comment\n\n\tffff  A device of nobody\n"

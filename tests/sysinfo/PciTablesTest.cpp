@@ -1,8 +1,8 @@
 #include "sysinfo/PciTables.h"
 
-#include <set>
-
 #include <gtest/gtest.h>
+
+#include <set>
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "toolkit/WindowPlacement.h"
 
 #include <gtest/gtest.h>
+
 #include <tuple>
 
 namespace {

@@ -90,8 +90,9 @@ protected:
     rgb_color BarAt(int row, double value, double maxScale)
     {
         const BRect chart = Find("DrawView").frame;
-        const float x = chart.left + 320 + float((chart.Width() - 320) * value / maxScale);
-        return PixelAt(BPoint(x, chart.top + 19 + 17 * float(row) + 8));
+        const float x =
+            chart.left + 320 + static_cast<float>((chart.Width() - 320) * value / maxScale);
+        return PixelAt(BPoint(x, chart.top + 19 + 17 * static_cast<float>(row) + 8));
     }
     bool BarEndsAt(int row, double value, double maxScale, rgb_color color)
     {
@@ -100,7 +101,7 @@ protected:
     }
     BPoint PictureOf(int row) const
     {
-        return Find("DrawView").frame.LeftTop() + BPoint(9, 19 + 17 * float(row) + 8);
+        return Find("DrawView").frame.LeftTop() + BPoint(9, 19 + 17 * static_cast<float>(row) + 8);
     }
 
     const TempFolder folder;

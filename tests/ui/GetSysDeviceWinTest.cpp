@@ -4,7 +4,6 @@
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
-
 #include "toolkit/LibHelp.h"
 
 #include <Application.h>

@@ -107,7 +107,7 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
         std::string cause; // with an empty /tmp and an empty place to save, /mnt/place
         Left left; // there
         std::string errors;
-        std::string kept = "";
+        std::string kept {};
     } rows[] = {
         { without("zip"), kTar, "" },
         { without("tar"), kPlain, noArchive },

@@ -8,6 +8,7 @@
 #include <ListView.h>
 
 #include <gtest/gtest.h>
+
 #include <tuple>
 
 namespace {
@@ -31,7 +32,7 @@ std::vector<std::string> Rows(ResultsWin& window)
         const auto* item = static_cast<ResultItem*>(list->ItemAt(i));
         std::string row = std::string(item->Description()) + " " + item->Units();
         for (int slot = 0; slot < item->Quantity(); slot++)
-            row += " " + std::to_string(int(item->Rate(slot)));
+            row += " " + std::to_string(static_cast<int>(item->Rate(slot)));
         rows.push_back(row);
     }
     return rows;
@@ -43,7 +44,7 @@ TEST(ResultItem, HoldsTheFirstEightRatesOnly)
 {
     ResultItem item("Strings");
     for (int slot = -1; slot < 20; slot++)
-        item.Rate(slot, float(slot) + 0.5f);
+        item.Rate(slot, static_cast<float>(slot) + 0.5f);
     EXPECT_EQ(item.Quantity(), 8);
     EXPECT_EQ(item.Rate(0), 0.5f);
     EXPECT_EQ(item.Rate(7), 7.5f);

@@ -3,6 +3,7 @@
 #include "sysinfo/LibSysInfo.h"
 
 #include <gtest/gtest.h>
+
 #include <tuple>
 
 TEST(RunEstimate, EachPassTakesTheSumOfItsGroups)
@@ -36,7 +37,7 @@ TEST(TestGroups, OnlyOneKindOfScreenSuitsTheGraphicsTests)
     };
     const system_info machine {};
     for (const auto& [width, height, depth, suits] : rows) {
-        const BRect frame(0, 0, float(width - 1), float(height - 1));
+        const BRect frame(0, 0, static_cast<float>(width - 1), static_cast<float>(height - 1));
         const LibSysInfo info(machine, frame, depth);
         EXPECT_EQ(SuitsGraphicsTests(info), suits) << width << " " << depth;
     }

@@ -1,16 +1,16 @@
 #include "AppRegistry.h"
 
-#include <algorithm>
-
 #include "Handler.h"
 #include "LeafLock.h"
 #include "MessagePort.h"
 
+#include <algorithm>
+
 AppRegistry& AppRegistry::Instance()
 {
     // Never destroyed: threads may still look something up while the process ends.
-    static AppRegistry& registry = *new AppRegistry;
-    return registry;
+    static AppRegistry& sRegistry = *new AppRegistry;
+    return sRegistry;
 }
 
 port_id AppRegistry::AddPort(const std::shared_ptr<MessagePort>& port)

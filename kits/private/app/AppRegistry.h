@@ -3,12 +3,12 @@
 // Numbers are never given out again. Its lock is a leaf: held for look-ups only.
 #pragma once
 
+#include "Messenger.h"
+#include "Mutex.h"
+
 #include <memory>
 #include <unordered_map>
 #include <vector>
-
-#include "Messenger.h"
-#include "Mutex.h"
 
 class LooperLock;
 class MessagePort;

@@ -1,10 +1,10 @@
 #include "ApplicationState.h"
 
-#include <cstring>
-#include <fstream>
-
 #include "AppDefs.h"
 #include "LeafLock.h"
+
+#include <cstring>
+#include <fstream>
 
 namespace {
 

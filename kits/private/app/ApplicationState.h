@@ -1,12 +1,12 @@
 // What a process has one of and BApplication speaks for. From any thread.
 #pragma once
 
+#include "Roster.h"
+#include "SupportDefs.h"
+
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "Roster.h"
-#include "SupportDefs.h"
 
 // The pointer's picture as the program wants it, between BApplication::SetCursor() and the display
 // server, which may start later or never.

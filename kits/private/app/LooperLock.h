@@ -1,13 +1,13 @@
 // Locks and waits of threads that share loopers.
 #pragma once
 
-#include <chrono>
-#include <list>
-#include <optional>
-
 #include "KillGuard.h"
 #include "Mutex.h"
 #include "OS.h"
+
+#include <chrono>
+#include <list>
+#include <optional>
 
 // The end of a wait that may be woken several times before it is over.
 class Deadline {

@@ -1,5 +1,7 @@
 #include "MessageBody.h"
 
+#include "Message.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -8,18 +10,16 @@
 #include <new>
 #include <unordered_set>
 
-#include "Message.h"
-
 namespace {
 
 bool IsGoodName(const char* name)
 {
-    return name && strlen(name) <= size_t(B_FIELD_NAME_LENGTH);
+    return name && strlen(name) <= static_cast<size_t>(B_FIELD_NAME_LENGTH);
 }
 
 bool HasItem(const MessageField& field, int32 index)
 {
-    return index >= 0 && size_t(index) < field.items.size();
+    return index >= 0 && static_cast<size_t>(index) < field.items.size();
 }
 
 } // namespace
@@ -118,7 +118,7 @@ public:
         memcpy(fNext, &number, sizeof(number));
         fNext += sizeof(number);
     }
-    void Put(std::string_view text)
+    void PutText(std::string_view text)
     {
         // memcpy() from a null pointer is undefined, also of no bytes.
         if (text.empty())
@@ -187,8 +187,8 @@ bool ReadField(Reader& reader, MessageField& field)
         return false;
     // A name with a NUL inside would be another one to whoever asks by a C string, and two fields
     // could look the same.
-    if (fixedSize > 1 || nameLength > uint32(B_FIELD_NAME_LENGTH) || !reader.Get(nameLength, name)
-        || name.find('\0') != name.npos)
+    if (fixedSize > 1 || nameLength > static_cast<uint32>(B_FIELD_NAME_LENGTH)
+        || !reader.Get(nameLength, name) || name.find('\0') != name.npos)
         return false;
     field.fixedSize = fixedSize == 1;
     field.name = name;
@@ -225,19 +225,19 @@ void WriteFlat(uint32 what, const std::vector<MessageField>& fields, char* bytes
     const size_t size = FlatSize(fields);
     Writer writer(bytes);
     writer.Put(kFlatMagic);
-    writer.Put(uint32(0));
-    writer.Put(uint64(size));
+    writer.Put(static_cast<uint32>(0));
+    writer.Put(static_cast<uint64>(size));
     writer.Put(what);
-    writer.Put(uint32(fields.size()));
+    writer.Put(static_cast<uint32>(fields.size()));
     for (const MessageField& field : fields) {
         writer.Put(field.type);
-        writer.Put(uint32(field.fixedSize));
-        writer.Put(uint32(field.name.size()));
-        writer.Put(uint32(field.items.size()));
-        writer.Put(std::string_view(field.name));
+        writer.Put(static_cast<uint32>(field.fixedSize));
+        writer.Put(static_cast<uint32>(field.name.size()));
+        writer.Put(static_cast<uint32>(field.items.size()));
+        writer.PutText(field.name);
         for (const std::string& item : field.items) {
-            writer.Put(uint32(item.size()));
-            writer.Put(std::string_view(item));
+            writer.Put(static_cast<uint32>(item.size()));
+            writer.PutText(item);
         }
     }
     Writer(bytes + kFlatChecksumOffset).Put(FlatChecksum({ bytes, size }));
@@ -288,6 +288,6 @@ uint32 FlatChecksum(std::string_view message)
     static constexpr std::array<uint32, 256> kTable = MakeCrcTable();
     uint32 crc = 0xffffffff;
     for (const char byte : message.substr(kFlatSizeOffset))
-        crc = kTable[(crc ^ uint8(byte)) & 0xff] ^ (crc >> 8);
+        crc = kTable[(crc ^ static_cast<uint8>(byte)) & 0xff] ^ (crc >> 8);
     return ~crc;
 }

@@ -2,11 +2,11 @@
 // lie in bytes.
 #pragma once
 
+#include "TypeConstants.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "TypeConstants.h"
 
 struct MessageField {
     std::string name;

@@ -1,13 +1,13 @@
 #include "MessageDelivery.h"
 
-#include <new>
-#include <unistd.h>
-
 #include "AppDefs.h"
 #include "AppRegistry.h"
 #include "Handler.h"
 #include "MessageBody.h"
 #include "MessagePort.h"
+
+#include <new>
+#include <unistd.h>
 
 using Reply = MessageDelivery::Reply;
 
@@ -57,13 +57,13 @@ status_t MessageAccess::Send(
     MessageDelivery& delivery = copy->Delivery();
     delivery.token = target.fToken;
     delivery.replyTo = options.replyTo;
-    delivery.reply = options.wantsReply ? Reply::Owed : Reply::NotOwed;
+    delivery.reply = options.wantsReply ? Reply::kOwed : Reply::kNotOwed;
     delivery.isReply = options.isReply;
-    delivery.mayBeReplaced = options.room == SendOptions::Room::Latest;
+    delivery.mayBeReplaced = options.room == SendOptions::Room::kLatest;
     switch (options.room) {
-        case SendOptions::Room::Always: return port->PushAlways(std::move(copy));
-        case SendOptions::Room::Latest: return port->PushLatest(std::move(copy));
-        case SendOptions::Room::Wait: break;
+        case SendOptions::Room::kAlways: return port->PushAlways(std::move(copy));
+        case SendOptions::Room::kLatest: return port->PushLatest(std::move(copy));
+        case SendOptions::Room::kWait: break;
     }
     if (port->Reader() != find_thread(nullptr))
         return port->Push(std::move(copy), options.timeout);
@@ -75,9 +75,9 @@ status_t MessageAccess::Send(
 void MessageAccess::Fail(BMessage& message, status_t status)
 {
     MessageDelivery* delivery = DeliveryIfAny(message);
-    if (!delivery || delivery->reply != Reply::Owed)
+    if (!delivery || delivery->reply != Reply::kOwed)
         return;
-    delivery->reply = Reply::Sent;
+    delivery->reply = Reply::kSent;
     // That port was made for this one reply: to close it tells the status where no message could.
     if (const auto port = Port(delivery->replyTo))
         port->Close(status);
@@ -86,12 +86,12 @@ void MessageAccess::Fail(BMessage& message, status_t status)
 void MessageAccess::EndUnanswered(BMessage& message)
 {
     MessageDelivery* delivery = DeliveryIfAny(message);
-    if (!delivery || delivery->reply != Reply::Owed)
+    if (!delivery || delivery->reply != Reply::kOwed)
         return;
-    delivery->reply = Reply::Sent;
+    delivery->reply = Reply::kSent;
     SendOptions options;
     // This runs in destructors, which must not wait for room.
-    options.room = SendOptions::Room::Always;
+    options.room = SendOptions::Room::kAlways;
     options.isReply = true;
     Send(delivery->replyTo, BMessage(B_NO_REPLY), options);
 }
@@ -117,12 +117,12 @@ status_t PostToKitTarget(const BMessenger& target, const BMessage& message, Send
 
 status_t PostAlways(const BMessenger& target, const BMessage& message)
 {
-    return PostToKitTarget(target, message, SendOptions::Room::Always);
+    return PostToKitTarget(target, message, SendOptions::Room::kAlways);
 }
 
 status_t PostLatest(const BMessenger& target, const BMessage& message)
 {
-    return PostToKitTarget(target, message, SendOptions::Room::Latest);
+    return PostToKitTarget(target, message, SendOptions::Room::kLatest);
 }
 
 void MarkDropped(BMessage& message)

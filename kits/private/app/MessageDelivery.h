@@ -1,22 +1,22 @@
 // What a message learns by being sent, and how the kits send.
 #pragma once
 
-#include <memory>
-
 #include "Handler.h"
 #include "Message.h"
 #include "Messenger.h"
 
+#include <memory>
+
 struct MessageDelivery {
     enum class Reply {
-        NotOwed,
-        Owed, // the sender waits; deleting the message answers B_NO_REPLY
-        Sent,
+        kNotOwed,
+        kOwed, // the sender waits; deleting the message answers B_NO_REPLY
+        kSent,
     };
 
     int32 token = 0; // of the target handler; 0: the looper itself
     BMessenger replyTo;
-    Reply reply = Reply::NotOwed;
+    Reply reply = Reply::kNotOwed;
     bool isReply = false;
     bool mayBeReplaced = false; // by a later one of the same kind, see PostLatest()
     bool wasDropped = false;
@@ -24,13 +24,13 @@ struct MessageDelivery {
 
 struct SendOptions {
     enum class Room {
-        Wait, // at most timeout
-        Always, // although the port is full
-        Latest, // likewise, in place of an older one
+        kWait, // at most timeout
+        kAlways, // although the port is full
+        kLatest, // likewise, in place of an older one
     };
 
     BMessenger replyTo;
-    Room room = Room::Wait;
+    Room room = Room::kWait;
     bigtime_t timeout = 0;
     bool isReply = false;
     bool wantsReply = false; // the sender waits at replyTo

@@ -1,13 +1,13 @@
 #include "MessagePort.h"
 
-#include <algorithm>
-#include <utility>
-
 #include "AppRegistry.h"
 #include "LeafLock.h"
 #include "LooperLock.h"
 #include "Message.h"
 #include "MessageDelivery.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -33,7 +33,10 @@ std::shared_ptr<MessagePort> MessagePort::Make(int32 capacity)
     return port;
 }
 
-MessagePort::MessagePort(int32 capacity) : fCapacity(size_t(std::max<int32>(capacity, 1))) { }
+MessagePort::MessagePort(int32 capacity)
+    : fCapacity(static_cast<size_t>(std::max<int32>(capacity, 1)))
+{
+}
 
 MessagePort::~MessagePort() = default;
 
@@ -49,7 +52,8 @@ status_t MessagePort::Push(std::unique_ptr<BMessage> message, bigtime_t timeout)
             return B_OK;
         }
     }
-    return timeout > 0 ? PushWaiting(std::move(message), timeout) : status_t(B_WOULD_BLOCK);
+    return timeout > 0 ? PushWaiting(std::move(message), timeout)
+                       : static_cast<status_t>(B_WOULD_BLOCK);
 }
 
 status_t MessagePort::PushWaiting(std::unique_ptr<BMessage> message, bigtime_t timeout)

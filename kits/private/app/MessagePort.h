@@ -3,12 +3,12 @@
 // answered under it.
 #pragma once
 
+#include "Messenger.h"
+#include "Mutex.h"
+
 #include <atomic>
 #include <deque>
 #include <memory>
-
-#include "Messenger.h"
-#include "Mutex.h"
 
 class MessagePort {
 public:

@@ -1,5 +1,10 @@
 #include "SignalWatch.h"
 
+#include "AppDefs.h"
+#include "KillGuard.h"
+#include "Message.h"
+#include "MessageDelivery.h"
+
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -8,11 +13,6 @@
 #include <iterator>
 #include <poll.h>
 #include <unistd.h>
-
-#include "AppDefs.h"
-#include "KillGuard.h"
-#include "Message.h"
-#include "MessageDelivery.h"
 
 namespace {
 

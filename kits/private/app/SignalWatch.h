@@ -3,9 +3,9 @@
 // posts the message. Signals that the program was started to ignore (nohup) stay ignored.
 #pragma once
 
-#include <csignal>
-
 #include "Messenger.h"
+
+#include <csignal>
 
 class SignalWatch {
 public:

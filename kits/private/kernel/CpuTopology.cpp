@@ -90,8 +90,8 @@ std::vector<int> PresentProcessors(const std::string& root, const CpuInfoText& i
     for (std::filesystem::directory_iterator entry(CpuFolder(root), error), end; entry != end;
          entry.increment(error)) {
         const std::string name = entry->path().filename();
-        if (name.starts_with("cpu") && ProcessorNumber(std::string_view(name).substr(3)) >= 0)
-            numbers.push_back(ProcessorNumber(std::string_view(name).substr(3)));
+        if (name.starts_with("cpu") && ProcessorNumber(name.substr(3)) >= 0)
+            numbers.push_back(ProcessorNumber(name.substr(3)));
     }
     // Some containers have no /sys; then those that are on are all that is known. One there always
     // is.
@@ -152,9 +152,9 @@ CpuProcessor ReadProcessor(const std::string& root, int number, const CpuInfoTex
 InstructionSet InstructionSetOf(const CpuInfoText& info)
 {
     if (info.Has("CPU implementer"))
-        return InstructionSet::Arm;
-    return info.fields.empty() || info.Has("cpu family") ? InstructionSet::X86
-                                                         : InstructionSet::Other;
+        return InstructionSet::kArm;
+    return info.fields.empty() || info.Has("cpu family") ? InstructionSet::kX86
+                                                         : InstructionSet::kOther;
 }
 
 int64 HertzOf(std::string_view megaHertz)

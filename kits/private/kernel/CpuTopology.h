@@ -21,11 +21,11 @@ struct CpuProcessor {
     int64 maxClock = 0; // Hz; 0: not told
 };
 
-enum class InstructionSet { X86, Arm, Other };
+enum class InstructionSet { kX86, kArm, kOther };
 
 struct CpuTopology {
     std::vector<CpuProcessor> processors; // present ones, by number; at least one
-    InstructionSet instructions = InstructionSet::X86; // also where the system tells nothing
+    InstructionSet instructions = InstructionSet::kX86; // also where the system tells nothing
     std::string vendor; // "GenuineIntel"; "" for a processor of another kind
     std::string modelName;
     int family = 0;

@@ -2,10 +2,10 @@
 // these, and nothing under it.
 #pragma once
 
-#include <optional>
-
 #include "Mutex.h"
 #include "Thread.h"
+
+#include <optional>
 
 // Holds a mutex for the length of a block. Meanwhile the thread is not stopped by suspend_thread:
 // it would stop every other user of the kit with it.

@@ -116,8 +116,8 @@ const cpu_type kModels[] = {
 
 cpu_type CpuTypeOf(const CpuTopology& topology)
 {
-    if (topology.instructions != InstructionSet::X86)
-        return topology.instructions == InstructionSet::Arm ? B_CPU_ARM : cpu_type {};
+    if (topology.instructions != InstructionSet::kX86)
+        return topology.instructions == InstructionSet::kArm ? B_CPU_ARM : cpu_type {};
     const auto maker = std::find_if(std::begin(kMakers), std::end(kMakers),
         [&](const auto& row) { return row.vendor == topology.vendor; });
     if (maker == std::end(kMakers))

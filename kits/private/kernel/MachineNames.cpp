@@ -1,8 +1,8 @@
 #include "MachineNames.h"
 
-#include <algorithm>
-
 #include "SystemTree.h"
+
+#include <algorithm>
 
 namespace kernel {
 namespace {

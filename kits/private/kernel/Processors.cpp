@@ -191,7 +191,7 @@ int Processors::BindThreads()
     ProcessorSet on;
     size_t count = 0;
     for (size_t i = 0; i < fNumbers.size(); i++) {
-        if (fStates[i] != State::On)
+        if (fStates[i] != State::kOn)
             continue;
         on.Add(fNumbers[i]);
         count++;
@@ -228,11 +228,11 @@ int Processors::SwitchOff(int32 cpu)
             atexit(EndLease);
     }
     // Before the system does it: a thread that has no processor left may use all of them again.
-    fStates[index] = State::OffForUs;
+    fStates[index] = State::kOffForUs;
     const int bindError = BindThreads();
     const int refusal = fLease->Set(cpu, false);
     if (refusal == 0) {
-        fStates[index] = State::OffInSystem;
+        fStates[index] = State::kOffInSystem;
         BindThreadsAfterSwitching();
         return 0;
     }
@@ -240,7 +240,7 @@ int Processors::SwitchOff(int32 cpu)
         TellOfBinding(index, refusal);
         return 0;
     }
-    fStates[index] = State::On;
+    fStates[index] = State::kOn;
     (void)BindThreads(); // as they were
     return fRoot.empty() ? bindError : refusal;
 }
@@ -248,12 +248,12 @@ int Processors::SwitchOff(int32 cpu)
 int Processors::SwitchOn(int32 cpu)
 {
     const auto index = static_cast<size_t>(cpu);
-    const bool isInSystem = fStates[index] == State::OffInSystem;
+    const bool isInSystem = fStates[index] == State::kOffInSystem;
     if (isInSystem) {
         if (const int error = fLease->Set(cpu, true); error != 0)
             return error;
     }
-    fStates[index] = State::On;
+    fStates[index] = State::kOn;
     if (isInSystem)
         BindThreadsAfterSwitching();
     else if (const int error = BindThreads(); error != 0)
@@ -292,9 +292,9 @@ ProcessorUse Processors::Use()
     const LeafLock lock(fLock);
     ProcessorUse use;
     for (size_t i = 0; i < fNumbers.size(); i++) {
-        if (fStates[i] == State::On)
+        if (fStates[i] == State::kOn)
             use.used.push_back(fNumbers[i]);
-        else if (fStates[i] == State::OffInSystem)
+        else if (fStates[i] == State::kOffInSystem)
             use.off.push_back(fNumbers[i]);
     }
     for (size_t i = 0; i < fBeyond; i++)
@@ -310,7 +310,7 @@ status_t Processors::Switch(int32 cpu, bool on)
         return on ? status_t { B_OK } : B_NOT_ALLOWED;
     const LeafLock lock(fLock);
     const auto index = static_cast<size_t>(cpu);
-    if (on == (fStates[index] == State::On))
+    if (on == (fStates[index] == State::kOn))
         return B_OK;
     const int error = on ? SwitchOn(cpu) : SwitchOff(cpu);
     if (error == 0)

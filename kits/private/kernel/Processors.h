@@ -56,7 +56,7 @@ private:
     [[nodiscard]] int BindThreads() REQUIRES(fLock);
     void BindThreadsAfterSwitching() REQUIRES(fLock);
 
-    enum class State { On, OffInSystem, OffForUs };
+    enum class State { kOn, kOffInSystem, kOffForUs };
 
     const std::string fRoot;
     const CpuTopology fTopology;

@@ -69,7 +69,7 @@ bool ProcessorSet::ReadFrom(pid_t tid)
     const size_t start = status.find(name);
     if (start == std::string::npos)
         return false;
-    const std::string_view rest = std::string_view(status).substr(start + name.size());
+    const std::string rest = status.substr(start + name.size());
     *this = ProcessorSet();
     for (const int number : ParseCpuMask(rest.substr(0, rest.find('\n'))))
         Add(number);

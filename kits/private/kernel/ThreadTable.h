@@ -31,8 +31,8 @@ public:
     // Lives for ever: threads may outlast every static object.
     static ThreadTable& Get();
 
-    typedef std::map<thread_id, std::shared_ptr<Thread>> Threads;
-    typedef Threads::node_type Entry;
+    using Threads = std::map<thread_id, std::shared_ptr<Thread>>;
+    using Entry = Threads::node_type;
 
     // A record with a new id, not in the table yet. Throws std::bad_alloc; Insert never does.
     [[nodiscard]] Entry NewEntry(const char* name, int32 priority);

@@ -1,8 +1,9 @@
 #include "MimeMessage.h"
 
+#include <gmime/gmime.h>
+
 #include <cstdio>
 #include <fcntl.h>
-#include <gmime/gmime.h>
 #include <memory>
 #include <unistd.h>
 

@@ -1,23 +1,24 @@
 #include "FileType.h"
 
-#include <cstring>
-#include <fcntl.h>
-#include <QFile>
-#include <QMimeDatabase>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "FileDescriptor.h"
 #include "Locations.h"
 #include "Mime.h"
 #include "TypeConstants.h"
+
+#include <QFile>
+#include <QMimeDatabase>
+
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 status_t ReadTypeAttribute(const BNode& node, const char* name, char* type)
 {
     char text[B_MIME_TYPE_LENGTH] = "";
     const ssize_t size = node.ReadAttr(name, B_MIME_STRING_TYPE, 0, text, sizeof text - 1);
     if (size < 0)
-        return status_t(size);
+        return static_cast<status_t>(size);
     memcpy(type, text, sizeof text);
     return B_OK;
 }
@@ -27,16 +28,16 @@ status_t WriteTypeAttribute(BNode& node, const char* name, const char* type)
     if (!type)
         return RemoveIfThere(node, name);
     const size_t size = strlen(type) + 1;
-    if (size > size_t(B_MIME_TYPE_LENGTH))
+    if (size > static_cast<size_t>(B_MIME_TYPE_LENGTH))
         return B_BAD_VALUE;
     const ssize_t written = node.WriteAttr(name, B_MIME_STRING_TYPE, 0, type, size);
-    return written < 0 ? status_t(written) : B_OK;
+    return written < 0 ? static_cast<status_t>(written) : B_OK;
 }
 
 status_t RemoveIfThere(BNode& node, const char* name)
 {
     const status_t error = node.RemoveAttr(name);
-    return error == B_ENTRY_NOT_FOUND ? status_t(B_OK) : error;
+    return error == B_ENTRY_NOT_FOUND ? static_cast<status_t>(B_OK) : error;
 }
 
 namespace {

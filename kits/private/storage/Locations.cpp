@@ -1,5 +1,8 @@
 #include "Locations.h"
 
+#include "SupportDefs.h"
+#include "SystemTree.h"
+
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -9,9 +12,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
-
-#include "SupportDefs.h"
-#include "SystemTree.h"
 
 const char* const kReleaseFile = "/etc/os-release";
 

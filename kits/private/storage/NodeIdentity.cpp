@@ -1,5 +1,8 @@
 #include "NodeIdentity.h"
 
+#include "FileDescriptor.h"
+#include "Locations.h"
+
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -7,24 +10,21 @@
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
-#include "FileDescriptor.h"
-#include "Locations.h"
-
 namespace {
 
 // Where the running program was started from. It may have been replaced there in the meantime.
 const std::string& OwnProgram()
 {
-    static const std::string program = [] {
+    static const std::string sProgram = [] {
         char path[4096 + 1];
         const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
-        std::string text(path, length > 0 ? size_t(length) : 0);
+        std::string text(path, length > 0 ? static_cast<size_t>(length) : 0);
         const std::string remark = " (deleted)";
         if (text.ends_with(remark) && access(text.c_str(), F_OK) != 0)
             text.resize(text.size() - remark.size());
         return text;
     }();
-    return program;
+    return sProgram;
 }
 
 int64 DeviceOfOpen(int descriptor, uint64 mount)
@@ -34,7 +34,7 @@ int64 DeviceOfOpen(int descriptor, uint64 mount)
     static_assert(sizeof info.f_fsid == sizeof id);
     if (fstatfs(descriptor, &info) == 0)
         memcpy(&id, &info.f_fsid, sizeof id);
-    return id != 0 ? id : int64(mount);
+    return id != 0 ? id : static_cast<int64>(mount);
 }
 
 } // namespace
@@ -56,7 +56,8 @@ status_t IdentifyNode(int directory, const std::string& name, NodeIdentity* iden
     identity->links = info.stx_nlink;
     identity->birth = 0;
     if (info.stx_mask & STATX_BTIME)
-        identity->birth = int64(info.stx_btime.tv_sec) * 1'000'000'000 + info.stx_btime.tv_nsec;
+        identity->birth =
+            static_cast<int64>(info.stx_btime.tv_sec) * 1'000'000'000 + info.stx_btime.tv_nsec;
     identity->mount = makedev(info.stx_dev_major, info.stx_dev_minor);
     identity->device = DeviceOfOpen(node, identity->mount);
     identity->path = name.starts_with('/') ? name : PathOfDescriptor(directory);

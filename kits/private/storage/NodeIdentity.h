@@ -1,9 +1,9 @@
 // Which file a name or a descriptor stands for.
 #pragma once
 
-#include <string>
-
 #include "SupportDefs.h"
+
+#include <string>
 
 // Device, inode and time of birth, in nanoseconds since 1970, together are one file's for ever: an
 // inode's number is given out again, but later.

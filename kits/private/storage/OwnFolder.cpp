@@ -1,5 +1,10 @@
 #include "OwnFolder.h"
 
+#include "FileDescriptor.h"
+#include "LeafLock.h"
+#include "Locations.h"
+#include "SystemTree.h"
+
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -13,11 +18,6 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "FileDescriptor.h"
-#include "LeafLock.h"
-#include "Locations.h"
-#include "SystemTree.h"
 
 namespace {
 
@@ -190,7 +190,7 @@ bool WatchEnds()
         SIGIO, SIGPWR, SIGSYS };
     struct sigaction action = {};
     action.sa_handler = OnEnd;
-    action.sa_flags = int(SA_RESETHAND) | SA_NODEFER;
+    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_NODEFER;
     for (const int number : kSignals) {
         struct sigaction before = {};
         sigaction(number, nullptr, &before);
@@ -220,8 +220,8 @@ int MakeBelow(const std::string& base, std::string& path)
         return error;
     path = JoinPath(base, name);
     gFolder = new Folder { above.Release(), folder.Release(), getpid(), name, path, gFolder };
-    static const bool isWatched = WatchEnds();
-    return isWatched ? 0 : ENOMEM;
+    static const bool sIsWatched = WatchEnds();
+    return sIsWatched ? 0 : ENOMEM;
 }
 
 // Removes what killed programs of this user have left below base.

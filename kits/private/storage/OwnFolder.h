@@ -2,9 +2,9 @@
 // planted in it and names in it need not be secret.
 #pragma once
 
-#include <string>
-
 #include "SupportDefs.h"
+
+#include <string>
 
 namespace folders {
 // Sets path to the folder, which is made below $TMPDIR or /tmp when it is first asked for, and

@@ -28,10 +28,10 @@ std::string ValueOf(const std::string& lines, const std::string& name)
     return "";
 }
 
-template <size_t Size>
-void Copy(const std::string& text, char (&array)[Size])
+template <size_t size>
+void Copy(const std::string& text, char (&array)[size])
 {
-    array[text.copy(array, Size - 1)] = '\0';
+    array[text.copy(array, size - 1)] = '\0';
 }
 
 } // namespace

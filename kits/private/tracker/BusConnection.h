@@ -2,6 +2,7 @@
 #pragma once
 
 #include <dbus/dbus.h>
+
 #include <memory>
 
 struct CloseConnection {
@@ -11,5 +12,5 @@ struct CloseConnection {
         dbus_connection_unref(connection);
     }
 };
-typedef std::unique_ptr<DBusConnection, CloseConnection> BusConnection; // a private one
-typedef std::unique_ptr<DBusMessage, decltype(&dbus_message_unref)> BusMessage;
+using BusConnection = std::unique_ptr<DBusConnection, CloseConnection>; // a private one
+using BusMessage = std::unique_ptr<DBusMessage, decltype(&dbus_message_unref)>;

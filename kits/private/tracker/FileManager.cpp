@@ -1,16 +1,16 @@
 #include "FileManager.h"
 
-#include <cstdio>
-#include <string>
-#include <sys/stat.h>
-#include <vector>
-
 #include "BusConnection.h"
 #include "Entry.h"
 #include "Launch.h"
 #include "Looper.h"
 #include "Message.h"
 #include "TextCoding.h"
+
+#include <cstdio>
+#include <string>
+#include <sys/stat.h>
+#include <vector>
 
 const char* const kFileManagerSignature = "application/x-vnd.Be-TRAK";
 
@@ -43,7 +43,7 @@ BusMessage MakeCall(const char* method, const std::vector<std::string>& paths)
     const char* startupId = "";
     if (call
         && !dbus_message_append_args(call.get(), DBUS_TYPE_ARRAY, DBUS_TYPE_STRING, &first,
-            int(texts.size()), DBUS_TYPE_STRING, &startupId, DBUS_TYPE_INVALID))
+            static_cast<int>(texts.size()), DBUS_TYPE_STRING, &startupId, DBUS_TYPE_INVALID))
         call.reset();
     return call;
 }
@@ -186,6 +186,6 @@ private:
 
 BMessenger FileManagerMessenger()
 {
-    static const RunningManager manager;
-    return manager.Target();
+    static const RunningManager sManager;
+    return sManager.Target();
 }

@@ -87,7 +87,7 @@ struct Row {
     char kind;
 };
 
-typedef GraphicsWin Win;
+using Win = GraphicsWin;
 // In the order of a run.
 const Row kRows[] = {
     { &Win::TestLinesFlushed, "Lines Flushed", "vectors/sec", 1010, 10000, 4, 'l' },
@@ -192,7 +192,7 @@ TEST_F(GraphicsTest, EachDrawsItsShapesTimesThemAndLeavesTheViewWhite)
             EXPECT_TRUE(drawn == gDrawn.end() && wanted == expected.end())
                 << "call " << wanted - expected.begin() << " of " << expected.size();
             EXPECT_EQ(window->ChildAt(0)->HighColor(), black_color);
-            EXPECT_TRUE(screen::Find("graphicsview", TitleOf(row).c_str()).exposed);
+            EXPECT_TRUE(screen::Find("graphicsview", TitleOf(row)).exposed);
 
             const Metric* metric = benchmark.results.NewTest(
                 ("Graphics " + row.metric).c_str(), 1); // the one made above

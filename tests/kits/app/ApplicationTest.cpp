@@ -1,12 +1,13 @@
+#include "ApplicationState.h"
+#include "TestLooper.h"
+
+#include <Application.h>
+#include <Roster.h>
+
 #include <atomic>
 #include <csignal>
 #include <filesystem>
 #include <unistd.h>
-
-#include "ApplicationState.h"
-#include "TestLooper.h"
-#include <Application.h>
-#include <Roster.h>
 
 namespace {
 

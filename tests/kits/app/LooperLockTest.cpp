@@ -1,10 +1,10 @@
-#include <atomic>
-#include <list>
-#include <optional>
+#include "TestLooper.h"
 
 #include <Autolock.h>
 
-#include "TestLooper.h"
+#include <atomic>
+#include <list>
+#include <optional>
 
 namespace {
 

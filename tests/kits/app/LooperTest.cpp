@@ -1,12 +1,12 @@
+#include "MessageDelivery.h"
+#include "TestLooper.h"
+
+#include <Autolock.h>
+
 #include <array>
 #include <atomic>
 #include <list>
 #include <optional>
-
-#include <Autolock.h>
-
-#include "MessageDelivery.h"
-#include "TestLooper.h"
 
 TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)
 {
@@ -19,7 +19,7 @@ TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)
     std::vector<TestLooper*> loopers;
     std::vector<BMessenger> players;
     const auto pass = [&](uint32 from, int random) {
-        const uint32 to = uint32(random * 7919 >> 3) % kLoopers;
+        const uint32 to = static_cast<uint32>(random * 7919 >> 3) % kLoopers;
         BMessage ball = Numbered(from, sent[from][to]++);
         EXPECT_EQ(players[to].SendMessage(&ball), B_OK);
     };
@@ -33,7 +33,7 @@ TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)
         players.emplace_back(loopers.back());
     }
     for (int i = 0; i < kBalls; ++i)
-        pass(uint32(i) % kLoopers, i);
+        pass(static_cast<uint32>(i) % kLoopers, i);
     for (TestLooper* looper : loopers)
         looper->Run();
     while (hops < kHops - 1 + kBalls) // so long as one is in the air

@@ -1,17 +1,18 @@
-#include <algorithm>
-#include <string>
-#include <tuple>
+#include "MessageBody.h"
+
+#include <Message.h>
 
 #include <gtest/gtest.h>
 
-#include "MessageBody.h"
-#include <Message.h>
+#include <algorithm>
+#include <string>
+#include <tuple>
 
 namespace {
 
 std::string Flat(const BMessage& message)
 {
-    std::string bytes(size_t(message.FlattenedSize()), '\0');
+    std::string bytes(static_cast<size_t>(message.FlattenedSize()), '\0');
     EXPECT_EQ(message.Flatten(bytes.data(), ssize_t(bytes.size())), B_OK);
     return bytes;
 }

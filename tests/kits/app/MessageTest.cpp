@@ -1,12 +1,12 @@
+#include <Entry.h>
+#include <Message.h>
+
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <string>
 #include <type_traits>
 #include <vector>
-
-#include <gtest/gtest.h>
-
-#include <Entry.h>
-#include <Message.h>
 
 namespace {
 
@@ -33,7 +33,7 @@ bool Same(const BMessage* a, const BMessage& b)
 
 BMessage FlattenedAndBack(const BMessage& message)
 {
-    std::vector<char> bytes(size_t(message.FlattenedSize()));
+    std::vector<char> bytes(static_cast<size_t>(message.FlattenedSize()));
     BMessage result;
     EXPECT_EQ(message.Flatten(bytes.data(), message.FlattenedSize()), B_OK);
     EXPECT_EQ(result.Unflatten(bytes.data(), ssize_t(bytes.size())), B_OK);

@@ -1,9 +1,10 @@
-#include <tuple>
-
 #include "MessageDelivery.h"
 #include "TestLooper.h"
+
 #include <Invoker.h>
 #include <Messenger.h>
+
+#include <tuple>
 
 namespace {
 
@@ -136,7 +137,7 @@ TEST(Messenger, ALooperThatSendsToItselfNeverWaits)
             EXPECT_EQ(messenger.SendMessage(&next, &reply), B_MESSAGE_TO_SELF);
         },
         1);
-    looper->PostMessage(uint32(0));
+    looper->PostMessage(static_cast<uint32>(0));
     looper->Run();
     EXPECT_EQ(log.WaitFor(4), Numbers(4));
     QuitNow(looper);

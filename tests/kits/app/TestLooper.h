@@ -1,17 +1,18 @@
 #pragma once
 
-#include <functional>
-
-#include <gtest/gtest.h>
-#include <Looper.h>
-
 #include "tests/support/Log.h"
 #include "tests/support/WaitUntil.h"
+
+#include <Looper.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
 
 // Does with each message what the test says.
 class TestLooper : public BLooper {
 public:
-    typedef std::function<void(TestLooper&, BMessage*)> Action;
+    using Action = std::function<void(TestLooper&, BMessage*)>;
 
     explicit TestLooper(Action action, int32 capacity = B_LOOPER_PORT_DEFAULT_CAPACITY)
         : BLooper("test", B_NORMAL_PRIORITY, capacity), fAction(std::move(action))

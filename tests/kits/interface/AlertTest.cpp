@@ -1,8 +1,8 @@
-#include "TestWindow.h"
-
 #include "Alert.h"
+
 #include "Button.h"
 #include "Invoker.h"
+#include "TestWindow.h"
 #include "TextView.h"
 
 #include <thread>

@@ -1,8 +1,7 @@
-#include "TestWindow.h"
-
 #include "Button.h"
 #include "ScrollBar.h"
 #include "ScrollView.h"
+#include "TestWindow.h"
 #include "TextView.h"
 
 namespace {

@@ -1,7 +1,7 @@
-#include "TestWindow.h"
-
 #include "FilePanel.h"
+
 #include "tests/support/TempFolder.h"
+#include "TestWindow.h"
 
 namespace {
 

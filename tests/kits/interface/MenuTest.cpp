@@ -1,6 +1,5 @@
-#include "TestWindow.h"
-
 #include "MenuBar.h"
+#include "TestWindow.h"
 
 namespace {
 
@@ -52,7 +51,7 @@ TEST_F(WindowTest, ItemsComeAndGoWhileTheMenuIsInItsWindow)
     Show();
     Locked([&] {
         BMenu* menu = bar->ItemAt(0)->Submenu();
-        delete menu->RemoveItem(int32(0));
+        delete menu->RemoveItem(static_cast<int32>(0));
         menu->ItemAt(0)->SetEnabled(false);
         BMenuItem* one = menu->FindItem("One");
         EXPECT_FALSE(menu->AddItem(one)); // it stands in the other menu

@@ -1,7 +1,7 @@
-#include "TestWindow.h"
+#include "TextControl.h"
 
 #include "Button.h"
-#include "TextControl.h"
+#include "TestWindow.h"
 #include "TextView.h"
 
 namespace {

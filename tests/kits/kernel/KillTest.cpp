@@ -3,13 +3,14 @@
 
 #include <OS.h>
 
-#include <atomic>
 #include <gtest/gtest.h>
+
+#include <atomic>
 #include <mutex>
 #include <random>
 
 namespace {
-enum Deed { MakeKitCalls, Snooze, Await, HoldLock, Destroy };
+enum Deed { kMakeKitCalls, kSnooze, kAwait, kHoldLock, kDestroy };
 
 // A thread that does one deed for ever, and what its test sees of it.
 struct Victim {
@@ -38,13 +39,13 @@ struct Victim {
 
     void Do()
     {
-        if (deed < HoldLock)
+        if (deed < kHoldLock)
             isThere = true;
         switch (deed) {
-            case Snooze: snooze(B_INFINITE_TIMEOUT); break;
-            case Await: wait_for_thread(other, nullptr); break;
-            case HoldLock: DoHoldingLock(); break;
-            case Destroy: DoInDestructor(); break;
+            case kSnooze: snooze(B_INFINITE_TIMEOUT); break;
+            case kAwait: wait_for_thread(other, nullptr); break;
+            case kHoldLock: DoHoldingLock(); break;
+            case kDestroy: DoInDestructor(); break;
             default: break;
         }
         system_time();
@@ -87,19 +88,19 @@ struct Victim {
 TEST(Kill, EndsAThreadWhereverItIsAndUnwindsItUnderLoad)
 {
     std::minstd_rand random(20260101);
-    Victim load(MakeKitCalls);
+    Victim load(kMakeKitCalls);
     const thread_id loads[] = { load.Start(), load.Start() };
     for (int i = 0; i < 160; i++) {
-        Victim victim(static_cast<Deed>(i % Destroy));
+        Victim victim(static_cast<Deed>(i % kDestroy));
         SCOPED_TRACE(victim.deed);
         victim.other = loads[0];
-        const bool isAwaited = i < 2 * Destroy;
+        const bool isAwaited = i < 2 * kDestroy;
         const thread_id thread = isAwaited ? victim.Start() : victim.Spawn();
         if (!isAwaited && random() % 8 != 0)
             resume_thread(thread);
         if (!isAwaited && random() % 3 == 0)
             snooze(static_cast<bigtime_t>(random() % 2000));
-        if (i < Destroy || random() % 4 == 0)
+        if (i < kDestroy || random() % 4 == 0)
             suspend_thread(thread);
         EXPECT_EQ(kill_thread(thread), B_OK);
         EXPECT_EQ(victim.unwound == 1, victim.isThere.load());
@@ -116,14 +117,14 @@ TEST(Kill, EndsAThreadWhereverItIsAndUnwindsItUnderLoad)
 
 TEST(Kill, DoesNotComeAtAKitCallInADestructor)
 {
-    Victim victim(Destroy);
+    Victim victim(kDestroy);
     EXPECT_EQ(kill_thread(victim.Start()), B_OK);
     EXPECT_GE(victim.unwound, 2); // the whole destructor and the sentry
 }
 
 TEST(Kill, ThreadsThatKillOrAwaitEachOtherAllEnd)
 {
-    typedef void (*Way)(thread_id);
+    using Way = void (*)(thread_id);
     const Way kill = [](thread_id other) { kill_thread(other); };
     const Way await = [](thread_id other) { wait_for_thread(other, nullptr); };
     const Way killInDestructor = [](thread_id other) {

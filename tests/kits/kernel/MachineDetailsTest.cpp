@@ -1,14 +1,14 @@
 #include "MachineNames.h"
-#include "SystemTree.h"
-
 #include "MachineTree.h"
+#include "SystemTree.h"
 
 #include <MachineState.h>
 #include <OS.h>
+
 #include <tuple>
 
 namespace {
-typedef std::vector<int> Numbers;
+using Numbers = std::vector<int>;
 const Numbers kFirstEight = { 0, 1, 2, 3, 4, 5, 6, 7 };
 
 const struct {
@@ -174,7 +174,7 @@ TEST(MachineDetails, VirtualMachinesAreNamed)
 
 TEST(MachineDetails, FastAndSlowCores)
 {
-    typedef std::optional<CoreKind> Kind;
+    using Kind = std::optional<CoreKind>;
     const auto kinds = [](const MachineTree& tree) {
         const RootGuard root(tree.Path());
         std::vector<Kind> found(2);
@@ -186,12 +186,12 @@ TEST(MachineDetails, FastAndSlowCores)
     const MachineTree told;
     told.Write(cpu + "0" + capacity, "446");
     told.Write(cpu + "1" + capacity, "1024");
-    EXPECT_EQ(kinds(told), (std::vector<Kind> { CoreKind::Efficiency, CoreKind::Performance }));
+    EXPECT_EQ(kinds(told), (std::vector<Kind> { CoreKind::kEfficiency, CoreKind::kPerformance }));
     told.Write(cpu + "0" + capacity, "1009");
     EXPECT_EQ(kinds(told), (std::vector<Kind> { {}, {} }));
     told.Write("sys/devices/cpu_core/cpus", "0\n");
     told.Write("sys/devices/cpu_atom/cpus", "1\n");
-    EXPECT_EQ(kinds(told), (std::vector<Kind> { CoreKind::Performance, CoreKind::Efficiency }));
+    EXPECT_EQ(kinds(told), (std::vector<Kind> { CoreKind::kPerformance, CoreKind::kEfficiency }));
 }
 
 TEST(MachineDetails, TheInnermostMountHoldsAFile)

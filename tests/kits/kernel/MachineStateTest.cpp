@@ -38,7 +38,7 @@ std::vector<std::string> Lines(const std::vector<RunWarning>& warnings)
     return lines;
 }
 
-typedef std::vector<std::string> Texts;
+using Texts = std::vector<std::string>;
 } // namespace
 
 TEST(MachineState, LoadAndTimesOfProcessors)

@@ -3,13 +3,14 @@
 #include "TaskStat.h"
 
 #include <gtest/gtest.h>
+
 #include <tuple>
 
 using namespace kernel;
 
 TEST(MachineText, ListsAndMasksOfProcessors)
 {
-    typedef std::vector<int> Numbers;
+    using Numbers = std::vector<int>;
     EXPECT_EQ(ParseCpuList("0-2,8\n"), (Numbers { 0, 1, 2, 8 }));
     EXPECT_EQ(ParseCpuList("3,x,5-,7-4,-1,9"), (Numbers { 3, 9 }));
     for (const char* nothing : { "", "\n", "99999", "0-99999999" })

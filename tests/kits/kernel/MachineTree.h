@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Processors.h"
-
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>

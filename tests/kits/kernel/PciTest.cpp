@@ -97,7 +97,7 @@ TEST(Pci, AHeaderIsTakenApartByItsType)
     AddPciFunction(tree, "0000:01:01.0", config);
     const std::vector<pci_info> infos = AllFunctions();
     ASSERT_EQ(infos.size(), 2u);
-    typedef std::vector<uint32> Numbers;
+    using Numbers = std::vector<uint32>;
     const pci_info& info = infos[0];
     EXPECT_EQ((Numbers { info.revision, info.class_base, info.class_sub, info.class_api,
                   info.line_size, info.latency, info.header_type, info.bist }),

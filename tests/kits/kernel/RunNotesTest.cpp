@@ -1,5 +1,6 @@
 // What is left of runs that are killed, on a machine that is a folder.
 #include "RunNotes.h"
+
 #include "MachineTree.h"
 #include "tests/support/Child.h"
 #include "tests/support/WaitUntil.h"

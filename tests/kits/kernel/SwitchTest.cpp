@@ -3,14 +3,15 @@
 
 #include <OS.h>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <atomic>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <sched.h>
-#include <string.h>
 
 namespace {
 const char* const kSwitch = "/sys/devices/system/cpu/cpu1/online";

@@ -17,7 +17,7 @@ double OwnSeconds()
 {
     timespec time = {};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 constexpr double kWork = 0.05; // seconds of a processor

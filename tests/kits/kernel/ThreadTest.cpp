@@ -2,8 +2,9 @@
 
 #include <OS.h>
 
-#include <atomic>
 #include <gtest/gtest.h>
+
+#include <atomic>
 #include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -13,9 +14,9 @@
 namespace {
 // What a thread of these tests does and shows; it does it until done.
 struct Work {
-    enum Kind { Count, Snooze, Sleep };
+    enum Kind { kCount, kSnooze, kSleep };
 
-    Kind kind = Count;
+    Kind kind = kCount;
     std::atomic<bool> done { false };
     std::atomic<long> count { 0 };
     std::atomic<pid_t> tid { 0 };
@@ -26,9 +27,9 @@ struct Work {
         work.tid = static_cast<pid_t>(syscall(SYS_gettid));
         while (!work.done) {
             work.count++;
-            if (work.kind == Snooze)
+            if (work.kind == kSnooze)
                 snooze(100000);
-            if (work.kind == Sleep)
+            if (work.kind == kSleep)
                 usleep(100000);
         }
         return 7;
@@ -38,7 +39,7 @@ struct Work {
 thread_state StateOf(thread_id thread)
 {
     thread_info info;
-    return get_thread_info(thread, &info) == B_OK ? info.state : thread_state(0);
+    return get_thread_info(thread, &info) == B_OK ? info.state : static_cast<thread_state>(0);
 }
 
 std::string NameOf(thread_id thread)
@@ -50,8 +51,8 @@ std::string NameOf(thread_id thread)
 
 TEST(Thread, StateTellsWhatItDoes)
 {
-    const std::pair<Work::Kind, thread_state> rows[] = { { Work::Count, B_THREAD_RUNNING },
-        { Work::Snooze, B_THREAD_ASLEEP }, { Work::Sleep, B_THREAD_WAITING } };
+    const std::pair<Work::Kind, thread_state> rows[] = { { Work::kCount, B_THREAD_RUNNING },
+        { Work::kSnooze, B_THREAD_ASLEEP }, { Work::kSleep, B_THREAD_WAITING } };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.first);
         Work work;
@@ -120,7 +121,8 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
         spawn_thread([](void*) -> int32 { return 42; }, "short", B_LOW_PRIORITY, nullptr);
     resume_thread(thread);
     ASSERT_TRUE(WaitUntil([&] { return NameOf(thread) == "<ended>"; }));
-    for (const thread_id id : { thread, thread_id(0), thread_id(-1), thread_id(1 << 30) }) {
+    for (const thread_id id : { thread, static_cast<thread_id>(0), static_cast<thread_id>(-1),
+             static_cast<thread_id>(1 << 30) }) {
         thread_info info;
         EXPECT_EQ(get_thread_info(id, &info), B_BAD_THREAD_ID);
         EXPECT_EQ(resume_thread(id), B_BAD_THREAD_ID);

@@ -1,11 +1,12 @@
-#include <sys/stat.h>
-#include <tuple>
+#include "TestHome.h"
+
+#include <Directory.h>
+#include <TypeConstants.h>
 
 #include <gtest/gtest.h>
 
-#include "TestHome.h"
-#include <Directory.h>
-#include <TypeConstants.h>
+#include <sys/stat.h>
+#include <tuple>
 
 namespace {
 
@@ -17,7 +18,7 @@ std::string Attribute(const std::string& path, const char* name)
         return "no file";
     if (const status_t error = node.GetAttrInfo(name, &info); error != B_OK)
         return error == B_ENTRY_NOT_FOUND ? "none" : "error";
-    std::string value(size_t(info.size), '?');
+    std::string value(static_cast<size_t>(info.size), '?');
     EXPECT_EQ(node.ReadAttr(name, B_ANY_TYPE, 0, value.data(), value.size()), info.size);
     return value;
 }
@@ -97,7 +98,7 @@ TEST(Attribute, BelongsToTheFileAndNotToTheNextOneAtItsPath)
         const TempFolder folder;
         for (const char* name : { "a", "b" }) {
             WriteFile(folder / name, name);
-            chmod((folder / name).c_str(), mode_t(mode));
+            chmod((folder / name).c_str(), static_cast<mode_t>(mode));
             EXPECT_GT(SetAttribute(folder / name, "x", *name == 'a' ? "mine" : "other"), 0);
         }
         if (strstr(deed, "one"))

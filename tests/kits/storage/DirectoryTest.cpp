@@ -1,12 +1,13 @@
-#include <set>
-#include <tuple>
-
-#include <gtest/gtest.h>
-
 #include "TestHome.h"
+
 #include <Directory.h>
 #include <File.h>
 #include <Path.h>
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <tuple>
 
 namespace {
 

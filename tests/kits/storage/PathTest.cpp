@@ -1,11 +1,12 @@
-#include <tuple>
-
-#include <gtest/gtest.h>
-
 #include "TestHome.h"
+
 #include <Directory.h>
 #include <FindDirectory.h>
 #include <Path.h>
+
+#include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace fs = std::filesystem;
 
@@ -64,7 +65,7 @@ TEST(FindDirectory, EveryConstantHasAPlaceAndTheUsersFollowTheXdgFolders)
     BPath path;
     int count = 0;
     for (int which = -1; which < 5000; which++) {
-        const status_t status = find_directory(directory_which(which), &path);
+        const status_t status = find_directory(static_cast<directory_which>(which), &path);
         EXPECT_TRUE(status == B_OK ? TextOf(path)[0] == '/' : status == B_BAD_VALUE) << which;
         count += status == B_OK;
     }

@@ -1,8 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "TestHome.h"
+
 #include <Resources.h>
 #include <TypeConstants.h>
+
+#include <gtest/gtest.h>
 
 namespace {
 

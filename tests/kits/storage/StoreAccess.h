@@ -19,7 +19,7 @@ inline std::string Read(Store& store, const std::string& name)
     attr_info info;
     if (const status_t error = store.GetAttribute(kFile, name, &info); error != B_OK)
         return std::to_string(error);
-    std::string value(size_t(info.size), '\0');
+    std::string value(static_cast<size_t>(info.size), '\0');
     EXPECT_EQ(store.ReadAttribute(kFile, name, 0, value.data(), value.size()), info.size);
     return value;
 }

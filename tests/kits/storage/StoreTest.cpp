@@ -1,11 +1,12 @@
-#include <csignal>
-#include <fcntl.h>
-#include <random>
-
 #include "StoreAccess.h"
 #include "TestHome.h"
 #include "tests/support/Child.h"
+
 #include <OS.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <random>
 #include <tuple>
 
 namespace fs = std::filesystem;
@@ -17,10 +18,10 @@ const std::string kNone = std::to_string(B_ENTRY_NOT_FOUND);
 // Tells a value from every other one in all of its bytes.
 std::string ValueOf(int number, size_t size)
 {
-    std::minstd_rand random { unsigned(number + 2) };
+    std::minstd_rand random { static_cast<unsigned>(number + 2) };
     std::string value(size, '\0');
     for (char& byte : value)
-        byte = char(random() >> 8);
+        byte = static_cast<char>(random() >> 8);
     return value;
 }
 
@@ -46,7 +47,7 @@ TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
     constexpr int kAttributes = 5;
     constexpr size_t kSize = 30'000;
     int written = 0; // writes known to be done; number n writes attribute n % kAttributes
-    srand(unsigned(getpid()));
+    srand(static_cast<unsigned>(getpid()));
     for (int round = 0; round < 20; round++) {
         int tell[2];
         ASSERT_EQ(pipe(tell), 0);
@@ -54,13 +55,13 @@ TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
             Store store(folder / "store");
             for (int number = written;; number++) {
                 const std::string name = std::to_string(number % kAttributes);
-                if (Write(store, name, ValueOf(number, kSize)) != ssize_t(kSize)
+                if (Write(store, name, ValueOf(number, kSize)) != static_cast<ssize_t>(kSize)
                     || write(tell[1], &number, sizeof number) != sizeof number)
                     return 1;
             }
         });
         close(tell[1]);
-        usleep(useconds_t(rand() % 60'000));
+        usleep(static_cast<useconds_t>(rand() % 60'000));
         kill(child, SIGKILL);
         EXPECT_EQ(EndOf(child), -SIGKILL) << "a write failed";
         for (int number = 0; read(tell[0], &number, sizeof number) == sizeof number;)

@@ -1,9 +1,9 @@
-#include <cerrno>
-#include <sys/stat.h>
-
 #include "StoreAccess.h"
 #include "TestHome.h"
 #include "tests/support/Child.h"
+
+#include <cerrno>
+#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
@@ -50,14 +50,14 @@ TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
 struct FaultyDisk {
     FaultyDisk(int first, bool stays) : fFirst(first), fStays(stays)
     {
-        fReads = 0;
-        fBroken = -1;
-        fNow = this;
-        Use(sqlite3_syscall_ptr(Read));
+        sReads = 0;
+        sBroken = -1;
+        sNow = this;
+        Use(reinterpret_cast<sqlite3_syscall_ptr>(Read));
     }
     ~FaultyDisk() { Use(nullptr); }
 
-    static int fReads;
+    static int sReads;
 
 private:
     static void Use(sqlite3_syscall_ptr call)
@@ -69,9 +69,9 @@ private:
     }
     static ssize_t Read(int file, void* buffer, size_t size, off_t offset)
     {
-        if (fReads++ == fNow->fFirst)
-            fBroken = offset;
-        else if (!fNow->fStays || offset > fBroken || offset + off_t(size) <= fBroken)
+        if (sReads++ == sNow->fFirst)
+            sBroken = offset;
+        else if (!sNow->fStays || offset > sBroken || offset + static_cast<off_t>(size) <= sBroken)
             return pread(file, buffer, size, offset);
         errno = EIO;
         return -1;
@@ -79,12 +79,12 @@ private:
 
     const int fFirst;
     const bool fStays; // what could not be read once never can be
-    static off_t fBroken;
-    static const FaultyDisk* fNow;
+    static off_t sBroken;
+    static const FaultyDisk* sNow;
 };
-int FaultyDisk::fReads = 0;
-off_t FaultyDisk::fBroken = -1;
-const FaultyDisk* FaultyDisk::fNow = nullptr;
+int FaultyDisk::sReads = 0;
+off_t FaultyDisk::sBroken = -1;
+const FaultyDisk* FaultyDisk::sNow = nullptr;
 
 TEST(StoreTrouble, WhatTheDiskCannotReadIsNeitherDamageNorNothing)
 {
@@ -109,7 +109,7 @@ TEST(StoreTrouble, WhatTheDiskCannotReadIsNeitherDamageNorNothing)
                 char text[6] = "";
                 const ssize_t size = store.ReadAttribute(kFile, "kept", 0, text, 5);
                 value = size < 0 ? std::to_string(size) : text;
-                isReached = FaultyDisk::fReads > first;
+                isReached = FaultyDisk::sReads > first;
             }
             const std::string said = testing::internal::GetCapturedStderr();
             EXPECT_TRUE(

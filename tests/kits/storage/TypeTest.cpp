@@ -1,13 +1,14 @@
-#include <tuple>
-
-#include <gtest/gtest.h>
-
 #include "ReleaseVersion.h"
 #include "TestHome.h"
+
 #include <AppFileInfo.h>
 #include <File.h>
 #include <Message.h>
 #include <Mime.h>
+
+#include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace fs = std::filesystem;
 

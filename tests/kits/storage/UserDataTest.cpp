@@ -1,11 +1,11 @@
+#include "TestHome.h"
+
 #include <UserData.h>
 
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "TestHome.h"
 
 namespace {
 

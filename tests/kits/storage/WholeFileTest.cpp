@@ -1,3 +1,10 @@
+#include "WholeFile.h"
+
+#include "TestHome.h"
+#include "tests/support/Child.h"
+
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <csignal>
 #include <cstring>
@@ -5,12 +12,6 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/xattr.h>
-
-#include <gtest/gtest.h>
-
-#include "TestHome.h"
-#include "tests/support/Child.h"
-#include "WholeFile.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ std::string Said(const TempFolder& folder, const std::string& commands)
     FILE* pipe = popen(("cd " + folder.Path() + " && { " + commands + "; }").c_str(), "r");
     std::string text;
     for (int letter = fgetc(pipe); letter != EOF; letter = fgetc(pipe))
-        text += letter == '\n' ? ' ' : char(letter);
+        text += letter == '\n' ? ' ' : static_cast<char>(letter);
     pclose(pipe);
     return text;
 }

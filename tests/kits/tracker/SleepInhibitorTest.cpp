@@ -1,7 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "tests/support/OwnBus.h"
+
 #include <SleepInhibitor.h>
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <thread>

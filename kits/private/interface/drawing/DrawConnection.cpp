@@ -34,7 +34,7 @@ DrawConnection::~DrawConnection()
 void DrawConnection::AskForRender()
 {
     const xcb_query_extension_reply_t* extension = xcb_get_extension_data(fXcb, &xcb_render_id);
-    if (extension == nullptr || !extension->present) {
+    if (!extension || !extension->present) {
         fprintf(stderr, "No text is drawn: the display lacks <RENDER>\n");
         return;
     }
@@ -44,7 +44,7 @@ void DrawConnection::AskForRender()
     MakeReply(xcb_render_query_version_reply(fXcb, versionCookie, nullptr));
     const auto formats =
         MakeReply(xcb_render_query_pict_formats_reply(fXcb, formatsCookie, nullptr));
-    if (formats == nullptr)
+    if (!formats)
         return;
     auto info = xcb_render_query_pict_formats_formats_iterator(formats.get());
     for (; info.rem != 0; xcb_render_pictforminfo_next(&info)) {
@@ -72,7 +72,7 @@ void DrawConnection::WaitUntilViewable(xcb_window_t window, bigtime_t limit) con
     for (;;) {
         const auto attributes = MakeReply(xcb_get_window_attributes_reply(
             fXcb, xcb_get_window_attributes(fXcb, window), nullptr));
-        if (attributes == nullptr || attributes->map_state == XCB_MAP_STATE_VIEWABLE
+        if (!attributes || attributes->map_state == XCB_MAP_STATE_VIEWABLE
             || system_time() - start > limit)
             return;
         snooze(kPause);
@@ -83,7 +83,7 @@ const PixelFormat* DrawConnection::FormatOf(xcb_window_t window)
 {
     const auto attributes = MakeReply(
         xcb_get_window_attributes_reply(fXcb, xcb_get_window_attributes(fXcb, window), nullptr));
-    if (attributes == nullptr)
+    if (!attributes)
         return nullptr;
     for (const PixelFormat& format : fFormats) {
         if (format.Visual() == attributes->visual)
@@ -102,10 +102,10 @@ xcb_render_pictformat_t DrawConnection::PictureFormat(const PixelFormat& format)
 GlyphSet* DrawConnection::GlyphsOf(const BFont& font, float scale)
 {
     FontFace* face = FontFace::Of(font, scale);
-    if (face == nullptr || fAlphaFormat == 0)
+    if (!face || fAlphaFormat == 0)
         return nullptr;
     auto& glyphs = fGlyphs[face];
-    if (glyphs == nullptr)
+    if (!glyphs)
         glyphs = std::make_unique<GlyphSet>(fXcb, fAlphaFormat, *face);
     return glyphs.get();
 }
@@ -119,7 +119,7 @@ void DrawConnection::Flush()
 void DrawConnection::Sync()
 {
     // Any request with an answer does: it is answered after all before it has been carried out.
-    if (MakeReply(xcb_get_input_focus_reply(fXcb, xcb_get_input_focus(fXcb), nullptr)) == nullptr)
+    if (!MakeReply(xcb_get_input_focus_reply(fXcb, xcb_get_input_focus(fXcb), nullptr)))
         display::EndWithDisplay();
     // Errors of drawables that have gone queue up here, and the display's notes to all its clients.
     while (const auto event = MakeReply(xcb_poll_for_event(fXcb))) { }
@@ -127,13 +127,13 @@ void DrawConnection::Sync()
 
 void BWindow::FlushDrawing()
 {
-    if (fConnection != nullptr)
+    if (fConnection)
         fConnection->Flush();
 }
 
 void BWindow::SyncDrawing()
 {
-    if (fConnection != nullptr)
+    if (fConnection)
         fConnection->Sync();
 }
 

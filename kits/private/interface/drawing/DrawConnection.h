@@ -8,13 +8,14 @@
 #include "drawing/PixelFormat.h"
 #include "Font.h"
 
+#include <xcb/render.h>
+#include <xcb/xcb.h>
+
 #include <array>
 #include <list>
 #include <map>
 #include <memory>
 #include <unordered_map>
-#include <xcb/render.h>
-#include <xcb/xcb.h>
 
 // A typeface's glyphs as one connection's views draw them: each is sent to the server once, when it
 // is first needed.

@@ -177,6 +177,7 @@ void DrawContext::SetStipple(pattern p)
 bool DrawContext::PrepareStroke(const DrawState& state, pattern p)
 {
     const float pen = state.penSize * fScale;
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): pens are small, and lround() costs a call a line
     const int32 width = pen < 1.5f ? 0 : std::min(static_cast<int>(pen + 0.5f), kFarthest);
     if (width != fLineWidth) {
         fLineWidth = width;
@@ -328,7 +329,7 @@ float DrawContext::DrawString(const DrawState& state, BPoint pen, const char* te
         fGlyphsKnown = true;
         fGlyphs = fPictureFormat == 0 ? nullptr : fConnection.GlyphsOf(state.font, fScale);
     }
-    if (fGlyphs == nullptr)
+    if (!fGlyphs)
         return 0;
     const PixelRect place = Area(BRect(pen, pen)); // letters stand on the pen's pixel row
     return fGlyphs->Draw(ColorSource(state.highColor), TargetPicture(), place.left, place.bottom,
@@ -506,7 +507,7 @@ std::optional<bool> DrawContext::ShowsOnly(rgb_color color) const
             static_cast<int16>(area.top), area.Width(), area.Height(), ~0u),
         nullptr));
     const int32 rowBytes = fFormat.BytesPerRow(area.Width());
-    if (image == nullptr || image->depth != fFormat.Depth()
+    if (!image || image->depth != fFormat.Depth()
         || xcb_get_image_data_length(image.get()) < rowBytes * area.Height())
         return {};
     const uint8* pixels = xcb_get_image_data(image.get());

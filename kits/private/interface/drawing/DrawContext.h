@@ -11,11 +11,12 @@
 #include "GraphicsDefs.h"
 #include "Rect.h"
 
+#include <xcb/render.h>
+#include <xcb/xcb.h>
+
 #include <memory>
 #include <optional>
 #include <vector>
-#include <xcb/render.h>
-#include <xcb/xcb.h>
 
 class BBitmap;
 class DrawConnection;

@@ -20,8 +20,8 @@ namespace {
 
 constexpr int32 kMaxPixels = 1000; // larger ones would only exhaust memory
 
-Mutex sFacesLock; // leaf
-std::map<FontRequest, std::unique_ptr<FontFace>> sFaces GUARDED_BY(sFacesLock);
+Mutex gFacesLock; // leaf
+std::map<FontRequest, std::unique_ptr<FontFace>> gFaces GUARDED_BY(gFacesLock);
 
 } // namespace
 
@@ -41,24 +41,24 @@ FontFace* FontFace::Of(const BFont& font, float scale)
 {
     const FontRequest request = Request(font, scale);
     {
-        const LeafLock lock(sFacesLock);
-        const auto found = sFaces.find(request);
-        if (found != sFaces.end())
+        const LeafLock lock(gFacesLock);
+        const auto found = gFaces.find(request);
+        if (found != gFaces.end())
             return found->second.get();
     }
     if (!display::Serves())
         return nullptr;
     std::unique_ptr<FontFace> face(new FontFace(request));
-    const LeafLock lock(sFacesLock); // where another thread was faster, its face stays
-    return sFaces.emplace(request, std::move(face)).first->second.get();
+    const LeafLock lock(gFacesLock); // where another thread was faster, its face stays
+    return gFaces.emplace(request, std::move(face)).first->second.get();
 }
 
 float FontFace::DisplayScale()
 {
-    static std::atomic<float> scale = 0; // 0: not asked yet
-    if (scale == 0)
-        scale = display::Call(MainScreenScale);
-    return scale != 0 ? scale.load() : 1;
+    static std::atomic<float> sScale = 0; // 0: not asked yet
+    if (sScale == 0)
+        sScale = display::Call(MainScreenScale);
+    return sScale != 0 ? sScale.load() : 1;
 }
 
 FontFace::FontFace(const FontRequest& request) : fRequest(request)

@@ -19,6 +19,7 @@ struct FontRequest {
     bool fixed = false; // letters of equal width, should the family be missing
     int32 pixels = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): it takes the default for a zero
     auto operator<=>(const FontRequest&) const = default;
 };
 

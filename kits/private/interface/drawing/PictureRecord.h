@@ -49,7 +49,7 @@ public:
     void AddString(const DrawState& state, const char* text, BPoint pen);
     void AddBitmap(const DrawState& state, const BBitmap& bitmap, BRect source, BRect destination);
 
-    typedef std::variant<DrawnShape, DrawnString, DrawnBitmap> Step;
+    using Step = std::variant<DrawnShape, DrawnString, DrawnBitmap>;
     const std::vector<Step>& Steps() const { return fSteps; }
 
 private:

@@ -67,7 +67,7 @@ PixelFormat::PixelFormat(xcb_connection_t* connection, xcb_visualid_t visual) : 
 {
     const xcb_setup_t* setup = xcb_get_setup(connection);
     const FoundVisual found = FindVisual(setup, visual);
-    if (found.type == nullptr)
+    if (!found.type)
         return;
     fDepth = found.depth;
     fLowByteFirst = setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
@@ -104,7 +104,7 @@ void PixelFormat::ReadPalette(xcb_connection_t* connection, const xcb_screen_t& 
     fPalette.assign(1, black_color);
     // Of a palette's pixels only black and white have an opposite that XOR finds.
     fInvertMask = screen.white_pixel ^ screen.black_pixel;
-    if (reply == nullptr)
+    if (!reply)
         return;
     fPalette.clear();
     const xcb_rgb_t* colors = xcb_query_colors_colors(reply.get());

@@ -3,8 +3,9 @@
 
 #include "GraphicsDefs.h"
 
-#include <vector>
 #include <xcb/xcb.h>
+
+#include <vector>
 
 class PixelFormat {
 public:

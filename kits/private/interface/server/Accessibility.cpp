@@ -340,9 +340,9 @@ QString LineName(const QLineEdit& line)
 
 void ServeAccessibility()
 {
-    static Observer observer;
+    static Observer sObserver;
     QAccessible::installFactory(MakeInterface);
-    QAccessible::installActivationObserver(&observer);
+    QAccessible::installActivationObserver(&sObserver);
     gIsRead = QAccessible::isActive();
 }
 

@@ -20,6 +20,7 @@
 #include <QThreadPool>
 #include <QTimer>
 #include <QWidget>
+#include <xcb/xcb.h>
 
 #include <clocale>
 #include <csignal>
@@ -34,7 +35,6 @@
 #include <thread>
 #include <unistd.h>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace {
 
@@ -139,8 +139,8 @@ private:
 Server& TheServer()
 {
     // Never destroyed: threads that are still running at the end may yet ask it for something.
-    static Server& server = *new Server;
-    return server;
+    static Server& sServer = *new Server;
+    return sServer;
 }
 
 // Qt ends the program where it finds no display; this asks first. It stays connected until Qt is,
@@ -183,7 +183,7 @@ public:
 void WatchMainThread()
 {
     if (gettid() == getpid())
-        static thread_local const MainThreadEnd end;
+        static thread_local const MainThreadEnd sEnd;
 }
 
 // For exit() elsewhere. Qt calls it on the server's own thread when the display has gone.
@@ -286,17 +286,17 @@ QApplication* MakeApplication(bool hasDisplay)
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     // Qt keeps references to these.
-    static char platform[] = "-platform";
-    static char xcb[] = "xcb";
-    static char offscreen[] = "offscreen";
-    static char theme[] = "-platformtheme"; // a desktop's own might look for the display
-    static char none[] = "none";
-    static char* arguments[] = { program_invocation_short_name, platform,
-        hasDisplay ? xcb : offscreen, hasDisplay ? nullptr : theme, none, nullptr };
-    static int count = hasDisplay ? 3 : 5;
+    static char sPlatform[] = "-platform";
+    static char sXcb[] = "xcb";
+    static char sOffscreen[] = "offscreen";
+    static char sTheme[] = "-platformtheme"; // a desktop's own might look for the display
+    static char sNone[] = "none";
+    static char* sArguments[] = { program_invocation_short_name, sPlatform,
+        hasDisplay ? sXcb : sOffscreen, hasDisplay ? nullptr : sTheme, sNone, nullptr };
+    static int sCount = hasDisplay ? 3 : 5;
     if (!hasDisplay) // where nobody is logged in: Qt would remark on the session that is missing
         QLoggingCategory::setFilterRules("default.warning=false");
-    auto* application = new QApplication(count, arguments);
+    auto* application = new QApplication(sCount, sArguments);
     // Large areas are painted by other threads. One that is there from the start is always found.
     QThreadPool::globalInstance()->setMaxThreadCount(1);
     QThreadPool::globalInstance()->setExpiryTimeout(-1);
@@ -313,8 +313,8 @@ void Server::Main(bool hasDisplay)
 {
     tIsServer = true;
     pthread_setname_np(pthread_self(), "display server");
-    static QApplication* application = nullptr; // it may have to stay
-    application = MakeApplication(hasDisplay);
+    static QApplication* sApplication = nullptr; // it may have to stay
+    sApplication = MakeApplication(hasDisplay);
     // The end of this thread and the end of Qt's static parts both let go of what Qt knows of this
     // thread, and its plugins do once more after it was freed. An object that stays holds it.
     fHeld = new QObject;
@@ -324,7 +324,7 @@ void Server::Main(bool hasDisplay)
         delete QApplication::topLevelWidgets().first();
     QPixmapCache::clear(); // its timer can only be stopped on this thread
     if (leave == Leave::kNothing)
-        delete application;
+        delete sApplication;
 }
 
 void Server::Serve()

@@ -38,7 +38,7 @@ bool RunLater(std::function<void()> job);
 template <typename F>
 auto Call(F&& f)
 {
-    typedef std::invoke_result_t<F> Result;
+    using Result = std::invoke_result_t<F>;
     if constexpr (std::is_void_v<Result>) {
         RunAndWait([&f] { f(); });
     } else {

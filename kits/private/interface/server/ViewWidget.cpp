@@ -7,22 +7,22 @@
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QPaintEvent>
-#include <QtGui/qguiapplication_platform.h>
 #include <QWindow>
+#include <xcb/xcb.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <QtGui/qguiapplication_platform.h>
 #include <set>
 #include <utility>
-#include <xcb/xcb.h>
 
 namespace {
 
 std::set<ViewWidget*>& NativeWidgets()
 {
-    static std::set<ViewWidget*> widgets; // touched by the server's thread only
-    return widgets;
+    static std::set<ViewWidget*> sWidgets; // touched by the server's thread only
+    return sWidgets;
 }
 
 // A request in the toolkit's buffer has not happened yet for other connections.

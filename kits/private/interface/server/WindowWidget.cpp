@@ -15,13 +15,13 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QResizeEvent>
-#include <QtGui/qguiapplication_platform.h>
 #include <QWidget>
 #include <QWindow>
+#include <xcb/xcb.h>
 
 #include <bit>
 #include <cstring>
-#include <xcb/xcb.h>
+#include <QtGui/qguiapplication_platform.h>
 
 // --- What Qt does not tell the window manager about a window
 

@@ -13,8 +13,9 @@ int64 FindAtPath(sqlite3* database, const NodeIdentity& file, bool asProgram)
     find.Bind(file.path);
     if (!find.Next())
         return 0;
-    const bool isIt = asProgram ? find.Number(3) != 0 && file.isProgram
-                                : file.IsSameNode(uint64(find.Number(1)), find.Number(2));
+    const bool isIt = asProgram
+        ? find.Number(3) != 0 && file.isProgram
+        : file.IsSameNode(static_cast<uint64>(find.Number(1)), find.Number(2));
     return isIt ? find.Number(0) : 0;
 }
 
@@ -33,7 +34,7 @@ int64 FindByNode(sqlite3* database, const NodeIdentity& file)
         return 0;
     Statement find(
         database, "SELECT id, path FROM files WHERE inode = ? AND birth = ? AND device IN (?, 0)");
-    find.Bind(int64(file.inode)).Bind(file.birth).Bind(file.device);
+    find.Bind(static_cast<int64>(file.inode)).Bind(file.birth).Bind(file.device);
     while (find.Next()) {
         NodeIdentity there;
         if (!IsAt(find.Bytes(1), file, &there) || there.mount == file.mount)
@@ -65,7 +66,7 @@ std::vector<FileRow> SomeRows(sqlite3* database)
     while (find.Next()) {
         FileRow row { find.Number(0), {} };
         row.file.path = find.Bytes(1);
-        row.file.inode = uint64(find.Number(2));
+        row.file.inode = static_cast<uint64>(find.Number(2));
         row.file.birth = find.Number(3);
         row.file.device = find.Number(4);
         row.file.isProgram = find.Number(5) != 0;
@@ -117,7 +118,8 @@ bool HasMoved(sqlite3* database, int64 row, const NodeIdentity& file)
         return false;
     Statement find(database, "SELECT path, inode FROM files WHERE id = ?");
     find.Bind(row);
-    if (!find.Next() || (find.Bytes(0) == file.path && find.Number(1) == int64(file.inode)))
+    if (!find.Next()
+        || (find.Bytes(0) == file.path && find.Number(1) == static_cast<int64>(file.inode)))
         return false;
     NodeIdentity there;
     return find.Bytes(0) == file.path || !IsAt(find.Bytes(0), file, &there);
@@ -139,13 +141,20 @@ int64 ClaimFile(sqlite3* database, const NodeIdentity& file)
         "DELETE FROM files WHERE inode = ? AND device = ? AND birth NOT IN (?, 0)"
         " AND program = 0 AND id <> ?");
     if (file.birth != 0)
-        reused.Bind(int64(file.inode)).Bind(file.device).Bind(file.birth).Bind(found).Run();
+        reused.Bind(static_cast<int64>(file.inode))
+            .Bind(file.device)
+            .Bind(file.birth)
+            .Bind(found)
+            .Run();
     Statement put(database,
         found == 0
             ? "INSERT INTO files (path, inode, birth, program, device) VALUES (?, ?, ?, ?, ?)"
             : "UPDATE files SET path = ?, inode = ?, birth = ?, program = ?, device = ?,"
               " replaced = NULL WHERE id = ?");
-    put.Bind(file.path).Bind(int64(file.inode)).Bind(file.birth).Bind(int64(file.isProgram));
+    put.Bind(file.path)
+        .Bind(static_cast<int64>(file.inode))
+        .Bind(file.birth)
+        .Bind(static_cast<int64>(file.isProgram));
     put.Bind(file.device);
     if (found != 0)
         put.Bind(found);
@@ -174,14 +183,14 @@ void MoveFiles(sqlite3* database, const std::string& from, const std::string& to
     Statement move(database,
         "UPDATE files SET path = CAST(? || substr(path, ?) AS BLOB)"
         " WHERE path = ? OR (path > ? AND path < ?)");
-    move.Bind(to).Bind(int64(from.size() + 1));
+    move.Bind(to).Bind(static_cast<int64>(from.size() + 1));
     move.Bind(from).Bind(belowFrom).Bind(endBelowFrom).Run();
 }
 
 void RemoveMissed(sqlite3* database)
 {
     const std::vector<FileRow> rows = SomeRows(database);
-    Transaction transaction(database, Transaction::Kind::Writing);
+    Transaction transaction(database, Transaction::Kind::kWriting);
     Statement remove(
         database, "DELETE FROM files WHERE path IS NULL AND replaced < unixepoch() - 86400 * ?");
     remove.Bind(kMostDaysMissed).Run();

@@ -1,10 +1,10 @@
 #include "Sqlite.h"
 
+#include "FileDescriptor.h"
+
 #include <cstring>
 #include <unistd.h>
 #include <vector>
-
-#include "FileDescriptor.h"
 
 namespace store {
 namespace {
@@ -84,8 +84,9 @@ void ReadThrough(sqlite3* database)
             continue; // it is not open
         if (const int result = file->pMethods->xFileSize(file, &size); result != SQLITE_OK)
             Throw(nullptr, result);
-        for (sqlite3_int64 at = 0; at < size; at += sqlite3_int64(part.size())) {
-            const int result = file->pMethods->xRead(file, part.data(), int(part.size()), at);
+        for (sqlite3_int64 at = 0; at < size; at += static_cast<sqlite3_int64>(part.size())) {
+            const int result =
+                file->pMethods->xRead(file, part.data(), static_cast<int>(part.size()), at);
             // The last part is shorter than what is asked for, and told as an error.
             if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ)
                 Throw(nullptr, result);
@@ -144,14 +145,14 @@ std::string Statement::Bytes(int column)
 {
     const void* start = sqlite3_column_blob(fStatement, column);
     const int size = sqlite3_column_bytes(fStatement, column);
-    return start ? std::string(static_cast<const char*>(start), size_t(size)) : "";
+    return start ? std::string(static_cast<const char*>(start), static_cast<size_t>(size)) : "";
 }
 
 Transaction::Transaction(sqlite3* database, Kind kind) : fDatabase(database)
 {
     // A writer takes the file's lock at once: one that had read before could not get it any more
     // after another program wrote.
-    Execute(database, kind == Kind::Writing ? "BEGIN IMMEDIATE" : "BEGIN");
+    Execute(database, kind == Kind::kWriting ? "BEGIN IMMEDIATE" : "BEGIN");
 }
 
 Transaction::~Transaction()
@@ -168,7 +169,7 @@ void Transaction::Commit()
 
 Blob::Blob(sqlite3* database, const char* table, int64 row, Use use) : fDatabase(database)
 {
-    const int isWriting = use == Use::Writing;
+    const int isWriting = use == Use::kWriting;
     CheckResult(
         database, sqlite3_blob_open(database, "main", table, "data", row, isWriting, &fBlob));
 }
@@ -180,18 +181,20 @@ Blob::~Blob()
 
 size_t Blob::Size() const
 {
-    return size_t(sqlite3_blob_bytes(fBlob));
+    return static_cast<size_t>(sqlite3_blob_bytes(fBlob));
 }
 
 void Blob::Read(size_t offset, void* buffer, size_t length) const
 {
     // No value has more than 1000000000 bytes, so both fit.
-    CheckResult(fDatabase, sqlite3_blob_read(fBlob, buffer, int(length), int(offset)));
+    CheckResult(fDatabase,
+        sqlite3_blob_read(fBlob, buffer, static_cast<int>(length), static_cast<int>(offset)));
 }
 
 void Blob::Write(size_t offset, const void* buffer, size_t length)
 {
-    CheckResult(fDatabase, sqlite3_blob_write(fBlob, buffer, int(length), int(offset)));
+    CheckResult(fDatabase,
+        sqlite3_blob_write(fBlob, buffer, static_cast<int>(length), static_cast<int>(offset)));
 }
 
 } // namespace store

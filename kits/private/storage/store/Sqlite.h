@@ -2,13 +2,13 @@
 // Failure, and caught where the folder ends: in Store.
 #pragma once
 
-#include <memory>
-#include <string>
-#include <string_view>
+#include "SupportDefs.h"
 
 #include <sqlite3.h>
 
-#include "SupportDefs.h"
+#include <memory>
+#include <string>
+#include <string_view>
 
 namespace store {
 
@@ -26,7 +26,7 @@ struct Failure {
 struct CloseDatabase {
     void operator()(sqlite3* database) const;
 };
-typedef std::unique_ptr<sqlite3, CloseDatabase> Database;
+using Database = std::unique_ptr<sqlite3, CloseDatabase>;
 
 // Everything that is done with it waits for other programs.
 [[nodiscard]] Database OpenDatabase(const std::string& name, int flags);
@@ -66,7 +66,7 @@ private:
 // All or nothing: what was done since the constructor is undone unless Commit() came back.
 class Transaction {
 public:
-    enum class Kind { Reading, Writing };
+    enum class Kind { kReading, kWriting };
     Transaction(sqlite3* database, Kind kind);
     ~Transaction();
     Transaction(const Transaction&) = delete;
@@ -82,7 +82,7 @@ private:
 // The value of a row's column "data", without the rest of it being loaded.
 class Blob {
 public:
-    enum class Use { Reading, Writing };
+    enum class Use { kReading, kWriting };
     Blob(sqlite3* database, const char* table, int64 row, Use use);
     ~Blob();
     Blob(const Blob&) = delete;

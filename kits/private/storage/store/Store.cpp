@@ -1,16 +1,16 @@
 #include "Store.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <new>
-#include <optional>
-#include <unistd.h>
-
 #include "FileTable.h"
 #include "KillGuard.h"
 #include "LeafLock.h"
 #include "Locations.h"
 #include "StoreFile.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <optional>
+#include <unistd.h>
 
 using namespace store;
 
@@ -31,7 +31,8 @@ AttributeRow FindAttribute(sqlite3* database, int64 file, std::string_view name)
     find.Bind(file).Bind(name);
     if (!find.Next())
         return {};
-    return { find.Number(0), type_code(find.Number(1)), off_t(find.Number(2)) };
+    return { find.Number(0), static_cast<type_code>(find.Number(1)),
+        static_cast<off_t>(find.Number(2)) };
 }
 
 void PutAttribute(
@@ -41,7 +42,7 @@ void PutAttribute(
         "INSERT INTO attributes (file, name, type, data) VALUES (?, ?, ?, ?) ON CONFLICT (file, "
         "name)"
         " DO UPDATE SET type = excluded.type, data = excluded.data");
-    put.Bind(file).Bind(name).Bind(int64(type)).Bind(bytes).Run();
+    put.Bind(file).Bind(name).Bind(static_cast<int64>(type)).Bind(bytes).Run();
 }
 
 // Writes over and behind what the attribute has.
@@ -51,16 +52,16 @@ void ExtendAttribute(sqlite3* database, int64 file, std::string_view name, type_
     const AttributeRow row = FindAttribute(database, file, name);
     // In place where it fits: a block of a long value is written without reading the rest. The type
     // is set only if it is another, as that writes the whole row.
-    if (row.id != 0 && offset + bytes.size() <= size_t(row.size)) {
+    if (row.id != 0 && offset + bytes.size() <= static_cast<size_t>(row.size)) {
         Statement retype(database, "UPDATE attributes SET type = ? WHERE id = ? AND type <> ?");
-        retype.Bind(int64(type)).Bind(row.id).Bind(int64(type)).Run();
-        Blob(database, "attributes", row.id, Blob::Use::Writing)
+        retype.Bind(static_cast<int64>(type)).Bind(row.id).Bind(static_cast<int64>(type)).Run();
+        Blob(database, "attributes", row.id, Blob::Use::kWriting)
             .Write(offset, bytes.data(), bytes.size());
         return;
     }
     std::string whole(offset + bytes.size(), '\0');
     if (row.id != 0) {
-        const Blob old(database, "attributes", row.id, Blob::Use::Reading);
+        const Blob old(database, "attributes", row.id, Blob::Use::kReading);
         old.Read(0, whole.data(), std::min(old.Size(), offset));
     }
     bytes.copy(whole.data() + offset, bytes.size());
@@ -73,11 +74,11 @@ Store& Store::Shared()
 {
     // Never destroyed: threads may still use it while the process ends. Closed it must be, so that
     // the changes that wait beside the file come into it.
-    static Store& shared = *[] {
+    static Store& sShared = *[] {
         std::atexit([] { Shared().Close(); });
         return new Store(SharedPath());
     }();
-    return shared;
+    return sShared;
 }
 
 std::string Store::SharedPath()
@@ -116,9 +117,9 @@ void Store::Prepare(Access access)
     if (isCurrent)
         return;
     Forget();
-    if (inode == 0 && access != Access::Change)
+    if (inode == 0 && access != Access::kChange)
         throw Failure { B_ENTRY_NOT_FOUND, false, "" };
-    const Opening opening = access == Access::Read ? Opening::ForReading : Opening::ForWriting;
+    const Opening opening = access == Access::kRead ? Opening::kForReading : Opening::kForWriting;
     fOpen = std::make_unique<OpenStore>(OpenStoreFile(fPath, opening));
     fOwner = getpid();
 }
@@ -130,13 +131,13 @@ ssize_t Store::Run(Access access, const std::function<ssize_t(sqlite3*)>& action
     try {
         Prepare(access);
         sqlite3* database = fOpen->database.get();
-        const bool isReading = access == Access::Read;
+        const bool isReading = access == Access::kRead;
         // Readers need no turn: they wait for nobody and keep nobody waiting.
         std::optional<DirectoryLock> turn;
         if (!isReading)
             turn.emplace(fPath);
         Transaction transaction(
-            database, isReading ? Transaction::Kind::Reading : Transaction::Kind::Writing);
+            database, isReading ? Transaction::Kind::kReading : Transaction::Kind::kWriting);
         turn.reset(); // for those who are to come next
         const ssize_t result = action(database);
         if (result >= 0)
@@ -154,13 +155,13 @@ ssize_t Store::Run(Access access, const std::function<ssize_t(sqlite3*)>& action
 ssize_t Store::Look(const NodeIdentity& file, const std::function<ssize_t(sqlite3*, int64)>& action)
 {
     bool hasMoved = false;
-    const ssize_t result = Run(Access::Read, [&](sqlite3* database) -> ssize_t {
+    const ssize_t result = Run(Access::kRead, [&](sqlite3* database) -> ssize_t {
         const int64 row = FindFile(database, file);
         hasMoved = HasMoved(database, row, file);
         return action(database, row);
     });
     if (hasMoved) // or it would be missed at its old place
-        static_cast<void>(Run(Access::ChangeExisting, [&](sqlite3* database) -> ssize_t {
+        static_cast<void>(Run(Access::kChangeExisting, [&](sqlite3* database) -> ssize_t {
             static_cast<void>(ClaimFile(database, file));
             return B_OK;
         }));
@@ -199,34 +200,34 @@ ssize_t Store::ReadAttribute(
             return B_ENTRY_NOT_FOUND;
         if (offset >= row.size)
             return 0;
-        const size_t wanted = std::min(length, size_t(row.size - offset));
-        Blob(database, "attributes", row.id, Blob::Use::Reading)
-            .Read(size_t(offset), buffer, wanted);
-        return ssize_t(wanted);
+        const size_t wanted = std::min(length, static_cast<size_t>(row.size - offset));
+        Blob(database, "attributes", row.id, Blob::Use::kReading)
+            .Read(static_cast<size_t>(offset), buffer, wanted);
+        return static_cast<ssize_t>(wanted);
     });
 }
 
 ssize_t Store::WriteAttribute(const NodeIdentity& file, std::string_view name, type_code type,
     off_t offset, std::string_view bytes)
 {
-    return Run(Access::Change, [&](sqlite3* database) -> ssize_t {
-        if (bytes.size() > kMostBytes || size_t(offset) > kMostBytes - bytes.size())
+    return Run(Access::kChange, [&](sqlite3* database) -> ssize_t {
+        if (bytes.size() > kMostBytes || static_cast<size_t>(offset) > kMostBytes - bytes.size())
             throw Failure { B_BAD_VALUE, false, "a value would have more than 1000000000 bytes" };
         const int64 row = ClaimFile(database, file);
         if (offset == 0)
             PutAttribute(database, row, name, type, bytes);
         else
-            ExtendAttribute(database, row, name, type, size_t(offset), bytes);
-        return ssize_t(bytes.size());
+            ExtendAttribute(database, row, name, type, static_cast<size_t>(offset), bytes);
+        return static_cast<ssize_t>(bytes.size());
     });
 }
 
 status_t Store::RemoveAttribute(const NodeIdentity& file, std::string_view name)
 {
-    return status_t(Run(Access::ChangeExisting, [&](sqlite3* database) -> ssize_t {
+    return status_t(Run(Access::kChangeExisting, [&](sqlite3* database) -> ssize_t {
         const AttributeRow row = FindAttribute(database, FindFile(database, file), name);
         Statement(database, "DELETE FROM attributes WHERE id = ?").Bind(row.id).Run();
-        return row.id != 0 ? status_t(B_OK) : B_ENTRY_NOT_FOUND;
+        return row.id != 0 ? static_cast<status_t>(B_OK) : B_ENTRY_NOT_FOUND;
     }));
 }
 
@@ -265,11 +266,13 @@ status_t Store::ListResources(const NodeIdentity& file, std::vector<StoredResour
             "SELECT type, number, name, length(data) FROM resources WHERE file = ? ORDER BY id");
         find.Bind(owner);
         while (find.Next())
-            list->push_back({ type_code(find.Number(0)), int32(find.Number(1)), find.Bytes(2),
-                size_t(find.Number(3)) });
+            list->push_back(
+                { static_cast<type_code>(find.Number(0)), static_cast<int32>(find.Number(1)),
+                    find.Bytes(2), static_cast<size_t>(find.Number(3)) });
         return B_OK;
     });
-    return result == B_ENTRY_NOT_FOUND ? B_OK : status_t(result); // there is no store yet
+    return result == B_ENTRY_NOT_FOUND ? B_OK
+                                       : static_cast<status_t>(result); // there is no store yet
 }
 
 status_t Store::ReadResource(
@@ -278,10 +281,10 @@ status_t Store::ReadResource(
     return status_t(Look(file, [&](sqlite3* database, int64 owner) -> ssize_t {
         Statement find(
             database, "SELECT id FROM resources WHERE file = ? AND type = ? AND number = ?");
-        find.Bind(owner).Bind(int64(type)).Bind(int64(id));
+        find.Bind(owner).Bind(static_cast<int64>(type)).Bind(static_cast<int64>(id));
         if (!find.Next())
             return B_ENTRY_NOT_FOUND;
-        const Blob blob(database, "resources", find.Number(0), Blob::Use::Reading);
+        const Blob blob(database, "resources", find.Number(0), Blob::Use::kReading);
         data->resize(blob.Size());
         blob.Read(0, data->data(), data->size());
         return B_OK;
@@ -290,21 +293,23 @@ status_t Store::ReadResource(
 
 status_t Store::ChangeResources(const NodeIdentity& file, const ResourceChanges& changes)
 {
-    return status_t(Run(Access::Change, [&](sqlite3* database) -> ssize_t {
+    return status_t(Run(Access::kChange, [&](sqlite3* database) -> ssize_t {
         const int64 row = ClaimFile(database, file);
         if (changes.removeAll)
             Statement(database, "DELETE FROM resources WHERE file = ?").Bind(row).Run();
         for (const auto& [type, id] : changes.removed) {
             Statement remove(
                 database, "DELETE FROM resources WHERE file = ? AND type = ? AND number = ?");
-            remove.Bind(row).Bind(int64(type)).Bind(int64(id)).Run();
+            remove.Bind(row).Bind(static_cast<int64>(type)).Bind(static_cast<int64>(id)).Run();
         }
         for (const ResourceChanges::Written& written : changes.written) {
             Statement put(database,
                 "INSERT INTO resources (file, type, number, name, data) VALUES (?, ?, ?, ?, ?)"
                 " ON CONFLICT (file, type, number)"
                 " DO UPDATE SET name = excluded.name, data = excluded.data");
-            put.Bind(row).Bind(int64(written.type)).Bind(int64(written.id));
+            put.Bind(row)
+                .Bind(static_cast<int64>(written.type))
+                .Bind(static_cast<int64>(written.id));
             put.Bind(written.name).Bind(written.data).Run();
         }
         return B_OK;
@@ -314,7 +319,7 @@ status_t Store::ChangeResources(const NodeIdentity& file, const ResourceChanges&
 void Store::Moved(const std::string& from, const std::string& to)
 {
     // An error has been told, and the file has been moved all the same.
-    static_cast<void>(Run(Access::ChangeExisting, [&](sqlite3* database) -> ssize_t {
+    static_cast<void>(Run(Access::kChangeExisting, [&](sqlite3* database) -> ssize_t {
         MoveFiles(database, from, to);
         return B_OK;
     }));
@@ -322,7 +327,7 @@ void Store::Moved(const std::string& from, const std::string& to)
 
 void Store::Removed(const NodeIdentity& file)
 {
-    static_cast<void>(Run(Access::ChangeExisting, [&](sqlite3* database) -> ssize_t {
+    static_cast<void>(Run(Access::kChangeExisting, [&](sqlite3* database) -> ssize_t {
         RemoveFile(database, file);
         return B_OK;
     }));

@@ -7,13 +7,13 @@
 // it takes, of this object and of the file, are others' too.
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <vector>
-
 #include "fs_attr.h"
 #include "Mutex.h"
 #include "NodeIdentity.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
 
 struct sqlite3;
 
@@ -79,7 +79,7 @@ public:
     void Close() EXCLUDES(fLock); // until the next use
 
 private:
-    enum class Access { Read, Change, ChangeExisting };
+    enum class Access { kRead, kChange, kChangeExisting };
 
     ssize_t Run(Access access, const std::function<ssize_t(sqlite3*)>& action) EXCLUDES(fLock);
     // Reads, with the file's row, 0 where it has none.

@@ -1,5 +1,12 @@
 #include "StoreFile.h"
 
+#include "Directory.h"
+#include "FileDescriptor.h"
+#include "FileTable.h"
+#include "Locations.h"
+#include "Sqlite.h"
+#include "TextCoding.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -8,13 +15,6 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "Directory.h"
-#include "FileDescriptor.h"
-#include "FileTable.h"
-#include "Locations.h"
-#include "Sqlite.h"
-#include "TextCoding.h"
 
 namespace store {
 
@@ -68,7 +68,7 @@ int64 Ask(sqlite3* database, const char* question)
 
 void Upgrade(sqlite3* database, int64 from)
 {
-    Transaction transaction(database, Transaction::Kind::Writing);
+    Transaction transaction(database, Transaction::Kind::kWriting);
     for (int64 version = from; version < kVersion; version++)
         Execute(database, kSteps[version]);
     Execute(database, ("PRAGMA user_version = " + std::to_string(kVersion)).c_str());
@@ -104,14 +104,14 @@ void CheckVersion(sqlite3* database)
 
 OpenStore OpenNormally(const std::string& path, Opening opening)
 {
-    const int create = opening == Opening::ForWriting ? SQLITE_OPEN_CREATE : 0;
+    const int create = opening == Opening::kForWriting ? SQLITE_OPEN_CREATE : 0;
     OpenStore result;
     result.database = OpenDatabase(path, SQLITE_OPEN_READWRITE | create);
     sqlite3* database = result.database.get();
     Execute(database, "PRAGMA foreign_keys = ON");
     Ask(database, "PRAGMA journal_size_limit = 4194304");
     CheckVersion(database);
-    if (opening == Opening::ForWriting)
+    if (opening == Opening::kForWriting)
         RemoveMissed(database);
     result.inode = InodeOf(path);
     return result;
@@ -140,7 +140,7 @@ OpenStore OpenAnyWay(const std::string& path, Opening opening)
     } catch (const Failure& failure) {
         const bool hasNoRight =
             failure.status == B_PERMISSION_DENIED || failure.status == B_READ_ONLY_DEVICE;
-        if (opening == Opening::ForWriting || failure.isDamage || !hasNoRight)
+        if (opening == Opening::kForWriting || failure.isDamage || !hasNoRight)
             throw;
         return OpenUnchanged(path, failure);
     }
@@ -215,7 +215,7 @@ uint64 InodeOf(const std::string& path)
 OpenStore OpenStoreFile(const std::string& path, Opening opening)
 {
     const std::string directory = SplitPath(path).directory;
-    if (opening == Opening::ForWriting) {
+    if (opening == Opening::kForWriting) {
         const status_t error = create_directory(directory.c_str(), 0700);
         if (error != B_OK)
             throw Failure { error, false, "its folder cannot be made" };
@@ -229,7 +229,7 @@ OpenStore OpenStoreFile(const std::string& path, Opening opening)
             throw;
         RenameAside(path, inode, failure.reason);
     }
-    if (opening == Opening::ForReading)
+    if (opening == Opening::kForReading)
         throw Failure { B_IO_ERROR, false, "" };
     return OpenNormally(path, opening);
 }

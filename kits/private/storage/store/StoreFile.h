@@ -24,7 +24,7 @@ private:
 // Throws Failure for errno as it stands: "what: No such file or directory".
 [[noreturn]] void ThrowErrno(const std::string& what);
 
-enum class Opening { ForReading, ForWriting };
+enum class Opening { kForReading, kForWriting };
 
 struct OpenStore {
     Database database;

@@ -1,5 +1,6 @@
 // Bitmaps in memory and on the screen, and the table of colours they share.
 #include "Bitmap.h"
+
 #include "Canvas.h"
 #include "Message.h"
 #include "Screen.h"
@@ -10,7 +11,7 @@
 
 namespace {
 
-typedef CanvasTest BitmapDrawing;
+using BitmapDrawing = CanvasTest;
 
 uint32 Number(rgb_color color)
 {

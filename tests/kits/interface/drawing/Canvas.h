@@ -25,7 +25,7 @@ struct Picture {
 constexpr uint32 kWhite = 0xffffff;
 constexpr uint32 kBlack = 0;
 
-typedef std::function<uint32(int x, int y)> PixelRule;
+using PixelRule = std::function<uint32(int, int)>;
 
 // Fails with a map of both where a pixel is not what rule says.
 void ExpectPicture(const Picture& shown, const PixelRule& rule);

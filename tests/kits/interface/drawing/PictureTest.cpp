@@ -10,7 +10,7 @@
 
 namespace {
 
-typedef CanvasTest PictureTest;
+using PictureTest = CanvasTest;
 
 constexpr int kScale = 2; // pixels of a PNG for one of the screen
 

@@ -7,7 +7,7 @@ namespace {
 
 constexpr uint32 kRed = 0xff0000;
 
-typedef CanvasTest ShapesTest;
+using ShapesTest = CanvasTest;
 
 // Black in the areas and on the edges of the frames, else white.
 PixelRule Black(const std::vector<BRect>& areas, const std::vector<BRect>& frames = {})

@@ -7,7 +7,7 @@
 
 namespace {
 
-typedef CanvasTest TextTest;
+using TextTest = CanvasTest;
 
 // Where anything but white is shown.
 Picture::Extent Ink(Picture picture)
