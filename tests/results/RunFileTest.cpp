@@ -180,7 +180,7 @@ TEST(RunFile, WhatCannotBeIsOneLineWithItsField)
             "series[0].spans[0].seconds: must be a number from 0 to 1e+18" },
         { "below 0", "\"seconds\":0.0043,", "\"seconds\":-0.0043,",
             "series[0].spans[0].seconds: must be a number from 0 to 1e+18" },
-        { "null where a number must be", "\"waited_seconds\":0.0001", "\"waited_seconds\":null",
+        { "null where a number must be", "\"waited_seconds\":1e-05", "\"waited_seconds\":null",
             "series[0].spans[0].waited_seconds: must be a number from 0 to 1e+18" },
         { "NaN", "\"seconds\":0.0043,", "\"seconds\":NaN,", "is not JSON in line 21" },
         { "infinite", "\"seconds\":0.0043,", "\"seconds\":1e999,",

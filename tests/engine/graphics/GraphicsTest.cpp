@@ -244,28 +244,6 @@ TEST_F(GraphicsTest, AWatchedOneThatDrewNothingWasNotDone)
     EXPECT_EQ(watch.undone, (std::vector<std::string> { "", "", "nothing was drawn", "" }));
 }
 
-TEST_F(GraphicsTest, AWatchedOneBehindAWhiteWindowCountsAsDone)
-{
-    ShowWindow();
-    ASSERT_TRUE(screen::Find("graphicsview", "Test Graphics").exposed);
-    Watch watch;
-    benchmark.results.watch = &watch;
-    gLostKind = 'l';
-    window->MoveTo(BPoint(100, 100));
-    BWindow* cover = new BWindow(
-        BRect(90, 90, 620, 620), "Cover", B_NO_BORDER_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
-    BView* paint = new BView(cover->Bounds(), "paint", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
-    paint->SetViewColor(white_color);
-    cover->AddChild(paint);
-    cover->Show();
-    const BPoint beside(595, 615); // in the cover only
-    EXPECT_TRUE(screen::WaitFor([&] { return screen::PixelAt(beside) == white_color; }));
-    window->TestLinesUnflushed(benchmark.results);
-    EXPECT_EQ(watch.undone, std::vector<std::string> { "" });
-    if (cover->Lock())
-        cover->Quit();
-}
-
 TEST_F(GraphicsTest, ARunMeasuresAllInOrderOncePerProcessorCount)
 {
     StartRun();
