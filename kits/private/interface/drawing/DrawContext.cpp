@@ -177,8 +177,8 @@ void DrawContext::SetStipple(pattern p)
 bool DrawContext::PrepareStroke(const DrawState& state, pattern p)
 {
     const float pen = state.penSize * fScale;
-    // NOLINTNEXTLINE(bugprone-incorrect-roundings): pens are small, and lround() costs a call a
-    // line
+    // Pens are small, and lround() would cost a call for each line.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     const int32 width = pen < 1.5f ? 0 : std::min(static_cast<int>(pen + 0.5f), kFarthest);
     if (width != fLineWidth) {
         fLineWidth = width;
