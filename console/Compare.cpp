@@ -11,12 +11,15 @@
 
 namespace {
 
+// Scripts rely on the numbers. 1 is left to main(), for output that could not be written.
 enum CompareStatus { kCompared = 0, kRefused = 2, kFell = 4, kCannotTell = 5 };
 
 struct Refusal {
     std::string message;
 };
 
+// Leaves everything at once: what is thrown ends in one of the two public functions as their one
+// line.
 [[noreturn]] void Refuse(const std::string& message)
 {
     throw Refusal { message };
@@ -51,7 +54,9 @@ double PercentOf(const std::string& option, std::string_view text)
     if (text.ends_with('%'))
         text.remove_suffix(1);
     const char* const end = text.data() + text.size();
+    // Not by the locale, in which a comma might be the point.
     const auto [read, error] = std::from_chars(text.data(), end, percent);
+    // Asked this way round, as "nan" is a number to from_chars() and fails every comparison.
     if (error != std::errc() || read != end || !(percent >= 0 && percent <= 100))
         Refuse("<" + option + "> must be percent from 0 to 100, not <" + std::string(text) + ">");
     return percent;
@@ -86,6 +91,7 @@ std::vector<const TestType*> TestsOf(std::string_view list)
 
 bool IsOption(const std::string& argument)
 {
+    // A single "-" is the standard input.
     return argument.starts_with("--");
 }
 
@@ -169,6 +175,7 @@ std::vector<MeasuredMachine> Read(const std::vector<std::string>& paths)
 
 bool IsSameFile(const std::string& a, const std::string& b)
 {
+    // What is no file, as "-", is the same as nothing but itself.
     std::error_code none;
     return a == b || std::filesystem::equivalent(a, b, none);
 }
@@ -196,6 +203,7 @@ ComparedMachines ReadAll(const CompareOptions& options)
     if (compared.machines.size() < 2)
         Refuse(
             "<" + options.files.front() + "> holds one machine, and there is no other to compare");
+    // With the baseline among them, as names are told apart from all others.
     NameMachines(compared.machines);
     return compared;
 }
@@ -204,6 +212,7 @@ ComparedMachines ReadAll(const CompareOptions& options)
 std::string WithoutRows(const ComparedMachines& compared)
 {
     std::vector<bool> hasRow(compared.machines.size());
+    // It is compared with nothing, and has none.
     hasRow[compared.baseline] = true;
     for (const ComparedRow& row : compared.rows)
         hasRow[row.machine] = true;
@@ -235,6 +244,7 @@ bool IsCompareTask(const std::vector<std::string>& arguments)
     const auto has = [&](const char* option) {
         return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
     };
+    // Who asks for the version gets it, whatever else stands there.
     return has("--compare") && !has("--version");
 }
 

@@ -13,6 +13,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// Readers go by it: it grows when a key goes or means another thing.
 constexpr int kSchema = 1;
 
 // For people.
@@ -35,6 +36,7 @@ std::string PercentText(const std::optional<double>& percent)
 
 size_t Letters(const std::string& text)
 {
+    // Bytes that go on with a letter of several do not count.
     return static_cast<size_t>(std::count_if(text.begin(), text.end(),
         [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; }));
 }
@@ -62,6 +64,7 @@ void PutLine(const Cells& cells, const std::array<size_t, kColumns>& widths, FIL
         line += (i > 0 && widths[i] > 0 ? "  " : "") + (kIsNumber[i] ? pad : "") + cells[i]
             + (kIsNumber[i] ? "" : pad);
     }
+    // A blank beyond the edge of a narrow terminal would begin a line of its own.
     line.erase(line.find_last_not_of(' ') + 1);
     fprintf(out, "%s\n", line.c_str());
 }
@@ -76,6 +79,7 @@ void WriteTable(const ComparedMachines& compared, FILE* out)
             widths[i] = std::max(widths[i], Letters(cells[i]));
     };
     widen(kTitles);
+    // The cells are made again below and not kept: there may be a million rows.
     for (const ComparedRow& row : compared.rows)
         widen(CellsOf(compared, row));
     PutLine(kTitles, widths, out);
@@ -125,6 +129,7 @@ const Column kData[] = {
 // Numbers with as many digits as tell them from all others, and a point whatever the locale.
 std::string Dump(const Json& json)
 {
+    // A name that is no UTF-8 has marks in place of its bytes; dump() would throw else.
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
@@ -137,6 +142,7 @@ std::string Quoted(std::string cell, char separator)
     }
     if (cell.find_first_of("\",\r\n") == cell.npos)
         return cell;
+    // Steps over the quote and its double.
     for (size_t at = 0; (at = cell.find('"', at)) != cell.npos; at += 2)
         cell.insert(at, 1, '"');
     return '"' + cell + '"';

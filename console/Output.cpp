@@ -15,6 +15,7 @@ int gOutputError = 0;
 
 void OpenStandardFiles()
 {
+    // The system gives the lowest free number, so the gaps are filled from below.
     FILE* file = nullptr;
     do { // never closed, but for the first one that is none of the three
         file = fopen("/dev/null", "r");
@@ -25,6 +26,7 @@ void OpenStandardFiles()
 
 void FlushOutput()
 {
+    // What failed at an earlier call has left its mark on the stream, but not its reason.
     errno = 0;
     const bool isSent = fflush(stdout) == 0 && ferror(stdout) == 0;
     if (!isSent && gOutputError == 0)
@@ -41,6 +43,7 @@ std::string FinishOutput()
 
 void Tell(const std::string& message)
 {
+    // Names of files and machines are in it: none may send commands to the terminal.
     fprintf(stderr, "tarvex-run: %s\n", LibPrintable(message.c_str()).c_str());
 }
 

@@ -51,6 +51,7 @@ bool LeaveOutGraphics(RunOptions& options)
 // Begins it, unless another run is under way and nobody said to start a second.
 bool Begin(BMachineRun& run, bool anyway)
 {
+    // That nobody could find out is no reason not to run.
     if (run.Begin() != B_BUSY || anyway)
         return true;
     Tell("another run is under way, by " + run.Holder() + ": --anyway starts a second");
@@ -66,6 +67,7 @@ std::string LocalTime()
     char text[40] = "";
     strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S%z", &local);
     std::string zoned = text;
+    // strftime() writes the zone as "+0100", where the time before it has colons.
     if (zoned.size() > 5)
         zoned.insert(zoned.size() - 2, ":");
     return zoned;
@@ -227,6 +229,7 @@ void PrintPart(Sitting& sitting, const RunOptions& options, const std::string& j
 int Finish(Sitting& sitting, const RunOptions& options, RunJournal& journal, bool leftOut)
 {
     const bool undone = sitting.record.IsAnyUndone();
+    // An output file without any figure would only take the place of an older one.
     if (undone && sitting.results.Size() == 0) {
         journal.Remove();
         return kLeftOut;
@@ -239,6 +242,7 @@ int Finish(Sitting& sitting, const RunOptions& options, RunJournal& journal, boo
     FlushOutput();
     if (!WriteOutput(sitting, options.output))
         return kFailed;
+    // Only now: until the output is on the disk the run can go on from nothing else.
     journal.Remove();
     return leftOut || undone ? kLeftOut : kDone;
 }
@@ -260,6 +264,7 @@ int Measure(const RunOptions& options, const RunRecord& record, RunJournal& jour
             journal.Remove();
         return kFailed;
     }
+    // Also of a run that was ended: its best probe helps later ones to tell what is shared.
     KeepProbe(ProbeKey(record.details, record.build), sitting.record.bestProbe);
     TellWarnings(sitting.record,
         WarningsOfRun(record.details, before, ReadMachineState(), UsedMost(record.plan)));
@@ -290,6 +295,7 @@ int RunTask(RunOptions options)
             return Refuse("cannot resume <" + options.journal + ">: its groups are unknown");
     }
     const bool isResumed = options.task == RunOptions::Task::kResume;
+    // Before anything is measured: a run that cannot be written would be in vain.
     if (options.output != "-") {
         if (const std::string why = WholeFile::WhyNot(options.output.c_str()); !why.empty())
             return Refuse("cannot write <" + options.output + ">: " + why);

@@ -18,6 +18,7 @@ constexpr timespec kLook { 0, 500000000 };
 // Of the result, which is printed only at the end.
 bool IsReaderGone()
 {
+    // Asks for no event: an error is told unasked, as that the last reader has gone.
     pollfd output { STDOUT_FILENO, 0, 0 };
     return poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
 }
@@ -35,11 +36,13 @@ StopSignals::StopSignals()
         if (before.sa_handler != SIG_IGN)
             sigaddset(&signals, signal);
     }
+    // Blocked, a signal waits until sigtimedwait() takes it. Threads inherit this.
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
 StopSignals::~StopSignals()
 {
+    // Here, as the base would end the thread when the members that it uses have gone.
     Kill();
 }
 
@@ -120,6 +123,7 @@ RunOutcome DriveRun(StopSignals& signals, Benchmark& benchmark)
 
     status_t value = 0;
     wait_for_thread(looperThread, &value); // the looper has deleted itself
+    // A signal ends the looper, not the run: only behind this nobody writes the results.
     benchmark.Kill();
     for (int32 processor = 1; processor < benchmark.results.nbrCpus; processor++)
         _kset_cpu_state_(processor, 1); // those that an ended run left off

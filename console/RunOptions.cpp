@@ -46,6 +46,7 @@ std::string Unknown(const char* what, std::string_view name)
 template <typename Number>
 bool Parse(std::string_view text, Number& number)
 {
+    // All of the text, and the same in every locale.
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size();
 }
@@ -98,6 +99,7 @@ std::string TakeUntil(const std::string& value, RunOptions& options)
     std::string_view number = value;
     if (number.ends_with('%'))
         number.remove_suffix(1);
+    // Asked this way round, so that what is no number is refused too.
     if (!Parse(number, percent) || !(percent > 0) || percent > 100)
         return "<--until> takes a percentage above 0, to 100, not <" + value + ">";
     options.plan.untilPercent = percent;
@@ -233,6 +235,7 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
     while (position < arguments.size()) {
         const std::string& argument = arguments[position];
         if (TakeSwitch(argument, options)) {
+            // Whatever follows: who asks for help need not have the rest right.
             if (options.task == RunOptions::Task::kHelp
                 || options.task == RunOptions::Task::kVersion)
                 return options;
@@ -260,6 +263,7 @@ bool TakeGroups(RunOptions& options)
 {
     const std::vector<std::string> keys = std::move(options.plan.groups);
     options.plan.groups.clear();
+    // A journal names the groups that "all" stood for, never that word itself.
     return std::all_of(keys.begin(), keys.end(),
         [&](const std::string& key) { return key != "all" && AppendGroup(key, options); });
 }

@@ -51,6 +51,7 @@ std::string WideTable(const RunRecord& record)
         rows.front().push_back(std::to_string(count) + " CPU");
     std::vector<const TestType*> tests;
     for (const Series& series : record.series) {
+        // A test has a series for each count, and here one line.
         if (std::find(tests.begin(), tests.end(), series.test) == tests.end())
             tests.push_back(series.test);
     }

@@ -37,6 +37,7 @@ int Do(int argc, char** argv)
     if (const auto* message = std::get_if<std::string>(&parsed))
         return Refuse(*message);
     const auto& options = std::get<RunOptions>(parsed);
+    // Also before --help and --list, so that the user learns of it soonest.
     if (const std::string restored = restore_processors(); !restored.empty())
         Tell(restored);
     switch (options.task) {
@@ -59,8 +60,10 @@ int main(int argc, char** argv)
     OpenStandardFiles();
     const int status = Do(argc, argv);
     const std::string why = FinishOutput();
+    // The signal that has ended a run says more than what became of its output.
     if (why.empty() || status > kSignalBase)
         return status;
+    // As a shell sees others end whose reader has gone.
     if (IsOutputBroken())
         return kSignalBase + SIGPIPE;
     Tell(why);

@@ -15,6 +15,7 @@ constexpr uint16 kEndOfTable = 0xFFFF;
 
 const PciVendorRow* FindVendor(uint16 vendorId)
 {
+    // Row by row: of an id that stands there twice the first row counts.
     for (const PciVendorRow* row = g_vendor_table; row->vendorId < kEndOfTable; row++) {
         if (row->vendorId == vendorId)
             return row;
@@ -35,10 +36,12 @@ const PciDeviceRow* FindRow(uint16 vendorId, uint16 deviceId)
 
 void LibDeviceInfo::pciDevices()
 {
+    // The items have the order of this table, so the buses are walked once for each class.
     for (const PciClassRow* row = g_pci_class_list; row->name; row++) {
         if (NumberPciDecices(row->classId) == 0)
             continue;
         std::unique_ptr<pciItem> item(new (std::nothrow) pciItem(row->classId));
+        // What there is no memory for is left out: the rest of the list is right all the same.
         if (!item)
             continue;
         item->Type(row->name);

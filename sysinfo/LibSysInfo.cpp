@@ -26,6 +26,7 @@ BRect PixelFrame(const BScreen& screen)
 
 int32 PixelsBetween(float first, float last)
 {
+    // Both edges are pixels themselves: from 0 to 639 there are 640.
     return static_cast<int32>(std::ceil(last - first)) + 1;
 }
 
@@ -171,6 +172,7 @@ LibSysInfo& LibSysInfo::operator=(const LibSysInfo& o)
 
 void LibSysInfo::Description(LibString& out) const
 {
+    // Results are told apart by this line: a change in it makes another machine of every one.
     const char* platformName = platform;
     const char* processorName = cpuType;
     out.Formatted("%s (%d-%s@%d/%dMHz) %dMB RAM", platformName, cpuCount, processorName,
@@ -198,6 +200,8 @@ int32 LibRoundedMHz(const int64& hz)
 
 int32 LibMemoryMB(const int32& pages)
 {
+    // Multiplied without a sign, as the overflow of a signed product is undefined: from 2 GB on the
+    // result is wrong, but the same with every compiler.
     const auto bytes = static_cast<int32>(static_cast<uint32>(pages) * B_PAGE_SIZE);
     return bytes / 1'048'576;
 }

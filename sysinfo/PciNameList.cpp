@@ -12,6 +12,7 @@ constexpr const char* kSystemLists[] = { "/usr/share/misc/pci.ids", "/usr/share/
 // Takes "8086  Intel Corporation" apart.
 bool ParseLine(std::string_view line, uint16& id, std::string& name)
 {
+    // Behind four digits and two blanks.
     constexpr size_t kNameAt = 6;
     if (line.size() <= kNameAt || line.substr(4, 2) != "  ")
         return false;
@@ -51,6 +52,7 @@ void PciNameList::Read(const char* path)
         const bool isDevice = line.starts_with("\t");
         uint16 id = 0;
         std::string name;
+        // A line behind two tabs fails too: its blanks do not stand there.
         if (!ParseLine(line.substr(isDevice ? 1 : 0), id, name))
             continue;
         if (isDevice && vendor)

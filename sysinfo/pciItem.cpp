@@ -36,6 +36,7 @@ void pciDevice::PrintToStream() const
     fprintf(stderr, "\tvendor <%s>, desc <%s>\n", vendor, text);
 }
 
+// Not from a const item: to copy its list moves the cursor.
 pciItem& pciItem::operator=(pciItem& o) = default;
 
 int pciItem::NumberDevicesUnknown() const

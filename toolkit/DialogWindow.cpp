@@ -38,6 +38,8 @@ void ButtonRow::Arrange(BRect frame)
 {
     MoveTo(frame.LeftTop());
     ResizeTo(frame.Width(), frame.Height());
+    // From the right, where the default button stands in every dialog; the row's left may stay
+    // empty.
     float right = frame.Width() - kMargin;
     const float top = std::floor((frame.Height() - kButtonHeight) / 2);
     for (auto button = buttons.rbegin(); button != buttons.rend(); ++button) {
@@ -69,6 +71,7 @@ DialogWindow::DialogWindow(BRect frame, const char* name, const char* title, uin
 
 void DialogWindow::SetDefaultRow(ButtonRow* row)
 {
+    // Before Bounds() is asked: row and background become as wide as the window is then.
     ResizeTo(std::max(Bounds().Width(), row->RowWidth()), Bounds().Height());
     BRect frame = Bounds();
     frame.top = frame.bottom - row->RowHeight();

@@ -113,6 +113,8 @@ void LibAboutWindow::UpdateWorkspace(const long& workspaces)
 
 bool LibAboutWindow::QuitRequested()
 {
+    // It names itself as where replies go: should it be told late, the application must not take it
+    // for the end of a window that was opened since.
     target->PostMessage('ABTQ', nullptr, this);
     return true;
 }

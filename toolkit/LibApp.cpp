@@ -8,6 +8,7 @@ LibApp::LibApp(const char* signature, const char* appName, const char* date, con
 {
 }
 
+// Not in the header, which does not know the windows that end here.
 LibApp::~LibApp() = default;
 
 void LibApp::ReadyToRun()

@@ -10,6 +10,7 @@
 
 namespace {
 
+// Together 216, the third power of the six steps.
 constexpr int32 kColumns = 18;
 constexpr int32 kRows = 12;
 constexpr float kSwatch = 18;
@@ -19,6 +20,7 @@ constexpr float kSwatch = 18;
 rgb_color SwatchColor(int32 index)
 {
     constexpr int32 kSteps = 6;
+    // Five steps lead from 0 to 255.
     constexpr int32 kStep = 51;
     const int32 column = index % kColumns;
     const int32 row = index / kColumns;
@@ -57,6 +59,7 @@ public:
             SetHighColor(SwatchColor(i));
             FillRect(FrameOf(i));
         }
+        // Black and white, one inside the other: whatever the swatch, one of them is seen.
         SetHighColor(black_color);
         StrokeRect(FrameOf(cursor));
         SetHighColor(white_color);
@@ -126,12 +129,14 @@ LibColorChooser::LibColorChooser(BLooper* looper, const char* title, rgb_color c
 void LibColorChooser::Pick(rgb_color color)
 {
     picked = color;
+    // As the close box does, so that the target is told in one way.
     PostMessage(B_QUIT_REQUESTED);
 }
 
 bool LibColorChooser::QuitRequested()
 {
     // Not gone yet: the target still asks for the colour.
+    // By a message, as the target opened this window: its lock comes before this one.
     target->PostMessage('ColC', nullptr, this);
     return false;
 }

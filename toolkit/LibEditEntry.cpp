@@ -37,6 +37,7 @@ void LibEditEntry::SetCompletions(const std::string& bestName, std::shared_ptr<c
 void LibEditEntry::AttachedToWindow()
 {
     BTextControl::AttachedToWindow();
+    // Behind the base, which makes the window the target of a control that has none.
     SetTarget(this);
 }
 
@@ -59,16 +60,19 @@ void LibEditEntry::TextChanged(const BMessage& message)
     int32 start = 0, end = 0;
     TextView()->GetSelection(&start, &end);
     const auto size = static_cast<int32>(text.size());
+    // A report that is older than the text says nothing of it: a newer one is on its way.
     if (!isInserted || text != reported || start != size || end != size)
         return;
     if (const std::string* name = NameFor(text)) {
         TextView()->Insert(name->c_str() + text.size());
+        // Selected, it goes with the next letter that is typed.
         TextView()->Select(size, TextView()->TextLength());
     }
 }
 
 const std::string* LibEditEntry::NameFor(const std::string& beginning) const
 {
+    // First what this very device is called; the others are all that it might be.
     if (IsLongerWith(best, beginning))
         return &best;
     if (!others)

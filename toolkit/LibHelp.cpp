@@ -77,6 +77,8 @@ bool LibHelp::ReadFile(const char* path)
     for (; parser.FindTag("topic", tag); found = true)
         AddTopic(Attribute(tag, "name"), Attribute(tag, "title"), Paragraphs(tag),
             Attribute(tag, "tip"));
+    // Tips in a second pass: one that stands alone takes the place of a topic's, wherever it is in
+    // the file.
     parser.Rewind();
     for (; parser.FindTag("tip", tag); found = true)
         SetTip(Attribute(tag, "name"), tag.content);
@@ -107,6 +109,7 @@ void LibHelp::SetTip(const char* name, const char* text)
 bool LibHelp::ReadText(const char* xml)
 {
     const LibString path = TemporaryPath();
+    // Only as a new file: a link that somebody has put there would be followed.
     FILE* file = fopen(path, "wx");
     if (!file) {
         fprintf(stderr, "Error writing <%s>\n", path.operator const char*());
@@ -122,6 +125,7 @@ bool LibHelp::ReadText(const char* xml)
 void LibHelp::ReadResources()
 {
     LibAppResource resources(B_READ_ONLY);
+    // The ids have no gap: what lies behind one would never be found.
     for (int32 id = kFirstFile; resources.HasResource(B_RAW_TYPE, id); id++) {
         const LibString path = TemporaryPath();
         if (resources.ExtractEntry(id, path, true) && LibExists(path))
@@ -132,6 +136,7 @@ void LibHelp::ReadResources()
 
 bool LibHelp::AddToResources(const char* path)
 {
+    // What is no help is refused: it would be unpacked in vain whenever the help is first read.
     if (!LibHelp().ReadFile(path)) {
         fprintf(stderr, "<%s> is no help file\n", path);
         return false;
@@ -177,6 +182,8 @@ void LibSetToolTips(const LibHelp* help)
 
 void LibApplyToolTips(BWindow* window)
 {
+    // Copied, as the display server is asked for each view: that takes a while, and every window
+    // needs this lock.
     const LibHelp* help = nullptr;
     bool show = false;
     {
@@ -187,6 +194,7 @@ void LibApplyToolTips(BWindow* window)
     for (int32 i = 0; help && i < window->CountChildren(); i++)
         Apply(window->ChildAt(i), *help, show);
     const BAutolock lock(gLock);
+    // Those that have gone are forgotten here, else the list would grow with every window.
     std::erase_if(gWindows, [](const BMessenger& known) { return !known.IsValid(); });
     gWindows.push_back(BMessenger(window));
 }
@@ -197,6 +205,7 @@ void LibShowToolTips(bool show)
     {
         const BAutolock lock(gLock);
         gShow = show;
+        // Taken out, as LibApplyToolTips() enters each again that is still there.
         windows.swap(gWindows);
     }
     for (const BMessenger& target : windows) {

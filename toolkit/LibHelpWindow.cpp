@@ -38,6 +38,7 @@ LibHelpWindow::LibHelpWindow(const LibHelp& shown)
 
 LibHelpWindow::~LibHelpWindow()
 {
+    // The platform's lists do not own their items.
     while (BListItem* item = topics->RemoveItem(topics->CountItems() - 1))
         delete item;
 }
@@ -51,6 +52,7 @@ void LibHelpWindow::AddTopics(BRect frame)
         topics->AddItem(new BStringItem(help.TopicAt(i)->title));
     ChildAt(0)->AddChild(new BScrollView(
         "topics_scroll", topics, B_FOLLOW_LEFT | B_FOLLOW_TOP_BOTTOM, 0, false, true));
+    // The arrow keys go through the topics from the start.
     topics->MakeFocus();
 }
 
@@ -67,6 +69,7 @@ void LibHelpWindow::ShowTopic(int32 index)
 {
     topics->Select(index);
     topics->ScrollToSelection();
+    // At once: the list's own message comes later, when the window may show another text already.
     TopicSelected();
 }
 

@@ -17,6 +17,7 @@ LibInterfaceApp::LibInterfaceApp(const char* signature, const char* helpText)
 
 LibInterfaceApp::~LibInterfaceApp()
 {
+    // The help goes with this object, and a window that is shown later would ask it.
     LibSetToolTips(nullptr);
 }
 
@@ -25,6 +26,7 @@ void LibInterfaceApp::ArgvReceived(int32 argc, char** argv)
     if (argc <= 1 || strcmp(argv[1], "-help") != 0)
         return;
     if (argc != 3) {
+        // Misspelt as it always has been.
         fprintf(stderr, "Help file requred\n");
         return;
     }
@@ -69,6 +71,7 @@ void LibInterfaceApp::AnswerHelp(const BMessage& request)
     ReadHelp();
     const char* topic = nullptr;
     int32 found = -1;
+    // The names lead from the control outwards: the first with a topic is the closest.
     for (int32 i = 0; found < 0 && request.FindString("topic", i, &topic) == B_OK; i++)
         found = help.IndexOf(topic);
     ShowTopic(std::max(found, 0));
@@ -105,6 +108,7 @@ void LibInterfaceApp::SetTip(const BMessage& request)
     const char* text = nullptr;
     if (request.FindString("name", &name) != B_OK || request.FindString("text", &text) != B_OK)
         return;
+    // Windows have their tips from before: all are given them again, as any may have such a view.
     help.SetTip(name, text);
     LibShowToolTips(showsTips);
 }

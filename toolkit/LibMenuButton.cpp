@@ -12,12 +12,14 @@ LibMenuButton::LibMenuButton(BRect frame, const char* name, const char* label, u
 void LibMenuButton::AddItem(const char* text, BMessage* message)
 {
     BMenuItem* item = new BMenuItem(text, message);
+    // The field shows the marked item, and nothing where none is.
     item->SetMarked(Menu()->CountItems() == 0);
     Menu()->AddItem(item);
 }
 
 void LibMenuButton::MakeEmpty()
 {
+    // A removed item is the caller's. The cast tells the index 0 from a null item.
     while (BMenuItem* item = Menu()->RemoveItem(static_cast<int32>(0)))
         delete item;
 }

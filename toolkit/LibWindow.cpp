@@ -27,6 +27,7 @@ bool IsHelpKey(const BMessage& message)
     message.FindString("bytes", &bytes);
     message.FindInt32("key", &key);
     message.FindInt32("modifiers", &modifiers);
+    // All function keys have the same byte: the key's number tells which one it was.
     return bytes && bytes[0] == B_FUNCTION_KEY && key == B_F1_KEY && (modifiers & B_SHIFT_KEY);
 }
 
@@ -50,6 +51,7 @@ LibWindow::~LibWindow()
     if (!mainWindow)
         return;
     const BAutolock lock(gLock);
+    // Nothing is to be placed beside a window that has gone.
     gMainFrame = BRect();
 }
 
@@ -61,10 +63,12 @@ void LibWindow::SetPosition(const int32& position)
     {
         const BAutolock lock(gLock);
         placement.mainWindow = gMainFrame;
+        // Only windows that are cascaded count, else there would be gaps in the cascade.
         if (position != kCentred && position != kBesideMain)
             nth = gCascaded++;
     }
     MoveTo(placement.Place(Frame(), position, nth));
+    // FrameMoved() comes by a message, which a window that is not shown yet does not handle.
     KeepMainFrame();
 }
 
@@ -91,6 +95,7 @@ void LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
 
 void LibWindow::AskForHelp() const
 {
+    // From the control outwards, the window last: the application takes the first that has help.
     BMessage request('help');
     for (const BView* view = CurrentFocus(); view; view = view->Parent()) {
         if (view->Name())
@@ -138,6 +143,7 @@ void LibWindow::KeepMainFrame()
 
 rgb_color LibOnPanel(rgb_color color)
 {
+    // Half of full brightness, of three parts together.
     constexpr int kDark = 3 * 128;
     constexpr int kBrighter = 110;
     const rgb_color panel = ui_color(B_PANEL_BACKGROUND_COLOR);

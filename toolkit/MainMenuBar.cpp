@@ -18,6 +18,7 @@ MainMenuBar::MainMenuBar(BRect frame, const char* applicationName)
         char shortcut;
     } items[] = {
         { about, 'sabt', 0 },
+        // Not 'help', which asks about the control with the keyboard.
         { "Help...", 'Help', 0 },
         { "System...", 'ssys', 0 },
         { nullptr, 0, 0 },
@@ -26,6 +27,7 @@ MainMenuBar::MainMenuBar(BRect frame, const char* applicationName)
     for (const auto& row : items) {
         BMenuItem* item = row.label ? new BMenuItem(row.label, new BMessage(row.what), row.shortcut)
                                     : new BSeparatorItem;
+        // Else the window would get it, as an item's message goes to the menu's window.
         item->SetTarget(be_app);
         applicationMenu->AddItem(item);
     }

@@ -42,6 +42,7 @@ void LibWarning(const char* text)
 int32 LibAnswer(BAlert* alert)
 {
     alert->SetFlags(alert->Flags() & ~(B_NOT_CLOSABLE)); // who just wants to be rid of it
+    // The alert deletes itself: after Go() only its address is left.
     const BMessenger address(alert);
     {
         const BAutolock lock(gLock);
@@ -60,6 +61,7 @@ void LibCloseAlerts()
         const BAutolock lock(gLock);
         waiting = gWaiting;
     }
+    // Without the lock: whoever gets his answer takes it.
     for (const BMessenger& alert : waiting)
         alert.SendMessage(B_QUIT_REQUESTED);
 }

@@ -26,6 +26,7 @@ constexpr rgb_color kLinkColor = { 30, 90, 200, 255 };
 void WebLinkTo(const char* url)
 {
     BMessage arguments(B_ARGV_RECEIVED);
+    // The first argument stands for the program's name, which the roster finds by the type.
     arguments.AddString("argv", "browser");
     arguments.AddString("argv", url);
     LaunchFor("text/html", arguments, 2, url);
@@ -61,6 +62,7 @@ bool EmailToCommand(const char* command, const char* address, const char* subjec
         mailer.Option("-subject").Quoted(subject);
     if (body)
         mailer.Option("-body").Quoted(body);
+    // In the background: a mailer stays for as long as its user writes.
     mailer.Option("&");
     return mailer.Run() == 0;
 }

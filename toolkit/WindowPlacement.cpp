@@ -50,6 +50,7 @@ BRect WindowPlacement::Room(BRect window) const
 BPoint WindowPlacement::Cascaded(BRect room, int32 nth) const
 {
     const BPoint first = room.LeftTop() + BPoint(kCascadeStart, kCascadeStart);
+    // The shorter way decides, so that the screen's edge pushes no two windows onto one place.
     const float way = std::min(room.right - first.x, room.bottom - first.y);
     const int32 places = way < 0 ? 1 : static_cast<int32>(way / kCascadeStep) + 1;
     const float step = static_cast<float>(nth % places) * kCascadeStep;
@@ -60,6 +61,7 @@ BPoint WindowPlacement::BesideMain(BRect window, BRect room) const
 {
     if (!mainWindow.IsValid())
         return room.RightTop();
+    // A border of either window lies between the two frames.
     const float right = mainWindow.right + 1 + 2 * kBorder;
     if (right <= room.right)
         return BPoint(right, mainWindow.top);

@@ -38,6 +38,7 @@ public:
 LibString Line(const char* label, const char* value)
 {
     LibString text;
+    // What the system does not say is no text at all: null, which cannot be formatted.
     text.Formatted("%s : %s", label, value ? value : "");
     return text;
 }

@@ -35,10 +35,12 @@ void AnimateCursor::Run(const float& newPeriod)
 {
     if (name.IsBlank() || frames.empty())
         return;
+    // False for what is no number too.
     if (newPeriod >= 0)
         period = newPeriod;
     if (running)
         return;
+    // Before the thread is there, which ends when it finds this false.
     running = true;
     thread = spawn_thread(RunLoop, name, B_NORMAL_PRIORITY, this);
     if (thread < B_OK) { // the pointer stays as it is
@@ -57,6 +59,7 @@ void AnimateCursor::Quit()
     status_t value = B_OK;
     wait_for_thread(thread, &value);
     thread = -1;
+    // After the thread's end, else its last frame might stay.
     be_app->SetCursor(B_HAND_CURSOR);
 }
 
@@ -72,6 +75,7 @@ void AnimateCursor::LoopCursors()
         for (const auto& frame : frames) {
             if (!running)
                 return;
+            // A frame begins with its size: 0 is one that was never filled.
             if (frame[0] != 0)
                 be_app->SetCursor(frame.data());
             Pause();

@@ -63,7 +63,9 @@ void CompareResultsView::Draw(BRect update)
 
 void CompareResultsView::MouseDown(BPoint where)
 {
+    // The arrow keys go on from what was clicked.
     MakeFocus();
+    // A hit at a picture folds its row out or in, so the chart has another height.
     if (comparison.machines.Contains(where))
         return Redraw();
     for (Results& machine : comparison.machines) {
@@ -78,6 +80,7 @@ void CompareResultsView::Select(Results* machine)
     if (!machine)
         return;
     comparison.selected = machine;
+    // Percents refer to this machine, so the scale changes with it.
     UpdateMaxScale();
     Redraw();
 }
@@ -91,6 +94,7 @@ void CompareResultsView::KeyDown(const char* bytes, int32 numBytes)
         case B_LEFT_ARROW: Select(comparison.NextToSelected(false)); break;
         case B_RIGHT_ARROW: Select(comparison.NextToSelected(true)); break;
         case B_ENTER:
+            // As a click at the picture does.
             if (Results* machine = comparison.selected;
                 machine && machine->Contains(machine->frame.LeftTop()))
                 Redraw();
@@ -99,6 +103,7 @@ void CompareResultsView::KeyDown(const char* bytes, int32 numBytes)
         case B_DOWN_ARROW: Scroll(kRowHeight); break;
         case B_PAGE_UP: Scroll(-page); break;
         case B_PAGE_DOWN: Scroll(page); break;
+        // The chart's height is further than there is room for: the bar stops at its ends.
         case B_HOME: Scroll(-ChartHeight()); break;
         case B_END: Scroll(ChartHeight()); break;
         default: BView::KeyDown(bytes, numBytes); break;

@@ -68,6 +68,7 @@ void CompareView::KeyDown(const char* bytes, int32 numBytes)
 void CompareView::MakeFocus(bool focus)
 {
     BView::MakeFocus(focus);
+    // The line below an entry is there only while the keys are for the legend.
     Invalidate();
 }
 
@@ -88,6 +89,7 @@ void CompareView::Choose(int32 index)
         window->SetPosition(kCentred);
         return window;
     });
+    // After the former one has ended: what it may still say is for another colour.
     chosen = index;
 }
 
@@ -100,6 +102,7 @@ void CompareView::ChooserClosed(const BMessage& closing)
 {
     if (!chooser.IsFrom(closing))
         return;
+    // Before it ends: the colour is the window's.
     chooser.With([this](LibColorChooser& window) { cpu_color[chosen] = window.Color(); });
     CloseChooser();
     Invalidate();

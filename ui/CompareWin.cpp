@@ -69,6 +69,7 @@ CompareWin::CompareWin(BLooper* looper, bool allowSave)
     CloseOnEscape();
     AddControls(allowSave);
     AddChart();
+    // Last, as it shows what it has read: in the chart, under the chosen test.
     ReadFromResource();
 }
 
@@ -96,6 +97,7 @@ void CompareWin::AddControls(bool allowSave)
     ratio = new BCheckBox(frame, "ratio", "Percent of Current Selection", new BMessage(kMsgRatio));
     background->AddChild(ratio);
     const float saveRoom = allowSave ? kMargin + kSaveWidth : 0;
+    // In a narrower window the button would lie over the box.
     SetSizeLimits(frame.right + saveRoom + kMargin, 8000, 200, 8000);
     if (!allowSave)
         return;
@@ -163,6 +165,7 @@ void CompareWin::OpenFiles(BMessage* message)
         return;
     Load(FilesIn(*message, nullptr));
     const Results* first = comparison.machines.First();
+    // A run has offered its tests already, and they stay.
     if (first && !first->current)
         OfferTests(*first);
 }
@@ -184,6 +187,7 @@ void CompareWin::SetResults(Results& run)
 
 void CompareWin::OfferTests(const Results& machine)
 {
+    // A copy: the text is that of an item, which goes.
     const LibString before(choices->Text());
     choices->MakeEmpty();
     for (const Metric& metric : machine)
@@ -219,6 +223,7 @@ void CompareWin::ChooserClosed(const BMessage& closing)
 
 void CompareWin::MessageReceived(BMessage* message)
 {
+    // First, as what is dropped has whatever code its sender gave it.
     if (message->WasDropped()) {
         LoadResults(message);
         return;
@@ -235,6 +240,7 @@ void CompareWin::MessageReceived(BMessage* message)
 bool CompareWin::QuitRequested()
 {
     legend->CloseChooser();
+    // By a message: the target's lock comes before this one. It quits this window then.
     target->PostMessage('cmpq', nullptr, this);
     return false;
 }

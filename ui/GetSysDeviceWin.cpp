@@ -39,6 +39,7 @@ constexpr float kRowsBarX = 325; // right of the entries
 constexpr float kAroundWindow = 60; // of the screen's height: the window's border, a panel
 
 // The number of the class among those shown, that of the device in its class, and its id.
+// The form finds its entries again by it, so that all who number do it in the same way.
 LibString EntryName(const char* kind, int32 classOrdinal, int32 deviceOrdinal, uint16 id)
 {
     LibString name;
@@ -151,6 +152,7 @@ void GetSysDeviceWin::FitScreen(float height, float room)
     if (height <= room)
         return ResizeTo(kWidth, height);
     ResizeTo(kWidth + B_V_SCROLL_BAR_WIDTH, room);
+    // The bar stands beside what it scrolls, not on it.
     background->ResizeTo(kWidth, room);
     auto* bar = new BScrollBar(BRect(kWidth + 1, 0, kWidth + B_V_SCROLL_BAR_WIDTH, room), "_VSB_",
         background, 0, height - room, B_VERTICAL);
@@ -171,11 +173,13 @@ void GetSysDeviceWin::AddClass(pciItem& item, const PciNameList& names, float& y
     background->AddChild(box);
     y += height;
 
+    // A copy: the inventory goes when the form has been made.
     items.Insert(std::make_unique<pciItem>(item));
     BView* rows = RowsIn(box, item.devices.Size());
     float top = kFirstRow;
     int32 ordinal = 0;
     for (const pciDevice& device : item.devices) {
+        // Known devices count too, as they have a row as well.
         ordinal++;
         AddVendor(
             rows, device, EntryName("vendor", items.Size(), ordinal, device.vendorId), top, names);
@@ -244,6 +248,7 @@ void GetSysDeviceWin::DispatchMessage(BMessage* message, BHandler* handler)
 {
     LibWindow::DispatchMessage(message, handler);
     const char* bytes = nullptr;
+    // The key goes to the text inside the entry, and the entry itself never sees it.
     const auto* text = dynamic_cast<BView*>(handler);
     if (message->what == B_KEY_DOWN && text && message->FindString("bytes", &bytes) == B_OK
         && bytes[0] == B_ENTER)
@@ -263,6 +268,8 @@ void GetSysDeviceWin::GoOnFrom(const LibEditEntry* entry)
 
 bool GetSysDeviceWin::QuitRequested()
 {
+    // Counted as when the form was made: classes with an unknown device. Once names are taken over
+    // there are fewer, so this works but once.
     int32 classOrdinal = 0;
     for (pciItem& item : items) {
         if (item.NumberDevicesUnknown() > 0)

@@ -66,6 +66,7 @@ void ResultItem::DrawItem(BView* owner, BRect frame, bool)
     DrawFitted(owner, Description(), BPoint(frame.left + kDescriptionX, baseline),
         kUnitsX - kDescriptionX);
     owner->DrawString(Units(), BPoint(frame.left + kUnitsX, baseline));
+    // Quantity() may have been told more than there is room for.
     for (int slot = 0; slot < std::min(quantity, kMaxRates); slot++) {
         const BPoint place(frame.left + kRatesX + kRateWidth * static_cast<float>(slot), baseline);
         DrawFitted(owner, FormatRate(static_cast<double>(rates[slot])), place, kRateWidth);

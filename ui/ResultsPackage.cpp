@@ -19,6 +19,7 @@
 
 namespace {
 
+// Known names where everybody may write: what lies there is looked at before it is touched.
 constexpr char kFolder[] = "/tmp/results";
 constexpr char kReport[] = "/tmp/results/unknown_devices";
 constexpr char kArchived[] = "tmp/results"; // the folder's name in the archive
@@ -80,6 +81,7 @@ bool MakeFolder()
         LibUnlink(kFolder);
     if (entry.Exists())
         return InTheWay(kFolder);
+    // Only this user may put something in.
     if (create_directory(kFolder, 0700) != B_OK)
         return Fail(kFolder);
     return (entry.IsDirectory() && IsOwn(entry)) || InTheWay(kFolder); // somebody was quicker
@@ -117,6 +119,7 @@ bool CopyWhole(const char* from, const char* to)
     ssize_t size = 0;
     while (file.Stream() && (size = source.Read(part.data(), part.size())) > 0)
         fwrite(part.data(), 1, static_cast<size_t>(size), file.Stream());
+    // 0 is the end of the source. What could not be read to there must not take the place.
     if (size == 0 && file.Commit())
         return true;
     const char* reason = size < 0 ? "its contents cannot be read" : file.Error().c_str();
@@ -143,9 +146,11 @@ Packed Compress(BPath& saved, const char* zip)
     const BPath beside(folder.Path(), "package.zip");
     if (!LibZip(beside.Path(), saved, 9))
         return Packed::kNoZip;
+    // LibZip() tells whether the tool was started, and only the file whether it has worked.
     const bool isPacked = SizeOf(beside.Path()) > 0 || Fail(zip);
     if (!isPacked || !CopyWhole(beside.Path(), zip))
         return Packed::kTar;
+    // Not before: until here it is the only copy.
     LibUnlink(saved.Path());
     saved.SetTo(zip);
     return Packed::kZip;
@@ -157,6 +162,7 @@ Packed PackResults(BPath& saved, GetSysDeviceWin* devices)
 {
     LibString zip(saved.Path());
     zip.Concat(kZipEnding);
+    // First: nothing is begun that has no place to go.
     if (!IsFree(zip))
         return Packed::kNot;
     const bool isShown = MakeFolder();

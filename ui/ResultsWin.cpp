@@ -34,6 +34,7 @@ constexpr uint32 kMsgSave = 502;
 constexpr uint32 kMsgEmail = 5000;
 
 // In the background view.
+// Those of ResultItem and 10, by which the list stands further to the right than the titles.
 constexpr float kRatesX = 300;
 constexpr float kRateWidth = 55;
 constexpr float kRightMargin = 25; // holds the scroll bar
@@ -50,6 +51,7 @@ BRect FrameFor(int nbrCpus)
 ResultsWin::ResultsWin(const int& nbrCpus)
     : DialogWindow(FrameFor(nbrCpus), "ResultsWin", "Results"), results(false)
 {
+    // First, as the row takes its height from the background, which the list then fills.
     AddButtons();
     AddTitles(nbrCpus);
     AddList();
@@ -150,6 +152,7 @@ void ResultsWin::ShowComparison()
 
 void ResultsWin::EmptyList()
 {
+    // The platform's lists do not own their items.
     while (BListItem* item = list->RemoveItem(list->CountItems() - 1))
         delete item;
 }
@@ -170,6 +173,7 @@ void ResultsWin::MessageReceived(BMessage* message)
 
 bool ResultsWin::QuitRequested()
 {
+    // All of them post to this window, so none may outlive it.
     savePanel.reset();
     comparison.End();
     unknownDevices.End();
@@ -254,7 +258,9 @@ void ResultsWin::SaveResultFile(BMessage* reply)
         Pack();
     else
         saved.Unset(); // no mail may take along half a file, or one of before
+    // It waits for nothing: the answer comes by a message, and the alert deletes itself.
     (new TarvexAlert(this))->Go(nullptr);
+    // After the package, which takes the form's report along.
     QuitDevices();
 }
 

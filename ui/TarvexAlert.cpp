@@ -17,6 +17,7 @@ constexpr char kText[] =
     "When e-mailing your results, please describe the configuration of your system. "
     "For example: BeBox 133, Mac 7600, UMAX s9000, Presario 4500.";
 
+// The results window takes it as the order to mail.
 constexpr uint32 kMsgConfiguration = 5000;
 constexpr int32 kEmailButton = 1;
 
@@ -59,6 +60,7 @@ void TarvexAlert::AddConfiguration()
 
 void TarvexAlert::MessageReceived(BMessage* message)
 {
+    // Before the base, which ends the alert, and the text with it.
     int32 which = 0;
     if (message->FindInt32("which", &which) == B_OK && which == kEmailButton) {
         BMessage answer(kMsgConfiguration);

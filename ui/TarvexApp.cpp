@@ -47,6 +47,7 @@ void TarvexApp::ArgvReceived(int32 argc, char** argv)
         fprintf(stderr, "Allowed to save comparisons\n");
         allowSaveComparison = true;
     }
+    // What stands behind it is a file of help texts, and no results.
     const bool isForHelp = argc > 1 && strcmp(argv[1], "-help") == 0;
     for (int32 i = 1; !isForHelp && i < argc; i++) {
         if (argv[i][0] != '-') // a switch that is none is ignored
@@ -55,6 +56,7 @@ void TarvexApp::ArgvReceived(int32 argc, char** argv)
     LibApp::ArgvReceived(argc, argv);
 }
 
+// Files wait for the window that shows them: arguments come before ReadyToRun().
 void TarvexApp::TakeFile(const char* path)
 {
     const BEntry entry(path, true);
@@ -71,6 +73,7 @@ void TarvexApp::TakeFile(const char* path)
 void TarvexApp::ReadyToRun()
 {
     LibApp::ReadyToRun();
+    // The window is up by now: processors that must be switched on can take seconds.
     RestoreProcessors();
     if (!files.IsEmpty() && !mainWindow.Tell(files))
         fprintf(stderr, "The files cannot be shown\n");
@@ -81,6 +84,7 @@ BWindow* TarvexApp::Window()
 {
     return mainWindow.Make([this] {
         auto* window = new TarvexWin(allowSaveComparison);
+        // A window's thread begins with its first Show().
         window->Show();
         if (window->Thread() < B_OK) // it has said so; without it there is no program
             exit(1);

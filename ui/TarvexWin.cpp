@@ -150,6 +150,7 @@ void TarvexWin::MakeResults()
     results.Make([] {
         auto* window = new ResultsWin(NbrCpus());
         // Its thread runs from the start, so that any thread may lock it.
+        // A window counts how often it was hidden, so that after both calls it still is.
         window->Hide();
         window->Show();
         return window;
@@ -226,6 +227,7 @@ bool TarvexWin::PrepareTest()
     const BAutolock lock(this);
     if (!lock.IsLocked() || running)
         return false;
+    // Asked first: who aborts here has not taken the machine from anybody.
     if (IsSelected(GroupIndex("graphics")) && !ScreenIsAccepted(info))
         return false;
     if (!MachineIsHad())
@@ -296,10 +298,12 @@ void TarvexWin::EndRun()
 
 void TarvexWin::BenchmarkChange(BMessage*)
 {
+    // The thread writes no more once it has told of its end, so the results may be copied.
     EndRun();
     MakeResults();
     results.With(
         [this](ResultsWin& window) { window.Update(benchmark.results, allowSaveComparison); });
+    // Only when it is filled, else the run before would be seen for a moment.
     results.Front();
 }
 

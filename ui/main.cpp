@@ -34,6 +34,7 @@ const char* AnswerTo(int argc, char** argv)
 
 int Print(const char* text)
 {
+    // Sent on at once: a full disk shows only then.
     if (fputs(text, stdout) >= 0 && fflush(stdout) == 0)
         return 0;
     fprintf(stderr, "Error writing <standard output>\n");
@@ -68,6 +69,7 @@ bool HasScreen()
 
 int main(int argc, char** argv)
 {
+    // Before the screen is looked at: these answers need none.
     if (const char* answer = AnswerTo(argc, argv))
         return Print(answer);
     if (!HasScreen())
