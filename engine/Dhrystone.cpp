@@ -8,9 +8,11 @@
 
 namespace {
 
+// 27,136 in the 16 bits of the kernel: below kInnerMost, which makes no outer round.
 constexpr long kIterations = 1600000;
 constexpr int kInnerMost = 32000;
 
+// The texts are as this benchmark has always printed them, slips included.
 void PrintRecord(const record& printed, int enumeration, int integer)
 {
     fprintf(stderr, "\tptr_comp = %d, should be impl dependent\n",
@@ -200,6 +202,7 @@ Enumeration Dhrystone::Function_1(const char& value1, const char& value2)
 bool Dhrystone::Function_2(const char* value1, const char* value2)
 {
     int location = 2;
+    // Ends as the letters differ: Body() calls it with texts that have "R" and "Y" there.
     while (location <= 2)
         if (Function_1(value1[location], value2[location + 1]) == kIdent1)
             location++;

@@ -53,6 +53,8 @@ void LibThread::ReportEnd(const int32& result)
     BMessage message('LThC');
     message.AddString("name", info.name);
     message.AddInt32("status", result);
+    // Waits for room in the port: without the message whoever started the thread would never learn
+    // that it has ended.
     messenger->SendMessage(&message, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
 }
 

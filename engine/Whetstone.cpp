@@ -6,6 +6,8 @@
 
 // Sink(this) also makes the compiler forget what the fields hold: it would compute with constants.
 
+// The counts of the loops below are the published weights of the modules: with others a round would
+// not be the number of Whetstone instructions that the unit stands for.
 void Whetstone::Run(const long& iterations)
 {
     for (long round = 0; round < iterations; round++) {

@@ -38,6 +38,7 @@ bool LibOpenAppFile(const char* path, const uint32& openMode, BFile& file)
     if (path)
         return file.SetTo(path, openMode) == B_OK;
     app_info info;
+    // Which file is the own one, only an application knows.
     return be_app && be_app->GetAppInfo(&info) == B_OK && file.SetTo(&info.ref, openMode) == B_OK;
 }
 
@@ -79,6 +80,7 @@ bool LibSetAppVersion(const uint32& major, const uint32& middle, const uint32& m
 
 bool LibGetAppSignature(const entry_ref& ref, char* signature)
 {
+    // A caller that does not look at the result reads an empty text, not what was there.
     signature[0] = '\0';
     char type[B_MIME_TYPE_LENGTH];
     BFile file;

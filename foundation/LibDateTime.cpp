@@ -22,6 +22,7 @@ bool TakeDigits(std::string_view& text, size_t digits, int32& value)
         return false;
     const std::string_view number = text.substr(text.size() - digits);
     text.remove_suffix(digits);
+    // from_chars would take a minus too.
     if (number.empty() || !LibIsDigit(number[0]))
         return false;
     const auto end = std::from_chars(number.data(), number.data() + number.size(), value);
@@ -51,6 +52,7 @@ bool ReadIsoTime(std::string_view text, LibTime& time)
     int32 hours = 0;
     int32 minutes = 0;
     int32 seconds = 0;
+    // Says nothing here: how far the zone is, the caller knows.
     if (text.ends_with('Z'))
         text.remove_suffix(1);
     if (text.size() != 6 || !TakeDigits(text, 2, seconds) || !TakeDigits(text, 2, minutes)
@@ -86,6 +88,7 @@ void LibDateTime::SetDateTime(const int32& moment, const bool& local)
 
 void LibDateTime::SetMoment(const time_t& moment, const bool& local)
 {
+    // The fields are our own: localtime() would share its with all other threads.
     struct tm fields { };
     SetDateTime(local ? localtime_r(&moment, &fields) : gmtime_r(&moment, &fields));
 }
@@ -105,6 +108,7 @@ bool LibDateTime::Set(const LibString& text)
 {
     const char* buffer = text;
     const std::string_view typed = buffer ? buffer : "";
+    // One moment for both: asked apart at midnight, date and time would be of two days.
     const LibDateTime now(true);
     LibParsedDate parsed;
     if (!LibParseDate(typed, LibDateConventions::English(), now.date, now.time, parsed)
@@ -112,6 +116,7 @@ bool LibDateTime::Set(const LibString& text)
         return LibRefuseDate(typed);
     date = parsed.date;
     time = parsed.time;
+    // Days by themselves: 68 years are more seconds than an int32 holds.
     Carry(LibToInt32(parsed.seconds / kSecondsOfDay));
     AddSeconds(static_cast<int32>(parsed.seconds % kSecondsOfDay));
     return true;
@@ -141,6 +146,7 @@ bool LibDateTime::SetIso8601(const LibString& text, const int16& offsetHours)
     const char* typed = text;
     const std::string_view all = typed ? typed : "";
     const size_t middle = all.find('T');
+    // Read apart, so that a bad text leaves this one as it was.
     LibDateTime read;
     if (middle == std::string_view::npos || !ReadIsoDate(all.substr(0, middle), read.date)
         || !ReadIsoTime(all.substr(middle + 1), read.time))

@@ -77,6 +77,7 @@ public:
     {
         BPath files;
         BPath records;
+        // The trash of desktops is two folders side by side, for the entries and for their records.
         if (find_directory(B_TRASH_DIRECTORY, &files, true) != B_OK
             || files.GetParent(&records) != B_OK || records.Append("info") != B_OK
             || create_directory(records.Path(), 0700) != B_OK)
@@ -128,6 +129,7 @@ bool MoveToTrash(const BPath& path)
     if (!place.IsReserved())
         return false;
     const status_t status = entry.Rename(place.Path());
+    // A name can change within a disk only: to another one the entry is copied, then removed.
     if (status == B_OK || (status == B_CROSS_DEVICE_LINK && LibMove(path.Path(), place.Path())))
         return true;
     if (!BEntry(place.Path()).Exists()) // a move from another disk may have come half the way

@@ -36,11 +36,13 @@ void LibLocaleDate::GetShort(LibString& text) const
         case Order::kDayMonthYear: numbers = d + between[0] + m + between[1] + y; break;
         case Order::kYearMonthDay: numbers = y + between[0] + m + between[1] + d; break;
     }
+    // Some languages have a point after the last number, too.
     text = (numbers + between[2]).c_str();
 }
 
 void LibLocaleDate::GetLong(LibString& text) const
 {
+    // A date that is none may have any month.
     const bool named = month >= 1 && month <= 12;
     const std::string m = named ? fConventions.months[static_cast<size_t>(month - 1)] : "";
     const std::string& w = fConventions.weekDays[static_cast<size_t>(LibDate::DayOfWeek())];
@@ -64,6 +66,7 @@ bool LibLocaleDate::SetTyped(const char* text, const LibDate& today)
 {
     const char* typed = text ? text : "";
     LibParsedDate parsed;
+    // A time, or a distance in hours, would be lost without a word: it is refused instead.
     if (!LibParseDate(typed, fConventions, today, LibTime(), parsed) || !parsed.hasDate
         || parsed.hasTime || parsed.seconds != 0)
         return LibRefuseDate(typed);

@@ -66,6 +66,7 @@ bool LibNode::ReadStringAttr(const char* name, LibString& value) const
     std::string text;
     if (!ReadWhole(name, B_STRING_TYPE, text))
         return false;
+    // Ends at the first NUL: other programs may have counted an end mark in, or not.
     value = text.c_str();
     return true;
 }
@@ -110,6 +111,7 @@ bool LibNode::WriteBoolAttr(const char* name, const bool& value)
 bool LibNode::ReadMessageAttr(const char* name, BMessage& message) const
 {
     std::string data;
+    // Into one of its own: what is damaged must leave the caller's message as it was.
     BMessage read;
     if (!ReadWhole(name, B_RAW_TYPE, data)
         || read.Unflatten(data.data(), static_cast<ssize_t>(data.size())) != B_OK)
@@ -164,6 +166,7 @@ bool LibNode::UncompressFile(const char* name, const char* directory, bool repla
     file.Unset();
     if (!written || !LibUnzipWhole(archive.Path()))
         return false;
+    // Before the folder is emptied, or the archive would be moved with what it held.
     LibUnlink(archive.Path());
     return create_directory(directory, 0775) == B_OK && MoveAll(folder.Path(), directory, replace);
 }

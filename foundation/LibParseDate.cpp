@@ -20,6 +20,7 @@ time_t MomentOf(const LibParsedDate& parsed)
 {
     struct tm fields { };
     LibDateTime(parsed.date, parsed.time).GetDateTime(&fields);
+    // timegm() takes the fields for UTC, mktime() for the zone of the user.
     return parsed.hasZone ? timegm(&fields) - parsed.zoneMinutes * 60 : mktime(&fields);
 }
 
@@ -65,6 +66,8 @@ bool DateReader::NumericDate()
     char kind = 0;
     if (!TakeNumbers(numbers, count, kind))
         return false;
+    // Where points are written the day comes first, whatever the locale. Four digits can only be a
+    // year.
     Order order = kind == '.' ? Order::kDayMonthYear : fConventions.order;
     if (numbers[0].digits == 4)
         order = Order::kYearMonthDay;
@@ -137,6 +140,7 @@ bool DateReader::MonthThenNumber()
     SkipLoosely();
     if (!TakeNumber(number))
         return false;
+    // A month without a day means its first.
     if (number.digits == 4)
         return SetDate(number.value, month, 1);
     SkipOrdinal();
@@ -161,6 +165,7 @@ bool DateReader::TimeOfDay()
     const bool pm = !am && (TakeWord("pm") || TakeText("p.m."));
     if (!am && !pm) {
         fRest = before;
+        // A number by itself is no time: it may be the day of what follows.
         return colon && SetTime(hours.value, minutes, seconds);
     }
     if (hours.value < 1 || hours.value > 12)
@@ -190,6 +195,7 @@ bool DateReader::Zone()
     const std::string_view before = fRest;
     SkipBlanks();
     Distance unit;
+    // No zone is farther from UTC than 14 hours, which is Kiribati's.
     if (hours > 14 || minutes > 59 || TakeUnit(unit)) // "17:00 +1000 days"
         return false;
     fRest = before;
@@ -286,6 +292,7 @@ bool DateReader::Filler()
 
 bool DateReader::SetDate(const LibDate& date)
 {
+    // Of two dates nobody could say which one is meant.
     fRefused = fRefused || fHasDate;
     fHasDate = true;
     fNeedsMore = false;
@@ -355,8 +362,10 @@ bool DateReader::Resolve(LibParsedDate& parsed)
         date.AddMonths(LibToInt32(fDistance.months));
     date += LibToInt32(fDistance.days);
     parsed.date = date;
+    // A day alone means its beginning, a distance alone is counted from now.
     parsed.time = fHasTime ? fTime : namesDay ? LibTime() : fNow;
     const int64 seconds = parsed.time.NumberOfSeconds() + fDistance.seconds;
+    // Rounded down: below 0 the division rounds towards 0.
     const int64 days = seconds / kSecondsOfDay - (seconds % kSecondsOfDay < 0 ? 1 : 0);
     for (const LibDate& reached : { date, date + LibToInt32(days) }) {
         if (reached.GetYear() < 1 || reached.GetYear() > kLastYear)

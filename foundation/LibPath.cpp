@@ -52,6 +52,7 @@ bool LibFindEnvFile(const char* variable, const char* file, BPath& result)
 bool LibFindSystemTool(const char* name, BPath& tool)
 {
     BPath path;
+    // Never by PATH, which may name folders in which others write.
     if (find_directory(B_BEOS_BIN_DIRECTORY, &path) != B_OK || path.Append(name) != B_OK
         || !LibExists(path.Path()))
         return false;
@@ -123,6 +124,7 @@ bool LibGetFilePath(const BMessage* message, BPath& path)
 {
     entry_ref directory;
     const char* name = nullptr;
+    // The panel cannot name the file by a reference, as it may not exist yet.
     return message && message->FindRef("directory", &directory) == B_OK
         && message->FindString("name", &name) == B_OK && LibGetPath(directory, name, path);
 }
@@ -158,8 +160,10 @@ void LibUniqueName(BPath& path, const char* prefix)
     char numbers[64]; // three of up to 20 digits
     snprintf(numbers, sizeof(numbers), "%ld%ld%ld", ++sCalls, static_cast<long>(getpid()),
         static_cast<long>(time(nullptr)));
+    // The prefix is cut, never the numbers: they are what tells the names apart.
     constexpr size_t kRoom = B_FILE_NAME_LENGTH - sizeof(numbers);
     const std::string name = std::string(LibCutUtf8(prefix ? prefix : "", kRoom)) + numbers;
+    // Stays unset where there is no folder for it: so the caller learns of it.
     BPath unique;
     if (find_directory(B_COMMON_TEMP_DIRECTORY, &unique, true) == B_OK)
         unique.Append(name.c_str());
@@ -192,6 +196,7 @@ off_t FileSize(const char* path, bool withAttributes)
 
 off_t LibEntrySize(const char* path, bool withAttributes)
 {
+    // Of a link the link itself: one to a folder above it would lead round without end.
     if (!BEntry(path).IsDirectory())
         return FileSize(path, withAttributes);
     BDirectory directory(path);
@@ -273,6 +278,7 @@ bool LibGetStdDirName(const directory_which& which, LibString& name)
 {
     for (const StandardDirectory& directory : kDirectories) {
         if (directory.which == which) {
+            // The names are literals, so an end mark follows.
             name = directory.name.data();
             return true;
         }

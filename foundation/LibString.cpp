@@ -43,6 +43,8 @@ bool GetInteger(const LibString& text, Integer& value)
     value = 0;
     if (!text.IsNumeric())
         return false;
+    // Without a buffer it counts as "", which is numeric. Of "", of a sign alone and of "." strtol
+    // makes 0.
     if (const char* digits = text; digits)
         value = static_cast<Integer>(strtol(digits, nullptr, 10));
     return true;
@@ -123,9 +125,11 @@ bool LibString::Splice(size_t from, size_t removed, std::string_view with)
     // By std::less: "<" promises nothing for pointers into different buffers.
     const bool isOwn = !std::less()(with.data(), buffer) && std::less()(with.data(), buffer + size);
     if (length < static_cast<size_t>(size) && !isOwn) {
+        // The tail first: what is put in may be written over where it was.
         memmove(buffer + from + with.size(), tail.data(), tail.size());
         memcpy(buffer + from, with.data(), with.size());
     } else {
+        // Never less than before: who made room for a long text keeps it.
         const size_t capacity = std::max(length + 1, static_cast<size_t>(size));
         std::unique_ptr<char[]> bytes = NewBuffer(capacity);
         if (!bytes)
@@ -143,6 +147,7 @@ bool LibString::Splice(size_t from, size_t removed, std::string_view with)
 
 void LibString::SetBuffer(const int32& n)
 {
+    // So that with the end mark the size is still an int32.
     SetText("", static_cast<size_t>(std::clamp(n, 0, INT32_MAX - 1)) + 1);
 }
 
@@ -157,6 +162,7 @@ LibString& LibString::operator=(const LibString& o)
 {
     if (this == &o)
         return *this;
+    // No buffer is not the same as an empty text: it converts to a null pointer.
     if (!o.buffer)
         Clear();
     else
@@ -208,6 +214,8 @@ void LibString::SetHex(const uint8& v)
 
 void LibString::Formatted(const char* format, ...)
 {
+    // A buffer apart, as an argument may be this text. Empty at first: a format that fails leaves
+    // what is in it undefined.
     char text[512] = "";
     va_list arguments;
     va_start(arguments, format);
@@ -329,6 +337,7 @@ bool LibString::GetFloat32(float& value) const
 bool LibString::GetFloat64(double& value) const
 {
     const bool numeric = IsNumeric();
+    // Not by strtod(), which expects the comma of the locale.
     value = numeric ? LibFixedValue(View()) : 0;
     return numeric;
 }
@@ -390,6 +399,7 @@ bool LibString::ToChar(const char& c, const int32& n, const int& delta)
     const size_t found = NthOf(c, n);
     if (found == kNone)
         return false;
+    // In 64 bits: the sum of an index and any delta may be more than an int.
     CutAt(static_cast<size_t>(std::max<int64>(0, static_cast<int64>(found) + delta)));
     return true;
 }
@@ -400,6 +410,7 @@ bool LibString::FromChar(const char& c, const int32& n, const int& delta)
     if (found == kNone)
         return false;
     const int64 from = static_cast<int64>(found) + delta;
+    // What is too large for an index becomes a bad one, which empties the text like any other.
     FromIndex(static_cast<int32>(std::clamp<int64>(from, -1, INT32_MAX)));
     return true;
 }
@@ -427,6 +438,7 @@ void LibString::RemoveChar(const int32& i)
 
 void LibString::Remove(const int32& from, const int32& to)
 {
+    // No text has a byte of index INT32_MAX, so nothing is lost where 1 cannot be added.
     if (from >= 0 && to >= from)
         ShiftFrom(from, to < INT32_MAX ? to + 1 : to);
 }
@@ -501,6 +513,7 @@ void LibString::ReplaceAll(const char& a, const char& b)
 
 void LibString::SwapChar(const char& a, const char& b)
 {
+    // One way only, in spite of the name: b stays what it is.
     ReplaceAll(a, b);
 }
 
@@ -541,6 +554,7 @@ void LibString::StripPunct()
 
 void LibString::ToUpperCase()
 {
+    // Letters of ASCII only: a change to the bytes of other characters would tear them apart.
     std::transform(buffer, buffer + View().size(), buffer, LibToUpper);
 }
 
@@ -554,6 +568,7 @@ void LibString::ToProperCase()
     ToLowerCase();
     const std::string_view text = View();
     for (size_t i = 0; i < text.size(); i++) {
+        // From the left: that a word ends in "'s" is seen by an s that is not raised yet.
         if (IsProperCapital(text, i))
             buffer[i] = LibToUpper(buffer[i]);
     }
@@ -572,6 +587,7 @@ size_t LibString::CharOffset(int32 n) const
 
 void LibString::CharToIndex(const int32& n)
 {
+    // Of a longer character the first byte alone stays: what is cut are bytes.
     if (n >= 0 && n < CharCount())
         CutAt(CharOffset(n) + 1);
 }

@@ -53,6 +53,7 @@ bool LibStringIterator::GetNextField(const char& delimiter, LibString& field)
     const bool whole = rest.size() > 1;
     if (whole)
         position = static_cast<int32>(View().size() - 1);
+    // A copy: field may be this string, whose bytes go when it is set.
     field = std::string(rest).c_str();
     return whole;
 }

@@ -43,6 +43,7 @@ void LibStringList::GetFrom(BMessage& message, const char* name)
 
 void LibStringList::SetTo(const BMessage& message, const char* name)
 {
+    // A message that has no such field says nothing about the list: it is not emptied.
     if (!message.HasString(name, 0))
         return;
     const LibString field(name); // name may be one of the entries

@@ -30,6 +30,7 @@ int32 CompareBytes(std::string_view a, std::string_view b, bool ignoreCase)
 {
     const size_t common = std::min(a.size(), b.size());
     for (size_t i = 0; i < common; i++) {
+        // Whatever char is: on some processors it has no sign, and lists would be sorted otherwise.
         const auto left = static_cast<signed char>(ignoreCase ? LibToUpper(a[i]) : a[i]);
         const auto right = static_cast<signed char>(ignoreCase ? LibToUpper(b[i]) : b[i]);
         if (left != right)
@@ -123,6 +124,7 @@ bool LibString::Contain(const char& c) const
 int32 LibString::Index(const char* s) const
 {
     const std::string_view text = View();
+    // In an empty text nothing is found, not even "", which is found at 0 in all others.
     return text.empty() ? -1 : ToIndexOrNone(text.find(OrEmpty(s)));
 }
 
@@ -214,6 +216,7 @@ bool LibString::Word(const int32& n, LibString& word) const
 {
     const LibString text(*this); // word may be this string
     const std::string_view bytes = text.View();
+    // Empty now: a caller that does not look at the result must not read the word of before.
     word.SetBuffer(static_cast<int32>(bytes.size()));
     int32 left = n;
     for (size_t i = 0; i < bytes.size() && left > 0; i++) {
@@ -241,10 +244,12 @@ LibString LibString::Extract(const char& open, const char& close, const bool& st
 {
     const std::string_view text = View();
     const size_t from = text.find(open);
+    // From the next byte on: both may be the same character.
     const size_t to = from != kNone ? text.find(close, from + 1) : kNone;
     if (to == kNone)
         return LibString();
     const int32 inset = strip ? 1 : 0;
+    // With nothing between the two the first index is behind the last, which gives "".
     return Extract(static_cast<int32>(from) + inset, static_cast<int32>(to) - inset);
 }
 

@@ -24,6 +24,7 @@ int32 HourOf(int32 hour, const std::string& half)
         return hour;
     if ((half != "am" && half != "pm") || hour < 1 || hour > 12)
         return kNoHour;
+    // 12 am is midnight, and 12 pm noon.
     return hour % 12 + (half == "pm" ? 12 : 0);
 }
 
@@ -90,6 +91,7 @@ void LibTime::SetTime(const time_t& moment, const bool& local)
     if (!localtime_r(&moment, &time))
         return;
     SetTime(&time);
+    // The zone's distance at that moment, summer time included.
     if (!local)
         SetTotal(Total() - time.tm_gmtoff);
 }
@@ -150,6 +152,7 @@ int32 LibTime::CorrectTime()
 
 int32 LibTime::AddHours(const int32& added)
 {
+    // In 64 bits: 600,000 hours are more seconds than an int32 holds.
     return SetTotal(Total() + int64 { added } * 3600);
 }
 
@@ -170,6 +173,7 @@ int32 LibTime::TimeZone(const int& hoursAhead)
 
 bool LibTime::IsValidTime() const
 {
+    // A leap second is none: the arithmetic here has days of 86,400 seconds.
     return hours >= 0 && hours < 24 && minutes >= 0 && minutes < 60 && seconds >= 0 && seconds < 60;
 }
 

@@ -6,6 +6,7 @@
 
 std::string LibFixedText(double value, int decimals)
 {
+    // No double has more than 1,074 digits after the point.
     constexpr int kMostDecimals = 1100;
     char text[kMostDecimals + 330]; // the largest double has 309 digits before the point
     const int precision = decimals < 0 ? 6 : std::min(decimals, kMostDecimals);
@@ -16,6 +17,7 @@ std::string LibFixedText(double value, int decimals)
 
 std::string LibShortestText(double value)
 {
+    // The longest has 24 characters: -2.2250738585072014e-308.
     char text[32];
     return { text, std::to_chars(text, std::end(text), value).ptr };
 }

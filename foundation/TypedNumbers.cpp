@@ -37,6 +37,7 @@ bool TakeNumber(std::string_view digits, TypedNumbers& numbers)
     if (numbers.count == static_cast<int32>(numbers.values.size()) || digits.size() > kMostDigits)
         return false;
     int32 value = 0;
+    // Cannot fail: an int32 holds any eight digits.
     std::from_chars(digits.data(), digits.data() + digits.size(), value);
     AddNumber(value, static_cast<int32>(digits.size()), numbers);
     return true;
@@ -97,6 +98,7 @@ int32 LibTypedYear(int32 value, int32 digits)
         return value;
     if (digits != 2)
         return 0;
+    // The centuries are those of POSIX for %y.
     return value < 69 ? 2000 + value : 1900 + value;
 }
 

@@ -49,6 +49,7 @@ void qResources::SetString(const char* name, const char* text)
         return;
     int32 id = 0;
     size_t size = 0;
+    // AddResource() replaces by number, whatever the name: a new text gets one that is free.
     if (!GetResourceInfo(B_STRING_TYPE, name, &id, &size)) {
         while (HasResource(B_STRING_TYPE, id))
             id++;

@@ -57,6 +57,7 @@ void xmlTag::Clear()
 
 bool xmlTag::Accepts(const char& c, const bool& isEmpty)
 {
+    // In front of the content blanks and tabs are the indentation of the file.
     return !isEmpty || (c != ' ' && c != '\t');
 }
 

@@ -14,6 +14,8 @@
 
 namespace {
 
+// Under this name, and kRecords within, lie the machines of programs in use: with other names they
+// would be lost.
 constexpr char kStore[] = "qv:benchmark";
 constexpr char kDamaged[] = "qv:benchmark damaged";
 constexpr char kRecords[] = "results";
@@ -24,6 +26,8 @@ bool SetDamagedAside(LibNode& file)
     attr_info info;
     if (file.GetAttrInfo(kStore, &info) != B_OK)
         return false;
+    // Each of these must be known for certain. After an error that passes the store stays as it is,
+    // for the next time.
     std::string data(static_cast<size_t>(info.size), '\0');
     if (file.ReadAttr(kStore, info.type, 0, data.data(), data.size()) != info.size
         || BMessage().Unflatten(data.data(), info.size) == B_OK
@@ -45,6 +49,7 @@ ChartScale ChartScale::For(double greatest)
     scale.step = 10;
     for (size_t i = 3; i < digits; i++)
         scale.step *= 10;
+    // One step beyond the greatest, so that its bar ends before the edge.
     const auto steps = (scale.step + rounded) / scale.step;
     scale.maxScale = static_cast<float>(steps * scale.step);
     return scale;
@@ -133,9 +138,12 @@ void Comparison::ReadStore(const LibNode& file)
     BMessage store;
     attr_info info;
     const bool isThere = file.ReadMessageAttr(kStore, store);
+    // That there is none is an answer too. After any other error it may be there, and is not
+    // replaced.
     isStoreRead = isThere || file.GetAttrInfo(kStore, &info) == B_ENTRY_NOT_FOUND;
     if (!isThere)
         return;
+    // Asked once, as there may be thousands of records.
     const LibSysInfo thisMachine;
     const char* record = nullptr;
     for (int32 i = 0; store.FindString(kRecords, i, &record) == B_OK; i++) {

@@ -51,6 +51,7 @@ void ComparisonChart::DrawGrid(BView* view, BRect update) const
     for (int64 value = scale.step; value < static_cast<int64>(scale.maxScale);
          value += scale.step) {
         const float x = scale.XFor(static_cast<double>(value), barsX, right);
+        // Labels are centred on their lines: from one to the next is a width, and 0.4 for the gap.
         const bool isLabelled = x > labelX + 1.4f * labelWidth;
         if (isLabelled) {
             LibString label;

@@ -5,6 +5,7 @@
 
 namespace {
 
+// Divided as a double: a float holds whole microseconds up to 17 seconds only.
 float Seconds(bigtime_t micros)
 {
     return static_cast<float>(static_cast<double>(micros) / 1'000'000);

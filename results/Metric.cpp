@@ -26,6 +26,7 @@ Metric& Metric::operator=(const Metric& o)
 
 int Metric::Slots() const
 {
+    // The field is open to all: what stands in it must not lead beyond the times.
     return std::clamp(nbrTimes, 0, kMostTimes);
 }
 
@@ -95,6 +96,7 @@ void Metric::SetDrawn(const int& slot, const bool& value)
 
 void Metric::PrintToStream() const
 {
+    // A LibString itself cannot go through the dots of fprintf().
     const char* name = description;
     const char* unit = units;
     fprintf(stderr, "Metric:: <%s> (%d), cycles %d, units <%s>, times", name, index, cycles, unit);

@@ -44,6 +44,8 @@ void ResultList::FirstCurrent()
 {
     for (Results& machine : *this) {
         if (!machine.First()) {
+            // The description may come from somebody's file, and control characters in it would
+            // reach the terminal.
             fprintf(stderr, "Unable to make first current <%s>\n",
                 LibPrintable(machine.description).c_str());
         }

@@ -88,6 +88,7 @@ void Results::Reset(const LibSysInfo& machine)
     devices.Clear();
     machine.Description(description);
     nbrCpus = machine.cpuCount;
+    // CycleCpu() goes on before it answers: the first pass is 0, with all processors.
     cpu = nbrCpus + 1;
     pass = -1;
     expanded = false;
@@ -100,6 +101,7 @@ void Results::FillTheseDevices()
     LibString text;
     text.Formatted("%s, %dx%d resolution", machine.ScreenDepthStr(), machine.screenWidth,
         machine.screenHeight);
+    // No class of the buses, of which 0 is one. The chart calls it the screen.
     AppendLine(devices, -1, text);
 
     LibDeviceInfo info;
@@ -154,6 +156,7 @@ void Results::FillGaps()
 
 void Results::Calibrate(const long& loops, int randsPerLoop)
 {
+    // First, so that a test without loops does not have the cost of the one before taken off.
     calibration = 0;
     if (loops == 0)
         return;

@@ -152,6 +152,7 @@ void Results::Draw(BView* view, BRect update, const float& left, const float& sc
     const float top = y;
     y += RowHeight();
     frame.Set(2, top, 17, top + 15);
+    // After y and frame are set: a row that is not drawn has its place too, and rows below it.
     if (top > update.bottom || y < update.top)
         return;
     DrawLabel(view, left, top, selected);

@@ -20,6 +20,8 @@ void PutCell(FILE* file, const char* text)
 
 void Metric::Save(FILE* file, const int& columns) const
 {
+    // The columns go from the most processors down to one, so a machine with fewer has its first
+    // ones empty.
     PutTabs(file, columns - Slots());
     for (int slot = 0; slot < Slots(); slot++)
         PutCell(file, FormatRate(Rate(slot)));

@@ -80,10 +80,12 @@ void ReadMetric(std::string_view id, std::string_view rest, RunRecord& run)
         Check(Parse(time, times.emplace_back()) && std::isfinite(times.back()),
             "has a time for <" + name + "> that is none: <" + std::string(time) + ">");
     }
+    // Not before its times are read: damage is told of tests that are not known, too.
     if (!test)
         return;
     int32 count = FirstCount(run.machine, times.size());
     for (const double seconds : times) {
+        // 0 stands for a pass that left the test out. The count goes down all the same.
         if (seconds > 0) {
             Check(!run.Find(*test, count), "has <" + name + "> twice");
             Span& span = run.At(*test, count).spans.emplace_back();

@@ -14,6 +14,7 @@ using statistics::Untold;
 
 // The series of a machine, by test and by processor count from the greatest.
 using Place = std::pair<const TestType*, int32>;
+// All tests lie in the catalogue, one array: their addresses have its order.
 struct InOrder {
     bool operator()(const Place& a, const Place& b) const
     {
@@ -60,6 +61,7 @@ std::string WhyNot(const Series* series)
         return "not measured";
     if (!series->undone.empty())
         return "its work was not done: " + series->undone;
+    // Spans there are, yet no figures: one of them has a time of 0.
     return series->spans.empty() ? "not measured" : "a time that is none";
 }
 
@@ -81,11 +83,13 @@ Measured Measure(const Series* series, double bestProbe)
     }
     measured.side = { RateOf(*series, figures->summary.estimate), figures->summary.n,
         figures->marks };
+    // The same times as in FiguresOf(): the verdict has to be about those whose rate the row shows.
     measured.times = figures->marks.shared ? TimesOf(*series) : CleanTimesOf(*series, bestProbe);
     measured.work = series->spans.front().work;
     return measured;
 }
 
+// The other tests draw nothing, so they can be compared whatever the display was.
 bool IsOfGraphics(const TestType& test)
 {
     return test.group == catalogue::kGraphics;
@@ -109,6 +113,7 @@ std::optional<Untold> DifferenceOf(const RunRecord& a, const RunRecord& b, const
 
 std::optional<Untold> MarkOf(const ComparedSide& baseline, const ComparedSide& candidate)
 {
+    // In the order of the reasons in docs/comparing.md.
     if (baseline.marks.few || candidate.marks.few)
         return Untold::kTooFewRepeats;
     if (baseline.marks.Any() || candidate.marks.Any())
@@ -145,7 +150,11 @@ public:
         row.machine = machine;
         row.baseline = before.side;
         row.candidate = after.side;
+        // One for every row, also where nothing can be told: Judge() puts the two together by
+        // index.
         statistics::Row& asked = fAsked.emplace_back();
+        // Work of 0 means that the figure is the time itself. No factor makes such a time
+        // comparable to one for counted work.
         if (!before.why.empty())
             row.why = "baseline " + before.why;
         else if (!after.why.empty())
@@ -159,6 +168,8 @@ public:
             asked.untold = Untold::kTooFewRepeats; // there are none
             return;
         }
+        // A test of a fixed duration counts the work that was done in it. Its times would be equal
+        // by design, so they are brought to the work of the baseline.
         if (before.work != after.work) {
             for (double& seconds : after.times)
                 seconds *= before.work / after.work;
@@ -214,6 +225,8 @@ std::string SpeedText(const statistics::Speed& speed)
 std::vector<ComparedRow> CompareMachines(
     const std::vector<MeasuredMachine>& machines, size_t baseline, const TestFilter& isWanted)
 {
+    // The best of all runs on such a machine: a sitting that was slow throughout does not know it,
+    // and by its own best would pass for undisturbed.
     std::map<Kind, double> bestProbes;
     for (const MeasuredMachine& machine : machines) {
         const auto [best, isNew] =
@@ -242,10 +255,13 @@ std::vector<ComparedRow> CompareMachines(
 void SortRows(
     std::vector<ComparedRow>& rows, SortBy by, const std::vector<MeasuredMachine>& machines)
 {
+    // No two rows are equal in this, so it ends every tie: std::sort may leave equal rows in any
+    // order.
     const auto byTest = [](const ComparedRow& row) {
         return std::tuple(row.test, -row.processors, row.machine);
     };
     std::sort(rows.begin(), rows.end(), [&](const ComparedRow& a, const ComparedRow& b) {
+        // Rows without a percent go to the end.
         if (by == SortBy::kPercent && a.percent != b.percent)
             return a.percent && (!b.percent || *a.percent < *b.percent);
         if (by == SortBy::kName && a.machine != b.machine)
@@ -259,11 +275,14 @@ BuildCheck CheckBuild(const std::vector<ComparedRow>& rows, size_t machines, dou
     std::set<size_t> withRows;
     bool isTold = true;
     for (const ComparedRow& row : rows) {
+        // A test that fell is reason enough, whatever could not be told of others. Where it is
+        // slower there are figures of both sides, and with them a percent.
         if (row.judgement.verdict == statistics::Verdict::kSlower && 100 - *row.percent > percent)
             return BuildCheck::kFell;
         isTold = isTold && row.judgement.verdict != statistics::Verdict::kCannotTell;
         withRows.insert(row.machine);
     }
+    // A machine without rows has nothing in common with the baseline: that is no pass.
     return isTold && withRows.size() + 1 == machines ? BuildCheck::kPassed
                                                      : BuildCheck::kCannotTell;
 }

@@ -8,6 +8,7 @@
 
 namespace {
 
+// The keys stay in the order in which they are written, so that files can be compared line by line.
 using Json = nlohmann::ordered_json;
 
 struct Writer {
@@ -23,6 +24,7 @@ struct Writer {
     void FieldOr(
         const char* key, const T& field, std::type_identity_t<T> unknown, runfile::Limits = {})
     {
+        // What is not known is null, whatever number stands for it in the program.
         (*json)[key] = field == unknown ? Json() : Value(field);
     }
 
@@ -123,6 +125,7 @@ Json SeriesAsJson(const Series& series, double bestProbe)
     json["figures"] = figures ? FiguresAsJson(series, *figures) : Json();
     json["marks"] = figures ? MarksAsJson(figures->marks) : Json();
     AddEnergy(series, json);
+    // Adds undone and spans. The test and the count, written once more, keep their places.
     Writer { &json }.Write(series);
     for (size_t i = 0; i < series.spans.size(); i++)
         json["spans"][i]["shared"] = IsShared(series.spans[i], bestProbe);
@@ -159,6 +162,8 @@ Json JsonOf(const RunRecord& record)
 {
     Json json { { "schema", kRunSchema } };
     Writer { &json }.Write(record);
+    // In place of the bare fields, with what is worked out of them. That is for other programs: our
+    // own reader takes the bare fields alone.
     for (size_t i = 0; i < record.passes.size(); i++)
         json["passes"][i] = PassAsJson(record.passes[i], record.details.processors.size());
     for (size_t i = 0; i < record.series.size(); i++)
@@ -169,6 +174,8 @@ Json JsonOf(const RunRecord& record)
 // Numbers with as many digits as tell them from all others, and a point whatever the locale.
 std::string Dump(const Json& json)
 {
+    // What is no UTF-8 is replaced, as the library would throw: a name from the system may be any
+    // bytes.
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
@@ -195,6 +202,7 @@ std::string RunAsJson(const RunRecord& record)
 std::string SpanAsJson(const Series& series)
 {
     Series latest { series.test, series.processors, {}, series.undone };
+    // Of a test whose work was not done the reason alone goes on: it has no time that counts.
     if (!series.spans.empty() && series.undone.empty())
         latest.spans.push_back(series.spans.back());
     return Dump(Writer::Value(latest));
@@ -207,6 +215,7 @@ struct Column {
     const char* place; // in the JSON of a series
 };
 
+// As docs/run-format.md lists them, after the label.
 constexpr Column kColumns[] = {
     { "test", "/test" },
     { "name", "/name" },
@@ -243,6 +252,8 @@ std::string Cell(const Json& series, const char* place)
     const Json value = series.contains(pointer) ? series.at(pointer) : Json();
     if (value.is_string())
         return value.get<std::string>();
+    // This mark is an object or null, the column says whether it is set. Where nothing was measured
+    // there are no marks, and the cell is empty as those of the others.
     if (pointer == Json::json_pointer("/marks/two_speeds") && !series["marks"].is_null())
         return value.is_null() ? "false" : "true";
     return value.is_null() ? "" : Dump(value);
@@ -258,6 +269,7 @@ std::string Quoted(std::string cell, char separator)
     }
     if (cell.find_first_of("\",\r\n") == std::string::npos)
         return cell;
+    // RFC 4180 doubles a quote. The step of 2 goes past both, or it would never end.
     for (size_t at = 0; (at = cell.find('"', at)) != std::string::npos; at += 2)
         cell.insert(at, 1, '"');
     return '"' + cell + '"';

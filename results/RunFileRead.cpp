@@ -14,6 +14,8 @@ namespace {
 using Json = nlohmann::json;
 
 constexpr size_t kMostBytes = 32 << 20; // the longest runs have a fifth of that
+// Lists and objects of the format lie 6 deep. The rest is for keys of later versions, which are
+// passed over.
 constexpr size_t kDeepest = 16;
 
 // Where, and why it cannot be: "series[3].spans[0].seconds", "must be ...".
@@ -99,8 +101,11 @@ private:
     static void Take(const Json& from, T& field, Limits limits)
     {
         const T lowest = static_cast<T>(limits.lowest);
+        // Half of what the type holds, so that the sum of two such numbers still fits.
         constexpr T kHighest = std::numeric_limits<T>::max() / 2;
         const T highest = static_cast<T>(std::min(limits.highest, static_cast<double>(kHighest)));
+        // The library keeps what is not below 0 as unsigned. Turned into a signed number before it
+        // is compared, the greatest would be negative.
         const bool isInside = from.is_number_unsigned()
             ? std::cmp_less_equal(from.get<uint64>(), highest)
                 && std::cmp_greater_equal(from.get<uint64>(), lowest)
@@ -121,6 +126,7 @@ private:
             return;
         Check(from.is_string(), "must be a text or null");
         field = from.get<std::string>();
+        // It would end the text early wherever that goes on as a C text.
         Check(field.find('\0') == std::string::npos, "must not hold a NUL");
     }
 
@@ -128,6 +134,7 @@ private:
     {
         int32 id;
         Take(from, id, {});
+        // Null for a test of a later version: CheckSeries() leaves it out.
         field = FindTestType(id);
     }
 
@@ -177,6 +184,7 @@ Json Parse(const std::string& text)
 {
     Check(text.size() <= kMostBytes, "has over 32 megabytes");
     std::vector<std::set<std::string>> keys; // of the objects around
+    // Of a key that is there twice the library would keep the last and say nothing.
     return Json::parse(text, [&keys](int depth, Json::parse_event_t event, Json& parsed) {
         Check(static_cast<size_t>(depth) <= kDeepest, "is nested too deeply");
         if (event == Json::parse_event_t::object_start)
@@ -240,6 +248,7 @@ std::variant<RunRecord, std::string> RunFromJson(const std::string& text)
 {
     try {
         const Json json = Parse(text);
+        // Before the fields: of a newer file the first one that has changed would be called wrong.
         CheckSchema(json);
         RunRecord record;
         Reader reader { json };
@@ -253,6 +262,7 @@ std::variant<RunRecord, std::string> RunFromJson(const std::string& text)
         return "is not JSON in line "
             + std::to_string(1 + std::count(text.begin(), text.begin() + read, '\n'));
     } catch (const Json::exception&) {
+        // Kinds are looked at before anything is taken: the library has nothing else to throw.
         return "has a number that is too large";
     }
 }

@@ -9,6 +9,7 @@
 
 namespace {
 
+// A journal of another form gets another number, and versions that do not know it refuse it.
 constexpr char kFirstLine[] = "tarvex-run journal 1";
 constexpr size_t kMostBytes = 64 * 1024 * 1024;
 
@@ -53,6 +54,7 @@ std::string RunJournal::PathBeside(const std::string& output)
 std::string RunJournal::Begin(
     const std::string& newPath, const std::string& output, const RunRecord& record)
 {
+    // The name is a line of the journal.
     if (output.find('\n') != output.npos)
         return "the output's name has a line end";
     path = newPath;
@@ -82,6 +84,7 @@ std::string RunJournal::GoOn(const std::string& newPath)
 
 bool RunJournal::Write(const std::string& text)
 {
+    // On the disk, not only in the memory of the system: the machine itself may stop.
     return fwrite(text.data(), 1, text.size(), file.get()) == text.size() && fflush(file.get()) == 0
         && fdatasync(fileno(file.get())) == 0;
 }
@@ -90,6 +93,7 @@ void RunJournal::Add(const Series& series)
 {
     if (!file || Write(SpanAsJson(series) + '\n') || hasFailed)
         return;
+    // Said once, and the run goes on: its measurements are worth more than the journal.
     fprintf(stderr, "Error writing <%s>: %s\n", path.c_str(), strerror(errno));
     hasFailed = true;
 }
@@ -118,10 +122,12 @@ std::variant<ReadJournal, std::string> ReadRunJournal(const std::string& path)
     if (const auto* why = std::get_if<std::string>(&record))
         return "the run in it " + *why;
     journal.record = std::move(std::get<RunRecord>(record));
+    // Three lines are read already.
     for (int number = 4; TakeLine(text, line); number++) {
         if (!AddSpan(line, journal.record))
             return "line " + std::to_string(number) + " of it is damaged";
     }
+    // The rest is a line that was cut, which GoOn() takes off.
     journal.bytes = static_cast<long>(contents.size() - text.size());
     return journal;
 }

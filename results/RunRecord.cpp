@@ -6,6 +6,7 @@ namespace {
 
 double ScaledSeconds(const Series& series, const Span& span)
 {
+    // Without work the figure is the time itself, and there is nothing to scale it by.
     const double work = series.spans.front().work;
     return work > 0 && span.work > 0 ? span.seconds * work / span.work : span.seconds;
 }
@@ -14,6 +15,8 @@ double ScaledSeconds(const Series& series, const Span& span)
 
 bool IsShared(const Span& span, double bestProbe)
 {
+    // Where no probe is known the best one is infinite, and none is above it: then the wait decides
+    // alone.
     return std::max(span.probeBefore, span.probeAfter) > kSharedProbe * bestProbe
         || span.waited > kSharedWait * span.seconds;
 }
@@ -40,6 +43,8 @@ std::optional<Figures> FiguresOf(const Series& series, double bestProbe)
 {
     const std::vector<double> all = TimesOf(series);
     const std::vector<double> clean = CleanTimesOf(series, bestProbe);
+    // Six are enough to do without the others. With fewer the disturbed ones count too, as so few
+    // say nothing, and the mark says so.
     const bool isClean = clean.size() >= statistics::kFewRepeats || clean.size() == all.size();
     const std::vector<double>& times = isClean ? clean : all;
     const auto summary = statistics::Summarize(times);
@@ -54,6 +59,7 @@ std::optional<Figures> FiguresOf(const Series& series, double bestProbe)
 bool IsNarrow(const Series& series, double bestProbe, double percent)
 {
     const auto figures = FiguresOf(series, bestProbe);
+    // Few times, or disturbed ones, may lie close together by chance: then the repeats go on.
     if (!figures || figures->marks.shared || figures->marks.few || !figures->summary.interval)
         return false;
     const auto& [low, high, coverage] = *figures->summary.interval;

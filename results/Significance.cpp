@@ -34,6 +34,7 @@ Ranked Rank(const std::vector<double>& a, const std::vector<double>& b)
         const auto ours = static_cast<double>(
             std::count_if(from, to, [](const Figure& figure) { return figure.first; }));
         const auto all = static_cast<double>(to - from);
+        // Of the pairs with an equal figure each counts half.
         ranked.u += ours * (below + (all - ours) / 2);
         ranked.ties += all * all * all - all;
         below += all - ours;
@@ -67,6 +68,8 @@ double NormalTails(double distance, double n, double m, double ties)
     const double variance = n * m / 12 * (all + 1 - ties / (all * (all - 1)));
     if (variance <= 0)
         return 1; // all are equal
+    // Both tails at once: erfc(z / sqrt(2)) is twice the normal tail above z. The 0.5 is the
+    // correction for continuity.
     return std::erfc((distance - 0.5) / std::sqrt(2 * variance));
 }
 
@@ -74,6 +77,7 @@ double NormalTails(double distance, double n, double m, double ties)
 
 std::optional<RankTest> MannWhitney(const std::vector<double>& a, const std::vector<double>& b)
 {
+    // Nothing is below a NaN or above it, so std::sort could do anything with one.
     const auto isNan = [](double value) { return std::isnan(value); };
     if (a.empty() || b.empty() || std::any_of(a.begin(), a.end(), isNan)
         || std::any_of(b.begin(), b.end(), isNan))
@@ -81,6 +85,7 @@ std::optional<RankTest> MannWhitney(const std::vector<double>& a, const std::vec
     const auto n = static_cast<double>(a.size());
     const auto m = static_cast<double>(b.size());
     const auto [u, ties] = Rank(a, b);
+    // The distribution of u is symmetric, so that the lower end stands for both.
     const double lower = std::min(u, n * m - u);
     const bool exact = ties == 0 && std::max(a.size(), b.size()) <= kLargestExact;
     const double p = exact ? 2 * ProbabilityUpTo(static_cast<size_t>(lower), a.size(), b.size())
@@ -109,6 +114,7 @@ std::vector<double> Holm(const std::vector<double>& ps)
     std::vector<double> adjusted = ps;
     double greatest = 0;
     for (size_t k = 0; k < order.size(); k++) {
+        // Never below the ones before: where a step fails all further ones fail with it.
         greatest = std::max(greatest, static_cast<double>(order.size() - k) * ps[order[k]]);
         adjusted[order[k]] = std::min(greatest, 1.0);
     }

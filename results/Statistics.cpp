@@ -28,6 +28,7 @@ double Quantile(std::span<const double> sorted, double share)
 // The probability that of n times exactly so many lie below the quantile.
 double Binomial(int n, int below, double share)
 {
+    // By logarithms: from 1,030 times on the coefficient itself is more than a double holds.
     return std::exp(std::lgamma(n + 1) - std::lgamma(below + 1) - std::lgamma(n - below + 1)
         + below * std::log(share) + (n - below) * std::log1p(-share));
 }
@@ -55,6 +56,8 @@ std::optional<double> Variation(std::span<const double> times)
     if (times.size() < 2)
         return {};
     const auto n = static_cast<double>(times.size());
+    // In two passes: the mean of the squares less the square of the mean would lose its digits just
+    // where the times hardly differ.
     const double mean = std::accumulate(times.begin(), times.end(), 0.0) / n;
     const double squares = std::accumulate(times.begin(), times.end(), 0.0,
         [mean](double sum, double time) { return sum + (time - mean) * (time - mean); });
@@ -84,6 +87,7 @@ std::optional<TwoSpeeds> SpeedsOf(std::span<const double> sorted)
 {
     const size_t n = sorted.size();
     const Gap gap = WidestGap(sorted);
+    // In whole numbers, so that a share of exactly the percent counts.
     if (gap.width <= kSpeedGap * Quantile(sorted, 0.5)
         || std::min(gap.below, n - gap.below) * 100 < n * kSpeedSharePercent)
         return {};

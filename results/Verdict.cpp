@@ -51,6 +51,8 @@ void LeaveOutTheSmall(std::vector<Compared>& all, double level)
 
 Verdict VerdictOf(double p, double level, bool shorterTimes, double speed)
 {
+    // Ranks look at all times and the speed at the medians: where they disagree nobody could say
+    // which one is the faster.
     if (p < level && shorterTimes && speed > 1)
         return Verdict::kFaster;
     if (p < level && !shorterTimes && speed < 1)
@@ -67,6 +69,7 @@ std::vector<Judgement> Judge(const std::vector<Row>& rows, double level)
         all.push_back(Prepare(row));
     LeaveOutTheSmall(all, level);
 
+    // A NaN takes no share of the level, see Holm().
     std::vector<double> ps;
     for (const Compared& one : all)
         ps.push_back(one.judgement.untold ? std::numeric_limits<double>::quiet_NaN() : one.p);
