@@ -264,8 +264,8 @@ int Measure(const RunOptions& options, const RunRecord& record, RunJournal& jour
             journal.Remove();
         return kFailed;
     }
-    // Also of a run that was ended: its best probe helps later ones to tell what is shared.
-    KeepProbe(ProbeKey(record.details, record.build), sitting.record.bestProbe);
+    // Also of a run that was ended: its probes help later ones to tell what is shared.
+    KeepProbe(ProbeKey(record.details, record.build), SustainedProbe(sitting.record));
     TellWarnings(sitting.record,
         WarningsOfRun(record.details, before, ReadMachineState(), UsedMost(record.plan)));
     if (!outcome.finished) {

@@ -42,6 +42,7 @@ int32 Sitting::Action()
 {
     const ProcessorConfinement toThoseCounted;
     results.Reset();
+    keptProbe = record.bestProbe;
     auto& counts = record.plan.counts;
     if (counts.empty()) {
         for (int32 each = results.nbrCpus; each > 0; each--)
@@ -69,8 +70,10 @@ void Sitting::RunPass()
     // With one span a test there is nothing to be steady for: each is measured as it comes.
     if (MostRounds() > 1)
         WarmUp();
-    for (round = 0; round < MostRounds() && LacksAnything(); round++)
+    for (round = 0; round < MostRounds() && LacksAnything(); round++) {
         RunRound();
+        record.bestProbe = std::min(keptProbe, SustainedProbe(record));
+    }
     if (onPass)
         onPass(count, false);
 }
@@ -158,7 +161,6 @@ void Sitting::Ended()
     span.waited = change.waited;
     span.isThrottled = change.isThrottled;
     span.probeAfter = ProbeSeconds();
-    record.bestProbe = std::min({ record.bestProbe, span.probeBefore, span.probeAfter });
 }
 
 void Sitting::CouldNotBegin(const TestType& test, const std::string& why)

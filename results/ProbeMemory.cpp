@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr char kFile[] = "probes";
+constexpr char kFile[] = "sustained-probes";
 constexpr size_t kMostBytes = 64 << 10;
 constexpr double kNone = std::numeric_limits<double>::infinity();
 

@@ -1,6 +1,6 @@
-// The best probe of each processor model that this user's runs have seen, in the file "probes" of
-// the user's data, see UserData.h: a machine that is slow throughout a run cannot know it
-// otherwise.
+// The best SustainedProbe() of each processor model that this user's runs have seen, in the file
+// "sustained-probes" of the user's data, see UserData.h: a machine that is slow throughout a run
+// cannot know it otherwise.
 //
 // A value that is too good, of a lucky moment or another clock, makes all later spans look shared.
 // So each is forgotten kProbeDays after it was last confirmed: by a probe at most kConfirms times

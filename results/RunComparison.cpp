@@ -84,7 +84,8 @@ Measured Measure(const Series* series, double bestProbe)
     measured.side = { RateOf(*series, figures->summary.estimate), figures->summary.n,
         figures->marks };
     // The same times as in FiguresOf(): the verdict has to be about those whose rate the row shows.
-    measured.times = figures->marks.shared ? TimesOf(*series) : CleanTimesOf(*series, bestProbe);
+    measured.times =
+        figures->marks.shared ? TimesOf(*series) : CleanTimesOf(*series, bestProbe);
     measured.work = series->spans.front().work;
     return measured;
 }
@@ -137,6 +138,11 @@ std::string WhyText(const ComparedRow& row)
     return "baseline " + baseline + (candidate.empty() ? "" : "; " + candidate);
 }
 
+double LeastDifference(const TestType& test)
+{
+    return test.group != kOlderVersions ? kTestGroups[test.group].apart : 0;
+}
+
 // The rows of a table while it is put together.
 class Table {
 public:
@@ -161,6 +167,7 @@ public:
             row.why = after.why;
         else if ((before.work > 0) != (after.work > 0))
             row.why = "another amount of work";
+        asked.least = LeastDifference(*row.test);
         asked.untold = DifferenceOf(*baseline.record, *candidate.record, *row.test);
         if (!asked.untold)
             asked.untold = MarkOf(row.baseline, row.candidate);

@@ -1,9 +1,18 @@
 #include "results/RunRecord.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
+// How much longer the span took than at the clock of the best probe.
+double Slowness(const Span& span, double bestProbe)
+{
+    const bool isKnown = span.probeBefore > 0 && span.probeAfter > 0 && std::isfinite(bestProbe);
+    return isKnown ? (span.probeBefore + span.probeAfter) / 2 / bestProbe : 1;
+}
+
+// For the work of the first.
 double ScaledSeconds(const Series& series, const Span& span)
 {
     // Without work the figure is the time itself, and there is nothing to scale it by.
@@ -33,8 +42,11 @@ std::vector<double> CleanTimesOf(const Series& series, double bestProbe)
 {
     std::vector<double> times;
     for (const Span& span : series.spans) {
-        if (!IsShared(span, bestProbe) && !span.isThrottled)
-            times.push_back(ScaledSeconds(series, span));
+        if (IsShared(span, bestProbe) || span.isThrottled)
+            continue;
+        // One span is what the stopwatch said, like those of the window.
+        const double slowness = series.spans.size() > 1 ? Slowness(span, bestProbe) : 1;
+        times.push_back(ScaledSeconds(series, span) / slowness);
     }
     return times;
 }
@@ -92,4 +104,22 @@ bool RunRecord::IsAnyUndone() const
 {
     return std::any_of(
         series.begin(), series.end(), [](const Series& each) { return !each.undone.empty(); });
+}
+
+double SustainedProbe(const RunRecord& record)
+{
+    std::vector<double> probes;
+    for (const Series& series : record.series) {
+        for (const Span& span : series.spans) {
+            for (const double probe : { span.probeBefore, span.probeAfter }) {
+                if (probe > 0)
+                    probes.push_back(probe);
+            }
+        }
+    }
+    if (probes.size() < kLeastProbes)
+        return std::numeric_limits<double>::infinity();
+    const auto quartile = probes.begin() + static_cast<ptrdiff_t>(probes.size() / 4);
+    std::nth_element(probes.begin(), quartile, probes.end());
+    return *quartile;
 }

@@ -16,6 +16,16 @@ struct Compared {
     bool shorterTimes = false; // the candidate's
 };
 
+// Of the candidate, and of the baseline as if it had been by that share as fast as it is said to
+// be.
+RankTest ApartByMoreThan(double share, const Row& row, double speed)
+{
+    std::vector<double> baseline = row.baseline;
+    for (double& seconds : baseline)
+        seconds *= speed < 1 ? 1 + share : 1 / (1 + share);
+    return MannWhitney(row.candidate, baseline).value(); // as both have times
+}
+
 Compared Prepare(const Row& row)
 {
     const std::optional<Summary> baseline = Summarize(row.baseline);
@@ -24,8 +34,9 @@ Compared Prepare(const Row& row)
     compared.judgement.untold = row.untold;
     if (!baseline || !candidate)
         return compared;
-    const RankTest test = MannWhitney(row.candidate, row.baseline).value(); // as both have times
-    compared.judgement.speed = baseline->estimate / candidate->estimate;
+    const double speed = baseline->estimate / candidate->estimate;
+    compared.judgement.speed = speed;
+    const RankTest test = ApartByMoreThan(row.least, row, speed);
     compared.smallest = SmallestReachable(candidate->n, baseline->n);
     compared.p = std::max(test.p, compared.smallest);
     compared.shorterTimes = test.u < 0.5 * candidate->n * baseline->n;

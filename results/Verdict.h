@@ -22,6 +22,7 @@ struct Row {
     std::vector<double> baseline;
     std::vector<double> candidate;
     std::optional<Untold> untold; // what the times do not show; Judge() itself counts the repeats
+    double least = 0; // a difference up to this share of the time is not worth a verdict
 };
 
 struct Judgement {
@@ -35,7 +36,9 @@ struct Judgement {
 // sets have one (see Summarize()), also where nothing can be told.
 //
 // A difference is real where MannWhitney() gives a p below level after Holm()'s correction over all
-// rows that can be told, and where ranks and estimates agree on its direction. With ties the normal
+// rows that can be told, and where ranks and estimates agree on its direction. Asked is whether one
+// is slower than the other made slower by the row's least difference: times of one sitting know
+// nothing of how far sittings lie apart. With ties the normal
 // distribution promises small samples more than they hold, so no p counts as below the
 // SmallestReachable() of its sizes.
 //

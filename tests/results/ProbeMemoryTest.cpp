@@ -71,15 +71,15 @@ TEST(ProbeMemory, StaysInTheUsersData)
     EXPECT_EQ(KeptProbe("another"), 0.0002);
     EXPECT_EQ(KeptProbe(""), kNone);
 
-    WriteFile(folder + "/probes", std::string(1 << 20, 'x'));
+    WriteFile(folder + "/sustained-probes", std::string(1 << 20, 'x'));
     EXPECT_EQ(KeptProbe(key), kNone);
     KeepProbe(key, 0.0001); // anew
     EXPECT_EQ(KeptProbe(key), 0.0001);
-    std::filesystem::remove(folder + "/probes");
-    std::filesystem::create_directory(folder + "/probes");
+    std::filesystem::remove(folder + "/sustained-probes");
+    std::filesystem::create_directory(folder + "/sustained-probes");
     KeepProbe(key, 0.0001); // cannot, and says nothing
     EXPECT_EQ(KeptProbe(key), kNone);
-    std::filesystem::remove(folder + "/probes");
+    std::filesystem::remove(folder + "/sustained-probes");
 }
 
 } // namespace

@@ -185,7 +185,7 @@ TEST(RunFile, WhatCannotBeIsOneLineWithItsField)
         { "NaN", "\"seconds\":0.0043,", "\"seconds\":NaN,", "is not JSON in line 21" },
         { "infinite", "\"seconds\":0.0043,", "\"seconds\":1e999,",
             "has a number that is too large" },
-        { "probe of 0", "\"best_probe_seconds\": 7e-05", "\"best_probe_seconds\": 0",
+        { "probe of 0", "\"best_probe_seconds\": 7.05e-05", "\"best_probe_seconds\": 0",
             "best_probe_seconds: must be a number from 1e-18 to 1e+18" },
         { "half a processor", "\"counts\":[2,", "\"counts\":[2.5,",
             "plan.counts[0]: must be a whole number from 1 to 65536" },

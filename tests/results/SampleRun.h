@@ -46,6 +46,6 @@ inline RunRecord SampleRun()
     run.series.push_back(SampleSeries(TestNamed("Ackerman"), 2, 8));
     run.series.push_back(SampleSeries(TestNamed("Ackerman"), 1, 3));
     run.series.push_back({ &TestNamed("Sieve"), 1, {}, "a flag is wrong" });
-    run.bestProbe = 0.00007;
+    run.bestProbe = (0.00007 + 0.000071) / 2; // then clean spans are told as they were measured
     return run;
 }

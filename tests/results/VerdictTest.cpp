@@ -48,6 +48,26 @@ TEST(Judge, CallsTheShorterTimesFaster)
     EXPECT_EQ(Count(judged, Verdict::kNoRealDifference, {}), 2);
 }
 
+TEST(Judge, CallsADifferenceRealOnlyBeyondTheLeast)
+{
+    const Row same { Times(10, 1), Times(10, 1.03), {}, 0 };
+    const struct {
+        double least;
+        Verdict slower;
+        Verdict faster;
+    } rows[] = {
+        { 0, Verdict::kSlower, Verdict::kFaster },
+        { 0.015, Verdict::kSlower, Verdict::kFaster },
+        { 0.03, Verdict::kNoRealDifference, Verdict::kNoRealDifference },
+        { 0.1, Verdict::kNoRealDifference, Verdict::kNoRealDifference },
+    };
+    for (const auto& [least, slower, faster] : rows) {
+        SCOPED_TRACE(least);
+        EXPECT_EQ(Judge({ { same.baseline, same.candidate, {}, least } })[0].verdict, slower);
+        EXPECT_EQ(Judge({ { same.candidate, same.baseline, {}, least } })[0].verdict, faster);
+    }
+}
+
 TEST(Judge, TellsNothingOfRowsThatDoNotCompareAndDoesNotCountThem)
 {
     std::vector<Row> rows(23, Faster(6)); // one more would be too many
