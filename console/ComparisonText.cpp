@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -69,10 +70,26 @@ void PutLine(const Cells& cells, const std::array<size_t, kColumns>& widths, FIL
     fprintf(out, "%s\n", line.c_str());
 }
 
+// Smaller differences are those of any two sittings, and the rows do without them.
+constexpr double kClockWorthALine = 2; // percent
+
+void WriteClocks(const ComparedMachines& compared, FILE* out)
+{
+    const RunRecord& baseline = compared.machines[compared.baseline].record;
+    for (const MeasuredMachine& machine : compared.machines) {
+        const auto percent = ClockPercent(baseline, machine.record);
+        if (percent && std::abs(*percent - 100) > kClockWorthALine)
+            fprintf(out, "Clock of %s: %s percent of the baseline's, which rows without a mark leave out\n",
+                LibPrintable(machine.name.c_str()).c_str(), LibFixedText(*percent, 1).c_str());
+    }
+}
+
 void WriteTable(const ComparedMachines& compared, FILE* out)
 {
     const MeasuredMachine& baseline = compared.machines[compared.baseline];
-    fprintf(out, "Baseline: %s\n\n", LibPrintable(baseline.name.c_str()).c_str());
+    fprintf(out, "Baseline: %s\n", LibPrintable(baseline.name.c_str()).c_str());
+    WriteClocks(compared, out);
+    fprintf(out, "\n");
     std::array<size_t, kColumns> widths {};
     const auto widen = [&](const Cells& cells) {
         for (size_t i = 0; i < kColumns; i++)
@@ -178,13 +195,14 @@ Json TextOrNull(const std::string& text)
     return text.empty() ? Json() : Json(text);
 }
 
-Json MachineAsJson(const MeasuredMachine& machine)
+Json MachineAsJson(const MeasuredMachine& machine, const RunRecord& baseline)
 {
     const RunRecord& record = machine.record;
     return { { "name", machine.name }, { "file", machine.path }, { "description", record.machine },
         { "label", TextOrNull(record.label) }, { "date", TextOrNull(machine.date) },
         { "version", TextOrNull(record.build.version) },
-        { "compiler", TextOrNull(record.build.compiler) } };
+        { "compiler", TextOrNull(record.build.compiler) },
+        { "clock_percent", NumberOrNull(ClockPercent(baseline, record)) } };
 }
 
 Json RowAsJson(const ComparedMachines& compared, const ComparedRow& row)
@@ -203,7 +221,7 @@ void WriteJson(const ComparedMachines& compared, FILE* out)
         Dump(Json(baseline.name)).c_str());
     const char* before = "\n";
     for (const MeasuredMachine& machine : compared.machines) {
-        fprintf(out, "%s%s", before, Dump(MachineAsJson(machine)).c_str());
+        fprintf(out, "%s%s", before, Dump(MachineAsJson(machine, baseline.record)).c_str());
         before = ",\n";
     }
     fprintf(out, "\n],\n\"rows\": [");

@@ -84,8 +84,7 @@ Measured Measure(const Series* series, double bestProbe)
     measured.side = { RateOf(*series, figures->summary.estimate), figures->summary.n,
         figures->marks };
     // The same times as in FiguresOf(): the verdict has to be about those whose rate the row shows.
-    measured.times =
-        figures->marks.shared ? TimesOf(*series) : CleanTimesOf(*series, bestProbe);
+    measured.times = figures->marks.shared ? TimesOf(*series) : CleanTimesOf(*series, bestProbe);
     measured.work = series->spans.front().work;
     return measured;
 }
@@ -257,6 +256,15 @@ std::vector<ComparedRow> CompareMachines(
     std::vector<ComparedRow> rows = table.Judge();
     SortRows(rows, SortBy::kTest, machines);
     return rows;
+}
+
+std::optional<double> ClockPercent(const RunRecord& baseline, const RunRecord& record)
+{
+    const auto before = MedianProbe(baseline);
+    const auto after = MedianProbe(record);
+    if (KindOf(baseline) != KindOf(record) || !before || !after)
+        return std::nullopt;
+    return 100 * *before / *after;
 }
 
 void SortRows(

@@ -20,6 +20,26 @@ double ScaledSeconds(const Series& series, const Span& span)
     return work > 0 && span.work > 0 ? span.seconds * work / span.work : span.seconds;
 }
 
+// Below which so great a share of the probes lies.
+std::optional<double> ProbeAt(const RunRecord& record, double share)
+{
+    std::vector<double> probes;
+    for (const Series& series : record.series) {
+        for (const Span& span : series.spans) {
+            for (const double probe : { span.probeBefore, span.probeAfter }) {
+                if (probe > 0)
+                    probes.push_back(probe);
+            }
+        }
+    }
+    if (probes.size() < kLeastProbes)
+        return std::nullopt;
+    const auto place =
+        probes.begin() + static_cast<ptrdiff_t>(share * static_cast<double>(probes.size()));
+    std::nth_element(probes.begin(), place, probes.end());
+    return *place;
+}
+
 } // namespace
 
 bool IsShared(const Span& span, double bestProbe)
@@ -108,18 +128,10 @@ bool RunRecord::IsAnyUndone() const
 
 double SustainedProbe(const RunRecord& record)
 {
-    std::vector<double> probes;
-    for (const Series& series : record.series) {
-        for (const Span& span : series.spans) {
-            for (const double probe : { span.probeBefore, span.probeAfter }) {
-                if (probe > 0)
-                    probes.push_back(probe);
-            }
-        }
-    }
-    if (probes.size() < kLeastProbes)
-        return std::numeric_limits<double>::infinity();
-    const auto quartile = probes.begin() + static_cast<ptrdiff_t>(probes.size() / 4);
-    std::nth_element(probes.begin(), quartile, probes.end());
-    return *quartile;
+    return ProbeAt(record, 0.25).value_or(std::numeric_limits<double>::infinity());
+}
+
+std::optional<double> MedianProbe(const RunRecord& record)
+{
+    return ProbeAt(record, 0.5);
 }

@@ -124,3 +124,5 @@ constexpr size_t kLeastProbes = 16;
 // The lower quartile of a run's probes, in seconds; infinity where it has less than kLeastProbes.
 // Not the shortest: a clock that rises for a moment would make all other spans look shared.
 [[nodiscard]] double SustainedProbe(const RunRecord& record);
+// Their median; nothing where there are so few.
+[[nodiscard]] std::optional<double> MedianProbe(const RunRecord& record);

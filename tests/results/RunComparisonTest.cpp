@@ -155,6 +155,26 @@ TEST(RunComparison, RestsOnCleanTimesByTheBestProbeOfTheMachine)
     EXPECT_EQ(Compare({ before, after }).front().why, "");
 }
 
+TEST(RunComparison, LeavesTheClockOutAndTellsIt)
+{
+    RunRecord before = RunOf(1);
+    RunRecord after = RunOf(1.25);
+    for (RunRecord* run : { &before, &after })
+        run->bestProbe = 0.0001;
+    for (Span& span : before.series.front().spans)
+        span.probeBefore = span.probeAfter = 0.0001;
+    for (Span& span : after.series.front().spans)
+        span.probeBefore = span.probeAfter = 0.000112;
+    EXPECT_EQ(Told({ before, after }), "Ackerman 2 89.6 slower\n") << "beyond the clock";
+    EXPECT_NEAR(ClockPercent(before, after).value(), 100 / 1.12, 1e-9);
+    after.series.front() = RunOf(1.12).series.front();
+    for (Span& span : after.series.front().spans)
+        span.probeBefore = span.probeAfter = 0.000112;
+    EXPECT_EQ(Told({ before, after }), "Ackerman 2 100.0 no real difference\n");
+    after.details.processorModel = "Another";
+    EXPECT_FALSE(ClockPercent(before, after));
+}
+
 TEST(RunComparison, SortsAndChecksABuild)
 {
     RunRecord fell = RunOf(1.12);
