@@ -6,8 +6,7 @@
 // kernels --count TEST kernel|loop ROUNDS...: does only those, one by one, for a tool that counts
 // the instructions of each DoRounds().
 #include "BareLoops.h"
-#include "engine/BlockFile.h"
-#include "engine/FileLife.h"
+#include "engine/Disk.h"
 #include "engine/Fourier.h"
 #include "engine/Kernels.h"
 #include "engine/Whetstone.h"
