@@ -1,7 +1,5 @@
 #include "engine/Probe.h"
 
-#include "engine/Sink.h"
-
 #include <algorithm>
 #include <chrono>
 #include <cstdint>

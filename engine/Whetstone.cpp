@@ -1,7 +1,7 @@
 #include "engine/Whetstone.h"
 
 #include "engine/Benchmark.h"
-#include "engine/Sink.h"
+#include "engine/Kernels.h"
 
 #include <cerrno>
 #include <cmath>

@@ -7,7 +7,6 @@
 // the instructions of each DoRounds().
 #include "BareLoops.h"
 #include "engine/Disk.h"
-#include "engine/Fourier.h"
 #include "engine/Kernels.h"
 #include "engine/Whetstone.h"
 
