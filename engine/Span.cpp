@@ -1,4 +1,4 @@
-#include "engine/Probe.h"
+#include "engine/Span.h"
 
 #include <algorithm>
 #include <chrono>
