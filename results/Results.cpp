@@ -5,6 +5,7 @@
 #include "sysinfo/LibSysInfo.h"
 
 #include <algorithm>
+#include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -40,6 +41,12 @@ void AppendLine(LinkList<RelatedDevices>& devices, int type, const LibString& te
         fprintf(stderr, "<%s> not inserted\n", text.operator const char*());
 }
 
+// Divided as a double: a float holds whole microseconds up to 17 seconds only.
+float Seconds(bigtime_t micros)
+{
+    return static_cast<float>(static_cast<double>(micros) / 1'000'000);
+}
+
 } // namespace
 
 void RelatedDevices::Description(const int& newType, const char* text)
@@ -51,6 +58,27 @@ void RelatedDevices::Description(const int& newType, const char* text)
 void RelatedDevices::PrintToStream() const
 {
     fprintf(stderr, "RelatedDevices:: <%s>, type %d\n", LibPrintable(description).c_str(), type);
+}
+
+void LibTimer::Start()
+{
+    start = system_time();
+}
+
+float LibTimer::Stop()
+{
+    stop = system_time();
+    return Seconds(stop - start);
+}
+
+float LibTimer::Elapsed() const
+{
+    return Seconds(system_time() - start);
+}
+
+void LibTimer::PrintToStream() const
+{
+    fprintf(stderr, "LibTimer:: start %" PRId64 ", stop %" PRId64 "\n", start, stop);
 }
 
 Results::Results(bool isCurrent) : Results(isCurrent, LibSysInfo()) { }

@@ -1,27 +1,14 @@
-// One machine's run: the machine, its devices and a metric for each test. It is the list of its
-// metrics, whose cursor marks the metric that the chart shows, and the stopwatch of the test that
-// is running. Results of equal description are of the same machine.
-//
-// In the order of a run:
-//
-//     results.Reset();
-//     while (results.CycleCpu()) {            // cpu: how many processors to measure
-//         Metric* metric = results.NewTest("Savage", cycles);
-//         results.Calibrate(cycles, 0);
-//         results.StartTimer();
-//         ...
-//         metric->Time(static_cast<float>(results.EndTimer()));
-//     }
+// What is measured on a machine, and how.
 #pragma once
 
 #include "foundation/LibString.h"
 #include "foundation/LinkList.h"
-#include "results/LibTimer.h"
 #include "results/Metric.h"
-#include "results/RelatedDevices.h"
 
 #include <Bitmap.h>
+#include <OS.h>
 #include <Rect.h>
+#include <SupportDefs.h>
 
 #include <array>
 #include <memory>
@@ -31,6 +18,46 @@ class LibStringIterator;
 class LibSysInfo;
 
 struct TestType;
+
+// One line about a device of the machine that results were measured on.
+class RelatedDevices {
+public:
+    RelatedDevices() = default;
+    RelatedDevices(const RelatedDevices& o) = default;
+    virtual ~RelatedDevices() = default;
+    RelatedDevices& operator=(const RelatedDevices& o) = default;
+    // Devices are compared by their type alone.
+    bool operator==(const RelatedDevices& o) const { return type == o.type; }
+    bool operator>(const RelatedDevices& o) const { return type > o.type; }
+
+    void Description(const int& newType, const char* text);
+    // Type and text on standard error.
+    void PrintToStream() const;
+
+    int32 type = 0; // the device class, -1 for the display
+    LibString description;
+};
+
+// The stopwatch. Start may be called again at any time; Stop and Elapsed count from the last one,
+// from the machine's own start without any.
+class LibTimer {
+public:
+    virtual ~LibTimer() = default;
+
+    void Start();
+    // Seconds since Start.
+    float Stop();
+    // The same, without stopping.
+    float Elapsed() const;
+    // Microseconds from the latest Start to the latest Stop, exactly.
+    bigtime_t Micros() const { return stop - start; }
+    // Both times on standard error.
+    void PrintToStream() const;
+
+private:
+    bigtime_t start = 0; // system_time() of the latest Start and Stop
+    bigtime_t stop = 0;
+};
 
 // Looks on while tests are measured, in the thread that measures them.
 class SpanWatch {
@@ -54,6 +81,20 @@ constexpr int32 kRecordSize = 9000; // bytes of the longest record, end mark inc
 extern const std::array<uint8, 256> Processor; // closed
 extern const std::array<uint8, 256> ProcessorOpen; // without its lid: the machine is expanded
 
+// One machine's run: the machine, its devices and a metric for each test. It is the list of its
+// metrics, whose cursor marks the metric that the chart shows, and the stopwatch of the test that
+// is running. Results of equal description are of the same machine.
+//
+// In the order of a run:
+//
+//     results.Reset();
+//     while (results.CycleCpu()) {            // cpu: how many processors to measure
+//         Metric* metric = results.NewTest("Savage", cycles);
+//         results.Calibrate(cycles, 0);
+//         results.StartTimer();
+//         ...
+//         metric->Time(static_cast<float>(results.EndTimer()));
+//     }
 class Results : public LinkList<Metric>, public LibTimer {
 public:
     // isCurrent: the results of a run on this machine, not read from anywhere.
