@@ -3,7 +3,7 @@
 #include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 #include "results/Metric.h"
-#include "results/ResultList.h"
+#include "results/Results.h"
 #include "sysinfo/LibSysInfo.h"
 
 #include <WholeFile.h>
