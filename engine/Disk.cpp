@@ -1,8 +1,7 @@
-// Both disk groups, in the common temporary directory, which they leave as it was, and the files
-// that they are made of.
+// Both disk groups, in the common temporary directory, which they leave as it was.
+#include "engine/Disk.h"
+
 #include "engine/Benchmark.h"
-#include "engine/BlockFile.h"
-#include "engine/FileLife.h"
 
 #include <Entry.h>
 #include <FindDirectory.h>

@@ -1,9 +1,29 @@
-// The work of the integer, memory and Savage groups, apart from its timing: each function does
-// exactly the rounds it is given and hands back what shows that it did. Not inlined, so that what
-// is tested is also what a run measures.
+// The work of the strings, memory, Savage, Ackermann, sieve and Fourier groups, apart from its
+// timing: each function does exactly the rounds it is given and hands back what shows that it did.
+// Not inlined, so that what is tested is also what a run measures.
 #pragma once
 
 #include <cstddef>
+
+// These keep a kernel's work in the program. None of them costs an instruction of its own.
+//
+// The compiler must have computed value, and written all memory that it may point to, before this.
+template <typename T>
+inline void Sink(const T& value)
+{
+    asm volatile("" : : "r"(value) : "memory");
+}
+
+// After this the compiler no longer knows what value is, nor what it points to.
+template <typename T>
+inline void Opaque(T& value)
+{
+    asm volatile("" : "+r"(value) : : "memory");
+}
+inline void Opaque(double& value)
+{
+    asm volatile("" : "+m"(value) : : "memory"); // it would be moved to an integer's register
+}
 
 // Length of the text at the word boundary text, found a word at a time. The words up to its end
 // mark are readable to their last byte.
@@ -36,3 +56,28 @@ constexpr int kSieveSize = 8190;
 // in reach; the multiples themselves are walked over and left. No sieve of primes, but the load
 // that all published figures were measured with.
 [[gnu::noinline]] void SievePass(char* flags);
+
+// Fourier coefficients of (x + 1) to the power x on [0, 2], by trapezoid integration.
+class Fourier {
+public:
+    virtual ~Fourier() = default;
+
+    // Computes 100 pairs of coefficients iterations times; nothing for 0 or less. Of the last ones
+    // the first and the last a are kept. Without memory for them: a line on standard error.
+    void Run(const int& iterations);
+
+    // a[0] to a[count - 1] and b[1] to b[count - 1]; b[0] stays as it is. count is 1 or more.
+    void fpuTransIteration(double* a, double* b, const long& count);
+
+    // A trapezoid's sum over steps (1 or more) that stays at x0, as all published figures were
+    // measured with: Function(x0) times the width x1 - x0, less one step's width if there are
+    // several. Every evaluation is made.
+    double TrapezoidIntegrate(const double& x0, const double& x1, const int& steps,
+        const double& omega, const int& select);
+
+    // f(x) = (x + 1)^x for select 0, times cos(omega x) for 1 or sin(omega x) for 2; else 0.
+    double Function(const double& x, const double& omega, const int& select);
+
+    double firstA = 0; // of the last iteration of Run()
+    double lastA = 0;
+};

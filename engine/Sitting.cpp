@@ -1,6 +1,6 @@
 #include "engine/Sitting.h"
 
-#include "engine/Probe.h"
+#include "engine/Span.h"
 
 #include <MachineRun.h>
 #include <Message.h>

@@ -3,7 +3,7 @@
 // and leave it as a table. Who shares one among threads locks.
 #pragma once
 
-#include "results/ResultList.h"
+#include "results/Results.h"
 
 #include <optional>
 #include <vector>

@@ -1,11 +1,24 @@
-// The comparison as a chart: a row for each machine with a bar for each processor count, above a
-// grid. The window's view and the pictures in files draw it by the same calls.
+// The comparison as a chart, in the window and as a file, and its colours.
 #pragma once
 
 #include "results/Comparison.h"
 
+#include <GraphicsDefs.h>
 #include <View.h>
 
+#include <array>
+
+constexpr int32 kNbrCpuColors = 8;
+
+// The colours of 1 to 8 processors. Shared by chart and legend, changed by the colour chooser; used
+// with the comparison window locked.
+extern std::array<rgb_color, kNbrCpuColors> cpu_color;
+
+// Gives them their first values again, with which every comparison window opens.
+void ResetCpuColors();
+
+// A row for each machine with a bar for each processor count, above a grid. The window's view and
+// the pictures in files draw it by the same calls.
 class ComparisonChart {
 public:
     static constexpr float kFontSize = 10; // of the views that it is drawn into
@@ -37,3 +50,11 @@ private:
     Comparison& comparison;
     const float barsX;
 };
+
+// Writes the chart, with the test's name and the legend above it, as SVG, PNG or PDF, as path ends,
+// on a white ground: names in full up to some 120 letters, and as high as its machines need. Where
+// these are more than some 450, a line below says how many are missing. The chart shows what the
+// comparison does; a test must have been chosen that its first machine has. Whoever shares the
+// comparison holds its lock. Needs no display. False, and what was there stays, with a line on
+// standard error, if it could not be written.
+[[nodiscard]] bool WriteChartPicture(const char* path, Comparison& comparison);

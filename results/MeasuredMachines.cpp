@@ -1,7 +1,7 @@
 #include "results/MeasuredMachines.h"
 
 #include "results/ArchiveFiles.h"
-#include "results/ResultsText.h"
+#include "results/ResultsFile.h"
 #include "results/RunFile.h"
 
 #include <Entry.h>

@@ -5,6 +5,7 @@
 #include "sysinfo/LibSysInfo.h"
 
 #include <algorithm>
+#include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -40,6 +41,12 @@ void AppendLine(LinkList<RelatedDevices>& devices, int type, const LibString& te
         fprintf(stderr, "<%s> not inserted\n", text.operator const char*());
 }
 
+// Divided as a double: a float holds whole microseconds up to 17 seconds only.
+float Seconds(bigtime_t micros)
+{
+    return static_cast<float>(static_cast<double>(micros) / 1'000'000);
+}
+
 } // namespace
 
 void RelatedDevices::Description(const int& newType, const char* text)
@@ -51,6 +58,27 @@ void RelatedDevices::Description(const int& newType, const char* text)
 void RelatedDevices::PrintToStream() const
 {
     fprintf(stderr, "RelatedDevices:: <%s>, type %d\n", LibPrintable(description).c_str(), type);
+}
+
+void LibTimer::Start()
+{
+    start = system_time();
+}
+
+float LibTimer::Stop()
+{
+    stop = system_time();
+    return Seconds(stop - start);
+}
+
+float LibTimer::Elapsed() const
+{
+    return Seconds(system_time() - start);
+}
+
+void LibTimer::PrintToStream() const
+{
+    fprintf(stderr, "LibTimer:: start %" PRId64 ", stop %" PRId64 "\n", start, stop);
 }
 
 Results::Results(bool isCurrent) : Results(isCurrent, LibSysInfo()) { }
@@ -192,4 +220,64 @@ bool Results::Contains(BPoint where)
 void Results::PrintToStream() const
 {
     fprintf(stderr, "<%s>, nbrcpu %d, cpu %d\n", LibPrintable(description).c_str(), nbrCpus, cpu);
+}
+
+float ResultList::MaxRate() const
+{
+    double best = 0;
+    for (const Results& machine : *this) {
+        if (const Metric* metric = machine.Current())
+            best = std::max(best, metric->BestRate());
+    }
+    return static_cast<float>(best);
+}
+
+Results* ResultList::Contains(BPoint where)
+{
+    for (Results& machine : *this) {
+        if (machine.Contains(where))
+            return &machine;
+    }
+    return nullptr;
+}
+
+int ResultList::MaxNbrCpus() const
+{
+    int32 most = 0;
+    for (const Results& machine : *this)
+        most = std::max(most, machine.nbrCpus);
+    return most;
+}
+
+void ResultList::MakeCurrent(const Metric& probe)
+{
+    for (Results& machine : *this) {
+        const char* name = probe.description;
+        if (!machine.Get(&probe))
+            fprintf(stderr, "Unable to make given metric <%s> current\n", name);
+    }
+}
+
+void ResultList::FirstCurrent()
+{
+    for (Results& machine : *this) {
+        if (!machine.First()) {
+            // The description may come from somebody's file, and control characters in it would
+            // reach the terminal.
+            fprintf(stderr, "Unable to make first current <%s>\n",
+                LibPrintable(machine.description).c_str());
+        }
+    }
+}
+
+void ResultList::Save(FILE* file, const int& columns) const
+{
+    for (const Results& machine : *this)
+        machine.Save(file, columns);
+}
+
+void ResultList::PrintToStream() const
+{
+    for (const Results& machine : *this)
+        machine.PrintToStream();
 }

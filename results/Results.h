@@ -1,29 +1,18 @@
-// One machine's run: the machine, its devices and a metric for each test. It is the list of its
-// metrics, whose cursor marks the metric that the chart shows, and the stopwatch of the test that
-// is running. Results of equal description are of the same machine.
-//
-// In the order of a run:
-//
-//     results.Reset();
-//     while (results.CycleCpu()) {            // cpu: how many processors to measure
-//         Metric* metric = results.NewTest("Savage", cycles);
-//         results.Calibrate(cycles, 0);
-//         results.StartTimer();
-//         ...
-//         metric->Time(static_cast<float>(results.EndTimer()));
-//     }
+// What is measured on a machine, and the machines of a comparison.
 #pragma once
 
 #include "foundation/LibString.h"
 #include "foundation/LinkList.h"
-#include "results/LibTimer.h"
 #include "results/Metric.h"
-#include "results/RelatedDevices.h"
 
 #include <Bitmap.h>
+#include <OS.h>
+#include <Point.h>
 #include <Rect.h>
+#include <SupportDefs.h>
 
 #include <array>
+#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -31,6 +20,46 @@ class LibStringIterator;
 class LibSysInfo;
 
 struct TestType;
+
+// One line about a device of the machine that results were measured on.
+class RelatedDevices {
+public:
+    RelatedDevices() = default;
+    RelatedDevices(const RelatedDevices& o) = default;
+    virtual ~RelatedDevices() = default;
+    RelatedDevices& operator=(const RelatedDevices& o) = default;
+    // Devices are compared by their type alone.
+    bool operator==(const RelatedDevices& o) const { return type == o.type; }
+    bool operator>(const RelatedDevices& o) const { return type > o.type; }
+
+    void Description(const int& newType, const char* text);
+    // Type and text on standard error.
+    void PrintToStream() const;
+
+    int32 type = 0; // the device class, -1 for the display
+    LibString description;
+};
+
+// The stopwatch. Start may be called again at any time; Stop and Elapsed count from the last one,
+// from the machine's own start without any.
+class LibTimer {
+public:
+    virtual ~LibTimer() = default;
+
+    void Start();
+    // Seconds since Start.
+    float Stop();
+    // The same, without stopping.
+    float Elapsed() const;
+    // Microseconds from the latest Start to the latest Stop, exactly.
+    bigtime_t Micros() const { return stop - start; }
+    // Both times on standard error.
+    void PrintToStream() const;
+
+private:
+    bigtime_t start = 0; // system_time() of the latest Start and Stop
+    bigtime_t stop = 0;
+};
 
 // Looks on while tests are measured, in the thread that measures them.
 class SpanWatch {
@@ -54,6 +83,20 @@ constexpr int32 kRecordSize = 9000; // bytes of the longest record, end mark inc
 extern const std::array<uint8, 256> Processor; // closed
 extern const std::array<uint8, 256> ProcessorOpen; // without its lid: the machine is expanded
 
+// One machine's run: the machine, its devices and a metric for each test. It is the list of its
+// metrics, whose cursor marks the metric that the chart shows, and the stopwatch of the test that
+// is running. Results of equal description are of the same machine.
+//
+// In the order of a run:
+//
+//     results.Reset();
+//     while (results.CycleCpu()) {            // cpu: how many processors to measure
+//         Metric* metric = results.NewTest("Savage", cycles);
+//         results.Calibrate(cycles, 0);
+//         results.StartTimer();
+//         ...
+//         metric->Time(static_cast<float>(results.EndTimer()));
+//     }
 class Results : public LinkList<Metric>, public LibTimer {
 public:
     // isCurrent: the results of a run on this machine, not read from anywhere.
@@ -139,4 +182,27 @@ private:
     void ReadTimes(LibStringIterator& line, Metric& metric);
     void DrawLabel(BView* view, float left, float y, bool selected);
     void DrawDevices(BView* view, float baseline) const;
+};
+
+// The machines of a comparison, in the order in which they are shown: the run on this machine, if
+// there is one, first. Each machine's list cursor marks the metric that the chart shows.
+class ResultList : public LinkList<Results> {
+public:
+    // The greatest rate of the machines' current metrics, 0 if no machine has one.
+    [[nodiscard]] float MaxRate() const;
+    // The machine whose label where lies in; its expanded flag is toggled. Null if there is none.
+    Results* Contains(BPoint where);
+    // The greatest processor count, 0 for an empty list.
+    [[nodiscard]] int MaxNbrCpus() const;
+
+    // Makes the metric of probe's description current in every machine. A machine without it has
+    // no current metric then and is reported on standard error.
+    void MakeCurrent(const Metric& probe);
+    // Makes the first metric current in every machine; one without metrics is reported.
+    void FirstCurrent();
+
+    // Writes each machine's line of the table, so many columns a metric.
+    void Save(FILE* file, const int& columns) const;
+    // Each machine's description and processor counts on standard error.
+    void PrintToStream() const;
 };

@@ -1,7 +1,13 @@
 // The results file: a version line, then for each machine the length of its record and the record.
+// It is read as well as it can be for the window, strictly for figures on which somebody will act.
 #pragma once
 
+#include "results/RunRecord.h"
+
 #include <cstdio>
+#include <string>
+#include <variant>
+#include <vector>
 
 class ResultList;
 class Results;
@@ -20,3 +26,15 @@ void ReadResults(FILE* file, const char* name, ResultList& list);
 
 // Whether the file at path begins like a results file: a line, and the length of a record.
 [[nodiscard]] bool IsResultsFile(const char* path);
+
+// Whether the text begins like a results file: a line, and the length of a record.
+[[nodiscard]] bool IsResultsText(const std::string& text);
+
+// The text read strictly: what ReadResults() leaves out, with words on standard error, is an error
+// here. A record for each machine: its description, and of each test that this version knows a
+// series of one span for each processor count. The times are those of all processors first, then of
+// one fewer each; one of 0 or below was not measured and has no series. Or one line without its end
+// that says what is wrong with the text: a record that is cut short or is none, more than eight
+// times for a test, a test twice.
+[[nodiscard]] std::variant<std::vector<RunRecord>, std::string> RunsFromResults(
+    const std::string& text);

@@ -2,7 +2,7 @@
 // keys and Enter, opens the colour chooser for it.
 #pragma once
 
-#include "results/CpuColor.h"
+#include "results/ComparisonChart.h"
 #include "toolkit/OwnedWindow.h"
 
 #include <GraphicsDefs.h>

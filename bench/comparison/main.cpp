@@ -1,7 +1,7 @@
 // comparison: how long thousands of machines take to load, to draw, and to keep. Each time beside
 // that of a plain loop which only reads the same bytes. Needs a display; what it stores lies in a
 // folder of its own. Status 1 if 10,000 machines miss a limit.
-#include "results/ResultList.h"
+#include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "ui/CompareWin.h"
 

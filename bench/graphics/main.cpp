@@ -11,15 +11,18 @@
 #include "BareWindow.h"
 #include "engine/graphics/GraphicsWin.h"
 #include "results/Results.h"
-#include "ServerTime.h"
-#include "X11Perf.h"
+
+#include <xcb/xcb.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
+#include <fstream>
 #include <map>
 #include <string>
+#include <sys/socket.h>
 #include <vector>
 
 namespace {
@@ -107,6 +110,55 @@ double MedianRatio(const std::vector<double>& values, const std::vector<double>&
     for (size_t i = 0; i < values.size(); i++)
         ratios.push_back(values[i] / others[i]);
     return Median(ratios);
+}
+
+// How long this program and the X server have worked, whatever else the machine does meanwhile.
+class ServerTime {
+public:
+    // Of the server at the other end, if it runs on this machine.
+    explicit ServerTime(xcb_connection_t* connection)
+    {
+        ucred peer {};
+        socklen_t size = sizeof peer;
+        const int socket = xcb_get_file_descriptor(connection);
+        if (getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.pid > 0)
+            path = "/proc/" + std::to_string(peer.pid) + "/schedstat";
+    }
+
+    // Seconds of both so far; of this program only where the server's are not to be had.
+    double Seconds() const
+    {
+        timespec own {};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
+        double nanos = 0;
+        std::ifstream(path) >> nanos;
+        return static_cast<double>(own.tv_sec) + (static_cast<double>(own.tv_nsec) + nanos) * 1e-9;
+    }
+
+private:
+    std::string path; // where the kernel counts the server's nanoseconds; empty if elsewhere
+};
+
+// Operations per second of a test of x11perf, the public measurement of X servers, as in "seg500",
+// run for a second on the display; 0, with a line on standard error, where the program or the test
+// is missing.
+double X11PerfRate(const char* test)
+{
+    const std::string command = "x11perf -repeat 1 -time 1 -" + std::string(test) + " 2>/dev/null";
+    double rate = 0;
+    // Its lines read "  80000 reps @   0.0123 msec ( 81300.0/sec): 500-pixel line segment".
+    FILE* output = popen(command.c_str(), "r");
+    char line[256];
+    while (output && fgets(line, sizeof line, output)) {
+        const char* bracket = std::char_traits<char>::find(line, sizeof line, '(');
+        if (bracket)
+            sscanf(bracket, "(%lf/sec)", &rate);
+    }
+    if (output)
+        pclose(output);
+    if (rate <= 0)
+        fprintf(stderr, "No figures of <x11perf -%s>\n", test);
+    return rate;
 }
 
 // One way to draw a row: its rates and the processor time of each round.

@@ -5,7 +5,7 @@
 // What is right is told by the work's own time: a span that took more than 15 percent longer than
 // most quiet ones was shared. What else runs on the machine belongs to the measurement.
 #include "engine/Kernels.h"
-#include "engine/Probe.h"
+#include "engine/Span.h"
 #include "results/RunRecord.h"
 
 #include <MachineDetails.h>

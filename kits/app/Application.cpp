@@ -7,7 +7,6 @@
 #include "MessageDelivery.h"
 #include "MessagePort.h"
 #include "Roster.h"
-#include "SignalWatch.h"
 
 #include <cstdio>
 #include <cstdlib>

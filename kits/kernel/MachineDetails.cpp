@@ -1,7 +1,7 @@
 #include "MachineDetails.h"
 
 #include "KillGuard.h"
-#include "MachineNames.h"
+#include "MachineFacts.h"
 #include "Processors.h"
 #include "SystemTree.h"
 

@@ -2,7 +2,6 @@
 #include "OS.h"
 #include "TaskStat.h"
 #include "Thread.h"
-#include "ThreadTable.h"
 
 #include <cstring>
 #include <ctime>

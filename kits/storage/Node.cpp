@@ -2,7 +2,6 @@
 
 #include "FileDescriptor.h"
 #include "Locations.h"
-#include "NodeIdentity.h"
 #include "store/Store.h"
 
 #include <cstring>

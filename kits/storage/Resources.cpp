@@ -1,6 +1,6 @@
 #include "Resources.h"
 
-#include "NodeIdentity.h"
+#include "Locations.h"
 #include "store/Store.h"
 
 #include <algorithm>

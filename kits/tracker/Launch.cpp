@@ -1,5 +1,4 @@
-#include "Launch.h"
-
+#include "Desktop.h"
 #include "LeafLock.h"
 #include "Message.h"
 #include "Roster.h"

@@ -1,6 +1,6 @@
 #include "SleepInhibitor.h"
 
-#include "BusConnection.h"
+#include "Desktop.h"
 #include "KillGuard.h"
 
 #include <chrono>

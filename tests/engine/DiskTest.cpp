@@ -1,5 +1,5 @@
-#include "engine/BlockFile.h"
-#include "engine/FileLife.h"
+#include "engine/Disk.h"
+
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
 // The floating-point kernels' values; CompiledTest.cpp counts what they do for them.
 #include "bench/kernels/BareLoops.h"
-#include "engine/Fourier.h"
 #include "engine/Kernels.h"
 #include "engine/Whetstone.h"
 

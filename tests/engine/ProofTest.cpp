@@ -1,5 +1,5 @@
 // A sitting on a machine whose C library does not do what it is asked for: such work has no figure.
-#include "engine/BlockFile.h"
+#include "engine/Disk.h"
 #include "engine/Sitting.h"
 
 #include <gtest/gtest.h>

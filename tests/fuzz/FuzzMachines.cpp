@@ -1,6 +1,6 @@
 // The bytes are an archive, or a results file that is read strictly.
 #include "results/ArchiveFiles.h"
-#include "results/ResultsText.h"
+#include "results/ResultsFile.h"
 #include "tests/fuzz/Require.h"
 
 #include <cmath>

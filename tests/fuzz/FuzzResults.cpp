@@ -1,5 +1,5 @@
 // The bytes are a results file.
-#include "results/ResultList.h"
+#include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "tests/fuzz/Require.h"
 

@@ -1,5 +1,4 @@
-#include "results/ResultList.h"
-
+#include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "tests/foundation/LocaleGuard.h"
 #include "tests/support/TempFolder.h"

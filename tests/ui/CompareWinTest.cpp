@@ -1,7 +1,7 @@
 // The comparison as a user sees it: real clicks, the screen's pixels, the store's real file.
 #include "ui/CompareWin.h"
 
-#include "results/CpuColor.h"
+#include "results/ComparisonChart.h"
 #include "tests/results/ComparedRun.h"
 #include "tests/support/ScreenDriver.h"
 

@@ -1,5 +1,5 @@
 // From the start to the mail: the program, the system's own tools and a real mail agent.
-#include "results/ResultList.h"
+#include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/ui/Program.h"

@@ -1,9 +1,11 @@
 // What a process has one of and BApplication speaks for. From any thread.
 #pragma once
 
+#include "Messenger.h"
 #include "Roster.h"
 #include "SupportDefs.h"
 
+#include <csignal>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,3 +37,24 @@ void SetProgramArguments(std::vector<std::string> arguments);
 // What BApplication tells the roster about itself; nothing: no application runs in this process.
 std::optional<app_info> RunningApplication();
 void SetRunningApplication(const std::optional<app_info>& info);
+
+// Makes SIGTERM, SIGINT and SIGHUP a request to quit, so that Ctrl-C in a terminal ends the program
+// as its menu does. A signal handler may do next to nothing: it writes into a pipe, and a thread
+// posts the message. Signals that the program was started to ignore (nohup) stay ignored.
+class SignalWatch {
+public:
+    explicit SignalWatch(const BMessenger& target); // only one at a time
+    ~SignalWatch(); // the signals are as before
+    SignalWatch(const SignalWatch&) = delete;
+    SignalWatch& operator=(const SignalWatch&) = delete;
+
+private:
+    static int32 ThreadEntry(void* watch);
+    void Watch();
+
+    static constexpr int kSignals[] = { SIGTERM, SIGINT, SIGHUP };
+
+    const BMessenger fTarget;
+    thread_id fThread = B_ERROR;
+    struct sigaction fBefore[3] = {};
+};

@@ -1,10 +1,13 @@
-// What the system tells about itself, besides the list of its processors.
+// What the system tells about itself, besides the list of its processors: its versions and memory,
+// what the machine and its processor are called, whether it is a program of another machine.
 #pragma once
 
 #include "CpuTopology.h"
 #include "OS.h"
 #include "SupportDefs.h"
+#include "SystemTree.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -34,7 +37,16 @@ struct MachineFacts {
 [[nodiscard]] cpu_type CpuTypeOf(const CpuTopology& topology);
 
 // The reference clock of the running machine's bus in Hz as an x86 processor tells it, 0 where it
-// does not (older ones, most virtual machines),
-// nor on processors of other kinds.
+// does not (older ones, most virtual machines), nor on processors of other kinds.
 [[nodiscard]] int64 ReadBusClock();
+
+// See MachineDetails. Asks the processor's flags, the hypervisor's own files and the maker's name
+// in the firmware; starts nothing.
+[[nodiscard]] std::optional<std::string> VirtualMachineOf(const SystemTree& tree);
+
+[[nodiscard]] std::optional<std::string> ContainerOf(const SystemTree& tree);
+
+// From the text of /proc/cpuinfo: the model's name; where there is none the names of the kinds of
+// core, "Cortex-A55 + Cortex-A78", or what else tells it: "POWER9", "machine 3906".
+[[nodiscard]] std::optional<std::string> ProcessorModelIn(std::string_view info);
 } // namespace kernel

@@ -51,4 +51,8 @@ private:
     RunNote fNote;
     int fNoteError = 0; // why there is no place for one
 };
+
+// Switches by an open switch; on again and again for a second while the system is busy with another
+// one. 0 or an error number. May be called in a signal handler.
+[[nodiscard]] int WriteSwitch(int file, bool on);
 } // namespace kernel

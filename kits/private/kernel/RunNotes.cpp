@@ -1,7 +1,7 @@
 #include "RunNotes.h"
 
 #include "CpuTopology.h"
-#include "LeaseKeeper.h"
+#include "ProcessorLease.h"
 #include "SystemTree.h"
 
 #include <algorithm>

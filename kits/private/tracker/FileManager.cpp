@@ -1,8 +1,7 @@
 #include "FileManager.h"
 
-#include "BusConnection.h"
+#include "Desktop.h"
 #include "Entry.h"
-#include "Launch.h"
 #include "Looper.h"
 #include "Message.h"
 #include "TextCoding.h"

@@ -1,4 +1,4 @@
-#include "MachineNames.h"
+#include "MachineFacts.h"
 #include "MachineTree.h"
 #include "SystemTree.h"
 

@@ -15,7 +15,7 @@
 // inode and time of birth alone, and on a file system without times of birth by its inode.
 #pragma once
 
-#include "NodeIdentity.h"
+#include "Locations.h"
 #include "Sqlite.h"
 
 namespace store {

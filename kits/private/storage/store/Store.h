@@ -8,8 +8,8 @@
 #pragma once
 
 #include "fs_attr.h"
+#include "Locations.h"
 #include "Mutex.h"
-#include "NodeIdentity.h"
 
 #include <functional>
 #include <memory>

@@ -1,5 +1,4 @@
-#include "results/ResultsText.h"
-
+#include "results/ResultsFile.h"
 #include "tests/results/MadeRuns.h"
 
 #include <gtest/gtest.h>

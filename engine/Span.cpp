@@ -1,6 +1,4 @@
-#include "engine/Probe.h"
-
-#include "engine/Sink.h"
+#include "engine/Span.h"
 
 #include <algorithm>
 #include <chrono>

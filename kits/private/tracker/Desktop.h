@@ -1,9 +1,12 @@
-// What is got from the library of the message buses, as objects.
+// The ways to the desktop's other programs: a message bus, whose library's things are objects here,
+// and starting one.
 #pragma once
 
 #include <dbus/dbus.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 struct CloseConnection {
     void operator()(DBusConnection* connection) const
@@ -14,3 +17,7 @@ struct CloseConnection {
 };
 using BusConnection = std::unique_ptr<DBusConnection, CloseConnection>; // a private one
 using BusMessage = std::unique_ptr<DBusMessage, decltype(&dbus_message_unref)>;
+
+// Starts the program command[0], found along PATH, with the rest as its arguments, and does not
+// wait for it. False if there is no such program. From any thread.
+bool StartProgram(const std::vector<std::string>& command);

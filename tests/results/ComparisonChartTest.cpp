@@ -1,6 +1,5 @@
 // The comparison's chart as a file, written where there is no display.
-#include "results/ChartPicture.h"
-
+#include "results/ComparisonChart.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
