@@ -72,7 +72,7 @@ void Sitting::RunPass()
         WarmUp();
     for (round = 0; round < MostRounds() && LacksAnything(); round++) {
         RunRound();
-        record.bestProbe = std::min(keptProbe, SustainedProbe(record));
+        record.bestProbe = BestOf(keptProbe, SustainedProbe(record));
     }
     if (onPass)
         onPass(count, false);
@@ -151,7 +151,7 @@ bool Sitting::Wants(const TestType& test)
 void Sitting::Begins()
 {
     span = Span();
-    span.probeBefore = ProbeSeconds();
+    span.probeBefore = TakeProbe();
     begin = ReadThreadMoment();
 }
 
@@ -160,7 +160,7 @@ void Sitting::Ended()
     const ThreadChange change = ChangeBetween(begin, ReadThreadMoment(begin.processor));
     span.waited = change.waited;
     span.isThrottled = change.isThrottled;
-    span.probeAfter = ProbeSeconds();
+    span.probeAfter = TakeProbe();
 }
 
 void Sitting::CouldNotBegin(const TestType& test, const std::string& why)

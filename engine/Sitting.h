@@ -56,6 +56,6 @@ private:
     bool isCounted = true; // what runs now
     Span span; // the one that is measured
     ThreadMoment begin; // of it
-    double keptProbe = 0; // what record.bestProbe was before the run
+    Probe keptProbe; // what record.bestProbe was before the run
     double groupSeconds[kNbrTestGroups]; // what a round of each takes
 };

@@ -7,7 +7,7 @@
 namespace {
 
 // A round is short beside a scheduler's slice, and long beside the clock's call.
-constexpr int kSteps = 80000;
+constexpr int kSteps = 80000; // of one cycle each
 constexpr int kRounds = 3;
 
 constexpr int kSteadyProbes = 8; // one after the other without a better one
@@ -38,35 +38,50 @@ constexpr double kLongestWait = 0.2;
     }
 }
 
+// Additions that each wait for the one before, a cycle each. Eight in a round, so that the loop's
+// own steps leave more than half of the core idle: half is enough when the other half is another's.
+[[gnu::noinline]] void AddInTurn(int steps)
+{
+    uint64_t a = 0;
+    const auto add = [&a] {
+        a++;
+        asm volatile("" : "+r"(a));
+    };
+    for (int step = 0; step < steps; step += 8) {
+        add(), add(), add(), add();
+        add(), add(), add(), add();
+    }
+}
+
 double Now()
 {
     const auto time = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration<double>(time).count();
 }
 
-double RoundSeconds()
+double Seconds(void (*loop)(int steps))
 {
     const double start = Now();
-    AddAlong(kSteps);
+    loop(kSteps);
     return Now() - start;
 }
 
 } // namespace
 
-double ProbeSeconds()
+Probe TakeProbe()
 {
-    double best = RoundSeconds();
-    for (int round = 1; round < kRounds; round++)
-        best = std::min(best, RoundSeconds());
+    Probe best = kUnknownBest;
+    for (int round = 0; round < kRounds; round++)
+        best = BestOf(best, { Seconds(AddAlong), Seconds(AddInTurn) });
     return best;
 }
 
 void WaitForSteadyClock()
 {
     const double start = Now();
-    double best = ProbeSeconds();
+    double best = TakeProbe().clock;
     for (int steady = 0; steady < kSteadyProbes && Now() - start < kLongestWait; steady++) {
-        const double probe = ProbeSeconds();
+        const double probe = TakeProbe().clock;
         if (probe >= best * kStillBetter)
             continue;
         best = probe;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "results/Results.h"
-#include "results/TestCatalogue.h"
+#include "results/RunRecord.h"
 
 #include <string>
 
@@ -44,14 +44,12 @@ bool MeasureSpan(Results& results, const TestType& test, long loops, int randsPe
     return true;
 }
 
-// The probe: a fixed loop of high throughput that tells at which speed the core is at the moment.
-// Half of its units are another's while the core's other hardware thread works, also where a
-// virtual machine hides that thread, and all are slower while the clock is held down.
+// The probe: two fixed loops that tell whether the core is another's too, and its clock. See Probe.
 //
-// Seconds that the loop takes: the shortest of a few rounds, so that an interrupt does not count.
-// Costs about 0.1 ms of the calling thread's processor. What it does not notice is a program that
-// has the same hardware thread in turn: see ThreadMoment.
-[[nodiscard]] double ProbeSeconds();
+// The shortest of a few rounds each, so that an interrupt does not count. Costs about 0.1 ms of the
+// calling thread's processor. What it does not notice is a program that has the same hardware
+// thread in turn: see ThreadMoment.
+[[nodiscard]] Probe TakeProbe();
 
 // Probes until the core has woken up and its clock is steady, a fifth of a second at most.
 void WaitForSteadyClock();

@@ -12,6 +12,8 @@
 namespace {
 
 constexpr char kFile[] = "sustained-probes";
+constexpr char kCore[] = " | core";
+constexpr char kClock[] = " | clock";
 constexpr size_t kMostBytes = 64 << 10;
 constexpr double kNone = std::numeric_limits<double>::infinity();
 
@@ -119,18 +121,22 @@ std::string ProbeKey(const MachineDetails& details, const BuildDetails& build)
     return key;
 }
 
-double KeptProbe(const std::string& key)
+Probe KeptProbe(const std::string& key)
 {
     const auto text = ReadUserData(kFile, kMostBytes);
-    return text ? probes::Find(*text, key, Today()) : kNone;
+    if (!text)
+        return kUnknownBest;
+    return { probes::Find(*text, key + kCore, Today()),
+        probes::Find(*text, key + kClock, Today()) };
 }
 
-void KeepProbe(const std::string& key, double seconds)
+void KeepProbe(const std::string& key, const Probe& probe)
 {
-    if (key.empty() || !IsSane(seconds))
+    if (key.empty())
         return;
     const std::string before = ReadUserData(kFile, kMostBytes).value_or("");
-    const std::string after = probes::Merge(before, key, seconds, Today());
+    const std::string core = probes::Merge(before, key + kCore, probe.core, Today());
+    const std::string after = probes::Merge(core, key + kClock, probe.clock, Today());
     if (after != before && after.size() <= kMostBytes)
         static_cast<void>(WriteUserData(kFile, after));
 }

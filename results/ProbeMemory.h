@@ -16,13 +16,14 @@ inline constexpr double kConfirms = 1.02;
 // then nothing is kept.
 [[nodiscard]] std::string ProbeKey(const MachineDetails& details, const BuildDetails& build);
 
-// In seconds; infinity if there is none. What cannot be read or understood counts as none.
-[[nodiscard]] double KeptProbe(const std::string& key);
-// Keeps seconds if it is the best or confirms it. That it could not be kept is no error of a run.
-// Of two programs that keep one at the same time one may be lost until its next run.
-void KeepProbe(const std::string& key, double seconds);
+// Infinite where there is none. What cannot be read or understood counts as none.
+[[nodiscard]] Probe KeptProbe(const std::string& key);
+// Keeps each loop's seconds if they are the best or confirm it. That they could not be kept is no
+// error of a run. Of two programs that keep one at the same time one may be lost until its next
+// run.
+void KeepProbe(const std::string& key, const Probe& probe);
 
-// The same on the file's text, with days since 1970.
+// The same for one loop on the file's text, with days since 1970. The key ends in the loop's name.
 namespace probes {
 [[nodiscard]] double Find(const std::string& text, const std::string& key, int today);
 [[nodiscard]] std::string Merge(

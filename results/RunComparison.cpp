@@ -33,7 +33,7 @@ Kind KindOf(const RunRecord& record)
 // A machine with what each of its rows asks for.
 struct Side {
     const RunRecord* record = nullptr;
-    double bestProbe = 0;
+    Probe bestProbe;
     SeriesByPlace series;
     std::set<int32> counts;
 };
@@ -72,11 +72,10 @@ struct Measured {
     std::string why; // there are none
 };
 
-Measured Measure(const Series* series, double bestProbe)
+Measured Measure(const Series* series, const Probe& best)
 {
     Measured measured;
-    const auto figures =
-        series && series->undone.empty() ? FiguresOf(*series, bestProbe) : std::nullopt;
+    const auto figures = series && series->undone.empty() ? FiguresOf(*series, best) : std::nullopt;
     if (!figures) {
         measured.why = WhyNot(series);
         return measured;
@@ -84,7 +83,7 @@ Measured Measure(const Series* series, double bestProbe)
     measured.side = { RateOf(*series, figures->summary.estimate), figures->summary.n,
         figures->marks };
     // The same times as in FiguresOf(): the verdict has to be about those whose rate the row shows.
-    measured.times = figures->marks.shared ? TimesOf(*series) : CleanTimesOf(*series, bestProbe);
+    measured.times = figures->marks.shared ? TimesOf(*series) : CleanTimesOf(*series, best);
     measured.work = series->spans.front().work;
     return measured;
 }
@@ -233,11 +232,11 @@ std::vector<ComparedRow> CompareMachines(
 {
     // The best of all runs on such a machine: a sitting that was slow throughout does not know it,
     // and by its own best would pass for undisturbed.
-    std::map<Kind, double> bestProbes;
+    std::map<Kind, Probe> bestProbes;
     for (const MeasuredMachine& machine : machines) {
         const auto [best, isNew] =
             bestProbes.emplace(KindOf(machine.record), machine.record.bestProbe);
-        best->second = std::min(best->second, machine.record.bestProbe);
+        best->second = BestOf(best->second, machine.record.bestProbe);
     }
     const auto sideOf = [&](const MeasuredMachine& machine) {
         Side side = SideOf(machine.record, isWanted);
@@ -260,8 +259,8 @@ std::vector<ComparedRow> CompareMachines(
 
 std::optional<double> ClockPercent(const RunRecord& baseline, const RunRecord& record)
 {
-    const auto before = MedianProbe(baseline);
-    const auto after = MedianProbe(record);
+    const auto before = MedianClock(baseline);
+    const auto after = MedianClock(record);
     if (KindOf(baseline) != KindOf(record) || !before || !after)
         return std::nullopt;
     return 100 * *before / *after;

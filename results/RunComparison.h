@@ -53,9 +53,9 @@ using TestFilter = std::function<bool(const TestType&)>;
 [[nodiscard]] std::vector<ComparedRow> CompareMachines(
     const std::vector<MeasuredMachine>& machines, size_t baseline, const TestFilter& isWanted);
 
-// The clock of a machine in percent of the baseline's, by the median of their probes: rows of clean
-// spans leave this difference out. Nothing where the two are not of the same description and
-// processor model, or the probes of one are too few.
+// The clock of a machine in percent of the baseline's, by the median of their probes' clocks: rows
+// of clean spans leave this difference out. Nothing where the two are not of the same description
+// and processor model, or the probes of one are too few.
 [[nodiscard]] std::optional<double> ClockPercent(
     const RunRecord& baseline, const RunRecord& record);
 

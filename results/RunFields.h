@@ -23,7 +23,8 @@ inline constexpr Limits kAboveZero { 1e-18, 1e18 };
 // Io is the writer, or the reader, for which the fields are not constant. Both have
 //
 //     Field(key, field, limits): null stands for an empty text and an empty optional;
-//     FieldOr(key, field, unknown, limits): null stands for that number.
+//     FieldOr(key, field, unknown, limits): null stands for that number, and so does no such key,
+//         as in files of the versions before it.
 template <class Io, class T>
 using Of = std::conditional_t<Io::kReads, T, const T>;
 
@@ -146,8 +147,10 @@ void Fields(Io& io, Of<Io, Span>& span)
 {
     io.Field("seconds", span.seconds);
     io.Field("work", span.work);
-    io.FieldOr("probe_before_seconds", span.probeBefore, 0);
-    io.FieldOr("probe_after_seconds", span.probeAfter, 0);
+    io.FieldOr("probe_before_seconds", span.probeBefore.core, 0);
+    io.FieldOr("probe_after_seconds", span.probeAfter.core, 0);
+    io.FieldOr("clock_before_seconds", span.probeBefore.clock, 0);
+    io.FieldOr("clock_after_seconds", span.probeAfter.clock, 0);
     io.Field("waited_seconds", span.waited);
     io.Field("throttled", span.isThrottled);
     io.Field("joules", span.joules);
@@ -175,8 +178,8 @@ void Fields(Io& io, Of<Io, RunRecord>& record)
     io.Field("display", record.display);
     io.Field("display_size", record.displaySize);
     io.Field("temporary_folder", record.temporaryFolder);
-    io.FieldOr("best_probe_seconds", record.bestProbe, std::numeric_limits<double>::infinity(),
-        kAboveZero);
+    io.FieldOr("best_probe_seconds", record.bestProbe.core, kUnknownBest.core, kAboveZero);
+    io.FieldOr("best_clock_seconds", record.bestProbe.clock, kUnknownBest.clock, kAboveZero);
     io.Field("passes", record.passes);
     io.Field("series", record.series);
 }

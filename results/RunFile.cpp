@@ -114,9 +114,9 @@ void AddEnergy(const Series& series, Json& json)
     json["work_per_joule"] = isKnown && joules > 0 && work > 0 ? Json(work / joules) : Json();
 }
 
-Json SeriesAsJson(const Series& series, double bestProbe)
+Json SeriesAsJson(const Series& series, const Probe& best)
 {
-    const auto figures = series.undone.empty() ? FiguresOf(series, bestProbe) : std::nullopt;
+    const auto figures = series.undone.empty() ? FiguresOf(series, best) : std::nullopt;
     const TestType& test = *series.test;
     Json json { { "test", test.id }, { "name", test.name }, { "units", test.units },
         { "better", test.better == Better::kMore ? "more" : "less" },
@@ -128,7 +128,7 @@ Json SeriesAsJson(const Series& series, double bestProbe)
     // Adds undone and spans. The test and the count, written once more, keep their places.
     Writer { &json }.Write(series);
     for (size_t i = 0; i < series.spans.size(); i++)
-        json["spans"][i]["shared"] = IsShared(series.spans[i], bestProbe);
+        json["spans"][i]["shared"] = IsShared(series.spans[i], best);
     return json;
 }
 

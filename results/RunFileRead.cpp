@@ -67,7 +67,8 @@ struct Reader {
     void FieldOr(const char* key, T& field, std::type_identity_t<T> unknown, Limits limits = {})
     {
         std::optional<T> known;
-        Field(key, known, limits);
+        if (json.contains(key))
+            Field(key, known, limits);
         field = known.value_or(unknown);
     }
 

@@ -5,11 +5,21 @@
 
 namespace {
 
-// How much longer the span took than at the clock of the best probe.
-double Slowness(const Span& span, double bestProbe)
+// How much longer the clock's loop took beside the span than at the best clock.
+double Slowness(const Probe& probe, const Probe& best)
 {
-    const bool isKnown = span.probeBefore > 0 && span.probeAfter > 0 && std::isfinite(bestProbe);
-    return isKnown ? (span.probeBefore + span.probeAfter) / 2 / bestProbe : 1;
+    return probe.clock > 0 && std::isfinite(best.clock) ? probe.clock / best.clock : 1;
+}
+
+double Slowness(const Span& span, const Probe& best)
+{
+    return (Slowness(span.probeBefore, best) + Slowness(span.probeAfter, best)) / 2;
+}
+
+bool IsShared(const Probe& probe, const Probe& best)
+{
+    // Where no best one is known it is infinite, and nothing is above it.
+    return probe.core / Slowness(probe, best) > kSharedProbe * best.core;
 }
 
 // For the work of the first.
@@ -21,14 +31,14 @@ double ScaledSeconds(const Series& series, const Span& span)
 }
 
 // Below which so great a share of the probes lies.
-std::optional<double> ProbeAt(const RunRecord& record, double share)
+std::optional<double> ProbeAt(const RunRecord& record, double Probe::*loop, double share)
 {
     std::vector<double> probes;
     for (const Series& series : record.series) {
         for (const Span& span : series.spans) {
-            for (const double probe : { span.probeBefore, span.probeAfter }) {
-                if (probe > 0)
-                    probes.push_back(probe);
+            for (const Probe& probe : { span.probeBefore, span.probeAfter }) {
+                if (probe.*loop > 0)
+                    probes.push_back(probe.*loop);
             }
         }
     }
@@ -42,11 +52,9 @@ std::optional<double> ProbeAt(const RunRecord& record, double share)
 
 } // namespace
 
-bool IsShared(const Span& span, double bestProbe)
+bool IsShared(const Span& span, const Probe& best)
 {
-    // Where no probe is known the best one is infinite, and none is above it: then the wait decides
-    // alone.
-    return std::max(span.probeBefore, span.probeAfter) > kSharedProbe * bestProbe
+    return IsShared(span.probeBefore, best) || IsShared(span.probeAfter, best)
         || span.waited > kSharedWait * span.seconds;
 }
 
@@ -58,23 +66,23 @@ std::vector<double> TimesOf(const Series& series)
     return times;
 }
 
-std::vector<double> CleanTimesOf(const Series& series, double bestProbe)
+std::vector<double> CleanTimesOf(const Series& series, const Probe& best)
 {
     std::vector<double> times;
     for (const Span& span : series.spans) {
-        if (IsShared(span, bestProbe) || span.isThrottled)
+        if (IsShared(span, best) || span.isThrottled)
             continue;
         // One span is what the stopwatch said, like those of the window.
-        const double slowness = series.spans.size() > 1 ? Slowness(span, bestProbe) : 1;
+        const double slowness = series.spans.size() > 1 ? Slowness(span, best) : 1;
         times.push_back(ScaledSeconds(series, span) / slowness);
     }
     return times;
 }
 
-std::optional<Figures> FiguresOf(const Series& series, double bestProbe)
+std::optional<Figures> FiguresOf(const Series& series, const Probe& best)
 {
     const std::vector<double> all = TimesOf(series);
-    const std::vector<double> clean = CleanTimesOf(series, bestProbe);
+    const std::vector<double> clean = CleanTimesOf(series, best);
     // Six are enough to do without the others. With fewer the disturbed ones count too, as so few
     // say nothing, and the mark says so.
     const bool isClean = clean.size() >= statistics::kFewRepeats || clean.size() == all.size();
@@ -88,9 +96,9 @@ std::optional<Figures> FiguresOf(const Series& series, double bestProbe)
     return figures;
 }
 
-bool IsNarrow(const Series& series, double bestProbe, double percent)
+bool IsNarrow(const Series& series, const Probe& best, double percent)
 {
-    const auto figures = FiguresOf(series, bestProbe);
+    const auto figures = FiguresOf(series, best);
     // Few times, or disturbed ones, may lie close together by chance: then the repeats go on.
     if (!figures || figures->marks.shared || figures->marks.few || !figures->summary.interval)
         return false;
@@ -126,12 +134,18 @@ bool RunRecord::IsAnyUndone() const
         series.begin(), series.end(), [](const Series& each) { return !each.undone.empty(); });
 }
 
-double SustainedProbe(const RunRecord& record)
+Probe SustainedProbe(const RunRecord& record)
 {
-    return ProbeAt(record, 0.25).value_or(std::numeric_limits<double>::infinity());
+    return { ProbeAt(record, &Probe::core, 0.25).value_or(kUnknownBest.core),
+        ProbeAt(record, &Probe::clock, 0.25).value_or(kUnknownBest.clock) };
 }
 
-std::optional<double> MedianProbe(const RunRecord& record)
+Probe BestOf(const Probe& a, const Probe& b)
 {
-    return ProbeAt(record, 0.5);
+    return { std::min(a.core, b.core), std::min(a.clock, b.clock) };
+}
+
+std::optional<double> MedianClock(const RunRecord& record)
+{
+    return ProbeAt(record, &Probe::clock, 0.5);
 }

@@ -13,12 +13,20 @@
 #include <string>
 #include <vector>
 
+// How long two fixed loops take at a moment, in seconds; 0: not timed. Both are as slow as the
+// clock of the core is. Only the first has to wait while the core's other hardware thread works,
+// also where a virtual machine hides that thread: so their ratio tells a shared core at any clock.
+struct Probe {
+    double core = 0; // additions side by side, more than half a core can do
+    double clock = 0; // additions that each wait for the one before: a cycle each
+};
+
 // One timing of a test's work, in seconds.
 struct Span {
     double seconds = 0; // the stopwatch's, less what the test's own loop costs
     double work = 0; // units done in it; 0: the figure is the time itself
-    double probeBefore = 0; // ProbeSeconds() directly before and after it; 0: not taken
-    double probeAfter = 0;
+    Probe probeBefore; // directly before and after it
+    Probe probeAfter;
     // Seconds of it in which other programs had the thread's processor, see ThreadChange; 0 where
     // another program's work is part of the test's.
     double waited = 0;
@@ -34,25 +42,25 @@ struct Series {
     std::string undone; // why its work was not done: then it has no figure. Else empty.
 };
 
-// Whether a probe says that the core was somebody else's too, or slower than it can be, or the
-// thread had to wait for it.
-constexpr double kSharedProbe = 1.15; // times the best
+// What the probes of this processor model ever were for long, see SustainedProbe(): the least.
+constexpr Probe kUnknownBest { std::numeric_limits<double>::infinity(),
+    std::numeric_limits<double>::infinity() };
+
+// Whether a probe says that the core was somebody else's too, or the thread had to wait for it.
+// Where the clock was not timed a slow one counts as shared.
+constexpr double kSharedProbe = 1.15; // times as long as the best, at the clock of the moment
 // Of the span's time. On a busy machine spans of Ackermann's work that waited for less varied by 1
 // to 3 percent, all of them together by 60 to 160.
 constexpr double kSharedWait = 0.02;
-[[nodiscard]] bool IsShared(const Span& span, double bestProbe);
+[[nodiscard]] bool IsShared(const Span& span, const Probe& best);
 
 // The seconds that each span would have taken for the work of the first: tests that run for a fixed
 // time do different work in each.
 [[nodiscard]] std::vector<double> TimesOf(const Series& series);
-// Those of the spans that were neither shared nor throttled, at the clock at which a probe takes
-// bestProbe. A single span, one without probes and all where no best probe is known keep theirs,
-// as shared ones do: nobody knows what they would have taken alone.
-//
-// Clocks drift: over 24 sittings of one quiet machine the medians of ten spans differed by 9.3
-// percent (coefficient of variation, the median of 26 tests), brought to one clock by 1.2, and by
-// 0.3 where the spans were clean.
-[[nodiscard]] std::vector<double> CleanTimesOf(const Series& series, double bestProbe);
+// Those of the spans that were neither shared nor throttled, at the best clock: docs/measuring.md
+// says how much that steadies them. A single span, one without probes and all where no best clock
+// is known keep theirs, as shared ones do: nobody knows what they would have taken alone.
+[[nodiscard]] std::vector<double> CleanTimesOf(const Series& series, const Probe& best);
 
 // What the spans of a series say together.
 struct Figures {
@@ -61,9 +69,9 @@ struct Figures {
     int32 shared = 0; // spans that were shared or throttled
 };
 // Nothing for a series without spans, or with one whose work took no time.
-[[nodiscard]] std::optional<Figures> FiguresOf(const Series& series, double bestProbe);
+[[nodiscard]] std::optional<Figures> FiguresOf(const Series& series, const Probe& best);
 // Whether the interval of the estimate is known, from clean spans, and narrower than this.
-[[nodiscard]] bool IsNarrow(const Series& series, double bestProbe, double percent);
+[[nodiscard]] bool IsNarrow(const Series& series, const Probe& best, double percent);
 
 // What a span's time means in the test's unit: work per second, or the seconds themselves.
 [[nodiscard]] double RateOf(const Series& series, double seconds);
@@ -110,8 +118,7 @@ struct RunRecord {
     std::optional<FileSystemDetails> temporaryFolder;
     std::vector<PassRecord> passes;
     std::deque<Series> series; // in the order of the first measurement; references to one stay
-    // The shortest that probes of this processor model ever were for long, see SustainedProbe().
-    double bestProbe = std::numeric_limits<double>::infinity();
+    Probe bestProbe = kUnknownBest;
 
     // The series of a test at a count, made if there is none.
     Series& At(const TestType& test, int32 processors);
@@ -121,8 +128,10 @@ struct RunRecord {
 };
 
 constexpr size_t kLeastProbes = 16;
-// The lower quartile of a run's probes, in seconds; infinity where it has less than kLeastProbes.
-// Not the shortest: a clock that rises for a moment would make all other spans look shared.
-[[nodiscard]] double SustainedProbe(const RunRecord& record);
-// Their median; nothing where there are so few.
-[[nodiscard]] std::optional<double> MedianProbe(const RunRecord& record);
+// The lower quartiles of a run's probes; kUnknownBest where it has less than kLeastProbes. Not the
+// shortest: a clock that rises for a moment would make all other spans look slow.
+[[nodiscard]] Probe SustainedProbe(const RunRecord& record);
+// What both had at best.
+[[nodiscard]] Probe BestOf(const Probe& a, const Probe& b);
+// The median seconds of the clock's loop; nothing where there are so few.
+[[nodiscard]] std::optional<double> MedianClock(const RunRecord& record);

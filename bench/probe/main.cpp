@@ -2,8 +2,8 @@
 // each while nothing of ours runs beside them, while another program's loop has the same processor,
 // and while it has the other hardware thread of the core, where the system shows one.
 //
-// What is right is told by the work's own time: a span that took more than 15 percent longer than
-// most quiet ones was shared. What else runs on the machine belongs to the measurement.
+// What is right is told by the work's own time: a span that took more than 15 percent more cycles
+// than most quiet ones was shared. What else runs on the machine belongs to the measurement.
 #include "engine/Kernels.h"
 #include "engine/Span.h"
 #include "results/RunRecord.h"
@@ -76,23 +76,21 @@ std::vector<Span> Measure()
     std::vector<Span> spans(kSpans);
     WaitForSteadyClock();
     for (Span& span : spans) {
-        span.probeBefore = ProbeSeconds();
+        span.probeBefore = TakeProbe();
         const ThreadMoment begin = ReadThreadMoment();
         const double start = Now();
         EvaluateAckerman(kRounds);
         span.seconds = Now() - start;
         span.waited = ChangeBetween(begin, ReadThreadMoment(begin.processor)).waited;
-        span.probeAfter = ProbeSeconds();
+        span.probeAfter = TakeProbe();
     }
     return spans;
 }
 
-double BestProbe(const std::vector<Span>& spans)
+// Cycles: a slow clock shares nothing.
+double AtOneClock(const Span& span)
 {
-    double best = std::numeric_limits<double>::infinity();
-    for (const Span& span : spans)
-        best = std::min({ best, span.probeBefore, span.probeAfter });
-    return best;
+    return span.seconds / (span.probeBefore.clock + span.probeAfter.clock);
 }
 
 double Median(std::vector<double> times)
@@ -101,7 +99,7 @@ double Median(std::vector<double> times)
     return summary ? summary->median : 0;
 }
 
-void Print(const char* what, const std::vector<Span>& spans, double best, double quiet)
+void Print(const char* what, const std::vector<Span>& spans, const Probe& best, double quiet)
 {
     int slow = 0, byProbe = 0, byWaiting = 0, told = 0, right = 0;
     std::vector<double> clean, shared;
@@ -109,7 +107,7 @@ void Print(const char* what, const std::vector<Span>& spans, double best, double
         Span asleep = span; // what the probes alone say
         asleep.waited = 0;
         const bool isShared = IsShared(span, best);
-        const bool isSlow = span.seconds > kSlow * quiet;
+        const bool isSlow = AtOneClock(span) > kSlow * quiet;
         byProbe += IsShared(asleep, best);
         byWaiting += span.waited > kSharedWait * span.seconds;
         slow += isSlow;
@@ -136,10 +134,13 @@ int main()
     const std::vector<Span> alone = Measure();
     std::vector<double> times;
     for (const Span& span : alone)
-        times.push_back(span.seconds);
+        times.push_back(AtOneClock(span));
     const double quiet = Median(times);
-    const double best = BestProbe(alone);
-    printf("Best probe %.4f ms, processor %d, medians in ms\n", best * 1e3, processor);
+    RunRecord record;
+    record.At(kTestTypes[0], 1).spans = alone;
+    const Probe best = SustainedProbe(record);
+    printf("Best probe %.4f ms, of the clock %.4f ms, processor %d, medians in ms\n",
+        best.core * 1e3, best.clock * 1e3, processor);
     Print("alone", alone, best, quiet);
 
     const auto beside = [&](const char* what, int other) {

@@ -12,7 +12,7 @@ void Add(RunRecord& record, const TestType& test, int32 processors, double work,
         Span& span = series.spans.emplace_back();
         span.seconds = seconds;
         span.work = work;
-        span.probeBefore = span.probeAfter = probe;
+        span.probeBefore.core = span.probeAfter.core = probe;
     }
 }
 
@@ -39,7 +39,7 @@ TEST(RunTable, WithRepeatsSaysHowFarEachFigureCanBeTrusted)
 {
     RunRecord record;
     record.plan.repeats = 6;
-    record.bestProbe = 1e-4;
+    record.bestProbe.core = 1e-4;
     Add(record, TestNamed("Ackerman"), 2, 6000, { 1, 1.01, 1.02, 1.03, 1.04, 1.05 }, 1e-4);
     Add(record, TestNamed("Memory"), 2, 1, { 4e-3, 4e-3, 4e-3, 8e-3, 8e-3, 8e-3 }, 1.2e-4);
     Add(record, TestNamed("Savage"), 2, 300, { 0.1 }, 1e-4);

@@ -1,5 +1,6 @@
 // The comparison's chart as a file, written where there is no display.
 #include "results/ComparisonChart.h"
+
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -62,24 +62,29 @@ TEST(ProbeMemory, StaysInTheUsersData)
     const std::string key = ProbeKey(details, { "1.2.6", "GNU 12.2.0", "" });
     EXPECT_EQ(key, "Model 1 | 3000000000 Hz | 1.2.6 | GNU 12.2.0");
 
-    EXPECT_EQ(KeptProbe(key), kNone);
-    KeepProbe("", 0.0001);
-    KeepProbe(key, 0.0001);
-    KeepProbe("another", 0.0002);
-    KeepProbe(key, 0.0003);
-    EXPECT_EQ(KeptProbe(key), 0.0001);
-    EXPECT_EQ(KeptProbe("another"), 0.0002);
-    EXPECT_EQ(KeptProbe(""), kNone);
+    const auto kept = [](const std::string& of) {
+        const Probe probe = KeptProbe(of);
+        return std::pair(probe.core, probe.clock);
+    };
+    const std::pair none(kNone, kNone);
+    EXPECT_EQ(kept(key), none);
+    KeepProbe("", { 0.0001, 0.0001 });
+    KeepProbe(key, { 0.0001, 0.0003 });
+    KeepProbe("another", { 0.0002, 0.0002 });
+    KeepProbe(key, { 0.0003, 0.0002 });
+    KeepProbe(key, kUnknownBest);
+    EXPECT_EQ(kept(key), std::pair(0.0001, 0.0002));
+    EXPECT_EQ(kept("another"), std::pair(0.0002, 0.0002));
+    EXPECT_EQ(kept(""), none);
 
     WriteFile(folder + "/sustained-probes", std::string(1 << 20, 'x'));
-    EXPECT_EQ(KeptProbe(key), kNone);
-    KeepProbe(key, 0.0001); // anew
-    EXPECT_EQ(KeptProbe(key), 0.0001);
+    EXPECT_EQ(kept(key), none);
+    KeepProbe(key, { 0.0001, 0.0001 }); // anew
+    EXPECT_EQ(kept(key), std::pair(0.0001, 0.0001));
     std::filesystem::remove(folder + "/sustained-probes");
     std::filesystem::create_directory(folder + "/sustained-probes");
-    KeepProbe(key, 0.0001); // cannot, and says nothing
-    EXPECT_EQ(KeptProbe(key), kNone);
+    KeepProbe(key, { 0.0001, 0.0001 }); // cannot, and says nothing
+    EXPECT_EQ(kept(key), none);
     std::filesystem::remove(folder + "/sustained-probes");
 }
-
 } // namespace

@@ -1,4 +1,5 @@
 #include "results/ResultsFile.h"
+
 #include "tests/results/MadeRuns.h"
 
 #include <gtest/gtest.h>

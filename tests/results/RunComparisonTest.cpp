@@ -130,21 +130,21 @@ TEST(RunComparison, RestsOnCleanTimesByTheBestProbeOfTheMachine)
     RunRecord before = RunOf(1);
     RunRecord after = RunOf(1);
     for (RunRecord* run : { &before, &after }) {
-        run->bestProbe = 0.0001;
+        run->bestProbe = { 0.0001, 0.0001 };
         for (Span& span : run->series.front().spans)
-            span.probeBefore = span.probeAfter = 0.0001;
+            span.probeBefore = span.probeAfter = { 0.0001, 0.0001 };
     }
     for (int i = 0; i < 4; i++) {
-        after.series.front().spans[i].probeAfter = 0.0002;
+        after.series.front().spans[i].probeAfter.core = 0.0002;
         after.series.front().spans[i].seconds = 2;
     }
     const ComparedRow clean = Compare({ before, after }).front();
     EXPECT_EQ(Told(clean), "Ackerman 2 99.8 no real difference");
     EXPECT_EQ(clean.candidate.n, 6);
     // It was slow throughout, which only the other run knows.
-    before.bestProbe = 0.00005;
+    before.bestProbe.core = 0.00005;
     for (Span& span : before.series.front().spans)
-        span.probeBefore = span.probeAfter = 0.00005;
+        span.probeBefore.core = span.probeAfter.core = 0.00005;
     const ComparedRow shared = Compare({ before, after }).front();
     EXPECT_EQ(shared.why, "shared, two speeds 1006.500 ms (60%) and 2000.000 ms (40%), unsteady");
     EXPECT_TRUE(shared.percent) << "the times are all there is";
@@ -160,16 +160,16 @@ TEST(RunComparison, LeavesTheClockOutAndTellsIt)
     RunRecord before = RunOf(1);
     RunRecord after = RunOf(1.25);
     for (RunRecord* run : { &before, &after })
-        run->bestProbe = 0.0001;
+        run->bestProbe = { 0.0001, 0.0001 };
     for (Span& span : before.series.front().spans)
-        span.probeBefore = span.probeAfter = 0.0001;
+        span.probeBefore = span.probeAfter = { 0.0001, 0.0001 };
     for (Span& span : after.series.front().spans)
-        span.probeBefore = span.probeAfter = 0.000112;
+        span.probeBefore = span.probeAfter = { 0.000112, 0.000112 };
     EXPECT_EQ(Told({ before, after }), "Ackerman 2 89.6 slower\n") << "beyond the clock";
     EXPECT_NEAR(ClockPercent(before, after).value(), 100 / 1.12, 1e-9);
     after.series.front() = RunOf(1.12).series.front();
     for (Span& span : after.series.front().spans)
-        span.probeBefore = span.probeAfter = 0.000112;
+        span.probeBefore = span.probeAfter = { 0.000112, 0.000112 };
     EXPECT_EQ(Told({ before, after }), "Ackerman 2 100.0 no real difference\n");
     after.details.processorModel = "Another";
     EXPECT_FALSE(ClockPercent(before, after));

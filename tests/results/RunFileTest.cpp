@@ -77,13 +77,14 @@ TEST(RunFile, WhatIsNotKnownIsNull)
         "\"processor_model\":null,\"memory_bytes\":null,\"virtual_machine\":null,"
         "\"container\":null,\"processors\":[]},\n"
         "\"display\": null,\n\"display_size\": null,\n\"temporary_folder\": null,\n"
-        "\"best_probe_seconds\": null,\n\"passes\": [],\n\"series\": []\n}\n");
+        "\"best_probe_seconds\": null,\n\"best_clock_seconds\": null,\n\"passes\": "
+        "[],\n\"series\": []\n}\n");
     RunRecord run;
     run.label = "cut \xc3"; // of two bytes
     EXPECT_NE(RunAsJson(run).find("\"label\": \"cut \xef\xbf\xbd\""), std::string::npos);
     run.passes = { { 1, {}, {}, {}, {} } };
     run.series = { { &TestNamed("Memory"), 1,
-        { { 0.5, 1, 0, 0, 0, false, 7 }, { 0.5, 1, 0, 0, 0, false, {} } }, "" } };
+        { { 0.5, 1, {}, {}, 0, false, 7 }, { 0.5, 1, {}, {}, 0, false, {} } }, "" } };
     const std::string json = RunAsJson(run);
     EXPECT_EQ(Again(json), json);
     EXPECT_NE(json.find("{\"processors\":1,\"kept_out\":null,\"stolen\":null,\"throttles\":null,"
@@ -182,10 +183,10 @@ TEST(RunFile, WhatCannotBeIsOneLineWithItsField)
             "series[0].spans[0].seconds: must be a number from 0 to 1e+18" },
         { "null where a number must be", "\"waited_seconds\":1e-05", "\"waited_seconds\":null",
             "series[0].spans[0].waited_seconds: must be a number from 0 to 1e+18" },
-        { "NaN", "\"seconds\":0.0043,", "\"seconds\":NaN,", "is not JSON in line 21" },
+        { "NaN", "\"seconds\":0.0043,", "\"seconds\":NaN,", "is not JSON in line 22" },
         { "infinite", "\"seconds\":0.0043,", "\"seconds\":1e999,",
             "has a number that is too large" },
-        { "probe of 0", "\"best_probe_seconds\": 7.05e-05", "\"best_probe_seconds\": 0",
+        { "probe of 0", "\"best_probe_seconds\": 7e-05", "\"best_probe_seconds\": 0",
             "best_probe_seconds: must be a number from 1e-18 to 1e+18" },
         { "half a processor", "\"counts\":[2,", "\"counts\":[2.5,",
             "plan.counts[0]: must be a whole number from 1 to 65536" },
@@ -214,7 +215,7 @@ TEST(RunFile, WhatCannotBeIsOneLineWithItsField)
         { "key twice", "\"label\":", "\"label\": null, \"label\":", "has a key twice" },
         { "series twice", "{\"test\":700,\"name\":\"Sieve\"", "{\"test\":400,\"name\":\"Sieve\"",
             "series: has <Ackerman> twice at the same count" },
-        { "cut", "\n]\n}\n", "\n", "is not JSON in line 24" },
+        { "cut", "\n]\n}\n", "\n", "is not JSON in line 25" },
         { "too deep", "\"label\":", "\"label\": [[[[[[[[[[[[[[[[[[[[", "is nested too deeply" },
     };
     for (const auto& row : rows) {

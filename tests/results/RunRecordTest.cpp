@@ -4,10 +4,17 @@
 
 namespace {
 
-constexpr double kBest = 0.1; // of the probes
-constexpr double kSlowest = 0.114; // that is not shared yet
+constexpr Probe kBest { 0.1, 0.2 };
+constexpr Probe kSlowest { 0.114, 0.2 }; // that is not shared yet
+constexpr Probe kShared { 0.116, 0.2 };
 
-Span SpanOf(double seconds, double probeAfter = kBest, double waited = 0)
+// Of a core that nobody shares, at a clock so much slower than the best.
+constexpr Probe AtClock(double slowness)
+{
+    return { kBest.core * slowness, kBest.clock * slowness };
+}
+
+Span SpanOf(double seconds, const Probe& probeAfter = kBest, double waited = 0)
 {
     Span span;
     span.seconds = seconds;
@@ -22,10 +29,14 @@ Span SpanOf(double seconds, double probeAfter = kBest, double waited = 0)
 TEST(RunRecord, ASpanIsSharedByEitherProbeOrByWaiting)
 {
     EXPECT_FALSE(IsShared(SpanOf(2, kSlowest), kBest));
-    EXPECT_TRUE(IsShared(SpanOf(2, 0.116), kBest));
+    EXPECT_TRUE(IsShared(SpanOf(2, kShared), kBest));
     Span before = SpanOf(2);
-    before.probeBefore = 0.116;
+    before.probeBefore = kShared;
     EXPECT_TRUE(IsShared(before, kBest));
+    EXPECT_FALSE(IsShared(SpanOf(2, AtClock(1.5)), kBest)) << "the clock is slow, the core is not";
+    EXPECT_TRUE(IsShared(SpanOf(2, { 0.174, 0.3 }), kBest)) << "shared at a slow clock";
+    EXPECT_TRUE(IsShared(SpanOf(2, { 0.116, 0 }), kBest)) << "of an older version";
+    EXPECT_FALSE(IsShared(SpanOf(2, { 0.5, 0.2 }), kUnknownBest));
     EXPECT_FALSE(IsShared(SpanOf(2, kSlowest, 0.039), kBest));
     EXPECT_TRUE(IsShared(SpanOf(2, kBest, 0.041), kBest));
     EXPECT_TRUE(IsShared(SpanOf(0.2, kBest, 0.039), kBest)); // a share, not so many seconds
@@ -36,7 +47,7 @@ TEST(RunRecord, SixCleanSpansSpeakForAll)
     Series series;
     for (int i = 0; i < 6; i++)
         series.spans.push_back(SpanOf(2));
-    series.spans.push_back(SpanOf(3, 0.2));
+    series.spans.push_back(SpanOf(3, { 0.2, 0.2 }));
     series.spans.push_back(SpanOf(4, kBest, 2));
     series.spans.push_back(SpanOf(5));
     series.spans.back().isThrottled = true;
@@ -54,21 +65,19 @@ TEST(RunRecord, SixCleanSpansSpeakForAll)
     EXPECT_FALSE(IsNarrow(series, kBest, 1000));
 }
 
-TEST(RunRecord, RepeatsAreToldAtTheClockOfTheBestProbe)
+TEST(RunRecord, RepeatsAreToldAtTheBestClock)
 {
     // The same work at three clocks, the last one drifting while it was measured.
     Series series;
-    series.spans = { SpanOf(2), SpanOf(2.2), SpanOf(2.1, 0.11) };
-    series.spans[1].probeBefore = series.spans[1].probeAfter = 0.11;
+    series.spans = { SpanOf(2), SpanOf(2.2), SpanOf(2.1, AtClock(1.1)) };
+    series.spans[1].probeBefore = series.spans[1].probeAfter = AtClock(1.1);
     const std::vector<double> times = CleanTimesOf(series, kBest);
     ASSERT_EQ(times.size(), 3u);
     for (const double seconds : times)
         EXPECT_DOUBLE_EQ(seconds, 2);
     EXPECT_EQ(TimesOf(series), (std::vector<double> { 2, 2.2, 2.1 }));
-    EXPECT_EQ(CleanTimesOf(series, std::numeric_limits<double>::infinity()), TimesOf(series));
-    series.spans[1].probeAfter = 0; // not taken
-    EXPECT_DOUBLE_EQ(CleanTimesOf(series, kBest)[1], 2.2);
-    series.spans = { SpanOf(2.1, 0.11) };
+    EXPECT_EQ(CleanTimesOf(series, kUnknownBest), TimesOf(series));
+    series.spans = { SpanOf(2.1, AtClock(1.1)) };
     EXPECT_DOUBLE_EQ(CleanTimesOf(series, kBest)[0], 2.1) << "a single span stands as measured";
 }
 
@@ -78,12 +87,13 @@ TEST(RunRecord, AMomentOfAHighClockIsNotItsBest)
     Series& series = record.At(kTestTypes[0], 1);
     for (int i = 0; i < 7; i++)
         series.spans.push_back(SpanOf(2));
-    EXPECT_EQ(SustainedProbe(record), std::numeric_limits<double>::infinity()) << "14 are too few";
-    series.spans.push_back(SpanOf(2, kBest / 2));
-    series.spans.push_back(SpanOf(2, kBest / 2));
-    EXPECT_EQ(SustainedProbe(record), kBest);
+    EXPECT_EQ(SustainedProbe(record).core, kUnknownBest.core) << "14 are too few";
+    series.spans.push_back(SpanOf(2, AtClock(0.5)));
+    series.spans.push_back(SpanOf(2, AtClock(0.5)));
     Series& slow = record.At(kTestTypes[0], 2);
     for (int i = 0; i < 18; i++)
-        slow.spans.push_back(SpanOf(2, 3 * kBest));
-    EXPECT_EQ(SustainedProbe(record), kBest);
+        slow.spans.push_back(SpanOf(2, AtClock(3)));
+    EXPECT_EQ(SustainedProbe(record).core, kBest.core);
+    EXPECT_EQ(SustainedProbe(record).clock, kBest.clock);
+    EXPECT_EQ(MedianClock(record), kBest.clock);
 }
