@@ -1,7 +1,7 @@
 #include "sysinfo/LibSystem.h"
 
 #include "foundation/LibPath.h"
-#include "foundation/ToolCommand.h"
+#include "foundation/LibTools.h"
 
 #include <AppFileInfo.h>
 #include <File.h>
