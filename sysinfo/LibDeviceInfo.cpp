@@ -1,6 +1,6 @@
 #include "sysinfo/LibDeviceInfo.h"
 
-#include "sysinfo/PciTables.h"
+#include "sysinfo/PciNames.h"
 
 #include <PCI.h>
 

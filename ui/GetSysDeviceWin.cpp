@@ -1,6 +1,6 @@
 #include "ui/GetSysDeviceWin.h"
 
-#include "sysinfo/PciNameList.h"
+#include "sysinfo/PciNames.h"
 #include "toolkit/LibEditEntry.h"
 
 #include <Box.h>
