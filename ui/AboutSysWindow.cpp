@@ -1,7 +1,6 @@
 #include "ui/AboutSysWindow.h"
 
 #include "sysinfo/LibSysInfo.h"
-#include "sysinfo/LibSystem.h"
 #include "toolkit/LibTabView.h"
 
 #include <Looper.h>
