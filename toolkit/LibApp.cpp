@@ -1,7 +1,8 @@
 #include "toolkit/LibApp.h"
 
 #include "toolkit/LibAboutWindow.h"
-#include "toolkit/LibTargetLock.h"
+
+#include <Autolock.h>
 
 LibApp::LibApp(const char* signature, const char* appName, const char* date, const char* helpText)
     : LibInterfaceApp(signature, helpText), name(appName), buildDate(date)

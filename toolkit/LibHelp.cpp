@@ -4,7 +4,7 @@
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
 #include "foundation/xmlParser.h"
-#include "toolkit/LibTargetLock.h"
+#include "toolkit/OwnedWindow.h"
 
 #include <Autolock.h>
 #include <Messenger.h>

@@ -1,7 +1,6 @@
 #include "ui/TarvexWin.h"
 
 #include "sysinfo/LibSysInfo.h"
-#include "toolkit/LibTargetLock.h"
 #include "toolkit/MainMenuBar.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/AnimateCursor.h"
