@@ -1,7 +1,6 @@
 #include "toolkit/LibInterfaceApp.h"
 
 #include "toolkit/LibHelp.h"
-#include "toolkit/LibHelpWindow.h"
 
 #include <Message.h>
 
