@@ -1,4 +1,4 @@
-// The bases of a program.
+// The bases of a program, and the menu that it has of its own.
 #pragma once
 
 #include "foundation/LibString.h"
@@ -6,9 +6,11 @@
 #include "toolkit/OwnedWindow.h"
 
 #include <Application.h>
+#include <MenuBar.h>
 
 #include <atomic>
 
+class BMenu;
 class LibAboutWindow;
 
 // The base of a program with windows, help and tool tips.
@@ -92,4 +94,17 @@ private:
     bool ready = false;
     bool shown = false;
     std::atomic<bool> quitting = false; // windows ask from their own threads
+};
+
+// The menu bar of a main window. Its first menu is the application's own: what is about the program
+// and not about its work, answered by the bases above.
+class MainMenuBar : public BMenuBar {
+public:
+    // Fills the application's menu with "About", "Help...", "System..." and "Quit", sent to be_app.
+    MainMenuBar(BRect frame, const char* applicationName);
+
+    BMenu* ApplicationMenu() const { return applicationMenu; }
+
+private:
+    BMenu* applicationMenu;
 };

@@ -1,7 +1,7 @@
 #include "ui/TarvexWin.h"
 
 #include "sysinfo/LibSysInfo.h"
-#include "toolkit/MainMenuBar.h"
+#include "toolkit/LibApp.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/AnimateCursor.h"
 #include "ui/ResultsWin.h"
