@@ -5,7 +5,6 @@
 #include "foundation/LibPath.h"
 #include "toolkit/LibControls.h"
 #include "toolkit/MessageBoxes.h"
-#include "ui/CompareResultsView.h"
 #include "ui/CompareView.h"
 
 #include <Application.h>
