@@ -10,8 +10,7 @@
 #include "toolkit/MessageBoxes.h"
 #include "ui/CompareWin.h"
 #include "ui/GetSysDeviceWin.h"
-#include "ui/ResultsPackage.h"
-#include "ui/TarvexAlert.h"
+#include "ui/ResultsMail.h"
 
 #include <Alert.h>
 #include <Button.h>
@@ -100,7 +99,6 @@ namespace {
 constexpr uint32 kMsgCancel = 500;
 constexpr uint32 kMsgCompare = 501;
 constexpr uint32 kMsgSave = 502;
-constexpr uint32 kMsgEmail = 5000;
 
 // In the background view.
 constexpr float kListLeft = 10;
@@ -232,7 +230,7 @@ void ResultsWin::MessageReceived(BMessage* message)
         case kMsgCompare: CompareResults(); break;
         case kMsgSave: SaveResults(); break;
         case kMsgSavePanel: SaveResultFile(message); break;
-        case kMsgEmail: EmailResults(message); break;
+        case TarvexAlert::kMsgEmail: EmailResults(message); break;
         case 'cmpq': comparison.Closed(*message); break;
         case 'gsdq': GetSysDeviceQuit(*message); break;
         default: DialogWindow::MessageReceived(message); break;
