@@ -108,7 +108,7 @@ TEST(Looper, DiesWhileOthersPostSendAskAndLockAndHandlersEnd)
             },
             [=] { return messenger.SendMessage(1) == B_OK; },
             [=] { return PostLatest(messenger, BMessage(2)) == B_OK; },
-            [=] {
+            [=]() NO_THREAD_SAFETY_ANALYSIS { // LockTarget() locks what it does not name
                 BLooper* target = nullptr;
                 messenger.Target(&target);
                 if (!messenger.LockTarget())
