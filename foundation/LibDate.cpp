@@ -1,6 +1,6 @@
 #include "foundation/LibDate.h"
 
-#include "foundation/LibDateConventions.h"
+#include "foundation/LibLocaleDate.h"
 #include "foundation/PlainText.h"
 #include "foundation/TypedNumbers.h"
 

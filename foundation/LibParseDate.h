@@ -18,7 +18,7 @@
 #pragma once
 
 #include "foundation/LibDate.h"
-#include "foundation/LibDateConventions.h"
+#include "foundation/LibLocaleDate.h"
 #include "foundation/LibTime.h"
 
 #include <ctime>

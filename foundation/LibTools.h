@@ -1,3 +1,67 @@
+// The system's own command-line tools.
+#pragma once
+
+#include <Path.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// One command line for the shell, of at most 512 bytes with its end mark: a tool, its options and
+// the paths it works on.
+//
+//     ToolCommand copy("/bin/cp");
+//     copy.Option("-fR").Path(from).Path(to);   // /bin/cp -fR "from" "to"
+//     if (copy.Run() == 0) ...
+//
+// Every path arrives at the tool byte for byte, and as a path: what the shell would interpret
+// inside the double quotes is escaped, and a relative one gets "./" in front if its first name
+// begins with "-" or "@" or has a ":", which some tool takes for something else.
+//
+// Where the paths make the command too long, it is run from inside the folder of one of them, from
+// where they are shorter.
+class ToolCommand {
+public:
+    // tool: the path of the program. It is quoted only if the shell would not take it as it is.
+    explicit ToolCommand(const char* tool);
+
+    // Adds a word that the shell reads as it stands.
+    ToolCommand& Option(const char* option);
+    // Adds a text that is no path in double quotes.
+    ToolCommand& Quoted(const char* word);
+    // Adds a path in double quotes. Null is no path: the command is then never started.
+    ToolCommand& Path(const char* path);
+    // The same for a path that the tool only writes down: it stays as it is in a shorter command.
+    ToolCommand& Target(const char* path);
+
+    // The command line; "" if it is too long or a path was missing.
+    [[nodiscard]] const char* Text() const { return complete ? text : ""; }
+    // Runs the command in the process's working directory and waits for it. Returns 0 if the tool
+    // ended with status 0, above 0 if it ended otherwise, -1 if nothing was started: where a path
+    // was missing, or no folder makes the command short enough or can be gone to, a line on
+    // standard error says so. For a shorter command the process is in that folder meanwhile.
+    [[nodiscard]] int Run() const;
+
+private:
+    enum class Kind { kOption, kWord, kPath, kTarget };
+    struct Word {
+        Kind kind;
+        std::string bytes;
+    };
+
+    ToolCommand& Add(Kind kind, const char* bytes);
+    void Append(std::string_view piece);
+    void AppendQuoted(std::string_view bytes, Kind kind);
+    ToolCommand SeenFrom(const BPath& folder) const;
+
+    char text[512] = "";
+    size_t length = 0;
+    bool complete = true;
+    bool lacksPath = false;
+    std::string tool;
+    std::vector<Word> words;
+};
+
 // Files copied, moved, linked and packed by the system's own command-line tools. A path of any
 // bytes arrives at the tool as it is.
 //
@@ -6,9 +70,6 @@
 // nothing of how the tool fared. For such a shorter command the process's working directory is
 // changed meanwhile; LibZip, LibUnzip and LibTar always change it and leave it so: one thread at a
 // time.
-#pragma once
-
-#include <Path.h>
 
 // Copies a file, or a directory with all in it, over what is at to, or into the directory to; the
 // copy gets the MIME type of from. True if the tool succeeded.

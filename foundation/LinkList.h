@@ -8,7 +8,6 @@
 #pragma once
 
 #include "foundation/LibString.h"
-#include "foundation/ListNode.h"
 
 #include <SupportDefs.h>
 
@@ -18,6 +17,18 @@
 #include <new>
 #include <type_traits>
 #include <utility>
+
+// One link of a LinkList. The list deletes node and element; the node itself owns nothing.
+template <class T>
+class ListNode {
+public:
+    explicit ListNode(T* element) : item(element) { }
+    virtual ~ListNode() = default;
+
+    ListNode* prev = nullptr; // null at the head
+    T* item;
+    ListNode* next = nullptr; // null at the tail
+};
 
 template <class T>
 class LinkList {

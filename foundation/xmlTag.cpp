@@ -1,4 +1,4 @@
-#include "foundation/xmlTag.h"
+#include "foundation/xmlParser.h"
 
 #include <cstdio>
 #include <memory>

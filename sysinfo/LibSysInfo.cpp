@@ -1,6 +1,13 @@
 #include "sysinfo/LibSysInfo.h"
 
+#include "foundation/LibPath.h"
+#include "foundation/LibTools.h"
+
+#include <AppFileInfo.h>
+#include <File.h>
+#include <FindDirectory.h>
 #include <OS.h>
+#include <Path.h>
 #include <Screen.h>
 
 #include <cmath>
@@ -204,4 +211,29 @@ int32 LibMemoryMB(const int32& pages)
     // result is wrong, but the same with every compiler.
     const auto bytes = static_cast<int32>(static_cast<uint32>(pages) * B_PAGE_SIZE);
     return bytes / 1'048'576;
+}
+
+void LibGetOSVersion(LibString& version)
+{
+    // The version that people know is that of the file manager, which comes with each release.
+    BFile tracker("/system/Tracker", B_READ_ONLY);
+    version_info info;
+    if (BAppFileInfo(&tracker).GetVersionInfo(&info, B_APP_VERSION_KIND) == B_OK)
+        version = info.short_info;
+}
+
+void LibShutdown(bool restart)
+{
+    BPath tool;
+    BPath apart; // where some systems keep the administrator's tools
+    if (find_directory(B_BEOS_BIN_DIRECTORY, &tool) != B_OK || tool.Append("shutdown") != B_OK)
+        return;
+    if (!LibExists(tool.Path()) && find_directory(B_BEOS_SERVERS_DIRECTORY, &apart) == B_OK
+        && apart.Append("shutdown") == B_OK && LibExists(apart.Path()))
+        tool = apart;
+    ToolCommand command(tool.Path());
+    if (restart)
+        command.Option("-r");
+    // In the background: the tool waits for the programs that it ends, and this one is among them.
+    [[maybe_unused]] const int started = command.Option("&").Run();
 }

@@ -1,5 +1,4 @@
-// A snapshot of the machine: processors, clocks, memory and main screen as they were when it was
-// made. What the platform does not tell is 0 or "Unknown".
+// The machine and its operating system.
 #pragma once
 
 #include "foundation/LibString.h"
@@ -10,6 +9,8 @@
 
 class BScreen;
 
+// A snapshot of the machine: processors, clocks, memory and main screen as they were when it was
+// made. What the platform does not tell is 0 or "Unknown".
 class LibSysInfo {
 public:
     // Describes this machine and its main screen; without a display the screen is 0 by 0.
@@ -59,3 +60,12 @@ private:
 [[nodiscard]] const char* LibPlatformName(const int32& type);
 // "8 bit color" and so on; the spaces with alpha have no name.
 [[nodiscard]] const char* LibColorDepthName(const color_space& space);
+
+// The operating system as a whole.
+
+// Sets version to the operating system's own short version text. Leaves it as it was where the
+// system does not say.
+void LibGetOSVersion(LibString& version);
+// Starts the system's shutdown tool, which ends or restarts the machine when and if it sees fit,
+// and returns at once.
+void LibShutdown(bool restart);

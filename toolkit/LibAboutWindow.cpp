@@ -3,7 +3,6 @@
 #include "foundation/LibAppInfo.h"
 #include "foundation/LibDate.h"
 #include "foundation/LibString.h"
-#include "toolkit/LibAboutView.h"
 #include "toolkit/LibWindow.h"
 #include "toolkit/Maker.h"
 #include "toolkit/WebLinkStringView.h"

@@ -1,4 +1,16 @@
-// The program's help: topics to read and tips for controls, from XML files like
+// The program's help, and the window that shows it.
+#pragma once
+
+#include "foundation/LibString.h"
+#include "toolkit/LibWindow.h"
+
+#include <deque>
+
+class BListView;
+class BTextView;
+class xmlTag;
+
+// Topics to read and tips for controls, from XML files like
 //
 //     <help>
 //     <topic name="cpusieve" title="Sieve" tip="Counts rounds"><p>A paragraph.</p></topic>
@@ -6,15 +18,6 @@
 //     </help>
 //
 // Names are those of views and windows. A text lies in one line: lines are joined as they are.
-#pragma once
-
-#include "foundation/LibString.h"
-
-#include <deque>
-
-class BWindow;
-class xmlTag;
-
 struct LibHelpTopic {
     LibString name;
     LibString title;
@@ -63,3 +66,26 @@ void LibSetToolTips(const LibHelp* help);
 void LibShowToolTips(bool show);
 // Puts their tips on all views of a window, which must be locked or not shown yet.
 void LibApplyToolTips(BWindow* window);
+
+// The help viewer: the topics' titles, and the text of the one that is selected. Closed by the user
+// it is only hidden.
+class LibHelpWindow : public LibWindow {
+public:
+    explicit LibHelpWindow(const LibHelp& help); // hidden; help must live as long
+    ~LibHelpWindow() override;
+
+    // Selects a topic by its index, which must be one of the help's. The window must be locked, or
+    // not shown yet.
+    void ShowTopic(int32 index);
+
+    void MessageReceived(BMessage* message) override;
+
+private:
+    void AddTopics(BRect frame);
+    void AddText(BRect frame);
+    void TopicSelected();
+
+    const LibHelp& help;
+    BListView* topics = nullptr;
+    BTextView* text = nullptr;
+};

@@ -1,11 +1,26 @@
 // A window as the one who opens it has it: made when it is first wanted, shown, told and ended.
 #pragma once
 
-#include "toolkit/LibTargetLock.h"
-
+#include <Autolock.h>
 #include <Message.h>
 #include <Messenger.h>
 #include <Window.h>
+
+// Holds the lock of the looper behind a messenger for the length of a block. A messenger may
+// outlive its looper, whose address may then be another one's: so this never touches what has gone.
+class LibTargetLock {
+public:
+    // Waits for the lock.
+    explicit LibTargetLock(const BMessenger& target);
+
+    // False if the looper has gone: the block must leave it alone.
+    bool IsLocked() const { return lock.IsLocked(); }
+    BLooper* Looper() const { return looper; } // null if it has gone
+
+private:
+    BLooper* const looper;
+    const BAutolock lock;
+};
 
 // The window runs in a thread of its own and may go at any moment: its user closes it, the
 // application quits. After that every call does nothing, and the next Show() makes another one.

@@ -1,7 +1,7 @@
 #include "toolkit/WebLinkStringView.h"
 
 #include "foundation/LibString.h"
-#include "foundation/ToolCommand.h"
+#include "foundation/LibTools.h"
 #include "toolkit/LibWindow.h"
 
 #include <AppDefs.h>

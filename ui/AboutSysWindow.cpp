@@ -1,8 +1,7 @@
 #include "ui/AboutSysWindow.h"
 
 #include "sysinfo/LibSysInfo.h"
-#include "sysinfo/LibSystem.h"
-#include "toolkit/LibTabView.h"
+#include "toolkit/LibControls.h"
 
 #include <Looper.h>
 #include <StringView.h>

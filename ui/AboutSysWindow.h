@@ -4,7 +4,6 @@
 #include "toolkit/LibWindow.h"
 
 class BLooper;
-class LibTabView;
 
 // Told its target by 'SYSQ' when the user closes it.
 class AboutSysWindow : public LibWindow {

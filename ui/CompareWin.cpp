@@ -3,9 +3,8 @@
 #include "foundation/LibFiles.h"
 #include "foundation/LibNode.h"
 #include "foundation/LibPath.h"
-#include "toolkit/LibMenuButton.h"
+#include "toolkit/LibControls.h"
 #include "toolkit/MessageBoxes.h"
-#include "ui/CompareResultsView.h"
 #include "ui/CompareView.h"
 
 #include <Application.h>

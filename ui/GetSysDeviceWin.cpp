@@ -1,7 +1,7 @@
 #include "ui/GetSysDeviceWin.h"
 
-#include "sysinfo/PciNameList.h"
-#include "toolkit/LibEditEntry.h"
+#include "sysinfo/PciNames.h"
+#include "toolkit/LibControls.h"
 
 #include <Box.h>
 #include <Message.h>

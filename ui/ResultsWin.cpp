@@ -1,6 +1,7 @@
 #include "ui/ResultsWin.h"
 
 #include "foundation/LibPath.h"
+#include "results/Metric.h"
 #include "results/ResultsFile.h"
 #include "results/TestCatalogue.h"
 #include "sysinfo/LibDeviceInfo.h"
@@ -9,18 +10,18 @@
 #include "toolkit/MessageBoxes.h"
 #include "ui/CompareWin.h"
 #include "ui/GetSysDeviceWin.h"
-#include "ui/ResultItem.h"
-#include "ui/ResultsPackage.h"
-#include "ui/TarvexAlert.h"
+#include "ui/ResultsMail.h"
 
 #include <Alert.h>
 #include <Button.h>
 #include <E-mail.h>
 #include <FilePanel.h>
+#include <GraphicsDefs.h>
 #include <ListView.h>
 #include <Message.h>
 #include <ScrollView.h>
 #include <StringView.h>
+#include <View.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -28,21 +29,86 @@
 
 namespace {
 
+// From the row's left edge. The columns' titles stand above them.
+constexpr float kDescriptionX = 5;
+constexpr float kUnitsX = 190;
+constexpr float kRatesX = 290;
+constexpr float kRateWidth = 55;
+constexpr float kColumnGap = 4; // at least
+constexpr float kBaseline = 3; // above the row's bottom
+
+// Draws in a column of that width, a wider text with its letters closer together.
+void DrawFitted(BView* owner, const char* text, BPoint place, float width)
+{
+    const float excess = owner->StringWidth(text) - (width - kColumnGap);
+    if (excess <= 0)
+        return owner->DrawString(text, place);
+    const float closer = -excess / static_cast<float>(strlen(text));
+    escapement_delta delta { closer, closer };
+    owner->DrawString(text, place, &delta);
+}
+
+} // namespace
+
+ResultItem::ResultItem(const char* text) : description(text ? text : "") { }
+
+void ResultItem::Branch(const char* text)
+{
+    branch = text;
+}
+
+void ResultItem::Units(const char* text)
+{
+    units = text;
+}
+
+void ResultItem::Quantity(const int& nbrRates)
+{
+    quantity = nbrRates;
+}
+
+void ResultItem::Rate(const int& slot, const float& value)
+{
+    if (slot < 0 || slot >= kMaxRates)
+        return;
+    quantity++;
+    rates[slot] = value;
+}
+
+void ResultItem::DrawItem(BView* owner, BRect frame, bool)
+{
+    owner->SetHighColor(white_color);
+    owner->FillRect(frame);
+    owner->SetHighColor(black_color);
+
+    const float baseline = frame.bottom - kBaseline;
+    DrawFitted(owner, Description(), BPoint(frame.left + kDescriptionX, baseline),
+        kUnitsX - kDescriptionX);
+    owner->DrawString(Units(), BPoint(frame.left + kUnitsX, baseline));
+    // Quantity() may have been told more than there is room for.
+    for (int slot = 0; slot < std::min(quantity, kMaxRates); slot++) {
+        const BPoint place(frame.left + kRatesX + kRateWidth * static_cast<float>(slot), baseline);
+        DrawFitted(owner, FormatRate(static_cast<double>(rates[slot])), place, kRateWidth);
+    }
+    if (IsSelected())
+        owner->InvertRect(frame);
+}
+
+namespace {
+
 constexpr uint32 kMsgCancel = 500;
 constexpr uint32 kMsgCompare = 501;
 constexpr uint32 kMsgSave = 502;
-constexpr uint32 kMsgEmail = 5000;
 
 // In the background view.
-// Those of ResultItem and 10, by which the list stands further to the right than the titles.
-constexpr float kRatesX = 300;
-constexpr float kRateWidth = 55;
+constexpr float kListLeft = 10;
+constexpr float kTitlesX = kListLeft + kRatesX;
 constexpr float kRightMargin = 25; // holds the scroll bar
 constexpr float kFontSize = 10;
 
 BRect FrameFor(int nbrCpus)
 {
-    const float width = kRatesX + kRateWidth * static_cast<float>(nbrCpus) + kRightMargin;
+    const float width = kTitlesX + kRateWidth * static_cast<float>(nbrCpus) + kRightMargin;
     return BRect(0, 0, std::max(width, 440.0f), 470);
 }
 
@@ -75,7 +141,7 @@ void ResultsWin::AddTitles(int nbrCpus)
         LibString text;
         name.Formatted("cpus%d", nbrCpus - k);
         text.Formatted("%d CPU", nbrCpus - k);
-        AddTitle(name, text, kRatesX + kRateWidth * static_cast<float>(k), 50);
+        AddTitle(name, text, kTitlesX + kRateWidth * static_cast<float>(k), 50);
     }
 }
 
@@ -89,7 +155,7 @@ void ResultsWin::AddTitle(const char* name, const char* text, float left, float 
 void ResultsWin::AddList()
 {
     BRect frame = Background()->Bounds();
-    frame.left += 10;
+    frame.left += kListLeft;
     frame.top += 20;
     frame.right -= kRightMargin;
     frame.bottom -= 10;
@@ -164,7 +230,7 @@ void ResultsWin::MessageReceived(BMessage* message)
         case kMsgCompare: CompareResults(); break;
         case kMsgSave: SaveResults(); break;
         case kMsgSavePanel: SaveResultFile(message); break;
-        case kMsgEmail: EmailResults(message); break;
+        case TarvexAlert::kMsgEmail: EmailResults(message); break;
         case 'cmpq': comparison.Closed(*message); break;
         case 'gsdq': GetSysDeviceQuit(*message); break;
         default: DialogWindow::MessageReceived(message); break;

@@ -1,12 +1,10 @@
 #include "ui/TarvexWin.h"
 
 #include "sysinfo/LibSysInfo.h"
-#include "toolkit/LibTargetLock.h"
-#include "toolkit/MainMenuBar.h"
+#include "toolkit/LibApp.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/AnimateCursor.h"
 #include "ui/ResultsWin.h"
-#include "ui/RunEstimate.h"
 
 #include <Alert.h>
 #include <Autolock.h>
@@ -63,6 +61,27 @@ int32 NbrCpus()
 }
 
 } // namespace
+
+int32 RunEstimate::Seconds() const
+{
+    int32 sum = 0;
+    for (size_t i = 0; i < kNbrTestGroups; i++)
+        sum += selected[i] ? kTestGroups[i].seconds : 0;
+    return sum * nbrCpus;
+}
+
+LibString RunEstimate::Text() const
+{
+    const int32 total = Seconds();
+    LibString text;
+    text.Formatted("%d:%2.2d", total / 60, total % 60);
+    return text;
+}
+
+bool SuitsGraphicsTests(const LibSysInfo& info)
+{
+    return info.screenWidth == 1024 && info.screenHeight == 768 && info.colorSpace == B_CMAP8;
+}
 
 TarvexWin::TarvexWin(bool allow)
     : LibWindow(BRect(0, 0, kWidth, 100), "Tarvex", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,

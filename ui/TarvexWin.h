@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/Benchmark.h"
+#include "foundation/LibString.h"
 #include "results/TestCatalogue.h"
 #include "toolkit/LibWindow.h"
 #include "toolkit/OwnedWindow.h"
@@ -16,6 +17,20 @@ class BStringView;
 class LibSysInfo;
 class MainMenuBar;
 class ResultsWin;
+
+// How long a run will take.
+struct RunEstimate {
+    bool selected[kNbrTestGroups] = {};
+    int32 nbrCpus = 1; // a run makes one pass for each processor count
+
+    [[nodiscard]] int32 Seconds() const;
+    // "%d:%2.2d", minutes and seconds.
+    [[nodiscard]] LibString Text() const;
+};
+
+// True if the main screen is the one that graphics figures of different machines are compared on:
+// 1024 by 768 pixels with a table of 256 colours.
+[[nodiscard]] bool SuitsGraphicsTests(const LibSysInfo& info);
 
 // Idle, showing the estimate --StartTest()--> Running, showing the status --'LThC'--> Idle, the
 // status empty until the next check box changes. Nothing stops a run but the window's end.

@@ -1,7 +1,7 @@
 // The graphics group of a run.
 #include "engine/Benchmark.h"
 #include "engine/graphics/GraphicsWin.h"
-#include "toolkit/LibTargetLock.h"
+#include "toolkit/OwnedWindow.h"
 
 #include <Messenger.h>
 #include <Screen.h>

@@ -4,7 +4,6 @@
 #include "AppRegistry.h"
 #include "Autolock.h"
 #include "Looper.h"
-#include "LooperLock.h"
 #include "Message.h"
 
 BHandler::BHandler(const char* name) : fToken(AppRegistry::Instance().AddHandler(this))
@@ -48,30 +47,4 @@ void BHandler::SetNextHandler(BHandler* handler)
 {
     if (!handler || (fLooper && handler->Looper() == fLooper))
         fNextHandler = handler;
-}
-
-bool BHandler::LockLooper()
-{
-    return LockLooperWithTimeout(B_INFINITE_TIMEOUT) == B_OK;
-}
-
-status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
-{
-    const LooperRecord record = AppRegistry::Instance().Looper(fLooper);
-    if (!record.looper)
-        return B_BAD_VALUE;
-    if (const status_t status = record.lock->Lock(timeout); status != B_OK)
-        return status;
-    // Else it went to another looper meanwhile, and that one is not locked.
-    if (fLooper == record.looper)
-        return B_OK;
-    record.lock->Unlock();
-    return B_MISMATCHED_VALUES;
-}
-
-// Not analysed: LockLooper() has locked a looper that this may have left since.
-void BHandler::UnlockLooper() NO_THREAD_SAFETY_ANALYSIS
-{
-    if (BLooper* looper = fLooper)
-        looper->Unlock();
 }

@@ -32,12 +32,6 @@ public:
     void SetNextHandler(BHandler* handler);
     BHandler* NextHandler() const { return fNextHandler; }
 
-    // Lock the looper from any thread: false, or B_BAD_VALUE, where it has none,
-    // B_MISMATCHED_VALUES where it went to another one meanwhile, B_TIMED_OUT, B_WOULD_BLOCK.
-    bool LockLooper();
-    status_t LockLooperWithTimeout(bigtime_t timeout);
-    void UnlockLooper();
-
 private:
     friend class BLooper;
     friend class MessageAccess;

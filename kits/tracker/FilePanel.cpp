@@ -199,11 +199,6 @@ void BFilePanel::Hide()
     display::Call([this] { fPeer->dialog->hide(); });
 }
 
-bool BFilePanel::IsShowing() const
-{
-    return display::Call([this] { return fPeer->dialog->isVisible(); });
-}
-
 void BFilePanel::TakeSecondEnding()
 {
     const char* ending = "";

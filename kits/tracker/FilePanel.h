@@ -28,7 +28,6 @@ public:
 
     void Show(); // a panel that is shown comes to the front
     void Hide();
-    bool IsShowing() const;
     file_panel_mode PanelMode() const { return fMode; }
     BMessenger Messenger() const { return fTarget; }
 

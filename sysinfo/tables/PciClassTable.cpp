@@ -1,4 +1,4 @@
-#include "sysinfo/PciTables.h"
+#include "sysinfo/PciNames.h"
 
 const PciClassRow g_pci_class_list[] = {
     { "Base Peripheral", 8 },

@@ -1,6 +1,6 @@
 // Made by generate from the PCI ID list, copyright by Martin Mares and Albert Pool, used
 // under the 3-clause BSD licence.
-#include "sysinfo/PciTables.h"
+#include "sysinfo/PciNames.h"
 
 const PciDeviceRow g_device_table[] = {
     { 0x0E11, 0x0001, "EISA Bridge", "" },

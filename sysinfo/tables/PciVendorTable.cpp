@@ -1,6 +1,6 @@
 // Made by generate from the PCI ID list, copyright by Martin Mares and Albert Pool, used
 // under the 3-clause BSD licence.
-#include "sysinfo/PciTables.h"
+#include "sysinfo/PciNames.h"
 
 const PciVendorRow g_vendor_table[] = {
     { 0x003D, "Lockheed Martin", "Lockheed Martin Corp" },

@@ -2,7 +2,6 @@
 
 #include "foundation/LibAppInfo.h"
 #include "foundation/LibTools.h"
-#include "foundation/qResources.h"
 #include "tests/foundation/ScratchFolder.h"
 
 #include <Application.h>

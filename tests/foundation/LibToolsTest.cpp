@@ -1,7 +1,6 @@
 #include "foundation/LibTools.h"
 
 #include "foundation/LibPath.h"
-#include "foundation/ToolCommand.h"
 #include "tests/foundation/ScratchFolder.h"
 
 #include <gtest/gtest.h>

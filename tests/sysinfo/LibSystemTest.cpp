@@ -1,4 +1,4 @@
-#include "sysinfo/LibSystem.h"
+#include "sysinfo/LibSysInfo.h"
 
 #include <gtest/gtest.h>
 

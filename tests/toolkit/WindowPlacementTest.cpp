@@ -1,4 +1,4 @@
-#include "toolkit/WindowPlacement.h"
+#include "toolkit/LibWindow.h"
 
 #include <gtest/gtest.h>
 

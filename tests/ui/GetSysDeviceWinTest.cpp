@@ -1,6 +1,6 @@
 #include "ui/GetSysDeviceWin.h"
 
-#include "sysinfo/PciNameList.h"
+#include "sysinfo/PciNames.h"
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"

@@ -2,7 +2,6 @@
 
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
-#include "ui/ResultItem.h"
 
 #include <Application.h>
 #include <ListView.h>

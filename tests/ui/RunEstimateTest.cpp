@@ -1,6 +1,5 @@
-#include "ui/RunEstimate.h"
-
 #include "sysinfo/LibSysInfo.h"
+#include "ui/TarvexWin.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,6 @@
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/MessageBoxes.h"
-#include "ui/RunEstimate.h"
 
 #include <Application.h>
 #include <MachineRun.h>

@@ -50,7 +50,7 @@ public:
     ~Window() override
     {
         // In its own thread: a window may well need its application to end.
-        const bool canLock = be_app && be_app->LockLooperWithTimeout(10'000'000) == B_OK;
+        const bool canLock = be_app && BMessenger(be_app).LockTargetWithTimeout(10'000'000) == B_OK;
         if (canLock)
             be_app->Unlock();
         fLog.Add(std::string(Name()) + (canLock ? " gone" : " gone without the lock"));

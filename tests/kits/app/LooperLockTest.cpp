@@ -35,10 +35,11 @@ TEST(LooperLock, CountsAndIsTheMakersUntilRun)
     EXPECT_FALSE(looper->IsLocked());
     {
         const BAutolock lock(looper);
+        const BMessenger target(looper);
         KitThread other([&] {
             EXPECT_FALSE(looper->IsLocked());
-            EXPECT_EQ(looper->LockLooperWithTimeout(0), B_WOULD_BLOCK);
-            EXPECT_EQ(looper->LockLooperWithTimeout(10'000), B_TIMED_OUT);
+            EXPECT_EQ(target.LockTargetWithTimeout(0), B_WOULD_BLOCK);
+            EXPECT_EQ(target.LockTargetWithTimeout(10'000), B_TIMED_OUT);
         });
         other.Wait();
         looper->PostMessage(1);

@@ -1,9 +1,10 @@
-#include "toolkit/LibTargetLock.h"
+#include "toolkit/OwnedWindow.h"
 
 #include <Looper.h>
 
 namespace {
 
+// Leaves the looper locked, so this is no block. Null if it has gone.
 BLooper* LockedLooper(const BMessenger& target)
 {
     BLooper* looper = nullptr;
@@ -14,7 +15,7 @@ BLooper* LockedLooper(const BMessenger& target)
 
 } // namespace
 
-// Locked twice, once by name: the second lock ends with the block, the first here.
+// Locked twice, once by name, which is no block and ends here: the second lock ends with the block.
 LibTargetLock::LibTargetLock(const BMessenger& target) NO_THREAD_SAFETY_ANALYSIS
     : looper(LockedLooper(target)),
       lock(looper)

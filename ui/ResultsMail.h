@@ -1,9 +1,14 @@
-// The package of a run that goes to the maker: an archive of the results file and of the report on
-// unknown devices.
+// What the maker gets of a run: a package of files, and what its user says of the machine.
 #pragma once
 
+#include <Alert.h>
+
+class BLooper;
 class BPath;
+class BTextView;
 class GetSysDeviceWin;
+
+// The package: an archive of the results file and of the report on unknown devices.
 
 constexpr char kZipEnding[] = ".zip"; // behind the results file's name
 
@@ -20,3 +25,23 @@ enum class Packed {
 // /tmp/results, which shows what is packed meanwhile, cannot be made changes nothing. Changes the
 // process's working directory.
 [[nodiscard]] Packed PackResults(BPath& saved, GetSysDeviceWin* devices);
+
+// The alert in which the user describes the machine before the results are mailed.
+// Buttons: 0 "Save", 1 "E-mail". The answer "E-mail" posts kMsgEmail with the string field
+// "config" to the target, before the alert ends as any other.
+class TarvexAlert : public BAlert {
+public:
+    static constexpr uint32 kMsgEmail = 5000;
+
+    explicit TarvexAlert(BLooper* target);
+
+    void MessageReceived(BMessage* message) override;
+    // What the user has typed, valid until the next change. The alert must be locked.
+    const char* Configuration();
+
+private:
+    void AddConfiguration();
+
+    BTextView* configuration = nullptr;
+    BLooper* target;
+};

@@ -1,4 +1,4 @@
-#include "sysinfo/PciNameList.h"
+#include "sysinfo/PciNames.h"
 
 #include <charconv>
 #include <fstream>
