@@ -23,13 +23,13 @@ constexpr double kLongestWait = 0.2;
 // with three the best of one sitting is 12 percent below that of another. With four 95 of 100
 // probes lie within 4 percent of the best. The first round after 100 ms of sleep took no longer
 // than later ones.
-[[gnu::noinline]] void AddAlong(int steps)
+[[gnu::noinline]] void AddAlong()
 {
     uint64_t a = 0;
     uint64_t b = 0;
     uint64_t c = 0;
     uint64_t d = 0;
-    for (int step = 0; step < steps; step++) {
+    for (int step = 0; step < kSteps; step++) {
         a++;
         b++;
         c++;
@@ -40,14 +40,14 @@ constexpr double kLongestWait = 0.2;
 
 // Additions that each wait for the one before, a cycle each. Eight in a round, so that the loop's
 // own steps leave more than half of the core idle: half is enough when the other half is another's.
-[[gnu::noinline]] void AddInTurn(int steps)
+[[gnu::noinline]] void AddInTurn()
 {
     uint64_t a = 0;
     const auto add = [&a] {
         a++;
         asm volatile("" : "+r"(a));
     };
-    for (int step = 0; step < steps; step += 8) {
+    for (int step = 0; step < kSteps; step += 8) {
         add(), add(), add(), add();
         add(), add(), add(), add();
     }
@@ -59,10 +59,10 @@ double Now()
     return std::chrono::duration<double>(time).count();
 }
 
-double Seconds(void (*loop)(int steps))
+double Seconds(void (*loop)())
 {
     const double start = Now();
-    loop(kSteps);
+    loop();
     return Now() - start;
 }
 
