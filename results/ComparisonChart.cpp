@@ -84,7 +84,7 @@ void ComparisonChart::DrawCaption(BView* view) const
 }
 
 LibString ComparisonChart::DrawLegendEntry(
-    BView* view, BPoint leftTop, int32 index, rgb_color textColor)
+    BView* view, BPoint leftTop, int32 index, rgb_color textColor, int32 processors)
 {
     const BRect swatch(leftTop, leftTop + BPoint(kSwatch, kSwatch));
     view->SetHighColor(cpu_color[index]);
@@ -92,7 +92,7 @@ LibString ComparisonChart::DrawLegendEntry(
     view->SetHighColor(textColor);
     view->StrokeRect(swatch);
     LibString text;
-    text.Formatted("%d CPU", index + 1);
+    text.Formatted("%d CPU", processors > 0 ? processors : index + 1);
     view->DrawString(text, BPoint(swatch.right + 5, leftTop.y + kLegendBaseline));
     return text;
 }

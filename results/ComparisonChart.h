@@ -27,8 +27,10 @@ public:
     // Draws what of it lies in update; all machines' frames are where their pictures are then.
     void Draw(BView* view, BRect update);
 
-    // Draws the legend's entry for index + 1 processors: its colour and name. Returns the name.
-    static LibString DrawLegendEntry(BView* view, BPoint leftTop, int32 index, rgb_color text);
+    // Draws the legend's entry for index + 1 processors, or for the number that this colour stands
+    // for: its colour and name. Returns the name.
+    static LibString DrawLegendEntry(
+        BView* view, BPoint leftTop, int32 index, rgb_color text, int32 processors = 0);
 
 private:
     void DrawGrid(BView* view, BRect update) const;
