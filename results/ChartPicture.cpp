@@ -7,6 +7,7 @@
 #include <Picture.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <set>
 #include <string>
@@ -39,7 +40,8 @@ struct Rows {
     }
 };
 
-// Whoever looks at an SVG may have a font that is a little wider.
+// Whoever looks at an SVG may have a font that is a little wider. A whole number, as all of a
+// picture is on the ground.
 float BarsX(const Comparison& comparison, const BFont& font)
 {
     constexpr float kSpare = 1.05f;
@@ -47,8 +49,8 @@ float BarsX(const Comparison& comparison, const BFont& font)
     float width = 0;
     for (const Results& machine : comparison.machines)
         width = std::max(width, font.StringWidth(machine.description));
-    return std::clamp(
-        ComparisonChart::kNamesX + width * kSpare + kGap, ComparisonChart::kBarsX, kMostBarsX);
+    return std::clamp(std::ceil(ComparisonChart::kNamesX + width * kSpare + kGap),
+        ComparisonChart::kBarsX, kMostBarsX);
 }
 
 std::string TitleOf(const Comparison& comparison, const Metric& shown)
@@ -104,7 +106,8 @@ std::string Write(
     const Rows rows(comparison);
     std::vector<std::string> notes;
     if (rows.missing > 0)
-        notes.push_back("and " + std::to_string(rows.missing) + " more machines");
+        notes.push_back("and " + std::to_string(rows.missing)
+            + (rows.missing > 1 ? " more machines" : " more machine"));
     if (!note.empty())
         notes.push_back(note);
     const std::string title = TitleOf(comparison, *shown);
@@ -136,8 +139,7 @@ Counts CountsOf(const std::vector<MeasuredMachine>& machines, const TestType& te
                 all.insert(series.processors);
         }
     }
-    return all.empty() || *all.rbegin() <= kNbrCpuColors ? kCounts
-                                                         : Counts(all.begin(), all.end());
+    return all.empty() || *all.rbegin() <= kNbrCpuColors ? kCounts : Counts(all.begin(), all.end());
 }
 
 // The machine's metric of the test, with a slot for each count; null where it has no figure.
@@ -169,6 +171,25 @@ std::unique_ptr<Metric> MetricOf(
     return hasFigure ? std::move(metric) : nullptr;
 }
 
+// Seconds as milliseconds where there are few: the chart's first line stands for ten of its unit.
+void RefineSeconds(ResultList& machines, const TestType& test)
+{
+    constexpr double kFew = 10;
+    Metric probe;
+    probe.Description(test.name);
+    machines.MakeCurrent(probe);
+    if (std::string_view(test.units) != "seconds"
+        || static_cast<double>(machines.MaxRate()) >= kFew)
+        return;
+    for (Results& machine : machines) {
+        for (Metric& metric : machine) {
+            metric.Units("milliseconds");
+            for (float& time : metric.times)
+                time *= 1000;
+        }
+    }
+}
+
 } // namespace
 
 bool WriteChartPicture(const char* path, Comparison& comparison)
@@ -184,10 +205,10 @@ std::string WriteMachinesChart(const char* path, const std::vector<MeasuredMachi
 {
     Counts counts = CountsOf(machines, test);
     const size_t all = counts.size();
-    if (all > kNbrCpuColors)
-        counts.erase(counts.begin(), counts.end() - kNbrCpuColors);
+    if (all > kNbrCpuColors) // one processor is what others are held against
+        counts.erase(counts.begin() + 1, counts.end() - (kNbrCpuColors - 1));
     const std::string note = all > counts.size()
-        ? "the eight greatest of " + std::to_string(all) + " processor counts"
+        ? "of " + std::to_string(all) + " processor counts the least and the seven greatest"
         : "";
     const std::vector<double> bestProbes = BestProbes(machines);
     const LibSysInfo thisMachine; // asked once, as there may be thousands
@@ -204,6 +225,7 @@ std::string WriteMachinesChart(const char* path, const std::vector<MeasuredMachi
         if (i == baseline)
             comparison.selected = added;
     }
+    RefineSeconds(comparison.machines, test);
     comparison.ChooseTest(test.name);
     return Write(path, comparison, counts, note);
 }

@@ -12,9 +12,9 @@
 // standard error, if it could not be written.
 [[nodiscard]] bool WriteChartPicture(const char* path, Comparison& comparison);
 
-// The same chart of those measured machines that have the test, under their names, the baseline's in
-// blue. The colours are those of 1 to 8 processors or, where a machine was measured with more, of
-// the counts that there are; of more than eight counts the greatest, and a line below says so.
-// Returns why it could not be written, and what was there stays; else an empty text.
+// The same chart of those measured machines that have the test, under their names, the baseline's
+// in blue. The colours are those of 1 to 8 processors or, where a machine was measured with more,
+// of the counts that there are; of more than eight the least and the greatest, and a line below
+// says so. Returns why it could not be written, and what was there stays; else an empty text.
 [[nodiscard]] std::string WriteMachinesChart(const char* path,
     const std::vector<MeasuredMachine>& machines, size_t baseline, const TestType& test);

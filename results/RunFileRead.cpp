@@ -236,7 +236,8 @@ private:
     }
 };
 
-// Keeps of a text what its shape names. All are called by the library's parser, in the text's order.
+// Keeps of a text what its shape names. All are called by the library's parser, in the text's
+// order.
 class Builder : public nlohmann::json_sax<Json> {
 public:
     explicit Builder(const Shape& shape) { fOpen.push_back({ &fRoot, &shape }); }

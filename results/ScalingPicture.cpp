@@ -64,21 +64,33 @@ struct Sizes {
 constexpr Sizes kLarge { 400, 260, 1, 0 };
 constexpr Sizes kSmall { 250, 130, 2, 22 };
 
-// The values of a plot, and where they are.
+// Values along one side of a plot. Where each step doubles them the ideal line is straight too.
+struct Scale {
+    double lowest = 0;
+    double highest = 1;
+    bool isDoubling = false; // above 0 then
+
+    // 0 for the lowest to 1 for the highest.
+    [[nodiscard]] float ShareOf(double value) const
+    {
+        const auto place = [&](double at) { return isDoubling ? std::log2(at) : at; };
+        return static_cast<float>(
+            (place(value) - place(lowest)) / (place(highest) - place(lowest)));
+    }
+};
+
 struct Plot {
     BRect frame;
-    double fewest = 1; // processors at the left
-    double most = 1; // at the right
-    double highest = 1; // at the top; 0 is at the bottom
+    Scale x; // processors
+    Scale y;
 
     [[nodiscard]] float XFor(double processors) const
     {
-        const double share = most > fewest ? (processors - fewest) / (most - fewest) : 0;
-        return frame.left + static_cast<float>(share) * frame.Width();
+        return frame.left + x.ShareOf(processors) * frame.Width();
     }
     [[nodiscard]] float YFor(double value) const
     {
-        return frame.bottom - static_cast<float>(value / highest) * frame.Height();
+        return frame.bottom - y.ShareOf(value) * frame.Height();
     }
 };
 
@@ -91,6 +103,21 @@ double StepFor(double range)
             return factor * power;
     }
     return power;
+}
+
+// The values that a scale's lines stand for.
+std::vector<double> LinesOf(const Scale& scale)
+{
+    std::vector<double> lines;
+    if (scale.isDoubling) {
+        for (double value = 1; value <= scale.highest; value *= 2)
+            lines.push_back(value);
+    } else {
+        const double step = StepFor(scale.highest);
+        for (int i = 0; i * step <= scale.highest; i++)
+            lines.push_back(i * step);
+    }
+    return lines;
 }
 
 // Work in a second, so that more is faster also where the figure is the time itself.
@@ -152,8 +179,8 @@ public:
     {
         const auto rows = (static_cast<int>(fTests.size()) - 1) / fSizes.columns + 1;
         const float bottom = fPlotsTop + static_cast<float>(rows) * fSizes.TestHeight();
-        BView view(BRect(0, 0, fSizes.Width() - 1, bottom - 1), "picture", B_FOLLOW_NONE,
-            B_WILL_DRAW);
+        BView view(
+            BRect(0, 0, fSizes.Width() - 1, bottom - 1), "picture", B_FOLLOW_NONE, B_WILL_DRAW);
         fView = &view;
         const std::string title = fTests.size() > 1
             ? "Scaling of " + std::to_string(fTests.size()) + " tests"
@@ -174,42 +201,48 @@ public:
 private:
     struct Entry {
         std::string text;
-        BPoint leftTop;
-        const MeasuredMachine* machine = nullptr; // null: no machine's
-        size_t place = 0; // of the machine among those that are shown
+        BPoint leftTop {};
+        bool hasLine = false; // before its text
+        std::optional<size_t> place {}; // of the machine among those that are shown
     };
 
-    // A place for each entry, in as many rows as it takes.
+    // The machines in columns, and below them what else there is to say.
     void MakeLegend()
     {
-        BPoint place(kMargin, kLegendTop);
-        const auto add = [&](const std::string& name, bool hasPointer) {
-            const float most = fSizes.Width() - 2 * kMargin - kPointer;
-            LibString text(name.c_str());
-            BRect extent;
-            text.Truncate(fPlain, static_cast<int>(most / kSpare), extent);
-            const float width = (hasPointer ? kPointer : 0) + kSpare * fPlain.StringWidth(text);
-            if (place.x > kMargin && place.x + width > fSizes.Width() - kMargin)
-                place = BPoint(kMargin, place.y + kLegendRow);
-            Entry& entry = fLegend.emplace_back();
-            entry.text = text;
-            entry.leftTop = place;
-            place.x += width + kMargin;
-            return &entry;
-        };
         const size_t drawn = std::min(fShown.size(), kMostMachines);
+        const float whole = fSizes.Width() - 2 * kMargin;
+        float column = 0;
         for (size_t i = 0; i < drawn; i++) {
-            const MeasuredMachine& machine = fMachines[fShown[i]];
-            Entry* entry = add(machine.name, true);
-            entry->machine = &machine;
-            entry->place = i;
+            LibString name(fMachines[fShown[i]].name.c_str());
+            BRect extent;
+            name.Truncate(fPlain, static_cast<int>((whole - kPointer) / kSpare), extent);
+            fLegend.push_back({ name.operator const char*(), {}, true, i });
+            column = std::max(column, WidthOf(fLegend.back()));
         }
-        if (fShown.size() > drawn)
-            add("and " + std::to_string(fShown.size() - drawn) + " more machines", false);
-        add(kIdealName, true);
+        const auto columns = static_cast<size_t>(std::max(1.0f, whole / (column + kMargin)));
+        BPoint place(kMargin, kLegendTop);
+        for (size_t i = 0; i < drawn; i++) {
+            fLegend[i].leftTop =
+                place + BPoint(static_cast<float>(i % columns) * (column + kMargin), 0);
+            if (i % columns == columns - 1 || i + 1 == drawn)
+                place.y += kLegendRow;
+        }
+        fLegend.push_back({ "ideal", {}, true });
         if (fIsAnyDoubtful)
-            add("hollow: shared, two speeds or unsteady", false);
+            fLegend.push_back({ "hollow: shared, two speeds or unsteady" });
+        if (const size_t more = fShown.size() - drawn; more > 0)
+            fLegend.push_back({ "and " + std::to_string(more)
+                + (more > 1 ? " more machines" : " more machine") });
+        for (size_t i = drawn; i < fLegend.size(); i++) {
+            fLegend[i].leftTop = place;
+            place.x += WidthOf(fLegend[i]) + kMargin;
+        }
         fPlotsTop = place.y + kLegendRow + kMargin / 2;
+    }
+
+    float WidthOf(const Entry& entry) const
+    {
+        return (entry.hasLine ? kPointer : 0) + kSpare * fPlain.StringWidth(entry.text.c_str());
     }
 
     void DrawTitle(const char* title, float size, BPoint where)
@@ -233,12 +266,12 @@ private:
         for (const Entry& entry : fLegend) {
             BPoint text = entry.leftTop + BPoint(0, 11);
             const BPoint middle = entry.leftTop + BPoint(kPointer / 2 - 3, 7);
-            if (entry.machine || entry.text == kIdealName) {
+            if (entry.hasLine) {
                 text.x += kPointer;
-                const Look look = entry.machine ? LookOf(entry.place) : Look { kIdeal, {} };
+                const Look look = entry.place ? LookOf(*entry.place) : Look { kIdeal, {} };
                 fView->SetHighColor(look.color);
                 DrawLine(middle - BPoint(9, 0), middle + BPoint(9, 0));
-                if (entry.machine)
+                if (entry.place)
                     DrawMarker(middle, look, false);
             }
             fView->SetHighColor(kBlack);
@@ -282,32 +315,36 @@ private:
         plot.frame.Set(leftTop.x + kScaleWidth, top, leftTop.x + fSizes.cellWidth - kMargin,
             top + fSizes.plotHeight);
         std::set<int32> counts;
-        double fastest = 0;
+        double slowest = 1;
+        double fastest = 1;
         double mostEfficient = 1;
         for (const ScalingCurve& curve : test.curves) {
             for (const ScalingPoint& point : curve.points) {
                 counts.insert(point.processors);
+                slowest = std::min(slowest, point.speedUp);
                 fastest = std::max(fastest, point.speedUp);
                 mostEfficient = std::max(mostEfficient, point.Efficiency());
             }
         }
         constexpr double kAbove = 1.05; // free above the highest
-        plot.fewest = *counts.begin();
-        plot.most = *counts.rbegin();
-        plot.highest = kAbove * std::max(plot.most, fastest);
+        constexpr double kMostLinear = 16; // times the fewest: few counts would crowd at the left
+        const double fewest = *counts.begin();
+        const double most = *counts.rbegin();
+        const bool isDoubling = most > kMostLinear * fewest;
+        plot.x = { fewest, most, isDoubling };
+        plot.y = { isDoubling ? slowest : 0, kAbove * std::max(most, fastest), isDoubling };
         DrawAxes(plot, counts, "Speed-up");
         fView->SetHighColor(kIdeal);
-        DrawLine(BPoint(plot.XFor(plot.fewest), plot.YFor(plot.fewest)),
-            BPoint(plot.XFor(plot.most), plot.YFor(plot.most)));
+        DrawLine(
+            BPoint(plot.XFor(fewest), plot.YFor(fewest)), BPoint(plot.XFor(most), plot.YFor(most)));
         DrawCurves(plot, test, [](const ScalingPoint& point) { return point.speedUp; });
 
         plot.frame.OffsetBy(fSizes.cellWidth, 0);
-        plot.highest = kAbove * 100 * mostEfficient;
+        plot.y = { 0, kAbove * 100 * mostEfficient };
         DrawAxes(plot, counts, "Efficiency (percent)");
         fView->SetHighColor(kIdeal);
         DrawLine(BPoint(plot.frame.left, plot.YFor(100)), BPoint(plot.frame.right, plot.YFor(100)));
-        DrawCurves(
-            plot, test, [](const ScalingPoint& point) { return 100 * point.Efficiency(); });
+        DrawCurves(plot, test, [](const ScalingPoint& point) { return 100 * point.Efficiency(); });
     }
 
     void DrawAxes(const Plot& plot, const std::set<int32>& counts, const char* caption)
@@ -315,15 +352,14 @@ private:
         const BRect& frame = plot.frame;
         fView->SetHighColor(kBlack);
         fView->DrawString(caption, BPoint(frame.left, frame.top - 7));
-        const double step = StepFor(plot.highest);
-        for (int i = 0; i * step <= plot.highest; i++) {
-            const float y = std::round(plot.YFor(i * step));
-            fView->SetHighColor(i == 0 ? kIdeal : kGrid);
+        for (const double value : LinesOf(plot.y)) {
+            const float y = std::round(plot.YFor(value));
+            fView->SetHighColor(y == frame.bottom ? kIdeal : kGrid);
             fView->StrokeLine(BPoint(frame.left, y), BPoint(frame.right, y));
-            const std::string label = LibShortestText(i * step);
+            const std::string label = LibShortestText(value);
             fView->SetHighColor(kBlack);
-            fView->DrawString(label.c_str(),
-                BPoint(frame.left - 8 - fView->StringWidth(label.c_str()), y + 4));
+            fView->DrawString(
+                label.c_str(), BPoint(frame.left - 8 - fView->StringWidth(label.c_str()), y + 4));
         }
         DrawCounts(plot, counts);
         const char* const name = "Processors";
@@ -369,8 +405,6 @@ private:
                 DrawMarker(points[i], look, curve.points[i].isDoubtful);
         }
     }
-
-    static constexpr char kIdealName[] = "ideal";
 
     const std::vector<MeasuredMachine>& fMachines;
     const std::vector<TestScaling>& fTests;
