@@ -1,9 +1,6 @@
 #include "console/Compare.h"
 
-#include "foundation/Utf8.h"
-
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <iterator>
 #include <string_view>
@@ -25,68 +22,32 @@ struct Refusal {
     throw Refusal { message };
 }
 
-template <class Value>
-struct Named {
-    const char* name;
-    Value value;
-};
-
-constexpr Named<TextFormat> kFormats[] = { { "table", TextFormat::kTable },
-    { "csv", TextFormat::kCsv }, { "tsv", TextFormat::kTsv }, { "json", TextFormat::kJson } };
 constexpr Named<SortBy> kSorts[] = { { "test", SortBy::kTest }, { "percent", SortBy::kPercent },
     { "name", SortBy::kName } };
 
-template <class Value, size_t kCount>
-Value ValueOf(const std::string& option, const std::string& name, const Named<Value> (&all)[kCount])
+void Check(const std::string& message)
 {
-    std::string names;
-    for (const auto& each : all) {
-        if (name == each.name)
-            return each.value;
-        names += (names.empty() ? "" : ", ") + std::string(each.name);
-    }
-    Refuse("<" + option + "> must be one of " + names + ", not <" + name + ">");
+    if (!message.empty())
+        Refuse(message);
 }
 
-double PercentOf(const std::string& option, std::string_view text)
+double PercentOf(const Option& option)
 {
-    double percent = -1;
-    if (text.ends_with('%'))
-        text.remove_suffix(1);
-    const char* const end = text.data() + text.size();
-    // Not by the locale, in which a comma might be the point.
-    const auto [read, error] = std::from_chars(text.data(), end, percent);
-    // Asked this way round, as "nan" is a number to from_chars() and fails every comparison.
-    if (error != std::errc() || read != end || !(percent >= 0 && percent <= 100))
-        Refuse("<" + option + "> must be percent from 0 to 100, not <" + std::string(text) + ">");
-    return percent;
-}
-
-// By name, whatever the case, by id or by the key of a group.
-bool IsCalled(const TestType& test, std::string_view name)
-{
-    if (name == std::to_string(test.id) || LibFoldCase(test.name) == LibFoldCase(name))
-        return true;
-    return test.group != kOlderVersions && name == kTestGroups[test.group].key;
+    const auto percent = ParsePercent(option.value);
+    if (!percent)
+        Refuse("<" + option.name + "> must be percent from 0 to 100, not <" + option.value + ">");
+    return *percent;
 }
 
 std::vector<const TestType*> TestsOf(std::string_view list)
 {
     std::vector<const TestType*> tests;
-    while (true) {
-        const size_t comma = list.find(',');
-        const std::string_view name = list.substr(0, comma);
-        const size_t before = tests.size();
-        for (const TestType& test : kTestTypes) {
-            if (IsCalled(test, name))
-                tests.push_back(&test);
-        }
-        if (tests.size() == before)
-            Refuse("unknown test <" + std::string(name) + ">");
-        if (comma == list.npos)
-            return tests;
-        list.remove_prefix(comma + 1);
-    }
+    Check(ForEachName(list, [&](std::string_view name) {
+        const auto called = TestsCalled(name);
+        tests.insert(tests.end(), called.begin(), called.end());
+        return called.empty() ? "unknown test <" + std::string(name) + ">" : "";
+    }));
+    return tests;
 }
 
 bool IsOption(const std::string& argument)
@@ -121,18 +82,13 @@ private:
             fOptions.help = true;
             return;
         }
-        const size_t equals = argument.find('=');
-        const std::string name = argument.substr(0, equals);
+        fPosition--;
+        const auto [name, value] = NextOption(fArguments, fPosition);
         if (!IsKnown(name))
             Refuse("unknown argument <" + argument + "> of <--compare>, see --help");
         if (std::find(fGiven.begin(), fGiven.end(), name) != fGiven.end())
             Refuse("<" + name + "> is given twice");
         fGiven.push_back(name);
-        std::string value;
-        if (equals != argument.npos)
-            value = argument.substr(equals + 1);
-        else if (fPosition < fArguments.size() && !IsOption(fArguments[fPosition]))
-            value = fArguments[fPosition++];
         if (value.empty())
             Refuse("<" + name + "> needs a value, see --help");
         Set(name, value);
@@ -150,11 +106,11 @@ private:
         if (name == "--baseline")
             fOptions.baseline = value;
         else if (name == "--fail-below")
-            fOptions.failBelow = PercentOf(name, value);
+            fOptions.failBelow = PercentOf({ name, value });
         else if (name == "--format")
-            fOptions.format = ValueOf(name, value, kFormats);
+            Check(TakeNamed({ name, value }, kFormats, fOptions.format));
         else if (name == "--sort")
-            fOptions.sort = ValueOf(name, value, kSorts);
+            Check(TakeNamed({ name, value }, kSorts, fOptions.sort));
         else
             fOptions.tests = TestsOf(value);
     }

@@ -1,7 +1,7 @@
 // tarvex-run --compare: measured machines beside one of them.
 #pragma once
 
-#include "console/ComparisonText.h"
+#include "console/ResultText.h"
 
 #include <optional>
 #include <string>
