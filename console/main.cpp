@@ -13,8 +13,8 @@ namespace {
 int Compare(const std::vector<std::string>& arguments)
 {
     const CompareOutcome outcome = CompareTask(arguments, stdout);
-    if (!outcome.message.empty())
-        Tell(outcome.message);
+    for (const std::string& message : outcome.messages)
+        Tell(message);
     return outcome.status;
 }
 
