@@ -34,8 +34,8 @@ struct CompareOutcome {
     std::vector<std::string> messages; // for standard error, each one line without its end
 };
 
-// Compares, and writes the pictures and then the result to out; the figures alone where there is one
-// machine. Nothing is written where a file cannot be read, or a picture's place not be written.
+// Compares, and writes the pictures and then the result to out; the figures alone where there is
+// one machine. Nothing is written where a file cannot be read, or a picture's place not be written.
 [[nodiscard]] CompareOutcome CompareTask(const std::vector<std::string>& arguments, FILE* out);
 
 // The part of --help about it.
