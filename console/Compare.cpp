@@ -1,175 +1,34 @@
 #include "console/Compare.h"
 
+#include "console/Output.h"
 #include "foundation/Utf8.h"
+#include "results/ChartPicture.h"
+#include "results/ScalingPicture.h"
+
+#include <Picture.h>
+#include <WholeFile.h>
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
-#include <iterator>
-#include <string_view>
 #include <utility>
 
 namespace {
-
-// Scripts rely on the numbers. 1 is left to main(), for output that could not be written.
-enum CompareStatus { kCompared = 0, kRefused = 2, kFell = 4, kCannotTell = 5 };
 
 struct Refusal {
     std::string message;
 };
 
-// Leaves everything at once: what is thrown ends in one of the two public functions as their one
-// line.
-[[noreturn]] void Refuse(const std::string& message)
+// Leaves everything at once: what is thrown ends in CompareTask() as its one line.
+[[noreturn]] void Leave(const std::string& message)
 {
     throw Refusal { message };
 }
-
-template <class Value>
-struct Named {
-    const char* name;
-    Value value;
-};
-
-constexpr Named<TextFormat> kFormats[] = { { "table", TextFormat::kTable },
-    { "csv", TextFormat::kCsv }, { "tsv", TextFormat::kTsv }, { "json", TextFormat::kJson } };
-constexpr Named<SortBy> kSorts[] = { { "test", SortBy::kTest }, { "percent", SortBy::kPercent },
-    { "name", SortBy::kName } };
-
-template <class Value, size_t kCount>
-Value ValueOf(const std::string& option, const std::string& name, const Named<Value> (&all)[kCount])
-{
-    std::string names;
-    for (const auto& each : all) {
-        if (name == each.name)
-            return each.value;
-        names += (names.empty() ? "" : ", ") + std::string(each.name);
-    }
-    Refuse("<" + option + "> must be one of " + names + ", not <" + name + ">");
-}
-
-double PercentOf(const std::string& option, std::string_view text)
-{
-    double percent = -1;
-    if (text.ends_with('%'))
-        text.remove_suffix(1);
-    const char* const end = text.data() + text.size();
-    // Not by the locale, in which a comma might be the point.
-    const auto [read, error] = std::from_chars(text.data(), end, percent);
-    // Asked this way round, as "nan" is a number to from_chars() and fails every comparison.
-    if (error != std::errc() || read != end || !(percent >= 0 && percent <= 100))
-        Refuse("<" + option + "> must be percent from 0 to 100, not <" + std::string(text) + ">");
-    return percent;
-}
-
-// By name, whatever the case, by id or by the key of a group.
-bool IsCalled(const TestType& test, std::string_view name)
-{
-    if (name == std::to_string(test.id) || LibFoldCase(test.name) == LibFoldCase(name))
-        return true;
-    return test.group != kOlderVersions && name == kTestGroups[test.group].key;
-}
-
-std::vector<const TestType*> TestsOf(std::string_view list)
-{
-    std::vector<const TestType*> tests;
-    while (true) {
-        const size_t comma = list.find(',');
-        const std::string_view name = list.substr(0, comma);
-        const size_t before = tests.size();
-        for (const TestType& test : kTestTypes) {
-            if (IsCalled(test, name))
-                tests.push_back(&test);
-        }
-        if (tests.size() == before)
-            Refuse("unknown test <" + std::string(name) + ">");
-        if (comma == list.npos)
-            return tests;
-        list.remove_prefix(comma + 1);
-    }
-}
-
-bool IsOption(const std::string& argument)
-{
-    // A single "-" is the standard input.
-    return argument.starts_with("--");
-}
-
-class Parser {
-public:
-    explicit Parser(const std::vector<std::string>& arguments) : fArguments(arguments) { }
-
-    CompareOptions Parse()
-    {
-        while (fPosition < fArguments.size())
-            ParseNext();
-        if (fOptions.files.empty() && !fOptions.help)
-            Refuse("<--compare> needs results files");
-        return fOptions;
-    }
-
-private:
-    void ParseNext()
-    {
-        const std::string& argument = fArguments[fPosition++];
-        if (argument == "--compare") {
-            while (fPosition < fArguments.size() && !IsOption(fArguments[fPosition]))
-                fOptions.files.push_back(fArguments[fPosition++]);
-            return;
-        }
-        if (argument == "--help") {
-            fOptions.help = true;
-            return;
-        }
-        const size_t equals = argument.find('=');
-        const std::string name = argument.substr(0, equals);
-        if (!IsKnown(name))
-            Refuse("unknown argument <" + argument + "> of <--compare>, see --help");
-        if (std::find(fGiven.begin(), fGiven.end(), name) != fGiven.end())
-            Refuse("<" + name + "> is given twice");
-        fGiven.push_back(name);
-        std::string value;
-        if (equals != argument.npos)
-            value = argument.substr(equals + 1);
-        else if (fPosition < fArguments.size() && !IsOption(fArguments[fPosition]))
-            value = fArguments[fPosition++];
-        if (value.empty())
-            Refuse("<" + name + "> needs a value, see --help");
-        Set(name, value);
-    }
-
-    static bool IsKnown(const std::string& name)
-    {
-        constexpr const char* kNames[] = { "--baseline", "--fail-below", "--format", "--sort",
-            "--tests" };
-        return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
-    }
-
-    void Set(const std::string& name, const std::string& value)
-    {
-        if (name == "--baseline")
-            fOptions.baseline = value;
-        else if (name == "--fail-below")
-            fOptions.failBelow = PercentOf(name, value);
-        else if (name == "--format")
-            fOptions.format = ValueOf(name, value, kFormats);
-        else if (name == "--sort")
-            fOptions.sort = ValueOf(name, value, kSorts);
-        else
-            fOptions.tests = TestsOf(value);
-    }
-
-    const std::vector<std::string>& fArguments;
-    size_t fPosition = 0;
-    CompareOptions fOptions;
-    std::vector<std::string> fGiven;
-};
 
 std::vector<MeasuredMachine> Read(const std::vector<std::string>& paths)
 {
     auto read = ReadMachines(paths);
     if (const auto* message = std::get_if<std::string>(&read))
-        Refuse(*message);
+        Leave(*message);
     return std::move(std::get<std::vector<MeasuredMachine>>(read));
 }
 
@@ -189,7 +48,7 @@ ComparedMachines ReadAll(const CompareOptions& options)
     if (!options.baseline.empty()) {
         std::vector<MeasuredMachine> baseline = Read({ options.baseline });
         if (baseline.size() != 1) {
-            Refuse("<" + options.baseline + "> holds " + std::to_string(baseline.size())
+            Leave("<" + options.baseline + "> holds " + std::to_string(baseline.size())
                 + " machines, and only one can be the baseline");
         }
         auto& machines = compared.machines;
@@ -200,15 +59,27 @@ ComparedMachines ReadAll(const CompareOptions& options)
         if (found == machines.end())
             machines.insert(machines.begin(), std::move(baseline.front()));
     }
-    if (compared.machines.size() < 2)
-        Refuse(
+    // A build check of one machine would pass whatever became of the other.
+    if (compared.machines.size() < 2 && options.failBelow)
+        Leave(
             "<" + options.files.front() + "> holds one machine, and there is no other to compare");
     // With the baseline among them, as names are told apart from all others.
     NameMachines(compared.machines);
     return compared;
 }
 
-// Machines without a row, which would else be missed among many.
+// Names the machines that are not in something, which would else be missed among many: "<a> and 2
+// more"; empty where there are none.
+std::string Missing(const std::vector<MeasuredMachine>& machines, const std::vector<bool>& isIn)
+{
+    const auto first = std::find(isIn.begin(), isIn.end(), false);
+    if (first == isIn.end())
+        return "";
+    const auto others = std::count(first + 1, isIn.end(), false);
+    return "<" + machines[static_cast<size_t>(first - isIn.begin())].name + ">"
+        + (others > 0 ? " and " + std::to_string(others) + " more" : "");
+}
+
 std::string WithoutRows(const ComparedMachines& compared)
 {
     std::vector<bool> hasRow(compared.machines.size());
@@ -216,85 +87,179 @@ std::string WithoutRows(const ComparedMachines& compared)
     hasRow[compared.baseline] = true;
     for (const ComparedRow& row : compared.rows)
         hasRow[row.machine] = true;
-    const auto first = std::find(hasRow.begin(), hasRow.end(), false);
-    if (first == hasRow.end())
-        return "";
-    const auto others = std::count(first + 1, hasRow.end(), false);
-    return "<" + compared.machines[static_cast<size_t>(first - hasRow.begin())].name + ">"
-        + (others > 0 ? " and " + std::to_string(others) + " more have" : " has")
-        + " nothing in common with the baseline: no test at the same processor count";
+    const std::string missing = Missing(compared.machines, hasRow);
+    return missing.empty() ? ""
+                           : "nothing in common with the baseline, no test at the same processor "
+                             "count: "
+            + missing;
 }
 
 int StatusOf(const CompareOptions& options, const ComparedMachines& compared)
 {
     if (!options.failBelow)
-        return kCompared;
+        return kDone;
     switch (CheckBuild(compared.rows, compared.machines.size(), *options.failBelow)) {
         case BuildCheck::kFell: return kFell;
         case BuildCheck::kCannotTell: return kCannotTell;
         case BuildCheck::kPassed: break;
     }
-    return kCompared;
+    return kDone;
+}
+
+bool IsWanted(const CompareOptions& options, const TestType& test)
+{
+    const auto& tests = options.tests;
+    return tests.empty() || std::find(tests.begin(), tests.end(), &test) != tests.end();
+}
+
+// There is nothing to compare: the machine's figures, as a run shows them.
+void WriteFigures(const CompareOptions& options, MeasuredMachine machine, FILE* out)
+{
+    RunRecord& record = machine.record;
+    std::erase_if(
+        record.series, [&](const Series& series) { return !IsWanted(options, *series.test); });
+    std::string text = RunText(record, options.format);
+    if (options.format == TextFormat::kTable)
+        text = "Machine: " + LibPrintable(machine.name.c_str()) + "\n\n" + FiguresTable(record);
+    fwrite(text.data(), 1, text.size(), out);
+}
+
+// What the pictures show of the machines, known before anything is written.
+class Pictures {
+public:
+    // Before any file is read: a comparison that cannot be written would be in vain.
+    explicit Pictures(const CompareOptions& options) : fOptions(options)
+    {
+        for (const std::string& path : { options.chart, options.scaling }) {
+            if (path.empty())
+                continue;
+            std::string why = WhyNoPicture(path.c_str());
+            if (why.empty())
+                why = WholeFile::WhyNot(path.c_str());
+            if (!why.empty())
+                Leave("cannot write <" + path + ">: " + why);
+        }
+    }
+
+    void Plan(const ComparedMachines& compared)
+    {
+        const auto& machines = compared.machines;
+        if (!fOptions.chart.empty()) {
+            fCharted = fOptions.test ? fOptions.test : FirstTest(machines[compared.baseline]);
+            std::vector<bool> isIn;
+            for (const MeasuredMachine& machine : machines)
+                isIn.push_back(fCharted && HasFigure(machine, *fCharted));
+            if (std::find(isIn.begin(), isIn.end(), true) == isIn.end())
+                Leave(fCharted ? "no machine has a figure for <" + std::string(fCharted->name) + ">"
+                               : "<--chart> has no test to show");
+            AddNote(fOptions.chart, Missing(machines, isIn));
+        }
+        if (!fOptions.scaling.empty()) {
+            fScaling = ScalingOf(machines, [&](const TestType& test) {
+                return fOptions.test ? &test == fOptions.test : IsWanted(fOptions, test);
+            });
+            if (fScaling.empty())
+                Leave("<--scaling> needs figures at two processor counts or more");
+            std::vector<bool> isIn(machines.size());
+            for (const TestScaling& test : fScaling) {
+                for (const ScalingCurve& curve : test.curves)
+                    isIn[curve.machine] = true;
+            }
+            AddNote(fOptions.scaling, Missing(machines, isIn));
+        }
+    }
+
+    // Returns whether all of them are written; else one of the messages says why not.
+    bool Write(const ComparedMachines& compared, std::vector<std::string>& messages) const
+    {
+        bool isWritten = true;
+        const auto check = [&](const std::string& path, const std::string& why) {
+            if (why.empty())
+                return;
+            isWritten = false;
+            messages.push_back("cannot write <" + path + ">: " + why);
+        };
+        if (!fOptions.chart.empty()) {
+            check(fOptions.chart,
+                WriteMachinesChart(
+                    fOptions.chart.c_str(), compared.machines, compared.baseline, *fCharted));
+        }
+        if (!fOptions.scaling.empty())
+            check(fOptions.scaling,
+                WriteScalingPicture(fOptions.scaling.c_str(), compared.machines, fScaling));
+        messages.insert(messages.end(), fNotes.begin(), fNotes.end());
+        return isWritten;
+    }
+
+private:
+    static bool HasFigure(const MeasuredMachine& machine, const TestType& test)
+    {
+        const RunRecord& run = machine.record;
+        return std::any_of(run.series.begin(), run.series.end(), [&](const Series& series) {
+            return series.test == &test && series.undone.empty()
+                && FiguresOf(series, run.bestProbe);
+        });
+    }
+
+    const TestType* FirstTest(const MeasuredMachine& machine) const
+    {
+        for (const TestType& test : kTestTypes) {
+            if (IsWanted(fOptions, test) && HasFigure(machine, test))
+                return &test;
+        }
+        return nullptr;
+    }
+
+    void AddNote(const std::string& path, const std::string& missing)
+    {
+        if (!missing.empty())
+            fNotes.push_back("without figures for it, so not in <" + path + ">: " + missing);
+    }
+
+    const CompareOptions& fOptions;
+    const TestType* fCharted = nullptr;
+    std::vector<TestScaling> fScaling;
+    std::vector<std::string> fNotes;
+};
+
+CompareOutcome Compare(const CompareOptions& options, FILE* out)
+{
+    Pictures pictures(options);
+    ComparedMachines compared = ReadAll(options);
+    pictures.Plan(compared);
+    CompareOutcome outcome;
+    // First, as whoever reads the text may have enough of it: "| head" ends the program.
+    const bool isDrawn = pictures.Write(compared, outcome.messages);
+    if (compared.machines.size() == 1) {
+        WriteFigures(options, compared.machines.front(), out);
+    } else {
+        compared.rows = CompareMachines(compared.machines, compared.baseline,
+            [&](const TestType& test) { return IsWanted(options, test); });
+        if (options.sort != SortBy::kTest) // in which they are
+            SortRows(compared.rows, options.sort, compared.machines);
+        WriteComparison(compared, options.format, out);
+        if (std::string missing = WithoutRows(compared); !missing.empty())
+            outcome.messages.push_back(std::move(missing));
+    }
+    outcome.status = isDrawn ? StatusOf(options, compared) : kFailed;
+    return outcome;
 }
 
 } // namespace
 
-bool IsCompareTask(const std::vector<std::string>& arguments)
-{
-    const auto has = [&](const char* option) {
-        return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
-    };
-    // Who asks for the version gets it, whatever else stands there.
-    return has("--compare") && !has("--version");
-}
-
-std::variant<CompareOptions, std::string> ParseCompareOptions(
-    const std::vector<std::string>& arguments)
-{
-    try {
-        return Parser(arguments).Parse();
-    } catch (const Refusal& refusal) {
-        return refusal.message;
-    }
-}
-
 CompareOutcome CompareTask(const std::vector<std::string>& arguments, FILE* out)
 {
-    try {
-        const CompareOptions options = Parser(arguments).Parse();
-        if (options.help) {
-            fprintf(out, "Usage: %s", CompareUsage().c_str());
-            return {};
-        }
-        const auto& tests = options.tests;
-        ComparedMachines compared = ReadAll(options);
-        compared.rows =
-            CompareMachines(compared.machines, compared.baseline, [&](const TestType& test) {
-                return tests.empty() || std::find(tests.begin(), tests.end(), &test) != tests.end();
-            });
-        SortRows(compared.rows, options.sort, compared.machines);
-        WriteComparison(compared, options.format, out);
-        return { StatusOf(options, compared), WithoutRows(compared) };
-    } catch (const Refusal& refusal) {
-        return { kRefused, refusal.message };
+    const auto parsed = ParseCompareOptions(arguments);
+    if (const auto* message = std::get_if<std::string>(&parsed))
+        return { kNothingRun, { *message } };
+    const auto& options = std::get<CompareOptions>(parsed);
+    if (options.help) {
+        fprintf(out, "Usage: %s", CompareUsage().c_str());
+        return {};
     }
-}
-
-std::string CompareUsage()
-{
-    return "tarvex-run --compare FILE... [--baseline FILE] [--fail-below P] [--tests T[,T...]]\n"
-           "           [--sort test|percent|name] [--format table|csv|tsv|json]\n"
-           "\n"
-           "Compares the machines of results files, of the JSON of runs, of zip and tar archives\n"
-           "of these and of folders of all of them (\"-\": standard input) with the first one, or\n"
-           "with that of --baseline, test by test at equal processor counts. 100 percent is as\n"
-           "fast as the baseline and more is better, also where the unit is seconds. A difference\n"
-           "is called real (faster, slower) where chance would hardly make it: two-sided\n"
-           "Mann-Whitney below 5 percent after Holm's correction over all rows; fewer --tests ask\n"
-           "for fewer repeats. --tests takes names, numbers and groups.\n"
-           "\n"
-           "Exit status of a comparison: 0 done, 1 the result could not be written, 2 wrong\n"
-           "arguments or a file that cannot be read; with --fail-below P 4 if a test is slower, "
-           "for\n"
-           "real and by more than P percent, and 5 if none is but of a row nothing can be told.\n";
+    try {
+        return Compare(options, out);
+    } catch (const Refusal& refusal) {
+        return { kNothingRun, { refusal.message } };
+    }
 }

@@ -1,7 +1,7 @@
-// tarvex-run --compare: measured machines beside one of them.
+// tarvex-run --compare: measured machines beside one of them, as text and as pictures.
 #pragma once
 
-#include "console/ComparisonText.h"
+#include "console/ResultText.h"
 
 #include <optional>
 #include <string>
@@ -15,6 +15,9 @@ struct CompareOptions {
     SortBy sort = SortBy::kTest;
     std::vector<const TestType*> tests; // empty: all
     TextFormat format = TextFormat::kTable;
+    std::string chart; // the picture to write; empty: none
+    std::string scaling; // the same
+    const TestType* test = nullptr; // of the pictures; null: see CompareUsage()
     bool help = false; // is all that is asked for; then there may be no files
 };
 
@@ -27,11 +30,12 @@ struct CompareOptions {
 [[nodiscard]] bool IsCompareTask(const std::vector<std::string>& arguments);
 
 struct CompareOutcome {
-    int status = 0; // the program's, see CompareUsage()
-    std::string message; // one line without its end for standard error; empty: none
+    int status = 0; // an ExitStatus
+    std::vector<std::string> messages; // for standard error, each one line without its end
 };
 
-// Compares, and writes the result to out. Nothing is written where a file cannot be read.
+// Compares, and writes the pictures and then the result to out; the figures alone where there is
+// one machine. Nothing is written where a file cannot be read, or a picture's place not be written.
 [[nodiscard]] CompareOutcome CompareTask(const std::vector<std::string>& arguments, FILE* out);
 
 // The part of --help about it.

@@ -1,7 +1,7 @@
-#include "console/ComparisonText.h"
-
+#include "console/ResultText.h"
 #include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
+#include "results/RunFile.h"
 
 #include <algorithm>
 #include <array>
@@ -150,26 +150,11 @@ std::string Dump(const Json& json)
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-std::string Quoted(std::string cell, char separator)
-{
-    if (separator == '\t') { // knows no quotes
-        const auto isBreak = [](char c) { return c == '\t' || c == '\n' || c == '\r'; };
-        std::replace_if(cell.begin(), cell.end(), isBreak, ' ');
-        return cell;
-    }
-    if (cell.find_first_of("\",\r\n") == cell.npos)
-        return cell;
-    // Steps over the quote and its double.
-    for (size_t at = 0; (at = cell.find('"', at)) != cell.npos; at += 2)
-        cell.insert(at, 1, '"');
-    return '"' + cell + '"';
-}
-
 std::string CellOf(const Json& value, char separator)
 {
     if (value.is_null())
         return "";
-    return value.is_string() ? Quoted(value.get<std::string>(), separator) : Dump(value);
+    return value.is_string() ? TableCell(value.get<std::string>(), separator) : Dump(value);
 }
 
 void WriteCells(const ComparedMachines& compared, char separator, FILE* out)

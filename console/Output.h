@@ -3,8 +3,17 @@
 
 #include <string>
 
-// What the program ends with. A run that signal N ended ends it with kSignalBase + N.
-enum ExitStatus { kDone, kFailed, kNothingRun, kLeftOut, kBusy, kSignalBase = 128 };
+// What the program ends with; scripts rely on the numbers.
+enum ExitStatus {
+    kDone,
+    kFailed, // something could not be written or started
+    kNothingRun, // wrong arguments, or a file that cannot be read or written
+    kLeftOut, // a run: done but for some tests
+    kBusy, // a run: another one is under way
+    kFell = 4, // a comparison: a test became slower
+    kCannotTell = 5, // a comparison: of something nothing can be told
+    kSignalBase = 128, // and the number of the signal that ended a run
+};
 
 // Fills in the standard files that the program was started without, so that no file that it opens
 // takes their place. What is written there then fails.

@@ -1,14 +1,13 @@
 #include "console/Run.h"
 
 #include "console/Output.h"
+#include "console/ResultText.h"
 #include "console/RunLooper.h"
-#include "console/RunTable.h"
 #include "engine/Sitting.h"
 #include "engine/ThisBuild.h"
 #include "foundation/PlainText.h"
 #include "results/ProbeMemory.h"
 #include "results/ResultsFile.h"
-#include "results/RunFile.h"
 #include "results/RunJournal.h"
 #include "sysinfo/LibSysInfo.h"
 
@@ -159,18 +158,6 @@ std::string Difference(const RunRecord& journal, const RunRecord& here)
     return "";
 }
 
-// The result in a form, for standard output or a file.
-std::string AsText(const Sitting& sitting, TextFormat format)
-{
-    switch (format) {
-        case TextFormat::kCsv: return RunAsTable(sitting.record, ',');
-        case TextFormat::kTsv: return RunAsTable(sitting.record, '\t');
-        case TextFormat::kJson: return RunAsJson(sitting.record);
-        case TextFormat::kTable: break;
-    }
-    return RunTable(sitting.record);
-}
-
 bool WriteText(const std::string& path, const std::string& text)
 {
     WholeFile file(path.c_str());
@@ -186,7 +173,7 @@ bool WriteOutput(const Sitting& sitting, const std::string& path)
     if (path == "-")
         return true;
     if (const auto format = FormatOfFile(path))
-        return WriteText(path, AsText(sitting, *format));
+        return WriteText(path, RunText(sitting.record, *format));
     return WriteResultsFile(path.c_str(), sitting.results);
 }
 
@@ -220,7 +207,7 @@ void PrintPart(Sitting& sitting, const RunOptions& options, const std::string& j
 {
     if (sitting.record.series.empty())
         return;
-    printf("%s", AsText(sitting, options.format).c_str());
+    printf("%s", RunText(sitting.record, options.format).c_str());
     FlushOutput();
     if (!journal.empty())
         Tell("the run goes on with: tarvex-run --resume " + journal);
@@ -238,7 +225,7 @@ int Finish(Sitting& sitting, const RunOptions& options, RunJournal& journal, boo
         if (const std::string wide = WideTests(sitting.record); !wide.empty())
             Tell("note: not as narrow as asked for: " + wide);
     }
-    printf("%s", AsText(sitting, options.format).c_str());
+    printf("%s", RunText(sitting.record, options.format).c_str());
     FlushOutput();
     if (!WriteOutput(sitting, options.output))
         return kFailed;

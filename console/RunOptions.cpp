@@ -1,10 +1,8 @@
-#include "console/RunOptions.h"
+#include "console/Run.h"
 
 #include <MachineRun.h>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <set>
 #include <string_view>
 
@@ -24,31 +22,9 @@ bool AppendGroup(std::string_view name, RunOptions& options)
     return options.groups.size() > before;
 }
 
-// Calls take(name) for each name of the list, until it returns a message, which is returned.
-template <typename Take>
-std::string ForEachName(std::string_view list, Take take)
-{
-    for (;;) {
-        const size_t comma = list.find(',');
-        if (std::string message = take(list.substr(0, comma)); !message.empty())
-            return message;
-        if (comma == list.npos)
-            return "";
-        list.remove_prefix(comma + 1);
-    }
-}
-
 std::string Unknown(const char* what, std::string_view name)
 {
     return std::string("unknown ") + what + " <" + std::string(name) + ">";
-}
-
-template <typename Number>
-bool Parse(std::string_view text, Number& number)
-{
-    // All of the text, and the same in every locale.
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size();
 }
 
 std::string TakeGroupList(const std::string& value, RunOptions& options)
@@ -71,7 +47,7 @@ std::string TakeCounts(const std::string& value, RunOptions& options)
     return ForEachName(value, [&](std::string_view name) -> std::string {
         int32 count = 0;
         auto& counts = options.plan.counts;
-        if (!Parse(name, count) || count < 1 || count > all)
+        if (!ParseNumber(name, count) || count < 1 || count > all)
             return "<--cpus> takes numbers from 1 to " + std::to_string(all) + ", not <"
                 + std::string(name) + ">";
         if (std::count(counts.begin(), counts.end(), count) > 0)
@@ -85,25 +61,19 @@ std::string TakeCounts(const std::string& value, RunOptions& options)
 
 std::string TakeRepeats(const std::string& value, RunOptions& options)
 {
-    if (Parse(value, options.plan.repeats) && options.plan.repeats >= 1
+    if (ParseNumber(value, options.plan.repeats) && options.plan.repeats >= 1
         && options.plan.repeats <= kMostRepeats)
         return "";
     return "<--repeat> takes a number from 1 to " + std::to_string(kMostRepeats) + ", not <" + value
         + ">";
 }
 
-// With or without the percent sign.
 std::string TakeUntil(const std::string& value, RunOptions& options)
 {
-    double percent = 0;
-    std::string_view number = value;
-    if (number.ends_with('%'))
-        number.remove_suffix(1);
-    // Asked this way round, so that what is no number is refused too.
-    if (!Parse(number, percent) || !(percent > 0) || percent > 100)
-        return "<--until> takes a percentage above 0, to 100, not <" + value + ">";
-    options.plan.untilPercent = percent;
-    return "";
+    options.plan.untilPercent = ParsePercent(value);
+    return options.plan.untilPercent.value_or(0) > 0
+        ? ""
+        : "<--until> takes a percentage above 0, to 100, not <" + value + ">";
 }
 
 std::string TakeLabel(const std::string& value, RunOptions& options)
@@ -116,21 +86,9 @@ std::string TakeLabel(const std::string& value, RunOptions& options)
     return "";
 }
 
-constexpr std::pair<const char*, TextFormat> kFormats[] = {
-    { "table", TextFormat::kTable },
-    { "csv", TextFormat::kCsv },
-    { "tsv", TextFormat::kTsv },
-    { "json", TextFormat::kJson },
-};
-
 std::string TakeFormat(const std::string& value, RunOptions& options)
 {
-    const auto* found = std::find_if(std::begin(kFormats), std::end(kFormats),
-        [&](const auto& format) { return value == format.first; });
-    if (found == std::end(kFormats))
-        return Unknown("format", value) + ": table, csv, tsv or json";
-    options.format = found->second;
-    return "";
+    return TakeNamed({ "--format", value }, kFormats, options.format);
 }
 
 std::string TakeJournal(const std::string& value, RunOptions& options)
@@ -143,8 +101,8 @@ std::string TakeJournal(const std::string& value, RunOptions& options)
 std::string TakeTest(const std::string& value, RunOptions& options)
 {
     options.task = RunOptions::Task::kExplain;
-    options.test = value;
-    return "";
+    options.tests = TestsCalled(value);
+    return options.tests.empty() ? Unknown("test", value) + ", see --list" : "";
 }
 
 struct OptionKind {
@@ -164,23 +122,6 @@ constexpr OptionKind kOptions[] = {
     { "--resume", "the journal of a run", TakeJournal },
     { "--explain", "a test", TakeTest },
 };
-
-struct Option {
-    std::string name;
-    std::string value; // empty where there is none
-};
-
-// Takes "--name=value" or "--name" and the argument behind it, unless that is an option itself.
-Option NextOption(const std::vector<std::string>& arguments, size_t& position)
-{
-    const std::string& argument = arguments[position++];
-    const size_t equals = argument.find('=');
-    if (equals != argument.npos)
-        return { argument.substr(0, equals), argument.substr(equals + 1) };
-    if (position == arguments.size() || arguments[position].starts_with("--"))
-        return { argument, "" };
-    return { argument, arguments[position++] };
-}
 
 // Those that stand alone. False for all others.
 bool TakeSwitch(const std::string& argument, RunOptions& options)
@@ -312,7 +253,7 @@ std::string RunUsage()
           "--anyway         starts although another run of anybody's is under way, which spoils\n"
           "                 the rates of both\n"
           "--list           says what each test measures and what it does not\n"
-          "--explain TEST   the same of one, by name or number\n"
+          "--explain TEST   the same of one, by name, number or group\n"
           "\n"
           "Exit status of a run: 0 done, 1 something could not be written or a thread not be\n"
           "started, 2 wrong arguments or a file that cannot be written or read (nothing was run),\n"

@@ -1,6 +1,6 @@
-#include "console/RunTable.h"
-
+#include "console/ResultText.h"
 #include "foundation/PlainText.h"
+#include "results/RunFile.h"
 
 #include <algorithm>
 #include <vector>
@@ -65,6 +65,31 @@ std::string WideTable(const RunRecord& record)
     return Aligned(rows, 2, kRateWidth);
 }
 
+std::string SpeedText(const statistics::Speed& speed)
+{
+    return LibFixedText(speed.median * 1000, 2) + " ms (" + LibFixedText(speed.share * 100, 0)
+        + " %)";
+}
+
+std::string MarksOf(const Figures& figures)
+{
+    std::vector<std::string> marks;
+    if (figures.marks.shared)
+        marks.push_back("shared (" + std::to_string(figures.shared) + " of "
+            + std::to_string(figures.summary.n) + ")");
+    if (figures.marks.twoSpeeds)
+        marks.push_back("two speeds: " + SpeedText(figures.marks.twoSpeeds->fast) + " and "
+            + SpeedText(figures.marks.twoSpeeds->slow));
+    if (figures.marks.unsteady)
+        marks.push_back("unsteady");
+    if (figures.marks.few)
+        marks.push_back("few");
+    std::string text;
+    for (const std::string& mark : marks)
+        text += (text.empty() ? "" : ", ") + mark;
+    return text;
+}
+
 Row RowOf(const Series& series, const RunRecord& record)
 {
     const auto figures = series.undone.empty() ? FiguresOf(series, record.bestProbe) : std::nullopt;
@@ -82,12 +107,14 @@ Row RowOf(const Series& series, const RunRecord& record)
         interval ? Percent((interval->high - interval->low) / 2 / summary.estimate) : "-");
     row.push_back(summary.variation ? Percent(*summary.variation) : "-");
     row.push_back(std::to_string(summary.n));
-    row.push_back(MarksText(*figures));
+    row.push_back(MarksOf(*figures));
     row.back().insert(0, row.back().empty() ? "" : "  ");
     return row;
 }
 
-std::string LongTable(const RunRecord& record)
+} // namespace
+
+std::string FiguresTable(const RunRecord& record)
 {
     std::vector<Row> rows { { "Test", "Units", "CPUs", "Rate", "+- %", "CV %", "n", "  Marks" } };
     for (const Series& series : record.series)
@@ -108,37 +135,21 @@ std::string LongTable(const RunRecord& record)
     return text;
 }
 
-std::string SpeedText(const statistics::Speed& speed)
-{
-    return LibFixedText(speed.median * 1000, 2) + " ms (" + LibFixedText(speed.share * 100, 0)
-        + " %)";
-}
-
-} // namespace
-
-std::string MarksText(const Figures& figures)
-{
-    std::vector<std::string> marks;
-    if (figures.marks.shared)
-        marks.push_back("shared (" + std::to_string(figures.shared) + " of "
-            + std::to_string(figures.summary.n) + ")");
-    if (figures.marks.twoSpeeds)
-        marks.push_back("two speeds: " + SpeedText(figures.marks.twoSpeeds->fast) + " and "
-            + SpeedText(figures.marks.twoSpeeds->slow));
-    if (figures.marks.unsteady)
-        marks.push_back("unsteady");
-    if (figures.marks.few)
-        marks.push_back("few");
-    std::string text;
-    for (const std::string& mark : marks)
-        text += (text.empty() ? "" : ", ") + mark;
-    return text;
-}
-
 std::string RunTable(const RunRecord& record)
 {
     const bool isRepeated = record.plan.repeats > 1 || record.plan.untilPercent;
-    return isRepeated ? LongTable(record) : WideTable(record);
+    return isRepeated ? FiguresTable(record) : WideTable(record);
+}
+
+std::string RunText(const RunRecord& record, TextFormat format)
+{
+    switch (format) {
+        case TextFormat::kCsv: return RunAsTable(record, ',');
+        case TextFormat::kTsv: return RunAsTable(record, '\t');
+        case TextFormat::kJson: return RunAsJson(record);
+        case TextFormat::kTable: break;
+    }
+    return RunTable(record);
 }
 
 std::string WideTests(const RunRecord& record)

@@ -2,7 +2,6 @@
 #include "console/Compare.h"
 #include "console/Output.h"
 #include "console/Run.h"
-#include "console/TestList.h"
 
 #include <MachineRun.h>
 
@@ -14,18 +13,9 @@ namespace {
 int Compare(const std::vector<std::string>& arguments)
 {
     const CompareOutcome outcome = CompareTask(arguments, stdout);
-    if (!outcome.message.empty())
-        Tell(outcome.message);
+    for (const std::string& message : outcome.messages)
+        Tell(message);
     return outcome.status;
-}
-
-int Explain(const std::string& test)
-{
-    const auto text = ExplainTest(test);
-    if (!text)
-        return Refuse("unknown test <" + test + ">, see --list");
-    printf("%s", text->c_str());
-    return kDone;
 }
 
 int Do(int argc, char** argv)
@@ -45,8 +35,10 @@ int Do(int argc, char** argv)
             printf("%s\n       %s", RunUsage().c_str(), CompareUsage().c_str());
             return kDone;
         case RunOptions::Task::kVersion: printf("tarvex-run %s\n", TARVEX_VERSION); return kDone;
-        case RunOptions::Task::kList: printf("%s", TestList().c_str()); return kDone;
-        case RunOptions::Task::kExplain: return Explain(options.test);
+        case RunOptions::Task::kList: printf("%s", TestTexts().c_str()); return kDone;
+        case RunOptions::Task::kExplain:
+            printf("%s", TestTexts(options.tests).c_str());
+            return kDone;
         case RunOptions::Task::kRun:
         case RunOptions::Task::kResume: break;
     }

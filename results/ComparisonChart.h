@@ -1,4 +1,4 @@
-// The comparison as a chart, in the window and as a file, and its colours.
+// The comparison as a chart, in the window and in pictures, and its colours.
 #pragma once
 
 #include "results/Comparison.h"
@@ -40,8 +40,10 @@ public:
     // Draws what of it lies in update; all machines' frames are where their pictures are then.
     void Draw(BView* view, BRect update);
 
-    // Draws the legend's entry for index + 1 processors: its colour and name. Returns the name.
-    static LibString DrawLegendEntry(BView* view, BPoint leftTop, int32 index, rgb_color text);
+    // Draws the legend's entry for index + 1 processors, or for the number that this colour stands
+    // for: its colour and name. Returns the name.
+    static LibString DrawLegendEntry(
+        BView* view, BPoint leftTop, int32 index, rgb_color text, int32 processors = 0);
 
 private:
     void DrawGrid(BView* view, BRect update) const;
@@ -50,11 +52,3 @@ private:
     Comparison& comparison;
     const float barsX;
 };
-
-// Writes the chart, with the test's name and the legend above it, as SVG, PNG or PDF, as path ends,
-// on a white ground: names in full up to some 120 letters, and as high as its machines need. Where
-// these are more than some 450, a line below says how many are missing. The chart shows what the
-// comparison does; a test must have been chosen that its first machine has. Whoever shares the
-// comparison holds its lock. Needs no display. False, and what was there stays, with a line on
-// standard error, if it could not be written.
-[[nodiscard]] bool WriteChartPicture(const char* path, Comparison& comparison);

@@ -227,28 +227,35 @@ std::string SpeedText(const statistics::Speed& speed)
 
 } // namespace
 
+std::vector<Probe> BestProbes(const std::vector<MeasuredMachine>& machines)
+{
+    std::map<Kind, Probe> ofKinds;
+    for (const MeasuredMachine& machine : machines) {
+        const Probe& probe = machine.record.bestProbe;
+        const auto [best, isNew] = ofKinds.emplace(KindOf(machine.record), probe);
+        best->second = BestOf(best->second, probe);
+    }
+    std::vector<Probe> best;
+    for (const MeasuredMachine& machine : machines)
+        best.push_back(ofKinds.at(KindOf(machine.record)));
+    return best;
+}
+
 std::vector<ComparedRow> CompareMachines(
     const std::vector<MeasuredMachine>& machines, size_t baseline, const TestFilter& isWanted)
 {
-    // The best of all runs on such a machine: a sitting that was slow throughout does not know it,
-    // and by its own best would pass for undisturbed.
-    std::map<Kind, Probe> bestProbes;
-    for (const MeasuredMachine& machine : machines) {
-        const auto [best, isNew] =
-            bestProbes.emplace(KindOf(machine.record), machine.record.bestProbe);
-        best->second = BestOf(best->second, machine.record.bestProbe);
-    }
-    const auto sideOf = [&](const MeasuredMachine& machine) {
-        Side side = SideOf(machine.record, isWanted);
-        side.bestProbe = bestProbes.at(KindOf(machine.record));
+    const std::vector<Probe> bestProbes = BestProbes(machines);
+    const auto sideOf = [&](size_t machine) {
+        Side side = SideOf(machines[machine].record, isWanted);
+        side.bestProbe = bestProbes[machine];
         return side;
     };
-    const Side before = sideOf(machines[baseline]);
+    const Side before = sideOf(baseline);
     Table table;
     for (size_t i = 0; i < machines.size(); i++) {
         if (i == baseline)
             continue;
-        const Side after = sideOf(machines[i]);
+        const Side after = sideOf(i);
         for (const Place& place : PlacesOf(before, after))
             table.Add(i, place, before, after);
     }

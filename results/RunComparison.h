@@ -36,6 +36,11 @@ enum class SortBy {
     kName, // of the machine
 };
 
+// Of each machine the best probe that any run of the same description and processor model knows: a
+// sitting that was slow throughout does not know it, and by its own best would pass for
+// undisturbed.
+[[nodiscard]] std::vector<Probe> BestProbes(const std::vector<MeasuredMachine>& machines);
+
 // Which tests are compared.
 using TestFilter = std::function<bool(const TestType&)>;
 
@@ -47,9 +52,8 @@ using TestFilter = std::function<bool(const TestType&)>;
 // work; the amount of work is not comparable; version of Tarvex, compiler (or its flags) or, for
 // graphics, display (server and size) are not the same; one side has under six repeats, or so few
 // that no difference could pass, see statistics::Judge(); one side is marked, whichever mark it is.
-// The times are those on which the figures rest, see FiguresOf(), and the best probe is the best of
-// all runs of the same description and processor model. All rows together are one table for Holm's
-// correction.
+// The times are those on which the figures rest, see FiguresOf() and BestProbes(). All rows
+// together are one table for Holm's correction.
 [[nodiscard]] std::vector<ComparedRow> CompareMachines(
     const std::vector<MeasuredMachine>& machines, size_t baseline, const TestFilter& isWanted);
 

@@ -259,7 +259,9 @@ std::string Cell(const Json& series, const char* place)
     return value.is_null() ? "" : Dump(value);
 }
 
-std::string Quoted(std::string cell, char separator)
+} // namespace
+
+std::string TableCell(std::string cell, char separator)
 {
     if (separator == '\t') { // knows no quotes
         std::replace_if(
@@ -275,8 +277,6 @@ std::string Quoted(std::string cell, char separator)
     return '"' + cell + '"';
 }
 
-} // namespace
-
 std::string RunAsTable(const RunRecord& record, char separator)
 {
     std::string text = "label";
@@ -285,9 +285,9 @@ std::string RunAsTable(const RunRecord& record, char separator)
     text += '\n';
     for (const Series& series : record.series) {
         const Json json = SeriesAsJson(series, record.bestProbe);
-        text += Quoted(record.label, separator);
+        text += TableCell(record.label, separator);
         for (const Column& column : kColumns)
-            (text += separator) += Quoted(Cell(json, column.place), separator);
+            (text += separator) += TableCell(Cell(json, column.place), separator);
         text += '\n';
     }
     return text;

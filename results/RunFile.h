@@ -24,6 +24,9 @@ constexpr int kRunSchema = 1;
 // wrote.
 [[nodiscard]] bool AddSpan(const std::string& line, RunRecord& record);
 
+// A text as a cell of such a table: in quotes where RFC 4180 wants them; behind '\t', which knows
+// no quotes, with blanks for tabs and line ends.
+[[nodiscard]] std::string TableCell(std::string cell, char separator);
 // A line for each test and count, under a line of names, separator between the cells: ',' (RFC
 // 4180) or '\t'. With the same numbers as the JSON, to the last digit.
 [[nodiscard]] std::string RunAsTable(const RunRecord& record, char separator);

@@ -4,14 +4,16 @@
 
 #include <algorithm>
 #include <concepts>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <ranges>
 #include <set>
+#include <type_traits>
 #include <utility>
 
 namespace {
 
-using Json = nlohmann::json;
+using Json = nlohmann::ordered_json; // its objects are the smaller ones
 
 constexpr size_t kMostBytes = 32 << 20; // the longest runs have a fifth of that
 // Lists and objects of the format lie 6 deep. The rest is for keys of later versions, which are
@@ -22,6 +24,10 @@ constexpr size_t kDeepest = 16;
 struct BadField {
     std::string where;
     std::string why;
+};
+
+struct NotJson {
+    size_t at; // bytes that were read till then
 };
 
 void Check(bool isRight, const char* why)
@@ -180,22 +186,175 @@ public:
     const Json& json;
 };
 
-// Throws BadField, or what the library throws.
-Json Parse(const std::string& text)
+// The keys that are read, each with those within it. All others are passed over as they are parsed:
+// what is worked out of the fields is most of a file.
+struct Shape {
+    static constexpr bool kReads = true;
+
+    template <class T>
+    static Shape Of()
+    {
+        Shape shape;
+        T none {};
+        runfile::Fields(shape, none);
+        return shape;
+    }
+
+    template <class T>
+    void Field(const char* key, T&, runfile::Limits = {})
+    {
+        keys.emplace(key, Below(std::type_identity<T>()));
+    }
+
+    template <class T>
+    void FieldOr(const char* key, T& field, std::type_identity_t<T>, runfile::Limits = {})
+    {
+        Field(key, field);
+    }
+
+    std::map<std::string, Shape, std::less<>> keys;
+
+private:
+    template <class T>
+    static Shape Below(std::type_identity<T>)
+    {
+        if constexpr (Structure<T>)
+            return Of<T>();
+        else
+            return {};
+    }
+
+    template <List T>
+    static Shape Below(std::type_identity<T>)
+    {
+        return Below(std::type_identity<typename T::value_type>());
+    }
+
+    template <class T>
+    static Shape Below(std::type_identity<std::optional<T>>)
+    {
+        return Below(std::type_identity<T>());
+    }
+};
+
+// Keeps of a text what its shape names. All are called by the library's parser, in the text's
+// order.
+class Builder : public nlohmann::json_sax<Json> {
+public:
+    explicit Builder(const Shape& shape) { fOpen.push_back({ &fRoot, &shape }); }
+
+    Json&& Take() { return std::move(fRoot); }
+
+    bool null() override { return Add(nullptr); }
+    bool boolean(bool value) override { return Add(value); }
+    bool number_integer(int64 value) override { return Add(value); }
+    bool number_unsigned(uint64 value) override { return Add(value); }
+    bool number_float(double value, const std::string&) override { return Add(value); }
+    bool string(std::string& value) override { return Add(std::move(value)); }
+    bool binary(Json::binary_t&) override { return false; } // JSON has none
+    bool start_object(size_t) override { return Open(Json::object()); }
+    bool end_object() override { return Close(); }
+    bool start_array(size_t) override { return Open(Json::array()); }
+    bool end_array() override { return Close(); }
+
+    bool key(std::string& name) override
+    {
+        if (fPassedOver > 0)
+            return true;
+        const auto& [object, shape] = fOpen.back();
+        const auto found = shape->keys.find(name);
+        fIsWanted = found != shape->keys.end();
+        if (!fIsWanted)
+            return true;
+        // Of a key that is there twice the library would keep one and say nothing.
+        const auto [place, isNew] = object->emplace(std::move(name), nullptr);
+        Check(isNew, "has a key twice");
+        fValue = { &*place, &found->second };
+        return true;
+    }
+
+    bool parse_error(size_t at, const std::string&, const Json::exception& error) override
+    {
+        constexpr int kNumberTooLarge = 406;
+        if (error.id == kNumberTooLarge)
+            Check(false, "has a number that is too large");
+        throw NotJson { at };
+    }
+
+private:
+    struct Place {
+        Json* json;
+        const Shape* shape; // of what is in it, also of what is in a list
+    };
+
+    // Where the next value goes; nothing where it is passed over.
+    Json* Next(Place& place)
+    {
+        place = fOpen.back();
+        if (fOpen.size() == 1 || !place.json->is_object()) {
+            if (fOpen.size() > 1)
+                place.json = &place.json->emplace_back();
+            return place.json;
+        }
+        if (!fIsWanted)
+            return nullptr;
+        place = fValue;
+        return place.json;
+    }
+
+    template <class Value>
+    bool Add(Value&& value)
+    {
+        Place place;
+        if (Json* json = fPassedOver > 0 ? nullptr : Next(place))
+            *json = std::forward<Value>(value);
+        return true;
+    }
+
+    bool Open(Json&& container)
+    {
+        Check(fOpen.size() - 1 + fPassedOver <= kDeepest, "is nested too deeply");
+        Place place;
+        Json* json = fPassedOver > 0 ? nullptr : Next(place);
+        if (!json) {
+            fPassedOver++;
+            return true;
+        }
+        *json = std::move(container);
+        fOpen.push_back(place);
+        return true;
+    }
+
+    bool Close()
+    {
+        if (fPassedOver > 0)
+            fPassedOver--;
+        else
+            fOpen.pop_back();
+        return true;
+    }
+
+    Json fRoot;
+    std::vector<Place> fOpen; // the root, and the lists and objects around the next value
+    Place fValue {}; // of the key that was read last
+    bool fIsWanted = true; // that key
+    size_t fPassedOver = 0; // lists and objects around the next value that nobody reads
+};
+
+// Throws BadField or NotJson.
+Json Parse(const std::string& text, const Shape& shape)
 {
     Check(text.size() <= kMostBytes, "has over 32 megabytes");
-    std::vector<std::set<std::string>> keys; // of the objects around
-    // Of a key that is there twice the library would keep the last and say nothing.
-    return Json::parse(text, [&keys](int depth, Json::parse_event_t event, Json& parsed) {
-        Check(static_cast<size_t>(depth) <= kDeepest, "is nested too deeply");
-        if (event == Json::parse_event_t::object_start)
-            keys.emplace_back();
-        else if (event == Json::parse_event_t::object_end)
-            keys.pop_back();
-        else if (event == Json::parse_event_t::key)
-            Check(keys.back().insert(parsed.get<std::string>()).second, "has a key twice");
-        return true;
-    });
+    Builder builder(shape);
+    Json::sax_parse(text, &builder);
+    return builder.Take();
+}
+
+Shape RunShape()
+{
+    Shape shape = Shape::Of<RunRecord>();
+    shape.keys["schema"];
+    return shape;
 }
 
 void CheckSchema(const Json& json)
@@ -226,7 +385,8 @@ void CheckSeries(std::deque<Series>& series)
 bool AddSpan(const std::string& line, RunRecord& record)
 {
     try {
-        const Json json = Parse(line);
+        static const Shape shape = Shape::Of<Series>();
+        const Json json = Parse(line, shape);
         Check(json.is_object(), "is no span");
         Series added;
         Reader reader { json };
@@ -240,7 +400,7 @@ bool AddSpan(const std::string& line, RunRecord& record)
         return true;
     } catch (const BadField&) {
         return false;
-    } catch (const Json::exception&) {
+    } catch (const NotJson&) {
         return false;
     }
 }
@@ -248,7 +408,8 @@ bool AddSpan(const std::string& line, RunRecord& record)
 std::variant<RunRecord, std::string> RunFromJson(const std::string& text)
 {
     try {
-        const Json json = Parse(text);
+        static const Shape shape = RunShape();
+        const Json json = Parse(text, shape);
         // Before the fields: of a newer file the first one that has changed would be called wrong.
         CheckSchema(json);
         RunRecord record;
@@ -258,12 +419,9 @@ std::variant<RunRecord, std::string> RunFromJson(const std::string& text)
         return record;
     } catch (const BadField& bad) {
         return bad.where.empty() ? bad.why : bad.where + ": " + bad.why;
-    } catch (const Json::parse_error& error) {
-        const size_t read = std::min(error.byte, text.size());
+    } catch (const NotJson& bad) {
+        const size_t read = std::min(bad.at, text.size());
         return "is not JSON in line "
             + std::to_string(1 + std::count(text.begin(), text.begin() + read, '\n'));
-    } catch (const Json::exception&) {
-        // Kinds are looked at before anything is taken: the library has nothing else to throw.
-        return "has a number that is too large";
     }
 }

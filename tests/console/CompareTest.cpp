@@ -8,6 +8,7 @@
 
 #include <clocale>
 #include <cstdlib>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <sys/wait.h>
@@ -101,15 +102,29 @@ TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
     for (const auto& [arguments, status] : rows)
         EXPECT_EQ(Run(std::string("--compare ") + arguments), status) << arguments << Errors();
     EXPECT_EQ(Errors(),
-        "tarvex-run: <after.json> has nothing in common with the baseline: no test at the same "
-        "processor count\n");
+        "tarvex-run: nothing in common with the baseline, no test at the same processor count: "
+        "<after.json>\n");
 }
 
 TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
 {
     const std::string rows[][2] = {
         { "", "<--compare> needs results files" },
-        { "old.results", "<old.results> holds one machine, and there is no other to compare" },
+        { "old.results --fail-below 1",
+            "<old.results> holds one machine, and there is no other to compare" },
+        { "none --chart a.gif",
+            "cannot write <a.gif>: a picture's name ends in .svg, .png or .pdf" },
+        { "none --scaling no/a.pdf", "cannot write <no/a.pdf>: No such file or directory" },
+        { "old.results --chart", "<--chart> needs a value, see --help" },
+        { "old.results --chart a.svg --scaling ./a.svg",
+            "<--chart> and <--scaling> name the same file" },
+        { "old.results --chart a.svg --test strings",
+            "<--test> takes one test, and <strings> has 2" },
+        { "old.results --chart a.svg --test memory", "no machine has a figure for <Memory>" },
+        { "old.results --scaling a.svg",
+            "<--scaling> needs figures at two processor counts or more" },
+        { "old.results --test sieve",
+            "<--test> is for <--chart> and <--scaling>: rows are chosen by <--tests>" },
         { "old.results none", "cannot read <none>: No such file or directory" },
         { "old.results --baseline .", "<.> holds 5 machines, and only one can be the baseline" },
         { "old.results --groups all", "unknown argument <--groups> of <--compare>, see --help" },
@@ -127,6 +142,43 @@ TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
         EXPECT_EQ(Errors(), "tarvex-run: " + error + "\n");
         EXPECT_EQ(Output(), "");
     }
+    EXPECT_FALSE(std::filesystem::exists(fFolder / "a.svg"));
+}
+
+TEST_F(CompareProgram, ShowsTheFiguresOfOneMachine)
+{
+    EXPECT_EQ(Run("--compare more.json --tests ackerman"), 0);
+    EXPECT_EQ(Output(),
+        "Machine: PC (4-x)\n"
+        "\n"
+        "Test      Units  CPUs     Rate  +- %  CV %   n  Marks\n"
+        "Ackerman  IPS       4   2449.0   0.3   0.3  10\n"
+        "Ackerman  IPS       1  11946.2   0.3   0.3  10\n");
+    EXPECT_EQ(Run("--compare old.results --format csv"), 0);
+    EXPECT_NE(Output().find("\n,700,Sieve,IPS,more,1,400.0,1,"), std::string::npos) << Output();
+    EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(CompareProgram, WritesPicturesWithoutADisplay)
+{
+    unsetenv("DISPLAY");
+    EXPECT_EQ(Run("--compare before.json more.json old.results --baseline before.json "
+                  "--chart a.svg --scaling b.pdf --fail-below 5"),
+        4);
+    EXPECT_EQ(Errors(),
+        "tarvex-run: without figures for it, so not in <a.svg>: <PC (1-x)>\n"
+        "tarvex-run: without figures for it, so not in <b.pdf>: <PC (1-x)>\n");
+    const std::string chart = ReadFile(fFolder / "a.svg");
+    for (const char* text : { ">Ackerman<", ">before.json<", ">more.json<" })
+        EXPECT_NE(chart.find(text), std::string::npos) << text;
+    EXPECT_TRUE(ReadFile(fFolder / "b.pdf").starts_with("%PDF-"));
+    EXPECT_EQ(Run("--compare more.json --chart a.svg --test 700"), 0);
+    EXPECT_NE(ReadFile(fFolder / "a.svg").find(">Sieve<"), std::string::npos);
+
+    std::filesystem::create_symlink("/dev/full", fFolder / "full.svg");
+    EXPECT_EQ(Run("--compare more.json --scaling full.svg"), 1);
+    EXPECT_TRUE(Errors().starts_with("tarvex-run: cannot write <full.svg>: ")) << Errors();
+    EXPECT_TRUE(Output().starts_with("Machine: ")) << Output();
 }
 
 TEST_F(CompareProgram, GivesEqualNumbersInAllFormats)

@@ -1,5 +1,5 @@
 // What is read from right arguments; ProgramTest.cpp gives wrong ones.
-#include "console/RunOptions.h"
+#include "console/Run.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "console/RunTable.h"
+#include "console/ResultText.h"
 
 #include <gtest/gtest.h>
 
