@@ -7,6 +7,7 @@
 #include "toolkit/DialogWindow.h"
 #include "toolkit/Maker.h"
 #include "toolkit/MessageBoxes.h"
+#include "toolkit/StatusLine.h"
 #include "ui/CompareWin.h"
 #include "ui/GetSysDeviceWin.h"
 #include "ui/ResultItem.h"
@@ -105,6 +106,7 @@ void ResultsWin::AddButtons()
     row->AddButton("cancel", "Cancel", kMsgCancel);
     row->AddButton("compare", "Compare...", kMsgCompare);
     row->AddButton("save", "Save...", kMsgSave);
+    status = row->AddStatus("status");
     SetDefaultRow(row);
 }
 
@@ -124,6 +126,11 @@ void ResultsWin::Update(Results& run, bool allow)
     }
     if (comparison.IsThere())
         CompareResults();
+}
+
+void ResultsWin::Say(const std::string& text, const std::string& more)
+{
+    status->Say(text, more);
 }
 
 void ResultsWin::CompareResults()

@@ -15,6 +15,7 @@ class BFilePanel;
 class BListView;
 class CompareWin;
 class GetSysDeviceWin;
+class StatusLine;
 
 // One row for each test with its rates, the machine's processor count first. It keeps its own copy
 // of the run. Closed by its user it is only hidden, so that the next run finds it; the main window
@@ -27,6 +28,8 @@ public:
     // Shows another run, also in the comparison if that is open. The window must be locked. Moves
     // the run's list cursor.
     void Update(Results& run, bool allowSaveCompare);
+    // Says it in the line beside the buttons, see StatusLine. The window must be locked.
+    void Say(const std::string& text, const std::string& more = "");
     // Shows the run in the comparison.
     void CompareResults();
     // Asks about an incomplete run, then for the names of unknown devices, then for a place to
@@ -63,6 +66,7 @@ private:
 
     bool allowSaveCompare = false;
     BListView* list = nullptr;
+    StatusLine* status = nullptr;
     OwnedWindow<CompareWin> comparison; // while it is open
     OwnedWindow<GetSysDeviceWin> unknownDevices; // until the run was saved
     std::map<std::string, std::string> typedNames; // in its last form, for the next one

@@ -74,6 +74,7 @@ TarvexWin::TarvexWin(bool allow)
     AddViews();
     for (long i = 0; i < kNbrBusyCursors; i++)
         cursor.SetCursor(i, kBusyCursors[i]);
+    benchmark.results.watch = watch.Spans();
     SetMainWindow();
     SetPosition();
 }
@@ -235,6 +236,7 @@ bool TarvexWin::PrepareTest()
     WarnOnce();
     running = true;
     SetDescription();
+    watch.Begin();
     cursor.Run(kCursorPeriod);
     for (size_t group = 0; group < kNbrTestGroups; group++)
         benchmark.*kGroupRuns[group].selected = IsSelected(group);
@@ -300,9 +302,12 @@ void TarvexWin::BenchmarkChange(BMessage*)
 {
     // The thread writes no more once it has told of its end, so the results may be copied.
     EndRun();
+    const RunRemark remark = watch.End();
     MakeResults();
-    results.With(
-        [this](ResultsWin& window) { window.Update(benchmark.results, allowSaveComparison); });
+    results.With([&](ResultsWin& window) {
+        window.Update(benchmark.results, allowSaveComparison);
+        window.Say(remark.line, remark.more);
+    });
     // Only when it is filled, else the run before would be seen for a moment.
     results.Front();
 }

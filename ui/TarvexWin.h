@@ -6,6 +6,7 @@
 #include "toolkit/LibWindow.h"
 #include "toolkit/OwnedWindow.h"
 #include "ui/AnimateCursor.h"
+#include "ui/RunWatch.h"
 
 #include <MachineRun.h>
 
@@ -68,7 +69,8 @@ private:
     bool allowSaveComparison;
     bool running = false;
     OwnedWindow<ResultsWin> results;
-    BMachineRun machineRun; // ends after benchmark, which may be under way
+    BMachineRun machineRun; // these end after benchmark, which may be under way
+    RunWatch watch;
     Benchmark benchmark;
     AnimateCursor cursor;
 };
