@@ -1,6 +1,7 @@
 #include "ui/ResultsWin.h"
 
 #include "foundation/LibPath.h"
+#include "foundation/PlainText.h"
 #include "results/ResultsFile.h"
 #include "results/TestCatalogue.h"
 #include "sysinfo/LibDeviceInfo.h"
@@ -261,29 +262,34 @@ void ResultsWin::SaveResultFile(BMessage* reply)
     if (savePanel)
         savePanel->Hide();
     saved = path;
-    if (WriteResultsFile(saved.Path(), results))
-        Pack();
-    else
+    std::string why;
+    if (WriteResultsFile(saved.Path(), results, &why)) {
+        status->Say(Pack());
+        // It waits for nothing: the answer comes by a message, and the alert deletes itself.
+        (new TarvexAlert(this))->Go(nullptr);
+    } else {
         saved.Unset(); // no mail may take along half a file, or one of before
-    // It waits for nothing: the answer comes by a message, and the alert deletes itself.
-    (new TarvexAlert(this))->Go(nullptr);
+        why[0] = LibToLower(why[0]);
+        status->Say("Could not write " + std::string(path.Path()) + ": " + why);
+    }
     // After the package, which takes the form's report along.
     QuitDevices();
 }
 
-void ResultsWin::Pack()
+// Returns what there is to be said of it.
+std::string ResultsWin::Pack()
 {
     // With its form locked, as the user may have opened it again beside the panel.
-    Packed packed = Packed::kNot;
-    const auto pack = [&](GetSysDeviceWin& form) { packed = PackResults(saved, &form); };
+    Package package;
+    const auto pack = [&](GetSysDeviceWin& form) { package = PackResults(saved, &form); };
     if (!unknownDevices.With(pack))
-        packed = PackResults(saved, nullptr);
-    if (packed != Packed::kNoZip)
-        return;
-    LibInfo(
-        "Tarvex was unable to ZIP your results because the utility 'zip' was not found. You may "
-        "have trouble emailing the results. Please install 'zip' from your system's software "
-        "catalogue and re-run the test.");
+        package = PackResults(saved, nullptr);
+    if (package.packed == Packed::kNoZip) {
+        LibInfo("Tarvex was unable to ZIP your results because the utility 'zip' was not found. "
+                "You may have trouble emailing the results. Please install 'zip' from your "
+                "system's software catalogue and re-run the test.");
+    }
+    return SavedText(saved.Path(), package);
 }
 
 void ResultsWin::EmailResults(BMessage* answer)
@@ -294,10 +300,18 @@ void ResultsWin::EmailResults(BMessage* answer)
     text.Concat(config);
     text.Concat(".");
     BMailMessage mail;
-    const bool isComplete = mail.AddHeaderField(B_MAIL_TO, TARVEX_SUPPORT_ADDRESS) == B_OK
+    if (mail.AddEnclosure(saved.Path()) != B_OK) {
+        status->Say("Not mailed: what was saved is not there any more");
+    } else if (mail.AddHeaderField(B_MAIL_TO, TARVEX_SUPPORT_ADDRESS) == B_OK
         && mail.AddHeaderField(B_MAIL_SUBJECT, "Tarvex results") == B_OK
         && mail.AddContent(text, static_cast<int32>(strlen(text))) == B_OK
-        && mail.AddEnclosure(saved.Path()) == B_OK;
-    if (!isComplete || mail.Send(true) != B_OK)
-        fprintf(stderr, "The mail with <%s> was not sent\n", saved.Path() ? saved.Path() : "");
+        && mail.Send(true) == B_OK) {
+        status->Say(mail.IsLeftToUser()
+                ? "The mailer has the mail to " TARVEX_SUPPORT_ADDRESS ", for you to send"
+                : "Mailed to " TARVEX_SUPPORT_ADDRESS);
+        return;
+    } else {
+        status->Say("The mailer refused: " + mail.Error());
+    }
+    fprintf(stderr, "The mail with <%s> was not sent\n", saved.Path() ? saved.Path() : "");
 }

@@ -37,7 +37,7 @@ public:
     void SaveResults();
     void ShowSavePanel();
     // Saves the run where the panel's reply says and packs it for the mail; asks how it is to be
-    // sent. Each step goes on where an earlier one failed.
+    // sent, unless nothing was written. The line says what there is now.
     void SaveResultFile(BMessage* reply);
     // Sends what was saved to the maker, with the user's description of the machine from the
     // alert's answer.
@@ -62,7 +62,7 @@ private:
     void ShowDevices();
     void GetSysDeviceQuit(const BMessage& closing);
     void QuitDevices();
-    void Pack();
+    std::string Pack();
 
     bool allowSaveCompare = false;
     BListView* list = nullptr;
