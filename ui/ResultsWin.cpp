@@ -306,9 +306,9 @@ void ResultsWin::EmailResults(BMessage* answer)
         && mail.AddHeaderField(B_MAIL_SUBJECT, "Tarvex results") == B_OK
         && mail.AddContent(text, static_cast<int32>(strlen(text))) == B_OK
         && mail.Send(true) == B_OK) {
-        status->Say(mail.IsLeftToUser()
-                ? "The mailer has the mail to " TARVEX_SUPPORT_ADDRESS ", for you to send"
-                : "Mailed to " TARVEX_SUPPORT_ADDRESS);
+        status->Say(mail.IsLeftToUser() ? "The mailer has the mail to " TARVEX_SUPPORT_ADDRESS
+                                          ", for you to send"
+                                        : "Mailed to " TARVEX_SUPPORT_ADDRESS);
         return;
     } else {
         status->Say("The mailer refused: " + mail.Error());
