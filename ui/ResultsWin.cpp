@@ -129,6 +129,15 @@ void ResultsWin::Update(Results& run, bool allow)
         CompareResults();
 }
 
+void ResultsWin::ShowUnsaved(bool allow)
+{
+    const auto run = unsaved.Read();
+    if (!run)
+        return;
+    Update(*run, allow);
+    status->Say("Not saved yet: the run of " + unsaved.Ended());
+}
+
 void ResultsWin::Say(const std::string& text, const std::string& more)
 {
     status->Say(text, more);
@@ -264,6 +273,7 @@ void ResultsWin::SaveResultFile(BMessage* reply)
     saved = path;
     std::string why;
     if (WriteResultsFile(saved.Path(), results, &why)) {
+        unsaved.Forget();
         status->Say(Pack());
         // It waits for nothing: the answer comes by a message, and the alert deletes itself.
         (new TarvexAlert(this))->Go(nullptr);

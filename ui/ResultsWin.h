@@ -4,6 +4,7 @@
 #include "results/Results.h"
 #include "toolkit/DialogWindow.h"
 #include "toolkit/OwnedWindow.h"
+#include "ui/UnsavedRun.h"
 
 #include <Path.h>
 
@@ -28,6 +29,11 @@ public:
     // Shows another run, also in the comparison if that is open. The window must be locked. Moves
     // the run's list cursor.
     void Update(Results& run, bool allowSaveCompare);
+    // Keeps the run for the program's next start, until it is saved.
+    void KeepUnsaved() { unsaved.Keep(results); }
+    // Shows the run that an earlier start has kept so, and says which it is; nothing if there is
+    // none any more. The window must be locked.
+    void ShowUnsaved(bool allowSaveCompare);
     // Says it in the line beside the buttons, see StatusLine. The window must be locked.
     void Say(const std::string& text, const std::string& more = "");
     // Shows the run in the comparison.
@@ -73,4 +79,5 @@ private:
     std::unique_ptr<BFilePanel> savePanel; // made when first needed
     BPath saved; // what the mail takes along
     Results results;
+    UnsavedRun unsaved;
 };

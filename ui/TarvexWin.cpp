@@ -25,6 +25,7 @@ namespace {
 
 constexpr uint32 kMsgTest = 100;
 constexpr uint32 kMsgAll = 200;
+constexpr uint32 kMsgResults = 'Rslt';
 
 constexpr char kEstimateLabel[] = "Estimated Test Time";
 constexpr char kStatusLabel[] = "Status";
@@ -89,6 +90,11 @@ void TarvexWin::AddMenu()
     testItem->SetEnabled(false);
     menu->AddItem(testItem);
     menu->AddItem(new BMenuItem("All", new BMessage(kMsgAll), 'A'));
+    if (const auto unsaved = UnsavedRun().Read())
+        unsavedCpus = unsaved->nbrCpus;
+    resultsItem = new BMenuItem("Results", new BMessage(kMsgResults), 'R');
+    resultsItem->SetEnabled(unsavedCpus > 0);
+    menu->AddItem(resultsItem);
     menuBar->AddItem(menu);
     AddChild(menuBar);
 }
@@ -145,11 +151,15 @@ void TarvexWin::AddGroups(GroupBox where, float& top, const char* name, const ch
     }
 }
 
-// Made when the first run ends, so that the main window need not wait for it.
-void TarvexWin::MakeResults()
+// Made when the first run ends, so that the main window need not wait for it. Results kept from
+// another machine may have had more processors, and need other columns.
+void TarvexWin::MakeResults(int32 nbrCpus)
 {
-    results.Make([] {
-        auto* window = new ResultsWin(NbrCpus());
+    if (nbrCpus != titledCpus)
+        results.End();
+    titledCpus = nbrCpus;
+    results.Make([nbrCpus] {
+        auto* window = new ResultsWin(nbrCpus);
         // Its thread runs from the start, so that any thread may lock it.
         // A window counts how often it was hidden, so that after both calls it still is.
         window->Hide();
@@ -303,18 +313,31 @@ void TarvexWin::BenchmarkChange(BMessage*)
     // The thread writes no more once it has told of its end, so the results may be copied.
     EndRun();
     const RunRemark remark = watch.End();
-    MakeResults();
+    MakeResults(NbrCpus());
     results.With([&](ResultsWin& window) {
         window.Update(benchmark.results, allowSaveComparison);
+        window.KeepUnsaved();
         window.Say(remark.line, remark.more);
     });
+    unsavedCpus = 0; // this run has taken its place
+    resultsItem->SetEnabled(true);
     // Only when it is filled, else the run before would be seen for a moment.
+    results.Front();
+}
+
+void TarvexWin::ShowResults()
+{
+    if (unsavedCpus > 0) {
+        MakeResults(unsavedCpus);
+        results.With([this](ResultsWin& window) { window.ShowUnsaved(allowSaveComparison); });
+        unsavedCpus = 0;
+    }
     results.Front();
 }
 
 void TarvexWin::CompareFiles(BMessage* files)
 {
-    MakeResults();
+    MakeResults(titledCpus > 0 ? titledCpus : NbrCpus());
     results.With([&](ResultsWin& window) { window.CompareFiles(files, allowSaveComparison); });
 }
 
@@ -324,6 +347,7 @@ void TarvexWin::MessageReceived(BMessage* message)
         case B_REFS_RECEIVED: CompareFiles(message); break;
         case kMsgTest: StartTest(); break;
         case kMsgAll: SelectAll(); break;
+        case kMsgResults: ShowResults(); break;
         case 'BmkS': StatusChange(message); break;
         case 'LThC': BenchmarkChange(message); break;
         default:

@@ -37,6 +37,9 @@ public:
     void StatusChange(BMessage* message);
     // The end of a run: its results come to the front.
     void BenchmarkChange(BMessage* message);
+    // Brings the results of the last run to the front, at first those of an earlier start that
+    // nobody has saved.
+    void ShowResults();
     // Shows the results files among the message's "refs" in the comparison.
     void CompareFiles(BMessage* files);
     // "Test" can be chosen while a group is selected and no run is under way.
@@ -50,7 +53,7 @@ private:
     void AddViews();
     BBox* AddBox(float& top, const char* name, const char* label, int32 rows);
     void AddGroups(GroupBox where, float& top, const char* name, const char* label);
-    void MakeResults();
+    void MakeResults(int32 nbrCpus);
 
     bool PrepareTest();
     bool IsSelected(size_t group) const;
@@ -61,6 +64,7 @@ private:
 
     MainMenuBar* menuBar = nullptr;
     BMenuItem* testItem = nullptr;
+    BMenuItem* resultsItem = nullptr;
     BView* background = nullptr;
     BCheckBox* groups[kNbrTestGroups] = {}; // null: the group has none
     BBox* statusBox = nullptr;
@@ -68,6 +72,8 @@ private:
     bool warned = false; // of the pass with one processor
     bool allowSaveComparison;
     bool running = false;
+    int32 unsavedCpus = 0; // of the run that an earlier start has kept; 0: none, or it was shown
+    int32 titledCpus = 0; // for which the results window was made
     OwnedWindow<ResultsWin> results;
     BMachineRun machineRun; // these end after benchmark, which may be under way
     RunWatch watch;

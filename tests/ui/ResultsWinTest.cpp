@@ -4,6 +4,7 @@
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
 #include "ui/ResultItem.h"
+#include "ui/UnsavedRun.h"
 
 #include <Application.h>
 #include <ListView.h>
@@ -183,4 +184,30 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
     ASSERT_TRUE(window->Lock());
     EXPECT_TRUE(window->QuitRequested());
     window->Quit();
+}
+
+TEST(UnsavedRun, IsReadAsFarAsItIsWholeAndForgottenByWhoKeptIt)
+{
+    const std::string file = DataHome() / "tarvex/unsaved";
+    Results run(true);
+    run.description = "PC (1-x)";
+    AddMetric(run, "Memory", { 1 });
+    run.First()->Index(200);
+    UnsavedRun one, other;
+    one.Keep(run);
+    AddMetric(run, "Savage", { 1 });
+    run.First(), run.Next()->Index(300);
+    other.Keep(run);
+    one.Forget();
+    ASSERT_NE(one.Read(), nullptr);
+    EXPECT_EQ(one.Read()->Size(), 2);
+    const std::string text = ReadFile(file);
+    for (const std::string& damaged : { std::string(), text.substr(0, 16), text.substr(0, 17),
+             text.substr(0, text.find('\t')), "x" + text }) {
+        WriteFile(file, damaged);
+        EXPECT_EQ(UnsavedRun().Read(), nullptr) << damaged;
+    }
+    WriteFile(file, text);
+    other.Forget();
+    EXPECT_EQ(UnsavedRun().Read(), nullptr);
 }

@@ -2,11 +2,13 @@
 
 #include "engine/ThisBuild.h"
 #include "results/ProbeMemory.h"
+#include "tests/kits/kernel/MachineTree.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/RunEstimate.h"
+#include "ui/UnsavedRun.h"
 
 #include <Application.h>
 #include <MachineRun.h>
@@ -63,19 +65,29 @@ protected:
     void TearDown() override
     {
         LibCloseAlerts();
-        if (window && window->Lock()) {
-            EXPECT_TRUE(window->QuitRequested());
-            window->Quit();
-        }
+        CloseWindow();
         EXPECT_LT(find_thread("benchmark"), 0);
         EXPECT_LT(find_thread("LoadCursor"), 0);
     }
 
-    bool TestIsEnabled()
+    void CloseWindow()
     {
-        return WithLock(
-            window, [&] { return window->KeyMenuBar()->FindItem("Test")->IsEnabled(); });
+        if (!window || !window->Lock())
+            return;
+        EXPECT_TRUE(window->QuitRequested());
+        window->Quit();
+        window = nullptr;
     }
+    void Restart()
+    {
+        CloseWindow();
+        SetUp();
+    }
+    bool IsEnabled(const char* item)
+    {
+        return WithLock(window, [&] { return window->KeyMenuBar()->FindItem(item)->IsEnabled(); });
+    }
+    bool TestIsEnabled() { return IsEnabled("Test"); }
 
     BApplication app { "application/x-vnd.Quorvane.WinTest" };
     RecordingWin* window = nullptr;
@@ -187,18 +199,59 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
     const std::string shared = spans + " of " + spans + " spans were shared with other programs";
     EXPECT_TRUE(Shows("status", shared)) << Find("status").text;
 
-    // Closed by whatever means, the results come back with the next run, which warns no more.
+    // Closed by whatever means, the results come back when asked for, and with the next run, which
+    // warns no more.
     for (const char* key : { "Escape", "ctrl+w", "" }) {
-        if (key[0])
-            screen::Key(key);
-        else
-            screen::Click("cancel");
-        EXPECT_SOON(!Find("list").exists) << key;
-        screen::ClickAt(Find("est_time").frame.LeftTop());
-        ASSERT_TRUE(screen::BecomesActive("Tarvex"));
-        screen::Key("ctrl+t");
-        ASSERT_TRUE(screen::BecomesActive("Results", 120));
+        for (const char* back : { "ctrl+r", "ctrl+t" }) {
+            if (key[0])
+                screen::Key(key);
+            else
+                screen::Click("cancel");
+            EXPECT_SOON(!Find("list").exists) << key;
+            screen::ClickAt(Find("est_time").frame.LeftTop());
+            ASSERT_TRUE(screen::BecomesActive("Tarvex"));
+            screen::Key(back);
+            ASSERT_TRUE(screen::BecomesActive("Results", 120));
+        }
     }
+    Restart();
+    EXPECT_TRUE(IsEnabled("Results")) << "kept as nobody has saved them";
+}
+
+TEST_F(TarvexWinTest, OffersTheUnsavedResultsOfTheLastStartUntilTheyAreSaved)
+{
+    EXPECT_FALSE(IsEnabled("Results"));
+    const ThisMachine tree; // without devices, and so without questions about them
+    Results run(true);
+    run.description = "PC (7-x)"; // of another machine
+    Metric* metric = run.NewTest("Memory", 195);
+    metric->Index(200);
+    for (int count = 7; count > 0; count--)
+        metric->Time(0.5f);
+    UnsavedRun().Keep(run);
+    for (const bool isSaved : { false, true }) {
+        Restart();
+        ASSERT_TRUE(IsEnabled("Results"));
+        screen::ClickMenu({ "Benchmark", "Results" });
+        ASSERT_TRUE(screen::BecomesActive("Results"));
+        EXPECT_EQ(Find("status").text,
+            "Not saved yet: the run of " + ReadFile(DataHome() / "tarvex/unsaved").substr(0, 16));
+        EXPECT_TRUE(Find("cpus7").exists);
+        const std::string file = DataHome() / "mine";
+        screen::Key("Return");
+        ASSERT_TRUE(screen::BecomesActive("")); // not all tests
+        screen::Key(isSaved ? "y" : "n");
+        if (!isSaved)
+            continue;
+        ASSERT_TRUE(screen::BecomesActive("Save As"));
+        screen::Type(file);
+        screen::Key("Return");
+        ASSERT_TRUE(screen::BecomesActive("alert"));
+        screen::Key("Escape");
+        EXPECT_TRUE(std::filesystem::exists(file + ".zip"));
+    }
+    Restart();
+    EXPECT_FALSE(IsEnabled("Results"));
 }
 
 TEST_F(TarvexWinTest, TheGraphicsTestsAskForTheirScreenFirst)
