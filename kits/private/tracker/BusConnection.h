@@ -1,9 +1,12 @@
-// What is got from the library of the message buses, as objects.
+// Message buses without waiting longer than one wants to: the library's own calls wait for a bus or
+// a program that hangs for 25 seconds, or for ever.
 #pragma once
 
 #include <dbus/dbus.h>
 
+#include <chrono>
 #include <memory>
+#include <string>
 
 struct CloseConnection {
     void operator()(DBusConnection* connection) const
@@ -14,3 +17,17 @@ struct CloseConnection {
 };
 using BusConnection = std::unique_ptr<DBusConnection, CloseConnection>; // a private one
 using BusMessage = std::unique_ptr<DBusMessage, decltype(&dbus_message_unref)>;
+using BusClock = std::chrono::steady_clock;
+
+// Null where there is no such bus, or it has not let this program in before the end.
+[[nodiscard]] BusConnection ConnectToSystem(BusClock::time_point end);
+// The user's session. Starts none where there is none.
+[[nodiscard]] BusConnection ConnectToSession(BusClock::time_point end);
+
+// A call of a program by its name on the bus, to which arguments may be appended. Null without
+// memory.
+[[nodiscard]] BusMessage MakeBusCall(
+    const char* service, const char* object, const char* interface, const char* method);
+// What it answers before the end; null if it does not, or answers that it cannot, or call is null.
+[[nodiscard]] BusMessage AnswerTo(
+    DBusConnection* connection, const BusMessage& call, BusClock::time_point end);
