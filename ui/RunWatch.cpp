@@ -26,7 +26,7 @@ RunRemark RemarkOf(int32 nbrSpans, int32 nbrShared, const std::vector<RunWarning
     if (nbrSpans > 0) {
         const std::string count = nbrShared == 0 ? "None" : std::to_string(nbrShared);
         remark.line = count + " of " + std::to_string(nbrSpans) + " spans "
-            + (nbrShared == 1 ? "was" : "were") + " shared with other programs";
+            + (nbrShared > 1 ? "were" : "was") + " shared";
     }
     remark.more = nbrShared > 0 ? kShared : "";
     for (const RunWarning& warning : warnings) {

@@ -9,7 +9,7 @@
 
 // What is said of a run, in a line, and what explains it.
 struct RunRemark {
-    std::string line; // "3 of 12 spans were shared with other programs"
+    std::string line; // "3 of 12 spans were shared"
     std::string more; // in lines of its own; may be empty
 };
 

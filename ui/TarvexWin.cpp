@@ -6,7 +6,6 @@
 #include "toolkit/MessageBoxes.h"
 #include "ui/AnimateCursor.h"
 #include "ui/ResultsWin.h"
-#include "ui/RunEstimate.h"
 
 #include <Alert.h>
 #include <Autolock.h>
@@ -15,7 +14,9 @@
 #include <Menu.h>
 #include <MenuItem.h>
 #include <Message.h>
+#include <Notification.h>
 #include <OS.h>
+#include <StatusBar.h>
 #include <StringView.h>
 
 #include <algorithm>
@@ -38,6 +39,7 @@ constexpr float kBoxTop = 22; // the box's label
 constexpr float kBoxBottom = 3;
 constexpr float kInset = 12;
 constexpr float kRowHeight = 22; // of a check box or a line of text
+constexpr float kBarHeight = 6; // of the progress below the status
 
 constexpr float kCursorPeriod = 0.1f;
 constexpr long kRunPriority = 20;
@@ -115,6 +117,15 @@ void TarvexWin::AddViews()
     statusBox = AddBox(top, "timebox", kEstimateLabel, 1);
     statusText = new BStringView(RowFrame(0), "est_time", "0:00");
     statusBox->AddChild(statusText);
+    statusBox->ResizeBy(0, kBarHeight);
+    top += kBarHeight;
+    BRect bar = RowFrame(0);
+    bar.top = bar.bottom + 1;
+    bar.bottom = bar.top + kBarHeight - 1;
+    progressBar = new BStatusBar(bar, "progress");
+    progressBar->SetMaxValue(1);
+    progressBar->Hide();
+    statusBox->AddChild(progressBar);
 
     const BRect tip(kMargin, top, kWidth - kMargin, top + kRowHeight - 2);
     background->AddChild(new BStringView(tip, "tip_help", "Select <Shift><F1> for on-line help"));
@@ -201,12 +212,17 @@ void TarvexWin::EstimateTime()
     const BAutolock lock(this);
     if (!lock.IsLocked())
         return;
+    if (!running)
+        statusText->SetText(Estimate().Text());
+}
+
+RunEstimate TarvexWin::Estimate() const
+{
     RunEstimate estimate;
     estimate.nbrCpus = NbrCpus();
     for (size_t group = 0; group < kNbrTestGroups; group++)
         estimate.selected[group] = IsSelected(group);
-    if (!running)
-        statusText->SetText(estimate.Text());
+    return estimate;
 }
 
 void TarvexWin::SetDescription()
@@ -247,6 +263,10 @@ bool TarvexWin::PrepareTest()
     running = true;
     SetDescription();
     watch.Begin();
+    awake = std::make_unique<BSleepInhibitor>("A run of Tarvex");
+    progress.Begin(Estimate(), system_time());
+    ShowProgress();
+    progressBar->Show();
     cursor.Run(kCursorPeriod);
     for (size_t group = 0; group < kNbrTestGroups; group++)
         benchmark.*kGroupRuns[group].selected = IsSelected(group);
@@ -294,14 +314,29 @@ void TarvexWin::WarnOnce()
 void TarvexWin::StatusChange(BMessage* message)
 {
     const char* status = nullptr;
-    if (message->FindString("status", &status) == B_OK)
-        statusText->SetText(status);
+    if (message->FindString("status", &status) != B_OK)
+        return;
+    statusText->SetText(status);
+    progress.GroupBegins(system_time());
+    ShowProgress();
+}
+
+// Only when a group begins: whatever moved in between would be measured too.
+void TarvexWin::ShowProgress()
+{
+    const int seconds = static_cast<int>(progress.SecondsLeft() + 0.5);
+    char left[32];
+    snprintf(left, sizeof left, "%d:%02d left", seconds / 60, seconds % 60);
+    progressBar->SetToolTip(left);
+    progressBar->Update(static_cast<float>(progress.Share()) - progressBar->CurrentValue());
 }
 
 void TarvexWin::EndRun()
 {
     cursor.Quit();
     machineRun.End();
+    awake.reset();
+    progressBar->Hide();
     running = false;
     statusBox->SetLabel(kEstimateLabel);
     statusText->SetText("");
@@ -319,6 +354,8 @@ void TarvexWin::BenchmarkChange(BMessage*)
         window.KeepUnsaved();
         window.Say(remark.line, remark.more);
     });
+    // Before the window takes the keyboard.
+    NotifyAbsentUser("The test has ended", remark.line);
     unsavedCpus = 0; // this run has taken its place
     resultsItem->SetEnabled(true);
     // Only when it is filled, else the run before would be seen for a moment.

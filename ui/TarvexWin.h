@@ -6,13 +6,18 @@
 #include "toolkit/LibWindow.h"
 #include "toolkit/OwnedWindow.h"
 #include "ui/AnimateCursor.h"
+#include "ui/RunEstimate.h"
 #include "ui/RunWatch.h"
 
 #include <MachineRun.h>
+#include <SleepInhibitor.h>
+
+#include <memory>
 
 class BBox;
 class BCheckBox;
 class BMenuItem;
+class BStatusBar;
 class BStringView;
 class LibSysInfo;
 class MainMenuBar;
@@ -33,9 +38,9 @@ public:
     // Asks and warns where needed, then starts the run; the user may abort. Only in Idle, else
     // nothing happens.
     void StartTest();
-    // Shows the message's "status".
+    // Shows the message's "status", and how far the run has come.
     void StatusChange(BMessage* message);
-    // The end of a run: its results come to the front.
+    // The end of a run: its results come to the front. A user who is elsewhere is told.
     void BenchmarkChange(BMessage* message);
     // Brings the results of the last run to the front, at first those of an earlier start that
     // nobody has saved.
@@ -55,11 +60,13 @@ private:
     void AddGroups(GroupBox where, float& top, const char* name, const char* label);
     void MakeResults(int32 nbrCpus);
 
+    RunEstimate Estimate() const;
     bool PrepareTest();
     bool IsSelected(size_t group) const;
     bool ScreenIsAccepted(const LibSysInfo& info);
     bool MachineIsHad();
     void WarnOnce();
+    void ShowProgress();
     void EndRun();
 
     MainMenuBar* menuBar = nullptr;
@@ -69,6 +76,7 @@ private:
     BCheckBox* groups[kNbrTestGroups] = {}; // null: the group has none
     BBox* statusBox = nullptr;
     BStringView* statusText = nullptr; // the estimate or the status
+    BStatusBar* progressBar = nullptr; // hidden in Idle
     bool warned = false; // of the pass with one processor
     bool allowSaveComparison;
     bool running = false;
@@ -77,6 +85,8 @@ private:
     OwnedWindow<ResultsWin> results;
     BMachineRun machineRun; // these end after benchmark, which may be under way
     RunWatch watch;
+    RunProgress progress;
+    std::unique_ptr<BSleepInhibitor> awake; // while running
     Benchmark benchmark;
     AnimateCursor cursor;
 };

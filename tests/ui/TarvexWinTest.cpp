@@ -5,6 +5,7 @@
 #include "tests/kits/kernel/MachineTree.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/SessionService.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/RunEstimate.h"
@@ -17,6 +18,8 @@
 #include <Message.h>
 
 #include <gtest/gtest.h>
+
+#include <regex>
 
 namespace {
 
@@ -34,11 +37,15 @@ public:
         if (message->what != 'BmkS')
             return;
         statuses.push_back(Find("timebox").text + ": " + Find("est_time").text);
+        EXPECT_TRUE(Find("progress").exists);
+        if (atStatus)
+            atStatus();
         StartTest(); // one run at a time: nothing must happen
         EXPECT_FALSE(KeyMenuBar()->FindItem("Test")->IsEnabled());
     }
 
     std::vector<std::string> statuses;
+    std::function<void()> atStatus;
 };
 
 int32 NbrCpus()
@@ -196,7 +203,7 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
     EXPECT_EQ(Find("est_time").text, "");
     EXPECT_TRUE(TestIsEnabled());
     const std::string spans = std::to_string(3 * NbrCpus()); // of three tests
-    const std::string shared = spans + " of " + spans + " spans were shared with other programs";
+    const std::string shared = spans + " of " + spans + " spans were shared";
     EXPECT_TRUE(Shows("status", shared)) << Find("status").text;
 
     // Closed by whatever means, the results come back when asked for, and with the next run, which
@@ -216,6 +223,44 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
     }
     Restart();
     EXPECT_TRUE(IsEnabled("Results")) << "kept as nobody has saved them";
+}
+
+TEST_F(TarvexWinTest, KeepsTheMachineAwakeAndTellsAnAbsentUserOfTheEnd)
+{
+    SessionService session({ "org.freedesktop.ScreenSaver", "org.freedesktop.Notifications" });
+    const ThisMachine tree; // of one processor
+    const auto sleep = [&](int times) {
+        tree.Write("sys/power/suspend_stats/success", std::to_string(times) + "\n");
+    };
+    sleep(3);
+    std::vector<std::string> left;
+    window->atStatus = [&] {
+        left.push_back(window->FindView("progress")->ToolTip());
+        sleep(4);
+        // While this is handled the end of the run waits.
+        EXPECT_EQ(system("wmctrl -k on"), 0);
+        EXPECT_SOON(!screen::IsActive("Tarvex"));
+    };
+    EXPECT_FALSE(Find("progress").exists);
+    screen::Click("cpustring");
+    screen::Click("cpumemory");
+    screen::Key("ctrl+t");
+    ASSERT_TRUE(screen::BecomesActive("Warning"));
+    EXPECT_EQ(session.log.Now(), Entries()) << "nothing runs yet";
+    screen::Key("Return");
+    ASSERT_SOON(Find("list").exists);
+    EXPECT_SOON(!Find("progress").exists);
+    ASSERT_EQ(left.size(), 2u);
+    EXPECT_EQ(left[0], "0:06 left");
+    EXPECT_NE(left[1], left[0]);
+    const std::string remark = Find("status").text;
+    const std::regex expected("(None|\\d) of 3 spans (was|were) shared; the machine slept once");
+    EXPECT_TRUE(std::regex_match(remark, expected)) << remark;
+    const Entries entries = session.log.WaitFor(3);
+    EXPECT_EQ(entries[0], "Inhibit(Tarvex, A run of Tarvex)");
+    EXPECT_EQ(entries[1], "gone") << "with the run";
+    EXPECT_EQ(
+        entries[2], "Notify(Tarvex, 0, tarvex, The test has ended, " + remark + ", [], [], -1)");
 }
 
 TEST_F(TarvexWinTest, OffersTheUnsavedResultsOfTheLastStartUntilTheyAreSaved)
