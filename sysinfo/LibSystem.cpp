@@ -1,12 +1,28 @@
 #include "sysinfo/LibSystem.h"
 
 #include "foundation/LibPath.h"
+#include "foundation/PlainText.h"
 #include "foundation/ToolCommand.h"
 
 #include <AppFileInfo.h>
 #include <File.h>
 #include <FindDirectory.h>
+#include <MachineDetails.h>
 #include <Path.h>
+
+std::string LibMachineText(const MachineDetails& details)
+{
+    std::string text = details.processorModel.value_or("");
+    const auto add = [&text](
+                         const std::string& line) { text += (text.empty() ? "" : "\n") + line; };
+    if (details.memory) {
+        const double gigabytes = static_cast<double>(*details.memory) / (1 << 30);
+        add(LibFixedText(gigabytes, 1) + " GB of memory");
+    }
+    if (details.kernelRelease)
+        add("Linux " + *details.kernelRelease);
+    return text;
+}
 
 void LibGetOSVersion(LibString& version)
 {

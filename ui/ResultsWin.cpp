@@ -5,6 +5,8 @@
 #include "results/ResultsFile.h"
 #include "results/TestCatalogue.h"
 #include "sysinfo/LibDeviceInfo.h"
+#include "sysinfo/LibSysInfo.h"
+#include "sysinfo/LibSystem.h"
 #include "toolkit/DialogWindow.h"
 #include "toolkit/Maker.h"
 #include "toolkit/MessageBoxes.h"
@@ -20,6 +22,7 @@
 #include <E-mail.h>
 #include <FilePanel.h>
 #include <ListView.h>
+#include <MachineDetails.h>
 #include <Message.h>
 #include <ScrollView.h>
 #include <StringView.h>
@@ -46,6 +49,14 @@ BRect FrameFor(int nbrCpus)
 {
     const float width = kRatesX + kRateWidth * static_cast<float>(nbrCpus) + kRightMargin;
     return BRect(0, 0, std::max(width, 440.0f), 470);
+}
+
+// What this machine is called elsewhere; empty for the run of another one.
+std::string TrueName(const Results& run)
+{
+    LibString description;
+    LibSysInfo().Description(description);
+    return run.description.Compare(description) == 0 ? LibMachineText(ReadMachineDetails()) : "";
 }
 
 } // namespace
@@ -125,6 +136,7 @@ void ResultsWin::Update(Results& run, bool allow)
             item->Rate(slot, static_cast<float>(metric.Rate(slot)));
         list->AddItem(item);
     }
+    Background()->SetToolTip(TrueName(run).c_str()); // of the titles, where the list has no rows
     if (comparison.IsThere())
         CompareResults();
 }

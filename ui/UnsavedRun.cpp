@@ -45,7 +45,7 @@ std::unique_ptr<Results> UnsavedRun::Read()
     std::string text = kept.substr(ended.size() + 1);
     ResultList list;
     if (FILE* file = fmemopen(text.data(), text.size(), "r")) {
-        ReadResults(file, kFile, list);
+        ReadResults(file, "the unsaved run", list);
         fclose(file);
     }
     Results* first = list.First();

@@ -1,5 +1,6 @@
 #include "ui/ResultsWin.h"
 
+#include "sysinfo/LibSystem.h"
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
@@ -8,6 +9,7 @@
 
 #include <Application.h>
 #include <ListView.h>
+#include <MachineDetails.h>
 
 #include <gtest/gtest.h>
 
@@ -66,8 +68,12 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
     run.First();
     run.Remove();
     EXPECT_EQ(Rows(*window), both) << "the window shows a copy";
+    const auto machine = [window] { return std::string(window->FindView("bgview")->ToolTip()); };
+    EXPECT_EQ(machine(), LibMachineText(ReadMachineDetails()));
+    run.description = "Another one (1-x)";
     window->Update(run, true);
     EXPECT_EQ(Rows(*window), std::vector<std::string> { "Memory KIPS 200 0 100" });
+    EXPECT_EQ(machine(), "") << "nobody knows more of that";
 }
 
 TEST(ResultsWin, TitlesStandAboveTheirColumns)
