@@ -2,6 +2,7 @@
 
 #include "results/ResultList.h"
 #include "results/ResultsFile.h"
+#include "results/TestCatalogue.h"
 
 #include <OS.h>
 #include <UserData.h>
@@ -53,6 +54,9 @@ std::unique_ptr<Results> UnsavedRun::Read()
         return nullptr;
     auto run = std::make_unique<Results>(false);
     *run = *first;
+    // Records do without them.
+    for (Metric* metric = run->First(); metric; metric = run->Next())
+        metric->Units(MetricUnits(metric->index));
     return run;
 }
 

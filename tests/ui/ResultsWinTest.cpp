@@ -207,6 +207,7 @@ TEST(UnsavedRun, IsReadAsFarAsItIsWholeAndForgottenByWhoKeptIt)
     one.Forget();
     ASSERT_NE(one.Read(), nullptr);
     EXPECT_EQ(one.Read()->Size(), 2);
+    EXPECT_STREQ(one.Read()->First()->units, "MB/sec");
     const std::string text = ReadFile(file);
     for (const std::string& damaged : { std::string(), text.substr(0, 16), text.substr(0, 17),
              text.substr(0, text.find('\t')), "x" + text }) {
