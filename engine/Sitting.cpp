@@ -18,10 +18,6 @@ constexpr bigtime_t kSettleMicros = 1000000;
 constexpr size_t kWarmedUp[] = { GroupIndex("strings"), GroupIndex("memory"),
     GroupIndex("dhrystone") };
 
-// The display server works for these tests, with one processor on the same: they wait for it by
-// design.
-constexpr int32 kDrawn = GroupIndex("graphics");
-
 } // namespace
 
 Sitting::Sitting(const RunPlan& plan)
@@ -148,21 +144,6 @@ bool Sitting::Wants(const TestType& test)
     return isCounted && Lacks(test, round + 1);
 }
 
-void Sitting::Begins()
-{
-    span = Span();
-    span.probeBefore = TakeProbe();
-    begin = ReadThreadMoment();
-}
-
-void Sitting::Ended()
-{
-    const ThreadChange change = ChangeBetween(begin, ReadThreadMoment(begin.processor));
-    span.waited = change.waited;
-    span.isThrottled = change.isThrottled;
-    span.probeAfter = TakeProbe();
-}
-
 void Sitting::CouldNotBegin(const TestType& test, const std::string& why)
 {
     Series& series = record.At(test, count);
@@ -175,10 +156,7 @@ void Sitting::Measured(
     const TestType& test, const Metric& metric, double seconds, const std::string& undone)
 {
     Series& series = record.At(test, count);
-    if (test.group == kDrawn)
-        span.waited = 0;
-    span.seconds = seconds;
-    span.work = metric.cycles;
+    const Span span = probe.SpanOf(test, seconds, metric.cycles);
     series.undone = undone;
     if (undone.empty())
         series.spans.push_back(span);

@@ -3,9 +3,8 @@
 #pragma once
 
 #include "engine/Benchmark.h"
+#include "engine/SpanProbe.h"
 #include "results/RunRecord.h"
-
-#include <ThreadMoment.h>
 
 #include <functional>
 
@@ -29,8 +28,8 @@ public:
 
 private:
     bool Wants(const TestType& test) override;
-    void Begins() override;
-    void Ended() override;
+    void Begins() override { probe.Begins(); }
+    void Ended() override { probe.Ended(); }
     void CouldNotBegin(const TestType& test, const std::string& why) override;
     void Measured(const TestType& test, const Metric& metric, double seconds,
         const std::string& undone) override;
@@ -54,8 +53,7 @@ private:
     int32 round = 0; // in it
     bool isWarm = false;
     bool isCounted = true; // what runs now
-    Span span; // the one that is measured
-    ThreadMoment begin; // of it
+    SpanProbe probe;
     Probe keptProbe; // what record.bestProbe was before the run
     double groupSeconds[kNbrTestGroups]; // what a round of each takes
 };

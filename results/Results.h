@@ -67,6 +67,9 @@ public:
     virtual ~SpanWatch() = default;
     // Whether the test is to be timed now.
     virtual bool Wants(const TestType& test) = 0;
+    // Whether what was drawn is to be read back, off the clock: the display server then has nothing
+    // left to do when the next test begins.
+    virtual bool WantsPixels() { return true; }
     // Directly before and directly after the stopwatch runs.
     virtual void Begins() = 0;
     virtual void Ended() = 0;

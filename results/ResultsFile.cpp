@@ -151,7 +151,7 @@ private:
 
 } // namespace
 
-bool WriteResultsFile(const char* path, const Results& results)
+bool WriteResultsFile(const char* path, const Results& results, std::string* why)
 {
     char record[kRecordSize];
     results.Write(record);
@@ -161,6 +161,8 @@ bool WriteResultsFile(const char* path, const Results& results)
     if (file.Commit())
         return true;
     fprintf(stderr, "Error writing <%s>: %s\n", path, file.Error().c_str());
+    if (why)
+        *why = file.Error();
     return false;
 }
 

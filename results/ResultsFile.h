@@ -14,8 +14,10 @@ class Results;
 
 // Writes a results file of one machine at path, in place of what was there, which stays as it is
 // until all of the new one is on disk; devices and pipes are written as they are. Returns false,
-// with a line on standard error, if it could not be written whole.
-[[nodiscard]] bool WriteResultsFile(const char* path, const Results& results);
+// with a line on standard error, if it could not be written whole; why, if given, is then the
+// system's reason: "No space left on device".
+[[nodiscard]] bool WriteResultsFile(
+    const char* path, const Results& results, std::string* why = nullptr);
 
 // Appends a machine for every record of the file at path. Returns false, and says nothing, if it
 // cannot be opened. What cannot be read is left out, with a line on standard error; so are machines

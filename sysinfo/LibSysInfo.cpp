@@ -2,10 +2,12 @@
 
 #include "foundation/LibPath.h"
 #include "foundation/LibTools.h"
+#include "foundation/PlainText.h"
 
 #include <AppFileInfo.h>
 #include <File.h>
 #include <FindDirectory.h>
+#include <MachineDetails.h>
 #include <OS.h>
 #include <Path.h>
 #include <Screen.h>
@@ -211,6 +213,20 @@ int32 LibMemoryMB(const int32& pages)
     // result is wrong, but the same with every compiler.
     const auto bytes = static_cast<int32>(static_cast<uint32>(pages) * B_PAGE_SIZE);
     return bytes / 1'048'576;
+}
+
+std::string LibMachineText(const MachineDetails& details)
+{
+    std::string text = details.processorModel.value_or("");
+    const auto add = [&text](
+                         const std::string& line) { text += (text.empty() ? "" : "\n") + line; };
+    if (details.memory) {
+        const double gigabytes = static_cast<double>(*details.memory) / (1 << 30);
+        add(LibFixedText(gigabytes, 1) + " GB of memory");
+    }
+    if (details.kernelRelease)
+        add("Linux " + *details.kernelRelease);
+    return text;
 }
 
 void LibGetOSVersion(LibString& version)

@@ -7,7 +7,10 @@
 #include <OS.h>
 #include <Rect.h>
 
+#include <string>
+
 class BScreen;
+struct MachineDetails;
 
 // A snapshot of the machine: processors, clocks, memory and main screen as they were when it was
 // made. What the platform does not tell is 0 or "Unknown".
@@ -63,6 +66,10 @@ private:
 
 // The operating system as a whole.
 
+// The machine as other programs name it, a line each: the processors' model, all of the memory and
+// the kernel, as far as the system tells: "AMD EPYC 7763\n31.3 GB of memory\nLinux 6.1.0-13-amd64".
+// The description of a run has limits and names of its own instead.
+[[nodiscard]] std::string LibMachineText(const MachineDetails& details);
 // Sets version to the operating system's own short version text. Leaves it as it was where the
 // system does not say.
 void LibGetOSVersion(LibString& version);

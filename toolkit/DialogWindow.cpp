@@ -1,5 +1,7 @@
 #include "toolkit/DialogWindow.h"
 
+#include "toolkit/StatusLine.h"
+
 #include <Button.h>
 #include <Font.h>
 #include <Message.h>
@@ -15,6 +17,7 @@ constexpr float kGap = 10;
 constexpr float kSmallestWidth = 75;
 constexpr float kLabelMargins = 30;
 constexpr float kButtonHeight = 26;
+constexpr float kStatusWidth = 290; // some fifty letters
 
 } // namespace
 
@@ -34,6 +37,13 @@ BButton* ButtonRow::AddButton(const char* name, const char* label, uint32 what)
     return button;
 }
 
+StatusLine* ButtonRow::AddStatus(const char* name)
+{
+    status = new StatusLine(BRect(), name, B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
+    AddChild(status);
+    return status;
+}
+
 void ButtonRow::Arrange(BRect frame)
 {
     MoveTo(frame.LeftTop());
@@ -47,6 +57,10 @@ void ButtonRow::Arrange(BRect frame)
         (*button)->ResizeTo(buttonWidth, kButtonHeight);
         right -= buttonWidth + kGap;
     }
+    if (!status)
+        return;
+    status->MoveTo(kMargin, top);
+    status->ResizeTo(right - kMargin, kButtonHeight);
 }
 
 float ButtonRow::RowHeight() const
@@ -56,7 +70,8 @@ float ButtonRow::RowHeight() const
 
 float ButtonRow::RowWidth() const
 {
-    return static_cast<float>(buttons.size()) * (buttonWidth + kGap) - kGap + 2 * kMargin;
+    const float text = status ? kStatusWidth + kGap : 0;
+    return text + static_cast<float>(buttons.size()) * (buttonWidth + kGap) - kGap + 2 * kMargin;
 }
 
 DialogWindow::DialogWindow(BRect frame, const char* name, const char* title, uint32 flags)

@@ -4,6 +4,7 @@
 #include "toolkit/LibControls.h"
 
 #include <Looper.h>
+#include <MachineDetails.h>
 #include <StringView.h>
 
 #include <unistd.h>
@@ -31,6 +32,13 @@ public:
         BStringView* line = new BStringView(frame, name, text);
         line->SetFontSize(kFontSize);
         AddChild(line);
+    }
+    // Also of its lines, where screen readers look for them.
+    void SetToolTips(const std::string& text)
+    {
+        SetToolTip(text.c_str());
+        for (int32 i = 0; i < CountChildren(); i++)
+            ChildAt(i)->SetToolTip(text.c_str());
     }
 };
 
@@ -102,9 +110,13 @@ AboutSysWindow::AboutSysWindow(BLooper* looper)
         Bounds().InsetByCopy(2, 2), "tab_view", B_WIDTH_FROM_WIDEST, B_FOLLOW_LEFT | B_FOLLOW_TOP);
     tabs->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     const BRect frame = tabs->ContentFrame();
-    tabs->AddTab(MachinePage(frame, info), "Machine");
+    SystemPage* machine = MachinePage(frame, info);
+    SystemPage* cpu = CpuPage(frame, info);
+    for (SystemPage* page : { machine, cpu })
+        page->SetToolTips(LibMachineText(ReadMachineDetails()));
+    tabs->AddTab(machine, "Machine");
     tabs->AddTab(ScreenPage(frame, info), "Screen");
-    tabs->AddTab(CpuPage(frame, info), "CPU");
+    tabs->AddTab(cpu, "CPU");
     background->AddChild(tabs);
     AddChild(background);
 }

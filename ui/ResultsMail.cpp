@@ -18,6 +18,7 @@
 #include <TextView.h>
 #include <WholeFile.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <unistd.h>
@@ -100,20 +101,25 @@ bool Fill(const char* folder, const char* results, GetSysDeviceWin* devices)
     return LibCopy(results, folder);
 }
 
-// Puts results file and report into the archive; false if it is not whole. All lies beside the
-// archive, where nobody else can write.
-bool MakeArchive(const BPath& archive, const char* results, GetSysDeviceWin* devices)
+// Puts results file and report into the archive and returns how many files that are, 0 if it is not
+// whole. All lies beside the archive, where nobody else can write.
+int32 MakeArchive(const BPath& archive, const char* results, GetSysDeviceWin* devices)
 {
     BPath folder;
     if (archive.InitCheck() != B_OK) // said already
-        return false;
+        return 0;
     if (archive.GetParent(&folder) != B_OK || folder.Append(kArchived) != B_OK
-        || create_directory(folder.Path(), 0700) != B_OK || !Fill(folder.Path(), results, devices))
-        return Fail(archive.Path());
+        || create_directory(folder.Path(), 0700) != B_OK
+        || !Fill(folder.Path(), results, devices)) {
+        Fail(archive.Path());
+        return 0;
+    }
     // A header and the contents in blocks of 512 bytes each, and two empty ones at the end.
     const off_t least = SizeOf(folder.Path()) + 2 * 512;
-    return (LibTar(kArchived, archive.Path()) && SizeOf(archive.Path()) >= least)
-        || Fail(archive.Path());
+    if (LibTar(kArchived, archive.Path()) && SizeOf(archive.Path()) >= least)
+        return BDirectory(folder.Path()).CountEntries();
+    Fail(archive.Path());
+    return 0;
 }
 
 // Writes what is in the file from to the file to.
@@ -164,24 +170,38 @@ Packed Compress(BPath& saved, const char* zip)
 
 } // namespace
 
-Packed PackResults(BPath& saved, GetSysDeviceWin* devices)
+std::string SavedText(const char* path, const Package& package)
+{
+    std::string text = "Saved: " + std::string(path) + " (";
+    if (package.packed == Packed::kNot)
+        return text + "not packed: " + package.why + ")";
+    text += package.nbrFiles == 1 ? "1 file" : std::to_string(package.nbrFiles) + " files";
+    // What was begun counts, as nothing is 0 KB.
+    text += ", " + std::to_string((std::max<off_t>(SizeOf(path), 1) + 1023) / 1024) + " KB";
+    return text + (package.packed == Packed::kZip ? ")" : ", not compressed: " + package.why + ")");
+}
+
+Package PackResults(BPath& saved, GetSysDeviceWin* devices)
 {
     LibString zip(saved.Path());
     zip.Concat(kZipEnding);
     // First: nothing is begun that has no place to go.
     if (!IsFree(zip))
-        return Packed::kNot;
+        return { Packed::kNot, 0, std::string(BPath(zip).Leaf()) + " is in the way" };
     const bool isShown = MakeFolder();
     if (isShown && !Fill(kFolder, saved.Path(), devices))
         Fail(kFolder);
     const TemporaryFolder folder;
     const BPath archive(folder.Path(), "Tarvex.tar");
-    const bool isPacked = MakeArchive(archive, saved.Path(), devices);
+    const int32 nbrFiles = MakeArchive(archive, saved.Path(), devices);
     if (isShown)
         LibUnlink(kFolder);
-    if (!isPacked || !ReplaceBy(archive.Path(), saved.Path()))
-        return Packed::kNot;
-    return Compress(saved, zip);
+    if (nbrFiles <= 0)
+        return { Packed::kNot, 0, "the archive could not be made" };
+    if (!ReplaceBy(archive.Path(), saved.Path()))
+        return { Packed::kNot, 0, "the archive could not be written" };
+    const Packed packed = Compress(saved, zip);
+    return { packed, nbrFiles, packed == Packed::kNoZip ? "there is no zip" : "zip failed" };
 }
 
 namespace {

@@ -3,6 +3,8 @@
 
 #include <Alert.h>
 
+#include <string>
+
 class BLooper;
 class BPath;
 class BTextView;
@@ -19,12 +21,22 @@ enum class Packed {
     kZip, // in place of it lies the compressed archive, with kZipEnding behind its name
 };
 
+struct Package {
+    Packed packed = Packed::kNot;
+    int32 nbrFiles = 0; // in the archive
+    std::string why; // for people, where it is not kZip
+};
+
+// What is said of the file that was saved at path, and perhaps packed: "Saved: PATH (2 files, 3
+// KB)".
+[[nodiscard]] std::string SavedText(const char* path, const Package& package);
+
 // Packs the results file at saved, and the report of devices unless that is null, and makes saved
 // the file that can be sent. Nothing that belongs to another user is touched, and until the archive
 // is whole the results file stays. What fails is told on standard error; only that the folder
 // /tmp/results, which shows what is packed meanwhile, cannot be made changes nothing. Changes the
 // process's working directory.
-[[nodiscard]] Packed PackResults(BPath& saved, GetSysDeviceWin* devices);
+[[nodiscard]] Package PackResults(BPath& saved, GetSysDeviceWin* devices);
 
 // The alert in which the user describes the machine before the results are mailed.
 // Buttons: 0 "Save", 1 "E-mail". The answer "E-mail" posts kMsgEmail with the string field

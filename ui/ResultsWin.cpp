@@ -1,13 +1,16 @@
 #include "ui/ResultsWin.h"
 
 #include "foundation/LibPath.h"
+#include "foundation/PlainText.h"
 #include "results/Metric.h"
 #include "results/ResultsFile.h"
 #include "results/TestCatalogue.h"
 #include "sysinfo/LibDeviceInfo.h"
+#include "sysinfo/LibSysInfo.h"
 #include "toolkit/DialogWindow.h"
 #include "toolkit/Maker.h"
 #include "toolkit/MessageBoxes.h"
+#include "toolkit/StatusLine.h"
 #include "ui/CompareWin.h"
 #include "ui/GetSysDeviceWin.h"
 #include "ui/ResultsMail.h"
@@ -18,6 +21,7 @@
 #include <FilePanel.h>
 #include <GraphicsDefs.h>
 #include <ListView.h>
+#include <MachineDetails.h>
 #include <Message.h>
 #include <ScrollView.h>
 #include <StringView.h>
@@ -112,6 +116,14 @@ BRect FrameFor(int nbrCpus)
     return BRect(0, 0, std::max(width, 440.0f), 470);
 }
 
+// What this machine is called elsewhere; empty for the run of another one.
+std::string TrueName(const Results& run)
+{
+    LibString description;
+    LibSysInfo().Description(description);
+    return run.description.Compare(description) == 0 ? LibMachineText(ReadMachineDetails()) : "";
+}
+
 } // namespace
 
 ResultsWin::ResultsWin(const int& nbrCpus)
@@ -171,6 +183,7 @@ void ResultsWin::AddButtons()
     row->AddButton("cancel", "Cancel", kMsgCancel);
     row->AddButton("compare", "Compare...", kMsgCompare);
     row->AddButton("save", "Save...", kMsgSave);
+    status = row->AddStatus("status");
     SetDefaultRow(row);
 }
 
@@ -188,8 +201,23 @@ void ResultsWin::Update(Results& run, bool allow)
             item->Rate(slot, static_cast<float>(metric.Rate(slot)));
         list->AddItem(item);
     }
+    Background()->SetToolTip(TrueName(run).c_str()); // of the titles, where the list has no rows
     if (comparison.IsThere())
         CompareResults();
+}
+
+void ResultsWin::ShowUnsaved(bool allow)
+{
+    const auto run = unsaved.Read();
+    if (!run)
+        return;
+    Update(*run, allow);
+    status->Say("Not saved yet: the run of " + unsaved.Ended());
+}
+
+void ResultsWin::Say(const std::string& text, const std::string& more)
+{
+    status->Say(text, more);
 }
 
 void ResultsWin::CompareResults()
@@ -320,29 +348,35 @@ void ResultsWin::SaveResultFile(BMessage* reply)
     if (savePanel)
         savePanel->Hide();
     saved = path;
-    if (WriteResultsFile(saved.Path(), results))
-        Pack();
-    else
+    std::string why;
+    if (WriteResultsFile(saved.Path(), results, &why)) {
+        unsaved.Forget();
+        status->Say(Pack());
+        // It waits for nothing: the answer comes by a message, and the alert deletes itself.
+        (new TarvexAlert(this))->Go(nullptr);
+    } else {
         saved.Unset(); // no mail may take along half a file, or one of before
-    // It waits for nothing: the answer comes by a message, and the alert deletes itself.
-    (new TarvexAlert(this))->Go(nullptr);
+        why[0] = LibToLower(why[0]);
+        status->Say("Could not write " + std::string(path.Path()) + ": " + why);
+    }
     // After the package, which takes the form's report along.
     QuitDevices();
 }
 
-void ResultsWin::Pack()
+// Returns what there is to be said of it.
+std::string ResultsWin::Pack()
 {
     // With its form locked, as the user may have opened it again beside the panel.
-    Packed packed = Packed::kNot;
-    const auto pack = [&](GetSysDeviceWin& form) { packed = PackResults(saved, &form); };
+    Package package;
+    const auto pack = [&](GetSysDeviceWin& form) { package = PackResults(saved, &form); };
     if (!unknownDevices.With(pack))
-        packed = PackResults(saved, nullptr);
-    if (packed != Packed::kNoZip)
-        return;
-    LibInfo(
-        "Tarvex was unable to ZIP your results because the utility 'zip' was not found. You may "
-        "have trouble emailing the results. Please install 'zip' from your system's software "
-        "catalogue and re-run the test.");
+        package = PackResults(saved, nullptr);
+    if (package.packed == Packed::kNoZip) {
+        LibInfo("Tarvex was unable to ZIP your results because the utility 'zip' was not found. "
+                "You may have trouble emailing the results. Please install 'zip' from your "
+                "system's software catalogue and re-run the test.");
+    }
+    return SavedText(saved.Path(), package);
 }
 
 void ResultsWin::EmailResults(BMessage* answer)
@@ -353,10 +387,18 @@ void ResultsWin::EmailResults(BMessage* answer)
     text.Concat(config);
     text.Concat(".");
     BMailMessage mail;
-    const bool isComplete = mail.AddHeaderField(B_MAIL_TO, TARVEX_SUPPORT_ADDRESS) == B_OK
+    if (mail.AddEnclosure(saved.Path()) != B_OK) {
+        status->Say("Not mailed: what was saved is not there any more");
+    } else if (mail.AddHeaderField(B_MAIL_TO, TARVEX_SUPPORT_ADDRESS) == B_OK
         && mail.AddHeaderField(B_MAIL_SUBJECT, "Tarvex results") == B_OK
         && mail.AddContent(text, static_cast<int32>(strlen(text))) == B_OK
-        && mail.AddEnclosure(saved.Path()) == B_OK;
-    if (!isComplete || mail.Send(true) != B_OK)
-        fprintf(stderr, "The mail with <%s> was not sent\n", saved.Path() ? saved.Path() : "");
+        && mail.Send(true) == B_OK) {
+        status->Say(mail.IsLeftToUser() ? "The mailer has the mail to " TARVEX_SUPPORT_ADDRESS
+                                          ", for you to send"
+                                        : "Mailed to " TARVEX_SUPPORT_ADDRESS);
+        return;
+    } else {
+        status->Say("The mailer refused: " + mail.Error());
+    }
+    fprintf(stderr, "The mail with <%s> was not sent\n", saved.Path() ? saved.Path() : "");
 }

@@ -5,6 +5,7 @@
 #include "results/Results.h"
 #include "toolkit/DialogWindow.h"
 #include "toolkit/OwnedWindow.h"
+#include "ui/UnsavedRun.h"
 
 #include <ListItem.h>
 #include <Path.h>
@@ -17,6 +18,7 @@ class BFilePanel;
 class BListView;
 class CompareWin;
 class GetSysDeviceWin;
+class StatusLine;
 
 // A row of the results list: a test and its rate for each processor count.
 class ResultItem : public BListItem {
@@ -59,6 +61,13 @@ public:
     // Shows another run, also in the comparison if that is open. The window must be locked. Moves
     // the run's list cursor.
     void Update(Results& run, bool allowSaveCompare);
+    // Keeps the run for the program's next start, until it is saved.
+    void KeepUnsaved() { unsaved.Keep(results); }
+    // Shows the run that an earlier start has kept so, and says which it is; nothing if there is
+    // none any more. The window must be locked.
+    void ShowUnsaved(bool allowSaveCompare);
+    // Says it in the line beside the buttons, see StatusLine. The window must be locked.
+    void Say(const std::string& text, const std::string& more = "");
     // Shows the run in the comparison.
     void CompareResults();
     // Asks about an incomplete run, then for the names of unknown devices, then for a place to
@@ -66,7 +75,7 @@ public:
     void SaveResults();
     void ShowSavePanel();
     // Saves the run where the panel's reply says and packs it for the mail; asks how it is to be
-    // sent. Each step goes on where an earlier one failed.
+    // sent, unless nothing was written. The line says what there is now.
     void SaveResultFile(BMessage* reply);
     // Sends what was saved to the maker, with the user's description of the machine from the
     // alert's answer.
@@ -91,14 +100,16 @@ private:
     void ShowDevices();
     void GetSysDeviceQuit(const BMessage& closing);
     void QuitDevices();
-    void Pack();
+    std::string Pack();
 
     bool allowSaveCompare = false;
     BListView* list = nullptr;
+    StatusLine* status = nullptr;
     OwnedWindow<CompareWin> comparison; // while it is open
     OwnedWindow<GetSysDeviceWin> unknownDevices; // until the run was saved
     std::map<std::string, std::string> typedNames; // in its last form, for the next one
     std::unique_ptr<BFilePanel> savePanel; // made when first needed
     BPath saved; // what the mail takes along
     Results results;
+    UnsavedRun unsaved;
 };

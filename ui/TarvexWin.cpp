@@ -13,7 +13,9 @@
 #include <Menu.h>
 #include <MenuItem.h>
 #include <Message.h>
+#include <Notification.h>
 #include <OS.h>
+#include <StatusBar.h>
 #include <StringView.h>
 
 #include <algorithm>
@@ -23,6 +25,7 @@ namespace {
 
 constexpr uint32 kMsgTest = 100;
 constexpr uint32 kMsgAll = 200;
+constexpr uint32 kMsgResults = 'Rslt';
 
 constexpr char kEstimateLabel[] = "Estimated Test Time";
 constexpr char kStatusLabel[] = "Status";
@@ -35,6 +38,7 @@ constexpr float kBoxTop = 22; // the box's label
 constexpr float kBoxBottom = 3;
 constexpr float kInset = 12;
 constexpr float kRowHeight = 22; // of a check box or a line of text
+constexpr float kBarHeight = 6; // of the progress below the status
 
 constexpr float kCursorPeriod = 0.1f;
 constexpr long kRunPriority = 20;
@@ -62,27 +66,6 @@ int32 NbrCpus()
 
 } // namespace
 
-int32 RunEstimate::Seconds() const
-{
-    int32 sum = 0;
-    for (size_t i = 0; i < kNbrTestGroups; i++)
-        sum += selected[i] ? kTestGroups[i].seconds : 0;
-    return sum * nbrCpus;
-}
-
-LibString RunEstimate::Text() const
-{
-    const int32 total = Seconds();
-    LibString text;
-    text.Formatted("%d:%2.2d", total / 60, total % 60);
-    return text;
-}
-
-bool SuitsGraphicsTests(const LibSysInfo& info)
-{
-    return info.screenWidth == 1024 && info.screenHeight == 768 && info.colorSpace == B_CMAP8;
-}
-
 TarvexWin::TarvexWin(bool allow)
     : LibWindow(BRect(0, 0, kWidth, 100), "Tarvex", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
         B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_QUIT_ON_WINDOW_CLOSE),
@@ -93,6 +76,7 @@ TarvexWin::TarvexWin(bool allow)
     AddViews();
     for (long i = 0; i < kNbrBusyCursors; i++)
         cursor.SetCursor(i, kBusyCursors[i]);
+    benchmark.results.watch = watch.Spans();
     SetMainWindow();
     SetPosition();
 }
@@ -107,6 +91,11 @@ void TarvexWin::AddMenu()
     testItem->SetEnabled(false);
     menu->AddItem(testItem);
     menu->AddItem(new BMenuItem("All", new BMessage(kMsgAll), 'A'));
+    if (const auto unsaved = UnsavedRun().Read())
+        unsavedCpus = unsaved->nbrCpus;
+    resultsItem = new BMenuItem("Results", new BMessage(kMsgResults), 'R');
+    resultsItem->SetEnabled(unsavedCpus > 0);
+    menu->AddItem(resultsItem);
     menuBar->AddItem(menu);
     AddChild(menuBar);
 }
@@ -127,6 +116,15 @@ void TarvexWin::AddViews()
     statusBox = AddBox(top, "timebox", kEstimateLabel, 1);
     statusText = new BStringView(RowFrame(0), "est_time", "0:00");
     statusBox->AddChild(statusText);
+    statusBox->ResizeBy(0, kBarHeight);
+    top += kBarHeight;
+    BRect bar = RowFrame(0);
+    bar.top = bar.bottom + 1;
+    bar.bottom = bar.top + kBarHeight - 1;
+    progressBar = new BStatusBar(bar, "progress");
+    progressBar->SetMaxValue(1);
+    progressBar->Hide();
+    statusBox->AddChild(progressBar);
 
     const BRect tip(kMargin, top, kWidth - kMargin, top + kRowHeight - 2);
     background->AddChild(new BStringView(tip, "tip_help", "Select <Shift><F1> for on-line help"));
@@ -163,11 +161,15 @@ void TarvexWin::AddGroups(GroupBox where, float& top, const char* name, const ch
     }
 }
 
-// Made when the first run ends, so that the main window need not wait for it.
-void TarvexWin::MakeResults()
+// Made when the first run ends, so that the main window need not wait for it. Results kept from
+// another machine may have had more processors, and need other columns.
+void TarvexWin::MakeResults(int32 nbrCpus)
 {
-    results.Make([] {
-        auto* window = new ResultsWin(NbrCpus());
+    if (nbrCpus != titledCpus)
+        results.End();
+    titledCpus = nbrCpus;
+    results.Make([nbrCpus] {
+        auto* window = new ResultsWin(nbrCpus);
         // Its thread runs from the start, so that any thread may lock it.
         // A window counts how often it was hidden, so that after both calls it still is.
         window->Hide();
@@ -209,12 +211,17 @@ void TarvexWin::EstimateTime()
     const BAutolock lock(this);
     if (!lock.IsLocked())
         return;
+    if (!running)
+        statusText->SetText(Estimate().Text());
+}
+
+RunEstimate TarvexWin::Estimate() const
+{
     RunEstimate estimate;
     estimate.nbrCpus = NbrCpus();
     for (size_t group = 0; group < kNbrTestGroups; group++)
         estimate.selected[group] = IsSelected(group);
-    if (!running)
-        statusText->SetText(estimate.Text());
+    return estimate;
 }
 
 void TarvexWin::SetDescription()
@@ -254,6 +261,11 @@ bool TarvexWin::PrepareTest()
     WarnOnce();
     running = true;
     SetDescription();
+    watch.Begin();
+    awake = std::make_unique<BSleepInhibitor>("A run of Tarvex");
+    progress.Begin(Estimate(), system_time());
+    ShowProgress();
+    progressBar->Show();
     cursor.Run(kCursorPeriod);
     for (size_t group = 0; group < kNbrTestGroups; group++)
         benchmark.*kGroupRuns[group].selected = IsSelected(group);
@@ -301,14 +313,29 @@ void TarvexWin::WarnOnce()
 void TarvexWin::StatusChange(BMessage* message)
 {
     const char* status = nullptr;
-    if (message->FindString("status", &status) == B_OK)
-        statusText->SetText(status);
+    if (message->FindString("status", &status) != B_OK)
+        return;
+    statusText->SetText(status);
+    progress.GroupBegins(system_time());
+    ShowProgress();
+}
+
+// Only when a group begins: whatever moved in between would be measured too.
+void TarvexWin::ShowProgress()
+{
+    const int seconds = static_cast<int>(progress.SecondsLeft() + 0.5);
+    char left[32];
+    snprintf(left, sizeof left, "%d:%02d left", seconds / 60, seconds % 60);
+    progressBar->SetToolTip(left);
+    progressBar->Update(static_cast<float>(progress.Share()) - progressBar->CurrentValue());
 }
 
 void TarvexWin::EndRun()
 {
     cursor.Quit();
     machineRun.End();
+    awake.reset();
+    progressBar->Hide();
     running = false;
     statusBox->SetLabel(kEstimateLabel);
     statusText->SetText("");
@@ -319,16 +346,34 @@ void TarvexWin::BenchmarkChange(BMessage*)
 {
     // The thread writes no more once it has told of its end, so the results may be copied.
     EndRun();
-    MakeResults();
-    results.With(
-        [this](ResultsWin& window) { window.Update(benchmark.results, allowSaveComparison); });
+    const RunRemark remark = watch.End();
+    MakeResults(NbrCpus());
+    results.With([&](ResultsWin& window) {
+        window.Update(benchmark.results, allowSaveComparison);
+        window.KeepUnsaved();
+        window.Say(remark.line, remark.more);
+    });
+    // Before the window takes the keyboard.
+    NotifyAbsentUser("The test has ended", remark.line);
+    unsavedCpus = 0; // this run has taken its place
+    resultsItem->SetEnabled(true);
     // Only when it is filled, else the run before would be seen for a moment.
+    results.Front();
+}
+
+void TarvexWin::ShowResults()
+{
+    if (unsavedCpus > 0) {
+        MakeResults(unsavedCpus);
+        results.With([this](ResultsWin& window) { window.ShowUnsaved(allowSaveComparison); });
+        unsavedCpus = 0;
+    }
     results.Front();
 }
 
 void TarvexWin::CompareFiles(BMessage* files)
 {
-    MakeResults();
+    MakeResults(titledCpus > 0 ? titledCpus : NbrCpus());
     results.With([&](ResultsWin& window) { window.CompareFiles(files, allowSaveComparison); });
 }
 
@@ -338,6 +383,7 @@ void TarvexWin::MessageReceived(BMessage* message)
         case B_REFS_RECEIVED: CompareFiles(message); break;
         case kMsgTest: StartTest(); break;
         case kMsgAll: SelectAll(); break;
+        case kMsgResults: ShowResults(); break;
         case 'BmkS': StatusChange(message); break;
         case 'LThC': BenchmarkChange(message); break;
         default:

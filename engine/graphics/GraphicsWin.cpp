@@ -118,7 +118,8 @@ void GraphicsWin::Measure(const Test& test, Results& results, Draw draw)
             results, test.type, test.shapes, test.randsPerShape,
             [&] { DrawShapes<sending>(test.shapes, draw); },
             [&](Metric&) {
-                return results.watch && IsBlank() ? std::string("nothing was drawn") : "";
+                const bool isLookedAt = results.watch && results.watch->WantsPixels();
+                return isLookedAt && IsBlank() ? std::string("nothing was drawn") : "";
             });
     }
     ClearView();

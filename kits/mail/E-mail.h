@@ -5,6 +5,7 @@
 #include "SupportDefs.h"
 
 #include <memory>
+#include <string>
 
 struct MailParts;
 
@@ -39,7 +40,14 @@ public:
     // agent nor mailer; B_ERROR, likewise: it refused the message; B_DEVICE_FULL: the temporary
     // files leave no room for it.
     status_t Send(bool sendNow = false, bool removeAfterSending = false);
+    // Beside the platform's calls, of the last Send(). Why it did not work, for people: what the
+    // agent said first, or that there is none; empty if it worked.
+    const std::string& Error() const { return fError; }
+    // Whether the desktop's mailer has the message, for the user to send.
+    bool IsLeftToUser() const { return fIsLeftToUser; }
 
 private:
     const std::unique_ptr<MailParts> fParts;
+    std::string fError;
+    bool fIsLeftToUser = false;
 };

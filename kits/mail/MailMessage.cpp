@@ -45,8 +45,23 @@ status_t WriteMimeMessage(const MailParts& parts, int file)
     return reinterpret_cast<decltype(&tarvex_write_mime_message)>(symbol)(parts, file);
 }
 
-// Runs a program found along PATH, with the open file as its input, and waits for its end.
-status_t RunProgram(const std::vector<std::string>& command, int input)
+// Sends what a program wrote on to standard error. Its first line is the result.
+std::string TellErrors(FILE* errors)
+{
+    rewind(errors);
+    std::string first;
+    char line[256] = "";
+    while (fgets(line, sizeof line, errors)) {
+        fputs(line, stderr);
+        if (first.empty())
+            first.assign(line, strcspn(line, "\r\n"));
+    }
+    return first;
+}
+
+// Runs a program found along PATH, with the open file as its input, and waits for its end. Where it
+// fails, why is what it said first, or how it ended.
+status_t RunProgram(const std::vector<std::string>& command, int input, std::string& why)
 {
     std::vector<char*> arguments;
     for (const std::string& argument : command)
@@ -56,16 +71,26 @@ status_t RunProgram(const std::vector<std::string>& command, int input)
     posix_spawn_file_actions_init(&actions);
     if (input >= 0)
         posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+    FILE* errors = tmpfile();
+    if (errors)
+        posix_spawn_file_actions_adddup2(&actions, fileno(errors), STDERR_FILENO);
     pid_t child = 0;
     const int error =
         posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
+    int status = 0;
+    while (error == 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) { }
+    why = errors ? TellErrors(errors) : "";
+    if (errors)
+        fclose(errors);
     if (error != 0)
         return B_LAUNCH_FAILED;
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) { }
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0)
         return B_OK;
+    if (why.empty())
+        why = WIFEXITED(status)
+            ? command[0] + " ended with status " + std::to_string(WEXITSTATUS(status))
+            : command[0] + " was ended";
     fprintf(stderr, "<%s> did not take the mail\n", arguments[0]);
     return B_ERROR;
 }
@@ -92,21 +117,21 @@ std::string FindMailAgent()
 
 // Runs the agent with the message in the open file as its input. B_OK when it has taken the
 // message; B_LAUNCH_FAILED, B_ERROR: see BMailMessage::Send().
-status_t GiveToAgent(const std::string& agent, int file)
+status_t GiveToAgent(const std::string& agent, int file, std::string& why)
 {
     // -t: to whom the headers say; -oi: a line with a point alone does not end the message.
-    return RunProgram({ agent, "-oi", "-t" }, file);
+    return RunProgram({ agent, "-oi", "-t" }, file, why);
 }
 
 // Opens the desktop's mailer with the message, for the user to send. The same errors.
-status_t OpenInMailer(const MailParts& parts)
+status_t OpenInMailer(const MailParts& parts, std::string& why)
 {
     std::vector<std::string> command { "xdg-email", "--utf8", "--subject",
         HeaderOr(parts, "Subject", ""), "--body", parts.text };
     for (const std::string& path : parts.enclosures)
         command.insert(command.end(), { "--attach", path });
     command.push_back(HeaderOr(parts, "To", ""));
-    return RunProgram(command, -1);
+    return RunProgram(command, -1, why);
 }
 
 // "Subject: " and "Subject" are the same field.
@@ -165,21 +190,34 @@ status_t BMailMessage::AddEnclosure(const char* path, bool clobber)
 
 status_t BMailMessage::Send(bool, bool)
 {
-    if (fParts->headers.count("To") == 0)
+    fError.clear();
+    fIsLeftToUser = false;
+    if (fParts->headers.count("To") == 0) {
+        fError = "it is to nobody";
         return B_BAD_VALUE;
+    }
     const std::string agent = FindMailAgent();
     status_t status = B_LAUNCH_FAILED;
     if (!agent.empty()) {
         FILE* message = tmpfile();
-        if (!message)
+        if (!message) {
+            fError = "there is no room for the mail";
             return B_DEVICE_FULL;
+        }
         status = WriteMimeMessage(*fParts, fileno(message));
-        if (status == B_OK && lseek(fileno(message), 0, SEEK_SET) == 0)
-            status = GiveToAgent(agent, fileno(message));
+        if (status != B_OK)
+            fError = "the mail cannot be written";
+        else if (lseek(fileno(message), 0, SEEK_SET) == 0)
+            status = GiveToAgent(agent, fileno(message), fError);
         fclose(message);
     } else {
-        status = OpenInMailer(*fParts);
+        status = OpenInMailer(*fParts, fError);
+        fIsLeftToUser = status == B_OK;
     }
+    if (status == B_OK)
+        fError.clear(); // what it said was no complaint
+    if (status == B_LAUNCH_FAILED && fError.empty())
+        fError = "there is neither sendmail nor xdg-email";
     if (status == B_LAUNCH_FAILED)
         fprintf(stderr, "There is no mail agent: neither <sendmail> nor <xdg-email> can be run\n");
     return status;

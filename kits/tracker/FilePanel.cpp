@@ -5,10 +5,13 @@
 #include "MessageDelivery.h"
 #include "server/DisplayServer.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTreeView>
 
@@ -43,6 +46,20 @@ public:
             QFileDialog::accept();
         else
             AskToReplace(inTheWay);
+    }
+
+protected:
+    // Else the list of names that begin as the typed one may come up when a slow folder has been
+    // read, with the keyboard, although the panel has gone.
+    void hideEvent(QHideEvent* event) override
+    {
+        for (const QLineEdit* edit : findChildren<QLineEdit*>()) {
+            if (QCompleter* names = edit->completer()) {
+                names->popup()->hide();
+                names->setWidget(nullptr); // until the edit has the focus again
+            }
+        }
+        QFileDialog::hideEvent(event);
     }
 
 private:

@@ -1,5 +1,7 @@
 #include "sysinfo/LibSysInfo.h"
 
+#include <MachineDetails.h>
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -26,4 +28,15 @@ TEST(LibSystem, ShutdownRunsTheSystemsToolInTheBackground)
     EXPECT_EQ(gCommand, tool + " &");
     LibShutdown(true);
     EXPECT_EQ(gCommand, tool + " -r &");
+}
+
+TEST(LibSystem, NamesTheMachineAsFarAsItIsKnown)
+{
+    MachineDetails details;
+    EXPECT_EQ(LibMachineText(details), "");
+    details.kernelRelease = "6.1.0-13-amd64";
+    EXPECT_EQ(LibMachineText(details), "Linux 6.1.0-13-amd64");
+    details.memory = 33'600'000'000;
+    details.processorModel = "AMD EPYC 7763";
+    EXPECT_EQ(LibMachineText(details), "AMD EPYC 7763\n31.3 GB of memory\nLinux 6.1.0-13-amd64");
 }

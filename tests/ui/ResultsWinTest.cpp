@@ -1,10 +1,14 @@
 #include "ui/ResultsWin.h"
 
+#include "sysinfo/LibSysInfo.h"
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/WithLock.h"
+#include "ui/UnsavedRun.h"
 
 #include <Application.h>
 #include <ListView.h>
+#include <MachineDetails.h>
 
 #include <gtest/gtest.h>
 
@@ -63,8 +67,12 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
     run.First();
     run.Remove();
     EXPECT_EQ(Rows(*window), both) << "the window shows a copy";
+    const auto machine = [window] { return std::string(window->FindView("bgview")->ToolTip()); };
+    EXPECT_EQ(machine(), LibMachineText(ReadMachineDetails()));
+    run.description = "Another one (1-x)";
     window->Update(run, true);
     EXPECT_EQ(Rows(*window), std::vector<std::string> { "Memory KIPS 200 0 100" });
+    EXPECT_EQ(machine(), "") << "nobody knows more of that";
 }
 
 TEST(ResultsWin, TitlesStandAboveTheirColumns)
@@ -120,4 +128,92 @@ TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
     ASSERT_TRUE(window->Lock());
     EXPECT_TRUE(window->QuitRequested());
     window->Quit();
+}
+
+TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
+{
+    const ThisMachine tree; // without devices, and so without questions about them
+    const TempFolder folder;
+    const std::string longFolder = folder / std::string(80, 'x');
+    std::filesystem::create_directory(longFolder);
+    const std::string path = getenv("PATH");
+    setenv("PATH", (folder.Path() + ":" + path).c_str(), 1);
+    const auto mailer = [&](const std::string& commands) {
+        WriteFile(folder / "sendmail", "#!/bin/sh\n" + commands);
+        std::filesystem::permissions(folder / "sendmail", std::filesystem::perms::all);
+    };
+    const BApplication app("application/x-vnd.Quorvane.ResultsTest");
+    Results run(true);
+    AddMetric(run, "Memory", { 1 });
+    ResultsWin* window = new ResultsWin(1);
+    window->Update(run, false);
+    window->Show();
+    const auto says = [&](const std::string& text) {
+        EXPECT_TRUE(screen::WaitFor([&] { return Find("status").text == text; }))
+            << Find("status").text << " is not " << text;
+    };
+    const auto save = [&](const std::string& file) {
+        ASSERT_TRUE(screen::BecomesActive("Results"));
+        screen::Key("Return");
+        ASSERT_TRUE(screen::BecomesActive(""));
+        screen::Key("y");
+        ASSERT_TRUE(screen::BecomesActive("Save As"));
+        screen::Type(file);
+        screen::Key("Return");
+    };
+    const auto mail = [] {
+        ASSERT_TRUE(screen::BecomesActive("alert"));
+        EXPECT_TRUE(screen::Click("_b1_", "alert"));
+    };
+    save("/sys/mine"); // where nobody, not even root, may make a file
+    says("Could not write /sys/mine: permission denied");
+    EXPECT_FALSE(WithLock(window, [] { return Find("config").exists; }));
+
+    mailer("cat > /dev/null\n");
+    save(folder / "mine");
+    says("Saved: " + folder.Path() + "/mine.zip (1 file, 1 KB)");
+    mail();
+    says("Mailed to support@tarvex.example");
+
+    mailer("echo 'no such account' >&2; exit 78\n");
+    save(longFolder + "/mine");
+    const std::string all = "Saved: " + longFolder + "/mine.zip (1 file, 1 KB)";
+    EXPECT_SOON(WithLock(window, [&] { return window->FindView("status")->ToolTip() == all; }));
+    const std::string shown = Find("status").text;
+    EXPECT_TRUE(shown.starts_with("Saved: " + folder.Path().substr(0, 4))) << shown;
+    EXPECT_TRUE(shown.ends_with("/mine.zip (1 file, 1 KB)")) << shown;
+    EXPECT_NE(shown.find("..."), shown.npos);
+    mail();
+    says("The mailer refused: no such account");
+    setenv("PATH", path.c_str(), 1);
+    ASSERT_TRUE(window->Lock());
+    EXPECT_TRUE(window->QuitRequested());
+    window->Quit();
+}
+
+TEST(UnsavedRun, IsReadAsFarAsItIsWholeAndForgottenByWhoKeptIt)
+{
+    const std::string file = DataHome() / "tarvex/unsaved";
+    Results run(true);
+    run.description = "PC (1-x)";
+    AddMetric(run, "Memory", { 1 });
+    run.First()->Index(200);
+    UnsavedRun one, other;
+    one.Keep(run);
+    AddMetric(run, "Savage", { 1 });
+    run.First(), run.Next()->Index(300);
+    other.Keep(run);
+    one.Forget();
+    ASSERT_NE(one.Read(), nullptr);
+    EXPECT_EQ(one.Read()->Size(), 2);
+    EXPECT_STREQ(one.Read()->First()->units, "MB/sec");
+    const std::string text = ReadFile(file);
+    for (const std::string& damaged : { std::string(), text.substr(0, 16), text.substr(0, 17),
+             text.substr(0, text.find('\t')), "x" + text }) {
+        WriteFile(file, damaged);
+        EXPECT_EQ(UnsavedRun().Read(), nullptr) << damaged;
+    }
+    WriteFile(file, text);
+    other.Forget();
+    EXPECT_EQ(UnsavedRun().Read(), nullptr);
 }

@@ -1,5 +1,7 @@
+#include "ui/RunEstimate.h"
+
 #include "sysinfo/LibSysInfo.h"
-#include "ui/TarvexWin.h"
+#include "ui/RunWatch.h"
 
 #include <gtest/gtest.h>
 
@@ -23,6 +25,48 @@ TEST(RunEstimate, EachPassTakesTheSumOfItsGroups)
         for (size_t i = 0; i < kNbrTestGroups; i++)
             estimate.selected[i] = (groups >> i & 1) != 0;
         EXPECT_STREQ(estimate.Text(), text);
+    }
+}
+
+TEST(RunProgress, TakesEachGroupToLastAsLongAsTheLastTime)
+{
+    RunEstimate plan;
+    plan.nbrCpus = 2;
+    plan.selected[GroupIndex("strings")] = plan.selected[GroupIndex("memory")] = true;
+    RunProgress progress;
+    progress.Begin(plan, 1000000);
+    EXPECT_EQ(progress.SecondsLeft(), 12) << "4 and 2, twice";
+    EXPECT_EQ(progress.Share(), 0);
+    const std::tuple<bigtime_t, double, double> rows[] = {
+        // the run's second in which the next group begins, the seconds left then, and the part
+        { 0, 12, 0 },
+        { 1, 2 + 1 + 2, 1.0 / 6 },
+        { 5, 1 + 4, 0.5 },
+        { 25, 4, 25.0 / 29 },
+    };
+    for (const auto& [second, left, share] : rows) {
+        progress.GroupBegins((1 + second) * 1000000);
+        EXPECT_DOUBLE_EQ(progress.SecondsLeft(), left) << second;
+        EXPECT_DOUBLE_EQ(progress.Share(), share) << second;
+    }
+    progress.Begin(plan, 100000000);
+    EXPECT_EQ(progress.SecondsLeft(), 20 + 4 + 20 + 4) << "as measured";
+}
+
+TEST(RunRemark, CountsSharedSpansAndTellsOfSleep)
+{
+    const RunWarning asleep { "asleep", "the machine slept for 12.5 seconds" };
+    const RunWarning steal { "steal", "3.0 percent were stolen" };
+    const std::tuple<int32, int32, std::vector<RunWarning>, const char*, const char*> rows[] = {
+        { 12, 0, { steal }, "None of 12 spans was shared", steal.text.c_str() },
+        { 12, 1, { asleep }, "1 of 12 spans was shared; the machine slept for 12.5 seconds", "" },
+        { 0, 0, { asleep }, "the machine slept for 12.5 seconds", "" },
+    };
+    for (const auto& [spans, shared, warnings, line, more] : rows) {
+        const RunRemark remark = RemarkOf(spans, shared, warnings);
+        EXPECT_EQ(remark.line, line);
+        EXPECT_TRUE(remark.more.ends_with(more)) << remark.more;
+        EXPECT_EQ(remark.more.starts_with("Shared: "), shared > 0);
     }
 }
 

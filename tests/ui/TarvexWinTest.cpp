@@ -1,9 +1,15 @@
 #include "ui/TarvexWin.h"
 
+#include "engine/ThisBuild.h"
+#include "results/ProbeMemory.h"
+#include "tests/kits/kernel/MachineTree.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/SessionService.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/MessageBoxes.h"
+#include "ui/RunEstimate.h"
+#include "ui/UnsavedRun.h"
 
 #include <Application.h>
 #include <MachineRun.h>
@@ -12,6 +18,8 @@
 #include <Message.h>
 
 #include <gtest/gtest.h>
+
+#include <regex>
 
 namespace {
 
@@ -29,11 +37,15 @@ public:
         if (message->what != 'BmkS')
             return;
         statuses.push_back(Find("timebox").text + ": " + Find("est_time").text);
+        EXPECT_TRUE(Find("progress").exists);
+        if (atStatus)
+            atStatus();
         StartTest(); // one run at a time: nothing must happen
         EXPECT_FALSE(KeyMenuBar()->FindItem("Test")->IsEnabled());
     }
 
     std::vector<std::string> statuses;
+    std::function<void()> atStatus;
 };
 
 int32 NbrCpus()
@@ -60,19 +72,29 @@ protected:
     void TearDown() override
     {
         LibCloseAlerts();
-        if (window && window->Lock()) {
-            EXPECT_TRUE(window->QuitRequested());
-            window->Quit();
-        }
+        CloseWindow();
         EXPECT_LT(find_thread("benchmark"), 0);
         EXPECT_LT(find_thread("LoadCursor"), 0);
     }
 
-    bool TestIsEnabled()
+    void CloseWindow()
     {
-        return WithLock(
-            window, [&] { return window->KeyMenuBar()->FindItem("Test")->IsEnabled(); });
+        if (!window || !window->Lock())
+            return;
+        EXPECT_TRUE(window->QuitRequested());
+        window->Quit();
+        window = nullptr;
     }
+    void Restart()
+    {
+        CloseWindow();
+        SetUp();
+    }
+    bool IsEnabled(const char* item)
+    {
+        return WithLock(window, [&] { return window->KeyMenuBar()->FindItem(item)->IsEnabled(); });
+    }
+    bool TestIsEnabled() { return IsEnabled("Test"); }
 
     BApplication app { "application/x-vnd.Quorvane.WinTest" };
     RecordingWin* window = nullptr;
@@ -157,6 +179,8 @@ TEST_F(TarvexWinTest, WithoutAThreadForTheRunTheWindowIsIdleAgain)
 
 TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
 {
+    // No core is that fast, so all spans were shared.
+    KeepProbe(ProbeKey(ReadMachineDetails(), ThisBuild()), { 2e-6, kUnknownBest.clock });
     screen::Click("cpustring");
     screen::Click("cpumemory");
     screen::Key("ctrl+t");
@@ -178,19 +202,101 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
     EXPECT_EQ(Find("timebox").text, "Estimated Test Time");
     EXPECT_EQ(Find("est_time").text, "");
     EXPECT_TRUE(TestIsEnabled());
+    const std::string spans = std::to_string(3 * NbrCpus()); // of three tests
+    const std::string shared = spans + " of " + spans + " spans were shared";
+    EXPECT_TRUE(Shows("status", shared)) << Find("status").text;
 
-    // Closed by whatever means, the results come back with the next run, which warns no more.
+    // Closed by whatever means, the results come back when asked for, and with the next run, which
+    // warns no more.
     for (const char* key : { "Escape", "ctrl+w", "" }) {
-        if (key[0])
-            screen::Key(key);
-        else
-            screen::Click("cancel");
-        EXPECT_SOON(!Find("list").exists) << key;
-        screen::ClickAt(Find("est_time").frame.LeftTop());
-        ASSERT_TRUE(screen::BecomesActive("Tarvex"));
-        screen::Key("ctrl+t");
-        ASSERT_TRUE(screen::BecomesActive("Results", 120));
+        for (const char* back : { "ctrl+r", "ctrl+t" }) {
+            if (key[0])
+                screen::Key(key);
+            else
+                screen::Click("cancel");
+            EXPECT_SOON(!Find("list").exists) << key;
+            screen::ClickAt(Find("est_time").frame.LeftTop());
+            ASSERT_TRUE(screen::BecomesActive("Tarvex"));
+            screen::Key(back);
+            ASSERT_TRUE(screen::BecomesActive("Results", 120));
+        }
     }
+    Restart();
+    EXPECT_TRUE(IsEnabled("Results")) << "kept as nobody has saved them";
+}
+
+TEST_F(TarvexWinTest, KeepsTheMachineAwakeAndTellsAnAbsentUserOfTheEnd)
+{
+    SessionService session({ "org.freedesktop.ScreenSaver", "org.freedesktop.Notifications" });
+    const ThisMachine tree; // of one processor
+    const auto sleep = [&](int times) {
+        tree.Write("sys/power/suspend_stats/success", std::to_string(times) + "\n");
+    };
+    sleep(3);
+    std::vector<std::string> left;
+    window->atStatus = [&] {
+        left.push_back(window->FindView("progress")->ToolTip());
+        sleep(4);
+        // While this is handled the end of the run waits.
+        EXPECT_EQ(system("wmctrl -k on"), 0);
+        EXPECT_SOON(!screen::IsActive("Tarvex"));
+    };
+    EXPECT_FALSE(Find("progress").exists);
+    screen::Click("cpustring");
+    screen::Click("cpumemory");
+    screen::Key("ctrl+t");
+    ASSERT_TRUE(screen::BecomesActive("Warning"));
+    EXPECT_EQ(session.log.Now(), Entries()) << "nothing runs yet";
+    screen::Key("Return");
+    ASSERT_SOON(Find("list").exists);
+    EXPECT_SOON(!Find("progress").exists);
+    ASSERT_EQ(left.size(), 2u);
+    EXPECT_EQ(left[0], "0:06 left");
+    EXPECT_NE(left[1], left[0]);
+    const std::string remark = Find("status").text;
+    const std::regex expected("(None|\\d) of 3 spans (was|were) shared; the machine slept once");
+    EXPECT_TRUE(std::regex_match(remark, expected)) << remark;
+    const Entries entries = session.log.WaitFor(3);
+    EXPECT_EQ(entries[0], "Inhibit(Tarvex, A run of Tarvex)");
+    EXPECT_EQ(entries[1], "gone") << "with the run";
+    EXPECT_EQ(
+        entries[2], "Notify(Tarvex, 0, tarvex, The test has ended, " + remark + ", [], [], -1)");
+}
+
+TEST_F(TarvexWinTest, OffersTheUnsavedResultsOfTheLastStartUntilTheyAreSaved)
+{
+    EXPECT_FALSE(IsEnabled("Results"));
+    const ThisMachine tree; // without devices, and so without questions about them
+    Results run(true);
+    run.description = "PC (7-x)"; // of another machine
+    Metric* metric = run.NewTest("Memory", 195);
+    metric->Index(200);
+    for (int count = 7; count > 0; count--)
+        metric->Time(0.5f);
+    UnsavedRun().Keep(run);
+    for (const bool isSaved : { false, true }) {
+        Restart();
+        ASSERT_TRUE(IsEnabled("Results"));
+        screen::ClickMenu({ "Benchmark", "Results" });
+        ASSERT_TRUE(screen::BecomesActive("Results"));
+        EXPECT_EQ(Find("status").text,
+            "Not saved yet: the run of " + ReadFile(DataHome() / "tarvex/unsaved").substr(0, 16));
+        EXPECT_TRUE(Find("cpus7").exists);
+        const std::string file = DataHome() / "mine";
+        screen::Key("Return");
+        ASSERT_TRUE(screen::BecomesActive("")); // not all tests
+        screen::Key(isSaved ? "y" : "n");
+        if (!isSaved)
+            continue;
+        ASSERT_TRUE(screen::BecomesActive("Save As"));
+        screen::Type(file);
+        screen::Key("Return");
+        ASSERT_TRUE(screen::BecomesActive("alert"));
+        screen::Key("Escape");
+        EXPECT_TRUE(std::filesystem::exists(file + ".zip"));
+    }
+    Restart();
+    EXPECT_FALSE(IsEnabled("Results"));
 }
 
 TEST_F(TarvexWinTest, TheGraphicsTestsAskForTheirScreenFirst)

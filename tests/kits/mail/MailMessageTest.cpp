@@ -77,6 +77,7 @@ TEST_F(MailTest, WhatCannotBeSentIsRefused)
     Fill(message, enclosure);
     testing::internal::CaptureStderr();
     EXPECT_EQ(message.Send(true), B_ERROR);
+    EXPECT_EQ(message.Error(), agent + " ended with status 75");
     EXPECT_TRUE(ReadFile(seen).starts_with("-oi -t\n")) << ReadFile(seen);
     for (const char* part : { "\nSubject: =?UTF-8?B?R3LDvMOfZQ==?=\n", "\n.\nFrom here on.\n",
              "\nContent-Disposition: attachment; filename=\"a b\"\n" })

@@ -1,5 +1,6 @@
-#include "tests/support/OwnBus.h"
+#include "tests/support/SessionService.h"
 
+#include <Notification.h>
 #include <SleepInhibitor.h>
 
 #include <gtest/gtest.h>
@@ -110,4 +111,37 @@ TEST(SleepInhibitor, HoldsNothingWhereNobodyGrantsIt)
     EXPECT_EQ(BSleepInhibitor("a test", kLongMillis).Held(), "");
     LoginManager manager("nothing", 2);
     EXPECT_EQ(BSleepInhibitor("a test", kLongMillis).Held(), "");
+}
+
+TEST(SleepInhibitor, HoldsTheScreenByThePortalOrElseByTheScreenSaver)
+{
+    setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
+    const char* const portal = "org.freedesktop.portal.Desktop";
+    const char* const screenSaver = "org.freedesktop.ScreenSaver";
+    const std::tuple<std::vector<const char*>, std::string, std::string> rows[] = {
+        { { portal, screenSaver }, portal, "Inhibit(12, [[reason, [a test]]])" },
+        { { screenSaver }, screenSaver, "Inhibit(Tarvex, a test)" },
+        { { "com.example.Other" }, "", "" },
+    };
+    for (const auto& [names, holder, asked] : rows) {
+        SessionService session(names);
+        {
+            const BSleepInhibitor inhibitor("a test", kLongMillis);
+            EXPECT_EQ(inhibitor.ScreenHeldBy(), holder);
+            EXPECT_EQ(inhibitor.Held(), "");
+            EXPECT_EQ(session.log.Now(), asked.empty() ? Entries() : Entries { asked });
+        }
+        EXPECT_TRUE(asked.empty() || session.log.WaitFor("gone"));
+    }
+}
+
+TEST(Notification, TellsWhatIsNoMarkupAndFailsWithoutADesktop)
+{
+    {
+        SessionService session({ "org.freedesktop.Notifications" });
+        EXPECT_TRUE(NotifyAbsentUser("Ended", "1 < 2 & more", kLongMillis));
+        EXPECT_EQ(session.log.WaitFor(1),
+            Entries { "Notify(Tarvex, 0, tarvex, Ended, 1 &lt; 2 &amp; more, [], [], -1)" });
+    }
+    EXPECT_FALSE(NotifyAbsentUser("Ended", "", kLongMillis));
 }
