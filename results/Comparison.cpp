@@ -1,6 +1,7 @@
 #include "results/Comparison.h"
 
 #include "foundation/LibNode.h"
+#include "foundation/Utf8.h"
 #include "results/ResultsFile.h"
 #include "sysinfo/LibSysInfo.h"
 
@@ -8,8 +9,9 @@
 #include <WholeFile.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
-#include <string>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -38,7 +40,29 @@ bool SetDamagedAside(LibNode& file)
     return true;
 }
 
+// The last part of a path, fit to be shown.
+std::string LeafOf(const char* path)
+{
+    const char* slash = strrchr(path, '/');
+    return LibPrintable(slash ? slash + 1 : path);
+}
+
 } // namespace
+
+std::string LoadOutcome::Text() const
+{
+    std::string text;
+    if (added > 0 || known > 0)
+        text = std::to_string(added) + (added == 1 ? " machine added" : " machines added");
+    if (known > 0)
+        text += ", " + std::to_string(known) + (known == 1 ? " was" : " were") + " there already";
+    if (refused.empty())
+        return text;
+    text += (text.empty() ? "" : "; ") + refused.front();
+    if (refused.size() > 1)
+        text += ", and " + std::to_string(refused.size() - 1) + " more";
+    return text;
+}
 
 ChartScale ChartScale::For(double greatest)
 {
@@ -76,14 +100,23 @@ bool Comparison::SetRun(Results& run)
     return true;
 }
 
-bool Comparison::Load(const std::vector<LibString>& paths)
+LoadOutcome Comparison::Load(const std::vector<LibString>& paths)
 {
-    bool isRead = false;
-    for (const LibString& path : paths)
-        isRead |= ReadResultsFile(path, machines);
-    if (isRead)
+    LoadOutcome outcome;
+    for (const LibString& path : paths) {
+        const int32 before = machines.Size();
+        if (!ReadResultsFile(path, machines)) {
+            outcome.refused.push_back(LeafOf(path) + " cannot be read: " + strerror(errno));
+            continue;
+        }
+        outcome.isRead = true;
+        outcome.added += machines.Size() - before;
+        if (machines.Size() == before)
+            outcome.refused.push_back(LeafOf(path) + " is no results file");
+    }
+    if (outcome.isRead)
         ShowTest(); // once: there may be thousands of machines
-    return isRead;
+    return outcome;
 }
 
 void Comparison::ChooseTest(const char* description)
@@ -154,7 +187,7 @@ void Comparison::ReadStore(const LibNode& file)
     ShowTest();
 }
 
-void Comparison::WriteStore(LibNode& file)
+bool Comparison::WriteStore(LibNode& file)
 {
     if (!isStoreRead)
         ReadStore(file); // it may be possible now; else those of before would be lost
@@ -167,13 +200,15 @@ void Comparison::WriteStore(LibNode& file)
         store.AddString(kRecords, record);
     }
     const bool mayReplace = isStoreRead || SetDamagedAside(file);
-    if (mayReplace && file.WriteMessageAttr(kStore, store))
+    if (mayReplace && file.WriteMessageAttr(kStore, store)) {
         isStoreRead = true;
-    else
-        fprintf(stderr, "The machines of the comparison could not be stored\n");
+        return true;
+    }
+    fprintf(stderr, "The machines of the comparison could not be stored\n");
+    return false;
 }
 
-bool Comparison::WriteTable(const char* path) const
+std::string Comparison::WriteTable(const char* path) const
 {
     WholeFile table(path);
     if (FILE* file = machines.Size() > 0 ? table.Stream() : nullptr) {
@@ -185,7 +220,7 @@ bool Comparison::WriteTable(const char* path) const
         machines.Save(file, columns);
     }
     if (table.Commit())
-        return true;
+        return "";
     fprintf(stderr, "Error writing <%s>: %s\n", path, table.Error().c_str());
-    return false;
+    return table.Error();
 }

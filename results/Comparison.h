@@ -6,9 +6,21 @@
 #include "results/ResultList.h"
 
 #include <optional>
+#include <string>
 #include <vector>
 
 class LibNode;
+
+// What became of files that were to be shown, as one line for their user.
+struct LoadOutcome {
+    int32 added = 0; // machines
+    int32 known = 0; // machines that were there already, and were left out
+    bool isRead = false; // one of the files could be read as results, be it without a machine
+    std::vector<std::string> refused; // of each other file: "notes.txt is no results file"
+
+    // "3 machines added, 1 was there already; notes.txt is no results file, and 2 more".
+    [[nodiscard]] std::string Text() const;
+};
 
 // The scale of the chart, as plain arithmetic.
 struct ChartScale {
@@ -33,8 +45,8 @@ public:
     // False, and nothing changes, if there is no memory.
     bool SetRun(Results& run);
     // Appends the machines of results files, also those that are there already. What cannot be
-    // opened is left out; false if that is all of them.
-    bool Load(const std::vector<LibString>& paths);
+    // opened is left out.
+    LoadOutcome Load(const std::vector<LibString>& paths);
     // Makes the test of this description current in all machines, also in those that come later,
     // and measures the scale; a machine without it is reported on standard error. Nothing is moved
     // as long as the first machine has no such test.
@@ -51,12 +63,12 @@ public:
     // Appends the machines that are stored with a file, the program's own.
     void ReadStore(const LibNode& file);
     // Stores all machines but the run in place of those stored before. If these could not be read
-    // yet, they are read now, or put aside if they are damaged; else they stay as they are. What
-    // failed is said on standard error.
-    void WriteStore(LibNode& file);
-    // Writes all machines as a table, the first one twice. False, and what was there stays, with a
-    // line on standard error, if it could not be written whole.
-    [[nodiscard]] bool WriteTable(const char* path) const;
+    // yet, they are read now, or put aside if they are damaged; else they stay as they are. False,
+    // with a line on standard error, if they could not be stored.
+    bool WriteStore(LibNode& file);
+    // Writes all machines as a table, the first one twice. Empty, or why it could not be written
+    // whole, which standard error tells too: what was there stays then.
+    [[nodiscard]] std::string WriteTable(const char* path) const;
 
 private:
     void ShowTest();

@@ -3,6 +3,7 @@
 #include "foundation/LibFiles.h"
 #include "foundation/LibNode.h"
 #include "foundation/LibPath.h"
+#include "foundation/Utf8.h"
 #include "toolkit/LibMenuButton.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/CompareResultsView.h"
@@ -16,6 +17,7 @@
 #include <Roster.h>
 #include <ScrollView.h>
 #include <StorageDefs.h>
+#include <StringView.h>
 
 #include <algorithm>
 #include <cstring>
@@ -30,6 +32,8 @@ constexpr float kLegendHeight = 20;
 constexpr float kControlsTop = 38;
 constexpr float kControlHeight = 26;
 constexpr float kSaveWidth = 80;
+constexpr float kLineHeight = 16;
+constexpr float kLineGap = 4;
 constexpr float kChartTop = kControlsTop + kControlHeight + 8;
 
 // The program's file, which keeps the machines; false if the application cannot tell.
@@ -42,27 +46,37 @@ bool GetOwnFile(entry_ref& ref)
     return true;
 }
 
-// The files of a message's "refs" that are of the type, null: of any.
-std::vector<LibString> FilesIn(const BMessage& message, const char* type)
+struct DroppedFile {
+    LibString path;
+    std::string name;
+    bool isText;
+};
+
+// The files of a message's "refs".
+std::vector<DroppedFile> FilesIn(const BMessage& message)
 {
-    std::vector<LibString> paths;
+    std::vector<DroppedFile> files;
     entry_ref ref;
     for (int32 i = 0; message.FindRef("refs", i, &ref) == B_OK; i++) {
-        char mimeType[B_MIME_TYPE_LENGTH] = "";
+        char type[B_MIME_TYPE_LENGTH] = "";
         LibString path;
-        const bool isWanted =
-            !type || (LibGetMimeType(ref, mimeType, false) && strcmp(mimeType, type) == 0);
-        if (isWanted && LibGetFullPath(ref, path))
-            paths.push_back(path);
+        if (LibGetMimeType(ref, type, false) && LibGetFullPath(ref, path))
+            files.push_back({ path, LibPrintable(ref.name), strcmp(type, "text/plain") == 0 });
     }
-    return paths;
+    return files;
+}
+
+// What is dropped is text; all else that holds machines comes by the program's arguments.
+std::string HowToOpen(const std::string& name)
+{
+    return " is no plain text: if it holds results, use \"Open With\" or: tarvex " + name;
 }
 
 } // namespace
 
 CompareWin::CompareWin(BLooper* looper, bool allowSave)
     : LibWindow(
-        BRect(0, 0, 719, 419), "Tarvex Comparisons", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0),
+        BRect(0, 0, 719, 439), "Tarvex Comparisons", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0),
       target(looper)
 {
     SetName("CompareWin");
@@ -113,10 +127,15 @@ void CompareWin::AddChart()
     frame.top = kChartTop;
     frame.InsetBy(kMargin, 0);
     frame.right -= B_V_SCROLL_BAR_WIDTH;
-    frame.bottom -= kMargin;
+    frame.bottom -= kMargin + kLineHeight + kLineGap;
     chart = new CompareResultsView(frame.InsetByCopy(kBorder, kBorder), comparison);
     ChildAt(0)->AddChild(new BScrollView("scroll_view", chart, B_FOLLOW_ALL_SIDES, 0, false, true));
     chart->MakeFocus();
+
+    frame = Bounds().InsetByCopy(kMargin, kMargin);
+    frame.top = frame.bottom - kLineHeight;
+    line = new BStringView(frame, "line", "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+    ChildAt(0)->AddChild(line);
 }
 
 void CompareWin::UpdateScrollBars()
@@ -138,7 +157,8 @@ void CompareWin::SaveToResource()
     if (!lock.IsLocked() || !GetOwnFile(ref))
         return;
     LibNode file(&ref);
-    comparison.WriteStore(file);
+    if (!comparison.WriteStore(file))
+        Say("The machines could not be stored: the next start of the program will not have them");
     UpdateScrollBars(); // it may have found machines that could not be read before
 }
 
@@ -146,16 +166,26 @@ void CompareWin::LoadResults(const char* path)
 {
     const BAutolock lock(this);
     if (lock.IsLocked())
-        Load({ path });
+        Tell(comparison.Load({ path }));
 }
 
 void CompareWin::LoadResults(BMessage* message)
 {
     const BAutolock lock(this);
-    std::vector<LibString> paths = FilesIn(*message, "text/plain");
+    if (!lock.IsLocked())
+        return;
+    std::vector<LibString> paths;
+    std::vector<std::string> others;
+    for (const DroppedFile& file : FilesIn(*message)) {
+        if (file.isText)
+            paths.push_back(file.path);
+        else
+            others.push_back(file.name + HowToOpen(file.name));
+    }
     std::reverse(paths.begin(), paths.end());
-    if (lock.IsLocked())
-        Load(paths);
+    LoadOutcome outcome = comparison.Load(paths);
+    outcome.refused.insert(outcome.refused.end(), others.begin(), others.end());
+    Tell(outcome);
 }
 
 void CompareWin::OpenFiles(BMessage* message)
@@ -163,7 +193,10 @@ void CompareWin::OpenFiles(BMessage* message)
     const BAutolock lock(this);
     if (!lock.IsLocked())
         return;
-    Load(FilesIn(*message, nullptr));
+    std::vector<LibString> paths;
+    for (const DroppedFile& file : FilesIn(*message))
+        paths.push_back(file.path);
+    Tell(comparison.Load(paths));
     const Results* first = comparison.machines.First();
     // A run has offered its tests already, and they stay.
     if (first && !first->current)
@@ -171,11 +204,19 @@ void CompareWin::OpenFiles(BMessage* message)
 }
 
 // Stored once: a store of thousands takes its time.
-void CompareWin::Load(const std::vector<LibString>& paths)
+void CompareWin::Tell(const LoadOutcome& outcome)
 {
-    if (comparison.Load(paths))
+    Say(outcome.Text());
+    if (outcome.isRead)
         SaveToResource();
     UpdateScrollBars();
+}
+
+// The window may be too narrow for all of it.
+void CompareWin::Say(const std::string& text)
+{
+    line->SetText(text.c_str());
+    line->SetToolTip(text.c_str());
 }
 
 void CompareWin::SetResults(Results& run)
@@ -199,7 +240,11 @@ void CompareWin::OfferTests(const Results& machine)
 void CompareWin::SaveComparison()
 {
     const BAutolock lock(this);
-    if (lock.IsLocked() && comparison.WriteTable("Tarvex.compare"))
+    if (!lock.IsLocked())
+        return;
+    if (const std::string error = comparison.WriteTable("Tarvex.compare"); !error.empty())
+        Say("Could not write Tarvex.compare: " + error);
+    else
         LibInfo("Tarvex.compare has been created."); // the chart may be drawn meanwhile
 }
 

@@ -5,12 +5,14 @@
 #include "toolkit/LibWindow.h"
 
 class BCheckBox;
+class BStringView;
 class CompareResultsView;
 class CompareView;
 class LibMenuButton;
 
 // It keeps every machine that it was ever given but the current run, and has them again at the
-// program's next start. Closed by its user it tells its target, by 'cmpq', which quits it.
+// program's next start. A line below the chart says what became of files and tables. Closed by its
+// user it tells its target, by 'cmpq', which quits it.
 class CompareWin : public LibWindow {
 public:
     // allowSave: with a button that writes the table.
@@ -22,7 +24,8 @@ public:
     void SetResults(Results& run);
     // Appends the machines of a results file, nothing if it cannot be opened, and stores them.
     void LoadResults(const char* path);
-    // The same for the plain text files of a message's "refs".
+    // The same for the plain text files of a message's "refs"; the line below the chart tells how
+    // to open others.
     void LoadResults(BMessage* message);
     // Appends the machines of the files of a message's "refs", whatever their type. Without a run
     // the first machine's tests are offered.
@@ -44,7 +47,8 @@ private:
     void AddControls(bool allowSave);
     void AddChart();
     void ReadFromResource();
-    void Load(const std::vector<LibString>& paths);
+    void Tell(const LoadOutcome& outcome);
+    void Say(const std::string& text);
     void OfferTests(const Results& machine);
     void TestItemSelected();
     void RatioChanged();
@@ -56,4 +60,5 @@ private:
     LibMenuButton* choices = nullptr;
     BCheckBox* ratio = nullptr;
     CompareResultsView* chart = nullptr;
+    BStringView* line = nullptr;
 };

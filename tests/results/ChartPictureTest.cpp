@@ -52,7 +52,7 @@ protected:
         WriteFile(folder / "machines",
             "1.0\n29\nOne <A&B>\x01 (2-x)\t700:400/1,4;\n"
             "24\nOther (1-y)\t700:200/1.0;\n");
-        ASSERT_TRUE(comparison.Load({ (folder / "machines").c_str() }));
+        ASSERT_TRUE(comparison.Load({ (folder / "machines").c_str() }).isRead);
         comparison.ChooseTest("Sieve");
     }
     // What is said on standard error.
@@ -124,7 +124,7 @@ TEST_F(ChartPictureTest, PdfIsOnePage)
 TEST_F(ChartPictureTest, TellsHowManyMachinesAreMissing)
 {
     const std::vector<LibString> files(250, (folder / "machines").c_str());
-    ASSERT_TRUE(comparison.Load(files));
+    ASSERT_TRUE(comparison.Load(files).isRead);
     EXPECT_EQ(Said(folder / "a.svg"), "");
     const Svg svg(folder / "a.svg");
     EXPECT_EQ(svg.Count("Other (1-y)"), 234); // 469 rows of 17 are as high as 8000

@@ -24,7 +24,8 @@ void Fill(Comparison& comparison)
     FillRun(run);
     EXPECT_TRUE(comparison.SetRun(run));
     const std::string path = MachineFile(DataHome());
-    EXPECT_TRUE(comparison.Load({ path.c_str(), "/none", path.c_str() }));
+    EXPECT_EQ(comparison.Load({ path.c_str(), "/none", path.c_str() }).Text(),
+        "2 machines added; none cannot be read: No such file or directory");
 }
 
 std::string Names(const Comparison& comparison)
@@ -70,7 +71,7 @@ TEST(Comparison, ATestIsChosenOnceForMachinesThatComeLaterAndForTheTable)
     Fill(comparison);
     Fill(comparison); // the run takes the other's place
     const std::string table = DataHome() / "table";
-    EXPECT_TRUE(comparison.WriteTable(table.c_str()));
+    EXPECT_EQ(comparison.WriteTable(table.c_str()), "");
     const std::string own = "This (2-x)\t400.0\t100.0\t\t50.0\t\n";
     const std::string other = "Other (1-y)\t\t200.0\t\n";
     EXPECT_EQ(ReadFile(table),

@@ -203,6 +203,7 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
         dropped.AddRef("refs", &ref);
     }
     window->LoadResults(&dropped);
+    EXPECT_EQ(Find("line").text, "2 machines added; other.txt is no results file, and 1 more");
     Close();
     Open(true);
     Run();
@@ -216,7 +217,11 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
     EXPECT_TRUE(WaitFor(hasBar));
     screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
-    const std::string table = ReadFile(folder / "Tarvex.compare");
+    std::filesystem::rename(folder / "Tarvex.compare", folder / "table");
+    std::filesystem::create_directory(folder / "Tarvex.compare");
+    ASSERT_TRUE(screen::Click("save"));
+    EXPECT_SOON(Find("line").text == "Could not write Tarvex.compare: Is a directory");
+    const std::string table = ReadFile(folder / "table");
     EXPECT_TRUE(table.ends_with("50.0\t\nZ (1-)\t\t3.0\t\nOther (1-y)\t\t200.0\t\n")) << table;
     screen::Key("alt+F4");
     EXPECT_SOON(target->closed == 1);
