@@ -2,6 +2,7 @@
 
 #include "foundation/LibNode.h"
 #include "foundation/Utf8.h"
+#include "results/MachineFiles.h"
 #include "results/ResultsFile.h"
 #include "sysinfo/LibSysInfo.h"
 
@@ -12,6 +13,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <set>
 #include <utility>
 
 namespace {
@@ -117,6 +119,48 @@ LoadOutcome Comparison::Load(const std::vector<LibString>& paths)
     if (outcome.isRead)
         ShowTest(); // once: there may be thousands of machines
     return outcome;
+}
+
+LoadOutcome Comparison::Open(const std::vector<std::string>& paths)
+{
+    LoadOutcome outcome;
+    const int32 before = machines.Size();
+    for (const std::string& path : paths) {
+        const std::string why = ReadMachineFiles(path, machines);
+        if (why.empty())
+            continue;
+        fprintf(stderr, "<%s> %s\n", LibPrintable(path.c_str()).c_str(), why.c_str());
+        outcome.refused.push_back(LeafOf(path.c_str()) + " " + why);
+    }
+    outcome.isRead = machines.Size() > before;
+    outcome.known = RemoveKnown(before);
+    outcome.added = machines.Size() - before;
+    if (outcome.isRead)
+        ShowTest();
+    return outcome;
+}
+
+// Removes, from the machine at first on, those whose record a machine before them has; how many.
+int32 Comparison::RemoveKnown(int32 first)
+{
+    char record[kRecordSize];
+    std::set<std::string> records;
+    std::vector<int32> known;
+    int32 i = 0;
+    for (const Results& machine : machines) {
+        if (!machine.current) { // a run may be shown and stored beside itself
+            machine.Write(record);
+            if (!records.insert(record).second && i >= first)
+                known.push_back(i);
+        }
+        i++;
+    }
+    // From the end, where places before stay as they are.
+    for (auto place = known.rbegin(); place != known.rend(); ++place) {
+        machines.Position(*place);
+        machines.Remove();
+    }
+    return static_cast<int32>(known.size());
 }
 
 void Comparison::ChooseTest(const char* description)

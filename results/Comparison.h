@@ -47,6 +47,9 @@ public:
     // Appends the machines of results files, also those that are there already. What cannot be
     // opened is left out.
     LoadOutcome Load(const std::vector<LibString>& paths);
+    // Appends the machines of results files, packages, folders and runs, see ReadMachineFiles(),
+    // but of equal machines only one. Standard error tells of each file that is refused.
+    LoadOutcome Open(const std::vector<std::string>& paths);
     // Makes the test of this description current in all machines, also in those that come later,
     // and measures the scale; a machine without it is reported on standard error. Nothing is moved
     // as long as the first machine has no such test.
@@ -72,6 +75,7 @@ public:
 
 private:
     void ShowTest();
+    int32 RemoveKnown(int32 first);
 
     std::optional<Metric> test; // the chosen one's description; none at first
     bool isStoreRead = false; // what is stored is among the machines, and may be replaced by them

@@ -128,6 +128,8 @@ public:
     LinkList<RelatedDevices> devices;
     std::unique_ptr<BBitmap> icon; // 16 by 16 pixels
     bool current;
+    std::string
+        origin; // the file where it was read; "" for a run, and from the program's next start on
     SpanWatch* watch = nullptr; // of who measures into these; not owned, and not taken over
 
 private:

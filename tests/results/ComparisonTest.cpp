@@ -1,11 +1,15 @@
 #include "results/Comparison.h"
 
 #include "foundation/LibNode.h"
+#include "results/RunFile.h"
 #include "tests/results/ComparedRun.h"
+#include "tests/results/MadeArchive.h"
+#include "tests/results/MadeRuns.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <sys/stat.h>
 #include <tuple>
 
 namespace {
@@ -84,6 +88,44 @@ TEST(Comparison, ATestIsChosenOnceForMachinesThatComeLaterAndForTheTable)
     comparison.selected = comparison.NextToSelected(true);
     comparison.UpdateScale();
     EXPECT_EQ(comparison.scale.maxScale, 210) << "percent of the other machine";
+}
+
+TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
+{
+    const TempFolder folder;
+    const auto file = [&](const std::string& name, const std::string& contents) {
+        WriteFile(folder / name, contents);
+        return folder / name;
+    };
+    const std::string saved = MadeResults("Saved (2-x)", "700:400/1.0,4.0;");
+    const std::string tar =
+        MadeArchive(Packing::kTar, { { "results/unknown", "a card" }, { "results/r", saved } });
+    RunRecord run = MadeRun("Ran (3-x)"); // at two of its three counts
+    AddTimes(run, *FindTestType(700), 3, 0.5, 400, 1);
+    AddTimes(run, *FindTestType(700), 1, 4, 800, 1);
+    std::filesystem::create_directory(folder / "fleet");
+    file("fleet/.hidden", MadeResults("Hidden (1-x)", ""));
+    file("fleet/a", MadeResults("Fleet (1-x)", "700:9/1.0;"));
+    file("fleet/b.txt", "notes");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+
+    Comparison comparison;
+    comparison.ChooseTest("Sieve");
+    const LoadOutcome outcome =
+        comparison.Open({ file("r.zip", MadeArchive(Packing::kZip, { { "r.tar", tar } })),
+            file("r", saved), file("run.json", RunAsJson(run)), folder / "fleet",
+            file("out.zip", MadeArchive(Packing::kZip, { { "../r", saved } })), folder / "pipe",
+            file("notes.txt", "1.0\n"), "/none" });
+    EXPECT_EQ(outcome.Text(),
+        "3 machines added, 1 was there already; out.zip holds a path that leads out of it: <../r>, "
+        "and 3 more");
+    EXPECT_EQ(outcome.refused[1], "pipe cannot be read: it is no plain file");
+    EXPECT_EQ(outcome.refused[2], "notes.txt is no results file");
+    EXPECT_EQ(Names(comparison), "Saved (2-x); Ran (3-x); Fleet (1-x); ");
+    EXPECT_EQ(comparison.WriteTable((folder / "table").c_str()), "");
+    const std::string table = ReadFile(folder / "table");
+    EXPECT_NE(table.find("\nRan (3-x)\t800.0\t0.0\t200.0\t\n"), std::string::npos) << table;
+    EXPECT_EQ(comparison.Open({ folder / "r" }).Text(), "0 machines added, 1 was there already");
 }
 
 TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
