@@ -193,10 +193,14 @@ void CompareWin::OpenFiles(BMessage* message)
     const BAutolock lock(this);
     if (!lock.IsLocked())
         return;
-    std::vector<LibString> paths;
+    std::vector<std::string> paths;
     for (const DroppedFile& file : FilesIn(*message))
-        paths.push_back(file.path);
-    Tell(comparison.Load(paths));
+        paths.emplace_back(file.path);
+    LoadOutcome outcome = comparison.Open(paths);
+    const char* refusal = nullptr;
+    for (int32 i = 0; message->FindString("refused", i, &refusal) == B_OK; i++)
+        outcome.refused.emplace_back(refusal);
+    Tell(outcome);
     const Results* first = comparison.machines.First();
     // A run has offered its tests already, and they stay.
     if (first && !first->current)

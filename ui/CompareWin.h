@@ -27,8 +27,8 @@ public:
     // The same for the plain text files of a message's "refs"; the line below the chart tells how
     // to open others.
     void LoadResults(BMessage* message);
-    // Appends the machines of the files of a message's "refs", whatever their type. Without a run
-    // the first machine's tests are offered.
+    // Appends the machines of a message's "refs", whatever their type, but of equal ones only one,
+    // and tells of its strings "refused" too. Without a run the first machine's tests are offered.
     void OpenFiles(BMessage* message);
     // Writes the table of all machines.
     void SaveComparison();
