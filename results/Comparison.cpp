@@ -4,6 +4,7 @@
 #include "foundation/Utf8.h"
 #include "results/MachineFiles.h"
 #include "results/ResultsFile.h"
+#include "results/TestCatalogue.h"
 #include "sysinfo/LibSysInfo.h"
 
 #include <Message.h>
@@ -47,6 +48,17 @@ std::string LeafOf(const char* path)
 {
     const char* slash = strrchr(path, '/');
     return LibPrintable(slash ? slash + 1 : path);
+}
+
+// The greater, the further up in an order by rates.
+double Rank(const Results& machine)
+{
+    const Metric* metric = machine.Current();
+    const double rate = metric ? metric->BestRate() : 0;
+    if (rate <= 0)
+        return -INFINITY;
+    const TestType* type = FindTestType(metric->index);
+    return type && type->better == Better::kLess ? -rate : rate;
 }
 
 } // namespace
@@ -189,19 +201,102 @@ void Comparison::UpdateScale()
     scale = ChartScale::For(base > 0 ? 100 * greatest / static_cast<double>(ratioBase) : greatest);
 }
 
+std::vector<Results*> Comparison::InOrder()
+{
+    std::vector<Results*> shown;
+    for (Results& machine : machines)
+        shown.push_back(&machine);
+    if (order == ChartOrder::kByName) {
+        std::stable_sort(shown.begin(), shown.end(), [](const Results* a, const Results* b) {
+            return LibFoldCase(std::string(a->description))
+                < LibFoldCase(std::string(b->description));
+        });
+    } else if (order == ChartOrder::kByRate) {
+        std::stable_sort(shown.begin(), shown.end(),
+            [](const Results* a, const Results* b) { return Rank(*a) > Rank(*b); });
+    }
+    return shown;
+}
+
 Results* Comparison::NextToSelected(bool below)
 {
-    if (!selected)
-        return machines.First();
-    Results* above = nullptr;
-    for (Results& machine : machines) {
-        if (below && above == selected)
-            return &machine;
-        if (!below && &machine == selected)
-            return above;
-        above = &machine;
+    const std::vector<Results*> shown = InOrder();
+    const auto at = std::find(shown.begin(), shown.end(), selected);
+    if (at == shown.end())
+        return shown.empty() ? nullptr : shown.front();
+    if (below)
+        return at + 1 == shown.end() ? nullptr : *(at + 1);
+    return at == shown.begin() ? nullptr : *(at - 1);
+}
+
+// --- Forgetting
+
+int32 Comparison::Forget(const Results& machine)
+{
+    return ForgetIf([&](const Results& each) { return &each == &machine; });
+}
+
+int32 Comparison::ForgetOthers(const Results& machine)
+{
+    return ForgetIf([&](const Results& each) { return &each != &machine; });
+}
+
+// The run comes and goes with the results, so places count from the machine behind it.
+int32 Comparison::PlaceOfFirst()
+{
+    const Results* first = machines.First();
+    return first && first->current ? 1 : 0;
+}
+
+int32 Comparison::ForgetIf(const std::function<bool(const Results&)>& isMeant)
+{
+    std::vector<Forgotten> gone;
+    const int32 first = PlaceOfFirst();
+    int32 i = 0;
+    for (const Results& machine : machines) {
+        char record[kRecordSize];
+        if (!machine.current && isMeant(machine)) {
+            machine.Write(record);
+            gone.push_back({ i - first, record, machine.origin, &machine == selected });
+        }
+        i++;
     }
-    return nullptr;
+    // From the end, where places before stay as they are.
+    for (auto each = gone.rbegin(); each != gone.rend(); ++each) {
+        if (each->wasSelected)
+            selected = first > 0 ? machines.First() : nullptr;
+        machines.Position(each->place + first);
+        machines.Remove();
+    }
+    const auto count = static_cast<int32>(gone.size());
+    if (count > 0)
+        forgotten.push_back(std::move(gone));
+    ShowTest();
+    return count;
+}
+
+int32 Comparison::Restore()
+{
+    if (forgotten.empty())
+        return 0;
+    const int32 first = PlaceOfFirst();
+    const LibSysInfo thisMachine; // asked once, as there may be thousands of records
+    const std::vector<Forgotten> back = std::move(forgotten.back());
+    forgotten.pop_back();
+    for (const Forgotten& each : back) {
+        auto machine = std::make_unique<Results>(false, thisMachine);
+        machine->Read(each.record.c_str());
+        machine->origin = each.origin;
+        if (each.wasSelected)
+            selected = machine.get();
+        const int32 place = each.place + first;
+        if (place < machines.Size() && machines.InsertBefore(machine.get(), place))
+            static_cast<void>(machine.release()); // the list's now
+        else if (!machines.Insert(std::move(machine)) && each.wasSelected)
+            selected = nullptr;
+    }
+    ShowTest();
+    return static_cast<int32>(back.size());
 }
 
 double Comparison::BaseRate(const Metric& metric) const

@@ -5,6 +5,7 @@
 
 #include "results/ResultList.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,12 +34,16 @@ struct ChartScale {
     [[nodiscard]] float XFor(double value, float left, float right) const;
 };
 
+// How the chart shows the machines; tables and the store have them as they were added.
+enum class ChartOrder { kAsAdded, kByRate, kByName };
+
 class Comparison {
 public:
     ResultList machines; // the run on this machine first, if there is one
     Results* selected = nullptr; // the machine that percents refer to
     bool byRatio = false; // the chart shows percents
     ChartScale scale;
+    ChartOrder order = ChartOrder::kAsAdded;
     float ratioBase = -1; // the selected machine's best rate; -1: rates are shown
 
     // Makes run the first machine, in place of an earlier run, and selects it. Moves run's cursor.
@@ -57,11 +62,22 @@ public:
     // Measures the scale anew; to be called after selected or byRatio was set.
     void UpdateScale();
 
+    // The machines in the chart's order: by rate the best of the chosen test first, be that the
+    // most or the fewest seconds, and those without it last.
+    [[nodiscard]] std::vector<Results*> InOrder();
     // The machine below or above the selected one; where none is selected, the first. Null beyond
     // the first and the last.
     Results* NextToSelected(bool below);
     // The selected machine's best rate in a test, 0 if there is none.
     [[nodiscard]] double BaseRate(const Metric& metric) const;
+
+    // Takes the machine away, or all others but the run; the run itself stays. How many: 0 if there
+    // were none.
+    int32 Forget(const Results& machine);
+    int32 ForgetOthers(const Results& machine);
+    // Puts those that were forgotten last back to their places. How many: 0 if there are none.
+    int32 Restore();
+    [[nodiscard]] bool CanRestore() const { return !forgotten.empty(); }
 
     // Appends the machines that are stored with a file, the program's own.
     void ReadStore(const LibNode& file);
@@ -74,9 +90,19 @@ public:
     [[nodiscard]] std::string WriteTable(const char* path) const;
 
 private:
+    struct Forgotten {
+        int32 place; // among those that are not the run, as they were before
+        std::string record;
+        std::string origin;
+        bool wasSelected;
+    };
+
     void ShowTest();
     int32 RemoveKnown(int32 first);
+    int32 ForgetIf(const std::function<bool(const Results&)>& isMeant);
+    int32 PlaceOfFirst();
 
+    std::vector<std::vector<Forgotten>> forgotten; // by each time, the last at the end
     std::optional<Metric> test; // the chosen one's description; none at first
     bool isStoreRead = false; // what is stored is among the machines, and may be replaced by them
 };

@@ -1,6 +1,7 @@
 #include "results/Comparison.h"
 
 #include "foundation/LibNode.h"
+#include "results/ChartText.h"
 #include "results/RunFile.h"
 #include "tests/results/ComparedRun.h"
 #include "tests/results/MadeArchive.h"
@@ -126,6 +127,52 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     const std::string table = ReadFile(folder / "table");
     EXPECT_NE(table.find("\nRan (3-x)\t800.0\t0.0\t200.0\t\n"), std::string::npos) << table;
     EXPECT_EQ(comparison.Open({ folder / "r" }).Text(), "0 machines added, 1 was there already");
+}
+
+TEST(Comparison, ForgetsAndRestoresInEveryOrder)
+{
+    const TempFolder folder;
+    Comparison comparison;
+    comparison.ChooseTest("Sieve");
+    Fill(comparison);
+    WriteFile(folder / "more",
+        MadeResults("Älter (1-)", "700:90/1.0;") + MadeResults("a (1-)", "").substr(4));
+    ASSERT_EQ(comparison.Open({ folder / "more" }).added, 2);
+    const auto shown = [&](ChartOrder order) {
+        comparison.order = order;
+        std::string names;
+        for (const Results* machine : comparison.InOrder())
+            names += std::string(machine->description) + "; ";
+        return names;
+    };
+    const std::string added = "This (2-x); Other (1-y); Other (1-y); Älter (1-); a (1-); ";
+    EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
+    EXPECT_EQ(shown(ChartOrder::kByRate), added) << "one without the test is last";
+    const std::string byName = "a (1-); Other (1-y); Other (1-y); This (2-x); Älter (1-); ";
+    EXPECT_EQ(shown(ChartOrder::kByName), byName);
+    EXPECT_EQ(comparison.NextToSelected(false), comparison.InOrder()[2]);
+
+    comparison.selected = comparison.InOrder()[1];
+    EXPECT_EQ(ComparisonAsText(comparison),
+        "Sieve (IPS), percent of Other (1-y)\n"
+        "Machine      2 CPU  1 CPU  Percent\n"
+        "a (1-)           -      -        -\n"
+        "Other (1-y)      -  200.0    100.0\n"
+        "Other (1-y)      -  200.0    100.0\n"
+        "This (2-x)   400.0  100.0    200.0\n"
+        "Älter (1-)       -   90.0     45.0\n");
+    EXPECT_EQ(MachineAsText(comparison, *comparison.InOrder()[3])
+                  .substr(0, std::string("This (2-x)\n2 CPU: 400.0 IPS, 4.00 times").size()),
+        "This (2-x)\n2 CPU: 400.0 IPS, 4.00 times");
+    EXPECT_EQ(comparison.Forget(*comparison.selected), 1);
+    EXPECT_EQ(comparison.selected, comparison.machines.First()) << "the run";
+    EXPECT_EQ(comparison.Forget(*comparison.selected), 0) << "which is not forgotten";
+    EXPECT_EQ(comparison.ForgetOthers(*comparison.InOrder()[0]), 2);
+    EXPECT_EQ(shown(ChartOrder::kAsAdded), "This (2-x); a (1-); ");
+    EXPECT_EQ(comparison.Restore() + comparison.Restore() * 10 + comparison.Restore() * 100, 12);
+    EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
+    EXPECT_EQ(comparison.selected, comparison.InOrder()[1]);
+    EXPECT_EQ(comparison.InOrder()[3]->origin, folder / "more");
 }
 
 TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
