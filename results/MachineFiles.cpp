@@ -92,7 +92,7 @@ std::string AddArchive(
     return list.Size() > before ? "" : "holds no results";
 }
 
-std::string AddJson(const std::string& text, ResultList& list)
+std::string AddJson(const std::string& text, const std::string& file, ResultList& list)
 {
     const auto run = RunFromJson(text);
     if (std::holds_alternative<std::string>(run))
@@ -102,16 +102,8 @@ std::string AddJson(const std::string& text, ResultList& list)
         return "has more than a machine's record holds";
     auto machine = std::make_unique<Results>(false);
     machine->Read(record.c_str());
+    machine->origin = file;
     return list.Insert(std::move(machine)) ? "" : "cannot be read: there is no memory";
-}
-
-void NameFile(ResultList& list, int32 before, const std::string& file)
-{
-    int32 i = 0;
-    for (Results& machine : list) {
-        if (i++ >= before && machine.origin.empty())
-            machine.origin = file;
-    }
 }
 
 std::string AddContents(
@@ -129,9 +121,8 @@ std::string AddContents(
         why = list.Size() > before ? "" : "holds no results";
     } else if (bytes.find_first_not_of(" \t\r\n") != bytes.npos
         && bytes[bytes.find_first_not_of(" \t\r\n")] == '{') {
-        why = AddJson(bytes, list);
+        why = AddJson(bytes, file, list);
     }
-    NameFile(list, before, file);
     return why;
 }
 
@@ -170,7 +161,6 @@ std::string AddFile(const std::string& path, ResultList& list)
     const int32 before = list.Size();
     rewind(file.get());
     ReadResults(file.get(), path.c_str(), list);
-    NameFile(list, before, path);
     return list.Size() > before ? "" : "holds no results";
 }
 
