@@ -4,6 +4,8 @@
 #include "foundation/LibNode.h"
 #include "foundation/LibPath.h"
 #include "foundation/Utf8.h"
+#include "results/ChartPicture.h"
+#include "results/ChartText.h"
 #include "toolkit/LibMenuButton.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/CompareResultsView.h"
@@ -13,14 +15,22 @@
 #include <Autolock.h>
 #include <Button.h>
 #include <CheckBox.h>
+#include <ClipboardData.h>
+#include <FilePanel.h>
 #include <Message.h>
+#include <Picture.h>
 #include <Roster.h>
 #include <ScrollView.h>
 #include <StorageDefs.h>
 #include <StringView.h>
+#include <TypeConstants.h>
+#include <WholeFile.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 
 namespace {
 
@@ -44,6 +54,21 @@ bool GetOwnFile(entry_ref& ref)
         return false;
     ref = info.ref;
     return true;
+}
+
+// For the next comparison too, until the program ends.
+std::atomic<ChartOrder> sOrder = ChartOrder::kAsAdded;
+
+// What pictures are copied as, and the name by whose ending they are written so.
+const struct {
+    const char* type;
+    const char* name;
+} kPictureTypes[] = { { "image/png", "chart.png" }, { "image/svg+xml", "chart.svg" } };
+
+std::string ContentsOf(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
 struct DroppedFile {
@@ -80,6 +105,7 @@ CompareWin::CompareWin(BLooper* looper, bool allowSave)
       target(looper)
 {
     SetName("CompareWin");
+    comparison.order = sOrder; // before the chart's menu marks it
     CloseOnEscape();
     AddControls(allowSave);
     AddChart();
@@ -270,6 +296,87 @@ void CompareWin::ChooserClosed(const BMessage& closing)
     chart->Invalidate();
 }
 
+// --- The chart's menu
+
+void CompareWin::Copy()
+{
+    const std::string text = ComparisonAsText(comparison);
+    if (text.empty())
+        return Say("Nothing to copy: no test is chosen");
+    BMessage data;
+    data.AddData("text/plain", B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()));
+    // Only a file can be painted.
+    const TemporaryFolder folder;
+    for (const auto& [type, name] : kPictureTypes) {
+        const std::string path = std::string(folder.Path() ? folder.Path() : "") + "/" + name;
+        const std::string picture =
+            folder.Path() && WriteChartPicture(path.c_str(), comparison) ? ContentsOf(path) : "";
+        if (!picture.empty())
+            data.AddData(type, B_MIME_TYPE, picture.data(), static_cast<ssize_t>(picture.size()));
+    }
+    if (copy_to_clipboard(data) == B_OK)
+        Say("Copied: the table as text, the chart as a picture");
+}
+
+void CompareWin::ShowPicturePanel()
+{
+    if (!picturePanel) {
+        const BMessenger thisWindow(this);
+        const BMessage reply(kMsgPicturePanel);
+        picturePanel = std::make_unique<BFilePanel>(B_SAVE_PANEL, &thisWindow, nullptr, &reply);
+    }
+    picturePanel->SetSaveText("Tarvex.svg");
+    picturePanel->Show();
+}
+
+void CompareWin::SavePicture(const BMessage& reply)
+{
+    BPath path;
+    if (!LibGetFilePath(&reply, path))
+        return;
+    picturePanel->Hide();
+    const std::string name = LibPrintable(path.Path());
+    if (WriteChartPicture(path.Path(), comparison))
+        return Say("Saved: " + name);
+    // The writer has told standard error only; most reasons can be asked for.
+    std::string why = WhyNoPicture(path.Path());
+    if (why.empty())
+        why = WholeFile::WhyNot(path.Path());
+    Say("Could not write " + name + (why.empty() ? "" : ": " + why));
+}
+
+void CompareWin::Forget(bool others)
+{
+    if (!comparison.selected)
+        return;
+    const int32 count = others ? comparison.ForgetOthers(*comparison.selected)
+                               : comparison.Forget(*comparison.selected);
+    if (count == 0)
+        return Say("The run on this machine is not kept, so it cannot be forgotten");
+    Say(std::to_string(count) + (count == 1 ? " machine" : " machines")
+        + " forgotten; Ctrl+Z brings back what was forgotten since this window was opened");
+    SaveToResource();
+}
+
+void CompareWin::Restore()
+{
+    const int32 count = comparison.Restore();
+    if (count == 0)
+        return;
+    Say(std::to_string(count) + (count == 1 ? " machine is" : " machines are") + " back");
+    SaveToResource();
+}
+
+void CompareWin::SetOrder(const BMessage& chosen)
+{
+    int32 order = 0;
+    if (chosen.FindInt32("order", &order) != B_OK)
+        return;
+    comparison.order = static_cast<ChartOrder>(order);
+    sOrder = comparison.order;
+    UpdateScrollBars();
+}
+
 void CompareWin::MessageReceived(BMessage* message)
 {
     // First, as what is dropped has whatever code its sender gave it.
@@ -282,6 +389,13 @@ void CompareWin::MessageReceived(BMessage* message)
         case kMsgSave: SaveComparison(); break;
         case kMsgRatio: RatioChanged(); break;
         case 'ColC': ChooserClosed(*message); break;
+        case CompareResultsView::kMsgCopy: Copy(); break;
+        case CompareResultsView::kMsgSavePicture: ShowPicturePanel(); break;
+        case kMsgPicturePanel: SavePicture(*message); break;
+        case CompareResultsView::kMsgForget: Forget(false); break;
+        case CompareResultsView::kMsgForgetOthers: Forget(true); break;
+        case CompareResultsView::kMsgRestore: Restore(); break;
+        case CompareResultsView::kMsgOrder: SetOrder(*message); break;
         default: LibWindow::MessageReceived(message); break;
     }
 }

@@ -4,7 +4,11 @@
 #include "results/Comparison.h"
 #include "toolkit/LibWindow.h"
 
+#include <memory>
+#include <string>
+
 class BCheckBox;
+class BFilePanel;
 class BStringView;
 class CompareResultsView;
 class CompareView;
@@ -43,6 +47,7 @@ public:
 
 private:
     static constexpr uint32 kMsgTest = 1000; // a test was chosen
+    static constexpr uint32 kMsgPicturePanel = 1003;
 
     void AddControls(bool allowSave);
     void AddChart();
@@ -53,6 +58,12 @@ private:
     void TestItemSelected();
     void RatioChanged();
     void ChooserClosed(const BMessage& closing);
+    void Copy();
+    void ShowPicturePanel();
+    void SavePicture(const BMessage& reply);
+    void Forget(bool others);
+    void Restore();
+    void SetOrder(const BMessage& chosen);
 
     BLooper* target;
     Comparison comparison;
@@ -61,4 +72,5 @@ private:
     BCheckBox* ratio = nullptr;
     CompareResultsView* chart = nullptr;
     BStringView* line = nullptr;
+    std::unique_ptr<BFilePanel> picturePanel; // made when first needed
 };

@@ -2,7 +2,9 @@
 #include "ui/CompareWin.h"
 
 #include "results/CpuColor.h"
+#include "server/DisplayServer.h"
 #include "tests/results/ComparedRun.h"
+#include "tests/results/MadeRuns.h"
 #include "tests/support/ScreenDriver.h"
 
 #include <Application.h>
@@ -10,6 +12,9 @@
 #include <Message.h>
 
 #include <gtest/gtest.h>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
 
 #include <cstdlib>
 #include <filesystem>
@@ -46,6 +51,13 @@ void DragFromAnotherProgram(const std::string& file, BPoint to)
         return ReadFile("taken") == "taken\n";
     }));
     EXPECT_EQ(system("xdotool mouseup 1"), 0);
+}
+
+// What was copied as this type.
+std::string Copied(const char* type)
+{
+    return display::Call(
+        [type] { return QGuiApplication::clipboard()->mimeData()->data(type).toStdString(); });
 }
 
 class CompareWinTest : public testing::Test {
@@ -151,6 +163,84 @@ TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndC
     screen::ClickAt(Find("swatches").frame.LeftTop() + BPoint(2, 2)); // black
     EXPECT_SOON(BarEndsAt(0, 50, 60, { 0, 0, 0, 255 }));
     EXPECT_FALSE(screen::IsActive("Color of 1 CPU"));
+}
+
+TEST_F(CompareWinTest, TheMenuOfAMachineForgetsAndOrdersWhatTipsTellOf)
+{
+    Run();
+    window->LoadResults(MachineFile(folder).c_str());
+    window->LoadResults(File("more", MadeResults("<b>A</b> (1-)", "700:90/1.0;")).c_str());
+    const rgb_color one = cpu_color[0];
+    ASSERT_SOON(BarEndsAt(2, 90, 410, one));
+    EXPECT_EQ(Find("line").text, "1 machine added");
+    screen::MoveTo(PictureOf(2) + BPoint(60, 0));
+    EXPECT_SOON(Find("qtooltip_label").text
+        == "<\u2060b>A</b> (1-)\n1 CPU: 90.0 IPS, 22.5 percent of the selection\nRead from "
+            + (folder / "more"));
+    screen::MoveTo(Find("DrawView").frame.LeftTop() + BPoint(120, 8));
+    EXPECT_SOON(Find("qtooltip_label").text == "Work in a second: more is better");
+
+    screen::ClickAt(PictureOf(2) + BPoint(30, 0), 3);
+    ASSERT_TRUE(screen::ClickMenu({ "Order", "By name" }));
+    EXPECT_SOON(BarEndsAt(0, 90, 410, one));
+    screen::Key("Right"); // from the machine that the menu was for
+    screen::Key("Delete");
+    EXPECT_SOON(!BarEndsAt(1, 200, 410, one));
+    screen::ClickAt(PictureOf(1) + BPoint(30, 0), 3);
+    ASSERT_TRUE(screen::ClickMenu({ "Forget all others" }));
+    EXPECT_SOON(Find("line").text.starts_with("1 machine forgotten; Ctrl+Z"));
+    Close();
+    Open(true); // what was forgotten is not stored, and the order stays
+    window->LoadResults(MachineFile(folder).c_str());
+    Run();
+    ASSERT_SOON(BarEndsAt(0, 200, 410, one));
+    screen::Key("Right");
+    screen::Key("shift+F10");
+    ASSERT_TRUE(screen::ClickMenu({ "Order", "By rate" }));
+    ASSERT_SOON(BarEndsAt(1, 200, 410, one));
+    screen::Key("Left");
+    screen::Key("Delete");
+    EXPECT_SOON(Find("line").text.starts_with("The run on this machine is not kept"));
+    screen::Key("Right");
+    screen::Key("Delete");
+    EXPECT_SOON(!BarEndsAt(1, 200, 410, one));
+    screen::Key("ctrl+z");
+    EXPECT_SOON(BarEndsAt(1, 200, 410, one));
+    EXPECT_EQ(Find("line").text, "1 machine is back");
+    Close();
+    Open(true);
+    window->LoadResults((folder / "none").c_str());
+    EXPECT_EQ(Find("line").text, "none cannot be read: No such file or directory");
+    Run();
+    EXPECT_SOON(BarEndsAt(1, 200, 410, one)) << "it is stored again";
+    screen::ClickAt(PictureOf(1) + BPoint(30, 0), 3);
+    ASSERT_TRUE(screen::ClickMenu({ "Order", "As added" })); // for other tests
+}
+
+TEST_F(CompareWinTest, TheChartIsCopiedAndSavedAsAPicture)
+{
+    screen::Key("ctrl+c");
+    EXPECT_SOON(Find("line").text == "Nothing to copy: no test is chosen");
+    Run();
+    screen::Key("ctrl+c");
+    ASSERT_SOON(Find("line").text == "Copied: the table as text, the chart as a picture");
+    EXPECT_EQ(Copied("text/plain"),
+        "Sieve (IPS), percent of This (2-x)\n"
+        "Machine     2 CPU  1 CPU  Percent\n"
+        "This (2-x)  400.0  100.0    100.0\n");
+    EXPECT_TRUE(Copied("image/png").starts_with("\x89PNG"));
+    EXPECT_NE(Copied("image/svg+xml").find("This (2-x)"), std::string::npos);
+    for (const char* const name : { "chart.svg", "chart.doc" }) {
+        screen::ClickAt(PictureOf(0) + BPoint(30, 0), 3);
+        ASSERT_TRUE(screen::ClickMenu({ "Save picture..." }));
+        ASSERT_TRUE(screen::BecomesActive("Save As"));
+        screen::Key("ctrl+a");
+        screen::Type(folder / name);
+        screen::Key("Return");
+        ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
+    }
+    EXPECT_SOON(Find("line").text.starts_with("Could not write " + (folder / "chart.doc") + ": "));
+    EXPECT_NE(ReadFile(folder / "chart.svg").find("This (2-x)"), std::string::npos);
 }
 
 TEST_F(CompareWinTest, MadeNarrowerAndWiderItLooksAsBefore)
