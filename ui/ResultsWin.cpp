@@ -1,6 +1,7 @@
 #include "ui/ResultsWin.h"
 
 #include "foundation/LibPath.h"
+#include "results/ChartText.h"
 #include "results/ResultsFile.h"
 #include "results/TestCatalogue.h"
 #include "sysinfo/LibDeviceInfo.h"
@@ -15,12 +16,14 @@
 
 #include <Alert.h>
 #include <Button.h>
+#include <ClipboardData.h>
 #include <E-mail.h>
 #include <FilePanel.h>
 #include <ListView.h>
 #include <Message.h>
 #include <ScrollView.h>
 #include <StringView.h>
+#include <TypeConstants.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -31,6 +34,7 @@ namespace {
 constexpr uint32 kMsgCancel = 500;
 constexpr uint32 kMsgCompare = 501;
 constexpr uint32 kMsgSave = 502;
+constexpr uint32 kMsgCopy = 504;
 constexpr uint32 kMsgEmail = 5000;
 
 // In the background view.
@@ -59,6 +63,7 @@ ResultsWin::ResultsWin(const int& nbrCpus)
     SetSizeLimits(frame.Width(), 4000, 200, 4000);
     SetPosition(kBesideMain);
     HideOnClose();
+    AddShortcut('C', B_COMMAND_KEY, new BMessage(kMsgCopy));
 }
 
 ResultsWin::~ResultsWin()
@@ -134,6 +139,14 @@ void ResultsWin::CompareResults()
         static_cast<double>(results.Time(0)));
 }
 
+void ResultsWin::CopyResults() const
+{
+    const std::string text = ResultsAsText(results);
+    BMessage data;
+    data.AddData("text/plain", B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()));
+    copy_to_clipboard(data);
+}
+
 void ResultsWin::CompareFiles(BMessage* files, bool allow)
 {
     allowSaveCompare = allow;
@@ -162,6 +175,7 @@ void ResultsWin::MessageReceived(BMessage* message)
     switch (message->what) {
         case kMsgCancel: PostMessage(B_QUIT_REQUESTED); break;
         case kMsgCompare: CompareResults(); break;
+        case kMsgCopy: CopyResults(); break;
         case kMsgSave: SaveResults(); break;
         case kMsgSavePanel: SaveResultFile(message); break;
         case kMsgEmail: EmailResults(message); break;

@@ -2,7 +2,6 @@
 #include "ui/CompareWin.h"
 
 #include "results/CpuColor.h"
-#include "server/DisplayServer.h"
 #include "tests/results/ComparedRun.h"
 #include "tests/results/MadeRuns.h"
 #include "tests/support/ScreenDriver.h"
@@ -12,15 +11,13 @@
 #include <Message.h>
 
 #include <gtest/gtest.h>
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QMimeData>
 
 #include <cstdlib>
 #include <filesystem>
 
 namespace {
 
+using screen::Copied;
 using screen::Find;
 using screen::PixelAt;
 using screen::WaitFor;
@@ -51,13 +48,6 @@ void DragFromAnotherProgram(const std::string& file, BPoint to)
         return ReadFile("taken") == "taken\n";
     }));
     EXPECT_EQ(system("xdotool mouseup 1"), 0);
-}
-
-// What was copied as this type.
-std::string Copied(const char* type)
-{
-    return display::Call(
-        [type] { return QGuiApplication::clipboard()->mimeData()->data(type).toStdString(); });
 }
 
 class CompareWinTest : public testing::Test {
