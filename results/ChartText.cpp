@@ -2,9 +2,8 @@
 
 #include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
+#include "results/MachineFiles.h"
 #include "results/TestCatalogue.h"
-
-#include <MachineDetails.h>
 
 #include <algorithm>
 #include <vector>
@@ -78,21 +77,6 @@ std::string PercentOf(double rate, double base)
     return rate > 0 && base > 0 ? LibFixedText(100 * rate / base, 1) : "-";
 }
 
-// This machine, which the run is of.
-std::string TrueName()
-{
-    const MachineDetails details = ReadMachineDetails();
-    std::string text;
-    if (details.processorModel)
-        text += "\n" + Printable(details.processorModel->c_str());
-    if (details.memory)
-        text += "\n" + LibFixedText(static_cast<double>(*details.memory) / (1 << 30), 1)
-            + " GB of memory";
-    if (details.kernelRelease)
-        text += "\nLinux " + Printable(details.kernelRelease->c_str());
-    return text;
-}
-
 } // namespace
 
 std::string ResultsAsText(const Results& run)
@@ -158,7 +142,8 @@ std::string MachineAsText(const Comparison& comparison, const Results& machine)
         }
     }
     if (machine.current)
-        return text + "\nThis machine" + TrueName();
+        return text + "\nThis machine" + TrueName(ReadMachineDetails());
+    text += machine.trueName;
     if (!machine.origin.empty())
         text += "\nRead from " + Printable(machine.origin.c_str());
     return text;

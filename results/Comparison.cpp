@@ -257,7 +257,8 @@ int32 Comparison::ForgetIf(const std::function<bool(const Results&)>& isMeant)
         char record[kRecordSize];
         if (!machine.current && isMeant(machine)) {
             machine.Write(record);
-            gone.push_back({ i - first, record, machine.origin, &machine == selected });
+            gone.push_back(
+                { i - first, record, machine.origin, machine.trueName, &machine == selected });
         }
         i++;
     }
@@ -287,6 +288,7 @@ int32 Comparison::Restore()
         auto machine = std::make_unique<Results>(false, thisMachine);
         machine->Read(each.record.c_str());
         machine->origin = each.origin;
+        machine->trueName = each.trueName;
         if (each.wasSelected)
             selected = machine.get();
         const int32 place = each.place + first;

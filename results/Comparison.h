@@ -93,7 +93,7 @@ private:
     struct Forgotten {
         int32 place; // among those that are not the run, as they were before
         std::string record;
-        std::string origin;
+        std::string origin, trueName;
         bool wasSelected;
     };
 

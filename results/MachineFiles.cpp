@@ -1,6 +1,7 @@
 #include "results/MachineFiles.h"
 
 #include "foundation/PlainText.h"
+#include "foundation/Utf8.h"
 #include "results/ArchiveFiles.h"
 #include "results/ResultsFile.h"
 #include "results/ResultsText.h"
@@ -14,9 +15,7 @@
 #include <filesystem>
 #include <memory>
 #include <set>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 #include <variant>
 
 namespace {
@@ -97,12 +96,16 @@ std::string AddJson(const std::string& text, const std::string& file, ResultList
     const auto run = RunFromJson(text);
     if (std::holds_alternative<std::string>(run))
         return std::get<std::string>(run);
-    const std::string record = RecordOf(std::get<RunRecord>(run));
-    if (record.size() >= kRecordSize)
+    const std::string line = RecordOf(std::get<RunRecord>(run));
+    if (line.size() >= kRecordSize)
         return "has more than a machine's record holds";
     auto machine = std::make_unique<Results>(false);
-    machine->Read(record.c_str());
+    machine->Read(line.c_str());
     machine->origin = file;
+    const RunRecord& record = std::get<RunRecord>(run);
+    machine->trueName = TrueName(record.details);
+    if (!record.started.empty())
+        machine->trueName += "\nMeasured " + LibPrintable(record.started.c_str());
     return list.Insert(std::move(machine)) ? "" : "cannot be read: there is no memory";
 }
 
@@ -141,15 +144,17 @@ std::string ReadAll(FILE* file)
 
 std::string AddFile(const std::string& path, ResultList& list)
 {
+    std::error_code error;
+    const bool isPlain = fs::is_regular_file(path, error);
+    if (error)
+        return "cannot be read: " + error.message();
+    if (!isPlain)
+        return "cannot be read: it is no plain file";
+    // Even if it has become a pipe, it is not waited for.
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    struct stat there = {};
-    if (descriptor < 0 || fstat(descriptor, &there) != 0 || !S_ISREG(there.st_mode)) {
-        const std::string why = descriptor < 0 ? strerror(errno) : "it is no plain file";
-        if (descriptor >= 0)
-            close(descriptor);
-        return "cannot be read: " + why;
-    }
-    const File file(fdopen(descriptor, "r"));
+    const File file(descriptor < 0 ? nullptr : fdopen(descriptor, "r"));
+    if (!file)
+        return std::string("cannot be read: ") + strerror(errno);
     const std::string bytes = ReadAll(file.get());
     if (ferror(file.get()))
         return std::string("cannot be read: ") + strerror(errno);
@@ -185,6 +190,19 @@ std::string FilesBelow(const std::string& folder, std::vector<std::string>& file
 }
 
 } // namespace
+
+std::string TrueName(const MachineDetails& details)
+{
+    std::string text;
+    if (details.processorModel)
+        text += "\n" + LibPrintable(details.processorModel->c_str());
+    if (details.memory)
+        text += "\n" + LibFixedText(static_cast<double>(*details.memory) / (1 << 30), 1)
+            + " GB of memory";
+    if (details.kernelRelease)
+        text += "\nLinux " + LibPrintable(details.kernelRelease->c_str());
+    return text;
+}
 
 std::string ReadMachineFiles(const std::string& path, ResultList& list)
 {

@@ -5,7 +5,13 @@
 
 #include "results/ResultList.h"
 
+#include <MachineDetails.h>
+
 #include <string>
+
+// The processor's model, all memory and the kernel, as far as they are known: each a line with its
+// line end in front.
+[[nodiscard]] std::string TrueName(const MachineDetails& details);
 
 // Appends the machines of what lies at path, each with its file; of a run's JSON the rates that its
 // repeats have in the middle. Returns an empty string, or why there is none: "is no results file".

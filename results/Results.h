@@ -130,6 +130,7 @@ public:
     bool current;
     std::string
         origin; // the file where it was read; "" for a run, and from the program's next start on
+    std::string trueName; // beside description what its file knows of the machine, or ""
     SpanWatch* watch = nullptr; // of who measures into these; not owned, and not taken over
 
 private:

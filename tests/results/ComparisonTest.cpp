@@ -102,6 +102,9 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     const std::string tar =
         MadeArchive(Packing::kTar, { { "results/unknown", "a card" }, { "results/r", saved } });
     RunRecord run = MadeRun("Ran (3-x)"); // at two of its three counts
+    run.details.processorModel = "Model";
+    run.details.memory = uint64(3) << 29;
+    run.details.kernelRelease = "6.1";
     AddTimes(run, *FindTestType(700), 3, 0.5, 400, 1);
     AddTimes(run, *FindTestType(700), 1, 4, 800, 1);
     std::filesystem::create_directory(folder / "fleet");
@@ -123,6 +126,10 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     EXPECT_EQ(outcome.refused[1], "pipe cannot be read: it is no plain file");
     EXPECT_EQ(outcome.refused[2], "notes.txt is no results file");
     EXPECT_EQ(Names(comparison), "Saved (2-x); Ran (3-x); Fleet (1-x); ");
+    EXPECT_EQ(MachineAsText(comparison, *comparison.InOrder()[1]),
+        "Ran (3-x)\n3 CPU: 800.0 IPS, 4.00 times one processor\n1 CPU: 200.0 IPS\nModel\n"
+        "1.5 GB of memory\nLinux 6.1\nMeasured 2026-11-21T14:03:05+01:00\nRead from "
+            + (folder / "run.json"));
     EXPECT_EQ(comparison.WriteTable((folder / "table").c_str()), "");
     const std::string table = ReadFile(folder / "table");
     EXPECT_NE(table.find("\nRan (3-x)\t800.0\t0.0\t200.0\t\n"), std::string::npos) << table;
