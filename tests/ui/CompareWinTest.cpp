@@ -205,6 +205,8 @@ TEST_F(CompareWinTest, TheMenuOfAMachineForgetsAndOrdersWhatTipsTellOf)
     EXPECT_SOON(BarEndsAt(1, 200, 410, one)) << "it is stored again";
     screen::ClickAt(PictureOf(1) + BPoint(30, 0), 3);
     ASSERT_TRUE(screen::ClickMenu({ "Order", "As added" })); // for other tests
+    screen::ClickAt(PictureOf(1) + BPoint(30, 0), 3);
+    EXPECT_SOON(screen::FindMenuItem("Copy").exists); // open while the window goes
 }
 
 TEST_F(CompareWinTest, TheChartIsCopiedAndSavedAsAPicture)
