@@ -28,13 +28,13 @@ struct Rows {
     float bottom;
     int32 missing = 0;
 
-    explicit Rows(const Comparison& comparison) : bottom(ComparisonChart::kFirstRowY)
+    explicit Rows(Comparison& comparison) : bottom(ComparisonChart::kFirstRowY)
     {
-        for (const Results& machine : comparison.machines) {
-            if (missing > 0 || bottom + machine.RowHeight() > kMostHeight)
+        for (const Results* machine : comparison.InOrder()) {
+            if (missing > 0 || bottom + machine->RowHeight() > kMostHeight)
                 missing++;
             else
-                bottom += machine.RowHeight();
+                bottom += machine->RowHeight();
         }
     }
 };

@@ -1,15 +1,20 @@
 #include "results/Comparison.h"
 
 #include "foundation/LibNode.h"
+#include "foundation/Utf8.h"
+#include "results/MachineFiles.h"
 #include "results/ResultsFile.h"
+#include "results/TestCatalogue.h"
 #include "sysinfo/LibSysInfo.h"
 
 #include <Message.h>
 #include <WholeFile.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
-#include <string>
+#include <cstring>
+#include <set>
 #include <utility>
 
 namespace {
@@ -38,7 +43,40 @@ bool SetDamagedAside(LibNode& file)
     return true;
 }
 
+// The last part of a path, fit to be shown.
+std::string LeafOf(const char* path)
+{
+    const char* slash = strrchr(path, '/');
+    return LibPrintable(slash ? slash + 1 : path);
+}
+
+// The greater, the further up in an order by rates.
+double Rank(const Results& machine)
+{
+    const Metric* metric = machine.Current();
+    const double rate = metric ? metric->BestRate() : 0;
+    if (rate <= 0)
+        return -INFINITY;
+    const TestType* type = FindTestType(metric->index);
+    return type && type->better == Better::kLess ? -rate : rate;
+}
+
 } // namespace
+
+std::string LoadOutcome::Text() const
+{
+    std::string text;
+    if (added > 0 || known > 0)
+        text = std::to_string(added) + (added == 1 ? " machine added" : " machines added");
+    if (known > 0)
+        text += ", " + std::to_string(known) + (known == 1 ? " was" : " were") + " there already";
+    if (refused.empty())
+        return text;
+    text += (text.empty() ? "" : "; ") + refused.front();
+    if (refused.size() > 1)
+        text += ", and " + std::to_string(refused.size() - 1) + " more";
+    return text;
+}
 
 ChartScale ChartScale::For(double greatest)
 {
@@ -76,14 +114,65 @@ bool Comparison::SetRun(Results& run)
     return true;
 }
 
-bool Comparison::Load(const std::vector<LibString>& paths)
+LoadOutcome Comparison::Load(const std::vector<LibString>& paths)
 {
-    bool isRead = false;
-    for (const LibString& path : paths)
-        isRead |= ReadResultsFile(path, machines);
-    if (isRead)
+    LoadOutcome outcome;
+    for (const LibString& path : paths) {
+        const int32 before = machines.Size();
+        if (!ReadResultsFile(path, machines)) {
+            outcome.refused.push_back(LeafOf(path) + " cannot be read: " + strerror(errno));
+            continue;
+        }
+        outcome.isRead = true;
+        outcome.added += machines.Size() - before;
+        if (machines.Size() == before)
+            outcome.refused.push_back(LeafOf(path) + " is no results file");
+    }
+    if (outcome.isRead)
         ShowTest(); // once: there may be thousands of machines
-    return isRead;
+    return outcome;
+}
+
+LoadOutcome Comparison::Open(const std::vector<std::string>& paths)
+{
+    LoadOutcome outcome;
+    const int32 before = machines.Size();
+    for (const std::string& path : paths) {
+        const std::string why = ReadMachineFiles(path, machines);
+        if (why.empty())
+            continue;
+        fprintf(stderr, "<%s> %s\n", LibPrintable(path.c_str()).c_str(), why.c_str());
+        outcome.refused.push_back(LeafOf(path.c_str()) + " " + why);
+    }
+    outcome.isRead = machines.Size() > before;
+    outcome.known = RemoveKnown(before);
+    outcome.added = machines.Size() - before;
+    if (outcome.isRead)
+        ShowTest();
+    return outcome;
+}
+
+// Removes, from the machine at first on, those whose record a machine before them has; how many.
+int32 Comparison::RemoveKnown(int32 first)
+{
+    char record[kRecordSize];
+    std::set<std::string> records;
+    std::vector<int32> known;
+    int32 i = 0;
+    for (const Results& machine : machines) {
+        if (!machine.current) { // a run may be shown and stored beside itself
+            machine.Write(record);
+            if (!records.insert(record).second && i >= first)
+                known.push_back(i);
+        }
+        i++;
+    }
+    // From the end, where places before stay as they are.
+    for (auto place = known.rbegin(); place != known.rend(); ++place) {
+        machines.Position(*place);
+        machines.Remove();
+    }
+    return static_cast<int32>(known.size());
 }
 
 void Comparison::ChooseTest(const char* description)
@@ -112,19 +201,104 @@ void Comparison::UpdateScale()
     scale = ChartScale::For(base > 0 ? 100 * greatest / static_cast<double>(ratioBase) : greatest);
 }
 
+std::vector<Results*> Comparison::InOrder()
+{
+    std::vector<Results*> shown;
+    for (Results& machine : machines)
+        shown.push_back(&machine);
+    if (order == ChartOrder::kByName) {
+        std::stable_sort(shown.begin(), shown.end(), [](const Results* a, const Results* b) {
+            return LibFoldCase(std::string(a->description))
+                < LibFoldCase(std::string(b->description));
+        });
+    } else if (order == ChartOrder::kByRate) {
+        std::stable_sort(shown.begin(), shown.end(),
+            [](const Results* a, const Results* b) { return Rank(*a) > Rank(*b); });
+    }
+    return shown;
+}
+
 Results* Comparison::NextToSelected(bool below)
 {
-    if (!selected)
-        return machines.First();
-    Results* above = nullptr;
-    for (Results& machine : machines) {
-        if (below && above == selected)
-            return &machine;
-        if (!below && &machine == selected)
-            return above;
-        above = &machine;
+    const std::vector<Results*> shown = InOrder();
+    const auto at = std::find(shown.begin(), shown.end(), selected);
+    if (at == shown.end())
+        return shown.empty() ? nullptr : shown.front();
+    if (below)
+        return at + 1 == shown.end() ? nullptr : *(at + 1);
+    return at == shown.begin() ? nullptr : *(at - 1);
+}
+
+// --- Forgetting
+
+int32 Comparison::Forget(const Results& machine)
+{
+    return ForgetIf([&](const Results& each) { return &each == &machine; });
+}
+
+int32 Comparison::ForgetOthers(const Results& machine)
+{
+    return ForgetIf([&](const Results& each) { return &each != &machine; });
+}
+
+// The run comes and goes with the results, so places count from the machine behind it.
+int32 Comparison::PlaceOfFirst()
+{
+    const Results* first = machines.First();
+    return first && first->current ? 1 : 0;
+}
+
+int32 Comparison::ForgetIf(const std::function<bool(const Results&)>& isMeant)
+{
+    std::vector<Forgotten> gone;
+    const int32 first = PlaceOfFirst();
+    int32 i = 0;
+    for (const Results& machine : machines) {
+        char record[kRecordSize];
+        if (!machine.current && isMeant(machine)) {
+            machine.Write(record);
+            gone.push_back(
+                { i - first, record, machine.origin, machine.trueName, &machine == selected });
+        }
+        i++;
     }
-    return nullptr;
+    // From the end, where places before stay as they are.
+    for (auto each = gone.rbegin(); each != gone.rend(); ++each) {
+        if (each->wasSelected)
+            selected = first > 0 ? machines.First() : nullptr;
+        machines.Position(each->place + first);
+        machines.Remove();
+    }
+    const auto count = static_cast<int32>(gone.size());
+    if (count > 0)
+        forgotten.push_back(std::move(gone));
+    ShowTest();
+    return count;
+}
+
+int32 Comparison::Restore()
+{
+    if (forgotten.empty())
+        return 0;
+    const int32 first = PlaceOfFirst();
+    const LibSysInfo thisMachine; // asked once, as there may be thousands of records
+    const std::vector<Forgotten> back = std::move(forgotten.back());
+    forgotten.pop_back();
+    for (const Forgotten& each : back) {
+        auto machine = std::make_unique<Results>(false, thisMachine);
+        machine->Read(each.record.c_str());
+        machine->origin = each.origin;
+        machine->trueName = each.trueName;
+        if (each.wasSelected)
+            selected = machine.get();
+        const int32 place = each.place + first;
+        if (place < machines.Size() && machines.InsertBefore(machine.get(), place))
+            static_cast<void>(machine.release()); // the list's now
+        else if (!machines.Insert(std::move(machine)) && each.wasSelected)
+            selected = nullptr;
+    }
+    ShowTest();
+    return static_cast<int32>(back.size());
 }
 
 double Comparison::BaseRate(const Metric& metric) const
@@ -154,7 +328,7 @@ void Comparison::ReadStore(const LibNode& file)
     ShowTest();
 }
 
-void Comparison::WriteStore(LibNode& file)
+bool Comparison::WriteStore(LibNode& file)
 {
     if (!isStoreRead)
         ReadStore(file); // it may be possible now; else those of before would be lost
@@ -167,13 +341,15 @@ void Comparison::WriteStore(LibNode& file)
         store.AddString(kRecords, record);
     }
     const bool mayReplace = isStoreRead || SetDamagedAside(file);
-    if (mayReplace && file.WriteMessageAttr(kStore, store))
+    if (mayReplace && file.WriteMessageAttr(kStore, store)) {
         isStoreRead = true;
-    else
-        fprintf(stderr, "The machines of the comparison could not be stored\n");
+        return true;
+    }
+    fprintf(stderr, "The machines of the comparison could not be stored\n");
+    return false;
 }
 
-bool Comparison::WriteTable(const char* path) const
+std::string Comparison::WriteTable(const char* path) const
 {
     WholeFile table(path);
     if (FILE* file = machines.Size() > 0 ? table.Stream() : nullptr) {
@@ -185,7 +361,7 @@ bool Comparison::WriteTable(const char* path) const
         machines.Save(file, columns);
     }
     if (table.Commit())
-        return true;
+        return "";
     fprintf(stderr, "Error writing <%s>: %s\n", path, table.Error().c_str());
-    return false;
+    return table.Error();
 }

@@ -2,7 +2,6 @@
 
 #include "results/TestCatalogue.h"
 
-
 #include <algorithm>
 #include <cstdio>
 #include <string>
@@ -11,6 +10,7 @@ namespace {
 
 constexpr float kTitleBaseline = 10;
 constexpr float kTitleLineY = 14;
+constexpr float kLabelGap = 2;
 constexpr float kSwatch = 14;
 constexpr rgb_color kLabelledLine = { 128, 128, 128, 255 };
 constexpr rgb_color kPlainLine = { 216, 216, 216, 255 };
@@ -50,9 +50,9 @@ void ComparisonChart::Draw(BView* view, BRect update)
     DrawGrid(view, update);
     DrawCaption(view);
     float y = kFirstRowY;
-    for (Results& machine : comparison.machines) {
-        machine.Draw(view, update, barsX, comparison.scale.maxScale, cpu_color.data(), y,
-            &machine == comparison.selected, comparison.ratioBase);
+    for (Results* machine : comparison.InOrder()) {
+        machine->Draw(view, update, barsX, comparison.scale.maxScale, cpu_color.data(), y,
+            machine == comparison.selected, comparison.ratioBase);
     }
 }
 
@@ -79,7 +79,11 @@ void ComparisonChart::DrawGrid(BView* view, BRect update) const
             labelX = x;
             labelWidth = view->StringWidth(label);
             view->SetHighColor(black_color);
-            view->DrawString(label, BPoint(x - labelWidth / 2, kTitleBaseline));
+            // Centred, but neither over the line where the bars begin nor beyond the edge.
+            const float first = barsX + kLabelGap;
+            const float last = std::max(first, right - labelWidth);
+            view->DrawString(
+                label, BPoint(std::clamp(x - labelWidth / 2, first, last), kTitleBaseline));
         }
         view->SetHighColor(isLabelled ? kLabelledLine : kPlainLine);
         const float top = std::max(isLabelled ? kTitleLineY - 2 : kTitleLineY, update.top);

@@ -174,6 +174,9 @@ public:
     LinkList<RelatedDevices> devices;
     std::unique_ptr<BBitmap> icon; // 16 by 16 pixels
     bool current;
+    std::string
+        origin; // the file where it was read; "" for a run, and from the program's next start on
+    std::string trueName; // beside description what its file knows of the machine, or ""
     SpanWatch* watch = nullptr; // of who measures into these; not owned, and not taken over
 
 private:

@@ -71,7 +71,9 @@ size_t LengthIn(const std::string& line)
 // One file, with what was wrong in it.
 class Reader {
 public:
-    Reader(FILE* file, ResultList& list) : fFile(file), fList(list) { }
+    Reader(FILE* file, const char* name, ResultList& list) : fFile(file), fName(name), fList(list)
+    {
+    }
 
     void ReadAll()
     {
@@ -90,9 +92,9 @@ public:
         }
     }
 
-    void Report(const char* path) const
+    void Report() const
     {
-        const std::string shown = LibPrintable(path);
+        const std::string shown = LibPrintable(fName.c_str());
         const char* name = shown.c_str();
         if (fBadLengths > 0) {
             fprintf(stderr, "<%s>: %ld lines are no length of a record, the first <%s>\n", name,
@@ -134,11 +136,13 @@ private:
         }
         auto machine = std::make_unique<Results>(false, fThisMachine);
         machine->Read(record.c_str());
+        machine->origin = fName;
         fMemory += MemoryOf(*machine, record);
         fList.Insert(std::move(machine));
     }
 
     FILE* fFile;
+    const std::string fName;
     ResultList& fList;
     const LibSysInfo fThisMachine;
     size_t fBytesRead = 0;
@@ -168,9 +172,9 @@ bool WriteResultsFile(const char* path, const Results& results, std::string* why
 
 void ReadResults(FILE* file, const char* name, ResultList& list)
 {
-    Reader reader(file, list);
+    Reader reader(file, name, list);
     reader.ReadAll();
-    reader.Report(name);
+    reader.Report();
 }
 
 bool ReadResultsFile(const char* path, ResultList& list)

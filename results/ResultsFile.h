@@ -23,7 +23,8 @@ class Results;
 // cannot be opened. What cannot be read is left out, with a line on standard error; so are machines
 // that would need many times more memory than the file has bytes.
 bool ReadResultsFile(const char* path, ResultList& list);
-// The same from an open file, up to its end; name stands for it in messages.
+// The same from an open file, up to its end; name stands for it in messages, and as where the
+// machines were read.
 void ReadResults(FILE* file, const char* name, ResultList& list);
 
 // Whether the file at path begins like a results file: a line, and the length of a record.

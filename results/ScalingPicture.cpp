@@ -132,9 +132,8 @@ std::vector<ScalingPoint> PointsOf(const RunRecord& run, const TestType& test, c
     std::vector<ScalingPoint> points;
     bool hasWork = false;
     for (const Series& series : run.series) {
-        const auto figures = series.test == &test && series.undone.empty()
-            ? FiguresOf(series, best)
-            : std::nullopt;
+        const auto figures =
+            series.test == &test && series.undone.empty() ? FiguresOf(series, best) : std::nullopt;
         if (!figures)
             continue;
         const bool hasItsOwn = series.spans.front().work > 0;

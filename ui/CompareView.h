@@ -1,7 +1,7 @@
-// The two views of the comparison, the chart and its legend. All calls with the window locked.
+// The legend of the comparison: the colour of each processor count. A click on one, or the arrow
+// keys and Enter, opens the colour chooser for it.
 #pragma once
 
-#include "results/Comparison.h"
 #include "results/ComparisonChart.h"
 #include "toolkit/OwnedWindow.h"
 
@@ -10,39 +10,7 @@
 
 class LibColorChooser;
 
-// The chart: a row for each machine with a bar for each processor count, above a grid.
-// Clicks at machines, or the arrow keys and Enter, select them and show their devices. Lies in a
-// scroll view; what it draws may be higher than itself.
-class CompareResultsView : public BView {
-public:
-    static constexpr uint32 kMsgSave = 1001;
-
-    CompareResultsView(BRect frame, Comparison& comparison);
-
-    // Whether bars show percents of the selected machine's best rate.
-    void CompareByRatio(const bool& ratio);
-    // Measures the scale anew; Redraw() shows it.
-    void UpdateMaxScale() { comparison.UpdateScale(); }
-    // Asks the window for the table, by kMsgSave.
-    void Save();
-    // Redraws all of it, with the scroll bar for the height that it has then.
-    void Redraw();
-
-    void Draw(BRect update) override;
-    void MouseDown(BPoint where) override;
-    void KeyDown(const char* bytes, int32 numBytes) override;
-    void FrameResized(float width, float height) override;
-
-private:
-    float ChartHeight() const;
-    void Scroll(float distance);
-    void Select(Results* machine);
-
-    Comparison& comparison;
-};
-
-// The legend: the colour of each processor count. A click on one, or the arrow keys and Enter,
-// opens the colour chooser for it.
+// All calls with the window locked.
 class CompareView : public BView {
 public:
     explicit CompareView(BRect frame); // gives the colours their first values

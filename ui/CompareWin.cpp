@@ -3,21 +3,34 @@
 #include "foundation/LibFiles.h"
 #include "foundation/LibNode.h"
 #include "foundation/LibPath.h"
+#include "foundation/Utf8.h"
+#include "results/ChartPicture.h"
+#include "results/ChartText.h"
 #include "toolkit/LibControls.h"
 #include "toolkit/MessageBoxes.h"
+#include "ui/CompareResultsView.h"
 #include "ui/CompareView.h"
 
 #include <Application.h>
 #include <Autolock.h>
 #include <Button.h>
 #include <CheckBox.h>
+#include <ClipboardData.h>
+#include <FilePanel.h>
 #include <Message.h>
+#include <Picture.h>
 #include <Roster.h>
 #include <ScrollView.h>
 #include <StorageDefs.h>
+#include <StringView.h>
+#include <TypeConstants.h>
+#include <WholeFile.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 
 namespace {
 
@@ -29,6 +42,8 @@ constexpr float kLegendHeight = 20;
 constexpr float kControlsTop = 38;
 constexpr float kControlHeight = 26;
 constexpr float kSaveWidth = 80;
+constexpr float kLineHeight = 16;
+constexpr float kLineGap = 4;
 constexpr float kChartTop = kControlsTop + kControlHeight + 8;
 
 // The program's file, which keeps the machines; false if the application cannot tell.
@@ -41,30 +56,56 @@ bool GetOwnFile(entry_ref& ref)
     return true;
 }
 
-// The files of a message's "refs" that are of the type, null: of any.
-std::vector<LibString> FilesIn(const BMessage& message, const char* type)
+// For the next comparison too, until the program ends.
+std::atomic<ChartOrder> sOrder = ChartOrder::kAsAdded;
+
+// What pictures are copied as, and the name by whose ending they are written so.
+const struct {
+    const char* type;
+    const char* name;
+} kPictureTypes[] = { { "image/png", "chart.png" }, { "image/svg+xml", "chart.svg" } };
+
+std::string ContentsOf(const std::string& path)
 {
-    std::vector<LibString> paths;
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+struct DroppedFile {
+    LibString path;
+    std::string name;
+    bool isText;
+};
+
+// The files of a message's "refs".
+std::vector<DroppedFile> FilesIn(const BMessage& message)
+{
+    std::vector<DroppedFile> files;
     entry_ref ref;
     for (int32 i = 0; message.FindRef("refs", i, &ref) == B_OK; i++) {
-        char mimeType[B_MIME_TYPE_LENGTH] = "";
+        char type[B_MIME_TYPE_LENGTH] = "";
         LibString path;
-        const bool isWanted =
-            !type || (LibGetMimeType(ref, mimeType, false) && strcmp(mimeType, type) == 0);
-        if (isWanted && LibGetFullPath(ref, path))
-            paths.push_back(path);
+        if (LibGetMimeType(ref, type, false) && LibGetFullPath(ref, path))
+            files.push_back({ path, LibPrintable(ref.name), strcmp(type, "text/plain") == 0 });
     }
-    return paths;
+    return files;
+}
+
+// What is dropped is text; all else that holds machines comes by the program's arguments.
+std::string HowToOpen(const std::string& name)
+{
+    return " is no plain text: if it holds results, use \"Open With\" or: tarvex " + name;
 }
 
 } // namespace
 
 CompareWin::CompareWin(BLooper* looper, bool allowSave)
     : LibWindow(
-        BRect(0, 0, 719, 419), "Tarvex Comparisons", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0),
+        BRect(0, 0, 719, 439), "Tarvex Comparisons", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0),
       target(looper)
 {
     SetName("CompareWin");
+    comparison.order = sOrder; // before the chart's menu marks it
     CloseOnEscape();
     AddControls(allowSave);
     AddChart();
@@ -112,10 +153,15 @@ void CompareWin::AddChart()
     frame.top = kChartTop;
     frame.InsetBy(kMargin, 0);
     frame.right -= B_V_SCROLL_BAR_WIDTH;
-    frame.bottom -= kMargin;
+    frame.bottom -= kMargin + kLineHeight + kLineGap;
     chart = new CompareResultsView(frame.InsetByCopy(kBorder, kBorder), comparison);
     ChildAt(0)->AddChild(new BScrollView("scroll_view", chart, B_FOLLOW_ALL_SIDES, 0, false, true));
     chart->MakeFocus();
+
+    frame = Bounds().InsetByCopy(kMargin, kMargin);
+    frame.top = frame.bottom - kLineHeight;
+    line = new BStringView(frame, "line", "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+    ChildAt(0)->AddChild(line);
 }
 
 void CompareWin::UpdateScrollBars()
@@ -137,7 +183,8 @@ void CompareWin::SaveToResource()
     if (!lock.IsLocked() || !GetOwnFile(ref))
         return;
     LibNode file(&ref);
-    comparison.WriteStore(file);
+    if (!comparison.WriteStore(file))
+        Say("The machines could not be stored: the next start of the program will not have them");
     UpdateScrollBars(); // it may have found machines that could not be read before
 }
 
@@ -145,16 +192,26 @@ void CompareWin::LoadResults(const char* path)
 {
     const BAutolock lock(this);
     if (lock.IsLocked())
-        Load({ path });
+        Tell(comparison.Load({ path }));
 }
 
 void CompareWin::LoadResults(BMessage* message)
 {
     const BAutolock lock(this);
-    std::vector<LibString> paths = FilesIn(*message, "text/plain");
+    if (!lock.IsLocked())
+        return;
+    std::vector<LibString> paths;
+    std::vector<std::string> others;
+    for (const DroppedFile& file : FilesIn(*message)) {
+        if (file.isText)
+            paths.push_back(file.path);
+        else
+            others.push_back(file.name + HowToOpen(file.name));
+    }
     std::reverse(paths.begin(), paths.end());
-    if (lock.IsLocked())
-        Load(paths);
+    LoadOutcome outcome = comparison.Load(paths);
+    outcome.refused.insert(outcome.refused.end(), others.begin(), others.end());
+    Tell(outcome);
 }
 
 void CompareWin::OpenFiles(BMessage* message)
@@ -162,7 +219,14 @@ void CompareWin::OpenFiles(BMessage* message)
     const BAutolock lock(this);
     if (!lock.IsLocked())
         return;
-    Load(FilesIn(*message, nullptr));
+    std::vector<std::string> paths;
+    for (const DroppedFile& file : FilesIn(*message))
+        paths.emplace_back(file.path);
+    LoadOutcome outcome = comparison.Open(paths);
+    const char* refusal = nullptr;
+    for (int32 i = 0; message->FindString("refused", i, &refusal) == B_OK; i++)
+        outcome.refused.emplace_back(refusal);
+    Tell(outcome);
     const Results* first = comparison.machines.First();
     // A run has offered its tests already, and they stay.
     if (first && !first->current)
@@ -170,11 +234,19 @@ void CompareWin::OpenFiles(BMessage* message)
 }
 
 // Stored once: a store of thousands takes its time.
-void CompareWin::Load(const std::vector<LibString>& paths)
+void CompareWin::Tell(const LoadOutcome& outcome)
 {
-    if (comparison.Load(paths))
+    Say(outcome.Text());
+    if (outcome.isRead)
         SaveToResource();
     UpdateScrollBars();
+}
+
+// The window may be too narrow for all of it.
+void CompareWin::Say(const std::string& text)
+{
+    line->SetText(text.c_str());
+    line->SetToolTip(text.c_str());
 }
 
 void CompareWin::SetResults(Results& run)
@@ -198,7 +270,11 @@ void CompareWin::OfferTests(const Results& machine)
 void CompareWin::SaveComparison()
 {
     const BAutolock lock(this);
-    if (lock.IsLocked() && comparison.WriteTable("Tarvex.compare"))
+    if (!lock.IsLocked())
+        return;
+    if (const std::string error = comparison.WriteTable("Tarvex.compare"); !error.empty())
+        Say("Could not write Tarvex.compare: " + error);
+    else
         LibInfo("Tarvex.compare has been created."); // the chart may be drawn meanwhile
 }
 
@@ -220,6 +296,87 @@ void CompareWin::ChooserClosed(const BMessage& closing)
     chart->Invalidate();
 }
 
+// --- The chart's menu
+
+void CompareWin::Copy()
+{
+    const std::string text = ComparisonAsText(comparison);
+    if (text.empty())
+        return Say("Nothing to copy: no test is chosen");
+    BMessage data;
+    data.AddData("text/plain", B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()));
+    // Only a file can be painted.
+    const TemporaryFolder folder;
+    for (const auto& [type, name] : kPictureTypes) {
+        const std::string path = std::string(folder.Path() ? folder.Path() : "") + "/" + name;
+        const std::string picture =
+            folder.Path() && WriteChartPicture(path.c_str(), comparison) ? ContentsOf(path) : "";
+        if (!picture.empty())
+            data.AddData(type, B_MIME_TYPE, picture.data(), static_cast<ssize_t>(picture.size()));
+    }
+    if (copy_to_clipboard(data) == B_OK)
+        Say("Copied: the table as text, the chart as a picture");
+}
+
+void CompareWin::ShowPicturePanel()
+{
+    if (!picturePanel) {
+        const BMessenger thisWindow(this);
+        const BMessage reply(kMsgPicturePanel);
+        picturePanel = std::make_unique<BFilePanel>(B_SAVE_PANEL, &thisWindow, nullptr, &reply);
+    }
+    picturePanel->SetSaveText("Tarvex.svg");
+    picturePanel->Show();
+}
+
+void CompareWin::SavePicture(const BMessage& reply)
+{
+    BPath path;
+    if (!LibGetFilePath(&reply, path))
+        return;
+    picturePanel->Hide();
+    const std::string name = LibPrintable(path.Path());
+    if (WriteChartPicture(path.Path(), comparison))
+        return Say("Saved: " + name);
+    // The writer has told standard error only; most reasons can be asked for.
+    std::string why = WhyNoPicture(path.Path());
+    if (why.empty())
+        why = WholeFile::WhyNot(path.Path());
+    Say("Could not write " + name + (why.empty() ? "" : ": " + why));
+}
+
+void CompareWin::Forget(bool others)
+{
+    if (!comparison.selected)
+        return;
+    const int32 count = others ? comparison.ForgetOthers(*comparison.selected)
+                               : comparison.Forget(*comparison.selected);
+    if (count == 0)
+        return Say("The run on this machine is not kept, so it cannot be forgotten");
+    Say(std::to_string(count) + (count == 1 ? " machine" : " machines")
+        + " forgotten; Ctrl+Z brings back what was forgotten since this window was opened");
+    SaveToResource();
+}
+
+void CompareWin::Restore()
+{
+    const int32 count = comparison.Restore();
+    if (count == 0)
+        return;
+    Say(std::to_string(count) + (count == 1 ? " machine is" : " machines are") + " back");
+    SaveToResource();
+}
+
+void CompareWin::SetOrder(const BMessage& chosen)
+{
+    int32 order = 0;
+    if (chosen.FindInt32("order", &order) != B_OK)
+        return;
+    comparison.order = static_cast<ChartOrder>(order);
+    sOrder = comparison.order;
+    UpdateScrollBars();
+}
+
 void CompareWin::MessageReceived(BMessage* message)
 {
     // First, as what is dropped has whatever code its sender gave it.
@@ -232,6 +389,13 @@ void CompareWin::MessageReceived(BMessage* message)
         case kMsgSave: SaveComparison(); break;
         case kMsgRatio: RatioChanged(); break;
         case 'ColC': ChooserClosed(*message); break;
+        case CompareResultsView::kMsgCopy: Copy(); break;
+        case CompareResultsView::kMsgSavePicture: ShowPicturePanel(); break;
+        case kMsgPicturePanel: SavePicture(*message); break;
+        case CompareResultsView::kMsgForget: Forget(false); break;
+        case CompareResultsView::kMsgForgetOthers: Forget(true); break;
+        case CompareResultsView::kMsgRestore: Restore(); break;
+        case CompareResultsView::kMsgOrder: SetOrder(*message); break;
         default: LibWindow::MessageReceived(message); break;
     }
 }

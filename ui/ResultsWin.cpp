@@ -2,6 +2,7 @@
 
 #include "foundation/LibPath.h"
 #include "foundation/PlainText.h"
+#include "results/ChartText.h"
 #include "results/Metric.h"
 #include "results/ResultsFile.h"
 #include "results/TestCatalogue.h"
@@ -17,6 +18,7 @@
 
 #include <Alert.h>
 #include <Button.h>
+#include <ClipboardData.h>
 #include <E-mail.h>
 #include <FilePanel.h>
 #include <GraphicsDefs.h>
@@ -25,6 +27,7 @@
 #include <Message.h>
 #include <ScrollView.h>
 #include <StringView.h>
+#include <TypeConstants.h>
 #include <View.h>
 
 #include <algorithm>
@@ -103,6 +106,7 @@ namespace {
 constexpr uint32 kMsgCancel = 500;
 constexpr uint32 kMsgCompare = 501;
 constexpr uint32 kMsgSave = 502;
+constexpr uint32 kMsgCopy = 504;
 
 // In the background view.
 constexpr float kListLeft = 10;
@@ -137,6 +141,7 @@ ResultsWin::ResultsWin(const int& nbrCpus)
     SetSizeLimits(frame.Width(), 4000, 200, 4000);
     SetPosition(kBesideMain);
     HideOnClose();
+    AddShortcut('C', B_COMMAND_KEY, new BMessage(kMsgCopy));
 }
 
 ResultsWin::~ResultsWin()
@@ -228,6 +233,14 @@ void ResultsWin::CompareResults()
         static_cast<double>(results.Time(0)));
 }
 
+void ResultsWin::CopyResults() const
+{
+    const std::string text = ResultsAsText(results);
+    BMessage data;
+    data.AddData("text/plain", B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()));
+    copy_to_clipboard(data);
+}
+
 void ResultsWin::CompareFiles(BMessage* files, bool allow)
 {
     allowSaveCompare = allow;
@@ -256,6 +269,7 @@ void ResultsWin::MessageReceived(BMessage* message)
     switch (message->what) {
         case kMsgCancel: PostMessage(B_QUIT_REQUESTED); break;
         case kMsgCompare: CompareResults(); break;
+        case kMsgCopy: CopyResults(); break;
         case kMsgSave: SaveResults(); break;
         case kMsgSavePanel: SaveResultFile(message); break;
         case TarvexAlert::kMsgEmail: EmailResults(message); break;

@@ -70,6 +70,8 @@ public:
     void Say(const std::string& text, const std::string& more = "");
     // Shows the run in the comparison.
     void CompareResults();
+    // Gives the desktop's clipboard the run as a table of text.
+    void CopyResults() const;
     // Asks about an incomplete run, then for the names of unknown devices, then for a place to
     // save.
     void SaveResults();

@@ -1,7 +1,7 @@
 #include "ui/TarvexApp.h"
 
 #include "foundation/LibAppInfo.h"
-#include "results/ResultsFile.h"
+#include "foundation/Utf8.h"
 #include "results/TestCatalogue.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/AboutSysWindow.h"
@@ -47,37 +47,63 @@ void TarvexApp::ArgvReceived(int32 argc, char** argv)
         fprintf(stderr, "Allowed to save comparisons\n");
         allowSaveComparison = true;
     }
+    // Of a later start, which was made anywhere.
+    const char* folder = "";
+    if (const BMessage* message = CurrentMessage())
+        message->FindString("cwd", &folder);
     // What stands behind it is a file of help texts, and no results.
     const bool isForHelp = argc > 1 && strcmp(argv[1], "-help") == 0;
     for (int32 i = 1; !isForHelp && i < argc; i++) {
         if (argv[i][0] != '-') // a switch that is none is ignored
-            TakeFile(argv[i]);
+            TakeFile(folder, argv[i]);
     }
+    if (isReady)
+        ShowFiles();
     LibApp::ArgvReceived(argc, argv);
 }
 
-// Files wait for the window that shows them: arguments come before ReadyToRun().
-void TarvexApp::TakeFile(const char* path)
+void TarvexApp::RefsReceived(BMessage* message)
 {
-    const BEntry entry(path, true);
     entry_ref ref;
-    // Only a plain file is opened: a pipe would be waited for.
-    if (entry.IsFile() && IsResultsFile(path) && get_ref_for_path(path, &ref) == B_OK)
+    for (int32 i = 0; message->FindRef("refs", i, &ref) == B_OK; i++)
         files.AddRef("refs", &ref);
-    else if (entry.Exists())
-        fprintf(stderr, "<%s> cannot be read as a results file\n", path);
-    else
-        fprintf(stderr, "Cannot find <%s>\n", path);
+    if (isReady)
+        ShowFiles();
 }
 
+void TarvexApp::TakeFile(const std::string& folder, const char* path)
+{
+    const std::string whole = path[0] == '/' || folder.empty() ? path : folder + "/" + path;
+    const BEntry entry(whole.c_str(), true);
+    entry_ref ref;
+    if (entry.Exists() && get_ref_for_path(whole.c_str(), &ref) == B_OK) {
+        files.AddRef("refs", &ref);
+        return;
+    }
+    const std::string refusal = "Cannot find <" + LibPrintable(path) + ">";
+    fprintf(stderr, "%s\n", refusal.c_str());
+    files.AddString("refused", refusal.c_str());
+}
+
+// Without files the program's window comes to the front, for whoever started it once more.
+void TarvexApp::ShowFiles()
+{
+    if (files.IsEmpty())
+        mainWindow.Front();
+    else if (!mainWindow.Tell(files))
+        fprintf(stderr, "The files cannot be shown\n");
+    files.MakeEmpty();
+}
+
+// Files wait for the window that shows them: arguments come before this.
 void TarvexApp::ReadyToRun()
 {
     LibApp::ReadyToRun();
     // The window is up by now: processors that must be switched on can take seconds.
     RestoreProcessors();
-    if (!files.IsEmpty() && !mainWindow.Tell(files))
-        fprintf(stderr, "The files cannot be shown\n");
-    files.MakeEmpty();
+    isReady = true;
+    if (!files.IsEmpty())
+        ShowFiles();
 }
 
 BWindow* TarvexApp::Window()

@@ -5,6 +5,8 @@
 
 #include <Message.h>
 
+#include <string>
+
 class TarvexWin;
 
 class TarvexApp : public LibApp {
@@ -12,9 +14,11 @@ public:
     TarvexApp();
     ~TarvexApp() override;
 
-    // "-scmp" as the only argument allows the user to save comparisons. Arguments that are results
-    // files are shown in the comparison; of each other one but a switch standard error tells.
+    // "-scmp" as the only argument allows the user to save comparisons. Files and folders are shown
+    // in the comparison, which also tells of those that cannot be. A later start of the program
+    // without any brings its window to the front.
     void ArgvReceived(int32 argc, char** argv) override;
+    void RefsReceived(BMessage* message) override; // the same
     void ReadyToRun() override;
     BWindow* Window() override;
     void MessageReceived(BMessage* message) override;
@@ -26,9 +30,11 @@ protected:
     BWindow* MakeSystemWindow() override;
 
 private:
-    void TakeFile(const char* path);
+    void TakeFile(const std::string& folder, const char* path);
+    void ShowFiles();
 
     OwnedWindow<TarvexWin> mainWindow;
     bool allowSaveComparison = false;
+    bool isReady = false; // the main window is there
     BMessage files { B_REFS_RECEIVED }; // to be shown
 };

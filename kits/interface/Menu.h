@@ -47,6 +47,7 @@ private:
     friend class BMenuBar;
     friend class BMenuField;
     friend class BMenuItem;
+    friend class BPopUpMenu;
 
     BMenuItem* Find(const std::function<bool(const BMenuItem&)>& wanted) const;
     // Into a window and out of it, with all menus below: handlers, shortcuts, targets.

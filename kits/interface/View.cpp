@@ -12,6 +12,8 @@
 #include "server/WindowWidget.h"
 #include "Window.h"
 
+#include <QTextDocument>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -163,6 +165,20 @@ BView* BView::FindView(const char* name) const
     return nullptr;
 }
 
+namespace {
+
+// Qt would take a tip that looks like markup, as a text from a file may, for markup: an invisible
+// sign that joins words makes its first tag none.
+QString PlainTip(const std::string& text)
+{
+    QString tip = QString::fromStdString(text);
+    if (Qt::mightBeRichText(tip))
+        tip.insert(tip.indexOf('<') + 1, QChar(0x2060));
+    return tip;
+}
+
+} // namespace
+
 // --- The widget
 
 void BView::MakePeer()
@@ -183,7 +199,7 @@ void BView::MakePeer()
             widget->setFont(ToQFont(fDraw->font));
         if (fDraw->viewColor != B_TRANSPARENT_COLOR)
             ShowViewColor(*widget, ToQColor(fDraw->viewColor), fills);
-        widget->setToolTip(QString::fromStdString(fToolTip));
+        widget->setToolTip(PlainTip(fToolTip));
         // After the tool tip, which may be all that there is for a name.
         NameForReaders(*widget);
         // A later view lies above an earlier one. Qt would put this one, the newest, on top.
@@ -200,7 +216,7 @@ void BView::SetToolTip(const char* text)
     if (!fPeer)
         return;
     display::Call([this] {
-        fPeer->widget->setToolTip(QString::fromStdString(fToolTip));
+        fPeer->widget->setToolTip(PlainTip(fToolTip));
         NameForReaders(*fPeer->widget);
     });
 }

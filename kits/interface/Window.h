@@ -109,6 +109,7 @@ private:
     friend class BMenu;
     friend class BMenuBar;
     friend class BMenuItem;
+    friend class BPopUpMenu;
     friend class BView;
     friend class DrawConnection;
     friend class DrawContext;

@@ -1,58 +1,24 @@
 #include "MachineRun.h"
 
+#include "NamedSocket.h"
 #include "Processors.h"
 #include "RunNotes.h"
 #include "SystemTree.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <pwd.h>
 #include <sstream>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
-// The lock is a listening socket with a name of its own, not a file: there is no folder that every
-// user may write to and nobody can spoil, it goes with its process, and the system itself tells who
-// listens. A second socket's name, which all can read too, tells since when: nobody has to answer.
+// The lock is a listening socket with a name of its own. A second one's name, which all can read
+// too, tells since when: nobody has to answer.
 
 namespace {
 constexpr char kSince[] = "-since-";
-
-// Names that begin with a zero byte are no files.
-socklen_t AddressOf(const std::string& name, sockaddr_un& address)
-{
-    address = {};
-    address.sun_family = AF_UNIX;
-    const size_t length = name.copy(address.sun_path + 1, sizeof(address.sun_path) - 1);
-    return static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + length);
-}
-
-int NewSocket()
-{
-    return socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-}
-
-// A listening socket of that name, -1 if it cannot be had.
-int Listen(const std::string& name)
-{
-    sockaddr_un address;
-    const socklen_t length = AddressOf(name, address);
-    const int lock = NewSocket();
-    if (lock < 0)
-        return -1;
-    if (bind(lock, reinterpret_cast<sockaddr*>(&address), length) == 0
-        && listen(lock, SOMAXCONN) == 0)
-        return lock;
-    const int error = errno;
-    close(lock);
-    errno = error;
-    return -1;
-}
 
 std::string UserName(uid_t user)
 {
@@ -67,16 +33,11 @@ std::string UserName(uid_t user)
 // Who listens there; "" if that is not known.
 std::string ListenerOf(const std::string& name)
 {
-    sockaddr_un address;
-    const socklen_t length = AddressOf(name, address);
-    const int asking = NewSocket();
-    if (asking < 0)
-        return "";
+    const int asking = kernel::ConnectTo(name);
     ucred who {};
-    socklen_t size = sizeof(who);
-    const bool isKnown = connect(asking, reinterpret_cast<sockaddr*>(&address), length) == 0
-        && getsockopt(asking, SOL_SOCKET, SO_PEERCRED, &who, &size) == 0;
-    close(asking);
+    const bool isKnown = asking >= 0 && kernel::PeerOf(asking, who);
+    if (asking >= 0)
+        close(asking);
     if (!isKnown)
         return "";
     const std::string process = " (process " + std::to_string(who.pid) + ")";
@@ -123,9 +84,9 @@ status_t BMachineRun::Begin()
 {
     if (fLock >= 0)
         return B_OK;
-    fLock = Listen(fName);
+    fLock = kernel::ListenAs(fName);
     if (fLock >= 0) {
-        fStart = Listen(fName + kSince + std::to_string(time(nullptr)));
+        fStart = kernel::ListenAs(fName + kSince + std::to_string(time(nullptr)));
         return B_OK;
     }
     if (errno != EADDRINUSE) {

@@ -15,6 +15,7 @@ enum {
     B_MESSAGE_TYPE = 'MSGG',
     B_MESSENGER_TYPE = 'MSNG',
     B_MIME_STRING_TYPE = 'MIMS',
+    B_MIME_TYPE = 'MIME', // data whose field's name is its MIME type
     B_POINT_TYPE = 'BPNT',
     B_POINTER_TYPE = 'PNTR',
     B_RAW_TYPE = 'RAWT',

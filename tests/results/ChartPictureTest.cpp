@@ -1,6 +1,7 @@
 // The pictures in files, written where there is no display.
 #include "results/ChartPicture.h"
 
+#include "results/ComparisonChart.h"
 #include "results/ScalingPicture.h"
 #include "tests/results/MadeRuns.h"
 #include "tests/support/TempFolder.h"
@@ -17,6 +18,7 @@ namespace {
 // are not upright, each by the height of its right end above its left one.
 struct Svg {
     std::vector<std::string> texts;
+    std::vector<std::pair<double, size_t>> labels; // of the axis: the left and how many digits
     std::map<std::string, std::vector<double>> bars;
     std::map<std::string, std::vector<double>> rises;
     std::string error; // of the XML
@@ -44,8 +46,13 @@ struct Svg {
             }
             if (reader.name() == QLatin1String("rect") && value("height") == "11")
                 bars[color].push_back(value("width").toDouble());
-            else if (reader.name() == QLatin1String("text"))
+            else if (reader.name() == QLatin1String("text")) {
+                const double x = value("x").toDouble();
                 texts.push_back(reader.readElementText().toStdString());
+                if (!texts.back().empty()
+                    && std::all_of(texts.back().begin(), texts.back().end(), isdigit))
+                    labels.emplace_back(x, texts.back().size());
+            }
         }
         error = reader.errorString().toStdString();
     }
@@ -64,7 +71,7 @@ protected:
         WriteFile(folder / "machines",
             "1.0\n29\nOne <A&B>\x01 (2-x)\t700:400/1,4;\n"
             "24\nOther (1-y)\t700:200/1.0;\n");
-        ASSERT_TRUE(comparison.Load({ (folder / "machines").c_str() }));
+        ASSERT_TRUE(comparison.Load({ (folder / "machines").c_str() }).isRead);
         comparison.ChooseTest("Sieve");
     }
     // What is said on standard error.
@@ -122,6 +129,23 @@ TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
     EXPECT_EQ(svg.Count("( Percent )"), 1);
 }
 
+TEST_F(ChartPictureTest, LabelsOfTheAxisNeitherCrossTheLineNorTheEdge)
+{
+    constexpr double kDigit = 6; // is a little wider
+    for (int rate = 91; rate < 100; rate++) {
+        const std::string record = "PC (1-x)\t700:" + std::to_string(rate) + "000/1.0;";
+        WriteFile(folder / "one", "1.0\n" + std::to_string(record.size()) + "\n" + record + "\n");
+        comparison.machines.Clear();
+        ASSERT_TRUE(comparison.Load({ (folder / "one").c_str() }).isRead);
+        EXPECT_EQ(Said(folder / "a.svg"), "");
+        const Svg svg(folder / "a.svg");
+        ASSERT_GT(svg.labels.size(), 5u);
+        EXPECT_GT(svg.labels.front().first, ComparisonChart::kBarsX) << rate;
+        const auto [x, digits] = svg.labels.back();
+        EXPECT_LT(x + kDigit * static_cast<double>(digits), ComparisonChart::kBarsX + 400) << rate;
+    }
+}
+
 TEST_F(ChartPictureTest, PngIsSharpAndLight)
 {
     EXPECT_EQ(Said(folder / "a.png"), "");
@@ -149,7 +173,7 @@ TEST_F(ChartPictureTest, PdfIsOnePage)
 TEST_F(ChartPictureTest, TellsHowManyMachinesAreMissing)
 {
     const std::vector<LibString> files(250, (folder / "machines").c_str());
-    ASSERT_TRUE(comparison.Load(files));
+    ASSERT_TRUE(comparison.Load(files).isRead);
     EXPECT_EQ(Said(folder / "a.svg"), "");
     const Svg svg(folder / "a.svg");
     EXPECT_EQ(svg.Count("Other (1-y)"), 234); // 469 rows of 17 are as high as 8000

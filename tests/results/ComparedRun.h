@@ -11,6 +11,7 @@ inline void FillRun(Results& run)
     run.description = "This (2-x)";
     run.nbrCpus = 2;
     Metric* sieve = run.NewTest("Sieve", 400);
+    sieve->Index(700);
     sieve->Units("IPS");
     sieve->Time(1);
     sieve->Time(4);

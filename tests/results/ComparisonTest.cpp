@@ -1,11 +1,16 @@
 #include "results/Comparison.h"
 
 #include "foundation/LibNode.h"
+#include "results/ChartText.h"
+#include "results/RunFile.h"
 #include "tests/results/ComparedRun.h"
+#include "tests/results/MadeArchive.h"
+#include "tests/results/MadeRuns.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <sys/stat.h>
 #include <tuple>
 
 namespace {
@@ -24,7 +29,8 @@ void Fill(Comparison& comparison)
     FillRun(run);
     EXPECT_TRUE(comparison.SetRun(run));
     const std::string path = MachineFile(DataHome());
-    EXPECT_TRUE(comparison.Load({ path.c_str(), "/none", path.c_str() }));
+    EXPECT_EQ(comparison.Load({ path.c_str(), "/none", path.c_str() }).Text(),
+        "2 machines added; none cannot be read: No such file or directory");
 }
 
 std::string Names(const Comparison& comparison)
@@ -70,7 +76,7 @@ TEST(Comparison, ATestIsChosenOnceForMachinesThatComeLaterAndForTheTable)
     Fill(comparison);
     Fill(comparison); // the run takes the other's place
     const std::string table = DataHome() / "table";
-    EXPECT_TRUE(comparison.WriteTable(table.c_str()));
+    EXPECT_EQ(comparison.WriteTable(table.c_str()), "");
     const std::string own = "This (2-x)\t400.0\t100.0\t\t50.0\t\n";
     const std::string other = "Other (1-y)\t\t200.0\t\n";
     EXPECT_EQ(ReadFile(table),
@@ -83,6 +89,97 @@ TEST(Comparison, ATestIsChosenOnceForMachinesThatComeLaterAndForTheTable)
     comparison.selected = comparison.NextToSelected(true);
     comparison.UpdateScale();
     EXPECT_EQ(comparison.scale.maxScale, 210) << "percent of the other machine";
+}
+
+TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
+{
+    const TempFolder folder;
+    const auto file = [&](const std::string& name, const std::string& contents) {
+        WriteFile(folder / name, contents);
+        return folder / name;
+    };
+    const std::string saved = MadeResults("Saved (2-x)", "700:400/1.0,4.0;");
+    const std::string tar =
+        MadeArchive(Packing::kTar, { { "results/unknown", "a card" }, { "results/r", saved } });
+    RunRecord run = MadeRun("Ran (3-x)"); // at two of its three counts
+    run.details.processorModel = "Model";
+    run.details.memory = uint64(3) << 29;
+    run.details.kernelRelease = "6.1";
+    AddTimes(run, *FindTestType(700), 3, 0.5, 400, 1);
+    AddTimes(run, *FindTestType(700), 1, 4, 800, 1);
+    std::filesystem::create_directory(folder / "fleet");
+    file("fleet/.hidden", MadeResults("Hidden (1-x)", ""));
+    file("fleet/a", MadeResults("Fleet (1-x)", "700:9/1.0;"));
+    file("fleet/b.txt", "notes");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+
+    Comparison comparison;
+    comparison.ChooseTest("Sieve");
+    const LoadOutcome outcome =
+        comparison.Open({ file("r.zip", MadeArchive(Packing::kZip, { { "r.tar", tar } })),
+            file("r", saved), file("run.json", RunAsJson(run)), folder / "fleet",
+            file("out.zip", MadeArchive(Packing::kZip, { { "../r", saved } })), folder / "pipe",
+            file("notes.txt", "1.0\n"), "/none" });
+    EXPECT_EQ(outcome.Text(),
+        "3 machines added, 1 was there already; out.zip holds a path that leads out of it: <../r>, "
+        "and 3 more");
+    EXPECT_EQ(outcome.refused[1], "pipe cannot be read: it is no plain file");
+    EXPECT_EQ(outcome.refused[2], "notes.txt is no results file");
+    EXPECT_EQ(Names(comparison), "Saved (2-x); Ran (3-x); Fleet (1-x); ");
+    EXPECT_EQ(MachineAsText(comparison, *comparison.InOrder()[1]),
+        "Ran (3-x)\n3 CPU: 800.0 IPS, 4.00 times one processor\n1 CPU: 200.0 IPS\nModel\n"
+        "1.5 GB of memory\nLinux 6.1\nMeasured 2026-11-21T14:03:05+01:00\nRead from "
+            + (folder / "run.json"));
+    EXPECT_EQ(comparison.WriteTable((folder / "table").c_str()), "");
+    const std::string table = ReadFile(folder / "table");
+    EXPECT_NE(table.find("\nRan (3-x)\t800.0\t0.0\t200.0\t\n"), std::string::npos) << table;
+    EXPECT_EQ(comparison.Open({ folder / "r" }).Text(), "0 machines added, 1 was there already");
+}
+
+TEST(Comparison, ForgetsAndRestoresInEveryOrder)
+{
+    const TempFolder folder;
+    Comparison comparison;
+    comparison.ChooseTest("Sieve");
+    Fill(comparison);
+    WriteFile(folder / "more",
+        MadeResults("Älter (1-)", "700:90/1.0;") + MadeResults("a (1-)", "").substr(4));
+    ASSERT_EQ(comparison.Open({ folder / "more" }).added, 2);
+    const auto shown = [&](ChartOrder order) {
+        comparison.order = order;
+        std::string names;
+        for (const Results* machine : comparison.InOrder())
+            names += std::string(machine->description) + "; ";
+        return names;
+    };
+    const std::string added = "This (2-x); Other (1-y); Other (1-y); Älter (1-); a (1-); ";
+    EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
+    EXPECT_EQ(shown(ChartOrder::kByRate), added) << "one without the test is last";
+    const std::string byName = "a (1-); Other (1-y); Other (1-y); This (2-x); Älter (1-); ";
+    EXPECT_EQ(shown(ChartOrder::kByName), byName);
+    EXPECT_EQ(comparison.NextToSelected(false), comparison.InOrder()[2]);
+
+    comparison.selected = comparison.InOrder()[1];
+    EXPECT_EQ(ComparisonAsText(comparison),
+        "Sieve (IPS), percent of Other (1-y)\n"
+        "Machine      2 CPU  1 CPU  Percent\n"
+        "a (1-)           -      -        -\n"
+        "Other (1-y)      -  200.0    100.0\n"
+        "Other (1-y)      -  200.0    100.0\n"
+        "This (2-x)   400.0  100.0    200.0\n"
+        "Älter (1-)       -   90.0     45.0\n");
+    EXPECT_EQ(MachineAsText(comparison, *comparison.InOrder()[3])
+                  .substr(0, std::string("This (2-x)\n2 CPU: 400.0 IPS, 4.00 times").size()),
+        "This (2-x)\n2 CPU: 400.0 IPS, 4.00 times");
+    EXPECT_EQ(comparison.Forget(*comparison.selected), 1);
+    EXPECT_EQ(comparison.selected, comparison.machines.First()) << "the run";
+    EXPECT_EQ(comparison.Forget(*comparison.selected), 0) << "which is not forgotten";
+    EXPECT_EQ(comparison.ForgetOthers(*comparison.InOrder()[0]), 2);
+    EXPECT_EQ(shown(ChartOrder::kAsAdded), "This (2-x); a (1-); ");
+    EXPECT_EQ(comparison.Restore() + comparison.Restore() * 10 + comparison.Restore() * 100, 12);
+    EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
+    EXPECT_EQ(comparison.selected, comparison.InOrder()[1]);
+    EXPECT_EQ(comparison.InOrder()[3]->origin, folder / "more");
 }
 
 TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)

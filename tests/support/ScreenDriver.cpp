@@ -5,9 +5,11 @@
 
 #include <gtest/gtest.h>
 #include <QApplication>
+#include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QVariant>
 #include <QWindow>
@@ -214,6 +216,14 @@ void Type(const std::string& text)
 void Key(const std::string& combination)
 {
     Xdotool("key " + Quoted(combination));
+}
+
+std::string Copied(const char* type)
+{
+    return display::Call([type] {
+        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+        return data ? data->data(type).toStdString() : "";
+    });
 }
 
 std::vector<uint32> PixelsIn(BRect rect)

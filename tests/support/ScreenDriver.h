@@ -61,6 +61,8 @@ void Key(const std::string& combination); // "ctrl+t", "Return", "Escape", "alt+
 
 // Where a widget stays once the window manager has placed its window; invalid if it is nowhere.
 BRect Settled(const std::string& name);
+// What this program has copied, by its MIME type; "" where there is nothing of it.
+std::string Copied(const char* type);
 // Another program's way with the window of that title.
 void MoveWindow(const std::string& title, BPoint corner);
 void ResizeWindow(const std::string& title, BPoint size);

@@ -3,6 +3,7 @@
 
 #include "results/ComparisonChart.h"
 #include "tests/results/ComparedRun.h"
+#include "tests/results/MadeRuns.h"
 #include "tests/support/ScreenDriver.h"
 
 #include <Application.h>
@@ -16,6 +17,7 @@
 
 namespace {
 
+using screen::Copied;
 using screen::Find;
 using screen::PixelAt;
 using screen::WaitFor;
@@ -153,6 +155,86 @@ TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndC
     EXPECT_FALSE(screen::IsActive("Color of 1 CPU"));
 }
 
+TEST_F(CompareWinTest, TheMenuOfAMachineForgetsAndOrdersWhatTipsTellOf)
+{
+    Run();
+    window->LoadResults(MachineFile(folder).c_str());
+    window->LoadResults(File("more", MadeResults("<b>A</b> (1-)", "700:90/1.0;")).c_str());
+    const rgb_color one = cpu_color[0];
+    ASSERT_SOON(BarEndsAt(2, 90, 410, one));
+    EXPECT_EQ(Find("line").text, "1 machine added");
+    screen::MoveTo(PictureOf(2) + BPoint(60, 0));
+    EXPECT_SOON(Find("qtooltip_label").text
+        == "<\u2060b>A</b> (1-)\n1 CPU: 90.0 IPS, 22.5 percent of the selection\nRead from "
+            + (folder / "more"));
+    screen::MoveTo(Find("DrawView").frame.LeftTop() + BPoint(120, 8));
+    EXPECT_SOON(Find("qtooltip_label").text == "Work in a second: more is better");
+
+    screen::ClickAt(PictureOf(2) + BPoint(30, 0), 3);
+    ASSERT_TRUE(screen::ClickMenu({ "Order", "By name" }));
+    EXPECT_SOON(BarEndsAt(0, 90, 410, one));
+    screen::Key("Right"); // from the machine that the menu was for
+    screen::Key("Delete");
+    EXPECT_SOON(!BarEndsAt(1, 200, 410, one));
+    screen::ClickAt(PictureOf(1) + BPoint(30, 0), 3);
+    ASSERT_TRUE(screen::ClickMenu({ "Forget all others" }));
+    EXPECT_SOON(Find("line").text.starts_with("1 machine forgotten; Ctrl+Z"));
+    Close();
+    Open(true); // what was forgotten is not stored, and the order stays
+    window->LoadResults(MachineFile(folder).c_str());
+    Run();
+    ASSERT_SOON(BarEndsAt(0, 200, 410, one));
+    screen::Key("Right");
+    screen::Key("shift+F10");
+    ASSERT_TRUE(screen::ClickMenu({ "Order", "By rate" }));
+    ASSERT_SOON(BarEndsAt(1, 200, 410, one));
+    screen::Key("Left");
+    screen::Key("Delete");
+    EXPECT_SOON(Find("line").text.starts_with("The run on this machine is not kept"));
+    screen::Key("Right");
+    screen::Key("Delete");
+    EXPECT_SOON(!BarEndsAt(1, 200, 410, one));
+    screen::Key("ctrl+z");
+    EXPECT_SOON(BarEndsAt(1, 200, 410, one));
+    EXPECT_EQ(Find("line").text, "1 machine is back");
+    Close();
+    Open(true);
+    window->LoadResults((folder / "none").c_str());
+    EXPECT_EQ(Find("line").text, "none cannot be read: No such file or directory");
+    Run();
+    EXPECT_SOON(BarEndsAt(1, 200, 410, one)) << "it is stored again";
+    screen::ClickAt(PictureOf(1) + BPoint(30, 0), 3);
+    ASSERT_TRUE(screen::ClickMenu({ "Order", "As added" })); // for other tests
+    screen::ClickAt(PictureOf(1) + BPoint(30, 0), 3);
+    EXPECT_SOON(screen::FindMenuItem("Copy").exists); // open while the window goes
+}
+
+TEST_F(CompareWinTest, TheChartIsCopiedAndSavedAsAPicture)
+{
+    screen::Key("ctrl+c");
+    EXPECT_SOON(Find("line").text == "Nothing to copy: no test is chosen");
+    Run();
+    screen::Key("ctrl+c");
+    ASSERT_SOON(Find("line").text == "Copied: the table as text, the chart as a picture");
+    EXPECT_EQ(Copied("text/plain"),
+        "Sieve (IPS), percent of This (2-x)\n"
+        "Machine     2 CPU  1 CPU  Percent\n"
+        "This (2-x)  400.0  100.0    100.0\n");
+    EXPECT_TRUE(Copied("image/png").starts_with("\x89PNG"));
+    EXPECT_NE(Copied("image/svg+xml").find("This (2-x)"), std::string::npos);
+    for (const char* const name : { "chart.svg", "chart.doc" }) {
+        screen::ClickAt(PictureOf(0) + BPoint(30, 0), 3);
+        ASSERT_TRUE(screen::ClickMenu({ "Save picture..." }));
+        ASSERT_TRUE(screen::BecomesActive("Save As"));
+        screen::Key("ctrl+a");
+        screen::Type(folder / name);
+        screen::Key("Return");
+        ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
+    }
+    EXPECT_SOON(Find("line").text.starts_with("Could not write " + (folder / "chart.doc") + ": "));
+    EXPECT_NE(ReadFile(folder / "chart.svg").find("This (2-x)"), std::string::npos);
+}
+
 TEST_F(CompareWinTest, MadeNarrowerAndWiderItLooksAsBefore)
 {
     ASSERT_SOON(Find("save").exposed);
@@ -203,6 +285,7 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
         dropped.AddRef("refs", &ref);
     }
     window->LoadResults(&dropped);
+    EXPECT_EQ(Find("line").text, "2 machines added; other.txt is no results file, and 1 more");
     Close();
     Open(true);
     Run();
@@ -216,7 +299,11 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
     EXPECT_TRUE(WaitFor(hasBar));
     screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
-    const std::string table = ReadFile(folder / "Tarvex.compare");
+    std::filesystem::rename(folder / "Tarvex.compare", folder / "table");
+    std::filesystem::create_directory(folder / "Tarvex.compare");
+    ASSERT_TRUE(screen::Click("save"));
+    EXPECT_SOON(Find("line").text == "Could not write Tarvex.compare: Is a directory");
+    const std::string table = ReadFile(folder / "table");
     EXPECT_TRUE(table.ends_with("50.0\t\nZ (1-)\t\t3.0\t\nOther (1-y)\t\t200.0\t\n")) << table;
     screen::Key("alt+F4");
     EXPECT_SOON(target->closed == 1);

@@ -26,6 +26,7 @@ TEST(Program, AnswersWithoutADisplay)
         { "", "--version" + output, 0, "tarvex \\d+\\.\\d+\\.\\d+\n" },
         { "", "nosuchfile --help" + output, 0, "Usage: tarvex \\[FILE[^]*" },
         { "", "--help 2>&1 >/dev/full", 1, "Error writing <standard output>\n" },
+        { "", "file --no-such" + errors, 2, "tarvex: unknown option <--no-such>\n" },
     };
     for (const auto& [environment, arguments, status, text] : rows) {
         const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY " + environment
@@ -71,11 +72,12 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
     } rows[] = {
         { {}, "", "" },
         { { "-scmp" }, "ctrl+q", "Allowed to save comparisons\n" },
-        { { "no such file", "-scmp" }, "alt+F4", "Cannot find <no such file>\n" },
+        { { "no such file", "-scmp" }, "", "Cannot find <no such file>\n", true },
+        { { "-nosuch" }, "alt+F4", "" },
         { { "-help" }, "", "Help file requred\n" },
         { { bad, good, folder / "pipe" }, "",
-            "<" + bad + "> cannot be read as a results file\n<" + (folder / "pipe")
-                + "> cannot be read as a results file\n",
+            "<" + bad + "> is no results file\n<" + (folder / "pipe")
+                + "> cannot be read: it is no plain file\n",
             true },
     };
     for (const auto& row : rows) {
@@ -88,6 +90,36 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
         EXPECT_EQ(program.Status(30), 0) << row.key;
         EXPECT_EQ(program.Errors(), row.errors);
     }
+}
+
+TEST(Program, ALaterStartReachesTheOneThatRuns)
+{
+    const TempFolder folder;
+    WriteFile(folder / "one", "1.0\n26\nPC (1-x)\t100:126/1.000000;\n");
+    setenv("XDG_DATA_HOME", folder.Path().c_str(), 1); // compared machines are remembered
+    // Of starts at once one is the first, whichever it is.
+    Program both[] = { Program({}), Program({}) };
+    int first = 0;
+    ASSERT_SOON((first = both[0].Status(0.01) == 0 ? 1 : 0) == 1 || both[1].Status(0.01) == 0);
+    Program& program = both[first];
+    ASSERT_TRUE(program.In("Tarvex", "", {}));
+    const std::string start = "cd " + folder.Path() + " && " TARVEX_BUILD "/tarvex ";
+    EXPECT_EQ(system((start + "one").c_str()), 0);
+    EXPECT_TRUE(program.In("Tarvex Comparisons", "", {})) << "its path counts from there";
+    EXPECT_EQ(system(start.c_str()), 0);
+    EXPECT_TRUE(program.In("Tarvex", "", {}));
+
+    program.End(SIGSTOP);
+    EXPECT_EQ(WEXITSTATUS(system((start + "one 2>said").c_str())), 1);
+    EXPECT_TRUE(std::regex_match(ReadFile(folder / "said"),
+        std::regex("Tarvex is running \\(process \\d+\\) but does not answer\n")))
+        << ReadFile(folder / "said");
+    program.End(SIGKILL);
+    EXPECT_EQ(program.Status(30), -1);
+    Program next({ folder / "one" });
+    EXPECT_TRUE(next.In("Tarvex Comparisons", "", {}));
+    next.End(SIGTERM);
+    EXPECT_EQ(next.Status(30), 0);
 }
 
 TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)

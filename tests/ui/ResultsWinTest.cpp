@@ -73,6 +73,13 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
     window->Update(run, true);
     EXPECT_EQ(Rows(*window), std::vector<std::string> { "Memory KIPS 200 0 100" });
     EXPECT_EQ(machine(), "") << "nobody knows more of that";
+    window->Show();
+    ASSERT_TRUE(screen::BecomesActive("Results"));
+    screen::Key("ctrl+c");
+    EXPECT_SOON(screen::Copied("text/plain")
+        == run.description.operator const char*()
+            + std::string("\nTest    Units  3 CPU  2 CPU  1 CPU\n"
+                          "Memory  KIPS   200.0      -  100.0\n"));
 }
 
 TEST(ResultsWin, TitlesStandAboveTheirColumns)

@@ -72,6 +72,8 @@ def read_program():
     press("push button", "Compare", results)
     comparison = read("frame", "^Tarvex Comparisons")
     find("label", r"(, \d CPU \d+\.\d)+", comparison)
+    subprocess.run([sys.argv[1], "/none"], check=True, timeout=60)  # which the one that runs shows
+    find("label", "^Cannot find </none>", comparison)
     press("label", "^1 CPU", comparison)
     find("label", "Red 0, green 0, blue 204", read("frame", "Color of 1 CPU"))
     press("push button", "Save", results)
