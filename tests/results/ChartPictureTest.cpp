@@ -270,6 +270,7 @@ TEST_F(ChartPictureTest, ScalingRisesInProportionBesideTheIdealLine)
         span.waited = 1;
     svg = write();
     EXPECT_EQ(svg.Count("another"), 23);
+    EXPECT_EQ(svg.rises["#0072b2"].size(), 4u); // of three machines, as two of them gain nothing
     EXPECT_EQ(svg.Count("and 1 more machine"), 1);
     EXPECT_EQ(svg.Count("hollow: shared, two speeds or unsteady"), 1);
 }
