@@ -220,7 +220,8 @@ TEST(Scaling, IsTheSpeedOverThatOfTheFewestProcessors)
 {
     std::vector<MeasuredMachine> machines = { Machine("ideal", { { 1, 4 }, { 2, 2 }, { 4, 1 } }),
         Machine("single", { { 4, 1 } }), Machine("large", { { 16, 1 }, { 8, 1.5 } }),
-        Machine("undone", { { 1, 4 }, { 2, 2 } }) };
+        Machine("undone", { { 1, 4 }, { 2, 2 } }),
+        Machine("damaged", { { 4, 1e-300 }, { 2, 1 }, { 1, 1 } }) };
     machines[3].record.series[0].undone = "a flag is wrong";
     // A test of a fixed duration does more work instead.
     for (Span& span : machines[0].record.series[2].spans)
