@@ -8,7 +8,6 @@
 namespace {
 
 constexpr float kTitleBaseline = 10;
-constexpr float kTitleLineY = 14;
 constexpr float kSwatch = 14;
 constexpr rgb_color kLabelledLine = { 128, 128, 128, 255 };
 constexpr rgb_color kPlainLine = { 216, 216, 216, 255 };
@@ -43,7 +42,7 @@ void ComparisonChart::DrawGrid(BView* view, BRect update) const
     const float bottom = update.bottom;
     view->SetHighColor(black_color);
     view->StrokeLine(BPoint(0, kTitleLineY), BPoint(right, kTitleLineY));
-    view->StrokeLine(BPoint(barsX, std::max(0.0f, update.top)), BPoint(barsX, bottom));
+    view->StrokeLine(BPoint(barsX, std::max(lineTop, update.top)), BPoint(barsX, bottom));
 
     const ChartScale& scale = comparison.scale;
     float labelX = barsX;
