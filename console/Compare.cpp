@@ -137,7 +137,7 @@ public:
             if (why.empty())
                 why = WholeFile::WhyNot(path.c_str());
             if (!why.empty())
-                Leave("cannot write <" + path + ">: " + why);
+                Leave(CannotWrite(path, why));
         }
     }
 
@@ -177,7 +177,7 @@ public:
             if (why.empty())
                 return;
             isWritten = false;
-            messages.push_back("cannot write <" + path + ">: " + why);
+            messages.push_back(CannotWrite(path, why));
         };
         if (!fOptions.chart.empty()) {
             check(fOptions.chart,
@@ -192,6 +192,11 @@ public:
     }
 
 private:
+    static std::string CannotWrite(const std::string& path, const std::string& why)
+    {
+        return "cannot write <" + path + ">: " + why;
+    }
+
     static bool HasFigure(const MeasuredMachine& machine, const TestType& test)
     {
         const RunRecord& run = machine.record;

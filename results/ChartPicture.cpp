@@ -118,7 +118,8 @@ std::string Write(
     view.BeginPicture(&picture);
     DrawHeader(view, font, title.c_str(), counts);
     area.bottom = rows.bottom - 1;
-    ComparisonChart(comparison, barsX).Draw(&view, area);
+    // The first label may stand across that line, and is to be read.
+    ComparisonChart(comparison, barsX, ComparisonChart::kTitleLineY).Draw(&view, area);
     float below = rows.bottom;
     for (const std::string& each : notes) {
         DrawNote(view, each, below);

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr float kTitleBaseline = 10;
-constexpr float kTitleLineY = 14;
 constexpr float kLabelGap = 2;
 constexpr float kSwatch = 14;
 constexpr rgb_color kLabelledLine = { 128, 128, 128, 255 };
@@ -63,7 +62,7 @@ void ComparisonChart::DrawGrid(BView* view, BRect update) const
     const float bottom = update.bottom;
     view->SetHighColor(black_color);
     view->StrokeLine(BPoint(0, kTitleLineY), BPoint(right, kTitleLineY));
-    view->StrokeLine(BPoint(barsX, std::max(0.0f, update.top)), BPoint(barsX, bottom));
+    view->StrokeLine(BPoint(barsX, std::max(lineTop, update.top)), BPoint(barsX, bottom));
 
     const ChartScale& scale = comparison.scale;
     float labelX = barsX;

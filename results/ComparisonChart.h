@@ -23,15 +23,17 @@ class ComparisonChart {
 public:
     static constexpr float kFontSize = 10; // of the views that it is drawn into
     static constexpr float kRowHeight = 17; // of a machine that is not opened
+    static constexpr float kTitleLineY = 14;
     static constexpr float kFirstRowY = 19;
     static constexpr float kNamesX = 21; // where the machines' names begin
     static constexpr float kBarsX = 320; // where the bars begin in the window
     static constexpr float kLegendEntryWidth = 66;
     static constexpr float kLegendBaseline = 11; // of an entry's name, from its top
 
-    // barsStart: the bars' left, right of the names. They end at the view's right edge.
-    explicit ComparisonChart(Comparison& shown, float barsStart = kBarsX)
-        : comparison(shown), barsX(barsStart)
+    // barsStart: the bars' left, right of the names. They end at the view's right edge. lineStart:
+    // the top of the line there, through the labels in a window.
+    explicit ComparisonChart(Comparison& shown, float barsStart = kBarsX, float lineStart = 0)
+        : comparison(shown), barsX(barsStart), lineTop(lineStart)
     {
     }
 
@@ -51,4 +53,5 @@ private:
 
     Comparison& comparison;
     const float barsX;
+    const float lineTop;
 };

@@ -385,8 +385,8 @@ void CheckSeries(std::deque<Series>& series)
 bool AddSpan(const std::string& line, RunRecord& record)
 {
     try {
-        static const Shape shape = Shape::Of<Series>();
-        const Json json = Parse(line, shape);
+        static const Shape kShape = Shape::Of<Series>();
+        const Json json = Parse(line, kShape);
         Check(json.is_object(), "is no span");
         Series added;
         Reader reader { json };
@@ -408,8 +408,8 @@ bool AddSpan(const std::string& line, RunRecord& record)
 std::variant<RunRecord, std::string> RunFromJson(const std::string& text)
 {
     try {
-        static const Shape shape = RunShape();
-        const Json json = Parse(text, shape);
+        static const Shape kShape = RunShape();
+        const Json json = Parse(text, kShape);
         // Before the fields: of a newer file the first one that has changed would be called wrong.
         CheckSchema(json);
         RunRecord record;

@@ -110,8 +110,8 @@ std::vector<double> LinesOf(const Scale& scale)
 {
     std::vector<double> lines;
     if (scale.isDoubling) {
-        for (double value = 1; value <= scale.highest; value *= 2)
-            lines.push_back(value);
+        for (int64 value = 1; static_cast<double>(value) <= scale.highest; value *= 2)
+            lines.push_back(static_cast<double>(value));
     } else {
         const double step = StepFor(scale.highest);
         for (int i = 0; i * step <= scale.highest; i++)
@@ -149,9 +149,14 @@ std::vector<ScalingPoint> PointsOf(const RunRecord& run, const TestType& test, c
         return {};
     std::sort(points.begin(), points.end(),
         [](const ScalingPoint& a, const ScalingPoint& b) { return a.processors < b.processors; });
+    // A file may say anything. No machine is so much faster, or slower, than with few processors.
+    constexpr double kMost = 1e6;
     const double first = points.front().speedUp / points.front().processors;
-    for (ScalingPoint& point : points)
+    for (ScalingPoint& point : points) {
         point.speedUp /= first;
+        if (!(point.speedUp >= 1 / kMost && point.speedUp <= kMost))
+            return {};
+    }
     return points;
 }
 
@@ -187,11 +192,12 @@ public:
         view.BeginPicture(&fPicture);
         DrawTitle(title.c_str(), kTitleSize, BPoint(kMargin, kTitleBaseline));
         DrawLegend();
-        for (size_t i = 0; i < fTests.size(); i++) {
-            const auto index = static_cast<int>(i);
-            DrawTest(fTests[i],
-                BPoint(kMargin + static_cast<float>(index % fSizes.columns) * fSizes.TestWidth(),
-                    fPlotsTop + static_cast<float>(index / fSizes.columns) * fSizes.TestHeight()));
+        BPoint place(kMargin, fPlotsTop);
+        for (const TestScaling& test : fTests) {
+            DrawTest(test, place);
+            place.x += fSizes.TestWidth();
+            if (place.x + fSizes.TestWidth() > fSizes.Width())
+                place = BPoint(kMargin, place.y + fSizes.TestHeight());
         }
         view.EndPicture();
         return WritePicture(path, fPicture, view.Bounds(), title.c_str());

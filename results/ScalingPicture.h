@@ -27,8 +27,8 @@ struct TestScaling {
 };
 
 // For each wanted test, as the catalogue has them, the machines that have it at two processor
-// counts or more. Of the others there is nothing: neither a curve nor, if no machine is left, the
-// test.
+// counts or more, none a million times as fast as another. Of the others there is nothing: neither
+// a curve nor, if no machine is left, the test.
 [[nodiscard]] std::vector<TestScaling> ScalingOf(
     const std::vector<MeasuredMachine>& machines, const TestFilter& isWanted);
 

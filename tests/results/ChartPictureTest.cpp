@@ -244,7 +244,8 @@ TEST(Scaling, IsTheSpeedOverThatOfTheFewestProcessors)
 {
     std::vector<MeasuredMachine> machines = { Machine("ideal", { { 1, 4 }, { 2, 2 }, { 4, 1 } }),
         Machine("single", { { 4, 1 } }), Machine("large", { { 16, 1 }, { 8, 1.5 } }),
-        Machine("undone", { { 1, 4 }, { 2, 2 } }) };
+        Machine("undone", { { 1, 4 }, { 2, 2 } }),
+        Machine("damaged", { { 4, 1e-300 }, { 2, 1 }, { 1, 1 } }) };
     machines[3].record.series[0].undone = "a flag is wrong";
     // A test of a fixed duration does more work instead.
     for (Span& span : machines[0].record.series[2].spans)
@@ -294,6 +295,7 @@ TEST_F(ChartPictureTest, ScalingRisesInProportionBesideTheIdealLine)
         span.waited = 1;
     svg = write();
     EXPECT_EQ(svg.Count("another"), 23);
+    EXPECT_EQ(svg.rises["#0072b2"].size(), 4u); // of three machines, as two of them gain nothing
     EXPECT_EQ(svg.Count("and 1 more machine"), 1);
     EXPECT_EQ(svg.Count("hollow: shared, two speeds or unsteady"), 1);
 }
