@@ -79,7 +79,8 @@ void WriteClocks(const ComparedMachines& compared, FILE* out)
     for (const MeasuredMachine& machine : compared.machines) {
         const auto percent = ClockPercent(baseline, machine.record);
         if (percent && std::abs(*percent - 100) > kClockWorthALine)
-            fprintf(out, "Clock of %s: %s percent of the baseline's, which rows without a mark leave out\n",
+            fprintf(out,
+                "Clock of %s: %s percent of the baseline's, which rows without a mark leave out\n",
                 LibPrintable(machine.name.c_str()).c_str(), LibFixedText(*percent, 1).c_str());
     }
 }
