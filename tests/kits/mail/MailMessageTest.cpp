@@ -100,9 +100,9 @@ TEST_F(MailTest, WhatCannotBeSentIsRefused)
     testing::internal::CaptureStderr();
     EXPECT_EQ(message.Send(true), B_ERROR);
     EXPECT_TRUE(ReadFile(seen).starts_with("-oi -t\n")) << ReadFile(seen);
-    for (const char* part : { "\nSubject: =?UTF-8?B?R3LDvMOfZQ==?=\n", "\n.\nFrom here to \u03a9.\n",
-             "; charset=utf-8\n",
-             "\nContent-Disposition: attachment; filename=\"a b\"\n" })
+    for (const char* part :
+        { "\nSubject: =?UTF-8?B?R3LDvMOfZQ==?=\n", "\n.\nFrom here to \u03a9.\n",
+            "; charset=utf-8\n", "\nContent-Disposition: attachment; filename=\"a b\"\n" })
         EXPECT_NE(ReadFile(seen).find(part), std::string::npos) << ReadFile(seen);
     std::filesystem::remove(enclosure);
     EXPECT_EQ(message.Send(true), B_ENTRY_NOT_FOUND);
