@@ -71,7 +71,8 @@ TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
     for (; walker.year <= 3000; walker.Next(), ++date) {
         const LibDate again = DateOf(walker.year, walker.month, walker.day);
         ASSERT_TRUE(date.GetYear() == walker.year && date.GetMonth() == walker.month
-            && date.GetDay() == walker.day && date.GetDayOfYear() == walker.dayOfYear && again == date && date.IsValidDate()
+            && date.GetDay() == walker.day && date.GetDayOfYear() == walker.dayOfYear
+            && again == date && date.IsValidDate()
             && !DateOf(walker.year, walker.month, walker.LastDay() + 1).IsValidDate())
             << TextOf(date) << " instead of " << TextOf(again);
     }
