@@ -46,12 +46,12 @@ TEST(LibDateTime, Iso8601MovesByTheOffsetAndBack)
     EXPECT_EQ(IsoOf(moment), "20010203T040506");
     EXPECT_EQ(IsoOf(moment, -5), "20010202T230506Z");
     EXPECT_EQ(IsoOf(LibDateTime(12, 31, 1999), 24), "20000101T000000Z");
-    const std::tuple<const char*, int16, std::string> rows[] = {
-        { "20010202T230506Z", -5, "20010203T040506" }, { "-440101T000000", 0, "-440101T000000" },
-        { "123450101T000000", 0, "123450101T000000" }, { "20010230T000000", 0, "" },
-        { "20010203T240000", 0, "" }, { "20010203T0405", 0, "" }, { "20010203T040506ZZ", 0, "" },
-        { "20010203", 0, "" }, { "00000203T040506", 0, "" }, { nullptr, 0, "" }
-    };
+    const std::tuple<const char*, int16, std::string> rows[] = { { "20010202T230506Z", -5,
+                                                                     "20010203T040506" },
+        { "-440101T000000", 0, "-440101T000000" }, { "123450101T000000", 0, "123450101T000000" },
+        { "20010230T000000", 0, "" }, { "20010203T240000", 0, "" }, { "20010203T0405", 0, "" },
+        { "--440101T000000", 0, "" }, { "20010203T040506ZZ", 0, "" }, { "20010203", 0, "" },
+        { "00000203T040506", 0, "" }, { nullptr, 0, "" } };
     for (const auto& [text, offset, expected] : rows) { // "" for a refused one
         SCOPED_TRACE(text ? text : "null");
         LibDateTime read(moment);

@@ -58,6 +58,8 @@ TEST(LibLocaleDate, ShortFormFollowsTheDateFormatOfALanguage)
         EXPECT_EQ(Typed(date.Conventions(), text), "2001-03-12");
         EXPECT_EQ(Typed(date.Conventions(), LongOf(date)), "2001-03-12") << LongOf(date);
     }
+    const LibLocaleDate last(LibDate(12, 31, 2001), Conventions("%D"));
+    EXPECT_EQ(LongOf(last), "Monday, December 31, 2001");
     LibDateConventions kept = Conventions("%F");
     for (const char* format : { "", "%", "%m/%y", "%Y-%d-%m", "%d%m%Y%d", "day" })
         EXPECT_FALSE(LibReadDateFormat(format, kept)) << format;

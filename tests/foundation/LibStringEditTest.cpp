@@ -26,34 +26,21 @@ std::string After(const char* text, Edit edit, Arguments... arguments)
     return result ? result : "(no buffer)";
 }
 
-// A text of so many bytes, a multiple of a megabyte, that take one: the same memory all over.
-class RepeatedText {
-public:
-    explicit RepeatedText(size_t size) : fSize(size + kPiece)
-    {
-        const int file = memfd_create("text", 0);
-        const std::string piece(kPiece, 'x');
-        EXPECT_EQ(write(file, piece.data(), kPiece), ssize_t { kPiece });
-        fBytes = static_cast<char*>(Map(nullptr, fSize, MAP_ANONYMOUS, -1));
-        for (size_t at = 0; at < size; at += kPiece)
-            EXPECT_EQ(Map(fBytes + at, kPiece, MAP_FIXED, file), fBytes + at);
-        close(file);
-    }
-    ~RepeatedText() { munmap(fBytes, fSize); }
-    RepeatedText(const RepeatedText&) = delete;
-    RepeatedText& operator=(const RepeatedText&) = delete;
-    const char* Bytes() const { return fBytes; }
-
-private:
-    static constexpr size_t kPiece = 1 << 20;
-    static void* Map(void* where, size_t size, int flags, int file)
-    {
-        return mmap(where, size, PROT_READ, MAP_PRIVATE | flags, file, 0);
-    }
-
-    const size_t fSize;
-    char* fBytes = nullptr;
-};
+// A text of so many megabytes that takes one: the same memory all over.
+const char* RepeatedText(size_t megabytes)
+{
+    constexpr size_t kPiece = 1 << 20;
+    const int file = memfd_create("text", 0);
+    const std::string piece(kPiece, 'x');
+    EXPECT_EQ(write(file, piece.data(), kPiece), ssize_t { kPiece });
+    const auto map = [](char* where, size_t size, int flags, int from) {
+        return static_cast<char*>(mmap(where, size, PROT_READ, MAP_PRIVATE | flags, from, 0));
+    };
+    char* bytes = map(nullptr, (megabytes + 1) * kPiece, MAP_ANONYMOUS, -1);
+    for (size_t i = 0; i < megabytes; i++)
+        EXPECT_EQ(map(bytes + i * kPiece, kPiece, MAP_FIXED, file), bytes + i * kPiece);
+    return bytes;
+}
 
 void Expect(const std::vector<std::pair<std::string, const char*>>& rows)
 {
@@ -139,14 +126,14 @@ TEST(LibStringEdit, WhatHasNoRoomIsRefusedAndTheTextStays)
         return true;
     };
     testing::internal::CaptureStderr();
-    EXPECT_TRUE(isRefused(RepeatedText(size_t { 1 } << 31).Bytes()));
+    EXPECT_TRUE(isRefused(RepeatedText(2048)));
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(said.substr(0, said.find('\n')), "No room for a text of <2147483652> bytes");
 #if !defined(__SANITIZE_ADDRESS__) // which ends the program where there is no memory
-    const RepeatedText large(size_t { 1 } << 30);
+    const char* large = RepeatedText(1024);
     EXPECT_EQ(InChild([&] {
         const rlimit limit { size_t { 1 } << 30, size_t { 1 } << 30 };
-        return setrlimit(RLIMIT_AS, &limit) == 0 && isRefused(large.Bytes()) ? 0 : 1;
+        return setrlimit(RLIMIT_AS, &limit) == 0 && isRefused(large) ? 0 : 1;
     }),
         0);
 #endif

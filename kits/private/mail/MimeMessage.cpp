@@ -19,7 +19,6 @@ using Ref = std::unique_ptr<T, Unref<T>>;
 Ref<GMimePart> TextPart(const std::string& text)
 {
     Ref<GMimeTextPart> part(g_mime_text_part_new_with_subtype("plain"));
-    g_mime_text_part_set_charset(part.get(), "utf-8");
     g_mime_text_part_set_text(part.get(), text.c_str());
     return Ref<GMimePart>(GMIME_PART(part.release()));
 }

@@ -96,31 +96,38 @@ TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLockNorWhileItWaitsForItInADes
     Log log;
     auto* looper = new BLooper;
     looper->Run();
-    std::atomic<bool> goesOn = false;
-    const auto use = [&] {
+    std::atomic<int> step = 0;
+    const auto useUntil = [&](int last) {
         const BAutolock lock(looper);
         log.Add("begun");
         do
             snooze(1000); // a kill point otherwise
-        while (!goesOn);
+        while (step < last);
         log.Add("done");
     };
     struct AtItsEnd {
-        const std::function<void()> use;
-        ~AtItsEnd() { use(); }
+        const std::function<void(int)> use;
+        ~AtItsEnd() { use(1); }
     };
-    KitThread holder(use);
+    KitThread holder([&] { useUntil(1); });
     log.WaitFor(1);
-    KitThread waiting([&] { const AtItsEnd last { use }; });
+    KitThread waiting([&] { const AtItsEnd last { useUntil }; });
     AwaitWaiting(waiting.Id());
     KitThread killer([&] { kill_thread(waiting.Id()); });
     AwaitWaiting(killer.Id());
     KitThread other([&] { kill_thread(holder.Id()); });
     AwaitWaiting(other.Id());
-    goesOn = true;
+    KitThread waited([&] { useUntil(2); });
+    AwaitWaiting(waited.Id());
+    step = 1;
     killer.Wait();
     other.Wait();
-    EXPECT_EQ(log.Now(), (Entries { "begun", "done", "begun", "done" }));
+    log.WaitFor(5); // it has the lock now
+    KitThread third([&] { kill_thread(waited.Id()); });
+    AwaitWaiting(third.Id());
+    step = 2;
+    third.Wait();
+    EXPECT_EQ(log.Now(), (Entries { "begun", "done", "begun", "done", "begun", "done" }));
     QuitNow(looper);
 }
 

@@ -109,6 +109,8 @@ TEST(Messenger, WaitsForRoomAsLongAsItIsTold)
     const bigtime_t start = system_time();
     EXPECT_EQ(messenger.SendMessage(&message, kNobody, kShort), B_TIMED_OUT);
     EXPECT_GE(system_time() - start, kShort);
+    BMessage reply;
+    EXPECT_EQ(messenger.SendMessage(&message, &reply, kShort, B_INFINITE_TIMEOUT), B_TIMED_OUT);
     EXPECT_EQ(PostAlways(messenger, message), B_OK) << "the kits' own go past the bound";
     KitThread sender([&] { EXPECT_EQ(messenger.SendMessage(4), B_OK); });
     AwaitWaiting(sender.Id());

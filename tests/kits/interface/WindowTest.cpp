@@ -64,14 +64,21 @@ TEST_F(WindowTest, OneThatMayNotBeResizedKeepsItsSizeAndTheProgramMayChangeIt)
 {
     fWindow->SetFlags(B_NOT_RESIZABLE | B_NOT_CLOSABLE);
     Show();
-    EXPECT_EQ(system("wmctrl -r Test -e 0,-1,-1,400,300"), 0);
     screen::Key("alt+F4"); // not closable either
+    const auto comesTo = [&](const char* place, float left, float right) {
+        EXPECT_EQ(system((std::string("wmctrl -r Test -e 0,") + place).c_str()), 0);
+        return Becomes([&] {
+            const BRect frame = screen::Find("Test").frame;
+            return frame.left >= left && frame.Width() == right && fWindow->Frame() == frame;
+        });
+    };
+    EXPECT_TRUE(comesTo("300,220,400,300", 300, 299)) << "it is moved only";
     fWindow->ResizeTo(219, 119);
-    EXPECT_TRUE(screen::WaitFor([] {
-        const BRect frame = screen::Find("Test").frame;
-        return frame.Width() == 219 && frame.Height() == 119;
-    }));
-    EXPECT_EQ(fWindow->Bounds(), BRect(0, 0, 219, 119));
+    EXPECT_TRUE(comesTo("400,220,400,300", 400, 219));
+    fWindow->SetFlags(B_NOT_CLOSABLE);
+    fWindow->SetSizeLimits(149, 259, 99, 399);
+    EXPECT_TRUE(comesTo("300,220,400,300", 300, 259)) << "no more than the most";
+    EXPECT_EQ(Locked([&] { return fWindow->Bounds(); }), BRect(0, 0, 259, 299));
     EXPECT_EQ(fLog->Now(), Entries());
 }
 

@@ -10,7 +10,7 @@
 #include <random>
 
 namespace {
-enum Deed { kMakeKitCalls, kSnooze, kAwait, kHoldLock, kDestroy };
+enum Deed { kMakeKitCalls, kSnooze, kAwait, kHoldLock, kDeeds };
 
 // A thread that does one deed for ever, and what its test sees of it.
 struct Victim {
@@ -45,7 +45,6 @@ struct Victim {
             case kSnooze: snooze(B_INFINITE_TIMEOUT); break;
             case kAwait: wait_for_thread(other, nullptr); break;
             case kHoldLock: DoHoldingLock(); break;
-            case kDestroy: DoInDestructor(); break;
             default: break;
         }
         system_time();
@@ -63,20 +62,6 @@ struct Victim {
         lock.unlock();
     }
 
-    void DoInDestructor()
-    {
-        const struct SlowToGo {
-            Victim& victim;
-            ~SlowToGo()
-            {
-                victim.isThere = true;
-                for (int i = 0; i < 30; i++)
-                    snooze(1000);
-                victim.unwound++;
-            }
-        } slow { *this };
-    }
-
     const Deed deed;
     thread_id other = 0;
     std::atomic<bool> isThere { false };
@@ -91,16 +76,16 @@ TEST(Kill, EndsAThreadWhereverItIsAndUnwindsItUnderLoad)
     Victim load(kMakeKitCalls);
     const thread_id loads[] = { load.Start(), load.Start() };
     for (int i = 0; i < 160; i++) {
-        Victim victim(static_cast<Deed>(i % kDestroy));
+        Victim victim(static_cast<Deed>(i % kDeeds));
         SCOPED_TRACE(victim.deed);
         victim.other = loads[0];
-        const bool isAwaited = i < 2 * kDestroy;
+        const bool isAwaited = i < 2 * kDeeds;
         const thread_id thread = isAwaited ? victim.Start() : victim.Spawn();
         if (!isAwaited && random() % 8 != 0)
             resume_thread(thread);
         if (!isAwaited && random() % 3 == 0)
             snooze(static_cast<bigtime_t>(random() % 2000));
-        if (i < kDestroy || random() % 4 == 0)
+        if (i < kDeeds || random() % 4 == 0)
             suspend_thread(thread);
         EXPECT_EQ(kill_thread(thread), B_OK);
         EXPECT_EQ(victim.unwound == 1, victim.isThere.load());
@@ -113,13 +98,6 @@ TEST(Kill, EndsAThreadWhereverItIsAndUnwindsItUnderLoad)
     }
     for (const thread_id thread : loads)
         EXPECT_EQ(kill_thread(thread), B_OK);
-}
-
-TEST(Kill, DoesNotComeAtAKitCallInADestructor)
-{
-    Victim victim(kDestroy);
-    EXPECT_EQ(kill_thread(victim.Start()), B_OK);
-    EXPECT_GE(victim.unwound, 2); // the whole destructor and the sentry
 }
 
 TEST(Kill, ThreadsThatKillOrAwaitEachOtherAllEnd)

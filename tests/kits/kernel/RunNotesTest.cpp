@@ -39,16 +39,24 @@ protected:
     }
     std::string Folder() const { return fTree / "run/tarvex"; }
 
-    // A run that has switched off the last two; it ends in order when fEnd is closed.
-    pid_t StartRun()
+    // A run in a process group of its own that has switched off the last two; it ends in order when
+    // fEnd is closed. What it forks, if it does, lives until all are on.
+    pid_t StartRun(bool forks = false)
     {
         EXPECT_EQ(pipe(fEnd), 0);
-        const pid_t run = StartChild([this] {
+        const pid_t run = StartChild([this, forks] {
+            setpgid(0, 0);
+            signal(SIGINT, SIG_DFL); // a shell that runs us in the background has it ignored
             close(fEnd[1]);
             kernel::Processors::SetRoot(fTree.Path());
+            const bool isOff = _kset_cpu_state_(3, 0) == B_OK && _kset_cpu_state_(2, 0) == B_OK;
+            if (forks && fork() == 0) {
+                setpgid(0, 0);
+                _exit(WaitUntil([this] { return States() == "1111"; }) ? 0 : 1);
+            }
             char end;
-            if (_kset_cpu_state_(3, 0) == B_OK && _kset_cpu_state_(2, 0) == B_OK
-                && read(fEnd[0], &end, 1) == 0)
+            const bool isAlone = forks || waitpid(-1, nullptr, WNOHANG) == -1;
+            if (isOff && isAlone && read(fEnd[0], &end, 1) == 0)
                 exit(0);
             return 1;
         });
@@ -82,12 +90,13 @@ TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
         { "keeper killed", SIGKILL, 0, none },
         { "keeper stopped", SIGSTOP, 0, none },
         { "program killed", 0, SIGKILL, none },
+        { "both interrupted, as a terminal does it", 0, SIGINT, none },
         { "both killed", SIGKILL, SIGKILL, both },
         { "program killed, keeper stopped", SIGSTOP, SIGKILL, both },
     };
     for (const auto& [name, toKeeper, toProgram, left] : rows) {
         SCOPED_TRACE(name);
-        const pid_t run = StartRun();
+        const pid_t run = StartRun(true);
         const pid_t keeper = Keeper();
         ASSERT_GT(keeper, 0);
         if (toKeeper)
@@ -96,7 +105,7 @@ TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
         EXPECT_EQ(SwitchedOnNow(), none);
         EXPECT_EQ(kernel::Processors(fTree.Path()).Numbers(), (std::vector<int> { 0, 1, 2, 3 }));
         if (toProgram)
-            kill(run, toProgram);
+            kill(toProgram == SIGKILL ? run : -run, toProgram);
         close(fEnd[1]);
         EXPECT_EQ(EndOf(run), -toProgram);
         if (!toProgram) {

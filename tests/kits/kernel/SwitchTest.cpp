@@ -1,5 +1,4 @@
 #include "tests/support/Child.h"
-#include "tests/support/WaitUntil.h"
 
 #include <OS.h>
 
@@ -7,8 +6,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <csignal>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sched.h>
@@ -143,38 +140,4 @@ TEST(Switch, AThreadBoundToAProcessorIsBoundToItAgainAndAProcessCountsOnlyIts)
     const auto count = [&] { return bindTo(0) ? CpuCount() : 100; };
     EXPECT_EQ(
         InChild([&] { return count() + (_kset_cpu_state_(1, 0) == B_BAD_VALUE ? 0 : 50); }), 1);
-}
-
-TEST(Switch, EndsWithTheProcessHoweverItEnds)
-{
-    if (!CanSwitchForReal())
-        GTEST_SKIP() << "processor 1 cannot be switched here";
-    const Processor1Guard guard;
-    for (const int number : { SIGKILL, SIGINT, SIGHUP, SIGTERM }) {
-        SCOPED_TRACE(strsignal(number));
-        int ends[2];
-        ASSERT_EQ(pipe(ends), 0);
-        const pid_t child = StartChild([&] {
-            setpgid(0, 0);
-            signal(number, SIG_DFL); // a shell that runs us in the background has it ignored
-            if (_kset_cpu_state_(1, 0) == B_OK && StateOfProcessor1() == '0')
-                kill(0, number); // the whole group, as a terminal does it: the lease outlives that
-            return sleep(20) == 0 ? 1 : 2;
-        });
-        close(ends[1]);
-        EXPECT_EQ(EndOf(child), -number);
-        char letter;
-        EXPECT_EQ(read(ends[0], &letter, 1), 0) << "somebody still holds its descriptors";
-        close(ends[0]);
-        EXPECT_TRUE(WaitUntil([] { return StateOfProcessor1() == '1'; }, 5));
-    }
-    EXPECT_EQ(InChild([] {
-        const bool off = _kset_cpu_state_(1, 0) == B_OK;
-        if (fork() == 0) // and outlives it, with all its descriptors
-            _exit(WaitUntil([] { return StateOfProcessor1() == '1'; }) ? 0 : 1);
-        return off ? 0 : 1;
-    }),
-        0);
-    EXPECT_TRUE(WaitUntil([] { return StateOfProcessor1() == '1'; }, 5));
-    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1); // no child is left
 }

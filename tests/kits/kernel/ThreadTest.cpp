@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <sched.h>
 #include <sys/resource.h>
@@ -179,13 +180,16 @@ TEST(Thread, PrioritiesShiftTheNiceValueOfThatThreadAlone)
     ASSERT_TRUE(WaitUntil([&] { return work.tid != 0; }));
     const auto niceOf = [](pid_t tid) { return getpriority(PRIO_PROCESS, static_cast<id_t>(tid)); };
     const int ours = niceOf(0);
-    EXPECT_GT(niceOf(work.tid), ours);
-    int lastNice = 20, lastPriority = B_LOW_PRIORITY;
-    for (const int32 priority : { 1, 10, 20, 120, 500 }) {
-        EXPECT_EQ(set_thread_priority(thread, priority), lastPriority);
-        EXPECT_TRUE(geteuid() != 0 || niceOf(work.tid) <= lastNice); // others may not go back up
-        lastNice = niceOf(work.tid);
-        lastPriority = priority;
+    EXPECT_EQ(niceOf(work.tid), std::min(ours + 10, 19));
+    int32 before = B_LOW_PRIORITY;
+    const std::pair<int32, int> rows[] = { { 1, 18 }, { 10, 0 }, { 20, -5 }, { 27, -6 },
+        { 120, -19 }, { 500, -19 } };
+    for (const auto& [priority, nice] : rows) {
+        EXPECT_EQ(set_thread_priority(thread, priority), before);
+        if (geteuid() == 0) { // others may not go back up
+            EXPECT_EQ(niceOf(work.tid), std::clamp(ours + nice, -20, 19)) << priority;
+        }
+        before = priority;
         EXPECT_EQ(sched_getscheduler(work.tid), SCHED_OTHER);
     }
     EXPECT_EQ(niceOf(0), ours);

@@ -1,6 +1,7 @@
 // What becomes of a mail that cannot go its usual way; that is seen in tests/ui/JourneyTest.cpp.
 #include "E-mail.h"
 #include "Errors.h"
+#include "tests/support/Child.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +31,7 @@ protected:
     {
         EXPECT_EQ(message.AddHeaderField(B_MAIL_TO, "results@tarvex.example"), B_OK);
         EXPECT_EQ(message.AddHeaderField(B_MAIL_SUBJECT, "Gr\u00fc\u00dfe"), B_OK);
-        const std::string text = "Results for : a PC.\n.\nFrom here on.";
+        const std::string text = "Results for : a PC.\n.\nFrom here to \u03a9.";
         EXPECT_EQ(message.AddContent(text.c_str(), static_cast<int32>(text.size())), B_OK);
         EXPECT_EQ(message.AddEnclosure(enclosure.c_str()), B_OK);
     }
@@ -58,9 +59,30 @@ TEST_F(MailTest, WithoutAnAgentTheMailerOpensAndWithNeitherItIsSaid)
     File("xdg-email", "#!/bin/sh\nprintf '<%s>' \"$@\" > '" + seen + "'\n", 0755);
     EXPECT_EQ(message.Send(true), B_OK);
     EXPECT_EQ(ReadFile(seen),
-        "<--utf8><--subject><Gr\u00fc\u00dfe><--body><Results for : a PC.\n.\nFrom here on.>"
+        "<--utf8><--subject><Gr\u00fc\u00dfe><--body><Results for : a PC.\n.\nFrom here to \u03a9.>"
         "<--attach><"
             + enclosure + "><results@tarvex.example>");
+}
+
+TEST_F(MailTest, AnAgentIsFoundWhereSystemsKeepItApartFromUsersPrograms)
+{
+    setenv("PATH", fPath.c_str(), 1);
+    if (!CanMount())
+        GTEST_SKIP() << "may not mount a file system";
+    const std::string seen = fFolder + "/seen", enclosure = File("a b.zip", "x");
+    const auto send = [&] {
+        setenv("PATH", fFolder.c_str(), 1);
+        EXPECT_TRUE(TakeOwnMounts());
+        EXPECT_EQ(mount("", "/usr/sbin", "tmpfs", 0, ""), 0);
+        WriteFile("/usr/sbin/sendmail", "#!/bin/sh\n/bin/cat > '" + seen + "'\n");
+        chmod("/usr/sbin/sendmail", 0755);
+        BMailMessage message;
+        Fill(message, enclosure);
+        EXPECT_EQ(message.Send(true), B_OK);
+        return HasFailure() ? 1 : 0;
+    };
+    EXPECT_EQ(InChild(send), 0);
+    EXPECT_NE(ReadFile(seen).find("results@tarvex.example"), std::string::npos);
 }
 
 TEST_F(MailTest, WhatCannotBeSentIsRefused)
@@ -79,8 +101,9 @@ TEST_F(MailTest, WhatCannotBeSentIsRefused)
     EXPECT_EQ(message.Send(true), B_ERROR);
     EXPECT_EQ(message.Error(), agent + " ended with status 75");
     EXPECT_TRUE(ReadFile(seen).starts_with("-oi -t\n")) << ReadFile(seen);
-    for (const char* part : { "\nSubject: =?UTF-8?B?R3LDvMOfZQ==?=\n", "\n.\nFrom here on.\n",
-             "\nContent-Disposition: attachment; filename=\"a b\"\n" })
+    for (const char* part :
+        { "\nSubject: =?UTF-8?B?R3LDvMOfZQ==?=\n", "\n.\nFrom here to \u03a9.\n",
+            "; charset=utf-8\n", "\nContent-Disposition: attachment; filename=\"a b\"\n" })
         EXPECT_NE(ReadFile(seen).find(part), std::string::npos) << ReadFile(seen);
     std::filesystem::remove(enclosure);
     EXPECT_EQ(message.Send(true), B_ENTRY_NOT_FOUND);

@@ -84,9 +84,12 @@ TEST(FindDirectory, EveryConstantHasAPlaceAndTheUsersFollowTheXdgFolders)
         "Desk/\"\n");
     EXPECT_EQ(of(B_DESKTOP_DIRECTORY), TestHome() / "My $ Desk");
     EXPECT_EQ(of(B_TRASH_DIRECTORY), TestHome() / "data/Trash/files");
-    setenv("XDG_CONFIG_HOME", "relative", 1); // counts as not set
+    for (const char* variable : { "XDG_CONFIG_HOME", "XDG_DATA_HOME" })
+        setenv(variable, "relative", 1); // counts as not set
     EXPECT_EQ(of(B_USER_SETTINGS_DIRECTORY), TestHome() / ".config");
+    EXPECT_EQ(of(B_TRASH_DIRECTORY), TestHome() / ".local/share/Trash/files");
     setenv("XDG_CONFIG_HOME", (TestHome() / "config").c_str(), 1);
+    setenv("XDG_DATA_HOME", (TestHome() / "data").c_str(), 1);
 }
 
 } // namespace

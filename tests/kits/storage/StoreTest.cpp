@@ -53,19 +53,22 @@ TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
         ASSERT_EQ(pipe(tell), 0);
         const pid_t child = StartChild([&] {
             Store store(folder / "store");
-            for (int number = written;; number++) {
-                const std::string name = std::to_string(number % kAttributes);
-                if (Write(store, name, ValueOf(number, kSize)) != static_cast<ssize_t>(kSize)
-                    || write(tell[1], &number, sizeof number) != sizeof number)
+            for (int next = written;; next++) {
+                const std::string name = std::to_string(next % kAttributes);
+                if (Write(store, name, ValueOf(next, kSize)) != static_cast<ssize_t>(kSize)
+                    || write(tell[1], &next, sizeof next) != sizeof next)
                     return 1;
             }
         });
         close(tell[1]);
+        int number = 0;
+        EXPECT_EQ(read(tell[0], &number, sizeof number), ssize_t { sizeof number });
         usleep(static_cast<useconds_t>(rand() % 60'000));
         kill(child, SIGKILL);
         EXPECT_EQ(EndOf(child), -SIGKILL) << "a write failed";
-        for (int number = 0; read(tell[0], &number, sizeof number) == sizeof number;)
+        do
             written = number + 1;
+        while (read(tell[0], &number, sizeof number) == sizeof number);
         close(tell[0]);
 
         Store store(folder / "store");
@@ -80,31 +83,26 @@ TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
         }
         written += isOneMoreDone;
     }
-    EXPECT_GT(written, kAttributes);
 }
 
 TEST(Store, TwoProgramsThatWriteAtOnceLoseNothing)
 {
     const TempFolder folder;
-    const bigtime_t end = system_time() + 1'000'000;
+    constexpr int kWrites = 300;
     const auto writeAs = [&](char program) {
         Store store(folder / "store");
-        int count = 0;
-        for (; system_time() < end; count++)
-            if (Write(store, program + std::to_string(count), ValueOf(count, 5000)) != 5000)
+        for (int i = 0; i < kWrites; i++)
+            if (Write(store, program + std::to_string(i), ValueOf(i, 5000)) != 5000)
                 return 1;
-        return Write(store, std::string("writes of ") + program, std::to_string(count)) > 0 ? 0 : 2;
+        return 0;
     };
     const pid_t other = StartChild([&] { return writeAs('a'); });
     EXPECT_EQ(InChild([&] { return writeAs('b'); }), 0);
     EXPECT_EQ(EndOf(other), 0);
     Store store(folder / "store");
-    for (const char program : { 'a', 'b' }) {
-        const int count = atoi(Read(store, std::string("writes of ") + program).c_str());
-        EXPECT_GT(count, 0);
-        for (int i = 0; i < count; i++)
+    for (const char program : { 'a', 'b' })
+        for (int i = 0; i < kWrites; i++)
             ASSERT_TRUE(Read(store, program + std::to_string(i)) == ValueOf(i, 5000)) << i;
-    }
 }
 
 status_t WriteForEver(void* store)
