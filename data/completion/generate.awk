@@ -1,7 +1,7 @@
 #!/usr/bin/awk -f
 # Reads what "tarvex-run --help" prints and writes the completion of its command line for the shell
 # that the variable shell names: bash, zsh or fish. So an option that --help shows is completed, by
-# the kind of value that stands behind it there: FILE and JOURNAL are files, G and T test groups,
+# the kind of value that stands behind it there: FILE, JOURNAL and PICTURE are files, G and T groups,
 # a|b|c choices; what N, P or NAME are only the user knows. Status 1 if the text has no options or
 # no groups.
 
@@ -44,13 +44,13 @@ function read_description(line)
 function description(name,    words)
 {
     words = text[name]
-    sub(/[;:].*/, "", words)
+    sub(/([;:]|[.] ).*/, "", words)
     return words
 }
 
 function kind(name)
 {
-    if (value[name] ~ /^(FILE|JOURNAL)/)
+    if (value[name] ~ /^(FILE|JOURNAL|PICTURE)/)
         return "file"
     if (value[name] ~ /^[GT](\||$)/)
         return "groups"
