@@ -34,7 +34,7 @@ public:
     void Appear()
     {
         if (!isVisible() && fHasAppeared)
-            move(pos());
+            setGeometry(geometry()); // not move(): Qt may not know the border yet
         fHasAppeared = true;
         show();
     }

@@ -140,8 +140,8 @@ TEST(Notification, TellsWhatIsNoMarkupAndFailsWithoutADesktop)
     {
         SessionService session({ "org.freedesktop.Notifications" });
         EXPECT_TRUE(NotifyAbsentUser("Ended", "1 < 2 & more", kLongMillis));
-        EXPECT_EQ(session.log.WaitFor(1),
-            Entries { "Notify(Tarvex, 0, tarvex, Ended, 1 &lt; 2 &amp; more, [], [], -1)" });
+        EXPECT_EQ(session.log.WaitFor(1).front(), // "gone" may follow
+            "Notify(Tarvex, 0, tarvex, Ended, 1 &lt; 2 &amp; more, [], [], -1)");
     }
     EXPECT_FALSE(NotifyAbsentUser("Ended", "", kLongMillis));
 }
