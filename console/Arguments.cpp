@@ -1,5 +1,6 @@
 #include "console/Arguments.h"
 
+#include "foundation/PlainText.h"
 #include "foundation/Utf8.h"
 
 #include <algorithm>
@@ -33,9 +34,13 @@ std::string Paragraph(const TestType& test)
     const std::string group = test.group == kOlderVersions
         ? "of older versions only"
         : "group " + std::string(kTestGroups[test.group].key);
-    return std::string(test.name) + " (" + std::to_string(test.id) + "): " + test.units + ", "
-        + direction + " is better; " + group + "\n" + Wrapped(test.measures)
+    std::string text = std::string(test.name) + " (" + std::to_string(test.id) + "): " + test.units
+        + ", " + direction + " is better; " + group + "\n" + Wrapped(test.measures)
         + Wrapped(test.measuresNot);
+    if (const double apart = LeastDifference(test); apart > 0)
+        text += Wrapped("Differs by up to " + LibFixedText(100 * apart, 0)
+            + " percent between sittings of one machine: less is no real difference.");
+    return text;
 }
 
 } // namespace

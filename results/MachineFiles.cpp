@@ -64,8 +64,10 @@ std::string RecordOf(const RunRecord& run)
             continue;
         const double work = series.spans.front().work;
         record += std::to_string(series.test->id) + ":"
-            + std::to_string(static_cast<int64>(std::min(work, double(INT32_MAX)))) + "/"
-            + TimesOf(run, *series.test, std::min(processors, int32(kMostTimes)), work) + ";";
+            + std::to_string(static_cast<int64>(std::min(work, static_cast<double>(INT32_MAX))))
+            + "/"
+            + TimesOf(run, *series.test, std::min(processors, static_cast<int32>(kMostTimes)), work)
+            + ";";
     }
     return record;
 }

@@ -136,11 +136,6 @@ std::string WhyText(const ComparedRow& row)
     return "baseline " + baseline + (candidate.empty() ? "" : "; " + candidate);
 }
 
-double LeastDifference(const TestType& test)
-{
-    return test.group != kOlderVersions ? kTestGroups[test.group].apart : 0;
-}
-
 // The rows of a table while it is put together.
 class Table {
 public:

@@ -9,6 +9,11 @@ const TestType* FindTestType(int32 id)
     return found != std::end(kTestTypes) ? found : nullptr;
 }
 
+double LeastDifference(const TestType& test)
+{
+    return test.group != kOlderVersions ? kTestGroups[test.group].apart : 0;
+}
+
 const char* MetricName(const int32& id)
 {
     const TestType* type = FindTestType(id);

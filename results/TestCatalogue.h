@@ -210,6 +210,10 @@ consteval const TestType& TestNamed(std::string_view name)
 // Null for a type that no version knows.
 [[nodiscard]] const TestType* FindTestType(int32 id);
 
+// The share below which a difference of the test's times tells nothing, see TestGroup::apart; 0 for
+// those of older versions only.
+[[nodiscard]] double LeastDifference(const TestType& test);
+
 // Its name, which is the description of its metrics; "" for an unknown one.
 [[nodiscard]] const char* MetricName(const int32& id);
 // The unit of its rates, which is in no results file either; "" for an unknown type.

@@ -57,7 +57,7 @@ bool GetOwnFile(entry_ref& ref)
 }
 
 // For the next comparison too, until the program ends.
-std::atomic<ChartOrder> sOrder = ChartOrder::kAsAdded;
+std::atomic<ChartOrder> gOrder = ChartOrder::kAsAdded;
 
 // What pictures are copied as, and the name by whose ending they are written so.
 const struct {
@@ -105,7 +105,7 @@ CompareWin::CompareWin(BLooper* looper, bool allowSave)
       target(looper)
 {
     SetName("CompareWin");
-    comparison.order = sOrder; // before the chart's menu marks it
+    comparison.order = gOrder; // before the chart's menu marks it
     CloseOnEscape();
     AddControls(allowSave);
     AddChart();
@@ -373,7 +373,7 @@ void CompareWin::SetOrder(const BMessage& chosen)
     if (chosen.FindInt32("order", &order) != B_OK)
         return;
     comparison.order = static_cast<ChartOrder>(order);
-    sOrder = comparison.order;
+    gOrder = comparison.order;
     UpdateScrollBars();
 }
 

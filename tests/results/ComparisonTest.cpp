@@ -103,7 +103,7 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
         MadeArchive(Packing::kTar, { { "results/unknown", "a card" }, { "results/r", saved } });
     RunRecord run = MadeRun("Ran (3-x)"); // at two of its three counts
     run.details.processorModel = "Model";
-    run.details.memory = uint64(3) << 29;
+    run.details.memory = 3ULL << 29;
     run.details.kernelRelease = "6.1";
     AddTimes(run, *FindTestType(700), 3, 0.5, 400, 1);
     AddTimes(run, *FindTestType(700), 1, 4, 800, 1);
