@@ -65,31 +65,6 @@ std::string WideTable(const RunRecord& record)
     return Aligned(rows, 2, kRateWidth);
 }
 
-std::string SpeedText(const statistics::Speed& speed)
-{
-    return LibFixedText(speed.median * 1000, 2) + " ms (" + LibFixedText(speed.share * 100, 0)
-        + " %)";
-}
-
-std::string MarksOf(const Figures& figures)
-{
-    std::vector<std::string> marks;
-    if (figures.marks.shared)
-        marks.push_back("shared (" + std::to_string(figures.shared) + " of "
-            + std::to_string(figures.summary.n) + ")");
-    if (figures.marks.twoSpeeds)
-        marks.push_back("two speeds: " + SpeedText(figures.marks.twoSpeeds->fast) + " and "
-            + SpeedText(figures.marks.twoSpeeds->slow));
-    if (figures.marks.unsteady)
-        marks.push_back("unsteady");
-    if (figures.marks.few)
-        marks.push_back("few");
-    std::string text;
-    for (const std::string& mark : marks)
-        text += (text.empty() ? "" : ", ") + mark;
-    return text;
-}
-
 Row RowOf(const Series& series, const RunRecord& record)
 {
     const auto figures = series.undone.empty() ? FiguresOf(series, record.bestProbe) : std::nullopt;
@@ -107,7 +82,9 @@ Row RowOf(const Series& series, const RunRecord& record)
         interval ? Percent((interval->high - interval->low) / 2 / summary.estimate) : "-");
     row.push_back(summary.variation ? Percent(*summary.variation) : "-");
     row.push_back(std::to_string(summary.n));
-    row.push_back(MarksOf(*figures));
+    row.push_back(MarksText(figures->marks,
+        " (" + std::to_string(figures->shared) + " of " + std::to_string(figures->summary.n)
+            + ")"));
     row.back().insert(0, row.back().empty() ? "" : "  ");
     return row;
 }

@@ -115,7 +115,7 @@ std::optional<Untold> MarkOf(const ComparedSide& baseline, const ComparedSide& c
     // In the order of the reasons in docs/comparing.md.
     if (baseline.marks.few || candidate.marks.few)
         return Untold::kTooFewRepeats;
-    if (baseline.marks.Any() || candidate.marks.Any())
+    if (baseline.marks.ForbidVerdict() || candidate.marks.ForbidVerdict())
         return Untold::kMarked;
     return {};
 }
@@ -210,16 +210,6 @@ std::set<Place, InOrder> PlacesOf(const Side& a, const Side& b)
     return places;
 }
 
-std::string Percent(double share)
-{
-    return LibFixedText(100 * share, 0) + "%";
-}
-
-std::string SpeedText(const statistics::Speed& speed)
-{
-    return LibFixedText(1000 * speed.median, 3) + " ms (" + Percent(speed.share) + ")";
-}
-
 } // namespace
 
 std::vector<Probe> BestProbes(const std::vector<MeasuredMachine>& machines)
@@ -312,19 +302,4 @@ const char* VerdictText(statistics::Verdict verdict)
         case statistics::Verdict::kCannotTell: break;
     }
     return "cannot tell";
-}
-
-std::string MarksText(const statistics::Marks& marks)
-{
-    std::string text;
-    const auto add = [&](bool isSet, const std::string& mark) {
-        if (isSet)
-            text += (text.empty() ? "" : ", ") + mark;
-    };
-    add(marks.shared, "shared");
-    if (const auto& speeds = marks.twoSpeeds)
-        add(true, "two speeds " + SpeedText(speeds->fast) + " and " + SpeedText(speeds->slow));
-    add(marks.unsteady, "unsteady");
-    add(marks.few, "few");
-    return text;
 }

@@ -75,5 +75,3 @@ enum class BuildCheck { kPassed, kFell, kCannotTell };
 
 // "faster", "slower", "no real difference", "cannot tell".
 [[nodiscard]] const char* VerdictText(statistics::Verdict verdict);
-// The marks in words, "shared, unsteady"; of two speeds both and their shares. Empty without any.
-[[nodiscard]] std::string MarksText(const statistics::Marks& marks);

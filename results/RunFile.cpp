@@ -80,7 +80,7 @@ Json MarksAsJson(const statistics::Marks& marks)
         twoSpeeds["slow"] = SpeedAsJson(marks.twoSpeeds->slow);
     }
     return { { "shared", marks.shared }, { "two_speeds", twoSpeeds },
-        { "unsteady", marks.unsteady }, { "few", marks.few } };
+        { "unsteady", marks.unsteady }, { "few", marks.few }, { "wide", marks.wide } };
 }
 
 Json FiguresAsJson(const Series& series, const Figures& figures)
@@ -239,6 +239,7 @@ constexpr Column kColumns[] = {
     { "mark_two_speeds", "/marks/two_speeds" },
     { "mark_unsteady", "/marks/unsteady" },
     { "mark_few", "/marks/few" },
+    { "mark_wide", "/marks/wide" },
     { "fast_median_seconds", "/marks/two_speeds/fast/median_seconds" },
     { "fast_share", "/marks/two_speeds/fast/share" },
     { "slow_median_seconds", "/marks/two_speeds/slow/median_seconds" },

@@ -1,5 +1,7 @@
 #include "results/RunRecord.h"
 
+#include "foundation/PlainText.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -50,6 +52,12 @@ std::optional<double> ProbeAt(const RunRecord& record, double Probe::*loop, doub
     return *place;
 }
 
+std::string SpeedText(const statistics::Speed& speed)
+{
+    return LibFixedText(speed.median * 1000, 2) + " ms (" + LibFixedText(speed.share * 100, 0)
+        + " %)";
+}
+
 } // namespace
 
 bool IsShared(const Span& span, const Probe& best)
@@ -93,7 +101,26 @@ std::optional<Figures> FiguresOf(const Series& series, const Probe& best)
     Figures figures { *summary, statistics::MarksOf(times),
         static_cast<int32>(all.size() - clean.size()) };
     figures.marks.shared = !isClean;
+    // Of some tests no sitting shows how far the next one lies away.
+    if (!figures.marks.few && LeastDifference(*series.test) > kWideDifference)
+        figures.marks.wide = true;
     return figures;
+}
+
+std::string MarksText(const statistics::Marks& marks, const std::string& ofShared)
+{
+    std::string text;
+    const auto add = [&](bool isSet, const std::string& mark) {
+        if (isSet)
+            text += (text.empty() ? "" : ", ") + mark;
+    };
+    add(marks.shared, "shared" + ofShared);
+    if (const auto& speeds = marks.twoSpeeds)
+        add(true, "two speeds: " + SpeedText(speeds->fast) + " and " + SpeedText(speeds->slow));
+    add(marks.unsteady, "unsteady");
+    add(marks.few, "few");
+    add(marks.wide, "wide");
+    return text;
 }
 
 bool IsNarrow(const Series& series, const Probe& best, double percent)

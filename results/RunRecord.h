@@ -62,6 +62,10 @@ constexpr double kSharedWait = 0.02;
 // is known keep theirs, as shared ones do: nobody knows what they would have taken alone.
 [[nodiscard]] std::vector<double> CleanTimesOf(const Series& series, const Probe& best);
 
+// Of tests the sittings of which lie further apart than this (see LeastDifference()) all figures
+// are marked wide.
+inline constexpr double kWideDifference = 0.05;
+
 // What the spans of a series say together.
 struct Figures {
     statistics::Summary summary; // of the clean times where there are six, else of all
@@ -70,6 +74,10 @@ struct Figures {
 };
 // Nothing for a series without spans, or with one whose work took no time.
 [[nodiscard]] std::optional<Figures> FiguresOf(const Series& series, const Probe& best);
+// The marks in words, "shared (2 of 6), unsteady" where the second argument is " (2 of 6)"; of two
+// speeds both and their shares. Empty without any.
+[[nodiscard]] std::string MarksText(
+    const statistics::Marks& marks, const std::string& ofShared = "");
 // Whether the interval of the estimate is known, from clean spans, and narrower than this.
 [[nodiscard]] bool IsNarrow(const Series& series, const Probe& best, double percent);
 

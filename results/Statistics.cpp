@@ -126,6 +126,11 @@ Marks MarksOf(std::vector<double> times)
     std::sort(times.begin(), times.end());
     marks.twoSpeeds = SpeedsOf(times);
     marks.unsteady = Variation(times).value_or(0) > kUnsteadyVariation;
+    if (!marks.few) {
+        const auto interval = QuantileInterval(times, 0.5);
+        marks.wide =
+            !interval || interval->high - interval->low > kWideInterval * Quantile(times, 0.5);
+    }
     return marks;
 }
 

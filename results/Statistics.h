@@ -61,19 +61,23 @@ inline constexpr int kFewRepeats = 6; // below: few
 inline constexpr double kUnsteadyVariation = 0.05; // above: unsteady
 inline constexpr double kSpeedGap = 0.25; // of the median; above: two speeds
 inline constexpr int kSpeedSharePercent = 20; // on each side at least: two speeds
+inline constexpr double kWideInterval = 0.04; // of the estimate; above: wide
 
 struct Marks {
     bool shared = false; // the processor was; only who timed the sample can tell and set it
     std::optional<TwoSpeeds> twoSpeeds;
     bool unsteady = false;
     bool few = false;
+    // Another sitting may well tell something else. It forbids no verdict: the tests of those look
+    // at the times themselves.
+    bool wide = false;
 
-    [[nodiscard]] bool Any() const { return shared || twoSpeeds || unsteady || few; }
+    [[nodiscard]] bool ForbidVerdict() const { return shared || twoSpeeds || unsteady || few; }
 };
 
 // Two speeds are apart by the widest gap between neighbours in order; of equal gaps that counts
-// which parts the times most evenly. Times that Summarize() refuses are marked few and nothing
-// else.
+// which parts the times most evenly. Wide are times the median's interval of which is, or that have
+// none although they are not few. Times that Summarize() refuses are marked few and nothing else.
 [[nodiscard]] Marks MarksOf(std::vector<double> times);
 
 } // namespace statistics

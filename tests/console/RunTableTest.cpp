@@ -46,9 +46,9 @@ TEST(RunTable, WithRepeatsSaysHowFarEachFigureCanBeTrusted)
     record.At(TestNamed("Disk File Output"), 1).undone = "No space left on device";
     EXPECT_EQ(RunTable(record),
         "Test              Units   CPUs    Rate  +- %  CV %  n  Marks\n"
-        "Ackerman          IPS        2  5853.7   2.4   1.8  6\n"
+        "Ackerman          IPS        2  5853.7   2.4   1.8  6  wide\n"
         "Memory            MB/sec     2   166.7  33.3  36.5  6  shared (6 of 6), two speeds: "
-        "4.00 ms (50 %) and 8.00 ms (50 %), unsteady\n"
+        "4.00 ms (50 %) and 8.00 ms (50 %), unsteady, wide\n"
         "Savage            KIPS       2  3000.0     -     -  1  few\n"
         "Disk File Output  KB/sec     1       -     -     -  0  not done: No space left on "
         "device\n");

@@ -113,7 +113,7 @@ TEST(RunComparison, TellsNothingOfWhatIsNotAlike)
                 for (int i = 0; i < 4; i++)
                     run.series.front().spans[i].seconds = 1;
             },
-            "cannot tell (two speeds 503.250 ms (60%) and 1000.000 ms (40%), unsteady)" },
+            "cannot tell (two speeds: 503.25 ms (60 %) and 1000.00 ms (40 %), unsteady, wide)" },
     };
     for (const auto& [test, change, verdict] : rows) {
         RunRecord changed = RunOf(0.5, test);
@@ -146,7 +146,8 @@ TEST(RunComparison, RestsOnCleanTimesByTheBestProbeOfTheMachine)
     for (Span& span : before.series.front().spans)
         span.probeBefore.core = span.probeAfter.core = 0.00005;
     const ComparedRow shared = Compare({ before, after }).front();
-    EXPECT_EQ(shared.why, "shared, two speeds 1006.500 ms (60%) and 2000.000 ms (40%), unsteady");
+    EXPECT_EQ(
+        shared.why, "shared, two speeds: 1006.50 ms (60 %) and 2000.00 ms (40 %), unsteady, wide");
     EXPECT_TRUE(shared.percent) << "the times are all there is";
     after.details.processorModel = "Another";
     EXPECT_EQ(Compare({ before, after }).front().why, "");

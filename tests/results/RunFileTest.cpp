@@ -144,19 +144,19 @@ TEST(RunFile, TablesHaveARowForEachTestAndCount)
                                 "interval_low_seconds,interval_high_seconds,interval_coverage,"
                                 "minimum_seconds,median_seconds,maximum_seconds,variation,"
                                 "shared_spans,joules,work_per_joule,mark_shared,mark_two_speeds,"
-                                "mark_unsteady,mark_few,fast_median_seconds,fast_share,"
+                                "mark_unsteady,mark_few,mark_wide,fast_median_seconds,fast_share,"
                                 "slow_median_seconds,slow_share,undone\n";
     const std::string figures = "1395327.2042293919,3,0.004300066666666666,0.0043,"
                                 "0.008400033333333333,0.75,0.0043,0.004300066666666666,"
                                 "0.008400033333333333,0.41772744347012564,1,3.3000000000000003,"
-                                "5454.545454545454,true,true,true,true,0.004300033333333333,"
+                                "5454.545454545454,true,true,true,true,false,0.004300033333333333,"
                                 "0.6666666666666666,0.008400033333333333,0.3333333333333333,";
     const std::string label = "\"Küche, \"\"alt\"\"\nlinks\"";
     EXPECT_EQ(RunAsTable(run, ','),
         columns + label + ",400,Ackerman,IPS,more,2" + std::string(12, ',')
-            + "28.799999999999997,1666.6666666666667" + std::string(9, ',')
+            + "28.799999999999997,1666.6666666666667" + std::string(10, ',')
             + "\"text, \"\"copied\"\", is\tanother\"\n" + label + ",400,Ackerman,IPS,more,1,"
-            + figures + "\n" + label + ",700,Sieve,IPS,more,1" + std::string(22, ',')
+            + figures + "\n" + label + ",700,Sieve,IPS,more,1" + std::string(23, ',')
             + "a flag is wrong\n");
     const std::string tabs = RunAsTable(run, '\t');
     EXPECT_NE(tabs.find("\nKüche, \"alt\" links\t400\t"), std::string::npos) << tabs;

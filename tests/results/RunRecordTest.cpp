@@ -44,7 +44,7 @@ TEST(RunRecord, ASpanIsSharedByEitherProbeOrByWaiting)
 
 TEST(RunRecord, SixCleanSpansSpeakForAll)
 {
-    Series series;
+    Series series { &TestNamed("Memory"), 2, {}, "" };
     for (int i = 0; i < 6; i++)
         series.spans.push_back(SpanOf(2));
     series.spans.push_back(SpanOf(3, { 0.2, 0.2 }));
@@ -55,7 +55,9 @@ TEST(RunRecord, SixCleanSpansSpeakForAll)
     ASSERT_TRUE(six);
     EXPECT_EQ(six->summary.maximum, 2);
     EXPECT_EQ(six->shared, 3);
-    EXPECT_FALSE(six->marks.shared);
+    EXPECT_FALSE(six->marks.shared || six->marks.wide);
+    series.test = &TestNamed("Disk File Input");
+    EXPECT_TRUE(FiguresOf(series, kBest)->marks.wide) << "as all of the disk are";
 
     series.spans.erase(series.spans.begin());
     const auto five = FiguresOf(series, kBest);

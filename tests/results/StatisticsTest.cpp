@@ -68,7 +68,8 @@ std::string Text(const Marks& marks)
             text << speed.median << " (" << std::lround(speed.share * 100) << " %) ";
     }
     text << (marks.unsteady ? "unsteady " : "") << (marks.few ? "few " : "");
-    EXPECT_EQ(marks.Any(), !text.str().empty());
+    EXPECT_EQ(marks.ForbidVerdict(), !text.str().empty());
+    text << (marks.wide ? "wide " : "");
     return text.str();
 }
 
@@ -116,17 +117,19 @@ TEST(Marks, HoldBeyondTheirLimitsOnly)
 {
     const std::tuple<const char*, Times, const char*> rows[] = {
         { "six equal ones", { 1, 1, 1, 1, 1, 1 }, "" },
+        { "interval of 4 percent", { 50, 50, 50, 50, 51, 52 }, "" },
+        { "above", { 50, 50, 50, 50, 51, 52.04 }, "wide " },
         { "five", { 1, 1, 1, 1, 1 }, "few " },
         { "variation of 5 percent", { 21, 19, 20 }, "few " },
         { "above", { 21.01, 19, 20 }, "unsteady few " },
-        { "gap of 25 percent", { 5, 4, 4, 5, 4, 4 }, "unsteady " },
-        { "above", { 5.01, 4, 4, 5.01, 4, 4 }, "4 (67 %) 5 (33 %) unsteady " },
-        { "20 percent slow", { 1, 1, 1, 2, 1, 1, 1, 2, 1, 1 }, "1 (80 %) 2 (20 %) unsteady " },
-        { "18 percent slow", { 1, 1, 1, 2, 1, 1, 1, 2, 1, 1, 1 }, "unsteady " },
+        { "gap of 25 percent", { 5, 4, 4, 5, 4, 4 }, "unsteady wide " },
+        { "above", { 5.01, 4, 4, 5.01, 4, 4 }, "4 (67 %) 5 (33 %) unsteady wide " },
+        { "20 percent slow", { 1, 1, 1, 2, 1, 1, 1, 2, 1, 1 }, "1 (80 %) 2 (20 %) unsteady wide " },
+        { "18 percent slow", { 1, 1, 1, 2, 1, 1, 1, 2, 1, 1, 1 }, "unsteady wide " },
         { "20 percent fast", { 1, 2, 2, 2, 2 }, "1 (20 %) 2 (80 %) unsteady few " },
-        { "17 percent fast", { 1, 2, 2, 2, 2, 2 }, "unsteady " },
-        { "of equal gaps the middle", { 1, 2, 2, 2, 3, 3 }, "2 (67 %) 3 (33 %) unsteady " },
-        { "likewise", { 1, 1, 2, 2, 2, 3 }, "1 (33 %) 2 (67 %) unsteady " },
+        { "17 percent fast", { 1, 2, 2, 2, 2, 2 }, "unsteady wide " },
+        { "of equal gaps the middle", { 1, 2, 2, 2, 3, 3 }, "2 (67 %) 3 (33 %) unsteady wide " },
+        { "likewise", { 1, 1, 2, 2, 2, 3 }, "1 (33 %) 2 (67 %) unsteady wide " },
         { "one", { 1 }, "few " },
         { "none", {}, "few " },
         { "one that is none", { 1, 2, 1, 2, 1, 2, NAN }, "few " },
@@ -138,8 +141,8 @@ TEST(Marks, HoldBeyondTheirLimitsOnly)
 TEST(Marks, NameBothSpeedsOfAMachineAndLeaveASteadySieveAlone)
 {
     auto sets = ReadSets();
-    EXPECT_EQ(
-        Text(MarksOf(sets["imitated-two-speeds"]["x"])), "0.0043 (45 %) 0.0084 (55 %) unsteady ");
+    EXPECT_EQ(Text(MarksOf(sets["imitated-two-speeds"]["x"])),
+        "0.0043 (45 %) 0.0084 (55 %) unsteady wide ");
     EXPECT_EQ(Text(MarksOf(sets["imitated-sieve"]["x"])), "");
     EXPECT_EQ(Text(MarksOf(sets["recorded-strings"]["x"])), "");
     // Two of thirty times are at half speed.
