@@ -23,7 +23,7 @@ LibString RunEstimate::Text() const
 RunProgress::RunProgress()
 {
     std::transform(std::begin(kTestGroups), std::end(kTestGroups), seconds,
-        [](const TestGroup& group) { return group.seconds; });
+        [](const TestGroup& group) { return group.takes; });
 }
 
 void RunProgress::Begin(const RunEstimate& plan, bigtime_t now)

@@ -32,17 +32,17 @@ TEST(RunProgress, TakesEachGroupToLastAsLongAsTheLastTime)
 {
     RunEstimate plan;
     plan.nbrCpus = 2;
-    plan.selected[GroupIndex("strings")] = plan.selected[GroupIndex("memory")] = true;
+    plan.selected[GroupIndex("graphics")] = plan.selected[GroupIndex("sieve")] = true;
     RunProgress progress;
     progress.Begin(plan, 1000000);
-    EXPECT_EQ(progress.SecondsLeft(), 12) << "4 and 2, twice";
+    EXPECT_EQ(progress.SecondsLeft(), 12) << "1 and 5, twice";
     EXPECT_EQ(progress.Share(), 0);
     const std::tuple<bigtime_t, double, double> rows[] = {
         // the run's second in which the next group begins, the seconds left then, and the part
         { 0, 12, 0 },
-        { 1, 2 + 1 + 2, 1.0 / 6 },
-        { 5, 1 + 4, 0.5 },
-        { 25, 4, 25.0 / 29 },
+        { 2, 5 + 2 + 5, 1.0 / 7 },
+        { 5, 2 + 3, 0.5 },
+        { 25, 3, 25.0 / 28 },
     };
     for (const auto& [second, left, share] : rows) {
         progress.GroupBegins((1 + second) * 1000000);
@@ -50,7 +50,7 @@ TEST(RunProgress, TakesEachGroupToLastAsLongAsTheLastTime)
         EXPECT_DOUBLE_EQ(progress.Share(), share) << second;
     }
     progress.Begin(plan, 100000000);
-    EXPECT_EQ(progress.SecondsLeft(), 20 + 4 + 20 + 4) << "as measured";
+    EXPECT_EQ(progress.SecondsLeft(), 20 + 3 + 20 + 3) << "as measured";
 }
 
 TEST(RunRemark, CountsSharedSpansAndTellsOfSleep)
