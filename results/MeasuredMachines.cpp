@@ -352,8 +352,6 @@ void NameEquals(Equals machines)
         only.name = only.record.machine.empty() ? only.file : only.record.machine;
         return;
     }
-    machines = NameByText(machines,
-        [](const MeasuredMachine& machine) -> const std::string& { return machine.record.label; });
     for (const auto key : kKeys) {
         machines = NameByText(machines,
             [key](const MeasuredMachine& machine) -> const std::string& { return machine.*key; });
@@ -376,9 +374,13 @@ std::variant<std::vector<MeasuredMachine>, std::string> ReadMachines(
 
 void NameMachines(std::vector<MeasuredMachine>& machines)
 {
-    std::map<std::string, Equals> byDescription;
+    Equals all;
     for (MeasuredMachine& machine : machines)
-        byDescription[machine.record.machine].push_back(&machine);
+        all.push_back(&machine);
+    std::map<std::string, Equals> byDescription;
+    for (MeasuredMachine* machine : NameByText(all,
+             [](const MeasuredMachine& each) -> const std::string& { return each.record.label; }))
+        byDescription[machine->record.machine].push_back(machine);
     for (const auto& [description, equals] : byDescription)
         NameEquals(equals);
     std::map<std::string, int> counts;

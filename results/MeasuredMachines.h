@@ -36,7 +36,7 @@ struct MeasuredMachine {
 [[nodiscard]] std::variant<std::vector<MeasuredMachine>, std::string> ReadMachines(
     const std::vector<std::string>& paths);
 
-// Gives each a name that no other has: its description or, where others have the same, the first of
-// label, file, date and path that no other of them has. What even so is one of several has its
-// place among all behind it: "#3".
+// Gives each a name that no other has: the label that its user gave it, else its description or,
+// where others have the same, the first of file, date and path that no other of them has. What even
+// so is one of several has its place among all behind it: "#3".
 void NameMachines(std::vector<MeasuredMachine>& machines);

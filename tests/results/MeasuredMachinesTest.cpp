@@ -133,7 +133,7 @@ TEST_F(MeasuredMachines, HaveNamesThatTellThemApart)
     std::string names;
     for (const MeasuredMachine& each : machines)
         names += each.name + "|";
-    EXPECT_EQ(names, "Lone (1-x)|left|right|one|2|b/f|c/f #7|c/f #8|only|");
+    EXPECT_EQ(names, "label|left|right|one|2|b/f|c/f #7|c/f #8|only|");
 }
 
 } // namespace
