@@ -345,6 +345,11 @@ Equals NameByText(const Equals& machines, const TextOf& textOf)
     return unnamed;
 }
 
+const std::string& LabelOf(const MeasuredMachine& machine)
+{
+    return machine.record.label;
+}
+
 void NameEquals(Equals machines)
 {
     if (machines.size() == 1) {
@@ -352,6 +357,7 @@ void NameEquals(Equals machines)
         only.name = only.record.machine.empty() ? only.file : only.record.machine;
         return;
     }
+    machines = NameByText(machines, LabelOf);
     for (const auto key : kKeys) {
         machines = NameByText(machines,
             [key](const MeasuredMachine& machine) -> const std::string& { return machine.*key; });
@@ -374,15 +380,16 @@ std::variant<std::vector<MeasuredMachine>, std::string> ReadMachines(
 
 void NameMachines(std::vector<MeasuredMachine>& machines)
 {
-    Equals all;
-    for (MeasuredMachine& machine : machines)
-        all.push_back(&machine);
     std::map<std::string, Equals> byDescription;
-    for (MeasuredMachine* machine : NameByText(all,
-             [](const MeasuredMachine& each) -> const std::string& { return each.record.label; }))
-        byDescription[machine->record.machine].push_back(machine);
-    for (const auto& [description, equals] : byDescription)
+    for (MeasuredMachine& machine : machines)
+        byDescription[machine.record.machine].push_back(&machine);
+    Equals alone; // of their description
+    for (const auto& [description, equals] : byDescription) {
         NameEquals(equals);
+        if (equals.size() == 1)
+            alone.push_back(equals.front());
+    }
+    NameByText(alone, LabelOf);
     std::map<std::string, int> counts;
     for (const MeasuredMachine& machine : machines)
         counts[machine.name]++;
