@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace {
 
@@ -36,6 +37,14 @@ BPoint WindowPlacement::Place(BRect window, int32 position, int32 nth) const
         default: corner = Cascaded(room, nth); break;
     }
     corner.ConstrainTo(room);
+    return position == kBesideMain ? ClearOfOthers(window, room, corner) : corner;
+}
+
+BPoint WindowPlacement::Over(BRect window, BRect other) const
+{
+    BPoint corner(std::floor((other.left + other.right - window.Width()) / 2),
+        std::floor((other.top + other.bottom - window.Height()) / 2));
+    corner.ConstrainTo(Room(window));
     return corner;
 }
 
@@ -80,6 +89,45 @@ BPoint WindowPlacement::BesideMain(BRect window, BRect room) const
     return room.RightTop();
 }
 
+// The usual place, or the first beside or below another window, where all other windows stay in
+// sight; else the first, a title lower each, where their titles do.
+BPoint WindowPlacement::ClearOfOthers(BRect window, BRect room, BPoint usual) const
+{
+    std::vector<BPoint> places { usual };
+    for (const BRect& other : others) {
+        places.emplace_back(other.right + 1 + 2 * kBorder, other.top);
+        places.emplace_back(other.left - 2 * kBorder - window.Width() - 1, other.top);
+    }
+    for (const BRect& other : others)
+        places.emplace_back(other.left, other.bottom + 1 + kBorder + kTitle);
+    for (const BPoint& place : places) {
+        if (room.Contains(place) && !Hides(window, place, false))
+            return place;
+    }
+    for (BPoint place = usual; place.y <= room.bottom; place += BPoint(kTitle, kTitle)) {
+        place.ConstrainTo(room);
+        if (!Hides(window, place, true))
+            return place;
+    }
+    return usual;
+}
+
+// Whether the window would lie, with its title and borders, over another one, or over its title.
+bool WindowPlacement::Hides(BRect window, BPoint corner, bool titlesOnly) const
+{
+    const auto whole = [](BRect frame) {
+        return BRect(frame.left - kBorder, frame.top - kTitle, frame.right + kBorder,
+            frame.bottom + kBorder);
+    };
+    const BRect hidden = whole(window.OffsetToCopy(corner.x, corner.y));
+    return std::any_of(others.begin(), others.end(), [&](const BRect& other) {
+        BRect seen = whole(other);
+        if (titlesOnly)
+            seen.bottom = other.top - 1;
+        return hidden.Intersects(seen);
+    });
+}
+
 namespace {
 
 // Every window has a thread of its own, so what they share is locked; never while a window's
@@ -87,6 +135,7 @@ namespace {
 BLocker& gLock = *new BLocker; // never destroyed: windows may outlive static objects
 BRect gMainFrame GUARDED_BY(gLock);
 int32 gCascaded GUARDED_BY(gLock) = 0;
+std::map<const LibWindow*, BRect> gShown GUARDED_BY(gLock); // where those are that are in sight
 
 bool IsHelpKey(const BMessage& message)
 {
@@ -117,11 +166,11 @@ LibWindow::LibWindow(BRect frame, const char* title, window_look look, window_fe
 
 LibWindow::~LibWindow()
 {
-    if (!mainWindow)
-        return;
     const BAutolock lock(gLock);
     // Nothing is to be placed beside a window that has gone.
-    gMainFrame = BRect();
+    gShown.erase(this);
+    if (mainWindow)
+        gMainFrame = BRect();
 }
 
 void LibWindow::SetPosition(const int32& position)
@@ -132,13 +181,27 @@ void LibWindow::SetPosition(const int32& position)
     {
         const BAutolock lock(gLock);
         placement.mainWindow = gMainFrame;
+        for (const auto& [window, frame] : gShown) {
+            if (window != this)
+                placement.others.push_back(frame);
+        }
         // Only windows that are cascaded count, else there would be gaps in the cascade.
         if (position != kCentred && position != kBesideMain)
             nth = gCascaded++;
     }
     MoveTo(placement.Place(Frame(), position, nth));
+    isBesideMain = position == kBesideMain;
     // FrameMoved() comes by a message, which a window that is not shown yet does not handle.
-    KeepMainFrame();
+    KeepFrame();
+}
+
+void LibWindow::SetPositionOver(BRect frame)
+{
+    WindowPlacement placement;
+    placement.screen = BScreen(B_MAIN_SCREEN_ID).Frame();
+    MoveTo(placement.Over(Frame(), frame));
+    isBesideMain = false;
+    KeepFrame();
 }
 
 void LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
@@ -176,38 +239,53 @@ void LibWindow::AskForHelp() const
 
 void LibWindow::Show()
 {
+    const BAutolock lock(this);
     if (!hasToolTips) {
         hasToolTips = true;
         LibApplyToolTips(this);
     }
+    if (!hasAppeared && isBesideMain)
+        SetPosition(kBesideMain);
     BWindow::Show();
+    hasAppeared = hasAppeared || !IsHidden();
+    KeepFrame();
+}
+
+void LibWindow::Hide()
+{
+    const BAutolock lock(this);
+    BWindow::Hide();
+    KeepFrame();
 }
 
 void LibWindow::FrameMoved(BPoint corner)
 {
-    KeepMainFrame();
+    KeepFrame();
     BWindow::FrameMoved(corner);
 }
 
 void LibWindow::FrameResized(float width, float height)
 {
-    KeepMainFrame();
+    KeepFrame();
     BWindow::FrameResized(width, height);
 }
 
 void LibWindow::SetMainWindow()
 {
     mainWindow = true;
-    KeepMainFrame();
+    KeepFrame();
 }
 
-void LibWindow::KeepMainFrame()
+void LibWindow::KeepFrame()
 {
-    if (!mainWindow)
-        return;
     const BRect frame = Frame();
     const BAutolock lock(gLock);
-    gMainFrame = frame;
+    if (mainWindow)
+        gMainFrame = frame;
+    if (IsHidden())
+        gShown.erase(this);
+    else
+        gShown[this] = frame;
 }
 
 rgb_color LibOnPanel(rgb_color color)

@@ -5,17 +5,22 @@
 #include <Rect.h>
 #include <Window.h>
 
+#include <vector>
+
 // The rules that LibWindow::SetPosition() knows; any other number counts as kCascade.
 enum window_position {
     kCascade = 0, // below and to the right of the window placed before, then from the top again
     kCentred = 1, // in the middle of the screen
-    kBesideMain = 4, // at the main window's right, else at its left, else in the screen's corner
+    // At the main window's right, else at its left, else in the screen's corner; where another
+    // window is there already beside that, or so much lower that its title stays in sight.
+    kBesideMain = 4,
 };
 
 // Where the program's windows go on the screen, as plain arithmetic.
 struct WindowPlacement {
     BRect screen;
     BRect mainWindow; // invalid while there is none
+    std::vector<BRect> others {}; // the windows that are shown, the main one among them
 
     // The left top corner for a window of this frame. The window lies wholly on the screen with the
     // title and borders that a window manager puts around it; one too large for that starts in
@@ -23,11 +28,16 @@ struct WindowPlacement {
     BPoint Place(BRect window, int32 position, int32 nth) const;
     // The frame, moved onto the screen if it does not lie there.
     BRect FitInScreen(BRect window) const;
+    // The left top corner for a window of this frame in the middle of another one, as far as the
+    // screen has room.
+    BPoint Over(BRect window, BRect other) const;
 
 private:
     BRect Room(BRect window) const;
     BPoint Cascaded(BRect room, int32 nth) const;
     BPoint BesideMain(BRect window, BRect room) const;
+    BPoint ClearOfOthers(BRect window, BRect room, BPoint usual) const;
+    bool Hides(BRect window, BPoint corner, bool titlesOnly) const;
 };
 
 // The frame, moved onto the main screen if it does not lie there.
@@ -41,13 +51,17 @@ public:
     ~LibWindow() override;
 
     // Moves the window to the place that a rule of window_position gives it, wholly on the main
-    // screen. The window must be locked, or not shown yet.
+    // screen. The window must be locked, or not shown yet. One that was hidden meanwhile goes, when
+    // it is first shown, to the place that is right then.
     void SetPosition(const int32& position = kCascade);
+    // The same over another window, of that frame.
+    void SetPositionOver(BRect frame);
 
     // Shift-F1 asks the application, by 'help', for the help on the control with the keyboard: its
     // strings "topic" are the names of that view, of those around it, and of the window.
     void DispatchMessage(BMessage* message, BHandler* handler) override;
     void Show() override; // the views get their tool tips the first time
+    void Hide() override;
     void FrameMoved(BPoint corner) override;
     void FrameResized(float width, float height) override;
 
@@ -60,10 +74,12 @@ protected:
     void HideOnClose() { closeHides = true; }
 
 private:
-    void KeepMainFrame();
+    void KeepFrame();
     void AskForHelp() const;
 
     bool mainWindow = false;
+    bool hasAppeared = false;
+    bool isBesideMain = false; // since it was placed so, and until it is moved
     bool escapeCloses = false;
     bool closeHides = false;
     bool hasToolTips = false;

@@ -86,7 +86,7 @@ void CompareView::Choose(int32 index)
         LibString title;
         title.Formatted("Color of %d CPU", index + 1);
         auto* window = new LibColorChooser(Window(), title, cpu_color[index]);
-        window->SetPosition(kCentred);
+        window->SetPositionOver(Window()->Frame());
         return window;
     });
     // After the former one has ended: what it may still say is for another colour.

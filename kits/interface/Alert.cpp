@@ -257,11 +257,37 @@ BPoint BAlert::AlertPosition(float width, float height)
 
 // --- Asking
 
+namespace {
+
+BWindow* CallingWindow()
+{
+    return dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
+}
+
+} // namespace
+
+BPoint BAlert::PlaceOver(const BWindow* caller)
+{
+    constexpr float kTitle = 28; // of which the screen must have room too
+    const BRect size = Bounds();
+    if (!caller || caller->IsHidden())
+        return AlertPosition(size.Width(), size.Height());
+    const BRect frame = caller->Frame();
+    BRect room = AlertRoom();
+    room.top = std::min(room.top + kTitle, room.bottom);
+    room.right = std::max(room.right - size.Width(), room.left);
+    room.bottom = std::max(room.bottom - size.Height(), room.top);
+    BPoint corner(std::floor((frame.left + frame.right - size.Width()) / 2),
+        std::floor((frame.top + frame.bottom - size.Height()) / 2));
+    corner.ConstrainTo(room);
+    return corner;
+}
+
 // False if there is no thread for it.
-bool BAlert::Present()
+bool BAlert::Present(const BWindow* caller)
 {
     const BAutolock lock(this);
-    MoveTo(AlertPosition(Bounds().Width(), Bounds().Height()));
+    MoveTo(PlaceOver(caller));
     if (!CurrentFocus())
         fButtons.back()->MakeFocus();
     Show();
@@ -279,8 +305,8 @@ void BAlert::GiveUp()
 int32 BAlert::Go()
 {
     const std::shared_ptr<Answer> answer = fAnswer; // the alert deletes itself
-    auto* caller = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
-    if (!Present())
+    BWindow* caller = CallingWindow();
+    if (!Present(caller))
         GiveUp();
     while (!answer->WaitForIt()) {
         CheckKilled();
@@ -294,7 +320,7 @@ int32 BAlert::Go()
 status_t BAlert::Go(BInvoker* invoker)
 {
     fInvoker.reset(invoker);
-    if (Present())
+    if (Present(CallingWindow()))
         return B_OK;
     GiveUp();
     return B_ERROR;

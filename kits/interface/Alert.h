@@ -19,7 +19,8 @@ public:
         alert_type type = B_INFO_ALERT);
     ~BAlert() override;
 
-    // Shows the alert and waits for the answer: the button's index from 0, or -1 if the alert was
+    // Shows the alert, in the middle of the window whose thread this is, if that can be seen, else
+    // of the screen, and waits for the answer: the button's index from 0, or -1 if the alert was
     // closed otherwise or no thread could be made for it; then its text is on standard error. May
     // be called with other windows locked; the calling window's views are drawn meanwhile. The user
     // can close it where the program takes B_NOT_CLOSABLE off its flags: by its close box, and by
@@ -51,7 +52,8 @@ private:
     float AddText(BView* back, const char* text, const AlertText& laidOut, float left);
     float AddButtons(
         BView* back, const char* const labels[3], button_width width, button_spacing spacing);
-    bool Present();
+    BPoint PlaceOver(const BWindow* caller);
+    bool Present(const BWindow* caller);
     void GiveUp();
 
     alert_type fType;

@@ -184,6 +184,22 @@ QString WithMnemonic(const char* label, QString& used)
     return text;
 }
 
+// Shows the keys of its item, which are the window's. Once the menu bar has the keyboard Qt takes
+// them for both of them, and tells each of the two in turn.
+class ItemAction : public QAction {
+public:
+    using QAction::QAction;
+
+protected:
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::Shortcut)
+            return QAction::event(event);
+        activate(Trigger);
+        return true;
+    }
+};
+
 } // namespace
 
 // --- Into the window and out of it
@@ -242,7 +258,7 @@ void BMenu::FillWidget()
     fMenuPeer->actions.clear();
     QString used;
     for (const auto& item : fItems) {
-        auto* action = new QAction(WithMnemonic(item->Label(), used), widget);
+        auto* action = new ItemAction(WithMnemonic(item->Label(), used), widget);
         action->setObjectName(QString::fromUtf8(item->Label()));
         action->setSeparator(item->fSeparator);
         QObject::connect(

@@ -6,6 +6,7 @@
 #include "server/DisplayServer.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCompleter>
 #include <QDir>
 #include <QFile>
@@ -13,7 +14,10 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTreeView>
+
+#include <algorithm>
 
 namespace {
 
@@ -30,11 +34,13 @@ public:
     // Behind the chosen name it is that of another file which the program will write.
     void SetSecondEnding(const char* ending) { fSecondEnding = QString::fromUtf8(ending); }
 
-    // Where the user left it the last time.
+    // First over the window that has the keyboard, then where the user left it the last time.
     void Appear()
     {
         if (!isVisible() && fHasAppeared)
             setGeometry(geometry()); // not move(): Qt may not know the border yet
+        else if (!fHasAppeared)
+            PlaceOver(QApplication::activeWindow());
         fHasAppeared = true;
         show();
     }
@@ -63,6 +69,21 @@ protected:
     }
 
 private:
+    // As far as the screen has room; without a window Qt finds the place.
+    void PlaceOver(const QWidget* asking)
+    {
+        constexpr int kTitle = 28;
+        if (!asking)
+            return;
+        const QRect room = asking->screen()->availableGeometry().adjusted(0, kTitle, 0, 0);
+        QRect frame(QPoint(), testAttribute(Qt::WA_Resized) ? size() : sizeHint());
+        frame.moveCenter(asking->geometry().center());
+        frame.moveRight(std::min(frame.right(), room.right()));
+        frame.moveBottom(std::min(frame.bottom(), room.bottom()));
+        frame.moveLeft(std::max(frame.left(), room.left()));
+        frame.moveTop(std::max(frame.top(), room.top()));
+        setGeometry(frame);
+    }
     QStringList FilesInTheWay() const
     {
         const QStringList chosen = selectedFiles();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <tuple>
+#include <vector>
 
 namespace {
 
@@ -33,6 +34,28 @@ TEST(WindowPlacement, EachRuleHasItsPlace)
         const WindowPlacement placement { kScreen, mainWindow };
         EXPECT_EQ(placement.Place(window, position, nth), corner) << name;
     }
+}
+
+TEST(WindowPlacement, BesideTheMainWindowOthersStayInSightOrAtLeastTheirTitles)
+{
+    const BRect mainWindow(46, 68, 346, 490), results(360, 68, 904, 538);
+    const BRect small(0, 0, 99, 99), form(0, 0, 355, 199), wide(0, 0, 719, 439);
+    const std::tuple<const char*, BRect, std::vector<BRect>, BPoint> rows[] = {
+        { "nothing is there", form, { mainWindow }, BPoint(359, 68) },
+        { "at the other's right", small, { mainWindow, results }, BPoint(917, 68) },
+        { "below the other", BRect(0, 0, 355, 149), { mainWindow, results }, BPoint(360, 573) },
+        { "below both titles", wide, { mainWindow, results }, BPoint(298, 112) },
+        { "a title lower", BRect(0, 0, 655, 599), { mainWindow, BRect(359, 68, 1015, 700) },
+            BPoint(362, 96) },
+        { "no title can stay", BRect(0, 0, 999, 735), { mainWindow, results }, BPoint(18, 28) },
+    };
+    for (const auto& [name, window, others, corner] : rows) {
+        const WindowPlacement placement { kScreen, mainWindow, others };
+        EXPECT_EQ(placement.Place(window, kBesideMain, 0), corner) << name;
+    }
+    EXPECT_EQ((WindowPlacement { kScreen, BRect() }.Over(form, results)), BPoint(454, 203));
+    EXPECT_EQ(
+        (WindowPlacement { kScreen, BRect() }.Over(form, BRect(0, 0, 99, 99))), BPoint(6, 28));
 }
 
 TEST(WindowPlacement, WindowsOfAnySizeStayOnTheScreen)

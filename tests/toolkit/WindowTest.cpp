@@ -97,6 +97,28 @@ TEST_F(WindowTest, OthersArePlacedBesideTheMainWindowWhereverItIs)
     }
 }
 
+TEST_F(WindowTest, AWindowThatIsShownLateHidesNoneThatCameBefore)
+{
+    TestDialog* mainWindow = Open("Main");
+    WithLock(mainWindow, [&] {
+        mainWindow->SetMainWindow();
+        mainWindow->MoveTo(BPoint(50, 60));
+    });
+    TestDialog* late = new TestDialog("Late");
+    late->SetPosition(kBesideMain);
+    TestDialog* other = new TestDialog("Other");
+    other->SetPosition(kBesideMain);
+    other->Show();
+    EXPECT_TRUE(screen::BecomesActive("Other"));
+    late->Show();
+    EXPECT_TRUE(screen::BecomesActive("Late"));
+    const BRect frames[] = { mainWindow->Frame(), other->Frame(), late->Frame() };
+    for (size_t i = 0; i < 3; i++)
+        EXPECT_FALSE(frames[i].Intersects(frames[(i + 1) % 3])) << i;
+    WithLock(late, [&] { late->SetPositionOver(other->Frame()); });
+    EXPECT_TRUE(late->Frame().Intersects(other->Frame()));
+}
+
 TEST_F(WindowTest, EachMessageBoxWaitsForItsButtonAndAlertsCanBeClosedUnanswered)
 {
     const struct {

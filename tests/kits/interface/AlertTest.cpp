@@ -53,15 +53,18 @@ TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
     }
 }
 
-TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeld)
+TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeldUnderTheAlert)
 {
-    AskingWindow* asking = new AskingWindow(fLog, BRect(20, 40, 119, 139), "Asking");
+    AskingWindow* asking = new AskingWindow(fLog, BRect(20, 40, 619, 439), "Asking");
     asking->AddChild(new BView(asking->Bounds(), "red", B_FOLLOW_NONE, B_WILL_DRAW));
     asking->Show();
     asking->PostMessage(1);
     EXPECT_TRUE(screen::BecomesActive("Question"));
     const rgb_color red { 200, 0, 0 };
     EXPECT_SOON(screen::PixelAt(BPoint(25, 45)) == red);
+    const BRect alert = screen::Find("back", "Question").frame;
+    EXPECT_NEAR((alert.left + alert.right) / 2, 319.5, 1);
+    EXPECT_NEAR((alert.top + alert.bottom) / 2, 239.5, 1);
     screen::Key("Return");
     EXPECT_TRUE(fLog->WaitFor("answer 2"));
     asking->Lock();

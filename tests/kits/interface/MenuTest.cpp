@@ -44,6 +44,20 @@ TEST_F(WindowTest, MenuItemsAnswerMouseShortcutAndLetters)
     EXPECT_FALSE(Locked([&] { return more->ItemAt(1)->IsMarked(); })) << "it is a radio menu";
 }
 
+TEST_F(WindowTest, ShortcutsCountEachTimeThoughTheMenuBarHasTheKeyboard)
+{
+    fWindow->AddChild(MakeBar());
+    Show();
+    screen::Key("alt+t");
+    EXPECT_SOON(screen::FindMenuItem("All").exists);
+    screen::Key("Escape");
+    EXPECT_SOON(!screen::FindMenuItem("All").exists);
+    for (size_t count = 1; count <= 3; count++) {
+        screen::Key("ctrl+a");
+        ASSERT_EQ(fLog->WaitFor(count).size(), count);
+    }
+}
+
 TEST_F(WindowTest, ItemsComeAndGoWhileTheMenuIsInItsWindow)
 {
     BMenuBar* bar = MakeBar();
