@@ -3,6 +3,7 @@
 #include "foundation/Utf8.h"
 #include "sysinfo/LibDeviceInfo.h"
 #include "sysinfo/LibSysInfo.h"
+#include "sysinfo/TypedPciNames.h"
 
 #include <algorithm>
 #include <cinttypes>
@@ -123,6 +124,17 @@ void Results::Reset(const LibSysInfo& machine)
     UpdateIcon();
 }
 
+namespace {
+
+// The user's own in place of missing ones, if they are to be in results.
+void GiveNames(LibDeviceInfo& info)
+{
+    if (TypedPciNames::AreForResults())
+        static_cast<void>(TypedPciNames().GiveTo(info)); // not to be told here
+}
+
+} // namespace
+
 void Results::FillTheseDevices()
 {
     const LibSysInfo machine;
@@ -133,6 +145,7 @@ void Results::FillTheseDevices()
     AppendLine(devices, -1, text);
 
     LibDeviceInfo info;
+    GiveNames(info);
     int index = 0;
     int classId = 0;
     LibString name;
@@ -140,6 +153,25 @@ void Results::FillTheseDevices()
         if (info.FindDevice(classId, text))
             AppendLine(devices, classId, text);
     }
+}
+
+bool Results::RenameDevices()
+{
+    LibString machine;
+    LibSysInfo().Description(machine);
+    if (description.Compare(machine) != 0)
+        return false;
+    bool isOther = false;
+    LibDeviceInfo info;
+    GiveNames(info);
+    for (RelatedDevices& device : devices) {
+        LibString text;
+        if (!info.FindDevice(device.type, text) || device.description.Compare(text) == 0)
+            continue;
+        device.Description(device.type, text);
+        isOther = true;
+    }
+    return isOther;
 }
 
 bool Results::CycleCpu()

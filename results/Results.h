@@ -116,8 +116,12 @@ public:
     // Deletes metrics and devices and describes this machine.
     void Reset();
     // Appends a line about this machine's screen to devices, then one about the first device of
-    // each class on its buses.
+    // each class on its buses. Names that the tables do not have are the user's, if they are to be
+    // in results, see TypedPciNames.
     void FillTheseDevices();
+    // Gives the lines about devices the names that they would get now, and returns whether they had
+    // others. False, and nothing happens, for the results of another machine.
+    bool RenameDevices();
     // Goes to the next processor count; false when all were measured.
     bool CycleCpu();
     // The metric of this description, made with these cycles if there is none yet. Null, with a

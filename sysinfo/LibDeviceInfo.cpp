@@ -131,6 +131,11 @@ status_t LibDeviceInfo::ObtainPciDevices(const int& classId, pciItem* item)
         LibString slot;
         slot.Formatted("%2.2x:%2.2x.%d", info.bus, info.device, info.function);
         device->Slot(slot);
+        device->subclass = info.class_sub;
+        if ((info.header_type & PCI_header_type_mask) == PCI_header_type_generic) {
+            device->boardVendorId = info.u.h0.subsystem_vendor_id;
+            device->boardId = info.u.h0.subsystem_id;
+        }
         // A device whose names stay "Unknown" is listed too: its ids alone tell what to look for.
         GetDevice(device.get());
         item->devices.Insert(std::move(device));

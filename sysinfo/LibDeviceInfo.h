@@ -41,6 +41,10 @@ public:
     LibString vendorLong = "Unknown";
     LibString description = "Unknown";
     LibString slot; // bus, device and function, as in "01:00.0"
+    // Beyond its item's class, as the system's list of names has them.
+    uint8 subclass = 0;
+    uint16 boardVendorId = 0; // of the board that the device is on; 0 where that has no ids
+    uint16 boardId = 0;
 };
 
 // A class of PCI devices that the machine has, with its devices in the order of the buses.

@@ -1,97 +1,161 @@
 #include "sysinfo/PciNames.h"
 
+#include "foundation/Utf8.h"
+
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <set>
-#include <string_view>
+#include <sstream>
 
 namespace {
 
 constexpr const char* kSystemLists[] = { "/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids" };
+constexpr size_t kMostTabs = 2;
+constexpr size_t kMostNameBytes = 200;
 
-// Takes "8086  Intel Corporation" apart.
-bool ParseLine(std::string_view line, uint16& id, std::string& name)
+// Takes so many digits and the blanks behind them off the line.
+bool TakeId(std::string_view& line, size_t digits, size_t blanks, uint32& id)
 {
-    // Behind four digits and two blanks.
-    constexpr size_t kNameAt = 6;
-    if (line.size() <= kNameAt || line.substr(4, 2) != "  ")
+    const std::string_view number = line.substr(0, digits);
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), id, 16);
+    if (error != std::errc() || number.size() != digits || end != number.data() + digits
+        || line.substr(digits, blanks) != std::string_view("  ", blanks))
         return false;
-    const auto [end, error] = std::from_chars(line.data(), line.data() + 4, id, 16);
-    if (error != std::errc() || end != line.data() + 4)
-        return false;
-    // A list that was copied from another system ends its lines with "\r".
-    const size_t last = line.find_last_not_of(" \r");
-    name = line.substr(kNameAt, last - kNameAt + 1);
-    return !name.empty();
+    line.remove_prefix(digits + blanks);
+    return true;
+}
+
+// A list that was copied from another system ends its lines with "\r".
+std::string_view WithoutEnd(std::string_view line)
+{
+    return line.substr(0, line.find_last_not_of(" \r") + 1);
+}
+
+// The one that stands below at the ids, or null.
+template <class... Ids>
+const PciName* Find(const PciName& above, uint32 id, Ids... further)
+{
+    const auto found = above.below.find(id);
+    if (found == above.below.end())
+        return nullptr;
+    if constexpr (sizeof...(further) > 0)
+        return Find(found->second, further...);
+    else
+        return &found->second;
+}
+
+std::string TextOf(const PciName* name)
+{
+    return name ? name->name : "";
+}
+
+// Several ids belong to one name: a vendor that was bought keeps its old ids.
+std::vector<std::string> NamesBelow(const PciName& above)
+{
+    std::set<std::string> names;
+    for (const auto& [id, entry] : above.below)
+        names.insert(entry.name);
+    return { names.begin(), names.end() };
 }
 
 } // namespace
+
+std::optional<PciNameLine> ParsePciName(std::string_view line, bool inClasses)
+{
+    PciNameLine parsed;
+    line = WithoutEnd(line);
+    parsed.tabs = std::min(line.find_first_not_of('\t'), line.size());
+    line.remove_prefix(parsed.tabs);
+    parsed.isClass = parsed.tabs == 0 ? line.starts_with("C ") : inClasses;
+    if (parsed.tabs == 0 && parsed.isClass)
+        line.remove_prefix(2);
+    // "\t\t8086 0001  A board"
+    const bool isBoard = parsed.tabs == kMostTabs && !parsed.isClass;
+    uint32 vendor = 0;
+    if (parsed.tabs > kMostTabs || (isBoard && !TakeId(line, 4, 1, vendor))
+        || !TakeId(line, parsed.isClass ? 2 : 4, 2, parsed.id))
+        return {};
+    parsed.id |= vendor << 16;
+    parsed.name = line;
+    // It goes into tips and records as it is.
+    if (line.empty() || line.size() > kMostNameBytes
+        || LibPrintable(std::string(line).c_str()) != line)
+        return {};
+    return parsed;
+}
 
 PciNameList::PciNameList()
 {
     // The distributions keep the same list in different places; where both are there, one is
     // enough.
     for (const char* path : kSystemLists) {
-        if (vendors.empty())
-            Read(path);
+        std::ostringstream text;
+        text << std::ifstream(path).rdbuf();
+        if (vendors.below.empty())
+            Read(text.str());
     }
 }
 
-PciNameList::PciNameList(const char* path)
+void PciNameList::Read(std::string_view text)
 {
-    Read(path);
-}
-
-// A vendor stands at the start of a line, its devices behind one tab, and behind two what the list
-// has beyond that. The vendors are followed by the classes, which begin with a letter.
-void PciNameList::Read(const char* path)
-{
-    std::ifstream lines(path);
-    VendorNames* vendor = nullptr;
-    for (std::string line; std::getline(lines, line) && !line.starts_with("C ");) {
-        const bool isDevice = line.starts_with("\t");
-        uint16 id = 0;
-        std::string name;
-        // A line behind two tabs fails too: its blanks do not stand there.
-        if (!ParseLine(line.substr(isDevice ? 1 : 0), id, name))
+    // What the next line may stand below: the list itself, and the last name behind each number of
+    // tabs. Nothing stands below a line that is damaged.
+    PciName* above[kMostTabs + 2] = {};
+    bool inClasses = false;
+    for (size_t number = 1; !text.empty(); number++) {
+        const std::string_view line = WithoutEnd(text.substr(0, text.find('\n')));
+        text.remove_prefix(std::min(text.size(), text.find('\n')) + (text.find('\n') != text.npos));
+        if (line.find_first_not_of(" \t") == line.npos || line.starts_with('#'))
             continue;
-        if (isDevice && vendor)
-            vendor->devices.emplace(id, name);
-        else if (!isDevice)
-            (vendor = &vendors[id])->name = name;
+        const auto parsed = ParsePciName(line, inClasses);
+        const size_t tabs = std::min(line.find_first_not_of('\t'), kMostTabs);
+        if (tabs == 0) {
+            inClasses = parsed && parsed->isClass;
+            above[0] = inClasses ? &classes : &vendors;
+        }
+        std::fill(above + tabs + 1, std::end(above), nullptr);
+        if (!parsed || !above[tabs]) {
+            firstDamaged = firstDamaged > 0 ? firstDamaged : number;
+            continue;
+        }
+        const auto [entry, isNew] = above[tabs]->below.try_emplace(parsed->id);
+        above[tabs + 1] = &entry->second;
+        if (isNew)
+            entry->second.name = parsed->name;
     }
 }
 
 std::string PciNameList::Vendor(const uint16& vendorId) const
 {
-    const auto vendor = vendors.find(vendorId);
-    return vendor == vendors.end() ? "" : vendor->second.name;
+    return TextOf(Find(vendors, vendorId));
 }
 
 std::string PciNameList::Device(const uint16& vendorId, const uint16& deviceId) const
 {
-    const auto vendor = vendors.find(vendorId);
-    if (vendor == vendors.end())
-        return "";
-    const auto device = vendor->second.devices.find(deviceId);
-    return device == vendor->second.devices.end() ? "" : device->second;
+    return TextOf(Find(vendors, vendorId, deviceId));
+}
+
+std::string PciNameList::Subsystem(const uint16& vendorId, const uint16& deviceId,
+    const uint16& boardVendorId, const uint16& boardId) const
+{
+    return TextOf(
+        Find(vendors, vendorId, deviceId, static_cast<uint32>(boardVendorId) << 16 | boardId));
+}
+
+std::string PciNameList::Class(const uint8& base, const uint8& sub) const
+{
+    const std::string more = TextOf(Find(classes, base, sub));
+    return TextOf(Find(classes, base)) + (more.empty() ? "" : ", " + more);
 }
 
 std::vector<std::string> PciNameList::Vendors() const
 {
-    // Several ids belong to one name: a vendor that was bought keeps its old ids.
-    std::set<std::string> names;
-    for (const auto& [id, vendor] : vendors)
-        names.insert(vendor.name);
-    return { names.begin(), names.end() };
+    return NamesBelow(vendors);
 }
 
 std::vector<std::string> PciNameList::Devices(const uint16& vendorId) const
 {
-    std::set<std::string> names;
-    if (const auto vendor = vendors.find(vendorId); vendor != vendors.end()) {
-        for (const auto& [id, name] : vendor->second.devices)
-            names.insert(name);
-    }
-    return { names.begin(), names.end() };
+    const PciName* vendor = Find(vendors, vendorId);
+    return vendor ? NamesBelow(*vendor) : std::vector<std::string>();
 }

@@ -1,13 +1,18 @@
 #include "ui/AboutSysWindow.h"
 
+#include "sysinfo/LibDeviceInfo.h"
 #include "sysinfo/LibSysInfo.h"
+#include "sysinfo/TypedPciNames.h"
 #include "toolkit/LibControls.h"
 
 #include <Looper.h>
 #include <MachineDetails.h>
 #include <StringView.h>
 
+#include <algorithm>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -94,6 +99,19 @@ SystemPage* CpuPage(BRect frame, const LibSysInfo& info)
     return page;
 }
 
+// The devices that have a name by the user, a line each.
+std::string NamedDevices()
+{
+    constexpr size_t kMost = 20; // a tip has no scroll bar
+    LibDeviceInfo devices;
+    const std::vector<std::string> named = TypedPciNames().GiveTo(devices);
+    std::string text;
+    for (size_t i = 0; i < std::min(named.size(), kMost); i++)
+        text += "\n" + named[i];
+    return named.size() > kMost ? text + "\nand " + std::to_string(named.size() - kMost) + " more"
+                                : text;
+}
+
 } // namespace
 
 AboutSysWindow::AboutSysWindow(BLooper* looper)
@@ -112,8 +130,9 @@ AboutSysWindow::AboutSysWindow(BLooper* looper)
     const BRect frame = tabs->ContentFrame();
     SystemPage* machine = MachinePage(frame, info);
     SystemPage* cpu = CpuPage(frame, info);
-    for (SystemPage* page : { machine, cpu })
-        page->SetToolTips(LibMachineText(ReadMachineDetails()));
+    const std::string text = LibMachineText(ReadMachineDetails());
+    machine->SetToolTips(text + NamedDevices());
+    cpu->SetToolTips(text);
     tabs->AddTab(machine, "Machine");
     tabs->AddTab(ScreenPage(frame, info), "Screen");
     tabs->AddTab(cpu, "CPU");

@@ -1,10 +1,12 @@
 #include "ui/GetSysDeviceWin.h"
 
-#include "sysinfo/PciNames.h"
+#include "sysinfo/TypedPciNames.h"
 #include "toolkit/LibControls.h"
 
 #include <Box.h>
+#include <MenuItem.h>
 #include <Message.h>
+#include <PopUpMenu.h>
 #include <Screen.h>
 #include <ScrollBar.h>
 #include <StringView.h>
@@ -12,10 +14,13 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
 constexpr uint32 kMsgFormClosing = 'gsdq';
+constexpr uint32 kMsgFill = 1020;
+constexpr uint32 kMsgResults = 1021;
 constexpr rgb_color grey_color = { 216, 216, 216, 255 };
 
 constexpr float kWidth = 355;
@@ -33,6 +38,7 @@ constexpr float kLabelWidth = 55;
 constexpr float kKnownWidth = 150;
 constexpr float kKnownHeight = 20;
 constexpr int32 kMostCharacters = 50;
+constexpr char kNoName[] = "Unknown";
 constexpr float kFontSize = 10;
 constexpr float kBoxBorder = 2;
 constexpr float kRowsBarX = 325; // right of the entries
@@ -87,8 +93,23 @@ BView* RowsIn(BBox* box, int32 nbrRows)
     return rows;
 }
 
-// Which device it is: where it is found in the machine, its ids, and the system's names for them.
-std::string TipFor(const pciDevice& device, const PciNameList& names)
+// The board that the device is on: its ids, its maker, and what that calls it.
+std::string BoardOf(const pciDevice& device, const PciNameList& names)
+{
+    if (device.boardVendorId == 0 || device.boardVendorId == UINT16_MAX)
+        return "";
+    LibString ids;
+    ids.Formatted("Board 0x%4.4X, 0x%4.4X", device.boardVendorId, device.boardId);
+    std::string text(ids.operator const char*());
+    for (const std::string& name : { names.Vendor(device.boardVendorId),
+             names.Subsystem(
+                 device.vendorId, device.deviceId, device.boardVendorId, device.boardId) })
+        text += name.empty() ? "" : ", " + name;
+    return text;
+}
+
+// Which device it is: where it is found in the machine, its ids, and the system's names for it.
+std::string TipFor(int classId, const pciDevice& device, const PciNameList& names)
 {
     const char* slot = device.slot;
     LibString ids;
@@ -96,12 +117,43 @@ std::string TipFor(const pciDevice& device, const PciNameList& names)
         "Slot %s, vendor 0x%4.4X, device 0x%4.4X", slot, device.vendorId, device.deviceId);
     std::string tip(ids.operator const char*());
     for (const std::string& name :
-        { names.Vendor(device.vendorId), names.Device(device.vendorId, device.deviceId) })
+        { names.Vendor(device.vendorId), names.Device(device.vendorId, device.deviceId),
+            BoardOf(device, names), names.Class(static_cast<uint8>(classId), device.subclass) })
         tip += name.empty() ? "" : "\n" + name;
     return tip;
 }
 
+bool IsEmpty(const LibEditEntry& entry)
+{
+    return strcmp(entry.Text(), "") == 0 || strcmp(entry.Text(), kNoName) == 0;
+}
+
+// Whether the text is all that an entry can show of the name.
+bool IsCutFrom(const std::string& name, const std::string& text)
+{
+    const auto isFirstByte = [](char c) { return (c & 0xc0) != 0x80; };
+    return name.starts_with(text)
+        && std::count_if(text.begin(), text.end(), isFirstByte) >= kMostCharacters;
+}
+
 } // namespace
+
+// What devices are called by others than the tables: the user's names come first.
+struct GetSysDeviceWin::KnownNames {
+    std::string Vendor(uint16 id) const
+    {
+        const std::string name = typed.Vendor(id);
+        return name.empty() ? system.Vendor(id) : name;
+    }
+    std::string Device(uint16 vendorId, uint16 id) const
+    {
+        const std::string name = typed.Device(vendorId, id);
+        return name.empty() ? system.Device(vendorId, id) : name;
+    }
+
+    const TypedPciNames typed;
+    const PciNameList system;
+};
 
 GetSysDeviceWin::GetSysDeviceWin(LibDeviceInfo& info, BLooper* closeTarget)
     : LibWindow(BRect(0, 0, kWidth, 200), "Unknown Devices", B_TITLED_WINDOW_LOOK,
@@ -115,8 +167,8 @@ GetSysDeviceWin::GetSysDeviceWin(LibDeviceInfo& info, BLooper* closeTarget)
     AddChild(background);
     AddInstructions();
 
-    const PciNameList names;
-    vendorNames = std::make_shared<std::vector<std::string>>(names.Vendors());
+    const KnownNames names;
+    vendorNames = std::make_shared<std::vector<std::string>>(names.system.Vendors());
     float y = kInstructionsBottom;
     for (pciItem& item : info) {
         if (item.NumberDevicesUnknown() > 0)
@@ -124,6 +176,7 @@ GetSysDeviceWin::GetSysDeviceWin(LibDeviceInfo& info, BLooper* closeTarget)
     }
     FitScreen(y + 10, screen.Frame().Height() - kAroundWindow);
     SetPosition();
+    AddMenu();
 }
 
 GetSysDeviceWin::~GetSysDeviceWin() = default;
@@ -146,6 +199,17 @@ void GetSysDeviceWin::AddInstructions()
     }
 }
 
+void GetSysDeviceWin::AddMenu()
+{
+    menu = std::make_unique<BPopUpMenu>("devices menu", false, false);
+    menu->AddItem(new BMenuItem("Names from the list", new BMessage(kMsgFill), 'L'));
+    resultsItem = new BMenuItem("Names in results", new BMessage(kMsgResults), 'R');
+    resultsItem->SetMarked(TypedPciNames::AreForResults());
+    menu->AddItem(resultsItem);
+    menu->Join(this);
+    background->SetToolTip("The other mouse button opens a menu");
+}
+
 // Machines of today have more unknown devices than the screen has room for.
 void GetSysDeviceWin::FitScreen(float height, float room)
 {
@@ -161,7 +225,7 @@ void GetSysDeviceWin::FitScreen(float height, float room)
     AddChild(bar);
 }
 
-void GetSysDeviceWin::AddClass(pciItem& item, const PciNameList& names, float& y)
+void GetSysDeviceWin::AddClass(pciItem& item, const KnownNames& names, float& y)
 {
     const float height = static_cast<float>(item.devices.Size() + 1) * kBoxStep;
     y += kBoxMargin;
@@ -181,71 +245,88 @@ void GetSysDeviceWin::AddClass(pciItem& item, const PciNameList& names, float& y
     for (const pciDevice& device : item.devices) {
         // Known devices count too, as they have a row as well.
         ordinal++;
-        AddVendor(
-            rows, device, EntryName("vendor", items.Size(), ordinal, device.vendorId), top, names);
-        AddDevice(
-            rows, device, EntryName("device", items.Size(), ordinal, device.deviceId), top, names);
+        const std::string tip = TipFor(item.classId, device, names.system);
+        for (BView* view :
+            { AddVendor(rows, device, EntryName("vendor", items.Size(), ordinal, device.vendorId),
+                  top, names),
+                AddDevice(rows, device, EntryName("device", items.Size(), ordinal, device.deviceId),
+                    top, names) })
+            view->SetToolTip(tip.c_str());
         top += kRowStep;
     }
 }
 
-void GetSysDeviceWin::AddVendor(BView* rows, const pciDevice& device, const LibString& name,
-    float top, const PciNameList& names)
+BView* GetSysDeviceWin::AddVendor(
+    BView* rows, const pciDevice& device, const LibString& name, float top, const KnownNames& names)
 {
     BView* view = nullptr;
     if (device.IsVendorMatched()) {
         view = KnownName("known_vendor", "Vendor", device.vendorShort, kVendorX, top);
     } else {
-        LibEditEntry* entry = NewEntry(name, device.vendorLong);
-        entry->SetCompletions(names.Vendor(device.vendorId), vendorNames);
+        const std::string known = names.Vendor(device.vendorId);
+        LibEditEntry* entry = AddEntry(name, device.vendorLong,
+            { nullptr, device.vendorId, {}, names.typed.Vendor(device.vendorId), known });
+        entry->SetCompletions(known, vendorNames);
         view = Framed("Vendor", kVendorX, top, entry);
     }
-    view->SetToolTip(TipFor(device, names).c_str());
     rows->AddChild(view);
+    return view;
 }
 
-void GetSysDeviceWin::AddDevice(BView* rows, const pciDevice& device, const LibString& name,
-    float top, const PciNameList& names)
+BView* GetSysDeviceWin::AddDevice(
+    BView* rows, const pciDevice& device, const LibString& name, float top, const KnownNames& names)
 {
     BView* view = nullptr;
     if (device.IsDeviceMatched()) {
         view = KnownName("known_device", "Device", device.description, kDeviceX, top);
     } else {
-        LibEditEntry* entry = NewEntry(name, device.description);
-        entry->SetCompletions(names.Device(device.vendorId, device.deviceId),
-            std::make_shared<std::vector<std::string>>(names.Devices(device.vendorId)));
+        const std::string known = names.Device(device.vendorId, device.deviceId);
+        LibEditEntry* entry = AddEntry(name, device.description,
+            { nullptr, device.vendorId, device.deviceId,
+                names.typed.Device(device.vendorId, device.deviceId), known });
+        entry->SetCompletions(known,
+            std::make_shared<std::vector<std::string>>(names.system.Devices(device.vendorId)));
         view = Framed("Device", kDeviceX, top, entry);
     }
-    view->SetToolTip(TipFor(device, names).c_str());
     rows->AddChild(view);
+    return view;
 }
 
-LibEditEntry* GetSysDeviceWin::NewEntry(const LibString& name, const LibString& text)
+LibEditEntry* GetSysDeviceWin::AddEntry(const LibString& name, const LibString& text, Entry entry)
 {
-    auto* entry = new LibEditEntry(BRect(), name, text, kMostCharacters);
-    entry->SetFontSize(kFontSize);
+    const bool isNew = entry.typed.empty();
+    entry.view = new LibEditEntry(
+        BRect(), name, isNew ? text.operator const char*() : entry.typed.c_str(), kMostCharacters);
+    entry.view->SetFontSize(kFontSize);
     entries.push_back(entry);
-    return entry;
+    return entry.view;
 }
 
 GetSysDeviceWin::Names GetSysDeviceWin::TypedNames() const
 {
     Names names;
-    for (const LibEditEntry* entry : entries)
-        names[entry->Name()] = entry->Text();
+    for (const Entry& entry : entries)
+        names[entry.view->Name()] = entry.view->Text();
     return names;
 }
 
 void GetSysDeviceWin::FillIn(const Names& names)
 {
-    for (LibEditEntry* entry : entries) {
-        if (const auto name = names.find(entry->Name()); name != names.end())
-            entry->SetText(name->second.c_str());
+    for (const Entry& entry : entries) {
+        if (const auto name = names.find(entry.view->Name()); name != names.end())
+            entry.view->SetText(name->second.c_str());
     }
 }
 
 void GetSysDeviceWin::DispatchMessage(BMessage* message, BHandler* handler)
 {
+    int32 buttons = 0;
+    BPoint where;
+    // Wherever it is: an entry, which has a menu of its own, keeps its clicks.
+    if (message->what == B_MOUSE_DOWN && message->FindInt32("buttons", &buttons) == B_OK
+        && buttons == B_SECONDARY_MOUSE_BUTTON
+        && message->FindPoint("screen_where", &where) == B_OK)
+        return menu->Open(where);
     LibWindow::DispatchMessage(message, handler);
     const char* bytes = nullptr;
     // The key goes to the text inside the entry, and the entry itself never sees it.
@@ -257,13 +338,35 @@ void GetSysDeviceWin::DispatchMessage(BMessage* message, BHandler* handler)
 
 void GetSysDeviceWin::GoOnFrom(const LibEditEntry* entry)
 {
-    const auto place = std::find(entries.begin(), entries.end(), entry);
+    const auto place = std::find_if(
+        entries.begin(), entries.end(), [entry](const Entry& one) { return one.view == entry; });
     if (place == entries.end())
         return;
     if (place + 1 == entries.end())
         PostMessage(B_QUIT_REQUESTED);
     else
-        (*(place + 1))->MakeFocus();
+        (place + 1)->view->MakeFocus();
+}
+
+void GetSysDeviceWin::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+        case kMsgFill: FillFromList(); break;
+        case kMsgResults:
+            static_cast<void>(
+                TypedPciNames::SetForResults(!resultsItem->IsMarked())); // the mark tells
+            resultsItem->SetMarked(TypedPciNames::AreForResults());
+            break;
+        default: LibWindow::MessageReceived(message); break;
+    }
+}
+
+void GetSysDeviceWin::FillFromList()
+{
+    for (const Entry& entry : entries) {
+        if (IsEmpty(*entry.view) && !entry.known.empty())
+            entry.view->SetText(entry.known.c_str());
+    }
 }
 
 bool GetSysDeviceWin::QuitRequested()
@@ -275,6 +378,7 @@ bool GetSysDeviceWin::QuitRequested()
         if (item.NumberDevicesUnknown() > 0)
             TakeNames(item, ++classOrdinal);
     }
+    RememberNames();
     target->PostMessage(kMsgFormClosing, nullptr, this);
     return false;
 }
@@ -295,6 +399,23 @@ void GetSysDeviceWin::TakeNames(pciItem& item, int32 classOrdinal)
                 device.Description(text);
         }
     }
+}
+
+// What was left as it was is not written: the file may say something else by now.
+void GetSysDeviceWin::RememberNames() const
+{
+    TypedPciNames names;
+    for (const Entry& entry : entries) {
+        const std::string text = entry.view->Text();
+        const std::string name = IsCutFrom(entry.known, text) ? entry.known : text;
+        if (name == entry.typed || (IsEmpty(*entry.view) && entry.typed.empty()))
+            continue;
+        if (entry.deviceId)
+            names.SetDevice(entry.vendorId, *entry.deviceId, name);
+        else
+            names.SetVendor(entry.vendorId, name);
+    }
+    static_cast<void>(names.Save()); // it has said so
 }
 
 // What the entry of this name holds, null if there is none.

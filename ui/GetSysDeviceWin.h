@@ -1,6 +1,7 @@
 // A form for the names of the machine's PCI devices that the program does not know. Closing it only
 // takes the names over and tells the target, which hides it and has it saved. Return goes on to the
-// next entry and closes it on the last one, as Escape does on any.
+// next entry and closes it on the last one, as Escape does on any. What was typed is remembered for
+// the next time, see TypedPciNames. Beside the entries the other mouse button opens a menu.
 #pragma once
 
 #include "foundation/LinkList.h"
@@ -9,13 +10,15 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 class BBox;
+class BMenuItem;
+class BPopUpMenu;
 class BStringView;
 class LibEditEntry;
-class PciNameList;
 
 class GetSysDeviceWin : public LibWindow {
 public:
@@ -31,27 +34,42 @@ public:
     void FillIn(const Names& names);
 
     void DispatchMessage(BMessage* message, BHandler* handler) override;
+    void MessageReceived(BMessage* message) override;
     bool QuitRequested() override; // false
     // Writes the classes with unknown devices, with the names given. Nothing happens if the file
     // cannot be opened. Not while the form is in use.
     void Save(const char* path);
 
 private:
+    struct KnownNames;
+    struct Entry {
+        LibEditEntry* view;
+        uint16 vendorId;
+        std::optional<uint16> deviceId; // none: it is for the vendor's name
+        std::string typed; // what the user remembers it by since before, or ""
+        std::string known; // that, or else the system's name
+    };
+
     void AddInstructions();
+    void AddMenu();
     void FitScreen(float height, float room);
-    void AddClass(pciItem& item, const PciNameList& names, float& y);
-    void AddVendor(BView* rows, const pciDevice& device, const LibString& name, float top,
-        const PciNameList& names);
-    void AddDevice(BView* rows, const pciDevice& device, const LibString& name, float top,
-        const PciNameList& names);
-    LibEditEntry* NewEntry(const LibString& name, const LibString& text);
+    void AddClass(pciItem& item, const KnownNames& names, float& y);
+    BView* AddVendor(BView* rows, const pciDevice& device, const LibString& name, float top,
+        const KnownNames& names);
+    BView* AddDevice(BView* rows, const pciDevice& device, const LibString& name, float top,
+        const KnownNames& names);
+    LibEditEntry* AddEntry(const LibString& name, const LibString& text, Entry entry);
     void GoOnFrom(const LibEditEntry* entry);
+    void FillFromList();
     void TakeNames(pciItem& item, int32 classOrdinal);
+    void RememberNames() const;
     const char* Typed(const LibString& name);
 
     BLooper* target;
     LinkList<pciItem> items; // copies, whose names the user gives
     BView* background;
-    std::vector<LibEditEntry*> entries; // from left to right, row by row
+    std::vector<Entry> entries; // from left to right, row by row
     std::shared_ptr<const std::vector<std::string>> vendorNames;
+    std::unique_ptr<BPopUpMenu> menu;
+    BMenuItem* resultsItem = nullptr;
 };

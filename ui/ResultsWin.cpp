@@ -333,6 +333,8 @@ void ResultsWin::GetSysDeviceQuit(const BMessage& closing)
     if (!unknownDevices.IsFrom(closing))
         return;
     unknownDevices.Hide();
+    if (results.RenameDevices())
+        comparison.With([this](CompareWin& window) { window.SetResults(results); });
     ShowSavePanel();
 }
 

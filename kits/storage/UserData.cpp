@@ -6,6 +6,8 @@
 #include "Locations.h"
 #include "WholeFile.h"
 
+#include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -24,12 +26,20 @@ bool IsOurs(const struct stat& status)
     return status.st_uid == 0 || status.st_uid == geteuid();
 }
 
-FileDescriptor OpenFolder(struct stat& status)
+// Whether the folder, left open if it is there, is to be believed.
+bool OpenFolder(FileDescriptor& folder, struct stat& status)
 {
-    FileDescriptor folder(open(Folder().c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    const bool isSafe = folder.IsOpen() && fstat(folder.Get(), &status) == 0 && IsOurs(status)
+    folder = FileDescriptor(open(Folder().c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    return folder.IsOpen() && fstat(folder.Get(), &status) == 0 && IsOurs(status)
         && !(status.st_mode & kOthersWrite);
-    return isSafe ? folder : FileDescriptor();
+}
+
+// What a call's error says of a file; "": there is none.
+std::string ReasonOf(int error)
+{
+    if (error == ENOENT)
+        return "";
+    return error == ELOOP || error == ENXIO ? "it is no file of yours alone" : strerror(error);
 }
 
 // In a folder that nobody else can enter the mode is what this user's umask made of it.
@@ -41,17 +51,25 @@ bool IsSafe(const struct stat& file, const struct stat& folder)
 
 } // namespace
 
-std::optional<std::string> ReadUserData(const std::string& name, size_t mostBytes)
+std::optional<std::string> ReadUserData(const std::string& name, size_t mostBytes, std::string* why)
 {
     const KillGuard guard;
+    const auto fail = [why](const std::string& reason) {
+        if (why)
+            *why = reason;
+        return std::nullopt;
+    };
     struct stat folderStatus = {};
     struct stat status = {};
-    const FileDescriptor folder = OpenFolder(folderStatus);
+    FileDescriptor folder;
+    if (!OpenFolder(folder, folderStatus))
+        return fail(folder.IsOpen() ? "its folder is not safe from others" : ReasonOf(errno));
     const int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
     const FileDescriptor file(openat(folder.Get(), name.c_str(), flags));
-    if (!folder.IsOpen() || !file.IsOpen() || fstat(file.Get(), &status) != 0
-        || !IsSafe(status, folderStatus))
-        return std::nullopt;
+    if (!file.IsOpen() || fstat(file.Get(), &status) != 0)
+        return fail(ReasonOf(errno));
+    if (!IsSafe(status, folderStatus))
+        return fail("it is no file of yours alone");
 
     std::string text(mostBytes + 1, '\0');
     size_t size = 0;
@@ -60,9 +78,12 @@ std::optional<std::string> ReadUserData(const std::string& name, size_t mostByte
         got = read(file.Get(), text.data() + size, text.size() - size);
         size += static_cast<size_t>(got > 0 ? got : 0);
     }
-    if (got < 0 || size > mostBytes)
-        return std::nullopt;
+    if (got < 0)
+        return fail(ReasonOf(errno));
+    if (size > mostBytes)
+        return fail("it has more than " + std::to_string(mostBytes) + " bytes");
     text.resize(size);
+    fail("");
     return text;
 }
 
@@ -71,13 +92,18 @@ bool WriteUserData(const std::string& name, const std::string& text)
     static_cast<void>(create_directory(Folder().c_str(), 0700)); // or it is looked at below
     struct stat folderStatus = {};
     struct stat status = {};
-    const FileDescriptor folder = OpenFolder(folderStatus);
-    if (!folder.IsOpen())
+    FileDescriptor folder;
+    if (!OpenFolder(folder, folderStatus))
         return false;
     const bool isThere = fstatat(folder.Get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
     if (isThere && !IsSafe(status, folderStatus))
         return false;
-    WholeFile file((Folder() + "/" + name).c_str());
+    WholeFile file(PathOfUserData(name).c_str());
     return file.Stream() && fwrite(text.data(), 1, text.size(), file.Stream()) == text.size()
         && file.Commit();
+}
+
+std::string PathOfUserData(const std::string& name)
+{
+    return Folder() + "/" + name;
 }

@@ -9,9 +9,14 @@
 #include <optional>
 #include <string>
 
-// The file's contents. Empty if there is none, it is not to be believed, or has more bytes.
-[[nodiscard]] std::optional<std::string> ReadUserData(const std::string& name, size_t mostBytes);
+// The file's contents. Empty if there is none, it is not to be believed, or has more bytes; *why
+// then says what keeps a file that is there from being read, for people, and is "" otherwise.
+[[nodiscard]] std::optional<std::string> ReadUserData(
+    const std::string& name, size_t mostBytes, std::string* why = nullptr);
 
 // Writes the file whole or not at all; the folder is made if there is none, for the user alone.
 // False: it cannot be written, or what lies in its place is not to be believed.
 [[nodiscard]] bool WriteUserData(const std::string& name, const std::string& text);
+
+// Where the file lies, as people are told.
+[[nodiscard]] std::string PathOfUserData(const std::string& name);

@@ -1,6 +1,6 @@
 #include "ui/GetSysDeviceWin.h"
 
-#include "sysinfo/PciNames.h"
+#include "sysinfo/TypedPciNames.h"
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
@@ -33,7 +33,11 @@ protected:
         if (fTarget->Lock())
             fTarget->Quit();
     }
-    void SetUp() override { fTarget->Run(); }
+    void SetUp() override
+    {
+        std::filesystem::remove_all(fData / "tarvex");
+        fTarget->Run();
+    }
     void Open()
     {
         const RootGuard root(fTree.Path());
@@ -77,6 +81,24 @@ protected:
         }
     }
 
+    // The menu beside the entries.
+    static void Choose(const std::string& item)
+    {
+        ASSERT_TRUE(screen::Click("instructions1", "", 3));
+        ASSERT_TRUE(screen::ClickMenu({ item }));
+    }
+    // By the keyboard, which opens another form for the same devices.
+    void CloseAndOpen()
+    {
+        const int before = fTarget->closed;
+        screen::Key("Escape");
+        ASSERT_SOON(fTarget->closed == before + 1);
+        ASSERT_TRUE(fForm->Lock());
+        fForm->Quit();
+        Open();
+    }
+
+    const TempFolder& fData = DataHome();
     BApplication fApplication { "application/x-vnd.Quorvane.FormTest" };
     const MachineTree fTree {};
     Target* fTarget = new Target;
@@ -179,13 +201,21 @@ TEST_F(FormTest, RowsBelowTheirBoxAreScrolledIntoIt)
 
 TEST_F(FormTest, EachRowSaysWhichDeviceItIs)
 {
-    AddPciFunction(fTree, "0000:1a:02.3", PciConfig(0x1002, 0x0abc, 0x030000));
-    AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
-    const PciNameList names;
-    const auto tip = [&](const std::string& ids, uint16 vendor, uint16 device) {
-        const std::string first = names.Vendor(vendor), second = names.Device(vendor, device);
-        return ids + (first.empty() ? "" : "\n" + first) + (second.empty() ? "" : "\n" + second);
+    const auto add = [this](const char* place, std::string config) {
+        AddPciFunction(fTree, place, config.replace(44, 4, "\x28\x10\x23\x01"));
     };
+    add("0000:1a:02.3", PciConfig(0x1002, 0x0abc, 0x030000));
+    add("0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
+    const PciNameList names;
+    const auto tip = [&](std::string ids, uint16 vendor, uint16 device, const std::string& kind) {
+        const std::string board = "Board 0x1028, 0x0123, " + names.Vendor(0x1028);
+        for (const std::string& line :
+            { names.Vendor(vendor), names.Device(vendor, device), board, kind })
+            ids += line.empty() ? "" : "\n" + line;
+        return ids;
+    };
+    if (names.Vendor(0x1028).empty())
+        GTEST_SKIP() << "the system has no list of PCI names";
     LibHelp help;
     help.SetTip("vendor", "no row is called that");
     LibSetToolTips(&help);
@@ -195,8 +225,11 @@ TEST_F(FormTest, EachRowSaysWhichDeviceItIs)
         const char* view;
         std::string tip;
     } rows[] = {
-        { "known_vendor", tip("Slot 1a:02.3, vendor 0x1002, device 0x0ABC", 0x1002, 0x0abc) },
-        { "device_2-1_0x1041", tip("Slot 00:03.0, vendor 0x1AF4, device 0x1041", 0x1af4, 0x1041) },
+        // The lower row first: a tip covers what is below.
+        { "device_2-1_0x1041",
+            tip("Slot 00:03.0, vendor 0x1AF4, device 0x1041", 0x1af4, 0x1041, names.Class(2, 0)) },
+        { "known_vendor",
+            tip("Slot 1a:02.3, vendor 0x1002, device 0x0ABC", 0x1002, 0x0abc, names.Class(3, 0)) },
     };
     for (const auto& row : rows) {
         screen::MoveTo(screen::Settled(row.view).LeftTop() + BPoint(9, 9));
@@ -249,4 +282,41 @@ TEST_F(FormTest, CompletesNamesThatTheSystemKnows)
     Fill("vendor_1-1_0x1AF4", "matrox e");
     EXPECT_SOON(TextOf("vendor_1-1_0x1AF4") == "matrox electronics Systems Ltd.")
         << TextOf("vendor_1-1_0x1AF4");
+}
+
+TEST_F(FormTest, ItsMenuFillsInWhatIsKnownAndTypedNamesComeBack)
+{
+    const PciNameList names;
+    const std::string vendor = names.Vendor(0x1af4), device = names.Device(0x1af4, 0x1041);
+    const std::string longName = names.Device(0x1000, 0x00ac);
+    if (device.empty() || longName.size() <= 50)
+        GTEST_SKIP() << "the system has no list of PCI names";
+    AddPciFunction(fTree, "0000:00:02.0", PciConfig(0x1002, 0x0abc, 0x030000));
+    AddPciFunction(fTree, "0000:00:01.0", PciConfig(0x1000, 0x00ac, 0x010000));
+    AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
+    Open();
+    Fill("device_1-1_0xABC", "?mine");
+    Choose("Names from the list");
+    EXPECT_SOON(TextOf("device_3-1_0x1041") == device);
+    EXPECT_EQ(TextOf("vendor_3-1_0x1AF4"), vendor);
+    EXPECT_EQ(TextOf("device_2-1_0xAC"), longName.substr(0, 50));
+    EXPECT_EQ(TextOf("device_1-1_0xABC"), "?mine");
+    EXPECT_FALSE(TypedPciNames::AreForResults());
+    Choose("Names in results");
+    EXPECT_SOON(TypedPciNames::AreForResults());
+    Fill("vendor_3-1_0x1AF4", "?two");
+    CloseAndOpen();
+    EXPECT_EQ(ReadFile(fData / "tarvex/pci.ids"),
+        "1002  ATI Technologies\n\t0abc  ?mine\n1000  Symbios Logic Inc.\n\t00ac  " + longName
+            + "\n1af4  ?two\n\t1041  " + device + "\n");
+    EXPECT_EQ(TextOf("device_1-1_0xABC"), "?mine");
+    EXPECT_EQ(TextOf("vendor_3-1_0x1AF4"), "?two");
+
+    screen::Key("ctrl+r");
+    EXPECT_SOON(!TypedPciNames::AreForResults());
+    Fill("vendor_3-1_0x1AF4", "Unknown");
+    CloseAndOpen();
+    EXPECT_EQ(TextOf("vendor_3-1_0x1AF4"), "Unknown");
+    screen::Key("ctrl+l");
+    EXPECT_SOON(TextOf("vendor_3-1_0x1AF4") == vendor);
 }

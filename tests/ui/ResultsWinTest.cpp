@@ -102,14 +102,22 @@ TEST(ResultsWin, TitlesStandAboveTheirColumns)
 
 TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
 {
+    std::filesystem::remove_all(DataHome() / "tarvex");
     const ThisMachine tree;
     AddPciFunction(tree, "0000:00:02.0", PciConfig(0x1002, 0x0abc, 0x030000));
     const BApplication app("application/x-vnd.Quorvane.ResultsTest");
     Results run(true);
     AddMetric(run, "Memory", { 1 });
+    run.FillTheseDevices();
     ResultsWin* window = new ResultsWin(1);
     window->Update(run, false);
     window->Show();
+    const auto shownDevices = [window] {
+        WithLock(window, [window] { window->KeepUnsaved(); });
+        const std::string kept = ReadFile(DataHome() / "tarvex/unsaved");
+        const size_t start = kept.find("3:");
+        return kept.substr(start, kept.rfind('\t') - start);
+    };
     const auto isActive = [](const char* title) { return screen::BecomesActive(title); };
     const char question[] = ""; // has no title
     for (const char* key : { "Escape", "alt+F4", "n" }) {
@@ -127,8 +135,12 @@ TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
         ASSERT_TRUE(isActive("Unknown Devices"));
         EXPECT_EQ(Find("device_1-1_0xABC").text, typed);
         screen::Type(typed = text);
+        if (typed != "?third")
+            screen::Key("ctrl+r"); // puts the names into the results and takes them out again
         screen::Key("Return");
         ASSERT_TRUE(isActive("Save As"));
+        EXPECT_EQ(shownDevices(),
+            "3:ATI Technologies, " + std::string(typed == "?one" ? "?one" : "Unknown"));
         screen::Key("Escape");
         ASSERT_TRUE(isActive("Results"));
     }

@@ -1,0 +1,113 @@
+#include "sysinfo/TypedPciNames.h"
+
+#include "sysinfo/LibDeviceInfo.h"
+#include "tests/kits/kernel/PciTree.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class TypedPciNamesTest : public testing::Test {
+protected:
+    TypedPciNamesTest()
+    {
+        std::filesystem::remove_all(fFolder);
+        std::filesystem::create_directory(fFolder);
+    }
+    const std::string fFolder = DataHome() / "tarvex";
+    const std::string fFile = fFolder + "/pci.ids";
+};
+
+} // namespace
+
+TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
+{
+    const std::string before =
+        "# mine\n1af4  Virtual\n\t1041  Card\n\t\t1af4 0001  Its board\n"
+        "12345  damaged\n\t0abc  Not ATI's\n"
+        "1002  Unknown\n# note\n\t0ABC  Old\nC 02  Network\n\t00  Ethernet\n";
+    WriteFile(fFile, before);
+    TypedPciNames names;
+    EXPECT_EQ(names.Vendor(0x1002) + names.Device(0x1002, 0xabc), "Old");
+    for (const char* none : { "", "Unknown", "  ", "two\nlines", "\xff" })
+        names.SetDevice(0x8086, 1, none);
+    names.SetDevice(0x1002, 0xabc, "Old");
+    EXPECT_TRUE(names.Save());
+    EXPECT_EQ(ReadFile(fFile), before);
+
+    names.SetDevice(0x1002, 0xabc, " New ");
+    names.SetDevice(0x1002, 0xabc, "Old"); // another one of the same, whose name was left alone
+    names.SetDevice(0x1af4, 0x1041, "");
+    names.SetVendor(0x1af4, "");
+    names.SetDevice(0x8086, 0x1, "A bridge");
+    names.SetVendor(0xfffe, "Somebody");
+    EXPECT_TRUE(names.Save());
+    EXPECT_EQ(ReadFile(fFile),
+        "# mine\n12345  damaged\n\t0abc  Not ATI's\n1002  Unknown\n# note\n\t0abc  New\n"
+        "8086  Intel Corporation\n\t0001  A bridge\nfffe  Somebody\nC 02  Network\n\t00  "
+        "Ethernet\n");
+    names.SetVendor(0x1002, "Mine");
+    names.SetVendor(0x1002, "");
+    EXPECT_TRUE(names.Save());
+    EXPECT_EQ(TypedPciNames().Device(0x1002, 0xabc), "New");
+}
+
+TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
+{
+    const std::string huge(5 << 20, '#');
+    const struct {
+        const char* name;
+        std::string text, line, after;
+    } rows[] = {
+        { "none", "none", "", "1af4  Virtual\n" },
+        { "damaged", "1af4 Cut\n1002  ATI", "line 1 has no name\n",
+            "1af4 Cut\n1002  ATI\n1af4  Virtual\n" },
+        { "others", "1002  ATI", "it is no file of yours alone\n", "1002  ATI" },
+        { "huge", huge, "it has more than 4194304 bytes\n", huge },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::filesystem::remove(fFile);
+        if (row.text != "none")
+            WriteFile(fFile, row.text);
+        std::filesystem::permissions(fFolder, std::filesystem::perms(0755));
+        if (row.name == std::string("others"))
+            std::filesystem::permissions(fFile, std::filesystem::perms(0666));
+        testing::internal::CaptureStderr();
+        TypedPciNames names;
+        const TypedPciNames again;
+        const std::string prefix = "Error reading <" + fFile + ">: ";
+        EXPECT_EQ(
+            testing::internal::GetCapturedStderr(), row.line.empty() ? "" : prefix + row.line);
+        names.SetVendor(0x1af4, "Virtual");
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(names.Save(), row.after != row.text);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            row.after != row.text ? "" : "The names typed could not be kept in <" + fFile + ">\n");
+        EXPECT_TRUE(ReadFile(fFile) == row.after);
+    }
+}
+
+TEST_F(TypedPciNamesTest, AreForDevicesThatTheTablesDoNotKnow)
+{
+    const ThisMachine tree;
+    AddPciFunction(tree, "0000:00:01.0", PciConfig(0x1af4, 0x1041, 0x020000));
+    AddPciFunction(tree, "0000:00:02.0", PciConfig(0x1002, 0x0abc, 0x030000));
+    AddPciFunction(tree, "0000:00:03.0", PciConfig(0x8086, 0x7190, 0x060000));
+    WriteFile(fFile, "1002  Not this\n\t0abc  Radeon\n1af4  Virtual\n8086  No\n\t7190  No\n");
+    LibDeviceInfo info;
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ(TypedPciNames().GiveTo(info),
+        (Lines {
+            "Display 00:02.0: ATI Technologies, Radeon", "Network 00:01.0: Virtual, Unknown" }));
+    LibString text;
+    EXPECT_TRUE(info.FindDevice(3, text));
+    EXPECT_STREQ(text, "ATI Technologies, Radeon");
+    EXPECT_FALSE(info.AllDevicesKnown()) << "who wrote to the maker about it may do so again";
+
+    EXPECT_FALSE(TypedPciNames::AreForResults());
+    EXPECT_TRUE(TypedPciNames::SetForResults(true));
+    EXPECT_TRUE(TypedPciNames::AreForResults());
+    EXPECT_TRUE(TypedPciNames::SetForResults(false));
+    EXPECT_FALSE(TypedPciNames::AreForResults());
+}
