@@ -1,8 +1,7 @@
 #include "sysinfo/PciNames.h"
 
 #include "tests/kits/kernel/MachineTree.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 TEST(PciNameList, ReadsVendorsAndTheirDevicesAndLeavesOutWhatIsDamaged)
 {
