@@ -2,13 +2,9 @@
 
 #include "results/RunFile.h"
 #include "tests/results/MadeRuns.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <clocale>
-#include <cstdlib>
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <sys/wait.h>

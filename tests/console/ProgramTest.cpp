@@ -1,14 +1,10 @@
 // tarvex-run as its users run it.
 #include "tests/support/OnlineProcessors.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
-
-#include <csignal>
 #include <regex>
-#include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/wait.h>
-#include <tuple>
 
 namespace fs = std::filesystem;
 

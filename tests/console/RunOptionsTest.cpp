@@ -1,9 +1,6 @@
 // What is read from right arguments; ProgramTest.cpp gives wrong ones.
 #include "console/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "tests/support/Test.h"
 
 TEST(RunOptions, AreReadFromArguments)
 {

@@ -1,6 +1,5 @@
 #include "console/ResultText.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -3,12 +3,11 @@
 #include "Recorder.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/OnlineProcessors.h"
+#include "tests/support/Test.h"
 
 #include <FindDirectory.h>
 #include <MachineRun.h>
 #include <Path.h>
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,10 +1,7 @@
 // What the compiler made of the kernels: the instructions that they take.
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <regex>
-#include <vector>
 
 namespace {
 

@@ -2,17 +2,12 @@
 #include "engine/Benchmark.h"
 #include "Processors.h"
 #include "tests/support/Child.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 
 #include <OS.h>
 #include <Screen.h>
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
 #include <sched.h>
-#include <set>
 
 namespace {
 using Numbers = std::vector<int>;

@@ -1,9 +1,8 @@
 #include "engine/Dhrystone.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <regex>
-#include <string>
 
 namespace {
 

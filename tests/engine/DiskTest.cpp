@@ -1,12 +1,6 @@
 #include "engine/Disk.h"
 
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <set>
-#include <sys/stat.h>
+#include "tests/support/Test.h"
 
 namespace fs = std::filesystem;
 

@@ -2,12 +2,9 @@
 #include "bench/kernels/BareLoops.h"
 #include "engine/Kernels.h"
 #include "engine/Whetstone.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <array>
-#include <cmath>
-#include <tuple>
 
 namespace {
 

@@ -1,12 +1,7 @@
 // The integer kernels' values; CompiledTest.cpp counts what they do for them.
 #include "engine/Benchmark.h"
 #include "engine/Kernels.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
-#include <vector>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,10 +1,7 @@
 #include "engine/LibThread.h"
 
 #include "Recorder.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,12 +1,8 @@
 // A sitting on a machine whose C library does not do what it is asked for: such work has no figure.
 #include "engine/Disk.h"
 #include "engine/Sitting.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <cstring>
-#include <map>
 #include <new>
 #include <string_view>
 

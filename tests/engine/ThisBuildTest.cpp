@@ -1,8 +1,6 @@
 #include "engine/ThisBuild.h"
 
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <sstream>
 

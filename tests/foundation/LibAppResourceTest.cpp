@@ -3,6 +3,7 @@
 #include "foundation/LibAppInfo.h"
 #include "foundation/LibTools.h"
 #include "tests/foundation/ScratchFolder.h"
+#include "tests/support/Test.h"
 
 #include <Application.h>
 #include <Bitmap.h>
@@ -10,10 +11,6 @@
 #include <Message.h>
 #include <Path.h>
 #include <TypeConstants.h>
-
-#include <gtest/gtest.h>
-
-#include <memory>
 
 namespace fs = std::filesystem;
 

@@ -1,9 +1,6 @@
 #include "foundation/LibDate.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <tuple>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,13 +1,9 @@
 #include "foundation/LibDateTime.h"
 
 #include "tests/foundation/ZoneGuard.h"
+#include "tests/support/Test.h"
 
 #include <Message.h>
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <tuple>
 
 namespace {
 

@@ -2,12 +2,9 @@
 
 #include "foundation/Utf8.h"
 #include "tests/foundation/LocaleFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <clocale>
-#include <string>
-#include <tuple>
 
 namespace {
 

@@ -2,15 +2,11 @@
 
 #include "tests/foundation/ScratchFolder.h"
 #include "tests/support/Child.h"
+#include "tests/support/Test.h"
 
 #include <FindDirectory.h>
 #include <Message.h>
 #include <Path.h>
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <csignal>
 
 namespace fs = std::filesystem;
 

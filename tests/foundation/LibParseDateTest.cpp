@@ -2,11 +2,7 @@
 
 #include "foundation/LibDateTime.h"
 #include "tests/foundation/ZoneGuard.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <tuple>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -4,10 +4,9 @@
 #include "foundation/LibNode.h"
 #include "foundation/LibTools.h"
 #include "tests/foundation/ScratchFolder.h"
+#include "tests/support/Test.h"
 
 #include <Message.h>
-
-#include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
 using testing::internal::CaptureStderr;

@@ -1,16 +1,12 @@
 #include "foundation/LibString.h"
 #include "tests/support/Child.h"
+#include "tests/support/Test.h"
 
 #include <Font.h>
 #include <Rect.h>
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
 #include <sys/mman.h>
 #include <sys/resource.h>
-#include <vector>
 
 namespace {
 

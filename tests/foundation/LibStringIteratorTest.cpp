@@ -1,10 +1,6 @@
 #include "foundation/LibStringIterator.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-#include <vector>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,11 +1,8 @@
 #include "foundation/LibStringList.h"
 
+#include "tests/support/Test.h"
+
 #include <Message.h>
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 namespace {
 

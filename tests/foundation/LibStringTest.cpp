@@ -1,11 +1,6 @@
 #include "foundation/LibString.h"
 
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <tuple>
+#include "tests/support/Test.h"
 
 TEST(LibString, FloatsAreCutToTheirBuffersAndIntegersNever)
 {

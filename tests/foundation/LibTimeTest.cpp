@@ -1,11 +1,7 @@
 #include "foundation/LibTime.h"
 
 #include "tests/foundation/ZoneGuard.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <tuple>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -2,12 +2,9 @@
 
 #include "foundation/LibPath.h"
 #include "tests/foundation/ScratchFolder.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
 #include <numeric>
-#include <set>
 
 namespace fs = std::filesystem;
 

@@ -1,13 +1,12 @@
 #include "foundation/LibFiles.h"
 #include "tests/foundation/ScratchFolder.h"
 #include "tests/support/OwnBus.h"
+#include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
 
 #include <Entry.h>
 #include <Message.h>
 #include <Messenger.h>
-
-#include <gtest/gtest.h>
 
 namespace {
 

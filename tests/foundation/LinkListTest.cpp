@@ -1,8 +1,6 @@
 #include "foundation/LinkList.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/Test.h"
 
 namespace {
 

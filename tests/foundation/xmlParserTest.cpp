@@ -1,10 +1,6 @@
 #include "foundation/xmlParser.h"
 
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "tests/support/Test.h"
 
 namespace {
 

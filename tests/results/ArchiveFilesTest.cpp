@@ -1,8 +1,7 @@
 #include "results/ArchiveFiles.h"
 
 #include "tests/results/MadeArchive.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -4,13 +4,10 @@
 #include "results/ComparisonChart.h"
 #include "results/ScalingPicture.h"
 #include "tests/results/MadeRuns.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
 #include <QImage>
 #include <QXmlStreamReader>
-
-#include <map>
 
 namespace {
 

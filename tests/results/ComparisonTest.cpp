@@ -6,12 +6,7 @@
 #include "tests/results/ComparedRun.h"
 #include "tests/results/MadeArchive.h"
 #include "tests/results/MadeRuns.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <sys/stat.h>
-#include <tuple>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -3,12 +3,7 @@
 #include "results/RunFile.h"
 #include "tests/results/MadeArchive.h"
 #include "tests/results/MadeRuns.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <sys/stat.h>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
 #include "results/Metric.h"
 
-#include <gtest/gtest.h>
-
-#include <vector>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,11 +1,7 @@
 #include "results/ProbeMemory.h"
 
 #include "tests/foundation/LocaleGuard.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include "tests/support/Test.h"
 
 namespace {
 

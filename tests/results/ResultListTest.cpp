@@ -1,11 +1,7 @@
 #include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "tests/foundation/LocaleGuard.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,8 +1,7 @@
 #include "results/ResultsFile.h"
 
 #include "tests/results/MadeRuns.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,13 +1,9 @@
 #include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "tests/foundation/LocaleGuard.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <cerrno>
-#include <csignal>
-#include <cstring>
 #include <sys/resource.h>
 
 namespace {

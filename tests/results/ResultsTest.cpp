@@ -2,12 +2,7 @@
 
 #include "sysinfo/LibSysInfo.h"
 #include "tests/kits/kernel/PciTree.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <vector>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -2,8 +2,7 @@
 
 #include "foundation/PlainText.h"
 #include "tests/results/MadeRuns.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -2,11 +2,7 @@
 
 #include "tests/foundation/LocaleGuard.h"
 #include "tests/results/SampleRun.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
+#include "tests/support/Test.h"
 
 namespace {
 

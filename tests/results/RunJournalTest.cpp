@@ -2,9 +2,7 @@
 
 #include "results/RunFile.h"
 #include "tests/results/SampleRun.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 namespace fs = std::filesystem;
 

@@ -1,15 +1,11 @@
 #include "results/Statistics.h"
 
 #include "results/Significance.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <fstream>
-#include <map>
 #include <numeric>
 #include <sstream>
-#include <tuple>
 
 using namespace statistics;
 

@@ -2,11 +2,7 @@
 // measures every test.
 #include "results/TestCatalogue.h"
 
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <set>
+#include "tests/support/Test.h"
 
 namespace {
 

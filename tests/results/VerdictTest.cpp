@@ -1,10 +1,7 @@
 #include "results/Verdict.h"
 
 #include "results/Significance.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include "tests/support/Test.h"
 
 using namespace statistics;
 

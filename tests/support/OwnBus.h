@@ -1,12 +1,9 @@
 // A message bus of the test's own, gone with the object.
 #pragma once
 
-#include <dbus/dbus.h>
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
-#include <csignal>
-#include <cstdio>
-#include <cstdlib>
+#include <dbus/dbus.h>
 
 class OwnBus {
 public:

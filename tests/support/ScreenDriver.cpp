@@ -1,9 +1,8 @@
 #include "ScreenDriver.h"
 
 #include "server/DisplayServer.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
@@ -14,11 +13,6 @@
 #include <QVariant>
 #include <QWindow>
 #include <xcb/xcb.h>
-
-#include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <thread>
 
 namespace screen {
 namespace {

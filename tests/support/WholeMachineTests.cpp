@@ -1,7 +1,6 @@
 // Linked into a test program, lets each of its tests have the whole machine.
+#include "tests/support/Test.h"
 #include "tests/support/WholeMachine.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 class WholeMachine : public testing::Environment {

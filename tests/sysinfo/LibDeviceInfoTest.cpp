@@ -1,8 +1,7 @@
 #include "sysinfo/LibDeviceInfo.h"
 
 #include "tests/kits/kernel/PciTree.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
 {

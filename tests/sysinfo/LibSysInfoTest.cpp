@@ -1,8 +1,6 @@
 #include "sysinfo/LibSysInfo.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
+#include "tests/support/Test.h"
 
 namespace {
 

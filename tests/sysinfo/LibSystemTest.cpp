@@ -1,11 +1,7 @@
 #include "sysinfo/LibSysInfo.h"
+#include "tests/support/Test.h"
 
 #include <MachineDetails.h>
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "sysinfo/PciNames.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 TEST(PciNameList, ReadsTheNamesOfAListAndLeavesOutWhatIsDamagedWithAllBelow)
 {

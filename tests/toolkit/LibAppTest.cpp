@@ -2,15 +2,11 @@
 
 #include "ApplicationState.h"
 #include "tests/support/ScreenDriver.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 #include "toolkit/LibWindow.h"
 
 #include <Button.h>
 #include <Message.h>
-
-#include <gtest/gtest.h>
-
-#include <thread>
 
 namespace {
 

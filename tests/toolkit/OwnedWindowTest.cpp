@@ -2,12 +2,11 @@
 
 #include "tests/support/Log.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 
 #include <Application.h>
 #include <View.h>
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,12 +1,7 @@
 #include "toolkit/WebLinkStringView.h"
 
-#include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <sys/stat.h>
 
 namespace {
 

@@ -1,9 +1,5 @@
+#include "tests/support/Test.h"
 #include "toolkit/LibWindow.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
-#include <vector>
 
 namespace {
 

@@ -1,5 +1,6 @@
 #include "tests/support/Log.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/DialogWindow.h"
 #include "toolkit/MessageBoxes.h"
@@ -8,10 +9,6 @@
 #include <Application.h>
 #include <Button.h>
 #include <Message.h>
-
-#include <gtest/gtest.h>
-
-#include <thread>
 
 namespace {
 

@@ -2,12 +2,10 @@
 
 #include "ApplicationState.h"
 #include "tests/support/Log.h"
+#include "tests/support/Test.h"
 
 #include <Application.h>
 
-#include <gtest/gtest.h>
-
-#include <cstring>
 #include <limits>
 
 namespace {

@@ -5,15 +5,11 @@
 #include "tests/results/ComparedRun.h"
 #include "tests/results/MadeRuns.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/Test.h"
 
 #include <Application.h>
 #include <Entry.h>
 #include <Message.h>
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
 
 namespace {
 

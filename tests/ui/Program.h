@@ -1,16 +1,12 @@
 #pragma once
 
 #include "tests/support/ScreenDriver.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 
 #include <OS.h>
 
-#include <gtest/gtest.h>
-
-#include <csignal>
 #include <sstream>
 #include <sys/wait.h>
-#include <unistd.h>
 
 // A running Tarvex; killed, if need be, at the end. Its user has a keyboard only: what its windows
 // show cannot be asked from here.

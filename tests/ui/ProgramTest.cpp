@@ -1,10 +1,9 @@
 // The program as users run it.
 #include "tests/ui/Program.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <regex>
-#include <sys/stat.h>
 
 namespace {
 

@@ -3,16 +3,13 @@
 #include "sysinfo/LibSysInfo.h"
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 #include "ui/UnsavedRun.h"
 
 #include <Application.h>
 #include <ListView.h>
 #include <MachineDetails.h>
-
-#include <gtest/gtest.h>
-
-#include <tuple>
 
 namespace {
 

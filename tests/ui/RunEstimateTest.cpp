@@ -1,11 +1,8 @@
 #include "ui/RunEstimate.h"
 
 #include "sysinfo/LibSysInfo.h"
+#include "tests/support/Test.h"
 #include "ui/RunWatch.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
 
 TEST(RunEstimate, EachPassTakesTheSumOfItsGroups)
 {

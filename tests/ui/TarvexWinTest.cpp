@@ -6,6 +6,7 @@
 #include "tests/support/NoThreads.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/SessionService.h"
+#include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/MessageBoxes.h"
 #include "ui/RunEstimate.h"
@@ -16,8 +17,6 @@
 #include <MenuBar.h>
 #include <MenuItem.h>
 #include <Message.h>
-
-#include <gtest/gtest.h>
 
 #include <regex>
 

@@ -3,14 +3,11 @@
 #include "engine/graphics/GraphicsWin.h"
 #include "tests/engine/Recorder.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 
 #include <Autolock.h>
 #include <View.h>
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace {
 

@@ -1,12 +1,7 @@
 #include "MessageBody.h"
+#include "tests/support/Test.h"
 
 #include <Message.h>
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-#include <tuple>
 
 namespace {
 

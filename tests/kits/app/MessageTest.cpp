@@ -1,12 +1,9 @@
+#include "tests/support/Test.h"
+
 #include <Entry.h>
 #include <Message.h>
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
 #include <type_traits>
-#include <vector>
 
 namespace {
 

@@ -1,9 +1,8 @@
 #include "NamedSocket.h"
 #include "tests/support/Child.h"
+#include "tests/support/Test.h"
 
 #include <SingleLaunch.h>
-
-#include <gtest/gtest.h>
 
 TEST(SingleLaunch, AnotherUsersProgramInItsPlaceIsToldNothing)
 {

@@ -1,13 +1,10 @@
 #pragma once
 
 #include "tests/support/Log.h"
+#include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
 
 #include <Looper.h>
-
-#include <gtest/gtest.h>
-
-#include <functional>
 
 // Does with each message what the test says.
 class TestLooper : public BLooper {

@@ -5,15 +5,10 @@
 #include "Message.h"
 #include "tests/support/Log.h"
 #include "tests/support/ScreenDriver.h"
+#include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 #include "View.h"
 #include "Window.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
 
 class TestWindow : public BWindow {
 public:

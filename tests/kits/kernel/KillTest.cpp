@@ -1,11 +1,9 @@
 #include "KillGuard.h"
+#include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>
 
-#include <gtest/gtest.h>
-
-#include <atomic>
 #include <mutex>
 #include <random>
 

@@ -1,15 +1,11 @@
 #include "tests/support/Child.h"
+#include "tests/support/Test.h"
 
 #include <MachineRun.h>
 
-#include <gtest/gtest.h>
-
-#include <csignal>
-#include <cstring>
 #include <regex>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <tuple>
 
 namespace {
 std::string OwnName()

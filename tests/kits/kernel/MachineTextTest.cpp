@@ -1,10 +1,7 @@
 #include "CpuTopology.h"
 #include "MachineFacts.h"
 #include "TaskStat.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "tests/support/Test.h"
 
 using namespace kernel;
 

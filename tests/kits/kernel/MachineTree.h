@@ -1,9 +1,7 @@
 #pragma once
 
 #include "Processors.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 // A folder that takes the place of the system's root, gone with the object.
 class MachineTree : public TempFolder {

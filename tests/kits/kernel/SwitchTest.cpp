@@ -1,12 +1,8 @@
 #include "tests/support/Child.h"
+#include "tests/support/Test.h"
 
 #include <OS.h>
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <atomic>
-#include <filesystem>
 #include <fstream>
 #include <sched.h>
 

@@ -1,16 +1,11 @@
+#include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <atomic>
 #include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
-#include <thread>
-#include <unistd.h>
 
 namespace {
 // What a thread of these tests does and shows; it does it until done.

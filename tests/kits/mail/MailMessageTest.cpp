@@ -2,12 +2,7 @@
 #include "E-mail.h"
 #include "Errors.h"
 #include "tests/support/Child.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
-#include <unistd.h>
+#include "tests/support/Test.h"
 
 namespace {
 

@@ -1,12 +1,8 @@
 #include "TestHome.h"
+#include "tests/support/Test.h"
 
 #include <Directory.h>
 #include <TypeConstants.h>
-
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
-#include <tuple>
 
 namespace {
 

@@ -1,13 +1,9 @@
 #include "TestHome.h"
+#include "tests/support/Test.h"
 
 #include <Directory.h>
 #include <File.h>
 #include <Path.h>
-
-#include <gtest/gtest.h>
-
-#include <set>
-#include <tuple>
 
 namespace {
 

@@ -1,17 +1,12 @@
 // The common temporary directory. Each case is a process of its own: it gets a folder of its own.
 #include "TestHome.h"
 #include "tests/support/Child.h"
+#include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
 
 #include <Directory.h>
 #include <FindDirectory.h>
 #include <Path.h>
-
-#include <gtest/gtest.h>
-
-#include <csignal>
-#include <sys/stat.h>
-#include <tuple>
 
 namespace fs = std::filesystem;
 

@@ -1,12 +1,9 @@
 #include "TestHome.h"
+#include "tests/support/Test.h"
 
 #include <Directory.h>
 #include <FindDirectory.h>
 #include <Path.h>
-
-#include <gtest/gtest.h>
-
-#include <tuple>
 
 namespace fs = std::filesystem;
 

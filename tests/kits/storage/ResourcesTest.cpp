@@ -1,9 +1,8 @@
 #include "TestHome.h"
+#include "tests/support/Test.h"
 
 #include <Resources.h>
 #include <TypeConstants.h>
-
-#include <gtest/gtest.h>
 
 namespace {
 

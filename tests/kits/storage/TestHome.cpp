@@ -1,6 +1,6 @@
 #include "TestHome.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 namespace {
 

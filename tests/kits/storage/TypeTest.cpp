@@ -1,14 +1,11 @@
 #include "ReleaseVersion.h"
 #include "TestHome.h"
+#include "tests/support/Test.h"
 
 #include <AppFileInfo.h>
 #include <File.h>
 #include <Message.h>
 #include <Mime.h>
-
-#include <gtest/gtest.h>
-
-#include <tuple>
 
 namespace fs = std::filesystem;
 

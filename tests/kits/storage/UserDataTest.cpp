@@ -1,11 +1,7 @@
 #include "TestHome.h"
+#include "tests/support/Test.h"
 
 #include <UserData.h>
-
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 

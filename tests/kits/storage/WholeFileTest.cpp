@@ -2,14 +2,9 @@
 
 #include "TestHome.h"
 #include "tests/support/Child.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <csignal>
-#include <cstring>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/xattr.h>
 

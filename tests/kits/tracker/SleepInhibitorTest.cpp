@@ -1,14 +1,8 @@
 #include "tests/support/SessionService.h"
+#include "tests/support/Test.h"
 
 #include <Notification.h>
 #include <SleepInhibitor.h>
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <thread>
-#include <tuple>
-#include <unistd.h>
 
 namespace {
 
