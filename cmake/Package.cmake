@@ -49,5 +49,5 @@ set(CPACK_OUTPUT_CONFIG_FILE ${CMAKE_BINARY_DIR}/Package.cmake)
 add_custom_target(package
     COMMAND ${CMAKE_CPACK_COMMAND} --config ${CPACK_OUTPUT_CONFIG_FILE}
     COMMAND ${CMAKE_CURRENT_LIST_DIR}/finish-packages ${CMAKE_BINARY_DIR}
-    DEPENDS tarvex tarvex-run tarvex-mime VERBATIM USES_TERMINAL)
+    DEPENDS tarvex tarvex-run VERBATIM USES_TERMINAL)
 include(CPack)

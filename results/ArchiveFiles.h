@@ -20,5 +20,8 @@ inline constexpr size_t kMostUnpacked = 10 << 20; // bytes of all files of an ar
 
 // All files of an archive, or one line without its end that says what is wrong with it: damaged,
 // encrypted, more than kMostUnpacked, a link or a device, a path that is absolute or leads upward.
-[[nodiscard]] std::variant<std::vector<ArchivedFile>, std::string> FilesOfArchive(
-    const std::string& bytes);
+using FilesOrRefusal = std::variant<std::vector<ArchivedFile>, std::string>;
+[[nodiscard]] FilesOrRefusal FilesOfArchive(const std::string& bytes);
+
+// The same in a library that is loaded at the first archive: what unpacks them brings a dozen more.
+extern "C" void tarvex_read_archive(const std::string& bytes, FilesOrRefusal& result);

@@ -95,7 +95,7 @@ std::string ResultsAsText(const Results& run)
 
 std::string ComparisonAsText(Comparison& comparison)
 {
-    const std::vector<Results*> machines = comparison.InOrder();
+    const std::vector<Results*>& machines = comparison.InOrder();
     int32 greatest = 0;
     const Metric* shown = nullptr;
     for (const Results* machine : machines) {

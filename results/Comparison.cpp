@@ -2,6 +2,7 @@
 
 #include "foundation/LibNode.h"
 #include "foundation/Utf8.h"
+#include "results/ComparisonChart.h"
 #include "results/MachineFiles.h"
 #include "results/ResultsFile.h"
 #include "results/TestCatalogue.h"
@@ -15,6 +16,7 @@
 #include <cmath>
 #include <cstring>
 #include <set>
+#include <type_traits>
 #include <utility>
 
 namespace {
@@ -59,6 +61,20 @@ double Rank(const Results& machine)
         return -INFINITY;
     const TestType* type = FindTestType(metric->index);
     return type && type->better == Better::kLess ? -rate : rate;
+}
+
+// By a key that is worked out once for each. Equal ones stay in their order.
+template <typename Key>
+void SortBy(std::vector<Results*>& machines, Key key)
+{
+    std::vector<std::pair<std::invoke_result_t<Key, const Results&>, Results*>> rows;
+    rows.reserve(machines.size());
+    for (Results* machine : machines)
+        rows.emplace_back(key(*machine), machine);
+    std::stable_sort(
+        rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::transform(
+        rows.begin(), rows.end(), machines.begin(), [](const auto& row) { return row.second; });
 }
 
 } // namespace
@@ -186,6 +202,7 @@ void Comparison::ChooseTest(const char* description)
 // Marks the chosen test in all machines, of which some may be new.
 void Comparison::ShowTest()
 {
+    shown = {};
     const Results* first = machines.First();
     if (!test || !first || !first->Find(*test))
         return;
@@ -197,36 +214,62 @@ void Comparison::UpdateScale()
 {
     const double base = byRatio && test ? BaseRate(*test) : 0;
     ratioBase = base > 0 ? static_cast<float>(base) : -1;
-    const double greatest = machines.MaxRate();
+    if (!shown.greatest)
+        shown.greatest = machines.MaxRate();
+    const double greatest = *shown.greatest;
     scale = ChartScale::For(base > 0 ? 100 * greatest / static_cast<double>(ratioBase) : greatest);
 }
 
-std::vector<Results*> Comparison::InOrder()
+const std::vector<Results*>& Comparison::InOrder()
 {
-    std::vector<Results*> shown;
+    if (shown.machines.size() == static_cast<size_t>(machines.Size()) && shown.order == order)
+        return shown.machines;
+    shown.machines.clear();
+    shown.bottoms.clear();
+    shown.order = order;
     for (Results& machine : machines)
-        shown.push_back(&machine);
+        shown.machines.push_back(&machine);
     if (order == ChartOrder::kByName) {
-        std::stable_sort(shown.begin(), shown.end(), [](const Results* a, const Results* b) {
-            return LibFoldCase(std::string(a->description))
-                < LibFoldCase(std::string(b->description));
-        });
+        SortBy(shown.machines,
+            [](const Results& machine) { return LibFoldCase(std::string(machine.description)); });
     } else if (order == ChartOrder::kByRate) {
-        std::stable_sort(shown.begin(), shown.end(),
-            [](const Results* a, const Results* b) { return Rank(*a) > Rank(*b); });
+        SortBy(shown.machines, [](const Results& machine) { return -Rank(machine); });
     }
-    return shown;
+    return shown.machines;
+}
+
+const std::vector<float>& Comparison::RowBottoms()
+{
+    const std::vector<Results*>& all = InOrder();
+    if (shown.bottoms.size() == all.size())
+        return shown.bottoms;
+    shown.bottoms.clear();
+    float y = ComparisonChart::kFirstRowY;
+    for (Results* machine : all) {
+        machine->Place(y);
+        shown.bottoms.push_back(y);
+    }
+    return shown.bottoms;
+}
+
+Results* Comparison::MachineAt(float y)
+{
+    const std::vector<float>& bottoms = RowBottoms();
+    const auto row = std::upper_bound(bottoms.begin(), bottoms.end(), y);
+    if (y < ComparisonChart::kFirstRowY || row == bottoms.end())
+        return nullptr;
+    return shown.machines[static_cast<size_t>(row - bottoms.begin())];
 }
 
 Results* Comparison::NextToSelected(bool below)
 {
-    const std::vector<Results*> shown = InOrder();
-    const auto at = std::find(shown.begin(), shown.end(), selected);
-    if (at == shown.end())
-        return shown.empty() ? nullptr : shown.front();
+    const std::vector<Results*>& all = InOrder();
+    const auto at = std::find(all.begin(), all.end(), selected);
+    if (at == all.end())
+        return all.empty() ? nullptr : all.front();
     if (below)
-        return at + 1 == shown.end() ? nullptr : *(at + 1);
-    return at == shown.begin() ? nullptr : *(at - 1);
+        return at + 1 == all.end() ? nullptr : *(at + 1);
+    return at == all.begin() ? nullptr : *(at - 1);
 }
 
 // --- Forgetting

@@ -63,8 +63,14 @@ public:
     void UpdateScale();
 
     // The machines in the chart's order: by rate the best of the chosen test first, be that the
-    // most or the fewest seconds, and those without it last.
-    [[nodiscard]] std::vector<Results*> InOrder();
+    // most or the fewest seconds, and those without it last. Good until machines change.
+    [[nodiscard]] const std::vector<Results*>& InOrder();
+    // The bottoms of their rows in the chart, in that order; places all frames. To be told by
+    // RowsChanged() where one was opened or closed.
+    [[nodiscard]] const std::vector<float>& RowBottoms();
+    void RowsChanged() { shown.bottoms.clear(); }
+    // The machine whose row y lies in, null where there is none.
+    [[nodiscard]] Results* MachineAt(float y);
     // The machine below or above the selected one; where none is selected, the first. Null beyond
     // the first and the last.
     Results* NextToSelected(bool below);
@@ -97,11 +103,20 @@ private:
         bool wasSelected;
     };
 
+    // Worked out when it is first asked for after a change: a chart of thousands is drawn often.
+    struct Shown {
+        std::vector<Results*> machines;
+        std::vector<float> bottoms;
+        ChartOrder order = ChartOrder::kAsAdded; // which they are in
+        std::optional<double> greatest; // their best rate in the chosen test
+    };
+
     void ShowTest();
     int32 RemoveKnown(int32 first);
     int32 ForgetIf(const std::function<bool(const Results&)>& isMeant);
     int32 PlaceOfFirst();
 
+    Shown shown;
     std::vector<std::vector<Forgotten>> forgotten; // by each time, the last at the end
     std::optional<Metric> test; // the chosen one's description; none at first
     bool isStoreRead = false; // what is stored is among the machines, and may be replaced by them

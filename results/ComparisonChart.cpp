@@ -36,10 +36,8 @@ void ResetCpuColors()
 
 float ComparisonChart::Height() const
 {
-    float height = kFirstRowY;
-    for (const Results& machine : comparison.machines)
-        height += machine.RowHeight();
-    return height;
+    const std::vector<float>& bottoms = comparison.RowBottoms();
+    return bottoms.empty() ? kFirstRowY : bottoms.back();
 }
 
 void ComparisonChart::Draw(BView* view, BRect update)
@@ -48,10 +46,14 @@ void ComparisonChart::Draw(BView* view, BRect update)
     view->DrawString("Configuration", BPoint(10, kTitleBaseline));
     DrawGrid(view, update);
     DrawCaption(view);
-    float y = kFirstRowY;
-    for (Results* machine : comparison.InOrder()) {
-        machine->Draw(view, update, barsX, comparison.scale.maxScale, cpu_color.data(), y,
-            machine == comparison.selected, comparison.ratioBase);
+    const std::vector<float>& bottoms = comparison.RowBottoms();
+    const std::vector<Results*>& machines = comparison.InOrder();
+    const auto first = std::lower_bound(bottoms.begin(), bottoms.end(), update.top);
+    float y = first == bottoms.begin() ? kFirstRowY : *(first - 1);
+    for (auto i = static_cast<size_t>(first - bottoms.begin());
+         i < machines.size() && y <= update.bottom; i++) {
+        machines[i]->Draw(view, update, barsX, comparison.scale.maxScale, cpu_color.data(), y,
+            machines[i] == comparison.selected, comparison.ratioBase);
     }
 }
 

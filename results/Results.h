@@ -160,6 +160,8 @@ public:
 
     // The height of this machine's row in the chart, in pixels.
     [[nodiscard]] float RowHeight() const;
+    // Sets frame for a row at y and moves y below it.
+    void Place(float& y);
     // Draws the row at y (label, the current metric's bars from left on, devices if expanded) and
     // moves y below it; frame is where the picture is then. What lies outside update is placed but
     // not drawn.

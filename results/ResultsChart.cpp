@@ -146,13 +146,18 @@ float Results::RowHeight() const
                     : kRowHeight;
 }
 
+void Results::Place(float& y)
+{
+    frame.Set(2, y, 17, y + 15);
+    y += RowHeight();
+}
+
 void Results::Draw(BView* view, BRect update, const float& left, const float& scale,
     const rgb_color* colours, float& y, const bool& selected, const float& ratioBase)
 {
     const float top = y;
-    y += RowHeight();
-    frame.Set(2, top, 17, top + 15);
-    // After y and frame are set: a row that is not drawn has its place too, and rows below it.
+    Place(y);
+    // A row that is not drawn has its place too, and rows below it.
     if (top > update.bottom || y < update.top)
         return;
     DrawLabel(view, left, top, selected);

@@ -146,15 +146,6 @@ void CompareResultsView::MakeFocus(bool focus)
     Invalidate();
 }
 
-Results* CompareResultsView::MachineAt(BPoint where)
-{
-    for (Results& machine : comparison.machines) {
-        if (where.y >= machine.frame.top && where.y < machine.frame.top + machine.RowHeight())
-            return &machine;
-    }
-    return nullptr;
-}
-
 void CompareResultsView::MouseDown(BPoint where)
 {
     // The arrow keys go on from what was clicked.
@@ -163,13 +154,24 @@ void CompareResultsView::MouseDown(BPoint where)
     if (const BMessage* click = Window()->CurrentMessage())
         click->FindInt32("buttons", &buttons);
     if (buttons == B_SECONDARY_MOUSE_BUTTON) {
-        Select(MachineAt(where));
+        Select(comparison.MachineAt(where.y));
         return OpenMenu(where);
     }
     // A hit at a picture folds its row out or in, so the chart has another height.
-    if (comparison.machines.Contains(where))
-        return Redraw();
-    Select(MachineAt(where)); // beside the picture: percents refer to this machine from now on
+    if (Open(comparison.MachineAt(where.y), where))
+        return;
+    Select(comparison.MachineAt(
+        where.y)); // beside the picture: percents refer to this machine from now on
+}
+
+// True if where lies in the machine's picture: its row is folded out or in then.
+bool CompareResultsView::Open(Results* machine, BPoint where)
+{
+    if (!machine || !machine->Contains(where))
+        return false;
+    comparison.RowsChanged();
+    Redraw();
+    return true;
 }
 
 void CompareResultsView::MouseMoved(BPoint where, uint32, const BMessage*)
@@ -190,7 +192,7 @@ std::string CompareResultsView::TipAt(BPoint where)
         && where.x >= kCaptionX && where.x < ComparisonChart::kBarsX;
     if (isCaption && first && first->Current())
         return UnitAsText(*first->Current());
-    const Results* machine = MachineAt(where);
+    const Results* machine = comparison.MachineAt(where.y);
     return machine ? MachineAsText(comparison, *machine) : usualTip;
 }
 
@@ -214,9 +216,8 @@ void CompareResultsView::KeyDown(const char* bytes, int32 numBytes)
         case B_RIGHT_ARROW: Select(comparison.NextToSelected(true)); break;
         case B_ENTER:
             // As a click at the picture does.
-            if (Results* machine = comparison.selected;
-                machine && machine->Contains(machine->frame.LeftTop()))
-                Redraw();
+            if (comparison.selected)
+                Open(comparison.selected, comparison.selected->frame.LeftTop());
             break;
         case B_DELETE:
             if (comparison.selected)

@@ -52,7 +52,7 @@ private:
     void Scroll(float distance);
     void Select(Results* machine);
     void DrawFocus();
-    Results* MachineAt(BPoint where);
+    bool Open(Results* machine, BPoint where);
     std::string TipAt(BPoint where);
     void AddMenu();
     void OpenMenu(BPoint where);

@@ -1,6 +1,7 @@
 #include "foundation/Utf8.h"
 #include "ui/TarvexApp.h"
 
+#include <InterfaceDefs.h>
 #include <Screen.h>
 #include <SingleLaunch.h>
 
@@ -115,6 +116,7 @@ int main(int argc, char** argv)
     }
     if (!HasScreen())
         return 1;
+    prepare_windows();
     TarvexApp* app = new TarvexApp;
     launch.Serve();
     app->Run();

@@ -1,28 +1,30 @@
-// comparison: how long thousands of machines take to load, to draw, and to keep. Each time beside
-// that of a plain loop which only reads the same bytes. Needs a display; what it stores lies in a
-// folder of its own. Status 1 if 10,000 machines miss a limit.
-#include "results/Results.h"
-#include "results/ResultsFile.h"
+// comparison [MACHINES...]: how long so many machines (1,000, 10,000 and 100,000) take to load, to
+// draw, to order and to point at, and what memory they keep; the load beside a plain loop that only
+// reads the same bytes. Needs a display; what it stores lies in a folder of its own. Status 1 if a
+// limit is missed.
+#include "results/Comparison.h"
+#include "ui/CompareResultsView.h"
 #include "ui/CompareWin.h"
 
 #include <Application.h>
-#include <View.h>
+#include <Message.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
-constexpr int kMachines = 10000;
-constexpr double kLoadSeconds = 1;
-constexpr double kReadBackSeconds = 1;
+constexpr double kLoadsPerRead = 6;
 constexpr double kDrawSeconds = 0.016;
-constexpr long kMegabytes = 150;
+constexpr double kKilobytesEach = 4;
 
 template <typename Work>
 double Seconds(Work work)
@@ -32,12 +34,12 @@ double Seconds(Work work)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-long ResidentMegabytes()
+double ResidentKilobytes()
 {
     long pages = 0;
     long resident = 0;
     std::ifstream("/proc/self/statm") >> pages >> resident;
-    return resident * sysconf(_SC_PAGESIZE) / 1048576;
+    return static_cast<double>(resident * sysconf(_SC_PAGESIZE)) / 1024;
 }
 
 // A complete run of a machine with two processors.
@@ -77,21 +79,31 @@ double ReadBytes(const std::string& path)
     });
 }
 
-// Into a list alone. Returns whether it kept to the limits, which count for kMachines.
+// Without a window. Returns whether it kept to the limits.
 bool MeasureLoad(const std::string& path, int count)
 {
-    WriteMachines(path, count);
     const double bytes = ReadBytes(path);
-    const long before = ResidentMegabytes();
-    ResultList machines;
-    const double load = Seconds([&] { ReadResultsFile(path.c_str(), machines); });
-    const long memory = ResidentMegabytes() - before;
-    printf("%7d machines: load %.3f s, %.1f times reading the bytes; %ld MB\n", count, load,
-        load / bytes, memory);
-    return count != kMachines || (load < kLoadSeconds && memory < kMegabytes);
+    const double before = ResidentKilobytes();
+    Comparison comparison;
+    const double load = Seconds([&] { comparison.Load({ path.c_str() }); });
+    const double each = (ResidentKilobytes() - before) / count;
+    printf("%7d machines: load %.3f s, %.1f times reading the bytes; %.1f KB a machine\n",
+        comparison.machines.Size(), load, load / bytes, each);
+    return comparison.machines.Size() == count && load < kLoadsPerRead * bytes
+        && each < kKilobytesEach;
 }
 
-bool MeasureWindow(const std::string& path)
+// Milliseconds; of the whole view, when what the work changes is on the screen.
+double Shown(BView* chart, const std::function<void()>& work)
+{
+    return 1000 * Seconds([&] {
+        work();
+        chart->Draw(chart->Bounds());
+        chart->Sync();
+    });
+}
+
+bool MeasureWindow(const std::string& path, int count)
 {
     BLooper* target = new BLooper;
     target->Run();
@@ -104,38 +116,59 @@ bool MeasureWindow(const std::string& path)
     const double readBack = Seconds([&] { window = new CompareWin(target, false); });
     window->Show();
     Results run(true);
-    run.NewTest("Strings Copy", 1000)->Time(0.5f);
+    for (int i = 0; i < run.nbrCpus; i++)
+        run.NewTest("Strings Copy", 1000)->Time(0.5f);
     window->SetResults(run);
     window->Lock();
     BView* chart = window->FindView("DrawView");
-    chart->ScrollTo(0, 17 * kMachines / 2);
-    const double draw = Seconds([&] {
-        chart->Draw(chart->Bounds());
-        chart->Sync();
+    const auto order = [&](ChartOrder chosen) {
+        BMessage message(CompareResultsView::kMsgOrder);
+        message.AddInt32("order", static_cast<int32>(chosen));
+        window->MessageReceived(&message);
+    };
+    const float middle = 17.0f * static_cast<float>(count) / 2;
+    const double draw = Shown(chart, [&] { chart->ScrollTo(0, middle); });
+    const double redraw = Shown(chart, [] {});
+    const double hover = 1000 * Seconds([&] {
+        const BMessage nothing;
+        chart->MouseMoved(BPoint(100, middle + 100), B_INSIDE_VIEW, &nothing);
     });
+    const double byRate = Shown(chart, [&] { order(ChartOrder::kByRate); });
+    const double byName = Shown(chart, [&] { order(ChartOrder::kByName); });
+    const double key = Shown(chart, [&] {
+        const char right[] = { B_RIGHT_ARROW, 0 };
+        chart->KeyDown(right, 1);
+    });
+    order(ChartOrder::kAsAdded);
     window->Quit();
-    const double bytes = ReadBytes(path);
-    printf("%7d machines: load and store %.3f s, read back %.3f s (%.1f and %.1f times reading the "
-           "bytes); draw what is seen %.2f ms\n",
-        kMachines, store, readBack, store / bytes, readBack / bytes, draw * 1000);
-    return readBack < kReadBackSeconds && draw < kDrawSeconds;
+    printf("%7d machines: load and store %.2f s, read back %.2f s; scroll %.2f ms, draw %.2f ms, "
+           "point at %.2f ms, order by rate %.1f ms, by name %.1f ms, select %.1f ms\n",
+        count, store, readBack, draw, redraw, hover, byRate, byName, key);
+    return draw < 1000 * kDrawSeconds && redraw < 1000 * kDrawSeconds
+        && hover < 1000 * kDrawSeconds;
 }
 
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
     const auto folder =
         std::filesystem::temp_directory_path() / ("tarvex-bench-" + std::to_string(getpid()));
     std::filesystem::create_directory(folder);
     setenv("XDG_DATA_HOME", folder.c_str(), 1);
-    const std::string path = folder / "machines";
-    bool kept = true;
-    for (const int count : { 1000, kMachines, 10 * kMachines })
-        kept &= MeasureLoad(path, count);
+    std::vector<int> counts;
+    for (int i = 1; i < argc; i++)
+        counts.push_back(std::max(1, atoi(argv[i])));
+    if (counts.empty())
+        counts = { 1000, 10000, 100000 };
     const BApplication app("application/x-vnd.Quorvane.ComparisonBench");
-    WriteMachines(path, kMachines);
-    kept &= MeasureWindow(path);
+    bool kept = true;
+    for (const int count : counts) {
+        const std::string path = folder / "machines";
+        WriteMachines(path, count);
+        kept &= MeasureLoad(path, count);
+        kept &= MeasureWindow(path, count);
+    }
     std::filesystem::remove_all(folder);
     return kept ? 0 : 1;
 }

@@ -37,3 +37,8 @@ rgb_color ui_color(color_which which)
         return FromQColor(QGuiApplication::palette().color(QPalette::Active, RoleOf(which)));
     });
 }
+
+void prepare_windows()
+{
+    display::Prepare();
+}

@@ -151,3 +151,8 @@ enum color_which {
 
 // A colour of the desktop's theme; without a display the platform's usual one.
 rgb_color ui_color(color_which which);
+
+// Begins what the first window would have to wait for, in the background; that window waits for the
+// rest of it. Only where there is a display. Until the window is there the program's other threads
+// may find the user's decimal point in numbers, as Qt sets the user's locale.
+void prepare_windows();

@@ -3,6 +3,8 @@
 #include "tests/results/MadeArchive.h"
 #include "tests/support/Test.h"
 
+#include <OwnLibrary.h>
+
 namespace {
 
 // "path=contents;" of each file, or why there are none.
@@ -69,6 +71,15 @@ TEST(ArchiveFiles, HaveTenMegabytesTogetherAtMost)
     EXPECT_EQ(Told(MadeArchive(Packing::kTarGz,
                   std::vector<ArchivedEntry>(kMostUnpacked / 512 + 1, { "a/", "", AE_IFDIR, "" }))),
         "has over 10 MB unpacked");
+}
+
+TEST(OwnLibrary, ThatIsNotThereOrHasNoSuchFunctionIsToldOf)
+{
+    for (const char* library : { "none", "archive" }) {
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(find_own_function(library, "tarvex_nothing"));
+        EXPECT_EQ(testing::internal::GetCapturedStderr().find("Cannot load <libtarvex-"), 0u);
+    }
 }
 
 } // namespace

@@ -29,6 +29,7 @@
 #include <cstring>
 #include <deque>
 #include <exception>
+#include <fontconfig/fontconfig.h>
 #include <latch>
 #include <sys/eventfd.h>
 #include <system_error>
@@ -99,11 +100,32 @@ struct Job {
     Waiter* waiter = nullptr;
 };
 
+// Qt ends the program where it finds no display; this asks first. It stays connected until Qt is,
+// as some X servers start anew when the last program leaves.
+class DisplayProbe {
+public:
+    DisplayProbe() : fConnection(xcb_connect(nullptr, nullptr)) { }
+    ~DisplayProbe() { xcb_disconnect(fConnection); }
+    DisplayProbe(const DisplayProbe&) = delete;
+    DisplayProbe& operator=(const DisplayProbe&) = delete;
+    bool FoundOne() const { return xcb_connection_has_error(fConnection) == 0; }
+
+private:
+    xcb_connection_t* const fConnection;
+};
+
+// What lasts until QApplication is there.
+struct Preparation {
+    DisplayProbe probe;
+    std::jthread fonts; // reads fontconfig's many files, which the first text would wait for
+};
+
 class Server {
 public:
     // What has to work: windows, whatever does where it runs already, or painting alone.
     enum class Need { kWindows, kAny, kPictures };
     bool Start(Need need);
+    void Prepare();
     bool RunAndWait(const std::function<void()>& run);
     bool RunLater(std::function<void()> run);
     // Ends the thread. kApplication: Qt's static parts may have gone already, so QApplication
@@ -114,10 +136,10 @@ public:
 private:
     enum class State { kIdle, kStarting, kRunning, kStopped };
 
-    void Main(bool hasDisplay);
+    void Main(std::unique_ptr<Preparation> preparation, bool hasDisplay);
     void Serve();
     [[nodiscard]] bool Begin(Need need) REQUIRES(fLock);
-    [[nodiscard]] bool Launch() REQUIRES(fLock);
+    [[nodiscard]] bool Launch(std::unique_ptr<Preparation> preparation) REQUIRES(fLock);
     void TellNoDisplay() REQUIRES(fLock);
     void RunJobs();
     bool RunOne();
@@ -142,20 +164,6 @@ Server& TheServer()
     static Server& sServer = *new Server;
     return sServer;
 }
-
-// Qt ends the program where it finds no display; this asks first. It stays connected until Qt is,
-// as some X servers start anew when the last program leaves.
-class DisplayProbe {
-public:
-    DisplayProbe() : fConnection(xcb_connect(nullptr, nullptr)) { }
-    ~DisplayProbe() { xcb_disconnect(fConnection); }
-    DisplayProbe(const DisplayProbe&) = delete;
-    DisplayProbe& operator=(const DisplayProbe&) = delete;
-    bool FoundOne() const { return xcb_connection_has_error(fConnection) == 0; }
-
-private:
-    xcb_connection_t* const fConnection;
-};
 
 // Once for the whole program.
 void Server::TellNoDisplay()
@@ -203,37 +211,43 @@ bool Server::Start(Need need)
         return true;
     WatchMainThread();
     const LeafLock lock(fLock, LeafLock::kWaits);
-    while (fState == State::kStarting)
-        fStateChanged.wait(fLock);
     if (fState == State::kIdle && !Begin(need))
         return false;
+    while (fState == State::kStarting)
+        fStateChanged.wait(fLock);
     if (need == Need::kWindows && !fHasDisplay)
         TellNoDisplay();
     return fState == State::kRunning && (fHasDisplay || need != Need::kWindows);
 }
 
+void Server::Prepare()
+{
+    WatchMainThread();
+    const LeafLock lock(fLock);
+    if (fState == State::kIdle)
+        static_cast<void>(Begin(Need::kAny)); // whoever needs it tries again
+}
+
 bool Server::Begin(Need need)
 {
-    const DisplayProbe probe;
-    fHasDisplay = probe.FoundOne();
+    auto preparation = std::make_unique<Preparation>();
+    fHasDisplay = preparation->probe.FoundOne();
     if (!fHasDisplay && need != Need::kPictures) {
         TellNoDisplay();
         return false;
     }
-    if (!Launch())
+    if (!Launch(std::move(preparation)))
         return false;
     fState = State::kStarting;
-    while (fState == State::kStarting)
-        fStateChanged.wait(fLock);
     return true;
 }
 
 // Qt waits for ever for threads that it could not make: one for the display, one for the desktop's
-// bus, one that paints. So room for them is made sure of first, with some to spare. Throws
-// std::system_error.
+// bus, one that paints. So room for them is made sure of first, with some to spare for this file.
+// Throws std::system_error.
 void TryQtThreads()
 {
-    constexpr int kThreads = 4;
+    constexpr int kThreads = 5;
     std::latch done(1);
     std::vector<std::jthread> threads;
     threads.reserve(kThreads);
@@ -249,7 +263,7 @@ void TryQtThreads()
 
 // Starts the thread, which changes the state only under the lock. False, the first time with a line
 // on standard error, if there can be none.
-bool Server::Launch()
+bool Server::Launch(std::unique_ptr<Preparation> preparation)
 {
     // Signals are for the program's own threads.
     sigset_t all, before;
@@ -260,7 +274,8 @@ bool Server::Launch()
         if (fWakeUp < 0)
             throw std::system_error(errno, std::generic_category());
         TryQtThreads();
-        fThread = std::thread([this, hasDisplay = fHasDisplay] { Main(hasDisplay); });
+        preparation->fonts = std::jthread([] { FcInit(); }); // where it fails, so does Qt's call
+        fThread = std::thread(&Server::Main, this, std::move(preparation), fHasDisplay);
     } catch (const std::exception& error) { // no thread or no memory
         if (!fToldWhyNot)
             fprintf(stderr, "Cannot start thread <display server>: %s\n", error.what());
@@ -309,12 +324,13 @@ QApplication* MakeApplication(bool hasDisplay)
     return application;
 }
 
-void Server::Main(bool hasDisplay)
+void Server::Main(std::unique_ptr<Preparation> preparation, bool hasDisplay)
 {
     tIsServer = true;
     pthread_setname_np(pthread_self(), "display server");
     static QApplication* sApplication = nullptr; // it may have to stay
     sApplication = MakeApplication(hasDisplay);
+    preparation.reset();
     // The end of this thread and the end of Qt's static parts both let go of what Qt knows of this
     // thread, and its plugins do once more after it was freed. An object that stays holds it.
     fHeld = new QObject;
@@ -435,7 +451,9 @@ bool Server::RunLater(std::function<void()> run)
 void Server::Stop(Leave leave)
 {
     {
-        const LeafLock lock(fLock);
+        const LeafLock lock(fLock, LeafLock::kWaits);
+        while (fState == State::kStarting)
+            fStateChanged.wait(fLock);
         if (fState != State::kRunning)
             return;
         fState = State::kStopped;
@@ -451,6 +469,11 @@ void Server::Stop(Leave leave)
 bool Start()
 {
     return TheServer().Start(Server::Need::kWindows);
+}
+
+void Prepare()
+{
+    TheServer().Prepare();
 }
 
 bool StartForPictures()

@@ -4,6 +4,7 @@
 //
 //   not started --Start()--> running --exit()--> stopped
 //
+// Prepare() does half of the first step: Start() waits for the other half, as exit() does.
 // Once stopped, a Call runs nothing and returns an empty value.
 #pragma once
 
@@ -18,6 +19,8 @@ namespace display {
 // Starts the server unless it runs. False, after one line on standard error for the whole program,
 // where there is no display; callable again.
 bool Start();
+// Begins to start it and does not wait for it, see prepare_windows().
+void Prepare();
 // Starts it for what needs no window, fonts and painting, even where there is no display: Calls run
 // then, and Start() stays false. False, with a line on standard error, if it cannot have a thread.
 bool StartForPictures();
