@@ -347,8 +347,11 @@ void BAlert::MessageReceived(BMessage* message)
 
 void BAlert::SetShortcut(int32 index, char key)
 {
-    if (index >= 0 && index < 3)
-        fShortcuts[index] = static_cast<char>(tolower(static_cast<uint8>(key)));
+    if (index < 0 || index >= 3)
+        return;
+    fShortcuts[index] = static_cast<char>(tolower(static_cast<uint8>(key)));
+    if (BButton* button = ButtonAt(index))
+        button->SetMnemonic(isalnum(static_cast<uint8>(key)) ? key : '\0');
 }
 
 BButton* BAlert::ButtonAt(int32 index) const

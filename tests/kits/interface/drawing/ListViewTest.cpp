@@ -92,6 +92,20 @@ TEST_F(ListViewTest, RowsLieBelowEachOtherAsTheyComeAndGo)
     EXPECT_FALSE(fList->ItemFrame(0).IsValid());
 }
 
+TEST_F(ListViewTest, ItsBorderShowsThatItHasTheKeyboard)
+{
+    fWindow->AddChild(
+        new BView(BRect(150, 10, 190, 50), "other", B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE));
+    ShowRows(1);
+    Locked([&] { fWindow->FindView("other")->MakeFocus(); });
+    const BPoint border = OnScreen(50) - BPoint(50 + 2, 0);
+    const rgb_color usual = screen::PixelAt(border);
+    Locked([&] { fList->MakeFocus(); });
+    EXPECT_SOON(screen::PixelAt(border) != usual);
+    screen::Key("Tab");
+    EXPECT_SOON(screen::PixelAt(border) == usual);
+}
+
 TEST_F(ListViewTest, TellsEachSelectionByTheProgram)
 {
     Add(6);
