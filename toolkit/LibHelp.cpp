@@ -290,6 +290,7 @@ void LibHelpWindow::AddTopics(BRect frame)
 {
     topics = new BListView(
         frame, "topics", B_SINGLE_SELECTION_LIST, B_FOLLOW_LEFT | B_FOLLOW_TOP_BOTTOM);
+    topics->SetViewColor(ui_color(B_DOCUMENT_BACKGROUND_COLOR));
     topics->SetSelectionMessage(new BMessage(kMsgTopic));
     for (int32 i = 0; i < help.CountTopics(); i++)
         topics->AddItem(new BStringItem(help.TopicAt(i)->title));

@@ -268,15 +268,17 @@ BWindow* CallingWindow()
 
 BPoint BAlert::PlaceOver(const BWindow* caller)
 {
-    constexpr float kTitle = 28; // of which the screen must have room too
+    constexpr float kTitle = 28; // for which, and a border, the screen must have room too
+    constexpr float kBorder = 6;
     const BRect size = Bounds();
     if (!caller || caller->IsHidden())
         return AlertPosition(size.Width(), size.Height());
     const BRect frame = caller->Frame();
     BRect room = AlertRoom();
     room.top = std::min(room.top + kTitle, room.bottom);
-    room.right = std::max(room.right - size.Width(), room.left);
-    room.bottom = std::max(room.bottom - size.Height(), room.top);
+    room.left = std::min(room.left + kBorder, room.right);
+    room.right = std::max(room.right - kBorder - size.Width(), room.left);
+    room.bottom = std::max(room.bottom - kBorder - size.Height(), room.top);
     BPoint corner(std::floor((frame.left + frame.right - size.Width()) / 2),
         std::floor((frame.top + frame.bottom - size.Height()) / 2));
     corner.ConstrainTo(room);

@@ -21,6 +21,7 @@ TextPeer& TextOf(const ViewPeer& peer)
 BTextView::BTextView(BRect frame, const char* name, BRect textRect, uint32 resizeMode, uint32 flags)
     : BView(frame, name, resizeMode, flags), fTextRect(textRect)
 {
+    BView::SetViewColor(ui_color(B_DOCUMENT_BACKGROUND_COLOR));
 }
 
 const char* BTextView::Text()

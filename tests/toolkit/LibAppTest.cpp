@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <thread>
 
 namespace {
@@ -79,6 +80,14 @@ void UseWindows(TestApp& app)
     ASSERT_TRUE(screen::BecomesActive("Main"));
     screen::Key("shift+F1");
     EXPECT_TRUE(screen::BecomesActive("Help"));
+    const auto groundOf = [](const char* name) {
+        const BRect frame = screen::Find(name, "Help").frame;
+        return screen::PixelAt(frame.RightBottom() - BPoint(5, 5)).green;
+    };
+    for (const char* name : { "topics", "help_text" }) {
+        EXPECT_SOON(std::abs(groundOf(name) - groundOf("bgview")) < 60) << "all dark or all light";
+        EXPECT_SOON(screen::ContrastIn(screen::Find(name).frame) > 100);
+    }
     EXPECT_EQ(screen::Find("help_text").text, "The knob\n\nPress Enter twice\n\nThree.");
     screen::Key("Up");
     EXPECT_SOON(screen::Find("help_text").text == "First\n\nOne.");
