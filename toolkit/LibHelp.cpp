@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <string>
 #include <vector>
 
 namespace {
@@ -31,15 +32,38 @@ const char* Attribute(const xmlTag& tag, const char* name)
     return tag.modifiers.FindString(name, &value) == B_OK ? value : "";
 }
 
-LibString Paragraphs(const xmlTag& topic)
+using Bold = std::vector<std::pair<int32, int32>>;
+
+// Appends the text of an element and, each where it stands, of those inside.
+void Append(std::string& text, Bold& bold, const xmlTag& tag)
 {
-    LibString text;
-    for (const xmlTag& child : topic.children) {
-        if (!text.IsBlank())
-            text.Concat("\n\n");
-        text.Concat(child.content);
+    std::string own(tag.content.operator const char*());
+    const size_t begin = text.size();
+    size_t done = 0;
+    for (const xmlTag& child : tag.children) {
+        // The blanks before one that comes last are not in the text any more.
+        const size_t place = std::max(done, static_cast<size_t>(child.parentLocation));
+        own.resize(std::max(own.size(), place), ' ');
+        text.append(own, done, place - done);
+        done = place;
+        Append(text, bold, child);
     }
-    return text;
+    text.append(own, done);
+    if (tag.name.Compare("b") == 0)
+        bold.emplace_back(static_cast<int32>(begin), static_cast<int32>(text.size()));
+}
+
+LibHelpTopic TopicOf(const xmlTag& tag)
+{
+    LibHelpTopic topic { Attribute(tag, "name"), Attribute(tag, "title"), "" };
+    std::string text;
+    for (const xmlTag& child : tag.children) {
+        if (!text.empty())
+            text += "\n\n";
+        Append(text, topic.bold, child);
+    }
+    topic.text = text.c_str();
+    return topic;
 }
 
 template <class Items>
@@ -78,9 +102,11 @@ bool LibHelp::ReadFile(const char* path)
     xmlParser parser(path);
     xmlTag tag;
     bool found = false;
-    for (; parser.FindTag("topic", tag); found = true)
-        AddTopic(Attribute(tag, "name"), Attribute(tag, "title"), Paragraphs(tag),
-            Attribute(tag, "tip"));
+    for (; parser.FindTag("topic", tag); found = true) {
+        AddTopic(TopicOf(tag));
+        if (const char* tip = Attribute(tag, "tip"); *tip)
+            SetTip(Attribute(tag, "name"), tip);
+    }
     // Tips in a second pass: one that stands alone takes the place of a topic's, wherever it is in
     // the file.
     parser.Rewind();
@@ -91,14 +117,18 @@ bool LibHelp::ReadFile(const char* path)
 
 void LibHelp::AddTopic(const char* name, const char* title, const char* text, const char* tip)
 {
-    auto topic = Find(topics, name);
-    if (topic == topics.end())
-        topic = topics.emplace(topics.end());
-    topic->name = name;
-    topic->title = title;
-    topic->text = text;
+    AddTopic({ name, title, text });
     if (*tip)
         SetTip(name, tip);
+}
+
+void LibHelp::AddTopic(const LibHelpTopic& topic)
+{
+    const auto before = Find(topics, topic.name);
+    if (before == topics.end())
+        topics.push_back(topic);
+    else
+        *before = topic;
 }
 
 void LibHelp::SetTip(const char* name, const char* text)
@@ -224,6 +254,7 @@ namespace {
 constexpr uint32 kMsgTopic = 'HTop';
 constexpr float kMargin = 10;
 constexpr float kListWidth = 150;
+constexpr float kHeadingSize = 18; // half as large again as the text
 constexpr float kBorder = 2;
 
 } // namespace
@@ -259,6 +290,7 @@ void LibHelpWindow::AddTopics(BRect frame)
 {
     topics = new BListView(
         frame, "topics", B_SINGLE_SELECTION_LIST, B_FOLLOW_LEFT | B_FOLLOW_TOP_BOTTOM);
+    topics->SetViewColor(ui_color(B_DOCUMENT_BACKGROUND_COLOR));
     topics->SetSelectionMessage(new BMessage(kMsgTopic));
     for (int32 i = 0; i < help.CountTopics(); i++)
         topics->AddItem(new BStringItem(help.TopicAt(i)->title));
@@ -290,10 +322,15 @@ void LibHelpWindow::TopicSelected()
     const LibHelpTopic* topic = help.TopicAt(topics->CurrentSelection());
     if (!topic)
         return;
-    LibString shown(topic->title);
-    shown.Concat("\n\n");
-    shown.Concat(topic->text);
-    text->SetText(shown);
+    const std::string title(topic->title.operator const char*());
+    const auto start = static_cast<int32>(title.size()) + 2;
+    const std::string shown = title + "\n\n" + topic->text.operator const char*();
+    text->SetText(shown.c_str());
+    BFont font(be_bold_font);
+    for (const auto& [first, last] : topic->bold)
+        text->SetFontAndColor(start + first, start + last, &font);
+    font.SetSize(kHeadingSize);
+    text->SetFontAndColor(0, static_cast<int32>(title.size()), &font);
 }
 
 void LibHelpWindow::MessageReceived(BMessage* message)

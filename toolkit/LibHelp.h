@@ -5,6 +5,8 @@
 #include "toolkit/LibWindow.h"
 
 #include <deque>
+#include <utility>
+#include <vector>
 
 class BListView;
 class BTextView;
@@ -13,7 +15,7 @@ class xmlTag;
 // Topics to read and tips for controls, from XML files like
 //
 //     <help>
-//     <topic name="cpusieve" title="Sieve" tip="Counts rounds"><p>A paragraph.</p></topic>
+//     <topic name="cpusieve" title="Sieve" tip="Counts rounds"><p>A <b>bold</b> word.</p></topic>
 //     <tip name="cancel">Closes the window</tip>
 //     </help>
 //
@@ -22,6 +24,7 @@ struct LibHelpTopic {
     LibString name;
     LibString title;
     LibString text; // paragraphs with an empty line between them
+    std::vector<std::pair<int32, int32>> bold {}; // from which byte of text to which
 };
 
 class LibHelp {
@@ -33,6 +36,7 @@ public:
 
     // A topic that stands in no file, in place of one of the same name; an empty tip: none.
     void AddTopic(const char* name, const char* title, const char* text, const char* tip);
+    void AddTopic(const LibHelpTopic& topic); // of no file either, or of one
 
     // The files that the application keeps in its resources.
     void ReadResources();

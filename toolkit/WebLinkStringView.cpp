@@ -73,6 +73,7 @@ WebLinkStringView::WebLinkStringView(
       page(url)
 {
     SetHighColor(LibOnPanel(kLinkColor));
+    ShowLinkPointer();
 }
 
 void WebLinkStringView::MouseDown(BPoint)

@@ -124,7 +124,7 @@ void CompareResultsView::Draw(BRect update)
     ComparisonChart(comparison).Draw(this, update);
     if (!comparison.selected)
         return;
-    if (IsFocus())
+    if (HasKeyboard())
         DrawFocus();
     LibString text("Selected: "); // beyond the edge, where nobody sees it: for a screen reader
     text.Concat(comparison.selected->description);
@@ -143,6 +143,11 @@ void CompareResultsView::DrawFocus()
 void CompareResultsView::MakeFocus(bool focus)
 {
     BView::MakeFocus(focus);
+    Invalidate();
+}
+
+void CompareResultsView::WindowActivated(bool)
+{
     Invalidate();
 }
 

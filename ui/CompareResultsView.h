@@ -45,6 +45,7 @@ public:
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
     void KeyDown(const char* bytes, int32 numBytes) override;
     void MakeFocus(bool focus = true) override;
+    void WindowActivated(bool active) override;
     void FrameResized(float width, float height) override;
 
 private:

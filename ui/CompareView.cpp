@@ -40,7 +40,7 @@ void CompareView::Draw(BRect)
         const BRect frame = FrameOf(i);
         const LibString text = ComparisonChart::DrawLegendEntry(
             this, BPoint(frame.left, kEntryTop), i, ui_color(B_PANEL_TEXT_COLOR));
-        if (!IsFocus() || i != cursor)
+        if (!HasKeyboard() || i != cursor)
             continue;
         StrokeLine(frame.LeftBottom(), BPoint(frame.right - kEntryGap, frame.bottom));
         // Beyond the edge, where nobody sees it: for a screen reader.
@@ -69,6 +69,11 @@ void CompareView::MakeFocus(bool focus)
 {
     BView::MakeFocus(focus);
     // The line below an entry is there only while the keys are for the legend.
+    Invalidate();
+}
+
+void CompareView::WindowActivated(bool)
+{
     Invalidate();
 }
 

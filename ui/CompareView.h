@@ -26,6 +26,7 @@ public:
     void MouseDown(BPoint where) override;
     void KeyDown(const char* bytes, int32 numBytes) override;
     void MakeFocus(bool focus = true) override;
+    void WindowActivated(bool active) override;
 
 private:
     BRect FrameOf(int32 index) const;

@@ -248,6 +248,8 @@ void TarvexAlert::AddConfiguration()
     inside.top = kLabelHeight + kMargin;
     configuration = new BTextView(
         inside, "config", inside.OffsetToCopy(0, 0).InsetByCopy(4, 4), B_FOLLOW_ALL_SIDES);
+    configuration->LeaveEnterToWindow(); // in every box it presses the default button
+    configuration->SetToolTip("Enter sends the mail, Shift with it begins a new line");
     frame->AddChild(configuration);
     configuration->MakeFocus();
 }

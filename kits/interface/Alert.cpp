@@ -268,15 +268,17 @@ BWindow* CallingWindow()
 
 BPoint BAlert::PlaceOver(const BWindow* caller)
 {
-    constexpr float kTitle = 28; // of which the screen must have room too
+    constexpr float kTitle = 28; // for which, and a border, the screen must have room too
+    constexpr float kBorder = 6;
     const BRect size = Bounds();
     if (!caller || caller->IsHidden())
         return AlertPosition(size.Width(), size.Height());
     const BRect frame = caller->Frame();
     BRect room = AlertRoom();
     room.top = std::min(room.top + kTitle, room.bottom);
-    room.right = std::max(room.right - size.Width(), room.left);
-    room.bottom = std::max(room.bottom - size.Height(), room.top);
+    room.left = std::min(room.left + kBorder, room.right);
+    room.right = std::max(room.right - kBorder - size.Width(), room.left);
+    room.bottom = std::max(room.bottom - kBorder - size.Height(), room.top);
     BPoint corner(std::floor((frame.left + frame.right - size.Width()) / 2),
         std::floor((frame.top + frame.bottom - size.Height()) / 2));
     corner.ConstrainTo(room);
@@ -347,8 +349,11 @@ void BAlert::MessageReceived(BMessage* message)
 
 void BAlert::SetShortcut(int32 index, char key)
 {
-    if (index >= 0 && index < 3)
-        fShortcuts[index] = static_cast<char>(tolower(static_cast<uint8>(key)));
+    if (index < 0 || index >= 3)
+        return;
+    fShortcuts[index] = static_cast<char>(tolower(static_cast<uint8>(key)));
+    if (BButton* button = ButtonAt(index))
+        button->SetMnemonic(isalnum(static_cast<uint8>(key)) ? key : '\0');
 }
 
 BButton* BAlert::ButtonAt(int32 index) const

@@ -31,7 +31,8 @@ public:
     // Go() would give -1 at once.
     status_t Go(BInvoker* invoker);
 
-    // A key that presses the button, such as B_ESCAPE or 'n' (both cases do). 0: none.
+    // A key that presses the button, such as B_ESCAPE or 'n' (both cases do; underlined in its
+    // label). 0: none.
     void SetShortcut(int32 index, char key);
     BButton* ButtonAt(int32 index) const; // null beyond the last
     BTextView* TextView() const { return fText; }

@@ -60,9 +60,21 @@ void BButton::MakeWidget(ViewPeer& peer)
     EquipWidget(peer);
 }
 
+void BButton::SetMnemonic(char letter)
+{
+    fMnemonic = letter;
+    if (Peer())
+        display::Call([this] { ShowLabel(*Peer()); });
+}
+
 void BButton::ShowLabel(ViewPeer& peer)
 {
-    static_cast<QPushButton*>(peer.widget)->setText(PlainLabel(Label()));
+    QString text = PlainLabel(Label());
+    const qsizetype place =
+        fMnemonic ? text.indexOf(QLatin1Char(fMnemonic), 0, Qt::CaseInsensitive) : -1;
+    if (place >= 0)
+        text.insert(place, '&');
+    static_cast<QPushButton*>(peer.widget)->setText(text);
 }
 
 void BButton::WidgetChanged(BMessage* report)

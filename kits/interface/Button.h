@@ -12,6 +12,9 @@ public:
     // window: the one before no longer is.
     virtual void MakeDefault(bool state);
     bool IsDefault() const { return fDefault; }
+    // Underlines the first such letter of the label, in either case: a key that presses the button,
+    // with the option key at least. The window knows when it does alone.
+    void SetMnemonic(char letter);
     void AttachedToWindow() override;
 
 protected:
@@ -26,4 +29,5 @@ private:
     void ShowDefaultMark(ViewPeer& peer);
 
     bool fDefault = false;
+    char fMnemonic = '\0';
 };

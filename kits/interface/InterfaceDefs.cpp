@@ -14,6 +14,7 @@ QPalette::ColorRole RoleOf(color_which which)
         case B_MENU_SELECTED_BACKGROUND_COLOR: return QPalette::Highlight;
         case B_MENU_ITEM_TEXT_COLOR:
         case B_PANEL_TEXT_COLOR: return QPalette::WindowText;
+        case B_DOCUMENT_BACKGROUND_COLOR: return QPalette::Base;
         default: return QPalette::Window;
     }
 }
@@ -24,6 +25,8 @@ rgb_color UsualColor(color_which which)
     const QPalette::ColorRole role = RoleOf(which);
     if (role == QPalette::WindowText)
         return black_color;
+    if (role == QPalette::Base)
+        return white_color;
     return role == QPalette::Highlight ? rgb_color { 115, 120, 184 } : rgb_color { 216, 216, 216 };
 }
 

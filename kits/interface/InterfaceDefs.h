@@ -147,6 +147,7 @@ enum color_which {
     B_MENU_SELECTED_BACKGROUND_COLOR = 6,
     B_MENU_ITEM_TEXT_COLOR = 7,
     B_PANEL_TEXT_COLOR = 10,
+    B_DOCUMENT_BACKGROUND_COLOR = 13, // of lists, and of texts to read or write
 };
 
 // A colour of the desktop's theme; without a display the platform's usual one.

@@ -27,15 +27,18 @@ void BStringItem::Update(BView* owner, const BFont* font)
 
 void BStringItem::DrawItem(BView* owner, BRect frame, bool complete)
 {
-    constexpr rgb_color kSelectedGround { 184, 184, 184 };
     constexpr rgb_color kDisabledText { 128, 128, 128 };
+    const rgb_color ground = complete ? owner->LowColor() : owner->ViewColor();
+    const bool isDark = ground.red + ground.green + ground.blue < 3 * 128;
+    const uint8 grey = isDark ? 88 : 184;
+    const rgb_color selectedGround { grey, grey, grey };
     const rgb_color before = owner->HighColor();
     // The list has cleared the ground with its view colour unless it says complete.
     if (IsSelected() || complete) {
-        owner->SetHighColor(IsSelected() ? kSelectedGround : owner->LowColor());
+        owner->SetHighColor(IsSelected() ? selectedGround : owner->LowColor());
         owner->FillRect(frame);
     }
-    owner->SetHighColor(IsEnabled() ? black_color : kDisabledText);
+    owner->SetHighColor(!IsEnabled() ? kDisabledText : isDark ? white_color : black_color);
     owner->DrawString(Text(), BPoint(frame.left + kMargin, frame.top + fBaseline));
     owner->SetHighColor(before);
 }

@@ -4,9 +4,34 @@
 #include "server/DisplayServer.h"
 #include "server/ViewPeer.h"
 
+#include <QApplication>
 #include <QFrame>
+#include <QPainter>
 
 namespace {
+
+// Its border says when what it holds, which draws itself, has the keyboard.
+class ScrollFrame : public QFrame {
+public:
+    explicit ScrollFrame(QWidget* parent) : QFrame(parent)
+    {
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+            if (isAncestorOf(before) != isAncestorOf(now))
+                update();
+        });
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QFrame::paintEvent(event);
+        if (frameWidth() == 0 || !isAncestorOf(QApplication::focusWidget()))
+            return;
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
 
 float WidthOf(border_style border)
 {
@@ -79,7 +104,7 @@ BScrollBar* BScrollView::ScrollBar(orientation direction) const
 
 void BScrollView::MakeWidget(ViewPeer& peer)
 {
-    auto* frame = new QFrame(peer.parent);
+    auto* frame = new ScrollFrame(peer.parent);
     if (fBorder == B_PLAIN_BORDER)
         frame->setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
     else if (fBorder == B_FANCY_BORDER)

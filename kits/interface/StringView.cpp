@@ -5,6 +5,9 @@
 #include "server/ViewPeer.h"
 
 #include <QLabel>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
 
 namespace {
 
@@ -14,6 +17,28 @@ void ShowColor(QWidget& label, rgb_color color)
     palette.setColor(QPalette::WindowText, ToQColor(color));
     label.setPalette(palette);
 }
+
+// A label that shows, as a link's may, that it has the keyboard.
+class LabelWidget : public QLabel {
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QLabel::paintEvent(event);
+        if (!hasFocus())
+            return;
+        QPainter painter(this);
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.rect = style()->itemTextRect(
+            fontMetrics(), rect(), static_cast<int>(alignment()), true, text());
+        option.rect = option.rect.adjusted(-2, 0, 2, 0) & rect();
+        option.backgroundColor = palette().color(QPalette::Window);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+};
 
 } // namespace
 
@@ -66,7 +91,7 @@ void BStringView::GetPreferredSize(float* width, float* height)
 
 void BStringView::MakeWidget(ViewPeer& peer)
 {
-    auto* label = new QLabel(peer.parent);
+    auto* label = new LabelWidget(peer.parent);
     peer.widget = label;
     Equip(peer, Name(), ViewEvents::Kind::kView); // its text tells readers what kind it is
     // Qt would take a text that looks like markup, as a file's name may, for markup.

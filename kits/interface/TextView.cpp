@@ -21,6 +21,7 @@ TextPeer& TextOf(const ViewPeer& peer)
 BTextView::BTextView(BRect frame, const char* name, BRect textRect, uint32 resizeMode, uint32 flags)
     : BView(frame, name, resizeMode, flags), fTextRect(textRect)
 {
+    BView::SetViewColor(ui_color(B_DOCUMENT_BACKGROUND_COLOR));
 }
 
 const char* BTextView::Text()
@@ -142,6 +143,20 @@ void BTextView::ApplyLimit()
     ChangeText(Apply::kAlways, [this](TextPeer& peer) { peer.SetLimit(Limit()); });
 }
 
+void BTextView::SetFontAndColor(int32 start, int32 finish, const BFont* font)
+{
+    if (!Peer() || !font)
+        return;
+    display::Call([&] { TextOf(*Peer()).SetBytesFont(start, finish, ToQFont(*font)); });
+}
+
+void BTextView::LeaveEnterToWindow()
+{
+    fLeavesEnter = true;
+    if (Peer())
+        display::Call([this] { TextOf(*Peer()).LeaveEnter(); });
+}
+
 void BTextView::MakeEditable(bool editable)
 {
     fEditable = editable;
@@ -234,6 +249,8 @@ void BTextView::EquipText(ViewPeer& peer)
     text.SetLimit(Limit());
     text.SetContents(QString::fromStdString(fText));
     text.SetManners(fEditable, fSelectable);
+    if (fLeavesEnter)
+        text.LeaveEnter();
     // By the frame: the widget has not got its size yet.
     text.SetTextRect(fTextRect, ToQRect(Frame()).size());
     fVersion = text.Version();

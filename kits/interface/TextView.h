@@ -30,10 +30,17 @@ public:
     // The same in characters, which in most of the world's scripts are two bytes or more.
     void SetMaxCharacters(int32 most);
 
+    // Shows a part of the text, by byte offsets, in that font until the text is set anew. Does
+    // nothing outside windows.
+    void SetFontAndColor(int32 start, int32 finish, const BFont* font);
+
     void MakeEditable(bool editable = true);
     bool IsEditable() const { return fEditable; }
     void MakeSelectable(bool selectable = true);
     bool IsSelectable() const { return fSelectable; }
+    // From here on Enter is for the window, whose default button it presses, and with the shift key
+    // it begins a new line.
+    void LeaveEnterToWindow();
     void SetTextRect(BRect rect);
     BRect TextRect() const { return fTextRect; }
     // What the whole text needs at the textRect's width, in view units.
@@ -73,6 +80,7 @@ private:
     BRect fTextRect;
     bool fEditable = true;
     bool fSelectable = true;
+    bool fLeavesEnter = false;
     int32 fMaxBytes = INT32_MAX;
     int32 fMaxCharacters = INT32_MAX;
     bool fIsReported = false;

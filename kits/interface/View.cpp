@@ -199,6 +199,8 @@ void BView::MakePeer()
             widget->setFont(ToQFont(fDraw->font));
         if (fDraw->viewColor != B_TRANSPARENT_COLOR)
             ShowViewColor(*widget, ToQColor(fDraw->viewColor), fills);
+        if (fHasLinkPointer)
+            widget->setCursor(Qt::PointingHandCursor);
         widget->setToolTip(PlainTip(fToolTip));
         // After the tool tip, which may be all that there is for a name.
         NameForReaders(*widget);
@@ -219,6 +221,14 @@ void BView::SetToolTip(const char* text)
         fPeer->widget->setToolTip(PlainTip(fToolTip));
         NameForReaders(*fPeer->widget);
     });
+}
+
+void BView::ShowLinkPointer()
+{
+    CheckLocked();
+    fHasLinkPointer = true;
+    if (fPeer)
+        display::Call([this] { fPeer->widget->setCursor(Qt::PointingHandCursor); });
 }
 
 void BView::MakeWidget(ViewPeer& peer)

@@ -100,8 +100,12 @@ public:
     // Does nothing outside windows. A view that gets the focus is scrolled into sight.
     virtual void MakeFocus(bool focus = true);
     bool IsFocus() const;
+    // Whether what is typed goes here: the view has the focus of the window that is active.
+    bool HasKeyboard() const;
     void SetToolTip(const char* text); // appears where the pointer rests; null or empty: none
     const char* ToolTip() const { return fToolTip.c_str(); }
+    // From here on the pointer over this view is the desktop's for links.
+    void ShowLinkPointer();
     void Invalidate(); // asks for Draw() of all of it
     void Invalidate(BRect rect); // in view coordinates
 
@@ -211,6 +215,7 @@ private:
     uint32 fFlags;
     int32 fHidden = 0;
     std::string fToolTip;
+    bool fHasLinkPointer = false;
     BScrollBar* fHorizontalBar = nullptr;
     BScrollBar* fVerticalBar = nullptr;
     std::unique_ptr<ViewPeer> fPeer;

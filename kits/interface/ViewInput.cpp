@@ -142,6 +142,11 @@ bool BView::IsFocus() const
     return fWindow && fWindow->fFocus == this;
 }
 
+bool BView::HasKeyboard() const
+{
+    return IsFocus() && fWindow->IsActive();
+}
+
 void BView::MessageReceived(BMessage* message)
 {
     if (message->what != B_MOUSE_WHEEL_CHANGED)

@@ -35,7 +35,8 @@ Widget Describe(QWidget* widget, const QRect& rect, bool isEnabled, const std::s
     const QWindow* window = widget->window()->windowHandle();
     const QPoint corner = widget->mapToGlobal(rect.topLeft());
     const BRect size(0, 0, rect.width() - 1, rect.height() - 1);
-    return { true, window && window->isExposed(), widget->window()->isMinimized(), isEnabled, text,
+    return { true, window && window->isExposed(), widget->window()->isMinimized(), isEnabled,
+        widget->cursor().shape() == Qt::PointingHandCursor, text,
         size.OffsetToCopy(corner.x(), corner.y()) };
 }
 

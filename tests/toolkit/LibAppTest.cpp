@@ -13,9 +13,10 @@ namespace {
 using screen::IsActive;
 using screen::WaitFor;
 
-constexpr char kHelp[] = "<help><topic name=\"first\" title=\"First\"><p>One.</p></topic>\n"
-                         "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Two.</p><p>Th"
-                         "ree.</p></topic></help>";
+constexpr char kHelp[] =
+    "<help><topic name=\"first\" title=\"First\"><p>One.</p></topic>\n"
+    "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Press <b>Enter</b>"
+    " <b>twice</b></p><p>Three.</p></topic></help>";
 
 // A program whose window has a button in focus.
 class TestApp : public LibApp {
@@ -59,6 +60,7 @@ void UseWindows(TestApp& app)
     EXPECT_EQ(screen::Find("rel_date").text, "Released: 1 January 2000");
     for (const char* line : { "app_name", "company", "url" })
         EXPECT_SOON(screen::ContrastIn(screen::Find(line).frame) > 100);
+    EXPECT_TRUE(screen::Find("url").isLink);
     app.PostMessage('ssys');
     EXPECT_TRUE(screen::BecomesActive("System"));
     app.PostMessage('sabt');
@@ -73,7 +75,15 @@ void UseWindows(TestApp& app)
     ASSERT_TRUE(screen::BecomesActive("Main"));
     screen::Key("shift+F1");
     EXPECT_TRUE(screen::BecomesActive("Help"));
-    EXPECT_EQ(screen::Find("help_text").text, "The knob\n\nTwo.\n\nThree.");
+    const auto groundOf = [](const char* name) {
+        const BRect frame = screen::Find(name, "Help").frame;
+        return screen::PixelAt(frame.RightBottom() - BPoint(5, 5)).green;
+    };
+    for (const char* name : { "topics", "help_text" }) {
+        EXPECT_SOON(std::abs(groundOf(name) - groundOf("bgview")) < 60) << "all dark or all light";
+        EXPECT_SOON(screen::ContrastIn(screen::Find(name).frame) > 100);
+    }
+    EXPECT_EQ(screen::Find("help_text").text, "The knob\n\nPress Enter twice\n\nThree.");
     screen::Key("Up");
     EXPECT_SOON(screen::Find("help_text").text == "First\n\nOne.");
 }
@@ -115,6 +125,8 @@ TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
     LibHelp help;
     EXPECT_TRUE(help.ReadText(kHelp));
     EXPECT_STREQ(help.TipFor("knob"), "Turn it");
+    const std::vector<std::pair<int32, int32>> bold { { 6, 11 }, { 12, 17 } };
+    EXPECT_EQ(help.TopicAt(help.IndexOf("knob"))->bold, bold);
     help.ReadResources();
     EXPECT_EQ(help.CountTopics(), 3);
     EXPECT_EQ(help.IndexOf("last"), 2);

@@ -251,9 +251,17 @@ TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
     const BPoint text = Find("legend").frame.LeftTop() + BPoint(20, 2);
     EXPECT_SOON(screen::ContrastIn(BRect(text, text + BPoint(35, 14))) > 100);
     const rgb_color before = BarAt(0, 390, 410);
-    for (const char* key : { "Tab", "Right", "Return" })
-        screen::Key(key);
+    const BPoint cursor =
+        Find("legend").frame.LeftBottom() + BPoint(ComparisonChart::kLegendEntryWidth + 5, 0);
+    const auto showsCursor = [&] {
+        return !IsSame(PixelAt(cursor), PixelAt(cursor + BPoint(0, 2)));
+    };
+    screen::Key("Tab");
+    screen::Key("Right");
+    EXPECT_SOON(showsCursor());
+    screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
+    EXPECT_SOON(!showsCursor()) << "the keyboard is elsewhere";
     screen::Key("Down");
     screen::Key("Return");
     EXPECT_SOON(!IsSame(BarAt(0, 390, 410), before));

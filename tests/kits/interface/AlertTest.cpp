@@ -43,6 +43,7 @@ TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
         int32 answer = -2;
         std::thread asker([&] { answer = Ask()->Go(); });
         EXPECT_TRUE(screen::BecomesActive("Question"));
+        EXPECT_EQ(screen::Find("_b1_", "Question").text, "&Perhaps") << "underlined";
         if (input[0] == '_')
             EXPECT_TRUE(screen::Click(input, "Question"));
         else

@@ -92,6 +92,31 @@ TEST_F(WindowTest, ATextViewTakesTypingAndKeepsItOutsideTheWindow)
     delete text;
 }
 
+TEST_F(WindowTest, ATextLeavesEnterToTheDefaultButtonAndShowsAPartInAnotherFont)
+{
+    auto* text = new BTextView(BRect(10, 10, 200, 80), "text", BRect(4, 4, 180, 60), B_FOLLOW_NONE);
+    auto* button = new BButton(BRect(10, 90, 90, 114), "button", "Button", new BMessage(1));
+    button->MakeDefault(true);
+    text->LeaveEnterToWindow();
+    fWindow->AddChild(text);
+    fWindow->AddChild(button);
+    Show();
+    Locked([&] { text->MakeFocus(); });
+    for (const char* key : { "a", "shift+Return", "b", "Return" })
+        screen::Key(key);
+    EXPECT_TRUE(fLog->WaitFor("1 value 0"));
+    EXPECT_EQ(screen::Find("text").text, "a\nb");
+    Locked([&] {
+        const float usual = text->TextHeight();
+        BFont large(be_bold_font);
+        large.SetSize(30);
+        text->SetFontAndColor(0, 1, &large);
+        EXPECT_GT(text->TextHeight(), usual);
+        text->SetText("a\nb");
+        EXPECT_EQ(text->TextHeight(), usual) << "the font goes with its text";
+    });
+}
+
 TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
 {
     BView* target = new BView(BRect(10, 10, 109, 109), "target", B_FOLLOW_NONE, B_WILL_DRAW);

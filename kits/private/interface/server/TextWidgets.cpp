@@ -119,6 +119,11 @@ void TextWidget::Scroll(BPoint where)
 
 void TextWidget::SetContents(const QString& text)
 {
+    // Else all of the new text would look as the first letter of the old one.
+    if (std::exchange(fHasFonts, false)) {
+        clear();
+        setCurrentCharFormat({});
+    }
     setPlainText(fLimit.Cut(text));
 }
 
@@ -141,11 +146,33 @@ void TextWidget::SetLimit(const TextLimit& limit)
 
 void TextWidget::SelectBytes(int32 start, int32 finish)
 {
+    setTextCursor(CursorOver(start, finish));
+}
+
+QTextCursor TextWidget::CursorOver(int32 start, int32 finish) const
+{
     const QString text = toPlainText();
     QTextCursor cursor = textCursor();
     cursor.setPosition(PlaceOfByte(text, start));
     cursor.setPosition(PlaceOfByte(text, std::max(start, finish)), QTextCursor::KeepAnchor);
-    setTextCursor(cursor);
+    return cursor;
+}
+
+void TextWidget::SetBytesFont(int32 start, int32 finish, const QFont& font)
+{
+    QTextCharFormat format;
+    format.setFont(font);
+    CursorOver(start, finish).mergeCharFormat(format);
+    fHasFonts = true;
+}
+
+void TextWidget::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && fLeavesEnter && !(event->modifiers() & Qt::ShiftModifier))
+        fLink->Post(KeyMessage(*event));
+    else
+        QTextEdit::keyPressEvent(event);
 }
 
 void TextWidget::GetSelectedBytes(int32& start, int32& finish) const

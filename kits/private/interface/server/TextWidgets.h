@@ -34,11 +34,13 @@ public:
     virtual void InsertText(const QString& text) = 0; // in place of the selection
     virtual void SelectBytes(int32 start, int32 finish) = 0; // cut to the text
     virtual void GetSelectedBytes(int32& start, int32& finish) const = 0;
+    virtual void SetBytesFont(int32 start, int32 finish, const QFont& font) = 0; // cut to the text
     // The user's keys and clicks wait while changes of the program are under way. Both count.
     virtual void Hold() { }
     virtual void Release() { }
     virtual void SetLimit(const TextLimit& limit) = 0; // cuts the text
     virtual void SetManners(bool editable, bool selectable) = 0;
+    virtual void LeaveEnter() { } // to the window; one line does so anyway
     virtual void SetTextRect(BRect rect, QSize view) = 0; // the room around rect stays free
     virtual int TextHeight() const = 0;
     virtual void Scroll(BPoint where) = 0; // not reported
@@ -58,22 +60,28 @@ public:
     void InsertText(const QString& text) override { insertPlainText(text); }
     void SelectBytes(int32 start, int32 finish) override;
     void GetSelectedBytes(int32& start, int32& finish) const override;
+    void SetBytesFont(int32 start, int32 finish, const QFont& font) override;
     void SetLimit(const TextLimit& limit) override;
     void SetManners(bool editable, bool selectable) override;
+    void LeaveEnter() override { fLeavesEnter = true; }
     void SetTextRect(BRect rect, QSize view) override;
     int TextHeight() const override;
     void Scroll(BPoint where) override;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void CutInsertion();
     void Report();
+    QTextCursor CursorOver(int32 start, int32 finish) const;
 
     const std::shared_ptr<ViewLink> fLink;
     TextLimit fLimit;
     bool fIsQuiet = false;
+    bool fHasFonts = false;
+    bool fLeavesEnter = false;
 };
 
 // The widget of the one line that a BTextControl edits. It reports each change the user makes, with
@@ -90,6 +98,7 @@ public:
     void InsertText(const QString& text) override;
     void SelectBytes(int32 start, int32 finish) override;
     void GetSelectedBytes(int32& start, int32& finish) const override;
+    void SetBytesFont(int32, int32, const QFont&) override { } // a line has but one
     void Hold() override { fHolds++; }
     void Release() override;
     void SetLimit(const TextLimit& limit) override;

@@ -92,6 +92,19 @@ TEST_F(ListViewTest, RowsLieBelowEachOtherAsTheyComeAndGo)
     EXPECT_FALSE(fList->ItemFrame(0).IsValid());
 }
 
+TEST_F(ListViewTest, ItsBorderShowsThatItHasTheKeyboard)
+{
+    fWindow->AddChild(
+        new BView(BRect(150, 10, 190, 50), "other", B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE));
+    ShowRows(1);
+    const BPoint border = OnScreen(50) - BPoint(50 + 2, 0);
+    const rgb_color color = ui_color(B_MENU_SELECTED_BACKGROUND_COLOR);
+    Locked([&] { fList->MakeFocus(); });
+    EXPECT_SOON(screen::PixelAt(border) == color);
+    screen::Key("Tab");
+    EXPECT_SOON(screen::PixelAt(border) != color);
+}
+
 TEST_F(ListViewTest, TellsEachSelectionByTheProgram)
 {
     Add(6);
