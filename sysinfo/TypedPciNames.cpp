@@ -118,9 +118,7 @@ size_t TypedPciNames::Find(size_t first, size_t tabs, uint16 id) const
         const auto parsed = ParsePciName(line, false);
         if (IsComment(line) || (parsed && parsed->tabs > tabs))
             continue;
-        if (parsed && parsed->isClass)
-            break;
-        if (parsed && parsed->tabs == tabs && parsed->id == id)
+        if (parsed && !parsed->isClass && parsed->tabs == tabs && parsed->id == id)
             return i;
         // Also a damaged vendor has devices of its own.
         if (tabs > 0 && line[0] != '\t')
