@@ -220,6 +220,9 @@ std::string LibMachineText(const MachineDetails& details)
     std::string text = details.processorModel.value_or("");
     const auto add = [&text](
                          const std::string& line) { text += (text.empty() ? "" : "\n") + line; };
+    if (const size_t all = details.processors.size(); all > B_MAX_CPU_COUNT)
+        add(std::to_string(all) + " processors, of which windows measure with "
+            + std::to_string(B_MAX_CPU_COUNT));
     if (details.memory) {
         const double gigabytes = static_cast<double>(*details.memory) / (1 << 30);
         add(LibFixedText(gigabytes, 1) + " GB of memory");

@@ -118,9 +118,7 @@ size_t TypedPciNames::Find(size_t first, size_t tabs, uint16 id) const
         const auto parsed = ParsePciName(line, false);
         if (IsComment(line) || (parsed && parsed->tabs > tabs))
             continue;
-        if (parsed && parsed->isClass)
-            break;
-        if (parsed && parsed->tabs == tabs && parsed->id == id)
+        if (parsed && !parsed->isClass && parsed->tabs == tabs && parsed->id == id)
             return i;
         // Also a damaged vendor has devices of its own.
         if (tabs > 0 && line[0] != '\t')
@@ -145,7 +143,7 @@ size_t TypedPciNames::MakeVendor(uint16 vendorId)
 void TypedPciNames::Erase(size_t line)
 {
     do {
-        lines.erase(lines.begin() + static_cast<ptrdiff_t>(line));
+        lines.erase(At(line));
     } while (line < lines.size() && lines[line].starts_with("\t\t"));
 }
 
@@ -155,14 +153,17 @@ void TypedPciNames::SetVendor(const uint16& vendorId, const std::string& name)
     if (wanted == Vendor(vendorId))
         return;
     isChanged = true;
-    const size_t line = MakeVendor(vendorId);
-    const auto below =
-        std::find_if_not(lines.begin() + static_cast<ptrdiff_t>(line + 1), lines.end(), IsComment);
-    const bool hasDevices = below != lines.end() && below->starts_with('\t');
-    if (wanted.empty() && !hasDevices)
-        Erase(line);
-    else
-        lines[line] = LineFor(0, vendorId, wanted.empty() ? kNoName : wanted);
+    if (!wanted.empty()) {
+        lines[MakeVendor(vendorId)] = LineFor(0, vendorId, wanted);
+        return;
+    }
+    for (size_t line = 0; (line = Find(line, 0, vendorId)) < lines.size();) {
+        const auto below = std::find_if_not(At(line + 1), lines.end(), IsComment);
+        if (below != lines.end() && below->starts_with('\t'))
+            lines[line++] = LineFor(0, vendorId, kNoName); // for its devices
+        else
+            Erase(line);
+    }
 }
 
 void TypedPciNames::SetDevice(
@@ -172,15 +173,18 @@ void TypedPciNames::SetDevice(
     if (wanted == Device(vendorId, deviceId))
         return;
     isChanged = true;
-    const size_t vendor = MakeVendor(vendorId);
-    const size_t line = Find(vendor + 1, 1, deviceId);
-    if (wanted.empty() && line < lines.size())
-        Erase(line);
-    else if (line < lines.size())
-        lines[line] = LineFor(1, deviceId, wanted);
-    else
-        lines.insert(
-            lines.begin() + static_cast<ptrdiff_t>(vendor + 1), LineFor(1, deviceId, wanted));
+    // A list may have a vendor, and a device, more than once.
+    for (size_t vendor = 0; (vendor = Find(vendor, 0, vendorId)) < lines.size(); vendor++) {
+        for (size_t line; (line = Find(vendor + 1, 1, deviceId)) < lines.size();) {
+            if (!wanted.empty()) {
+                lines[line] = LineFor(1, deviceId, wanted);
+                return;
+            }
+            Erase(line);
+        }
+    }
+    if (!wanted.empty())
+        lines.insert(At(MakeVendor(vendorId) + 1), LineFor(1, deviceId, wanted));
 }
 
 bool TypedPciNames::Save()

@@ -40,6 +40,7 @@ private:
     size_t Find(size_t first, size_t tabs, uint16 id) const;
     size_t MakeVendor(uint16 vendorId);
     void Erase(size_t line);
+    auto At(size_t line) { return lines.begin() + static_cast<ptrdiff_t>(line); }
 
     std::vector<std::string> lines;
     bool isReadable = true;

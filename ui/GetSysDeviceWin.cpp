@@ -108,7 +108,13 @@ std::string BoardOf(const pciDevice& device, const PciNameList& names)
     return text;
 }
 
-// Which device it is: where it is found in the machine, its ids, and the system's names for it.
+// The system's name, or else the table's, which a row may have no room for.
+std::string Or(const std::string& name, const LibString& known)
+{
+    return name.empty() && known.Compare(kNoName) != 0 ? known.operator const char*() : name;
+}
+
+// Which device it is: where it is found in the machine, its ids, and the names for it.
 std::string TipFor(int classId, const pciDevice& device, const PciNameList& names)
 {
     const char* slot = device.slot;
@@ -116,9 +122,9 @@ std::string TipFor(int classId, const pciDevice& device, const PciNameList& name
     ids.Formatted(
         "Slot %s, vendor 0x%4.4X, device 0x%4.4X", slot, device.vendorId, device.deviceId);
     std::string tip(ids.operator const char*());
-    for (const std::string& name :
-        { names.Vendor(device.vendorId), names.Device(device.vendorId, device.deviceId),
-            BoardOf(device, names), names.Class(static_cast<uint8>(classId), device.subclass) })
+    for (const std::string& name : { Or(names.Vendor(device.vendorId), device.vendorLong),
+             Or(names.Device(device.vendorId, device.deviceId), device.description),
+             BoardOf(device, names), names.Class(static_cast<uint8>(classId), device.subclass) })
         tip += name.empty() ? "" : "\n" + name;
     return tip;
 }

@@ -1,6 +1,7 @@
 #include "results/Results.h"
 
 #include "sysinfo/LibSysInfo.h"
+#include "sysinfo/TypedPciNames.h"
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/Test.h"
 
@@ -123,6 +124,7 @@ TEST(Results, AssignmentIsDeepAndKeepsWhatBelongsToTheTarget)
 
 TEST(Results, FillTheseDevicesNamesTheScreenAndTheFirstDeviceOfEachClass)
 {
+    const std::string folder = DataHome() / "tarvex";
     const ThisMachine tree;
     AddPciFunction(tree, "0000:00:01.0", PciConfig(0x10de, 0x0020, 0x030000));
     AddPciFunction(tree, "0000:00:02.0", PciConfig(0x102b, 0x0521, 0x030000));
@@ -141,4 +143,15 @@ TEST(Results, FillTheseDevicesNamesTheScreenAndTheFirstDeviceOfEachClass)
             + "6:Intel Corporation, PIIX4 ISA Bridge\t3:Nvidia Corporation, Riva TNT\t"
               "2:Unknown, Unknown\t")
             .c_str());
+
+    std::filesystem::create_directory(folder);
+    WriteFile(folder + "/pci.ids", "1af4  Mine\n\t1000  Card\n");
+    EXPECT_TRUE(TypedPciNames::SetForResults(true));
+    Results named(true);
+    named.FillTheseDevices();
+    std::string last;
+    for (const RelatedDevices& device : named.devices)
+        last = device.description;
+    EXPECT_EQ(last, "Mine, Card");
+    EXPECT_TRUE(TypedPciNames::SetForResults(false));
 }

@@ -22,10 +22,12 @@ protected:
 
 TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
 {
-    const std::string before =
-        "# mine\n1af4  Virtual\n\t1041  Card\n\t\t1af4 0001  Its board\n"
-        "12345  damaged\n\t0abc  Not ATI's\n"
-        "1002  Unknown\n# note\n\t0ABC  Old\nC 02  Network\n\t00  Ethernet\n";
+    const std::string classes = "C 02  Network\n\t00  Ethernet\n";
+    const std::string late = "8087  Behind the end\n\t0001  Card\n";
+    const std::string before = "# mine\n1af4  Virtual\n\t1041  Card\n\t\t1af4 0001  Its board\n"
+                               "12345  damaged\n\t0abc  Not ATI's\n1002  Unknown\n# note\n"
+                               "\t0ABC  Old\n1002  Twice\n\t0abc  Old\n"
+        + classes + late;
     WriteFile(fFile, before);
     TypedPciNames names;
     EXPECT_EQ(names.Vendor(0x1002) + names.Device(0x1002, 0xabc), "Old");
@@ -38,18 +40,28 @@ TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
     names.SetDevice(0x1002, 0xabc, " New ");
     names.SetDevice(0x1002, 0xabc, "Old"); // another one of the same, whose name was left alone
     names.SetDevice(0x1af4, 0x1041, "");
+    names.SetDevice(0x1af4, 0xabc, "Own");
     names.SetVendor(0x1af4, "");
     names.SetDevice(0x8086, 0x1, "A bridge");
     names.SetVendor(0xfffe, "Somebody");
     EXPECT_TRUE(names.Save());
+    const std::string end = "8086  Intel Corporation\n\t0001  A bridge\n";
     EXPECT_EQ(ReadFile(fFile),
-        "# mine\n12345  damaged\n\t0abc  Not ATI's\n1002  Unknown\n# note\n\t0abc  New\n"
-        "8086  Intel Corporation\n\t0001  A bridge\nfffe  Somebody\nC 02  Network\n\t00  "
-        "Ethernet\n");
+        "# mine\n1af4  Unknown\n\t0abc  Own\n12345  damaged\n\t0abc  Not ATI's\n1002  Unknown\n"
+        "# note\n\t0abc  New\n1002  Twice\n\t0abc  Old\n"
+            + end + "fffe  Somebody\n" + classes + late);
     names.SetVendor(0x1002, "Mine");
-    names.SetVendor(0x1002, "");
+    names.SetVendor(0xfffe, "");
     EXPECT_TRUE(names.Save());
-    EXPECT_EQ(TypedPciNames().Device(0x1002, 0xabc), "New");
+    EXPECT_EQ(TypedPciNames().Vendor(0x1002) + TypedPciNames().Device(0x1002, 0xabc), "MineNew");
+    for (const auto& [vendor, device] : { std::pair(0x1002, 0xabc), { 0x8087, 1 } }) {
+        names.SetDevice(static_cast<uint16>(vendor), static_cast<uint16>(device), "");
+        names.SetVendor(static_cast<uint16>(vendor), "");
+    }
+    EXPECT_TRUE(names.Save());
+    EXPECT_EQ(ReadFile(fFile),
+        "# mine\n1af4  Unknown\n\t0abc  Own\n12345  damaged\n\t0abc  Not ATI's\n# note\n" + end
+            + classes);
 }
 
 TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
@@ -79,6 +91,8 @@ TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
         const std::string prefix = "Error reading <" + fFile + ">: ";
         EXPECT_EQ(
             testing::internal::GetCapturedStderr(), row.line.empty() ? "" : prefix + row.line);
+        names.SetVendor(0x1af4, "");
+        EXPECT_TRUE(names.Save()) << "there is nothing to keep";
         names.SetVendor(0x1af4, "Virtual");
         testing::internal::CaptureStderr();
         EXPECT_EQ(names.Save(), row.after != row.text);

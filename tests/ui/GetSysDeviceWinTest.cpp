@@ -296,15 +296,14 @@ TEST_F(FormTest, ItsMenuFillsInWhatIsKnownAndTypedNamesComeBack)
     AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
     Open();
     Fill("device_1-1_0xABC", "?mine");
+    Fill("vendor_3-1_0x1AF4", "?two");
     Choose("Names from the list");
     EXPECT_SOON(TextOf("device_3-1_0x1041") == device);
-    EXPECT_EQ(TextOf("vendor_3-1_0x1AF4"), vendor);
+    EXPECT_EQ(TextOf("vendor_3-1_0x1AF4"), "?two");
     EXPECT_EQ(TextOf("device_2-1_0xAC"), longName.substr(0, 50));
-    EXPECT_EQ(TextOf("device_1-1_0xABC"), "?mine");
     EXPECT_FALSE(TypedPciNames::AreForResults());
     Choose("Names in results");
     EXPECT_SOON(TypedPciNames::AreForResults());
-    Fill("vendor_3-1_0x1AF4", "?two");
     CloseAndOpen();
     EXPECT_EQ(ReadFile(fData / "tarvex/pci.ids"),
         "1002  ATI Technologies\n\t0abc  ?mine\n1000  Symbios Logic Inc.\n\t00ac  " + longName

@@ -86,6 +86,38 @@ bool IsOfAnother(sqlite3* database)
     return !IsEmpty(database) && Ask(database, "PRAGMA application_id") != kApplicationId;
 }
 
+// Columns, indexes and references, as SQLite understands them.
+std::string StructureOf(sqlite3* database)
+{
+    std::string structure;
+    for (const char* question :
+        { "SELECT m.name || t.name || t.type || t.\"notnull\" || t.pk FROM sqlite_schema m,"
+          " pragma_table_info(m.name) t WHERE m.type = 'table' ORDER BY m.name, t.cid",
+            "SELECT m.name || i.\"unique\" || c.name FROM sqlite_schema m, "
+            "pragma_index_list(m.name) i,"
+            " pragma_index_info(i.name) c WHERE m.type = 'table' ORDER BY m.name, i.name, c.seqno",
+            "SELECT m.name || f.\"table\" || f.\"from\" || f.on_delete FROM sqlite_schema m,"
+            " pragma_foreign_key_list(m.name) f WHERE m.type = 'table' ORDER BY m.name" }) {
+        Statement statement(database, question);
+        while (statement.Next())
+            structure += statement.Bytes(0) + "\n";
+    }
+    return structure;
+}
+
+// The definitions are text, and with a letter of it damaged they may mean something else: what is
+// written then is not found again.
+bool HasOwnStructure(sqlite3* database)
+{
+    static const std::string sOwn = [] {
+        const Database made = OpenDatabase(":memory:", SQLITE_OPEN_READWRITE);
+        for (const char* step : kSteps)
+            Execute(made.get(), step);
+        return StructureOf(made.get());
+    }();
+    return StructureOf(database) == sOwn;
+}
+
 void CheckVersion(sqlite3* database)
 {
     const int64 version = Ask(database, "PRAGMA user_version");
@@ -100,6 +132,8 @@ void CheckVersion(sqlite3* database)
         Ask(database, "PRAGMA journal_mode = WAL");
     if (version < kVersion)
         Upgrade(database, isEmpty ? 0 : version);
+    if (!HasOwnStructure(database))
+        throw Failure { B_IO_ERROR, true, "its tables are others" };
 }
 
 OpenStore OpenNormally(const std::string& path, Opening opening)
@@ -163,7 +197,8 @@ bool IsSound(sqlite3* database)
 {
     try {
         Statement check(database, "PRAGMA integrity_check(1)");
-        return !IsOfAnother(database) && check.Next() && check.Bytes(0) == "ok";
+        return !IsOfAnother(database) && check.Next() && check.Bytes(0) == "ok"
+            && (IsEmpty(database) || HasOwnStructure(database));
     } catch (const Failure& failure) {
         if (!failure.isDamage)
             throw;
