@@ -135,7 +135,7 @@ LoadOutcome Comparison::Load(const std::vector<LibString>& paths)
     LoadOutcome outcome;
     for (const LibString& path : paths) {
         const int32 before = machines.Size();
-        if (!ReadResultsFile(path, machines)) {
+        if (!ReadResultsFile(path, machines, MachinesAre::kPacked)) {
             outcome.refused.push_back(LeafOf(path) + " cannot be read: " + strerror(errno));
             continue;
         }
@@ -204,7 +204,7 @@ void Comparison::ShowTest()
 {
     shown = {};
     const Results* first = machines.First();
-    if (!test || !first || !first->Find(*test))
+    if (!test || !first || !first->Has(*test))
         return;
     machines.MakeCurrent(*test);
     UpdateScale();
@@ -328,8 +328,7 @@ int32 Comparison::Restore()
     const std::vector<Forgotten> back = std::move(forgotten.back());
     forgotten.pop_back();
     for (const Forgotten& each : back) {
-        auto machine = std::make_unique<Results>(false, thisMachine);
-        machine->Read(each.record.c_str());
+        auto machine = Results::FromRecord(each.record.c_str(), thisMachine);
         machine->origin = each.origin;
         machine->trueName = each.trueName;
         if (each.wasSelected)
@@ -346,8 +345,7 @@ int32 Comparison::Restore()
 
 double Comparison::BaseRate(const Metric& metric) const
 {
-    const Metric* base = selected ? selected->Find(metric) : nullptr;
-    return base ? base->BestRate() : 0;
+    return selected ? selected->BestRate(metric) : 0;
 }
 
 void Comparison::ReadStore(const LibNode& file)
@@ -363,11 +361,8 @@ void Comparison::ReadStore(const LibNode& file)
     // Asked once, as there may be thousands of records.
     const LibSysInfo thisMachine;
     const char* record = nullptr;
-    for (int32 i = 0; store.FindString(kRecords, i, &record) == B_OK; i++) {
-        auto machine = std::make_unique<Results>(false, thisMachine);
-        machine->Read(record);
-        machines.Insert(std::move(machine));
-    }
+    for (int32 i = 0; store.FindString(kRecords, i, &record) == B_OK; i++)
+        machines.Insert(Results::FromRecord(record, thisMachine));
     ShowTest();
 }
 

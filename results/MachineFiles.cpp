@@ -5,6 +5,7 @@
 #include "results/ArchiveFiles.h"
 #include "results/ResultsFile.h"
 #include "results/RunFile.h"
+#include "sysinfo/LibSysInfo.h"
 
 #include <algorithm>
 #include <array>
@@ -100,8 +101,7 @@ std::string AddJson(const std::string& text, const std::string& file, ResultList
     const std::string line = RecordOf(std::get<RunRecord>(run));
     if (line.size() >= kRecordSize)
         return "has more than a machine's record holds";
-    auto machine = std::make_unique<Results>(false);
-    machine->Read(line.c_str());
+    auto machine = Results::FromRecord(line.c_str(), LibSysInfo());
     machine->origin = file;
     const RunRecord& record = std::get<RunRecord>(run);
     machine->trueName = TrueName(record.details);
@@ -121,7 +121,7 @@ std::string AddContents(
     } else if (IsResultsText(bytes)) {
         std::string copy = bytes; // which fmemopen() may write to, as far as its type tells
         if (const File text { fmemopen(copy.data(), copy.size(), "r") })
-            ReadResults(text.get(), file.c_str(), list);
+            ReadResults(text.get(), file.c_str(), list, MachinesAre::kPacked);
         why = list.Size() > before ? "" : "holds no results";
     } else if (bytes.find_first_not_of(" \t\r\n") != bytes.npos
         && bytes[bytes.find_first_not_of(" \t\r\n")] == '{') {
@@ -166,7 +166,7 @@ std::string AddFile(const std::string& path, ResultList& list)
     // Of any size, as it is read machine by machine.
     const int32 before = list.Size();
     rewind(file.get());
-    ReadResults(file.get(), path.c_str(), list);
+    ReadResults(file.get(), path.c_str(), list, MachinesAre::kPacked);
     return list.Size() > before ? "" : "holds no results";
 }
 

@@ -90,6 +90,13 @@ Results::Results(bool isCurrent, const LibSysInfo& machine)
     Reset(machine);
 }
 
+Results::Results(PackedRecord record)
+    : icon(std::make_unique<BBitmap>(BRect(0, 0, 15, 15), B_CMAP8)), current(false),
+      packed(std::move(record))
+{
+    UpdateIcon();
+}
+
 Results& Results::operator=(Results& o)
 {
     if (this == &o)
@@ -102,6 +109,7 @@ Results& Results::operator=(Results& o)
     pass = o.pass;
     devices = o.devices;
     LinkList<Metric>::operator=(o);
+    packed = o.packed;
     UpdateIcon();
     return *this;
 }
@@ -114,6 +122,7 @@ void Results::Reset()
 void Results::Reset(const LibSysInfo& machine)
 {
     Clear();
+    packed = {};
     devices.Clear();
     machine.Description(description);
     nbrCpus = machine.cpuCount;
@@ -196,10 +205,33 @@ Metric* Results::NewTest(const char* text, const long& cycles)
     return inserted;
 }
 
-const Metric* Results::Find(const Metric& probe) const
+bool Results::Has(const Metric& probe) const
 {
-    const auto found = std::find(begin(), end(), probe);
-    return found != end() ? &*found : nullptr;
+    return std::find(begin(), end(), probe) != end() || packed.Find(probe);
+}
+
+double Results::BestRate(const Metric& probe) const
+{
+    if (const auto found = std::find(begin(), end(), probe); found != end())
+        return found->BestRate();
+    const auto metric = packed.Find(probe);
+    return metric ? metric->BestRate() : 0;
+}
+
+bool Results::MakeCurrent(const Metric& probe)
+{
+    return IsPacked() ? KeepAsCurrent(packed.Find(probe)) : Get(&probe) != nullptr;
+}
+
+bool Results::MakeFirstCurrent()
+{
+    return IsPacked() ? KeepAsCurrent(packed.First()) : First() != nullptr;
+}
+
+bool Results::KeepAsCurrent(std::unique_ptr<Metric> metric)
+{
+    Clear();
+    return metric && Insert(std::move(metric)) && First();
 }
 
 void Results::FillGaps(Metric& metric) const
@@ -285,7 +317,7 @@ void ResultList::MakeCurrent(const Metric& probe)
 {
     for (Results& machine : *this) {
         const char* name = probe.description;
-        if (!machine.Get(&probe))
+        if (!machine.MakeCurrent(probe))
             fprintf(stderr, "Unable to make given metric <%s> current\n", name);
     }
 }
@@ -293,7 +325,7 @@ void ResultList::MakeCurrent(const Metric& probe)
 void ResultList::FirstCurrent()
 {
     for (Results& machine : *this) {
-        if (!machine.First()) {
+        if (!machine.MakeFirstCurrent()) {
             // The description may come from somebody's file, and control characters in it would
             // reach the terminal.
             fprintf(stderr, "Unable to make first current <%s>\n",

@@ -4,6 +4,7 @@
 #include "foundation/LibString.h"
 #include "foundation/LinkList.h"
 #include "results/Metric.h"
+#include "results/PackedRecord.h"
 
 #include <Bitmap.h>
 #include <OS.h>
@@ -106,6 +107,13 @@ public:
     explicit Results(bool isCurrent);
     // The same with what is known of this machine: who reads thousands of records asks it once.
     Results(bool isCurrent, const LibSysInfo& machine);
+    // A machine that was read, one of thousands: where its record allows, it is packed. Then it has
+    // no metric but the current one as an object, and all that is said here of its metrics is
+    // answered from the record. What does not is Unpacked()'s: walking over them, and NewTest().
+    static std::unique_ptr<Results> FromRecord(const char* record, const LibSysInfo& thisMachine);
+    [[nodiscard]] bool IsPacked() const { return !packed.IsEmpty(); }
+    // The same machine with all metrics; origin and trueName are not copied. Only if it is packed.
+    [[nodiscard]] std::unique_ptr<Results> Unpacked() const;
     Results(const Results&) = delete;
     // Takes over all but calibration, current and the timer; icon shows what expanded says.
     // Moves o's cursors.
@@ -128,8 +136,13 @@ public:
     // line on standard error, if there is no memory. Its next time is that of this pass: for each
     // one before that it was left out of it has a time of 0.
     Metric* NewTest(const char* text, const long& cycles);
-    // The metric of the probe's description, null if there is none. The cursor stays.
-    [[nodiscard]] const Metric* Find(const Metric& probe) const;
+    // Whether there is a metric of the probe's description. The cursor stays.
+    [[nodiscard]] bool Has(const Metric& probe) const;
+    // Its best rate, 0 if there is none. The cursor stays.
+    [[nodiscard]] double BestRate(const Metric& probe) const;
+    // Puts the cursor on it, or on none if there is none: false.
+    bool MakeCurrent(const Metric& probe);
+    bool MakeFirstCurrent();
     // After the last pass: the same for all metrics, so that each has a time for every pass.
     void FillGaps();
     // Measures what a test's own loop costs, which EndTimer then takes off: loops rounds of
@@ -186,14 +199,19 @@ public:
     SpanWatch* watch = nullptr; // of who measures into these; not owned, and not taken over
 
 private:
+    explicit Results(PackedRecord record);
     void Reset(const LibSysInfo& machine);
+    bool KeepAsCurrent(std::unique_ptr<Metric> metric);
     void FillGaps(Metric& metric) const;
     void UpdateIcon();
+    void ReadMachine();
     void ReadDevices(LibStringIterator& line, int32 nbrFields);
     void ReadMetric(LibStringIterator& line, const LibString& id);
     void ReadTimes(LibStringIterator& line, Metric& metric);
     void DrawLabel(BView* view, float left, float y, bool selected);
     void DrawDevices(BView* view, float baseline) const;
+
+    PackedRecord packed;
 };
 
 // The machines of a comparison, in the order in which they are shown: the run on this machine, if

@@ -9,6 +9,7 @@
 #include <WholeFile.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -23,9 +24,9 @@ constexpr size_t kLongestLine = 29;
 // Write makes no record of kRecordSize; whatever is much longer is none.
 constexpr size_t kLongestRecord = 2 * kRecordSize;
 
-// What a file's machines may take: two-byte machines would fill the memory of any computer. Whole
-// runs need four times their text on eight processors, six times on four, 13 times on one; the
-// floor has room for two thousand of any. Who keeps the machines needs memory for that besides.
+// What a file's machines may take: two-byte machines would fill the memory of any computer. Not
+// packed, complete runs need four times their text on eight processors, six times on four, 13 times
+// on one; the floor has room for two thousand of any.
 constexpr size_t kMostBytesPerByteRead = 6;
 constexpr size_t kFloorBytes = 16 << 20;
 
@@ -41,24 +42,53 @@ size_t MemoryOf(const Results& machine, const std::string& record)
         sizeof(Metric) + sizeof(ListNode<Metric>) + 2 * kPiece + 2 * kShortText;
     constexpr size_t kDevice =
         sizeof(RelatedDevices) + sizeof(ListNode<RelatedDevices>) + 2 * kPiece + kShortText;
-    return kMachine + static_cast<size_t>(machine.Size()) * kMetric
-        + static_cast<size_t>(machine.devices.Size()) * kDevice
+    const size_t metrics = machine.IsPacked()
+        ? kMetric + record.size() + kPiece // the current one, later
+        : static_cast<size_t>(machine.Size()) * kMetric;
+    return kMachine + metrics + static_cast<size_t>(machine.devices.Size()) * kDevice
         + std::min(record.rfind('\t'), record.size());
 }
 
-// Reads most characters, or up to the end of the line, which is taken but not kept. False at the
-// end of the file. What is longer than a record is counted but not kept.
-bool ReadLine(FILE* file, size_t most, std::string& line, size_t& length)
-{
-    line.clear();
-    length = 0;
-    int c = EOF;
-    while (length < most && (c = getc_unlocked(file)) != EOF && c != '\n') {
-        if (++length <= kLongestRecord)
-            line.push_back(static_cast<char>(c));
+// Lines of a file up to its end, read in blocks: what is read is this object's.
+class LineReader {
+public:
+    explicit LineReader(FILE* file) : fFile(file) { }
+
+    // Reads most characters, or up to the end of the line, which is taken but not kept. False at
+    // the end of the file. What is longer than a record is counted but not kept.
+    bool Read(size_t most, std::string& line, size_t& length)
+    {
+        line.clear();
+        length = 0;
+        bool isEnded = false;
+        while (length < most && !isEnded && Fill()) {
+            const char* first = fBlock.data() + fAt;
+            const size_t room = std::min(fEnd - fAt, most - length);
+            const auto* end = static_cast<const char*>(memchr(first, '\n', room));
+            const size_t size = end ? static_cast<size_t>(end - first) : room;
+            line.append(first, std::min(size, kLongestRecord - std::min(length, kLongestRecord)));
+            length += size;
+            isEnded = end != nullptr;
+            fAt += size + (isEnded ? 1 : 0);
+        }
+        return length > 0 || isEnded;
     }
-    return length > 0 || c != EOF;
-}
+
+private:
+    bool Fill()
+    {
+        if (fAt == fEnd) {
+            fAt = 0;
+            fEnd = fread(fBlock.data(), 1, fBlock.size(), fFile);
+        }
+        return fEnd > 0;
+    }
+
+    FILE* fFile;
+    size_t fAt = 0;
+    size_t fEnd = 0;
+    std::array<char, 1 << 16> fBlock;
+};
 
 // The length that a line gives; 0 if it gives none.
 size_t LengthIn(const std::string& line)
@@ -71,7 +101,8 @@ size_t LengthIn(const std::string& line)
 // One file, with what was wrong in it.
 class Reader {
 public:
-    Reader(FILE* file, const char* name, ResultList& list) : fFile(file), fName(name), fList(list)
+    Reader(FILE* file, const char* name, ResultList& list, MachinesAre kept)
+        : fLines(file), fName(name), fList(list), fKept(kept)
     {
     }
 
@@ -115,14 +146,14 @@ public:
 private:
     bool Read(size_t most, std::string& line, size_t& length)
     {
-        const bool isRead = ReadLine(fFile, most, line, length);
+        const bool isRead = fLines.Read(most, line, length);
         fBytesRead += length + 1;
         return isRead;
     }
 
     void ReadRecord(size_t most)
     {
-        std::string record;
+        std::string& record = fRecord;
         size_t length = 0;
         if (!Read(most, record, length))
             return;
@@ -134,16 +165,26 @@ private:
             fTooMany++;
             return;
         }
-        auto machine = std::make_unique<Results>(false, fThisMachine);
-        machine->Read(record.c_str());
+        auto machine = MachineFrom(record.c_str());
         machine->origin = fName;
         fMemory += MemoryOf(*machine, record);
         fList.Insert(std::move(machine));
     }
 
-    FILE* fFile;
+    std::unique_ptr<Results> MachineFrom(const char* record) const
+    {
+        if (fKept == MachinesAre::kPacked)
+            return Results::FromRecord(record, fThisMachine);
+        auto machine = std::make_unique<Results>(false, fThisMachine);
+        machine->Read(record);
+        return machine;
+    }
+
+    LineReader fLines;
+    std::string fRecord; // the last one, with its room for the next
     const std::string fName;
     ResultList& fList;
+    const MachinesAre fKept;
     const LibSysInfo fThisMachine;
     size_t fBytesRead = 0;
     size_t fMemory = 0; // of the machines of this file
@@ -170,19 +211,19 @@ bool WriteResultsFile(const char* path, const Results& results, std::string* why
     return false;
 }
 
-void ReadResults(FILE* file, const char* name, ResultList& list)
+void ReadResults(FILE* file, const char* name, ResultList& list, MachinesAre kept)
 {
-    Reader reader(file, name, list);
+    Reader reader(file, name, list, kept);
     reader.ReadAll();
     reader.Report();
 }
 
-bool ReadResultsFile(const char* path, ResultList& list)
+bool ReadResultsFile(const char* path, ResultList& list, MachinesAre kept)
 {
     FILE* file = fopen(path, "r");
     if (!file)
         return false;
-    ReadResults(file, path, list);
+    ReadResults(file, path, list, kept);
     fclose(file);
     return true;
 }
@@ -194,8 +235,9 @@ bool IsResultsFile(const char* path)
         return false;
     std::string line;
     size_t length = 0;
-    ReadLine(file, kLongestLine, line, length);
-    ReadLine(file, kLongestLine, line, length);
+    LineReader lines(file);
+    lines.Read(kLongestLine, line, length);
+    lines.Read(kLongestLine, line, length);
     fclose(file);
     if (line.ends_with('\r'))
         line.pop_back();

@@ -19,13 +19,17 @@ class Results;
 [[nodiscard]] bool WriteResultsFile(
     const char* path, const Results& results, std::string* why = nullptr);
 
+// Whether each machine has its metrics as objects, or is packed: see Results::FromRecord().
+enum class MachinesAre { kWhole, kPacked };
+
 // Appends a machine for every record of the file at path. Returns false, and says nothing, if it
 // cannot be opened. What cannot be read is left out, with a line on standard error; so are machines
 // that would need many times more memory than the file has bytes.
-bool ReadResultsFile(const char* path, ResultList& list);
+bool ReadResultsFile(const char* path, ResultList& list, MachinesAre kept = MachinesAre::kWhole);
 // The same from an open file, up to its end; name stands for it in messages, and as where the
 // machines were read.
-void ReadResults(FILE* file, const char* name, ResultList& list);
+void ReadResults(
+    FILE* file, const char* name, ResultList& list, MachinesAre kept = MachinesAre::kWhole);
 
 // Whether the file at path begins like a results file: a line, and the length of a record.
 [[nodiscard]] bool IsResultsFile(const char* path);

@@ -63,6 +63,10 @@ private:
 
 bool Results::Write(char* buffer) const
 {
+    if (IsPacked()) {
+        strcpy(buffer, packed.Text().c_str());
+        return true;
+    }
     constexpr size_t kRoom = kRecordSize - 1;
     const std::string machine = TextOf(description);
     const std::string beginning = machine.substr(0, kRoom - 1) + "\t";
@@ -113,6 +117,36 @@ void Results::Read(const char* text)
     ReadDevices(line, nbrDevices);
     while (line.GetNextField(':', field))
         ReadMetric(line, field);
+}
+
+std::unique_ptr<Results> Results::FromRecord(const char* record, const LibSysInfo& thisMachine)
+{
+    PackedRecord packed = PackedRecord::Of(record);
+    if (packed.IsEmpty()) {
+        auto machine = std::make_unique<Results>(false, thisMachine);
+        machine->Read(record);
+        return machine;
+    }
+    std::unique_ptr<Results> machine(new Results(std::move(packed)));
+    machine->ReadMachine();
+    return machine;
+}
+
+// What is in front of a packed machine's metrics.
+void Results::ReadMachine()
+{
+    description = std::string(packed.Machine()).c_str();
+    nbrCpus = ProcessorCount(description);
+    cpu = nbrCpus + 1;
+    LibStringIterator fields(std::string(packed.Devices()).c_str());
+    ReadDevices(fields, fields.Count('\t'));
+}
+
+std::unique_ptr<Results> Results::Unpacked() const
+{
+    std::unique_ptr<Results> machine(new Results(PackedRecord()));
+    machine->Read(packed.Text().c_str());
+    return machine;
 }
 
 void Results::ReadDevices(LibStringIterator& line, int32 nbrFields)
@@ -196,6 +230,8 @@ void Metric::Save(FILE* file, const int& columns) const
 
 void Results::SaveHeader(FILE* file, const int& columns) const
 {
+    if (IsPacked())
+        return Unpacked()->SaveHeader(file, columns);
     PutTabs(file, 1);
     for (const Metric& metric : *this) {
         PutCell(file, metric.description);
@@ -206,6 +242,8 @@ void Results::SaveHeader(FILE* file, const int& columns) const
 
 void Results::SaveUnits(FILE* file, const int& columns) const
 {
+    if (IsPacked())
+        return Unpacked()->SaveUnits(file, columns);
     PutTabs(file, 1);
     for (const Metric& metric : *this) {
         const char* units = metric.units;
@@ -223,6 +261,8 @@ void Results::SaveUnits(FILE* file, const int& columns) const
 
 void Results::Save(FILE* file, const int& columns) const
 {
+    if (IsPacked())
+        return Unpacked()->Save(file, columns);
     PutCell(file, description);
     for (const Metric& metric : *this)
         metric.Save(file, columns);

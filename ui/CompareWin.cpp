@@ -261,7 +261,8 @@ void CompareWin::OfferTests(const Results& machine)
     // A copy: the text is that of an item, which goes.
     const LibString before(choices->Text());
     choices->MakeEmpty();
-    for (const Metric& metric : machine)
+    const auto unpacked = machine.IsPacked() ? machine.Unpacked() : nullptr;
+    for (const Metric& metric : unpacked ? *unpacked : machine)
         choices->AddItem(metric.description, new BMessage(kMsgTest));
     choices->Choose(before);
     TestItemSelected();

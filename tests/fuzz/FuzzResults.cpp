@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -23,6 +24,13 @@ void CheckMachine(Results& machine)
     record[kRecordSize] = '#';
     machine.Write(record);
     Require(record[kRecordSize] == '#', "a record keeps to its place");
+    if (!PackedRecord::Of(record).IsEmpty()) {
+        Results again(false);
+        again.Read(record);
+        char second[kRecordSize];
+        again.Write(second);
+        Require(strcmp(record, second) == 0, "what is packed is written as it was");
+    }
 }
 
 } // namespace
