@@ -2,8 +2,6 @@
 
 #include "TestWindow.h"
 
-#include <Autolock.h>
-
 #include <QBitmap>
 #include <QCursor>
 #include <QGuiApplication>
@@ -13,39 +11,6 @@
 #include <cstdlib>
 #include <thread>
 #include <tuple>
-
-namespace {
-
-// Ends the program in the looper's thread when it is sent message 1.
-class EndingWindow : public BWindow {
-public:
-    EndingWindow() : BWindow(BRect(20, 40, 99, 99), "Ending", B_TITLED_WINDOW, 0) { }
-    void MessageReceived(BMessage* message) override
-    {
-        if (message->what == 1)
-            exit(41);
-    }
-};
-
-void EndInThread()
-{
-    exit(41);
-}
-
-// Shows a window and ends the program in that way.
-void EndBy(const std::function<void(BWindow*)>& way)
-{
-    BApplication application("application/x-vnd.Tarvex-test");
-    BWindow* window = new EndingWindow;
-    window->Show();
-    // As an icon does; a timer empties the cache after a while.
-    display::Call([] { QPixmapCache::insert("kept", QPixmap(1, 1)); });
-    way(window);
-    for (;;)
-        snooze(1000000);
-}
-
-} // namespace
 
 TEST(DisplayServer, IsMissingWithoutADisplayAndAWindowEndsTheProgram)
 {
@@ -68,26 +33,6 @@ TEST(DisplayServer, IsMissingWithoutADisplayAndAWindowEndsTheProgram)
                     new BWindow(BRect(0, 0, 9, 9), "None", B_TITLED_WINDOW, 0);
             },
             testing::ExitedWithCode(1), std::string("^[^\n]*") + line + "\n$");
-    }
-}
-
-TEST(DisplayServer, LetsTheProgramEndFromAnyThread)
-{
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    const std::pair<const char*, std::function<void(BWindow*)>> ways[] = {
-        { "window's thread", [](BWindow* window) { window->PostMessage(1); } },
-        { "another thread", [](BWindow*) { std::thread(EndInThread).join(); } },
-        { "server's thread", [](BWindow*) { display::Post(EndInThread); } }, // as without display
-        { "main thread with the lock",
-            [](BWindow* window) {
-                const BAutolock lock(window);
-                if (lock.IsLocked())
-                    EndInThread();
-            } },
-    };
-    for (const auto& [name, way] : ways) {
-        SCOPED_TRACE(name);
-        EXPECT_EXIT(EndBy(way), testing::ExitedWithCode(41), "^(QStandardPaths[^\n]*\n)?$");
     }
 }
 

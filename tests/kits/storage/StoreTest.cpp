@@ -2,8 +2,6 @@
 #include "TestHome.h"
 #include "tests/support/Child.h"
 
-#include <OS.h>
-
 #include <csignal>
 #include <fcntl.h>
 #include <random>
@@ -23,21 +21,6 @@ std::string ValueOf(int number, size_t size)
     for (char& byte : value)
         byte = static_cast<char>(random() >> 8);
     return value;
-}
-
-TEST(Store, ALargeValueIsReadByAnotherConnectionAndOneThatIsTooLargeRefused)
-{
-    const TempFolder folder;
-    constexpr size_t kSize = 20'000'000;
-    ASSERT_EQ(Write(*std::make_unique<Store>(folder / "new/store"), "0", ValueOf(0, kSize)),
-        ssize_t(kSize));
-    Store store(folder / "new/store");
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(store.WriteAttribute(kFile, "0", 'RAWT', 1'000'000'000, "x"), B_BAD_VALUE);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Error using the attribute store <" + (folder / "new/store")
-            + ">: a value would have more than 1000000000 bytes\n");
-    EXPECT_TRUE(Read(store, "0") == ValueOf(0, kSize)) << "is another now";
 }
 
 // The child tells each write that came back; one more may be done, and none in part.
@@ -103,28 +86,6 @@ TEST(Store, TwoProgramsThatWriteAtOnceLoseNothing)
     for (const char program : { 'a', 'b' })
         for (int i = 0; i < kWrites; i++)
             ASSERT_TRUE(Read(store, program + std::to_string(i)) == ValueOf(i, 5000)) << i;
-}
-
-status_t WriteForEver(void* store)
-{
-    const std::string name = std::to_string(find_thread(nullptr));
-    while (Write(*static_cast<Store*>(store), name, ValueOf(0, 20'000)) == 20'000) { }
-    return B_ERROR;
-}
-
-TEST(Store, AThreadIsKilledBetweenItsWritesOnly)
-{
-    const TempFolder folder;
-    Store store(folder / "store");
-    for (int round = 0; round < 10; round++) {
-        const thread_id thread = spawn_thread(WriteForEver, "one", B_NORMAL_PRIORITY, &store);
-        EXPECT_EQ(resume_thread(thread), B_OK);
-        snooze(20'000);
-        EXPECT_EQ(kill_thread(thread), B_OK);
-        EXPECT_EQ(Write(store, "after", "x"), 1);
-        const std::string value = Read(store, std::to_string(thread));
-        EXPECT_TRUE(value == kNone || value == ValueOf(0, 20'000));
-    }
 }
 
 std::string ReadFor(Store& store, const NodeIdentity& file)

@@ -184,19 +184,6 @@ TEST_F(ListViewTest, TheBarFollowsRowsAndSize)
     EXPECT_TRUE(becomes(0, 1));
 }
 
-TEST_F(ListViewTest, OnlyVisibleRowsOfManyAreDrawn)
-{
-    ShowRows(10000);
-    Locked([&] { fList->ScrollTo(0, 50000); });
-    EXPECT_TRUE(Shows(50005, kBlue));
-    const auto drawn = Locked([&] {
-        return std::count_if(
-            fItems.begin(), fItems.end(), [](const auto& item) { return item->draws > 0; });
-    });
-    EXPECT_GE(drawn, 20);
-    EXPECT_LE(drawn, 24);
-}
-
 TEST_F(ListViewTest, StringItemsShowTheirText)
 {
     BStringItem item("HHHH");

@@ -56,21 +56,6 @@ TEST_F(TextTest, GoesOnByItsWidthAndWhatIsAddedToEachLetter)
     EXPECT_EQ(spaced.pixels, parts("a ", "e", 2 + 5).pixels);
 }
 
-TEST_F(TextTest, LongTextKeepsItsPlaces)
-{
-    // More letters than one run of glyphs holds: the end of it must be where it was measured.
-    const std::string start(600, 'i');
-    const std::string text = start + "\xce\xa9x";
-    const Picture whole = Drawn([&](BView& v) {
-        v.DrawString(text.c_str(), BPoint(3 - v.StringWidth(start.c_str()), 15));
-    });
-    const Picture end = Drawn([](BView& v) {
-        v.DrawString("\xce\xa9x", BPoint(3, 15));
-        v.DrawString("i", BPoint(3 - v.StringWidth("i"), 15));
-    });
-    EXPECT_EQ(whole.pixels, end.pixels);
-}
-
 TEST_F(TextTest, FollowsTheFontOfTheView)
 {
     const auto inkOf = [this](float size, uint16 face) {
