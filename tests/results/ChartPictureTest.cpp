@@ -158,25 +158,6 @@ TEST_F(ChartPictureTest, PngIsSharpAndLight)
     EXPECT_EQ(at(500, kTop + 19 + 17 + 1), QColor(Qt::white)); // between two bars
 }
 
-TEST_F(ChartPictureTest, PdfIsOnePage)
-{
-    EXPECT_EQ(Said(folder / "a.pdf"), "");
-    const std::string file = ReadFile(folder / "a.pdf");
-    EXPECT_TRUE(file.starts_with("%PDF-"));
-    EXPECT_NE(file.find("/Count 1\n"), std::string::npos);
-    EXPECT_NE(file.find("%%EOF"), std::string::npos);
-}
-
-TEST_F(ChartPictureTest, TellsHowManyMachinesAreMissing)
-{
-    const std::vector<LibString> files(250, (folder / "machines").c_str());
-    ASSERT_TRUE(comparison.Load(files).isRead);
-    EXPECT_EQ(Said(folder / "a.svg"), "");
-    const Svg svg(folder / "a.svg");
-    EXPECT_EQ(svg.Count("Other (1-y)"), 234); // 469 rows of 17 are as high as 8000
-    EXPECT_EQ(svg.Count("and 33 more machines"), 1);
-}
-
 TEST_F(ChartPictureTest, SaysWhyThereIsNone)
 {
     std::filesystem::create_symlink("/dev/full", folder / "full.pdf");

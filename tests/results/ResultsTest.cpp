@@ -14,22 +14,6 @@ bool Shows(const Results& results, const std::array<uint8, 256>& picture)
 
 } // namespace
 
-TEST(Results, ResetStartsARunOnThisMachineFromAllProcessorsDownToOne)
-{
-    Results results(true);
-    results.NewTest("Memory", 1);
-    ASSERT_TRUE(results.devices.Insert(new RelatedDevices));
-    results.description = "another";
-    results.nbrCpus = 99;
-    results.Reset();
-    EXPECT_EQ(results.Size() + results.devices.Size(), 0);
-    EXPECT_TRUE(results.description.EndsWith("MB RAM"));
-    int passes = 0;
-    for (; results.CycleCpu() && passes < 9; passes++)
-        EXPECT_EQ(results.cpu, results.nbrCpus - passes);
-    EXPECT_EQ(passes, results.nbrCpus);
-}
-
 TEST(Results, ATestIsKnownByItsExactDescription)
 {
     Results results(true);

@@ -131,22 +131,6 @@ TEST(Marks, HoldBeyondTheirLimitsOnly)
         EXPECT_EQ(Text(MarksOf(times)), marks) << name;
 }
 
-TEST(Marks, NameBothSpeedsOfAMachineAndLeaveASteadySieveAlone)
-{
-    auto sets = ReadSets();
-    EXPECT_EQ(
-        Text(MarksOf(sets["imitated-two-speeds"]["x"])), "0.0043 (45 %) 0.0084 (55 %) unsteady ");
-    EXPECT_EQ(Text(MarksOf(sets["imitated-sieve"]["x"])), "");
-    EXPECT_EQ(Text(MarksOf(sets["recorded-strings"]["x"])), "");
-    // Two of thirty times are at half speed.
-    EXPECT_EQ(Text(MarksOf(sets["recorded-ackermann"]["x"])), "unsteady ");
-}
-
-TEST(MannWhitney, IsNormalIfOneSampleIsAboveAHundredFigures)
-{
-    ExpectSixDigits({ MannWhitney(Upwards(101, 0), Upwards(7, 1000))->p }, { 1.058014018e-05 });
-}
-
 TEST(SmallestReachable, IsThePOfSetsThatLieApart)
 {
     const std::pair<int, int> rows[] = { { 1, 1 }, { 2, 3 }, { 6, 6 }, { 100, 7 } };

@@ -231,35 +231,6 @@ TEST_F(CompareWinTest, TheChartIsCopiedAndSavedAsAPicture)
     EXPECT_NE(ReadFile(folder / "chart.svg").find("This (2-x)"), std::string::npos);
 }
 
-TEST_F(CompareWinTest, MadeNarrowerAndWiderItLooksAsBefore)
-{
-    ASSERT_SOON(Find("save").exposed);
-    const BRect before = Find("save").frame;
-    BRect right = Find("legend").frame;
-    right.left += 530; // of its colours
-    screen::ResizeWindow("Tarvex Comparisons", BPoint(100, 400));
-    ASSERT_SOON(Find("save").frame.left < before.left);
-    EXPECT_GT(screen::Settled("save").left, Find("ratio").frame.right);
-    screen::ResizeWindow("Tarvex Comparisons", BPoint(720, 400));
-    EXPECT_SOON(Find("save").frame.left == before.left);
-    EXPECT_SOON(screen::ContrastIn(right) == 0);
-}
-
-TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
-{
-    Run();
-    const BPoint text = Find("legend").frame.LeftTop() + BPoint(20, 2);
-    EXPECT_SOON(screen::ContrastIn(BRect(text, text + BPoint(35, 14))) > 100);
-    const rgb_color before = BarAt(0, 390, 410);
-    for (const char* key : { "Tab", "Right", "Return" })
-        screen::Key(key);
-    ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
-    screen::Key("Down");
-    screen::Key("Return");
-    EXPECT_SOON(!IsSame(BarAt(0, 390, 410), before));
-    EXPECT_FALSE(screen::IsActive("Color of 2 CPU"));
-}
-
 TEST_F(CompareWinTest, FilesDraggedFromAnotherProgramAreShown)
 {
     Run();

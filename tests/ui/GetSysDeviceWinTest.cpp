@@ -204,14 +204,6 @@ TEST_F(FormTest, EachRowSaysWhichDeviceItIs)
     }
 }
 
-TEST_F(FormTest, IsAsHighAsItsTextWhereAllDevicesAreKnown)
-{
-    AddPciFunction(fTree, "0000:00:00.0", PciConfig(0x8086, 0x7190, 0x060000));
-    Open();
-    EXPECT_EQ(fForm->Bounds(), BRect(0, 0, 355, 80));
-    EXPECT_EQ(Saved(), "");
-}
-
 TEST_F(FormTest, ScrollsWhereTheScreenHasNoRoomForAllDevices)
 {
     if (!UnpackPciMachine(fTree))

@@ -1,6 +1,5 @@
 #include "ui/RunEstimate.h"
 
-#include "sysinfo/LibSysInfo.h"
 #include "tests/support/Test.h"
 #include "ui/RunWatch.h"
 
@@ -25,31 +24,6 @@ TEST(RunEstimate, EachPassTakesTheSumOfItsGroups)
     }
 }
 
-TEST(RunProgress, TakesEachGroupToLastAsLongAsTheLastTime)
-{
-    RunEstimate plan;
-    plan.nbrCpus = 2;
-    plan.selected[GroupIndex("strings")] = plan.selected[GroupIndex("memory")] = true;
-    RunProgress progress;
-    progress.Begin(plan, 1000000);
-    EXPECT_EQ(progress.SecondsLeft(), 12) << "4 and 2, twice";
-    EXPECT_EQ(progress.Share(), 0);
-    const std::tuple<bigtime_t, double, double> rows[] = {
-        // the run's second in which the next group begins, the seconds left then, and the part
-        { 0, 12, 0 },
-        { 1, 2 + 1 + 2, 1.0 / 6 },
-        { 5, 1 + 4, 0.5 },
-        { 25, 4, 25.0 / 29 },
-    };
-    for (const auto& [second, left, share] : rows) {
-        progress.GroupBegins((1 + second) * 1000000);
-        EXPECT_DOUBLE_EQ(progress.SecondsLeft(), left) << second;
-        EXPECT_DOUBLE_EQ(progress.Share(), share) << second;
-    }
-    progress.Begin(plan, 100000000);
-    EXPECT_EQ(progress.SecondsLeft(), 20 + 4 + 20 + 4) << "as measured";
-}
-
 TEST(RunRemark, CountsSharedSpansAndTellsOfSleep)
 {
     const RunWarning asleep { "asleep", "the machine slept for 12.5 seconds" };
@@ -64,21 +38,5 @@ TEST(RunRemark, CountsSharedSpansAndTellsOfSleep)
         EXPECT_EQ(remark.line, line);
         EXPECT_TRUE(remark.more.ends_with(more)) << remark.more;
         EXPECT_EQ(remark.more.starts_with("Shared: "), shared > 0);
-    }
-}
-
-TEST(TestGroups, OnlyOneKindOfScreenSuitsTheGraphicsTests)
-{
-    const std::tuple<int, int, color_space, bool> rows[] = {
-        { 1024, 768, B_CMAP8, true },
-        { 1024, 768, B_RGB32, false },
-        { 1023, 768, B_CMAP8, false },
-        { 1024, 1024, B_CMAP8, false },
-    };
-    const system_info machine {};
-    for (const auto& [width, height, depth, suits] : rows) {
-        const BRect frame(0, 0, static_cast<float>(width - 1), static_cast<float>(height - 1));
-        const LibSysInfo info(machine, frame, depth);
-        EXPECT_EQ(SuitsGraphicsTests(info), suits) << width << " " << depth;
     }
 }
