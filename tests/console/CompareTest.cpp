@@ -134,20 +134,6 @@ TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
     EXPECT_FALSE(std::filesystem::exists(fFolder / "a.svg"));
 }
 
-TEST_F(CompareProgram, ShowsTheFiguresOfOneMachine)
-{
-    EXPECT_EQ(Run("--compare more.json --tests ackerman"), 0);
-    EXPECT_EQ(Output(),
-        "Machine: PC (4-x)\n"
-        "\n"
-        "Test      Units  CPUs     Rate  +- %  CV %   n  Marks\n"
-        "Ackerman  IPS       4   2449.0   0.3   0.3  10\n"
-        "Ackerman  IPS       1  11946.2   0.3   0.3  10\n");
-    EXPECT_EQ(Run("--compare old.results --format csv"), 0);
-    EXPECT_NE(Output().find("\n,700,Sieve,IPS,more,1,400.0,1,"), std::string::npos) << Output();
-    EXPECT_EQ(Errors(), "");
-}
-
 TEST_F(CompareProgram, WritesPicturesWithoutADisplay)
 {
     unsetenv("DISPLAY");

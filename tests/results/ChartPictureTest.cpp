@@ -15,7 +15,6 @@ namespace {
 // are not upright, each by the height of its right end above its left one.
 struct Svg {
     std::vector<std::string> texts;
-    std::vector<std::pair<double, size_t>> labels; // of the axis: the left and how many digits
     std::map<std::string, std::vector<double>> bars;
     std::map<std::string, std::vector<double>> rises;
     std::string error; // of the XML
@@ -43,13 +42,8 @@ struct Svg {
             }
             if (reader.name() == QLatin1String("rect") && value("height") == "11")
                 bars[color].push_back(value("width").toDouble());
-            else if (reader.name() == QLatin1String("text")) {
-                const double x = value("x").toDouble();
+            else if (reader.name() == QLatin1String("text"))
                 texts.push_back(reader.readElementText().toStdString());
-                if (!texts.back().empty()
-                    && std::all_of(texts.back().begin(), texts.back().end(), isdigit))
-                    labels.emplace_back(x, texts.back().size());
-            }
         }
         error = reader.errorString().toStdString();
     }
@@ -124,23 +118,6 @@ TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
     svg = Svg(folder / "a.SVG");
     EXPECT_EQ(svg.Count("Sieve, percent of One <A&B>\xef\xbf\xbd (2-x)"), 1);
     EXPECT_EQ(svg.Count("( Percent )"), 1);
-}
-
-TEST_F(ChartPictureTest, LabelsOfTheAxisNeitherCrossTheLineNorTheEdge)
-{
-    constexpr double kDigit = 6; // is a little wider
-    for (int rate = 91; rate < 100; rate++) {
-        const std::string record = "PC (1-x)\t700:" + std::to_string(rate) + "000/1.0;";
-        WriteFile(folder / "one", "1.0\n" + std::to_string(record.size()) + "\n" + record + "\n");
-        comparison.machines.Clear();
-        ASSERT_TRUE(comparison.Load({ (folder / "one").c_str() }).isRead);
-        EXPECT_EQ(Said(folder / "a.svg"), "");
-        const Svg svg(folder / "a.svg");
-        ASSERT_GT(svg.labels.size(), 5u);
-        EXPECT_GT(svg.labels.front().first, ComparisonChart::kBarsX) << rate;
-        const auto [x, digits] = svg.labels.back();
-        EXPECT_LT(x + kDigit * static_cast<double>(digits), ComparisonChart::kBarsX + 400) << rate;
-    }
 }
 
 TEST_F(ChartPictureTest, PngIsSharpAndLight)

@@ -59,27 +59,6 @@ TEST(Results, ATestLeftOutInAPassKeepsItsPlaceInTheOthersAlsoInTheRecord)
     EXPECT_EQ(read.Get(1L)->Rate(1), 0);
 }
 
-TEST(Results, CalibrateCallsRandAsOftenAsTheTestsLoopWould)
-{
-    Results results(true);
-    for (const int calls : { 0, 1, 2, 3, 4, 5, 6, 7 }) {
-        SCOPED_TRACE(calls);
-        srand(42);
-        results.Calibrate(10, calls);
-        const int next = rand();
-        srand(42);
-        for (int i = 0; calls <= 6 && i < 10 * calls; i++)
-            static_cast<void>(rand());
-        EXPECT_EQ(next, rand());
-    }
-    results.calibration = 5;
-    results.Calibrate(0, 3);
-    EXPECT_EQ(results.calibration, 0);
-    results.StartTimer();
-    results.calibration = 3'600'000'000;
-    EXPECT_LT(results.EndTimer(), 0); // the calibration comes off even below zero
-}
-
 TEST(Results, AssignmentIsDeepAndKeepsWhatBelongsToTheTarget)
 {
     Results from(true);

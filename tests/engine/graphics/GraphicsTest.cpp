@@ -228,19 +228,6 @@ TEST_F(GraphicsTest, AWatchedOneThatDrewNothingWasNotDone)
     EXPECT_EQ(watch.undone, (std::vector<std::string> { "", "", "nothing was drawn", "" }));
 }
 
-TEST_F(GraphicsTest, ARunMeasuresAllInOrderOncePerProcessorCount)
-{
-    StartRun();
-    EXPECT_EQ(ended.WaitFor(benchmark.results.nbrCpus + 1).back(), "benchmark: 0");
-    const Metric* metric = benchmark.results.First();
-    for (const Row& row : kRows) {
-        ASSERT_NE(metric, nullptr);
-        EXPECT_STREQ(metric->description, ("Graphics " + row.metric).c_str());
-        EXPECT_EQ(metric->nbrTimes, benchmark.results.nbrCpus);
-        metric = benchmark.results.Next();
-    }
-}
-
 TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)
 {
     benchmark.ackerman = true;

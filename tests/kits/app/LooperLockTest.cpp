@@ -2,7 +2,6 @@
 
 #include <Autolock.h>
 
-#include <atomic>
 #include <list>
 
 namespace {

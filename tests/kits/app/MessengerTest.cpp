@@ -4,8 +4,6 @@
 #include <Invoker.h>
 #include <Messenger.h>
 
-#include <tuple>
-
 namespace {
 
 constexpr bigtime_t kShort = 20'000;
@@ -29,30 +27,6 @@ Entries Numbers(int count)
 }
 
 } // namespace
-
-TEST(Messenger, NeedsAHandlerInALooper)
-{
-    BLooper* looper = new BLooper;
-    BLooper* other = new BLooper;
-    BHandler alone;
-    BHandler inside;
-    looper->AddHandler(&inside);
-    const std::tuple<const BHandler*, const BLooper*, status_t> rows[] = {
-        { &alone, nullptr, B_BAD_HANDLER }, { &inside, other, B_MISMATCHED_VALUES },
-        { &inside, looper, B_OK }, { nullptr, looper, B_OK }, // the looper itself
-    };
-    for (const auto& [handler, target, expected] : rows) {
-        status_t status = 1;
-        const BMessenger messenger(handler, target, &status);
-        EXPECT_EQ(status, expected);
-        BLooper* found = other;
-        EXPECT_EQ(messenger.Target(&found), expected == B_OK ? handler : nullptr);
-        EXPECT_EQ(found, expected == B_OK ? looper : nullptr);
-        EXPECT_EQ(messenger.LockTarget(), expected == B_OK);
-    }
-    looper->Quit();
-    other->Quit();
-}
 
 TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
 {

@@ -8,9 +8,6 @@
 #include <QPixmapCache>
 
 #include <clocale>
-#include <cstdlib>
-#include <thread>
-#include <tuple>
 
 TEST(DisplayServer, IsMissingWithoutADisplayAndAWindowEndsTheProgram)
 {

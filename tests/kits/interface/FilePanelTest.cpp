@@ -1,6 +1,5 @@
 #include "FilePanel.h"
 
-#include "tests/support/TempFolder.h"
 #include "TestWindow.h"
 
 namespace {

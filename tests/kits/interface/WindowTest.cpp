@@ -1,7 +1,5 @@
 #include "TestWindow.h"
 
-#include <cstdlib>
-
 TEST_F(WindowTest, StandsWhereItsFrameSays)
 {
     Show();

@@ -5,9 +5,6 @@
 #include "Message.h"
 #include "Screen.h"
 
-#include <cstring>
-#include <tuple>
-
 namespace {
 
 using BitmapDrawing = CanvasTest;

@@ -5,9 +5,6 @@
 #include "ScrollView.h"
 #include "tests/kits/interface/TestWindow.h"
 
-#include <cstdlib>
-#include <tuple>
-
 namespace {
 
 constexpr rgb_color kBlue { 0, 0, 255 };

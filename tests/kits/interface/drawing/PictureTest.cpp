@@ -4,7 +4,6 @@
 #include "Bitmap.h"
 #include "Canvas.h"
 #include "server/DisplayServer.h"
-#include "tests/support/TempFolder.h"
 
 #include <QImage>
 

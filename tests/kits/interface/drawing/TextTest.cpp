@@ -2,9 +2,6 @@
 #include "Canvas.h"
 #include "TextCoding.h"
 
-#include <string>
-#include <tuple>
-
 namespace {
 
 using TextTest = CanvasTest;
