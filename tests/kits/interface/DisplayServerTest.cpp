@@ -52,6 +52,7 @@ TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
     uint8 image[68] = { 16, 1, 3, 5 }; // hot spot: row 3, column 5
     image[4] = 0xc0; // the two leftmost pixels of the first row
     image[36] = 0x80; // of which only the first is drawn
+    image[7] = image[39] = 0x01; // the last of the second row
     be_app->SetCursor(image);
     image[0] = 32; // no cursor image: the other stays
     be_app->SetCursor(image);
@@ -61,6 +62,7 @@ TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
     const QImage shown = cursor.bitmap().toImage();
     EXPECT_EQ(shown.pixelColor(0, 0), QColor(Qt::black));
     EXPECT_EQ(shown.pixelColor(1, 0), QColor(Qt::white));
+    EXPECT_EQ(shown.pixelColor(15, 1), QColor(Qt::black));
     EXPECT_EQ(cursor.mask().toImage().pixelColor(0, 0), QColor(Qt::black));
     be_app->SetCursor(B_HAND_CURSOR);
     EXPECT_EQ(display::Call([] { return QGuiApplication::overrideCursor(); }), nullptr);

@@ -125,6 +125,7 @@ TEST_F(ListViewTest, ClicksSelectAndADoubleClickInvokes)
     screen::DoubleClickAt(OnScreen(35));
     EXPECT_TRUE(fLog->WaitFor("51 3"));
     Locked([&] { Add(1, 0); });
+    EXPECT_TRUE(Shows(45, kRed));
     ClickWith("shift", OnScreen(65)); // from what is row 4 now
     EXPECT_TRUE(fLog->WaitFor("50 4 5 6"));
     screen::ClickAt(OnScreen(95)); // below the rows
@@ -170,7 +171,12 @@ TEST_F(ListViewTest, TheBarFollowsRowsAndSize)
         }
     });
     EXPECT_TRUE(becomes(150, 0.4f));
-    Locked([&] { fScroll->ResizeBy(0, 25); });
+    EXPECT_TRUE(screen::Click("list", "", 4)); // a notch of the wheel: three rows
+    EXPECT_TRUE(Becomes([&] { return fList->LeftTop().y == 120; }));
+    Locked([&] {
+        fList->ScrollTo(0, 150);
+        fScroll->ResizeBy(0, 25);
+    });
     EXPECT_TRUE(becomes(125, 0.5f));
     Locked([&] {
         for (int i = 0; i < 10; i++)

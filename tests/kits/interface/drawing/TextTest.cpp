@@ -108,6 +108,8 @@ TEST(Utf8, EachBadByteIsOneReplacementCharacter)
     constexpr char32_t kBad = kReplacementCharacter;
     const std::tuple<const char*, std::string, std::u32string> rows[] = {
         { "all lengths", "z\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80", { 'z', 0xe4, 0x20ac, 0x1f600 } },
+        { "the first and last of four bytes", "\xf0\x90\x80\x80\xf4\x8f\xbf\xbf",
+            { 0x10000, 0x10ffff } },
         { "a following byte alone", "\x80z", { kBad, 'z' } },
         { "cut off", "a\xe2\x82", { 'a', kBad, kBad } },
         { "followed by a letter", "\xe2\x82z", { kBad, kBad, 'z' } },
