@@ -50,8 +50,9 @@ TEST(Links, LeadToTheDesktopsProgramsWithEveryTextAsItIs)
     EXPECT_EQ(programs.Seen("xdg-email"),
         "<--subject><a \"b\"><--body><two\nlines><mailto:me@tarvex.example>");
     const std::string mailer = programs.Path("my mailer");
-    EXPECT_TRUE(EmailToCommand(mailer.c_str(), "me@tarvex.example", "`x` $HOME", nullptr));
-    EXPECT_EQ(programs.Seen("my mailer"), "<mailto:me@tarvex.example><-subject><`x` $HOME>");
+    EXPECT_TRUE(EmailToCommand(mailer.c_str(), "me@tarvex.example", "`x` $HOME", "two words"));
+    EXPECT_EQ(programs.Seen("my mailer"),
+        "<mailto:me@tarvex.example><-subject><`x` $HOME><-body><two words>");
     testing::internal::CaptureStderr();
     EXPECT_FALSE(EmailToCommand(mailer.c_str(), "me", std::string(600, 'x').c_str(), nullptr));
     EXPECT_NE(testing::internal::GetCapturedStderr(), "");

@@ -231,6 +231,23 @@ TEST_F(CompareWinTest, TheChartIsCopiedAndSavedAsAPicture)
     EXPECT_NE(ReadFile(folder / "chart.svg").find("This (2-x)"), std::string::npos);
 }
 
+TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
+{
+    Run();
+    const BPoint text = Find("legend").frame.LeftTop() + BPoint(20, 2);
+    EXPECT_SOON(screen::ContrastIn(BRect(text, text + BPoint(35, 14))) > 100);
+    for (const char* key : { "Tab", "Right", "Return" })
+        screen::Key(key);
+    ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
+    EXPECT_EQ(system("xdotool key --repeat 12 --delay 5 Up key --repeat 18 --delay 5 Left"), 0);
+    for (const char* key : { "Down", "Down", "Right", "Right", "Left" })
+        screen::Key(key); // from the first to the second of the third row
+    const rgb_color chosen = PixelAt(Find("swatches").frame.LeftTop() + BPoint(27, 45));
+    screen::Key("Return");
+    EXPECT_SOON(IsSame(BarAt(0, 390, 410), chosen));
+    EXPECT_FALSE(screen::IsActive("Color of 2 CPU"));
+}
+
 TEST_F(CompareWinTest, FilesDraggedFromAnotherProgramAreShown)
 {
     Run();
