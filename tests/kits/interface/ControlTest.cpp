@@ -145,9 +145,12 @@ TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
     const BRect place(150, 10, 249, 109);
     auto* text = new BTextView(place, "text", place.OffsetToCopy(0, 0), B_FOLLOW_NONE);
     fWindow->AddChild(new BScrollView("notes", text, B_FOLLOW_NONE, 0, false, true));
-    EXPECT_TRUE(Becomes([&] {
-        float most = -1;
-        text->ScrollBar(B_VERTICAL)->GetRange(nullptr, &most);
-        return most == 0;
-    })) << "a short text has no way to scroll";
+    const auto most = [&] {
+        float max = -1;
+        text->ScrollBar(B_VERTICAL)->GetRange(nullptr, &max);
+        return max;
+    };
+    EXPECT_TRUE(Becomes([&] { return most() == 0; })) << "a short text has no way to scroll";
+    Locked([&] { text->SetText(std::string(99, '\n').c_str()); });
+    EXPECT_TRUE(Becomes([&] { return most() > 500; }));
 }

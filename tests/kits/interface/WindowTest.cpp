@@ -77,4 +77,8 @@ TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
     for (const char* keys : { "ctrl+g", "ctrl+t", "ctrl+shift+t" })
         screen::Key(keys);
     EXPECT_EQ(fLog->WaitFor(2), (Entries { "2", "3" }));
+    fWindow->RemoveShortcut('t', B_SHIFT_KEY);
+    for (const char* keys : { "ctrl+shift+t", "ctrl+t" })
+        screen::Key(keys);
+    EXPECT_EQ(fLog->WaitFor(3), (Entries { "2", "3", "2" }));
 }
