@@ -6,19 +6,12 @@
 
 #include <clocale>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <sys/wait.h>
 
 namespace {
 
 constexpr const TestType& gKAckerman = TestNamed("Ackerman");
 constexpr const TestType& gKSieve = TestNamed("Sieve");
-
-std::vector<std::string> Words(const std::string& line)
-{
-    std::istringstream words(line);
-    return { std::istream_iterator<std::string>(words), {} };
-}
 
 // The program as its users run it, in a folder with these files:
 //
@@ -141,20 +134,6 @@ TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
     EXPECT_FALSE(std::filesystem::exists(fFolder / "a.svg"));
 }
 
-TEST_F(CompareProgram, ShowsTheFiguresOfOneMachine)
-{
-    EXPECT_EQ(Run("--compare more.json --tests ackerman"), 0);
-    EXPECT_EQ(Output(),
-        "Machine: PC (4-x)\n"
-        "\n"
-        "Test      Units  CPUs     Rate  +- %  CV %   n  Marks\n"
-        "Ackerman  IPS       4   2449.0   0.3   0.3  10\n"
-        "Ackerman  IPS       1  11946.2   0.3   0.3  10\n");
-    EXPECT_EQ(Run("--compare old.results --format csv"), 0);
-    EXPECT_NE(Output().find("\n,700,Sieve,IPS,more,1,400.0,1,"), std::string::npos) << Output();
-    EXPECT_EQ(Errors(), "");
-}
-
 TEST_F(CompareProgram, WritesPicturesWithoutADisplay)
 {
     unsetenv("DISPLAY");
@@ -206,41 +185,6 @@ TEST_F(CompareProgram, GivesEqualNumbersInAllFormats)
     std::replace(tsv.begin(), tsv.end(), ',', '\t');
     tsv.replace(tsv.find(';'), 1, ",");
     EXPECT_EQ(Output().substr(Output().find('\n') + 1), tsv);
-}
-
-TEST_F(CompareProgram, ShowsFiftyMachinesSoThatEachIsKnown)
-{
-    std::string names;
-    for (int i = 0; i < 50; i++) {
-        const std::string name = "m" + std::to_string(i);
-        const std::string machine = (i < 12 ? "Equal" : "PC " + name) + "\x1b[2J (1-x)";
-        WriteFile(fFolder / "fleet." + name + ".results", MadeResults(machine, "700:400/1.0;"));
-        names += " fleet." + name + ".results";
-    }
-    ASSERT_EQ(Run("--compare" + names + " --sort name"), 0) << Errors();
-    std::istringstream lines(Output());
-    std::set<std::string> shown;
-    for (std::string line; std::getline(lines, line);) {
-        if (const size_t end = line.find("repeats  "); end != line.npos)
-            shown.insert(line.substr(end + 9));
-    }
-    EXPECT_EQ(shown.size(), 49u);
-    EXPECT_EQ(Output().find('\x1b'), std::string::npos);
-    EXPECT_TRUE(shown.contains("fleet.m11.results"));
-    EXPECT_TRUE(shown.contains("PC m49\\x1b[2J (1-x)"));
-}
-
-TEST(CompareOptions, NameTestsByNameNumberAndGroup)
-{
-    const auto parsed = ParseCompareOptions(
-        { "--tests=ten threaded whetstones,700,strings", "--compare", "a", "b", "--sort", "name" });
-    const auto& options = std::get<CompareOptions>(parsed);
-    EXPECT_EQ(options.files, Words("a b"));
-    EXPECT_EQ(options.sort, SortBy::kName);
-    std::string tests;
-    for (const TestType* test : options.tests)
-        tests += std::to_string(test->id) + " ";
-    EXPECT_EQ(tests, "602 700 100 101 ");
 }
 
 } // namespace

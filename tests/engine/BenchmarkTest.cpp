@@ -27,33 +27,6 @@ protected:
     const ScopedRecorder fRecorder;
 };
 
-TEST_F(BenchmarkRun, TimesEachTestOncePerPassAndReplacesTheFormerRun)
-{
-    fBenchmark.memory = true;
-    ASSERT_EQ(fBenchmark.Go("benchmark", nullptr, 20, true), B_OK); // silently
-    fBenchmark.memory = false;
-    fBenchmark.dhrystone = fBenchmark.ackerman = true;
-    Entries expected;
-    for (int cpu = fCount; cpu > 0; cpu--)
-        for (const char* group : { "Ackerman", "Dhrystone" })
-            expected.push_back("Testing " + std::string(group) + " (cpu " + std::to_string(cpu)
-                + "/" + std::to_string(fCount) + ")");
-    expected.push_back("benchmark: 0");
-    const bigtime_t start = system_time();
-    ASSERT_EQ(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
-    EXPECT_EQ(fRecorder.WaitFor(expected.size()), expected);
-    EXPECT_GE(system_time() - start, (fCount - 1) * 1000000) << "no rest between the passes";
-    LinkList<RelatedDevices>& devices = fBenchmark.results.devices;
-    ASSERT_NE(devices.First(), nullptr);
-    EXPECT_EQ(devices.Current()->type, -1);
-    while (devices.Next())
-        EXPECT_GE(devices.Current()->type, 0) << "the screen is named once";
-    const Metric* metric = fBenchmark.results.First();
-    ASSERT_NE(metric, nullptr);
-    EXPECT_STREQ(metric->description, "Ackerman"); // of this run only
-    EXPECT_EQ(metric->nbrTimes, fCount);
-}
-
 TEST_F(BenchmarkRun, LeavesOutTheTestsWhoseThreadsCannotBeMade)
 {
     const NoThreads noThreads;
@@ -67,33 +40,6 @@ TEST_F(BenchmarkRun, LeavesOutTheTestsWhoseThreadsCannotBeMade)
         "No thread for <WhetstoneThread_0>\n"
         "<Ten Threaded Whetstones> was not done: Resource temporarily unavailable\n");
     EXPECT_LT(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
-}
-
-TEST_F(BenchmarkRun, CompletesWithAProcessorSwitchedOffUnderItsTenThreads)
-{
-    if (fCount == 1)
-        GTEST_SKIP() << "needs two processors";
-    fBenchmark.whetstone = true;
-    const int32 priority = set_thread_priority(find_thread(nullptr), 120); // above theirs
-    ASSERT_EQ(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
-    thread_info info {};
-    while (find_thread("benchmark") > 0
-        && (get_thread_info(find_thread("WhetstoneThread_0"), &info) != B_OK
-            || info.state != B_THREAD_RUNNING))
-        snooze(100);
-    EXPECT_EQ(info.state, B_THREAD_RUNNING);
-    EXPECT_EQ(info.priority, 100);
-    EXPECT_EQ(_kset_cpu_state_(1, 0), B_OK);
-    set_thread_priority(find_thread(nullptr), priority);
-    EXPECT_EQ(fRecorder.WaitFor(size_t(fCount) + 1).back(), "benchmark: 0");
-    ASSERT_EQ(fBenchmark.results.Size(), 3);
-    const Metric* metric = fBenchmark.results.First();
-    while (const Metric* next = fBenchmark.results.Next())
-        metric = next;
-    EXPECT_STREQ(metric->description, "Ten Threaded Whetstones");
-    ASSERT_EQ(metric->nbrTimes, fCount);
-    for (int slot = 0; slot < fCount; slot++)
-        EXPECT_GT(metric->times[slot], 0.005f) << "did not wait for a billion instructions";
 }
 
 TEST_F(BenchmarkRun, EndsWhenTheBenchmarkIsDestroyedAndLeavesNoFile)

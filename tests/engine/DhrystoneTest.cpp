@@ -40,6 +40,7 @@ TEST(Dhrystone, CountsWithSixteenBitsAndPrintsItsCheckToTheLetter)
     EXPECT_EQ(dhrystone.ptr_glob->ptr_comp, dhrystone.next_ptr_glob.get());
     EXPECT_EQ(dhrystone.array_2[8][8], 7); // not row 28
     EXPECT_EQ(dhrystone.array_2[28][8], 0);
+    EXPECT_EQ(dhrystone.array_1[9] * 100 + dhrystone.array_1[38], 708);
 }
 
 } // namespace

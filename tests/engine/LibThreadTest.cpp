@@ -5,10 +5,6 @@
 
 namespace {
 
-struct Failing : LibThread {
-    int32 Action() override { return -7; }
-};
-
 // Takes steps until it is killed.
 struct Stepping : LibThread {
     ~Stepping() override { Kill(); }
@@ -26,17 +22,6 @@ struct Stepping : LibThread {
 
     std::atomic<long> steps { 0 };
 };
-
-TEST(LibThread, ReportsItsNameAndTheResultOfItsAction)
-{
-    const ScopedRecorder recorder;
-    Failing failing;
-    EXPECT_EQ(failing.Go("worker", recorder.NewMessenger(), 10, true), B_OK);
-    const char* name = "a name longer than thirty-one bytes";
-    EXPECT_EQ(failing.Go(name, recorder.NewMessenger(), 10, true), B_OK);
-    EXPECT_EQ(
-        recorder.WaitFor(2), (Entries { "worker: -7", "a name longer than thirty-one b: -7" }));
-}
 
 TEST(LibThread, IsControlledAndKilledAndCanGoAgain)
 {
@@ -59,20 +44,6 @@ TEST(LibThread, IsControlledAndKilledAndCanGoAgain)
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "Suspended\nUnknown\n");
     }
     EXPECT_EQ(recorder.WaitFor(0), Entries {});
-}
-
-TEST(LibThread, IsDestroyedWhileItWaitsForRoomInAFullPort)
-{
-    auto* deaf = new Recorder; // takes no message: its loop never runs
-    while (deaf->PostMessage('fill') == B_OK) { }
-    {
-        LibThread thread;
-        ASSERT_EQ(thread.Go("reporter", new BMessenger(deaf), 10, false), B_OK);
-        while (thread.Status() != B_THREAD_WAITING)
-            snooze(1000);
-    }
-    EXPECT_EQ(find_thread("reporter"), B_NAME_NOT_FOUND);
-    deaf->Quit(); // locked since it was made
 }
 
 } // namespace

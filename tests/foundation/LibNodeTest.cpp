@@ -1,7 +1,6 @@
 #include "foundation/LibNode.h"
 
 #include "tests/foundation/ScratchFolder.h"
-#include "tests/support/Child.h"
 #include "tests/support/Test.h"
 
 #include <FindDirectory.h>
@@ -36,30 +35,6 @@ TEST(LibNode, AttributesOfEveryKindComeBack)
     EXPECT_FALSE(same.ReadInt32Attr("text", number) || same.ReadBoolAttr("none", flag));
     EXPECT_FALSE(same.ReadMessageAttr("text", read));
     EXPECT_TRUE(Text(text) == "some text" && number == -7 && flag && read.what == 'mesg');
-}
-
-TEST(LibNode, AReadGetsOneValueWholeWhileAnotherProgramWrites)
-{
-    const ScratchFolder folder;
-    WriteFile("file", "");
-    const std::string values[] = { "short", std::string(3000, 'x'), std::string(9000, 'y') };
-    ASSERT_TRUE(LibNode("file").WriteStringAttr("text", values[0].c_str()));
-    const pid_t writer = StartChild([&] {
-        for (LibNode node("file");;)
-            for (const std::string& value : values)
-                if (!node.WriteStringAttr("text", value.c_str()))
-                    return 1;
-    });
-    const LibNode node("file");
-    LibString text;
-    int whole = 0;
-    constexpr int kReads = 5000;
-    for (int i = 0; i < kReads; i++)
-        whole += node.ReadStringAttr("text", text)
-            && std::count(std::begin(values), std::end(values), Text(text)) == 1;
-    kill(writer, SIGKILL);
-    EXPECT_EQ(EndOf(writer), -SIGKILL);
-    EXPECT_EQ(whole, kReads);
 }
 
 TEST(LibNode, AFolderGoesIntoAnAttributeAndComesOutElsewhere)

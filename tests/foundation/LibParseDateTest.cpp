@@ -41,7 +41,7 @@ TEST(LibParseDate, ReadsWhatPeopleType)
         { "20010312t173015", "20010312T173015" }, { "12/31/68", "20681231T000000" },
         { "12/31/69", "19691231T000000" }, { "12/31 5pm", "20011231T170000" },
         { "31.12.1999", "19991231T000000" }, { "12:15 p.m.", "20011024T121500" },
-        { "fri, 21 Nov 1997", "19971121T000000" } };
+        { "fri, 21 Nov 1997", "19971121T000000" }, { "april 2, 2001", "20010402T000000" } };
     for (const auto& [text, moment] : rows)
         EXPECT_EQ(Meaning(text), moment) << text;
     EXPECT_EQ(Meaning("next month", LibDate(1, 31, 2001)), "20010303T133015");
@@ -55,7 +55,7 @@ TEST(LibParseDate, RefusesWhatHasNoMeaningOrTwo)
         "tomorrow friday", "12 mar 13 mar", "next 12 mar", "25:00", "5:60", "13 pm", "next", "at",
         "day ago", "+3", "17:00 utc", "tomorrow 17:00 +1560", "12 mar 2001 next monday",
         "12 mayat noon", "in 999999999 years", "1000000000 days ago", "1 day before 1/1/0001",
-        "20011301", "12\xcc\x88 mar", "12 mar \xff 2001", "tomorroww" };
+        "20011301", "12\xcc\x88 mar", "12 mar \xff 2001", "tomorroww", "todaya" };
     for (const char* text : texts)
         EXPECT_EQ(Meaning(text), "") << text;
     EXPECT_EQ(Meaning(std::string("today\0", 6)), "");

@@ -51,14 +51,6 @@ TEST(LibPath, EntriesAndPathsLeadToEachOther)
     EXPECT_TRUE(LibGetFilePath(&reply, path) && path == (folder / "one/a name").c_str());
 }
 
-TEST(LibPath, UniqueNamesStaySoBehindALongPrefix)
-{
-    BPath one, two;
-    LibUniqueName(one, std::string(300, 'n').c_str());
-    LibUniqueName(two, std::string(300, 'n').c_str());
-    EXPECT_FALSE(one == two);
-}
-
 TEST(LibPath, SizesCountWhatIsInFoldersAndLinksOnlyThemselves)
 {
     const ScratchFolder folder;
@@ -85,19 +77,6 @@ TEST(LibFileInfo, ACopyHasTheTypeAndDescriptionsNameTheKind)
     EXPECT_EQ(TypeOf("missing", true), "(none)");
     EXPECT_TRUE(Libmimeset("copy") && Libmimeset("folder"));
     EXPECT_EQ(TypeOf("copy") + TypeOf("folder/file"), "text/plaintext/plain");
-}
-
-TEST(LibFileInfo, DatesAreThoseOfTheFile)
-{
-    const ScratchFolder folder;
-    WriteFile("file", "text");
-    const timespec times[] = { { 86'400, 0 }, { 2'208'988'800, 0 } };
-    ASSERT_EQ(utimensat(AT_FDCWD, "file", times, 0), 0);
-    LibString text;
-    LibAccessedDate(BEntry("file"), false).GetIso8601(text, 0);
-    EXPECT_EQ(Text(text), "19700102T000000");
-    LibLastModifiedDate("file", false).GetIso8601(text, 0);
-    EXPECT_EQ(Text(text), "20400101T000000"); // more seconds than an int32 holds
 }
 
 TEST(LibTrash, NewNamesAreFreeAndARecordKeepsTheWayBack)
@@ -127,18 +106,6 @@ TEST(LibTrash, NewNamesAreFreeAndARecordKeepsTheWayBack)
     CaptureStderr();
     EXPECT_FALSE(LibTrash("missing") || LibTrash("missing", false));
     EXPECT_EQ(GetCapturedStderr(), "Not moved to the trash <" + folder / "missing" + ">\n");
-}
-
-TEST(LibStdDirName, NamesAndDirectoriesBelongTogether)
-{
-    int found = 0;
-    LibString name;
-    directory_which back;
-    for (int i = 0; i < 5000; i++) {
-        if (LibGetStdDirName(static_cast<directory_which>(i), name))
-            found += LibGetStdDirName(name, back) && back == i ? 1 : 100;
-    }
-    EXPECT_EQ(found, 51);
 }
 
 TEST(LibByteCount, TurnsIntoTextAndBack)

@@ -70,6 +70,10 @@ TEST(LibString, SearchesFindTheFirstAndFoldOnlyWhenAsked)
         found += text.EndsWith(wanted, ignoreCase) ? 'e' : '-';
         found += text.Contain(wanted, ignoreCase) ? 'c' : '-';
         EXPECT_EQ(found, expected) << wanted;
+        const LibString same(wanted);
+        EXPECT_EQ(text.BeginsWith(same, ignoreCase), expected[0] == 'b') << wanted;
+        EXPECT_EQ(text.EndsWith(same, ignoreCase), expected[1] == 'e') << wanted;
+        EXPECT_EQ(text.Contain(same, ignoreCase), expected[2] == 'c') << wanted;
     }
     EXPECT_EQ(text.Index("te"), 7);
     EXPECT_EQ(text.Index('n'), -1);
@@ -110,6 +114,7 @@ TEST(LibString, WildCardsMatchTheWholeText)
         { "xaybzb", "x*b", true }, { "abc", nullptr, false } };
     for (const auto& [text, pattern, matches] : rows)
         EXPECT_EQ(LibString(text).IsWildCard(pattern), matches) << pattern;
+    EXPECT_TRUE(LibString("ab").IsWildCard(LibString("a?")));
     const std::string megabyte(1 << 20, ' ');
     EXPECT_FALSE(LibString(megabyte.c_str()).IsWildCard("* * * *x")); // soon
 }

@@ -15,7 +15,6 @@ namespace {
 // are not upright, each by the height of its right end above its left one.
 struct Svg {
     std::vector<std::string> texts;
-    std::vector<std::pair<double, size_t>> labels; // of the axis: the left and how many digits
     std::map<std::string, std::vector<double>> bars;
     std::map<std::string, std::vector<double>> rises;
     std::string error; // of the XML
@@ -43,13 +42,8 @@ struct Svg {
             }
             if (reader.name() == QLatin1String("rect") && value("height") == "11")
                 bars[color].push_back(value("width").toDouble());
-            else if (reader.name() == QLatin1String("text")) {
-                const double x = value("x").toDouble();
+            else if (reader.name() == QLatin1String("text"))
                 texts.push_back(reader.readElementText().toStdString());
-                if (!texts.back().empty()
-                    && std::all_of(texts.back().begin(), texts.back().end(), isdigit))
-                    labels.emplace_back(x, texts.back().size());
-            }
         }
         error = reader.errorString().toStdString();
     }
@@ -126,23 +120,6 @@ TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
     EXPECT_EQ(svg.Count("( Percent )"), 1);
 }
 
-TEST_F(ChartPictureTest, LabelsOfTheAxisNeitherCrossTheLineNorTheEdge)
-{
-    constexpr double kDigit = 6; // is a little wider
-    for (int rate = 91; rate < 100; rate++) {
-        const std::string record = "PC (1-x)\t700:" + std::to_string(rate) + "000/1.0;";
-        WriteFile(folder / "one", "1.0\n" + std::to_string(record.size()) + "\n" + record + "\n");
-        comparison.machines.Clear();
-        ASSERT_TRUE(comparison.Load({ (folder / "one").c_str() }).isRead);
-        EXPECT_EQ(Said(folder / "a.svg"), "");
-        const Svg svg(folder / "a.svg");
-        ASSERT_GT(svg.labels.size(), 5u);
-        EXPECT_GT(svg.labels.front().first, ComparisonChart::kBarsX) << rate;
-        const auto [x, digits] = svg.labels.back();
-        EXPECT_LT(x + kDigit * static_cast<double>(digits), ComparisonChart::kBarsX + 400) << rate;
-    }
-}
-
 TEST_F(ChartPictureTest, PngIsSharpAndLight)
 {
     EXPECT_EQ(Said(folder / "a.png"), "");
@@ -156,25 +133,6 @@ TEST_F(ChartPictureTest, PngIsSharpAndLight)
     EXPECT_EQ(at(330, kTop + 19 + 8), QColor(0, 0, 200));
     EXPECT_EQ(at(500, kTop + 19 + 8), QColor(0, 178, 0));
     EXPECT_EQ(at(500, kTop + 19 + 17 + 1), QColor(Qt::white)); // between two bars
-}
-
-TEST_F(ChartPictureTest, PdfIsOnePage)
-{
-    EXPECT_EQ(Said(folder / "a.pdf"), "");
-    const std::string file = ReadFile(folder / "a.pdf");
-    EXPECT_TRUE(file.starts_with("%PDF-"));
-    EXPECT_NE(file.find("/Count 1\n"), std::string::npos);
-    EXPECT_NE(file.find("%%EOF"), std::string::npos);
-}
-
-TEST_F(ChartPictureTest, TellsHowManyMachinesAreMissing)
-{
-    const std::vector<LibString> files(250, (folder / "machines").c_str());
-    ASSERT_TRUE(comparison.Load(files).isRead);
-    EXPECT_EQ(Said(folder / "a.svg"), "");
-    const Svg svg(folder / "a.svg");
-    EXPECT_EQ(svg.Count("Other (1-y)"), 234); // 469 rows of 17 are as high as 8000
-    EXPECT_EQ(svg.Count("and 33 more machines"), 1);
 }
 
 TEST_F(ChartPictureTest, SaysWhyThereIsNone)

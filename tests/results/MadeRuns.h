@@ -4,7 +4,6 @@
 #include "results/RunRecord.h"
 
 #include <string>
-#include <vector>
 
 // A run of this program on a machine of this description.
 inline RunRecord MadeRun(const std::string& machine)

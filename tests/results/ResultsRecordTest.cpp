@@ -81,17 +81,3 @@ TEST(ResultsRecord, OfTooManyDevicesTheLastOnesAreLeftOutAndNothingElse)
     EXPECT_GT(record.size() + 100, static_cast<size_t>(kRecordSize - 1)); // and no room for another
     EXPECT_TRUE(record.ends_with("d\t" + std::string(strstr(kRecord, "100:"))));
 }
-
-TEST(ResultsRecord, OfTooManyMetricsWholeOnesAreWritten)
-{
-    Results results(false);
-    results.description = "x";
-    for (int i = 0; i < 1000; i++)
-        results.NewTest(std::to_string(i).c_str(), 1)->Time(1);
-    char buffer[kRecordSize];
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(results.Write(buffer));
-    EXPECT_TRUE(LibString(buffer).EndsWith(";0:1/1.000000;"));
-    EXPECT_EQ(LibString(buffer).Count(';'), (kRecordSize - 1 - 2) / 13);
-    testing::internal::GetCapturedStderr();
-}

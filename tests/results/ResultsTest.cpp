@@ -15,22 +15,6 @@ bool Shows(const Results& results, const std::array<uint8, 256>& picture)
 
 } // namespace
 
-TEST(Results, ResetStartsARunOnThisMachineFromAllProcessorsDownToOne)
-{
-    Results results(true);
-    results.NewTest("Memory", 1);
-    ASSERT_TRUE(results.devices.Insert(new RelatedDevices));
-    results.description = "another";
-    results.nbrCpus = 99;
-    results.Reset();
-    EXPECT_EQ(results.Size() + results.devices.Size(), 0);
-    EXPECT_TRUE(results.description.EndsWith("MB RAM"));
-    int passes = 0;
-    for (; results.CycleCpu() && passes < 9; passes++)
-        EXPECT_EQ(results.cpu, results.nbrCpus - passes);
-    EXPECT_EQ(passes, results.nbrCpus);
-}
-
 TEST(Results, ATestIsKnownByItsExactDescription)
 {
     Results results(true);
@@ -74,27 +58,6 @@ TEST(Results, ATestLeftOutInAPassKeepsItsPlaceInTheOthersAlsoInTheRecord)
         }
     }
     EXPECT_EQ(read.Get(1L)->Rate(1), 0);
-}
-
-TEST(Results, CalibrateCallsRandAsOftenAsTheTestsLoopWould)
-{
-    Results results(true);
-    for (const int calls : { 0, 1, 2, 3, 4, 5, 6, 7 }) {
-        SCOPED_TRACE(calls);
-        srand(42);
-        results.Calibrate(10, calls);
-        const int next = rand();
-        srand(42);
-        for (int i = 0; calls <= 6 && i < 10 * calls; i++)
-            static_cast<void>(rand());
-        EXPECT_EQ(next, rand());
-    }
-    results.calibration = 5;
-    results.Calibrate(0, 3);
-    EXPECT_EQ(results.calibration, 0);
-    results.StartTimer();
-    results.calibration = 3'600'000'000;
-    EXPECT_LT(results.EndTimer(), 0); // the calibration comes off even below zero
 }
 
 TEST(Results, AssignmentIsDeepAndKeepsWhatBelongsToTheTarget)

@@ -145,11 +145,6 @@ TEST(Marks, NameBothSpeedsOfAMachineAndLeaveASteadySieveAlone)
     EXPECT_EQ(Text(MarksOf(sets["recorded-ackermann"]["x"])), "unsteady ");
 }
 
-TEST(MannWhitney, IsNormalIfOneSampleIsAboveAHundredFigures)
-{
-    ExpectSixDigits({ MannWhitney(Upwards(101, 0), Upwards(7, 1000))->p }, { 1.058014018e-05 });
-}
-
 TEST(SmallestReachable, IsThePOfSetsThatLieApart)
 {
     const std::pair<int, int> rows[] = { { 1, 1 }, { 2, 3 }, { 6, 6 }, { 100, 7 } };

@@ -58,6 +58,7 @@ void UseWindows(TestApp& app)
     app.PostMessage('sabt');
     EXPECT_TRUE(screen::BecomesActive("About AppTest"));
     EXPECT_EQ(screen::Find("rel_date").text, "Released: 1 January 2000");
+    EXPECT_TRUE(screen::Find("version").text.starts_with("Version: "));
     for (const char* line : { "app_name", "company", "url" })
         EXPECT_SOON(screen::ContrastIn(screen::Find(line).frame) > 100);
     EXPECT_TRUE(screen::Find("url").isLink);
@@ -73,6 +74,14 @@ void UseWindows(TestApp& app)
 
     app.window->Activate();
     ASSERT_TRUE(screen::BecomesActive("Main"));
+    BMessage tip('stip');
+    app.PostMessage(&tip); // without a name: nothing
+    tip.AddString("name", "knob");
+    tip.AddString("text", "Pull it");
+    app.PostMessage(&tip);
+    screen::MoveTo(screen::Settled("knob").LeftTop() + BPoint(9, 9));
+    EXPECT_SOON(screen::Find("qtooltip_label").text == "Pull it");
+    screen::MoveTo(BPoint(9, 9));
     screen::Key("shift+F1");
     EXPECT_TRUE(screen::BecomesActive("Help"));
     const auto groundOf = [](const char* name) {
@@ -84,6 +93,7 @@ void UseWindows(TestApp& app)
         EXPECT_SOON(screen::ContrastIn(screen::Find(name).frame) > 100);
     }
     EXPECT_EQ(screen::Find("help_text").text, "The knob\n\nPress Enter twice\n\nThree.");
+    EXPECT_GT(screen::Find("help_text").frame.Width(), 300);
     screen::Key("Up");
     EXPECT_SOON(screen::Find("help_text").text == "First\n\nOne.");
 }

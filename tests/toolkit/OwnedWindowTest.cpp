@@ -109,15 +109,6 @@ TEST_P(OwnedWindowTest, IsMadeOnceAndComesToTheFrontAlsoWhenMinimized)
     EXPECT_TRUE(log.WaitFor("told"));
 }
 
-TEST_P(OwnedWindowTest, HiddenTwiceIsThereAfterBeingShownOnce)
-{
-    for (int i = 0; i < 2; i++)
-        WithLock(owner, [&] { owner->window.Hide(); });
-    ASSERT_SOON(!screen::Find("contents").exists);
-    owner->PostMessage('open');
-    EXPECT_SOON(screen::Find("contents").exposed);
-}
-
 TEST_P(OwnedWindowTest, ThatWasClosedTakesNoOtherWithItAndCannotBeReached)
 {
     // The owner is busy: meanwhile its user opens the window, and closes it, twice if need be.
@@ -149,19 +140,6 @@ TEST_P(OwnedWindowTest, ThatWasClosedTakesNoOtherWithItAndCannotBeReached)
     });
     Open();
     EXPECT_EQ(Count("made"), 3);
-}
-
-TEST_P(OwnedWindowTest, EndsUnaskedWithItsOwner)
-{
-    const BMessenger window = WithLock(owner, [&] {
-        return BMessenger(owner->window.Make([] { return static_cast<Opened*>(nullptr); }));
-    });
-    EXPECT_TRUE(window.IsValid());
-    ASSERT_TRUE(owner->Lock());
-    owner->Quit();
-    owner = nullptr;
-    EXPECT_FALSE(window.IsValid());
-    EXPECT_EQ(Count("asked"), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(, OwnedWindowTest, testing::Bool(),

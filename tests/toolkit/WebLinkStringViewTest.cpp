@@ -13,7 +13,8 @@ public:
         for (const std::string name : { "xdg-open", "xdg-email", "my mailer" }) {
             const std::string path = folder / name;
             WriteFile(path,
-                "#!/bin/sh\nprintf '<%s>' \"$@\" > \"$0.part\"\nmv \"$0.part\" \"$0.seen\"\n");
+                "#!/bin/sh\nprintf '<%s>' \"$@\" > \"$0.part\"\n"
+                "grep SigBlk /proc/self/status > \"$0.blocked\"\nmv \"$0.part\" \"$0.seen\"\n");
             chmod(path.c_str(), 0755);
         }
         setenv("PATH", (folder.Path() + ":" + before).c_str(), 1);
@@ -37,14 +38,21 @@ private:
 TEST(Links, LeadToTheDesktopsProgramsWithEveryTextAsItIs)
 {
     const Programs programs;
+    sigset_t interrupt, before;
+    sigemptyset(&interrupt);
+    sigaddset(&interrupt, SIGINT);
+    pthread_sigmask(SIG_BLOCK, &interrupt, &before);
     WebLinkTo("http://www.tarvex.example/?a=1&b=$(touch x)");
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     EXPECT_EQ(programs.Seen("xdg-open"), "<http://www.tarvex.example/?a=1&b=$(touch x)>");
+    EXPECT_EQ(ReadFile(programs.Path("xdg-open") + ".blocked"), "SigBlk:\t0000000000000000\n");
     EmailTo("me@tarvex.example", "a \"b\"", "two\nlines");
     EXPECT_EQ(programs.Seen("xdg-email"),
         "<--subject><a \"b\"><--body><two\nlines><mailto:me@tarvex.example>");
     const std::string mailer = programs.Path("my mailer");
-    EXPECT_TRUE(EmailToCommand(mailer.c_str(), "me@tarvex.example", "`x` $HOME", nullptr));
-    EXPECT_EQ(programs.Seen("my mailer"), "<mailto:me@tarvex.example><-subject><`x` $HOME>");
+    EXPECT_TRUE(EmailToCommand(mailer.c_str(), "me@tarvex.example", "`x` $HOME", "two words"));
+    EXPECT_EQ(programs.Seen("my mailer"),
+        "<mailto:me@tarvex.example><-subject><`x` $HOME><-body><two words>");
     testing::internal::CaptureStderr();
     EXPECT_FALSE(EmailToCommand(mailer.c_str(), "me", std::string(600, 'x').c_str(), nullptr));
     EXPECT_NE(testing::internal::GetCapturedStderr(), "");

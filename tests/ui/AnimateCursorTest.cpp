@@ -49,16 +49,3 @@ TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePerio
         EXPECT_EQ(memcmp(CurrentCursor().image, B_HAND_CURSOR, kCursorBytes), 0);
     }
 }
-
-TEST(AnimateCursor, OnlyANamedOneStartsAThreadAndNoPeriodHoldsItUp)
-{
-    const BApplication app("application/x-vnd.Quorvane.CursorTest");
-    for (const char* name : { "", "LoadCursor" }) {
-        AnimateCursor cursor(name, 1);
-        cursor.SetCursor(0, Frame(1).data());
-        cursor.Run(std::numeric_limits<float>::infinity());
-        EXPECT_EQ(find_thread("LoadCursor") >= 0, name[0] != '\0');
-        cursor.Quit();
-        EXPECT_LT(find_thread("LoadCursor"), 0);
-    }
-}

@@ -10,8 +10,6 @@
 #include <Screen.h>
 #include <TextControl.h>
 
-#include <atomic>
-
 namespace {
 
 using screen::Find;
@@ -235,28 +233,6 @@ TEST_F(FormTest, EachRowSaysWhichDeviceItIs)
         screen::MoveTo(screen::Settled(row.view).LeftTop() + BPoint(9, 9));
         EXPECT_SOON(Find("qtooltip_label").text == row.tip) << Find("qtooltip_label").text;
     }
-}
-
-TEST_F(FormTest, IsAsHighAsItsTextWhereAllDevicesAreKnown)
-{
-    AddPciFunction(fTree, "0000:00:00.0", PciConfig(0x8086, 0x7190, 0x060000));
-    Open();
-    EXPECT_EQ(fForm->Bounds(), BRect(0, 0, 355, 80));
-    EXPECT_EQ(Saved(), "");
-}
-
-TEST_F(FormTest, ScrollsWhereTheScreenHasNoRoomForAllDevices)
-{
-    if (!UnpackPciMachine(fTree))
-        GTEST_SKIP() << "no captured machine with PCI buses";
-    Open();
-    const float height = BScreen().Frame().Height();
-    EXPECT_LT(fForm->Frame().bottom, height);
-    WalkBetween("device_1-1_0x342E", "device_6-8_0x7322", "Unknown Devices");
-    for (int notches = 0; notches < 8; notches++)
-        screen::Click("view", "", 5);
-    Fill("device_6-8_0x7322", "The last one");
-    EXPECT_SOON(TextOf("device_6-8_0x7322") == "The last one");
 }
 
 TEST_F(FormTest, CompletesNamesThatTheSystemKnows)

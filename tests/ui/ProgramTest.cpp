@@ -38,23 +38,6 @@ TEST(Program, AnswersWithoutADisplay)
     }
 }
 
-TEST(Program, SaysWhereAHelpFileIsNone)
-{
-#ifndef __SANITIZE_THREAD__ // it has no place beside the stack
-    // No stack of that size can be had, so no thread.
-    const char* const limit = "ulimit -s 200000000000";
-    if (Program::CanMount(limit)) {
-        Program alone({}, getenv("DISPLAY"), limit);
-        EXPECT_EQ(alone.Status(30), 1);
-        EXPECT_NE(alone.Errors().find("Cannot start thread <display server>: "), std::string::npos)
-            << alone.Errors();
-    }
-#endif
-    Program help({ "-help", "a b.xml" });
-    EXPECT_EQ(help.Status(30), 1);
-    EXPECT_TRUE(help.Errors().ends_with("<a b.xml> is no help file\n")) << help.Errors();
-}
-
 TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
 {
     const TempFolder folder;

@@ -40,16 +40,6 @@ std::vector<std::string> Rows(ResultsWin& window)
 
 } // namespace
 
-TEST(ResultItem, HoldsTheFirstEightRatesOnly)
-{
-    ResultItem item("Strings");
-    for (int slot = -1; slot < 20; slot++)
-        item.Rate(slot, static_cast<float>(slot) + 0.5f);
-    EXPECT_EQ(item.Quantity(), 8);
-    EXPECT_EQ(item.Rate(0), 0.5f);
-    EXPECT_EQ(item.Rate(7), 7.5f);
-}
-
 TEST(ResultsWin, ShowsTheLastRunOnly)
 {
     const BApplication app("application/x-vnd.Quorvane.ResultsTest");
@@ -77,24 +67,6 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
         == run.description.operator const char*()
             + std::string("\nTest    Units  3 CPU  2 CPU  1 CPU\n"
                           "Memory  KIPS   200.0      -  100.0\n"));
-}
-
-TEST(ResultsWin, TitlesStandAboveTheirColumns)
-{
-    const BApplication app("application/x-vnd.Quorvane.ResultsTest");
-    ResultsWin* window = new ResultsWin(3);
-    window->Show();
-    ASSERT_TRUE(screen::BecomesActive("Results"));
-    const BRect list = Find("list").frame;
-    const std::tuple<const char*, const char*, float> rows[] = { { "banner1", "Test", 5 },
-        { "banner2", "Units", 188 }, { "cpus3", "3 CPU", 290 }, { "cpus1", "1 CPU", 400 } };
-    for (const auto& [view, text, left] : rows) {
-        const screen::Widget title = Find(view);
-        EXPECT_EQ(title.text, text);
-        EXPECT_EQ(title.frame.left, list.left + left) << view;
-        EXPECT_LT(title.frame.bottom, list.top) << view;
-    }
-    EXPECT_FALSE(Find("cpus0").exists || Find("cpus4").exists);
 }
 
 TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)

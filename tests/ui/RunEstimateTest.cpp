@@ -1,6 +1,5 @@
 #include "ui/RunEstimate.h"
 
-#include "sysinfo/LibSysInfo.h"
 #include "tests/support/Test.h"
 #include "ui/RunWatch.h"
 
@@ -64,21 +63,5 @@ TEST(RunRemark, CountsSharedSpansAndTellsOfSleep)
         EXPECT_EQ(remark.line, line);
         EXPECT_TRUE(remark.more.ends_with(more)) << remark.more;
         EXPECT_EQ(remark.more.starts_with("Shared: "), shared > 0);
-    }
-}
-
-TEST(TestGroups, OnlyOneKindOfScreenSuitsTheGraphicsTests)
-{
-    const std::tuple<int, int, color_space, bool> rows[] = {
-        { 1024, 768, B_CMAP8, true },
-        { 1024, 768, B_RGB32, false },
-        { 1023, 768, B_CMAP8, false },
-        { 1024, 1024, B_CMAP8, false },
-    };
-    const system_info machine {};
-    for (const auto& [width, height, depth, suits] : rows) {
-        const BRect frame(0, 0, static_cast<float>(width - 1), static_cast<float>(height - 1));
-        const LibSysInfo info(machine, frame, depth);
-        EXPECT_EQ(SuitsGraphicsTests(info), suits) << width << " " << depth;
     }
 }

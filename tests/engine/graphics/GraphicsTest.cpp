@@ -201,19 +201,6 @@ TEST_F(GraphicsTest, EachDrawsItsShapesTimesThemAndLeavesTheViewWhite)
     }
 }
 
-TEST_F(GraphicsTest, TheirWindowIsOnTheScreenWhenTheFirstIsDrawn)
-{
-    window = new GraphicsWin;
-    window->Show();
-    const BAutolock lock(window); // so that nothing else is drawn
-    ASSERT_TRUE(lock.IsLocked());
-    const rgb_color color { 254, 0, 128 };
-    window->ChildAt(0)->SetHighColor(color);
-    window->ChildAt(0)->FillRect(window->Bounds());
-    window->Sync();
-    EXPECT_EQ(screen::PixelAt(window->Frame().LeftTop() + BPoint(250, 250)), color);
-}
-
 // Notes why each test was not done.
 struct Watch : SpanWatch {
     bool Wants(const TestType&) override { return true; }
@@ -239,19 +226,6 @@ TEST_F(GraphicsTest, AWatchedOneThatDrewNothingWasNotDone)
         window->TestPolygonsUnflushed(benchmark.results);
     }
     EXPECT_EQ(watch.undone, (std::vector<std::string> { "", "", "nothing was drawn", "" }));
-}
-
-TEST_F(GraphicsTest, ARunMeasuresAllInOrderOncePerProcessorCount)
-{
-    StartRun();
-    EXPECT_EQ(ended.WaitFor(benchmark.results.nbrCpus + 1).back(), "benchmark: 0");
-    const Metric* metric = benchmark.results.First();
-    for (const Row& row : kRows) {
-        ASSERT_NE(metric, nullptr);
-        EXPECT_STREQ(metric->description, ("Graphics " + row.metric).c_str());
-        EXPECT_EQ(metric->nbrTimes, benchmark.results.nbrCpus);
-        metric = benchmark.results.Next();
-    }
 }
 
 TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)

@@ -4,11 +4,6 @@
 #include <Application.h>
 #include <Roster.h>
 
-#include <atomic>
-#include <csignal>
-#include <filesystem>
-#include <unistd.h>
-
 namespace {
 
 constexpr char kSignature[] = "application/x-vnd.Test-App";

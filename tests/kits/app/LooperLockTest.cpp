@@ -2,9 +2,7 @@
 
 #include <Autolock.h>
 
-#include <atomic>
 #include <list>
-#include <optional>
 
 namespace {
 
@@ -129,22 +127,4 @@ TEST(LooperLock, AThreadIsNotKilledWhileItHoldsTheLockNorWhileItWaitsForItInADes
     third.Wait();
     EXPECT_EQ(log.Now(), (Entries { "begun", "done", "begun", "done", "begun", "done" }));
     QuitNow(looper);
-}
-
-TEST(LooperLock, OfAProgramsOwnKeepsOthersOutUntilTheBlockEnds)
-{
-    Log log;
-    BLocker locker;
-    std::optional<KitThread> other;
-    {
-        const BAutolock lock(locker);
-        EXPECT_TRUE(lock.IsLocked());
-        other.emplace([&] {
-            const BAutolock turn(locker);
-            log.Add("then the other");
-        });
-        AwaitWaiting(other->Id());
-        log.Add("first the block");
-    }
-    EXPECT_EQ(log.WaitFor(2), (Entries { "first the block", "then the other" }));
 }

@@ -3,45 +3,8 @@
 
 #include <Autolock.h>
 
-#include <array>
-#include <atomic>
 #include <list>
 #include <optional>
-
-TEST(Looper, TwentyExchangeHundredThousandMessagesInOrderAndLoseNone)
-{
-    constexpr uint32 kLoopers = 20;
-    constexpr int kBalls = 100; // no port is ever full: no circle of loopers waits for room
-    constexpr int kHops = 100'000;
-    std::array<std::array<int32, kLoopers>, kLoopers> sent {}; // by sender and receiver
-    auto received = sent;
-    std::atomic<int> hops = 0;
-    std::vector<TestLooper*> loopers;
-    std::vector<BMessenger> players;
-    const auto pass = [&](uint32 from, int random) {
-        const uint32 to = static_cast<uint32>(random * 7919 >> 3) % kLoopers;
-        BMessage ball = Numbered(from, sent[from][to]++);
-        EXPECT_EQ(players[to].SendMessage(&ball), B_OK);
-    };
-    for (uint32 i = 0; i < kLoopers; ++i) {
-        loopers.push_back(new TestLooper([&, i](TestLooper&, BMessage* ball) {
-            EXPECT_EQ(Number(ball), received[ball->what][i]++);
-            const int hop = ++hops;
-            if (hop < kHops)
-                pass(i, hop);
-        }));
-        players.emplace_back(loopers.back());
-    }
-    for (int i = 0; i < kBalls; ++i)
-        pass(static_cast<uint32>(i) % kLoopers, i);
-    for (TestLooper* looper : loopers)
-        looper->Run();
-    while (hops < kHops - 1 + kBalls) // so long as one is in the air
-        snooze(10'000);
-    for (TestLooper* looper : loopers)
-        QuitNow(looper);
-    EXPECT_EQ(received, sent);
-}
 
 TEST(Looper, QuitFromItsOwnThreadDeletesItAndNeverReturns)
 {

@@ -4,8 +4,6 @@
 #include <Invoker.h>
 #include <Messenger.h>
 
-#include <tuple>
-
 namespace {
 
 constexpr bigtime_t kShort = 20'000;
@@ -29,30 +27,6 @@ Entries Numbers(int count)
 }
 
 } // namespace
-
-TEST(Messenger, NeedsAHandlerInALooper)
-{
-    BLooper* looper = new BLooper;
-    BLooper* other = new BLooper;
-    BHandler alone;
-    BHandler inside;
-    looper->AddHandler(&inside);
-    const std::tuple<const BHandler*, const BLooper*, status_t> rows[] = {
-        { &alone, nullptr, B_BAD_HANDLER }, { &inside, other, B_MISMATCHED_VALUES },
-        { &inside, looper, B_OK }, { nullptr, looper, B_OK }, // the looper itself
-    };
-    for (const auto& [handler, target, expected] : rows) {
-        status_t status = 1;
-        const BMessenger messenger(handler, target, &status);
-        EXPECT_EQ(status, expected);
-        BLooper* found = other;
-        EXPECT_EQ(messenger.Target(&found), expected == B_OK ? handler : nullptr);
-        EXPECT_EQ(found, expected == B_OK ? looper : nullptr);
-        EXPECT_EQ(messenger.LockTarget(), expected == B_OK);
-    }
-    looper->Quit();
-    other->Quit();
-}
 
 TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
 {
@@ -79,23 +53,6 @@ TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
     QuitNow(looper);
     EXPECT_EQ(messenger.SendMessage(1), B_BAD_PORT_ID);
     EXPECT_EQ(messenger.LockTargetWithTimeout(0), B_BAD_PORT_ID);
-}
-
-TEST(Messenger, SendsACopyWithAReturnAddress)
-{
-    Log log;
-    auto* looper = new TestLooper([&](TestLooper& self, BMessage* message) {
-        log.Add(std::to_string(Number(message))
-            + (message->ReturnAddress() == BMessenger(&self) ? " from self" : " from nobody"));
-    });
-    BMessage message = Numbered(1, 1);
-    const BMessenger messenger(looper);
-    EXPECT_EQ(messenger.SendMessage(&message, looper), B_OK);
-    message = Numbered(1, 2);
-    EXPECT_EQ(messenger.SendMessage(&message), B_OK);
-    looper->Run();
-    EXPECT_EQ(log.WaitFor(2), (Entries { "1 from self", "2 from nobody" }));
-    QuitNow(looper);
 }
 
 TEST(Messenger, WaitsForRoomAsLongAsItIsTold)
@@ -206,23 +163,5 @@ TEST(Messenger, OfPostedStatesOnlyTheLatestWaitsButNonePassesAnotherMessage)
     EXPECT_EQ(PostLatest(BMessenger(&handler), Numbered(kMoved, 8)), B_OK); // another target
     looper->Run();
     EXPECT_EQ(log.WaitFor(6), (Entries { "2:1", "1:3", "3:4", "2:6", "1:7", "1:8" }));
-    QuitNow(looper);
-}
-
-TEST(Messenger, AKilledSenderLeavesAllInOrder)
-{
-    Log log;
-    auto* looper = FullLooper(log, 1);
-    const BMessenger messenger(looper);
-    KitThread waitsForRoom([&] { messenger.SendMessage(7); });
-    AwaitWaiting(waitsForRoom.Id());
-    EXPECT_EQ(kill_thread(waitsForRoom.Id()), B_OK);
-    KitThread waitsForLock([&] { messenger.LockTarget(); });
-    AwaitWaiting(waitsForLock.Id());
-    EXPECT_EQ(kill_thread(waitsForLock.Id()), B_OK);
-    looper->Run();
-    EXPECT_EQ(log.WaitFor(1), Numbers(1));
-    EXPECT_EQ(messenger.SendMessage(1), B_OK);
-    EXPECT_EQ(log.WaitFor(2), Numbers(2));
     QuitNow(looper);
 }

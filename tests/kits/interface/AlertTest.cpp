@@ -5,8 +5,6 @@
 #include "TestWindow.h"
 #include "TextView.h"
 
-#include <thread>
-
 namespace {
 
 BAlert* Ask(const std::string& text = "Shall it go on?")

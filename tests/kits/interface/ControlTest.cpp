@@ -1,6 +1,7 @@
 #include "Button.h"
 #include "ScrollBar.h"
 #include "ScrollView.h"
+#include "TabView.h"
 #include "TestWindow.h"
 #include "TextView.h"
 
@@ -62,6 +63,8 @@ TEST_F(WindowTest, ClicksAndKeysReachTheirViewEnterTheDefaultButtonAndTabTheNext
         EXPECT_TRUE(Becomes([&] { return fWindow->FindView(name)->IsFocus(); })) << name;
     }
     Locked([&] {
+        second->SetLabel("Other");
+        EXPECT_EQ(screen::Find("second").text, "Other");
         second->RemoveSelf();
         delete second;
         EXPECT_EQ(fWindow->DefaultButton(), nullptr);
@@ -117,6 +120,28 @@ TEST_F(WindowTest, ATextLeavesEnterToTheDefaultButtonAndShowsAPartInAnotherFont)
     });
 }
 
+TEST_F(WindowTest, TabsShowTheirViewsByMouseAndByProgram)
+{
+    auto* tabs = new BTabView(BRect(10, 10, 289, 189), "tab view", B_WIDTH_FROM_WIDEST);
+    fWindow->AddChild(tabs);
+    for (const char* name : { "one", "other" })
+        tabs->AddTab(new BView(BRect(0, 0, 9, 9), name, B_FOLLOW_NONE, 0));
+    Show();
+    const BRect row = screen::Settled("tabs");
+    EXPECT_EQ(row.bottom + 1,
+        Locked([&] { return tabs->ContainerView()->ConvertToScreen(BPoint(0, 0)).y; }));
+    screen::ClickAt(row.LeftTop() + BPoint(90, 12));
+    EXPECT_SOON(screen::Find("other").exists && !screen::Find("one").exists);
+    EXPECT_EQ(Locked([&] { return tabs->Selection(); }), 1);
+    Locked([&] {
+        tabs->Select(0);
+        tabs->Select(2); // there is no such tab
+        tabs->TabAt(0)->SetLabel("first");
+        EXPECT_STREQ(tabs->TabAt(0)->Label(), "first");
+    });
+    EXPECT_SOON(screen::Find("one").exists && !screen::Find("other").exists);
+}
+
 TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
 {
     BView* target = new BView(BRect(10, 10, 109, 109), "target", B_FOLLOW_NONE, B_WILL_DRAW);
@@ -145,9 +170,12 @@ TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
     const BRect place(150, 10, 249, 109);
     auto* text = new BTextView(place, "text", place.OffsetToCopy(0, 0), B_FOLLOW_NONE);
     fWindow->AddChild(new BScrollView("notes", text, B_FOLLOW_NONE, 0, false, true));
-    EXPECT_TRUE(Becomes([&] {
-        float most = -1;
-        text->ScrollBar(B_VERTICAL)->GetRange(nullptr, &most);
-        return most == 0;
-    })) << "a short text has no way to scroll";
+    const auto most = [&] {
+        float max = -1;
+        text->ScrollBar(B_VERTICAL)->GetRange(nullptr, &max);
+        return max;
+    };
+    EXPECT_TRUE(Becomes([&] { return most() == 0; })) << "a short text has no way to scroll";
+    Locked([&] { text->SetText(std::string(99, '\n').c_str()); });
+    EXPECT_TRUE(Becomes([&] { return most() > 500; }));
 }

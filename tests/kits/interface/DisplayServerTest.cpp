@@ -2,50 +2,12 @@
 
 #include "TestWindow.h"
 
-#include <Autolock.h>
-
 #include <QBitmap>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QPixmapCache>
 
 #include <clocale>
-#include <cstdlib>
-#include <thread>
-#include <tuple>
-
-namespace {
-
-// Ends the program in the looper's thread when it is sent message 1.
-class EndingWindow : public BWindow {
-public:
-    EndingWindow() : BWindow(BRect(20, 40, 99, 99), "Ending", B_TITLED_WINDOW, 0) { }
-    void MessageReceived(BMessage* message) override
-    {
-        if (message->what == 1)
-            exit(41);
-    }
-};
-
-void EndInThread()
-{
-    exit(41);
-}
-
-// Shows a window and ends the program in that way.
-void EndBy(const std::function<void(BWindow*)>& way)
-{
-    BApplication application("application/x-vnd.Tarvex-test");
-    BWindow* window = new EndingWindow;
-    window->Show();
-    // As an icon does; a timer empties the cache after a while.
-    display::Call([] { QPixmapCache::insert("kept", QPixmap(1, 1)); });
-    way(window);
-    for (;;)
-        snooze(1000000);
-}
-
-} // namespace
 
 TEST(DisplayServer, IsMissingWithoutADisplayAndAWindowEndsTheProgram)
 {
@@ -71,26 +33,6 @@ TEST(DisplayServer, IsMissingWithoutADisplayAndAWindowEndsTheProgram)
     }
 }
 
-TEST(DisplayServer, LetsTheProgramEndFromAnyThread)
-{
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    const std::pair<const char*, std::function<void(BWindow*)>> ways[] = {
-        { "window's thread", [](BWindow* window) { window->PostMessage(1); } },
-        { "another thread", [](BWindow*) { std::thread(EndInThread).join(); } },
-        { "server's thread", [](BWindow*) { display::Post(EndInThread); } }, // as without display
-        { "main thread with the lock",
-            [](BWindow* window) {
-                const BAutolock lock(window);
-                if (lock.IsLocked())
-                    EndInThread();
-            } },
-    };
-    for (const auto& [name, way] : ways) {
-        SCOPED_TRACE(name);
-        EXPECT_EXIT(EndBy(way), testing::ExitedWithCode(41), "^(QStandardPaths[^\n]*\n)?$");
-    }
-}
-
 TEST_F(WindowTest, CallsRunInOrderOnOneThreadAndBringBackValues)
 {
     std::string order;
@@ -110,6 +52,7 @@ TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
     uint8 image[68] = { 16, 1, 3, 5 }; // hot spot: row 3, column 5
     image[4] = 0xc0; // the two leftmost pixels of the first row
     image[36] = 0x80; // of which only the first is drawn
+    image[7] = image[39] = 0x01; // the last of the second row
     be_app->SetCursor(image);
     image[0] = 32; // no cursor image: the other stays
     be_app->SetCursor(image);
@@ -119,6 +62,7 @@ TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
     const QImage shown = cursor.bitmap().toImage();
     EXPECT_EQ(shown.pixelColor(0, 0), QColor(Qt::black));
     EXPECT_EQ(shown.pixelColor(1, 0), QColor(Qt::white));
+    EXPECT_EQ(shown.pixelColor(15, 1), QColor(Qt::black));
     EXPECT_EQ(cursor.mask().toImage().pixelColor(0, 0), QColor(Qt::black));
     be_app->SetCursor(B_HAND_CURSOR);
     EXPECT_EQ(display::Call([] { return QGuiApplication::overrideCursor(); }), nullptr);

@@ -1,6 +1,5 @@
 #include "FilePanel.h"
 
-#include "tests/support/TempFolder.h"
 #include "TestWindow.h"
 
 namespace {
@@ -55,6 +54,27 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
         }
         EXPECT_EQ(fLog->WaitFor(before.size() + 1).back(), "7");
     }
+}
+
+TEST_F(WindowTest, AnOpenPanelSendsAFileThatIsThereOnly)
+{
+    const TempFolder folder;
+    WriteFile(folder / "file", "");
+    const BMessenger target(fWindow);
+    fWindow->Show();
+    BFilePanel panel(B_OPEN_PANEL, &target);
+    panel.SetPanelDirectory(folder.Path().c_str());
+    panel.Show();
+    ASSERT_SOON(screen::Find("open_panel").exposed);
+    screen::Type(folder / "none");
+    screen::Key("Return");
+    ASSERT_SOON(screen::Find("qt_msgbox_label").exists);
+    screen::Key("Return");
+    ASSERT_SOON(!screen::Find("qt_msgbox_label").exists);
+    screen::Key("ctrl+a");
+    screen::Type(folder / "file");
+    screen::Key("Return");
+    EXPECT_EQ(fLog->WaitFor(1), Entries { folder / "file" });
 }
 
 TEST_F(WindowTest, APanelComesBackWhereItWasLeft)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Application.h"
+#include "Entry.h"
 #include "Message.h"
 #include "tests/support/Log.h"
 #include "tests/support/ScreenDriver.h"
@@ -22,6 +23,9 @@ public:
     void MessageReceived(BMessage* message) override
     {
         int32 value = 0;
+        entry_ref ref;
+        if (message->FindRef("refs", &ref) == B_OK)
+            fLog->Add(PathOfRef(ref));
         if (message->what >= 'AAAA')
             return BWindow::MessageReceived(message);
         std::string event = std::to_string(message->what);

@@ -5,8 +5,6 @@
 #include <MachineState.h>
 #include <OS.h>
 
-#include <tuple>
-
 namespace {
 using Numbers = std::vector<int>;
 const Numbers kFirstEight = { 0, 1, 2, 3, 4, 5, 6, 7 };

@@ -2,8 +2,6 @@
 
 #include <RunWarnings.h>
 
-#include <tuple>
-
 namespace {
 // Two cores of two threads each, of which the run has processor 0 and 2.
 MachineDetails TwoCores()

@@ -5,30 +5,6 @@
 
 using namespace kernel;
 
-TEST(MachineText, ListsAndMasksOfProcessors)
-{
-    using Numbers = std::vector<int>;
-    EXPECT_EQ(ParseCpuList("0-2,8\n"), (Numbers { 0, 1, 2, 8 }));
-    EXPECT_EQ(ParseCpuList("3,x,5-,7-4,-1,9"), (Numbers { 3, 9 }));
-    for (const char* nothing : { "", "\n", "99999", "0-99999999" })
-        EXPECT_EQ(ParseCpuList(nothing), Numbers()) << nothing;
-    EXPECT_EQ(ParseCpuMask("00000001,80000101\n"), (Numbers { 0, 8, 31, 32 }));
-    EXPECT_EQ(ParseCpuMask("00005"), (Numbers { 0, 2 }));
-}
-
-TEST(MachineText, TheClockAtTheEndOfAModelName)
-{
-    const std::pair<const char*, int64> rows[] = {
-        { "Intel(R) Xeon(R) CPU E7- 4870  @ 2.40GHz", 2400000000 },
-        { "     Intel(R) Xeon(TM) CPU 2.60GHz  ", 2600000000 },
-        { "Mobile Processor 800MHz", 800000000 },
-        { "13th Gen Intel(R) Core(TM) i7-1370P", 0 },
-        { "99999999999GHz", 0 },
-    };
-    for (const auto& [name, clock] : rows)
-        EXPECT_EQ(ClockInModelName(name), clock) << name;
-}
-
 TEST(MachineText, ProcessorsAreNamedByMakerFamilyAndModel)
 {
     const std::tuple<const char*, int, int, int> rows[] = {

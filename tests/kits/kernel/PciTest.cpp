@@ -2,7 +2,6 @@
 
 #include <PCI.h>
 
-#include <algorithm>
 #include <numeric>
 #include <random>
 

@@ -21,10 +21,3 @@ inline void AddPciFunction(
 {
     tree.Write("sys/bus/pci/devices/" + place + "/config", config);
 }
-
-// Fills the tree with the buses of a captured machine of 37 functions; false where it is missing.
-inline bool UnpackPciMachine(const MachineTree& tree)
-{
-    return tree.Unpack(
-        "40intel64-2g2n4c+pcilocality", "'*/sys/bus/pci/*' '*/sys/devices/pci*/[cdrv]*'");
-}

@@ -3,8 +3,6 @@
 
 #include <OS.h>
 
-#include <tuple>
-
 namespace {
 struct Row {
     int number;

@@ -7,10 +7,6 @@
 
 #include <OS.h>
 
-#include <csignal>
-#include <sys/stat.h>
-#include <tuple>
-
 namespace {
 // Four processors, and who has switched them off.
 class RunNotes : public testing::Test {

@@ -2,29 +2,12 @@
 
 #include <ThreadMoment.h>
 
-#include <ctime>
-#include <thread>
-
 namespace {
 
 ThreadMoment Moment(std::optional<double> waited, double others = 0, int processor = 0,
     std::optional<uint64> throttles = {})
 {
     return { waited, others, processor, throttles };
-}
-
-double OwnSeconds()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-}
-
-constexpr double kWork = 0.05; // seconds of a processor
-
-void Work()
-{
-    for (const double start = OwnSeconds(); OwnSeconds() - start < kWork;) { }
 }
 
 } // namespace
@@ -64,14 +47,4 @@ TEST(ThreadMoment, ThrottledIsWhatTheSameProcessorCounts)
     EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, 4), Moment({}, 0, 1, 4)).isThrottled);
     EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, 4), Moment({}, 0, 2, 5)).isThrottled);
     EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, {}), Moment({}, 0, 1, 5)).isThrottled);
-}
-
-TEST(ThreadMoment, CountsWhatOtherThreadsUseAndNotItsOwn)
-{
-    const double before = ReadThreadMoment().others;
-    Work();
-    const double between = ReadThreadMoment().others;
-    EXPECT_LT(between - before, kWork / 2);
-    std::thread(Work).join();
-    EXPECT_GE(ReadThreadMoment().others - between, kWork);
 }

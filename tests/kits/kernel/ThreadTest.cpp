@@ -86,31 +86,6 @@ TEST(Thread, ASuspendedThreadRunsNoMoreInstructionUntilItIsResumed)
     EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
 }
 
-TEST(Thread, ThreadsThatSuspendAndResumeEachOtherAllGoOn)
-{
-    static std::atomic<thread_id> sThreads[2];
-    static std::atomic<bool> sDone { false };
-    const thread_func meddle = [](void* other) -> int32 {
-        while (!sDone) {
-            suspend_thread(sThreads[other != nullptr]);
-            suspend_thread(find_thread(nullptr));
-        }
-        return 0;
-    };
-    for (int i = 0; i < 2; i++)
-        sThreads[i] = spawn_thread(meddle, "meddler", B_NORMAL_PRIORITY, i ? nullptr : &sDone);
-    for (int i = 0; i < 5000; i++)
-        resume_thread(sThreads[i % 2]);
-    sDone = true;
-    EXPECT_TRUE(WaitUntil([] { // one may stop itself or the other once more
-        const bool ended[] = { resume_thread(sThreads[0]) == B_BAD_THREAD_ID,
-            resume_thread(sThreads[1]) == B_BAD_THREAD_ID };
-        return ended[0] && ended[1];
-    }));
-    for (const thread_id thread : sThreads)
-        EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
-}
-
 TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
 {
     const thread_id thread =
@@ -190,16 +165,4 @@ TEST(Thread, PrioritiesShiftTheNiceValueOfThatThreadAlone)
     EXPECT_EQ(niceOf(0), ours);
     work.done = true;
     EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
-}
-
-TEST(Thread, AForeignThreadIsKnownFromItsFirstFindThreadUntilItsEnd)
-{
-    thread_id foreign = 0;
-    std::thread([&] {
-        foreign = find_thread(nullptr);
-        EXPECT_EQ(find_thread(nullptr), foreign);
-        EXPECT_EQ(StateOf(foreign), B_THREAD_RUNNING);
-    }).join();
-    EXPECT_NE(foreign, find_thread(nullptr));
-    EXPECT_EQ(NameOf(foreign), "<ended>");
 }

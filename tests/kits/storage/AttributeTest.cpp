@@ -126,17 +126,4 @@ TEST(Attribute, GoesAlongWithAFolderAndItsOldPlaceIsFree)
     EXPECT_EQ(Attribute(in / "folder!/x", "a"), "folder!");
 }
 
-TEST(Attribute, IsReachedByEveryPathOfTheFileAndALinkHasItsOwn)
-{
-    const TempFolder folder;
-    Shell(folder, "mkdir sub && touch sub/f && ln -s sub way && ln -s sub/f link");
-    EXPECT_EQ(SetAttribute(folder / "way/../sub//f", "a", "file"), 4);
-    EXPECT_EQ(SetAttribute(folder / "link", "a", "link"), 4);
-    EXPECT_EQ(Attribute(folder / "way/f", "a"), "file");
-    BNode open((folder / "sub/f").c_str());
-    Shell(folder, "mv sub moved"); // an open one is found wherever it goes
-    EXPECT_EQ(open.WriteAttr("a", B_RAW_TYPE, 0, "later", 5), 5);
-    EXPECT_EQ(Attribute(folder / "moved/f", "a"), "later");
-}
-
 } // namespace

@@ -46,17 +46,6 @@ TEST(Path, IsTakenAsGivenOrNormalizedWhereItMustBe)
     EXPECT_EQ(TextOf(relative), fs::current_path() / "some_file/some_file");
 }
 
-TEST(Path, ComesApartIntoParentsAndLeaves)
-{
-    BPath path("/a/bc/d");
-    for (const char* leaf : { "d", "bc", "a", "" }) {
-        EXPECT_STREQ(path.Leaf(), leaf);
-        EXPECT_EQ(path.GetParent(&path), status_t(*leaf ? 0 : B_ENTRY_NOT_FOUND));
-    }
-    const BDirectory directory("/usr/..");
-    EXPECT_TRUE(BPath(&directory, "x") == "/x");
-}
-
 TEST(FindDirectory, EveryConstantHasAPlaceAndTheUsersFollowTheXdgFolders)
 {
     BPath path;

@@ -61,14 +61,4 @@ TEST(Resources, WithoutAFileNothingIsFoundOrAddedAndClobberTakesAllAway)
     EXPECT_EQ(resources.Sync(), B_NO_INIT);
 }
 
-TEST(Resources, TheRunningProgramKeepsThemWithItselfThoughNobodyCanWriteIt)
-{
-    BFile own("/proc/self/exe", B_READ_WRITE);
-    EXPECT_EQ(own.Write("x", 1), B_BUSY);
-    EXPECT_EQ(BResources(&own).AddResource(B_STRING_TYPE, 5, "mine", 5, "name"), B_OK);
-    const BFile again("/proc/self/exe", B_READ_ONLY);
-    BResources resources(&again);
-    EXPECT_EQ(DataOf(resources, B_STRING_TYPE, 5), std::string("mine\0", 5));
-}
-
 } // namespace

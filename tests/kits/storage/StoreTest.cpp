@@ -2,97 +2,22 @@
 #include "TestHome.h"
 #include "tests/support/Child.h"
 
-#include <OS.h>
-
-#include <csignal>
 #include <fcntl.h>
-#include <random>
 #include <tuple>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-const std::string kNone = std::to_string(B_ENTRY_NOT_FOUND);
-
-// Tells a value from every other one in all of its bytes.
-std::string ValueOf(int number, size_t size)
-{
-    std::minstd_rand random { static_cast<unsigned>(number + 2) };
-    std::string value(size, '\0');
-    for (char& byte : value)
-        byte = static_cast<char>(random() >> 8);
-    return value;
-}
-
-TEST(Store, ALargeValueIsReadByAnotherConnectionAndOneThatIsTooLargeRefused)
-{
-    const TempFolder folder;
-    constexpr size_t kSize = 20'000'000;
-    ASSERT_EQ(Write(*std::make_unique<Store>(folder / "new/store"), "0", ValueOf(0, kSize)),
-        ssize_t(kSize));
-    Store store(folder / "new/store");
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(store.WriteAttribute(kFile, "0", 'RAWT', 1'000'000'000, "x"), B_BAD_VALUE);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Error using the attribute store <" + (folder / "new/store")
-            + ">: a value would have more than 1000000000 bytes\n");
-    EXPECT_TRUE(Read(store, "0") == ValueOf(0, kSize)) << "is another now";
-}
-
-// The child tells each write that came back; one more may be done, and none in part.
-TEST(Store, AfterAKillAnyTimeEachValueIsTheOldOrTheNewOne)
-{
-    const TempFolder folder;
-    constexpr int kAttributes = 5;
-    constexpr size_t kSize = 30'000;
-    int written = 0; // writes known to be done; number n writes attribute n % kAttributes
-    srand(static_cast<unsigned>(getpid()));
-    for (int round = 0; round < 20; round++) {
-        int tell[2];
-        ASSERT_EQ(pipe(tell), 0);
-        const pid_t child = StartChild([&] {
-            Store store(folder / "store");
-            for (int next = written;; next++) {
-                const std::string name = std::to_string(next % kAttributes);
-                if (Write(store, name, ValueOf(next, kSize)) != static_cast<ssize_t>(kSize)
-                    || write(tell[1], &next, sizeof next) != sizeof next)
-                    return 1;
-            }
-        });
-        close(tell[1]);
-        int number = 0;
-        EXPECT_EQ(read(tell[0], &number, sizeof number), ssize_t { sizeof number });
-        usleep(static_cast<useconds_t>(rand() % 60'000));
-        kill(child, SIGKILL);
-        EXPECT_EQ(EndOf(child), -SIGKILL) << "a write failed";
-        do
-            written = number + 1;
-        while (read(tell[0], &number, sizeof number) == sizeof number);
-        close(tell[0]);
-
-        Store store(folder / "store");
-        bool isOneMoreDone = false;
-        for (int i = 0; i < kAttributes; i++) {
-            const int last = written - 1 - (written - 1 - i + kAttributes) % kAttributes;
-            const std::string value = Read(store, std::to_string(i));
-            const bool isOld = value == (last < 0 ? kNone : ValueOf(last, kSize));
-            const bool isNew = written % kAttributes == i && value == ValueOf(written, kSize);
-            EXPECT_TRUE(isOld || isNew) << "round " << round << ", write " << last;
-            isOneMoreDone |= isNew;
-        }
-        written += isOneMoreDone;
-    }
-}
-
 TEST(Store, TwoProgramsThatWriteAtOnceLoseNothing)
 {
     const TempFolder folder;
     constexpr int kWrites = 300;
+    const auto valueOf = [](int i) { return std::string(5000, 'x') + std::to_string(i); };
     const auto writeAs = [&](char program) {
         Store store(folder / "store");
         for (int i = 0; i < kWrites; i++)
-            if (Write(store, program + std::to_string(i), ValueOf(i, 5000)) != 5000)
+            if (Write(store, program + std::to_string(i), valueOf(i)) < 5000)
                 return 1;
         return 0;
     };
@@ -102,29 +27,7 @@ TEST(Store, TwoProgramsThatWriteAtOnceLoseNothing)
     Store store(folder / "store");
     for (const char program : { 'a', 'b' })
         for (int i = 0; i < kWrites; i++)
-            ASSERT_TRUE(Read(store, program + std::to_string(i)) == ValueOf(i, 5000)) << i;
-}
-
-status_t WriteForEver(void* store)
-{
-    const std::string name = std::to_string(find_thread(nullptr));
-    while (Write(*static_cast<Store*>(store), name, ValueOf(0, 20'000)) == 20'000) { }
-    return B_ERROR;
-}
-
-TEST(Store, AThreadIsKilledBetweenItsWritesOnly)
-{
-    const TempFolder folder;
-    Store store(folder / "store");
-    for (int round = 0; round < 10; round++) {
-        const thread_id thread = spawn_thread(WriteForEver, "one", B_NORMAL_PRIORITY, &store);
-        EXPECT_EQ(resume_thread(thread), B_OK);
-        snooze(20'000);
-        EXPECT_EQ(kill_thread(thread), B_OK);
-        EXPECT_EQ(Write(store, "after", "x"), 1);
-        const std::string value = Read(store, std::to_string(thread));
-        EXPECT_TRUE(value == kNone || value == ValueOf(0, 20'000));
-    }
+            ASSERT_EQ(Read(store, program + std::to_string(i)), valueOf(i));
 }
 
 std::string ReadFor(Store& store, const NodeIdentity& file)

@@ -150,19 +150,6 @@ TEST(StoreTrouble, AnOlderStoreIsBroughtUpToDateAndALaterOneLeftAlone)
     EXPECT_EQ(ReadFile(path), before);
 }
 
-TEST(StoreTrouble, AStoreThatIsRemovedOrReplacedUnderAProgramIsOpenedAnew)
-{
-    const TempFolder folder;
-    Store store(folder / "store");
-    EXPECT_EQ(Write(store, "a", "1"), 1);
-    Shell(folder, "mkdir other && mv store* other");
-    EXPECT_EQ(Read(store, "a"), std::to_string(B_ENTRY_NOT_FOUND));
-    EXPECT_EQ(Write(store, "b", "2"), 1);
-    EXPECT_EQ(Read(store, "b"), "2");
-    Store other(folder / "other/store");
-    EXPECT_EQ(Read(other, "a"), "1");
-}
-
 // What is said on standard error by a process that does this with rights or mounts of its own.
 template <typename Action>
 std::string SaidInChild(Action action)

@@ -67,27 +67,6 @@ TEST(WholeFile, TakesThePlaceOfAFileThroughLinksWithItsOwnerAndMode)
     }
 }
 
-TEST(WholeFile, KeepsAccessListAndUserAttributes)
-{
-    const TempFolder folder;
-    const std::string path = folder / "f";
-    WriteFile(path, "old");
-    const char rightsOfOthers[] = "\2\0\0\0\1\0\6\0\xff\xff\xff\xff\2\0\6\0\1\0\0\0\4\0\4\0"
-                                  "\xff\xff\xff\xff\x10\0\6\0\xff\xff\xff\xff\x20\0\4\0"
-                                  "\xff\xff\xff\xff";
-    const std::pair<const char*, std::string> attributes[] = { { "user.note", "kept" },
-        { "system.posix_acl_access", { rightsOfOthers, sizeof rightsOfOthers - 1 } } };
-    for (const auto& [name, value] : attributes)
-        if (setxattr(path.c_str(), name, value.data(), value.size(), 0) != 0)
-            GTEST_SKIP() << "No " << name << " here";
-    EXPECT_EQ(Put(path), "");
-    for (const auto& [name, value] : attributes) {
-        char now[100];
-        const ssize_t size = getxattr(path.c_str(), name, now, sizeof now);
-        EXPECT_EQ(std::string(now, size_t(std::max<ssize_t>(size, 0))), value) << name;
-    }
-}
-
 TEST(WholeFile, SaysWhyItCannotBeWrittenAndLeavesAllAsItWas)
 {
     const std::string link = "echo old > f; mkdir -m 1777 d; chown 1 d; ln -s ../f d/l; ";

@@ -103,8 +103,13 @@ TEST(SleepInhibitor, HoldsNothingWhereNobodyGrantsIt)
 {
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
     EXPECT_EQ(BSleepInhibitor("a test", kLongMillis).Held(), "");
-    LoginManager manager("nothing", 2);
-    EXPECT_EQ(BSleepInhibitor("a test", kLongMillis).Held(), "");
+    {
+        LoginManager manager("nothing", 2);
+        EXPECT_EQ(BSleepInhibitor("a test", kLongMillis).Held(), "");
+    }
+    const OwnBus bus("DBUS_SYSTEM_BUS_ADDRESS");
+    bus.Serve("org.freedesktop.login1");
+    EXPECT_EQ(BSleepInhibitor("a test", 100).Held(), "") << "it does not answer";
 }
 
 TEST(SleepInhibitor, HoldsTheScreenByThePortalOrElseByTheScreenSaver)
@@ -133,6 +138,7 @@ TEST(Notification, TellsWhatIsNoMarkupAndFailsWithoutADesktop)
 {
     {
         SessionService session({ "org.freedesktop.Notifications" });
+        EXPECT_FALSE(NotifyAbsentUser("\xff", "", kLongMillis));
         EXPECT_TRUE(NotifyAbsentUser("Ended", "1 < 2 & more", kLongMillis));
         EXPECT_EQ(session.log.WaitFor(1).front(), // "gone" may follow
             "Notify(Tarvex, 0, tarvex, Ended, 1 &lt; 2 &amp; more, [], [], -1)");

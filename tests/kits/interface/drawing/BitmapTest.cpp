@@ -5,10 +5,6 @@
 #include "Message.h"
 #include "Screen.h"
 
-#include <cstdlib>
-#include <cstring>
-#include <tuple>
-
 namespace {
 
 using BitmapDrawing = CanvasTest;

@@ -2,8 +2,6 @@
 
 #include "OS.h"
 
-#include <string>
-
 namespace {
 
 std::string Map(const Picture& picture, const PixelRule& color)

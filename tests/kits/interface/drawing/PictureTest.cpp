@@ -4,7 +4,6 @@
 #include "Bitmap.h"
 #include "Canvas.h"
 #include "server/DisplayServer.h"
-#include "tests/support/TempFolder.h"
 
 #include <QImage>
 
@@ -67,18 +66,4 @@ TEST_F(PictureTest, ShowsUprightShapesAndBitmapsAsTheScreenDoes)
             return PixelOf(written, kScale * x + corner, kScale * y + corner);
         });
     }
-}
-
-TEST(PictureDeathTest, NeedsNoDisplayAndLeavesWindowsWithoutOne)
-{
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    EXPECT_EXIT(
-        {
-            unsetenv("DISPLAY");
-            setenv("WAYLAND_DISPLAY", "", 1);
-            const BPicture picture;
-            if (be_plain_font->StringWidth("text") > 10 && !display::Start())
-                new BWindow(BRect(0, 0, 9, 9), "None", B_TITLED_WINDOW, 0);
-        },
-        testing::ExitedWithCode(1), "^No display: DISPLAY is not set\n$");
 }

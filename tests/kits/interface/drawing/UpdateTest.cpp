@@ -82,30 +82,6 @@ TEST_F(UpdateTest, OnlyTheUpdateRectangleIsClearedAndShown)
     });
 }
 
-TEST_F(UpdateTest, ATransparentViewKeepsWhatItShows)
-{
-    Locked([&] { fView->SetViewColor(B_TRANSPARENT_COLOR); });
-    Drawn([](BView& v) { v.FillRect(v.Bounds()); });
-    const Picture shown = Update(fView->Bounds(), [&](BRect) {
-        fView->SetHighColor(white_color);
-        fView->StrokeLine(BPoint(0, 0), BPoint(39, 0));
-    });
-    ExpectPicture(shown, [](int, int y) { return y == 0 ? kWhite : kBlack; });
-}
-
-TEST_F(UpdateTest, TextAndBitmapsGoIntoTheUpdateToo)
-{
-    BBitmap bitmap(BRect(0, 0, 3, 3), B_RGB32); // black
-    const auto draw = [&](BView& v) {
-        v.SetHighColor(rgb_color { 0, 0, 255 });
-        v.DrawString("Ty", BPoint(2, 20));
-        v.DrawBitmap(&bitmap, bitmap.Bounds().OffsetToCopy(30, 2));
-    };
-    const Picture direct = Drawn(draw);
-    Drawn([](BView&) {});
-    EXPECT_EQ(Update(fView->Bounds(), [&](BRect) { draw(*fView); }).pixels, direct.pixels);
-}
-
 TEST_F(UpdateTest, AResizedOrMovedViewDrawsIntoAllOfItself)
 {
     Locked([&] { fView->onDraw = [&](BRect) { Fill(black_color); }; });
@@ -117,19 +93,6 @@ TEST_F(UpdateTest, AResizedOrMovedViewDrawsIntoAllOfItself)
     Locked([&] { fView->Parent()->MoveBy(30, 10); });
     EXPECT_TRUE(Becomes([&] { return Shown().ExtentOf(kBlack).count == 30 * 30; }));
     EXPECT_TRUE(Becomes([&] { return ScreenPicture(before).At(5, 5) != kBlack; }));
-}
-
-TEST_F(UpdateTest, TheFirstStrokeOfAViewStandsOnItsColor)
-{
-    Locked([&] {
-        auto* view = new BView(BRect(220, 10, 239, 29), "second", B_FOLLOW_NONE, B_WILL_DRAW);
-        view->SetViewColor(rgb_color { 255, 0, 0 });
-        fWindow->AddChild(view);
-        view->StrokeLine(BPoint(0, 3), BPoint(19, 3));
-        view->Sync();
-        ExpectPicture(ScreenPicture(view->ConvertToScreen(view->Bounds())),
-            [](int, int y) { return y == 3 ? kBlack : 0xff0000; });
-    });
 }
 
 TEST_F(UpdateTest, AViewTakenOutDrawsNothingAndPutBackDrawsAgain)
