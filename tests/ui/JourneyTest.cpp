@@ -163,3 +163,23 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
         program.Inside("umount -l /usr/bin 2>&-");
     }
 }
+
+TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
+{
+    constexpr char kOnline[] = "/sys/devices/system/cpu/online";
+    const std::string online = ReadFile(kOnline);
+    const bool canSwitch = geteuid() == 0 && online != "0\n";
+    enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff, kKilledWithOneOff };
+    for (int when = kAtTheWarning; when <= (canSwitch ? kKilledWithOneOff : 1); when++) {
+        Program program({});
+        ASSERT_TRUE(program.AskForRun());
+        if (when != kAtTheWarning) {
+            screen::Key("Return");
+            ASSERT_SOON(program.HasThread("benchmark"));
+        }
+        EXPECT_SOON(when < kWithOneProcessorOff || ReadFile(kOnline) != online);
+        program.End(when == kKilledWithOneOff ? SIGKILL : SIGTERM);
+        EXPECT_EQ(program.Status(5), when == kKilledWithOneOff ? -1 : 0) << when;
+        EXPECT_SOON(ReadFile(kOnline) == online);
+    }
+}

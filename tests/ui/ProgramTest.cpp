@@ -5,12 +5,6 @@
 
 #include <regex>
 
-namespace {
-
-constexpr char kOnline[] = "/sys/devices/system/cpu/online";
-
-} // namespace
-
 TEST(Program, AnswersWithoutADisplay)
 {
     const std::string errors = " 2>&1 >/dev/null", output = " 2>/dev/null";
@@ -102,23 +96,4 @@ TEST(Program, ALaterStartReachesTheOneThatRuns)
     EXPECT_TRUE(next.In("Tarvex Comparisons", "", {}));
     next.End(SIGTERM);
     EXPECT_EQ(next.Status(30), 0);
-}
-
-TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
-{
-    const std::string online = ReadFile(kOnline);
-    const bool canSwitch = geteuid() == 0 && online != "0\n";
-    enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff, kKilledWithOneOff };
-    for (int when = kAtTheWarning; when <= (canSwitch ? kKilledWithOneOff : 1); when++) {
-        Program program({});
-        ASSERT_TRUE(program.AskForRun());
-        if (when != kAtTheWarning) {
-            screen::Key("Return");
-            ASSERT_SOON(program.HasThread("benchmark"));
-        }
-        EXPECT_SOON(when < kWithOneProcessorOff || ReadFile(kOnline) != online);
-        program.End(when == kKilledWithOneOff ? SIGKILL : SIGTERM);
-        EXPECT_EQ(program.Status(5), when == kKilledWithOneOff ? -1 : 0) << when;
-        EXPECT_SOON(ReadFile(kOnline) == online);
-    }
 }

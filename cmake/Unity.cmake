@@ -1,0 +1,98 @@
+# Builds that nobody keeps, as those of the sanitizers, compile the sources of a target in a few units:
+# most of the time goes into headers, and into what each source makes of them again. Sources in which
+# a name of one's own means something else to another are kept apart.
+option(TARVEX_UNITY "Sources of a target are compiled together, where their names allow it" OFF)
+set(most 10) # in a unit: with more the last to be compiled leave processors idle
+
+# What a source keeps to itself, in namespaces without a name: what begins a line there, and enumerators;
+# and all words in it.
+function(read_names source names words)
+    file(READ ${source} text)
+    string(REGEX REPLACE "[][;]" " " text "${text}") # which lists of CMake would take for theirs
+    string(REGEX MATCHALL "[A-Za-z_][A-Za-z_0-9]*" found "${text}")
+    list(REMOVE_DUPLICATES found)
+    set(${words} ${found} PARENT_SCOPE)
+
+    set(own)
+    string(FIND "${text}" "\nnamespace {\n" start)
+    while(start GREATER -1)
+        string(SUBSTRING "${text}" ${start} -1 text)
+        string(FIND "${text}" "\n} // namespace\n" end)
+        string(SUBSTRING "${text}" 0 ${end} inside)
+        string(REGEX MATCHALL "\n(struct|class|enum|union|using) (class )?[A-Za-z_0-9]+" types "${inside}")
+        string(REGEX MATCHALL "\n[a-z][A-Za-z_0-9:<>*&, ]*[ *&][A-Za-z_0-9]+ *[({=\n]" others "${inside}")
+        string(REGEX MATCHALL "\n    k[A-Z][A-Za-z_0-9]*" enumerators "${inside}")
+        list(APPEND own ${types} ${others} ${enumerators})
+        string(SUBSTRING "${text}" 1 -1 text)
+        string(FIND "${text}" "\nnamespace {\n" start)
+    endwhile()
+    list(TRANSFORM own REPLACE "[ ({=\n]+$" "")
+    list(TRANSFORM own REPLACE "^.*[ *&\n]" "")
+    list(REMOVE_DUPLICATES own)
+    set(${names} ${own} PARENT_SCOPE)
+endfunction()
+
+function(have_common result first second)
+    foreach(word IN LISTS ${first})
+        if(word IN_LIST ${second})
+            set(${result} TRUE PARENT_SCOPE)
+            return()
+        endif()
+    endforeach()
+    set(${result} FALSE PARENT_SCOPE)
+endfunction()
+
+# Puts each source into the first unit that has room and no quarrel with it.
+function(join_sources target)
+    get_target_property(folder ${target} SOURCE_DIR)
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "^[^$]*[.]cpp$")
+    set(units 0)
+    foreach(source IN LISTS sources)
+        cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${folder} OUTPUT_VARIABLE path)
+        if(NOT EXISTS ${path})
+            continue()
+        endif()
+        read_names(${path} names words)
+        set(unit 0)
+        while(unit LESS units)
+            list(LENGTH sources_${unit} count)
+            have_common(mine names words_${unit})
+            have_common(theirs names_${unit} words)
+            if(count LESS most AND NOT mine AND NOT theirs)
+                break()
+            endif()
+            math(EXPR unit "${unit} + 1")
+        endwhile()
+        if(unit EQUAL units)
+            math(EXPR units "${units} + 1")
+        endif()
+        list(APPEND sources_${unit} ${source})
+        list(APPEND names_${unit} ${names})
+        list(APPEND words_${unit} ${words})
+        set_source_files_properties(${path} TARGET_DIRECTORY ${target}
+            PROPERTIES UNITY_GROUP ${unit})
+    endforeach()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+endfunction()
+
+function(join_sources_below folder)
+    get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+    foreach(target IN LISTS targets)
+        get_target_property(type ${target} TYPE)
+        if(type MATCHES "EXECUTABLE|LIBRARY" AND NOT type STREQUAL INTERFACE_LIBRARY
+            AND NOT target STREQUAL tarvex_engine)
+            join_sources(${target})
+        endif()
+    endforeach()
+    get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
+    foreach(each IN LISTS folders)
+        join_sources_below(${each})
+    endforeach()
+endfunction()
+
+if(TARVEX_UNITY)
+    add_compile_definitions(QT_NO_KEYWORDS) # "slots" is a word of ours
+    add_compile_options(-Wno-subobject-linkage) # what no other source can see is in an included one
+    cmake_language(DEFER DIRECTORY ${CMAKE_SOURCE_DIR} CALL join_sources_below ${CMAKE_SOURCE_DIR})
+endif()
