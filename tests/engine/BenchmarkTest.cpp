@@ -104,9 +104,8 @@ TEST_F(BenchmarkRun, OfASittingMeasuresWhatItsRecordLacks)
     // As a results file holds it: the estimate, here the middle one of three.
     Metric probe;
     probe.Description("Memory");
-    const Metric* memory = sitting.results.Find(probe);
-    ASSERT_NE(memory, nullptr);
-    EXPECT_EQ(memory->times[fCount - 1], 100.0f);
+    ASSERT_TRUE(sitting.results.MakeCurrent(probe));
+    EXPECT_EQ(sitting.results.Current()->times[fCount - 1], 100.0f);
 }
 
 } // namespace

@@ -236,7 +236,6 @@ TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
     Run();
     const BPoint text = Find("legend").frame.LeftTop() + BPoint(20, 2);
     EXPECT_SOON(screen::ContrastIn(BRect(text, text + BPoint(35, 14))) > 100);
-    const rgb_color before = BarAt(0, 390, 410);
     const BPoint cursor =
         Find("legend").frame.LeftBottom() + BPoint(ComparisonChart::kLegendEntryWidth + 5, 0);
     const auto showsCursor = [&] {
