@@ -29,6 +29,13 @@ inline void Opaque(double& value)
 // mark are readable to their last byte.
 size_t WordwiseLength(const char* text);
 
+// The text of the strings group, and room for its copy. So aligned the C library goes one way in
+// every program and thread: near the end of a page it would go a longer one.
+struct alignas(256) CopiedText {
+    char text[64] = "Tarvex tests system resources of the BeOS.";
+    char copy[64] = "";
+};
+
 // Copies text to copy by strcpy, rounds times.
 [[gnu::noinline]] void CopyText(char* copy, const char* text, long rounds);
 

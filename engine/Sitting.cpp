@@ -6,6 +6,7 @@
 #include <Message.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -192,7 +193,7 @@ void Sitting::TellStatus(int32 group)
         return;
     BMessage message('BmkS');
     message.AddString("status", StatusText(kTestGroups[group].status).c_str());
-    message.AddInt32("left", static_cast<int32>(SecondsLeft(group)));
+    message.AddInt32("left", static_cast<int32>(std::ceil(SecondsLeft(group))));
     messenger->SendMessage(&message, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
 }
 

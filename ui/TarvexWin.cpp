@@ -324,7 +324,7 @@ void TarvexWin::StatusChange(BMessage* message)
 // Only when a group begins: whatever moved in between would be measured too.
 void TarvexWin::ShowProgress()
 {
-    const int seconds = static_cast<int>(std::lround(progress.SecondsLeft()));
+    const int seconds = static_cast<int>(std::ceil(progress.SecondsLeft()));
     char left[32];
     snprintf(left, sizeof left, "%d:%02d left", seconds / 60, seconds % 60);
     progressBar->SetToolTip(left);

@@ -6,8 +6,8 @@
 
 namespace {
 
-alignas(64) char gText[48] = "Tarvex tests system resources of the BeOS.";
-alignas(64) char gCopy[48] = "Tarvex tests system resources of the BeOS.";
+alignas(256) char gTexts[2][64] = { "Tarvex tests system resources of the BeOS.",
+    "Tarvex tests system resources of the BeOS." };
 char gFlags[8190];
 
 // Not inlined, as in the test: the calls are its work.
@@ -39,7 +39,7 @@ void SievePass()
 void bare::CopyText(long rounds)
 {
     for (long i = 0; i < rounds; i++) {
-        strcpy(gCopy, gText);
+        strcpy(gTexts[1], gTexts[0]);
         asm volatile("" : : : "memory");
     }
 }
@@ -47,7 +47,7 @@ void bare::CopyText(long rounds)
 void bare::CompareText(long rounds)
 {
     for (long i = 0; i < rounds; i++)
-        asm volatile("" : : "r"(strcmp(gCopy, gText)) : "memory");
+        asm volatile("" : : "r"(strcmp(gTexts[1], gTexts[0])) : "memory");
 }
 
 void bare::AllocateAndClear(long rounds)

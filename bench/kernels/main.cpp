@@ -46,8 +46,7 @@ constexpr int kLeastPairs = 21;
 constexpr double kComputing = 0.97;
 constexpr double kDisk = 0.9;
 
-alignas(64) char gText[48] = "Tarvex tests system resources of the BeOS.";
-alignas(64) char gCopy[48] = "Tarvex tests system resources of the BeOS.";
+CopiedText gCopied;
 char gFlags[kSieveSize];
 
 template <typename Work>
@@ -147,10 +146,11 @@ double BareBlocksOf(long rounds, bool writeIsTimed)
 const std::vector<Row>& Rows()
 {
     static const std::vector<Row> sRows = {
-        { "Strings Copy", kComputing, Timed<[](long rounds) { CopyText(gCopy, gText, rounds); }>,
+        { "Strings Copy", kComputing,
+            Timed<[](long rounds) { CopyText(gCopied.copy, gCopied.text, rounds); }>,
             Timed<bare::CopyText> },
         { "Strings Compare", kComputing,
-            Timed<[](long rounds) { CompareText(gCopy, gText, rounds); }>,
+            Timed<[](long rounds) { CompareText(gCopied.copy, gCopied.text, rounds); }>,
             Timed<bare::CompareText> },
         { "Memory", kComputing, Timed<AllocateAndClear>, Timed<bare::AllocateAndClear> },
         { "Savage", kComputing, Timed<SavageSteps>, Timed<bare::Savage> },
