@@ -249,7 +249,8 @@ void TarvexAlert::AddConfiguration()
     configuration = new BTextView(
         inside, "config", inside.OffsetToCopy(0, 0).InsetByCopy(4, 4), B_FOLLOW_ALL_SIDES);
     configuration->LeaveEnterToWindow(); // in every box it presses the default button
-    configuration->SetToolTip("Enter sends the mail, Shift with it begins a new line");
+    configuration->SetToolTip(
+        "The configuration of your system; Enter sends the mail, Shift+Enter begins a new line");
     frame->AddChild(configuration);
     configuration->MakeFocus();
 }

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QTimer>
 
 #include <cmath>
 
@@ -30,11 +31,23 @@ public:
         // Screen readers call the button by its label; the keyboard is the button's alone.
         label->setBuddy(button);
         setFocusProxy(button);
+        // Once it is there the arrow keys go on from the present choice.
+        connect(menu, &QMenu::aboutToShow, this,
+            [this] { QTimer::singleShot(0, menu, [this] { ActivateChoice(); }); });
     }
 
     QLabel* const label;
     QPushButton* const button;
     QMenu* const menu;
+
+private:
+    void ActivateChoice()
+    {
+        for (QAction* action : menu->actions()) {
+            if (action->isChecked())
+                menu->setActiveAction(action);
+        }
+    }
 };
 
 FieldWidget& FieldOf(const ViewPeer& peer)
