@@ -213,7 +213,8 @@ void GetSysDeviceWin::AddMenu()
     resultsItem->SetMarked(TypedPciNames::AreForResults());
     menu->AddItem(resultsItem);
     menu->Join(this);
-    background->SetToolTip("The other mouse button opens a menu");
+    for (const Entry& entry : entries)
+        entry.view->AddToMenu(*menu);
 }
 
 // Machines of today have more unknown devices than the screen has room for.
@@ -328,7 +329,7 @@ void GetSysDeviceWin::DispatchMessage(BMessage* message, BHandler* handler)
 {
     int32 buttons = 0;
     BPoint where;
-    // Wherever it is: an entry, which has a menu of its own, keeps its clicks.
+    // Wherever it is but in an entry, whose own menu has the items too.
     if (message->what == B_MOUSE_DOWN && message->FindInt32("buttons", &buttons) == B_OK
         && buttons == B_SECONDARY_MOUSE_BUTTON
         && message->FindPoint("screen_where", &where) == B_OK)

@@ -1,7 +1,7 @@
 // A form for the names of the machine's PCI devices that the program does not know. Closing it only
 // takes the names over and tells the target, which hides it and has it saved. Return goes on to the
 // next entry and closes it on the last one, as Escape does on any. What was typed is remembered for
-// the next time, see TypedPciNames. Beside the entries the other mouse button opens a menu.
+// the next time, see TypedPciNames. The other mouse button opens a menu.
 #pragma once
 
 #include "foundation/LinkList.h"

@@ -48,6 +48,7 @@ private:
     friend class BMenuField;
     friend class BMenuItem;
     friend class BPopUpMenu;
+    friend class BTextControl;
 
     BMenuItem* Find(const std::function<bool(const BMenuItem&)>& wanted) const;
     // Into a window and out of it, with all menus below: handlers, shortcuts, targets.

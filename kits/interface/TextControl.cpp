@@ -1,6 +1,7 @@
 #include "TextControl.h"
 
 #include "Message.h"
+#include "PopUpMenu.h"
 #include "server/Accessibility.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
@@ -9,6 +10,7 @@
 #include "TextView.h"
 
 #include <QLabel>
+#include <QMenu>
 
 #include <algorithm>
 #include <cmath>
@@ -36,6 +38,13 @@ public:
             display::Call([this] { ShowAlignment(); });
     }
     void GetPreferredSize(float* width, float* height) override { GetWidgetSize(width, height); }
+    void AddToMenu(QWidget* more)
+    {
+        if (Peer() && more)
+            display::Call([this, more] {
+                static_cast<LineWidget*>(Peer()->widget)->AddToMenu(static_cast<QMenu*>(more));
+            });
+    }
 
 protected:
     void MakeWidget(ViewPeer& peer) override
@@ -97,6 +106,11 @@ void BTextControl::SetText(const char* text)
 BTextView* BTextControl::TextView() const
 {
     return fTextView;
+}
+
+void BTextControl::AddToMenu(const BPopUpMenu& more)
+{
+    fTextView->AddToMenu(more.fMenuPeer ? more.fMenuPeer->widget : nullptr);
 }
 
 void BTextControl::SetModificationMessage(BMessage* message)

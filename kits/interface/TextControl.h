@@ -5,6 +5,7 @@
 
 #include "Control.h"
 
+class BPopUpMenu;
 class BTextView;
 
 class BTextControl : public BControl {
@@ -29,6 +30,10 @@ public:
     // control owns message; null: none, as at first.
     virtual void SetModificationMessage(BMessage* message);
     BMessage* ModificationMessage() const { return fModificationMessage.get(); }
+
+    // Beside the platform's calls: the items of a menu that has joined the window stand behind
+    // those of the text's own menu, which copies and pastes. With the window locked.
+    void AddToMenu(const BPopUpMenu& more);
 
     virtual void SetDivider(float x); // where the text begins, in this view's coordinates
     float Divider() const { return fDivider; }

@@ -1,6 +1,7 @@
 // Gives every file of the folders named on the command line to a fuzz target, as it is and damaged
-// in a thousand ways, always the same, for builds without libFuzzer. A fault ends the program as
-// it would end the fuzzer.
+// in up to a thousand ways, always the same, for builds without libFuzzer. A fault ends the program
+// as it would end the fuzzer.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -8,12 +9,14 @@
 #include <iterator>
 #include <random>
 #include <string>
+#include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
 
-constexpr int kDamagedCopies = 1000; // of each file
+constexpr size_t kMostCopies = 1000; // damaged ones of each file
+constexpr size_t kAllCopies = 6000; // of all of them
 
 std::string Damaged(std::string bytes, std::minstd_rand& random)
 {
@@ -38,22 +41,25 @@ void Give(const std::string& bytes)
 
 int main(int argc, char** argv)
 {
-    std::minstd_rand random;
-    int files = 0;
+    std::vector<std::filesystem::path> files;
     for (int i = 1; i < argc; i++) {
         std::error_code error;
-        for (const auto& entry : std::filesystem::directory_iterator(argv[i], error)) {
-            std::ifstream file(entry.path(), std::ios::binary);
-            const std::string bytes(std::istreambuf_iterator<char>(file), {});
-            printf("%s, %zu bytes\n", entry.path().filename().c_str(), bytes.size());
-            fflush(stdout);
-            Give(bytes);
-            for (int copy = 0; copy < kDamagedCopies; copy++)
-                Give(Damaged(bytes, random));
-            files++;
-        }
+        for (const auto& entry : std::filesystem::directory_iterator(argv[i], error))
+            files.push_back(entry.path());
     }
-    if (files == 0)
+    std::sort(files.begin(), files.end()); // the same damage everywhere
+    std::minstd_rand random;
+    const size_t copies = std::min(kMostCopies, kAllCopies / std::max<size_t>(files.size(), 1));
+    for (const auto& path : files) {
+        std::ifstream file(path, std::ios::binary);
+        const std::string bytes(std::istreambuf_iterator<char>(file), {});
+        printf("%s, %zu bytes\n", path.filename().c_str(), bytes.size());
+        fflush(stdout);
+        Give(bytes);
+        for (size_t copy = 0; copy < copies; copy++)
+            Give(Damaged(bytes, random));
+    }
+    if (files.empty())
         fprintf(stderr, "No files in <%s>\n", argc > 1 ? argv[1] : "");
-    return files > 0 ? 0 : 1;
+    return files.empty() ? 1 : 0;
 }

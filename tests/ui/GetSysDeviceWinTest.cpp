@@ -79,10 +79,9 @@ protected:
         }
     }
 
-    // The menu beside the entries.
-    static void Choose(const std::string& item)
+    static void Choose(const std::string& where, const std::string& item)
     {
-        ASSERT_TRUE(screen::Click("instructions1", "", 3));
+        ASSERT_TRUE(screen::Click(where, "", 3));
         ASSERT_TRUE(screen::ClickMenu({ item }));
     }
     // By the keyboard, which opens another form for the same devices.
@@ -273,12 +272,12 @@ TEST_F(FormTest, ItsMenuFillsInWhatIsKnownAndTypedNamesComeBack)
     Open();
     Fill("device_1-1_0xABC", "?mine");
     Fill("vendor_3-1_0x1AF4", "?two");
-    Choose("Names from the list");
+    Choose("instructions1", "Names from the list");
     EXPECT_SOON(TextOf("device_3-1_0x1041") == device);
     EXPECT_EQ(TextOf("vendor_3-1_0x1AF4"), "?two");
     EXPECT_EQ(TextOf("device_2-1_0xAC"), longName.substr(0, 50));
     EXPECT_FALSE(TypedPciNames::AreForResults());
-    Choose("Names in results");
+    Choose("device_2-1_0xAC", "Names in results");
     EXPECT_SOON(TypedPciNames::AreForResults());
     CloseAndOpen();
     EXPECT_EQ(ReadFile(fData / "tarvex/pci.ids"),

@@ -204,6 +204,7 @@ CpuTopology ReadCpuTopology(const std::string& root)
 
 std::map<int, bigtime_t> ReadActiveTimes(const std::string& root)
 {
+    constexpr bigtime_t kMostTicks = 1LL << 40; // three centuries, of which sums still fit
     const bigtime_t microsPerTick = 1000000 / sysconf(_SC_CLK_TCK);
     std::map<int, bigtime_t> times;
     std::istringstream lines(ReadText(root + "/proc/stat"));
@@ -212,10 +213,14 @@ std::map<int, bigtime_t> ReadActiveTimes(const std::string& root)
         int number;
         if (line[3] == ' ' || !(fields >> number))
             continue;
-        // What follows is not ours, or in the first two already.
-        bigtime_t user = 0, nice = 0, kernel = 0, idle = 0, wait = 0, interrupt = 0, soft = 0;
-        fields >> user >> nice >> kernel >> idle >> wait >> interrupt >> soft;
-        times[number] = (user + nice + kernel + interrupt + soft) * microsPerTick;
+        // User, nice, kernel, idle, wait, interrupt, soft interrupt. What follows is not ours, or
+        // in the first two already.
+        bigtime_t ticks[7] = {};
+        for (bigtime_t& count : ticks) {
+            fields >> count;
+            count = std::clamp<bigtime_t>(count, 0, kMostTicks);
+        }
+        times[number] = (ticks[0] + ticks[1] + ticks[2] + ticks[5] + ticks[6]) * microsPerTick;
     }
     return times;
 }

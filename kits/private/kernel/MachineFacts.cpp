@@ -21,7 +21,8 @@ int64 LineNumber(const std::string& text, const std::string& name)
     if (position == std::string::npos)
         return 0;
     position = text.find(name, position) + name.size();
-    constexpr long long kMost = 1LL << 50; // nobody has more of anything counted here
+    // Nobody has more of anything counted here, and a million times that still fits.
+    constexpr long long kMost = 1LL << 43;
     return std::clamp(NumberAt(text.substr(position, 40), 0), 0LL, kMost);
 }
 

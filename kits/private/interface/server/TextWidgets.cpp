@@ -4,6 +4,7 @@
 #include "server/Convert.h"
 #include "server/ViewPeer.h"
 
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QList>
@@ -277,6 +278,17 @@ void LineWidget::keyPressEvent(QKeyEvent* event)
 }
 
 // The caret stands at the beginning: a name is known by that.
+void LineWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu* menu = createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (fMore) {
+        menu->addSeparator();
+        menu->addActions(fMore->actions());
+    }
+    menu->popup(event->globalPos());
+}
+
 void LineWidget::SelectWhole()
 {
     const auto length = static_cast<int>(text().size());

@@ -5,6 +5,8 @@
 #include "server/ViewPeer.h"
 
 #include <QLineEdit>
+#include <QMenu>
+#include <QPointer>
 #include <QSize>
 #include <QString>
 #include <QTextEdit>
@@ -106,9 +108,11 @@ public:
     void SetTextRect(BRect rect, QSize view) override;
     int TextHeight() const override;
     void Scroll(BPoint where) override;
+    void AddToMenu(QMenu* more) { fMore = more; } // its actions, as they are when the menu opens
 
 protected:
     bool event(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -122,6 +126,7 @@ private:
     void SelectWhole();
 
     const std::shared_ptr<ViewLink> fLink;
+    QPointer<QMenu> fMore;
     TextLimit fLimit;
     int32 fVersion = 0;
     int fStart = 0; // of the selection, or the caret, before the change that is being reported
