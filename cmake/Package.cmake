@@ -1,9 +1,11 @@
 # "cmake --build build/release --target package": a Debian package of the programs without their debug
-# symbols, and one of these.
+# symbols, and one of these. "--target package-rpm": the programs for Fedora and its like, where
+# rpmbuild is installed. The libraries are those of the system on which it is built.
 set(contact "The Tarvex authors <${TARVEX_SUPPORT_ADDRESS}>")
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tarvex)
 set(CPACK_PACKAGE_CONTACT ${contact})
+set(CPACK_PACKAGE_VENDOR "The Tarvex authors")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "benchmark for every number of a machine's processors")
 set(CPACK_PACKAGE_DESCRIPTION
 "Tarvex measures graphics, strings, memory, arithmetic and the disk with all
@@ -34,6 +36,26 @@ set(CPACK_DEBIAN_PACKAGE_SUGGESTS "default-mta | mail-transport-agent, xwayland"
 set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE none) # finish-packages packs them
 
+# rpmbuild finds the libraries itself; the rest is the same as above, as Fedora calls it.
+set(CPACK_RPM_FILE_NAME RPM-DEFAULT)
+set(CPACK_RPM_PACKAGE_LICENSE "MIT AND BSD-3-Clause")
+set(CPACK_RPM_PACKAGE_GROUP "Applications/System")
+set(CPACK_RPM_PACKAGE_URL ${TARVEX_MAKER_PAGE})
+string(REPLACE "\n.\n" "\n\n" CPACK_RPM_PACKAGE_DESCRIPTION "${CPACK_PACKAGE_DESCRIPTION}")
+set(CPACK_RPM_PACKAGE_REQUIRES
+    "qt6-qtbase-gui, shared-mime-info, hicolor-icon-theme, dejavu-sans-fonts, zip, unzip, xdg-utils")
+set(CPACK_RPM_PACKAGE_SUMMARY "Benchmark for every number of a machine's processors")
+set(CPACK_RPM_SPEC_MORE_DEFINE "%define _build_id_links none
+%define packager ${contact}")
+# Folders of others.
+set(folders applications bash-completion bash-completion/completions doc fish
+    fish/vendor_completions.d icons icons/hicolor man man/man1 man/man5 metainfo zsh
+    zsh/vendor-completions)
+foreach(size 16x16 22x22 24x24 32x32 48x48 64x64 128x128 256x256 scalable symbolic)
+    list(APPEND folders icons/hicolor/${size} icons/hicolor/${size}/apps)
+endforeach()
+list(TRANSFORM folders PREPEND /usr/share/ OUTPUT_VARIABLE CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION)
+
 set(changelog ${CMAKE_BINARY_DIR}/changelog)
 add_custom_command(OUTPUT ${changelog}.gz
     COMMAND awk -v contact=${contact} -f ${CMAKE_CURRENT_LIST_DIR}/changelog.awk
@@ -49,5 +71,9 @@ set(CPACK_OUTPUT_CONFIG_FILE ${CMAKE_BINARY_DIR}/Package.cmake)
 add_custom_target(package
     COMMAND ${CMAKE_CPACK_COMMAND} --config ${CPACK_OUTPUT_CONFIG_FILE}
     COMMAND ${CMAKE_CURRENT_LIST_DIR}/finish-packages ${CMAKE_BINARY_DIR}
+    DEPENDS tarvex tarvex-run VERBATIM USES_TERMINAL)
+add_custom_target(package-rpm
+    COMMAND ${CMAKE_CPACK_COMMAND} --config ${CPACK_OUTPUT_CONFIG_FILE} -G RPM
+        -D CPACK_STRIP_FILES=ON
     DEPENDS tarvex tarvex-run VERBATIM USES_TERMINAL)
 include(CPack)

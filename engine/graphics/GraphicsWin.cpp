@@ -27,6 +27,19 @@ rgb_color Color()
     return { Component(), Component(), Component(), 255 }; // in this order
 }
 
+// While it lives rand() gives other numbers than those that it would give next.
+class OtherRandomNumbers {
+public:
+    OtherRandomNumbers() : before(initstate(1, state, sizeof state)) { }
+    ~OtherRandomNumbers() { setstate(before); }
+    OtherRandomNumbers(const OtherRandomNumbers&) = delete;
+    OtherRandomNumbers& operator=(const OtherRandomNumbers&) = delete;
+
+private:
+    char state[128];
+    char* const before;
+};
+
 } // namespace
 
 struct GraphicsWin::Test {
@@ -102,6 +115,29 @@ void GraphicsWin::DrawShapes(long shapes, Draw draw)
         if constexpr (sending == Sending::kFlushed)
             view->Flush();
     }
+}
+
+void GraphicsWin::WarmUp()
+{
+    constexpr long kOfEachKind = 500;
+    const BAutolock lock(this);
+    if (!lock.IsLocked())
+        return;
+    {
+        const OtherRandomNumbers others;
+        DrawShapes<Sending::kFlushed>(kOfEachKind, [this] {
+            view->StrokeLine(Point(), Point(), B_SOLID_HIGH);
+            view->DrawString("Tarvex", Point());
+            view->StrokeEllipse(Rect(), B_SOLID_HIGH);
+            view->FillEllipse(Rect(), B_SOLID_HIGH);
+            view->StrokeRect(Rect(), B_SOLID_HIGH);
+            view->FillRect(Rect(), B_SOLID_HIGH);
+            view->StrokeTriangle(Point(), Point(), Point(), B_SOLID_HIGH);
+            view->FillTriangle(Point(), Point(), Point(), B_SOLID_HIGH);
+        });
+    }
+    ClearView();
+    Sync();
 }
 
 template <GraphicsWin::Sending sending, typename Draw>

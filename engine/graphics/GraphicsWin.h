@@ -16,8 +16,8 @@ class Results;
 // "Flushed": every shape is sent on its own. "Unflushed": shapes leave as the buffer fills, and the
 // rest only when the clock has stopped.
 //
-// In the order of a run: new, SetPosition(), Show(), ClearView(), the tests, Hide(), Lock(),
-// Quit().
+// In the order of a run: new, SetPosition(), Show(), ClearView(), WarmUp(), the tests, Hide(),
+// Lock(), Quit().
 class GraphicsWin : public LibWindow {
 public:
     GraphicsWin();
@@ -40,6 +40,10 @@ public:
     // Makes the view white and its high colour black, and sends that. The first call returns when
     // the window is on the screen.
     void ClearView();
+    // Draws some of every kind of shape, clears the view and waits for the display: letters, which
+    // go to it at their first use, and pages that were never touched would be in the tests' times.
+    // The numbers that rand() gives next stay what they were.
+    void WarmUp();
 
 private:
     struct Test;

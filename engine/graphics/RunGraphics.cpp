@@ -79,6 +79,8 @@ void Benchmark::RunGraphics()
     window.Do([&isShown](GraphicsWin& shown) {
         isShown = !shown.IsHidden();
         shown.ClearView();
+        if (isShown)
+            shown.WarmUp();
     });
     if (!isShown) { // no thread could be made for it
         fprintf(stderr, "The tests of <Graphics> are left out\n");

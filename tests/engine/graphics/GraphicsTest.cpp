@@ -29,7 +29,7 @@ struct Drawn {
 std::vector<Drawn> gDrawn;
 char gLostKind = 0; // is not drawn
 int gSyncs = 0;
-std::atomic<BWindow*> gWindow; // of the latest string
+std::atomic<BWindow*> gWindow; // of the latest string that a test drew
 
 void Note(char kind, BView* view, pattern p, std::vector<float> places)
 {
@@ -66,7 +66,7 @@ NOTED(_ZN5BView10StrokeLineE6BPointS0_7pattern, (BView* v, BPoint a, BPoint b, p
 NOTED(_ZN5BView10DrawStringEPKc6BPointP16escapement_delta,
     (BView* v, const char* text, BPoint a, escapement_delta* delta), (v, text, a, delta),
     Note(strcmp(text, "Tarvex") == 0 && !delta ? 's' : '?', v, B_SOLID_HIGH, { a.x, a.y });
-    gWindow = v->Window())
+    if (strstr(v->Window()->Title(), "Strings")) gWindow = v->Window())
 NOTED(_ZNK5BView5FlushEv, (const BView* v), (v), if (!gDrawn.empty()) gDrawn.back().sent = true)
 NOTED(_ZNK5BView4SyncEv, (const BView* v), (v), gSyncs++)
 }
@@ -179,8 +179,9 @@ TEST_F(GraphicsTest, EachDrawsItsShapesTimesThemAndLeavesTheViewWhite)
     for (int pass = 1; pass <= 2; pass++) {
         for (const Row& row : kRows) {
             SCOPED_TRACE(row.metric);
-            gDrawn.clear();
             srand(pass);
+            shown.WarmUp(); // which leaves the numbers and the view as they were
+            gDrawn.clear();
             (shown.*row.run)(benchmark.results);
             srand(pass);
             const std::vector<Drawn> expected = Expected(row);
