@@ -44,28 +44,6 @@ TEST_F(UpdateTest, NothingShowsBeforeDrawReturns)
     EXPECT_EQ(after.ExtentOf(kBlack).count, kWidth * kHeight);
 }
 
-TEST_F(UpdateTest, ItTellsWhetherItShowsOneColourOnly)
-{
-    const rgb_color red { 255, 0, 0 };
-    Drawn([&](BView& v) {
-        EXPECT_EQ(v.ShowsOnly(v.ViewColor()), true);
-        v.SetHighColor(red);
-        v.FillRect(v.Bounds());
-        EXPECT_EQ(v.ShowsOnly(red), true); // sent by the question
-        EXPECT_EQ(v.ShowsOnly(white_color), false);
-        v.SetHighColor(rgb_color { 255, 0, 1 });
-        v.StrokeLine(v.Bounds().RightBottom(), v.Bounds().RightBottom());
-        EXPECT_EQ(v.ShowsOnly(red), false);
-    });
-    BView undrawn(BRect(0, 0, 9, 9), "undrawn", B_FOLLOW_NONE, B_WILL_DRAW);
-    EXPECT_EQ(undrawn.ShowsOnly(white_color), std::nullopt);
-    Locked([&] {
-        fWindow->Hide();
-        EXPECT_EQ(fView->ShowsOnly(red), std::nullopt);
-        fWindow->Show();
-    });
-}
-
 TEST_F(UpdateTest, OnlyTheUpdateRectangleIsClearedAndShown)
 {
     const BRect rect(5, 6, 20, 15);
@@ -93,21 +71,6 @@ TEST_F(UpdateTest, AResizedOrMovedViewDrawsIntoAllOfItself)
     Locked([&] { fView->Parent()->MoveBy(30, 10); });
     EXPECT_TRUE(Becomes([&] { return Shown().ExtentOf(kBlack).count == 30 * 30; }));
     EXPECT_TRUE(Becomes([&] { return ScreenPicture(before).At(5, 5) != kBlack; }));
-}
-
-TEST_F(UpdateTest, AViewTakenOutDrawsNothingAndPutBackDrawsAgain)
-{
-    const BBitmap bitmap(BRect(0, 0, 3, 3), B_RGB32);
-    Locked([&] {
-        EXPECT_TRUE(fView->RemoveSelf());
-        fView->FillRect(fView->Bounds());
-        fView->DrawBitmap(&bitmap, bitmap.Bounds());
-        fView->DrawString("nowhere", BPoint(3, 3));
-        fView->StrokeLine(BPoint(1, 1), BPoint(8, 7));
-        fView->Sync();
-        fWindow->AddChild(fView);
-    });
-    EXPECT_TRUE(ComesToShow(black_color));
 }
 
 } // namespace
