@@ -73,4 +73,19 @@ TEST_F(UpdateTest, AResizedOrMovedViewDrawsIntoAllOfItself)
     EXPECT_TRUE(Becomes([&] { return ScreenPicture(before).At(5, 5) != kBlack; }));
 }
 
+TEST_F(UpdateTest, AViewTakenOutDrawsNothingAndPutBackDrawsAgain)
+{
+    const BBitmap bitmap(BRect(0, 0, 3, 3), B_RGB32);
+    Locked([&] {
+        EXPECT_TRUE(fView->RemoveSelf());
+        fView->FillRect(fView->Bounds());
+        fView->DrawBitmap(&bitmap, bitmap.Bounds());
+        fView->DrawString("nowhere", BPoint(3, 3));
+        fView->StrokeLine(BPoint(1, 1), BPoint(8, 7));
+        fView->Sync();
+        fWindow->AddChild(fView);
+    });
+    EXPECT_TRUE(ComesToShow(black_color));
+}
+
 } // namespace
