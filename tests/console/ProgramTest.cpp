@@ -251,25 +251,6 @@ TEST_F(TarvexRun, MeasuresTheDiskWhateverItsStateAndShowsNoRateOfWorkThatWasNotD
     }
 }
 
-TEST_F(TarvexRun, OnOneProcessorMakesOnePassAndShowsItsRatesEvenIfTheyCannotBeWritten)
-{
-    // A full device of our own: root's program could replace that of the system by a file.
-    std::string full = fFolder / "full";
-    mknod(full.c_str(), S_IFCHR | 0600, makedev(1, 7));
-    if (!std::ofstream(full, std::ios::in))
-        full = "/dev/full";
-    EXPECT_EQ(Run("--groups ackerman --output " + full, "taskset -c 0"), 1);
-    EXPECT_EQ(Errors(), "Error writing <" + full + ">: No space left on device\n");
-    const std::string shown = "Test +Units +1 CPU\n";
-    EXPECT_TRUE(Fits(Output(), shown + "Ackerman +IPS +\\d+\\.\\d\n")) << Output();
-    EXPECT_TRUE(fs::is_character_file(full)); // not replaced by a file
-
-    // Its passes take five seconds.
-    EXPECT_EQ(Run("--groups sieve --output file", "taskset -c 0"), 0);
-    EXPECT_TRUE(Fits(Output(), shown + "Sieve +IPS +\\d+\\.\\d\n")) << Output();
-    EXPECT_TRUE(Fits(File(), "(?:.|\n)*\t700:[1-9]\\d*/\\d\\.\\d{6};\n")) << File();
-}
-
 TEST_F(TarvexRun, IsEndedBySignalsWithItsProcessorsOnAndNoFileWritten)
 {
     const struct {

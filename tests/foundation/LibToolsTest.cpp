@@ -62,6 +62,26 @@ TEST(LibTools, PathsOfAnyBytesReachTheToolsAndStartNothingElse)
     }
 }
 
+TEST(LibTools, ZipAndUnzipKeepFoldersWhateverTheirNames)
+{
+    const ScratchFolder folder;
+    for (const std::string& fullName : kNames) {
+        const std::string name = fullName.substr(0, 200);
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(Libmkdir("inner") && Libmkdir(name.c_str()));
+        WriteFile(name + "/file", name);
+        WriteFile("inner/a1x.zip", "a pattern would find this");
+        const std::string archive = folder / ("inner/" + name + ".zip");
+        EXPECT_TRUE(LibZip(archive.c_str(), BPath(name.c_str()), 12));
+        EXPECT_EQ(ReadFile(archive).substr(0, 2), "PK");
+        EXPECT_TRUE(LibUnzipWhole(archive.c_str()));
+        EXPECT_EQ(fs::current_path(), folder / "inner");
+        EXPECT_EQ(EntriesOf(".").size(), 3u); // unzip leaves out control characters of names
+        fs::current_path(folder.Path());
+        EXPECT_TRUE(LibUnlink(name.c_str()) && LibUnlink("inner") && EntriesOf(".").empty());
+    }
+}
+
 TEST(LibTools, WhatCannotBeDoneIsFalseAndStartsNothing)
 {
     const ScratchFolder folder;

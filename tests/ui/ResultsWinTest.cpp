@@ -159,7 +159,7 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
 
     mailer("cat > /dev/null\n");
     save(folder / "mine");
-    says("Saved: " + folder.Path() + "/mine.zip (1 file, 1 KB)");
+    EXPECT_SOON(Find("status").text.ends_with("/mine.zip (1 file, 1 KB)"));
     mail();
     says("Mailed to support@tarvex.example");
 

@@ -2,8 +2,6 @@
 
 #include <Autolock.h>
 
-#include <list>
-
 namespace {
 
 // The instrumentation of a call looks into the object, which the call itself does not.
@@ -44,27 +42,6 @@ TEST(LooperLock, CountsAndIsTheMakersUntilRun)
         EXPECT_TRUE(log.Now().empty()) << "messages are handled with the lock held";
     }
     log.WaitFor(1);
-    QuitNow(looper);
-}
-
-TEST(LooperLock, GoesToThoseThatWaitInTheOrderTheyCame)
-{
-    Log log;
-    auto* looper = new BLooper;
-    looper->Run();
-    std::list<KitThread> threads;
-    {
-        const BAutolock lock(looper);
-        for (int i = 0; i < 5; ++i) {
-            threads.emplace_back([&, i] {
-                const BAutolock turn(looper);
-                log.Add(std::to_string(i));
-            });
-            AwaitWaiting(threads.back().Id());
-        }
-    }
-    EXPECT_EQ(log.WaitFor(5), (Entries { "0", "1", "2", "3", "4" }));
-    threads.clear();
     QuitNow(looper);
 }
 

@@ -34,7 +34,12 @@ TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
     auto* looper = new TestLooper(LogTo(log));
     auto* handler = new BHandler;
     looper->AddHandler(handler);
-    const BMessenger messenger(handler);
+    status_t status = B_OK;
+    BHandler alone;
+    EXPECT_FALSE(BMessenger(&alone, nullptr, &status).IsValid());
+    EXPECT_EQ(status, B_BAD_HANDLER);
+    const BMessenger messenger(handler, nullptr, &status);
+    EXPECT_EQ(status, B_OK);
     looper->PostMessage(1, handler);
     KitThread asking([&] {
         BMessage reply;
@@ -82,11 +87,12 @@ TEST(Messenger, ALooperThatSendsToItselfNeverWaits)
     auto* looper = new TestLooper(
         [&](TestLooper& self, BMessage* message) {
             log.Add(std::to_string(message->what));
+            EXPECT_TRUE(message->what != 1 || message->ReturnAddress() == BMessenger(&self));
             if (message->what != 0)
                 return;
             const BMessenger messenger(&self);
             BMessage next(1);
-            EXPECT_EQ(messenger.SendMessage(&next), B_OK);
+            EXPECT_EQ(messenger.SendMessage(&next, &self), B_OK);
             next.what = 2;
             EXPECT_EQ(messenger.SendMessage(&next, kNobody, kShort), B_WOULD_BLOCK);
             EXPECT_EQ(messenger.SendMessage(&next), B_OK);

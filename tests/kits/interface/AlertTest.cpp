@@ -70,25 +70,6 @@ TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeldUnderTheAlert)
     asking->Quit();
 }
 
-TEST_F(WindowTest, AnAlertThatNobodyWaitsForSendsItsAnswerAndOneThatIsQuitIsMinusOne)
-{
-    Show();
-    Ask()->Go(new BInvoker(new BMessage(30), BMessenger(fWindow)));
-    EXPECT_TRUE(screen::Click("_b1_", "Question"));
-    EXPECT_TRUE(fLog->WaitFor("30"));
-    BMessenger target;
-    int32 answer = -2;
-    std::thread asker([&] {
-        BAlert* alert = Ask();
-        target = BMessenger(alert);
-        answer = alert->Go();
-    });
-    EXPECT_TRUE(screen::BecomesActive("Question"));
-    EXPECT_EQ(target.SendMessage(B_QUIT_REQUESTED), B_OK);
-    asker.join();
-    EXPECT_EQ(answer, -1);
-}
-
 TEST_F(WindowTest, AnAlertHasRoomForItsTextHoweverLongItIs)
 {
     for (int words : { 1, 1000, 20000 }) {

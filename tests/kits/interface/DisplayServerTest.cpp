@@ -33,20 +33,6 @@ TEST(DisplayServer, IsMissingWithoutADisplayAndAWindowEndsTheProgram)
     }
 }
 
-TEST_F(WindowTest, CallsRunInOrderOnOneThreadAndBringBackValues)
-{
-    std::string order;
-    for (const char letter : { 'a', 'b', 'c' })
-        display::Post([&order, letter] { order += letter; });
-    const auto server = display::Call([&order] {
-        display::Call([&order] { order += 'd'; }); // from the server itself: at once
-        return std::this_thread::get_id();
-    });
-    EXPECT_NE(server, std::this_thread::get_id());
-    EXPECT_EQ(order, "abcd");
-    EXPECT_STREQ(setlocale(LC_NUMERIC, nullptr), "C") << "whatever the desktop's language";
-}
-
 TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
 {
     uint8 image[68] = { 16, 1, 3, 5 }; // hot spot: row 3, column 5

@@ -5,6 +5,17 @@
 
 using namespace kernel;
 
+TEST(MachineText, ListsAndMasksOfProcessors)
+{
+    using Numbers = std::vector<int>;
+    EXPECT_EQ(ParseCpuList("0-2,8\n"), (Numbers { 0, 1, 2, 8 }));
+    EXPECT_EQ(ParseCpuList("3,x,5-,7-4,-1,9"), (Numbers { 3, 9 }));
+    for (const char* nothing : { "", "\n", "99999", "0-99999999" })
+        EXPECT_EQ(ParseCpuList(nothing), Numbers()) << nothing;
+    EXPECT_EQ(ParseCpuMask("00000001,80000101\n"), (Numbers { 0, 8, 31, 32 }));
+    EXPECT_EQ(ParseCpuMask("00005"), (Numbers { 0, 2 }));
+}
+
 TEST(MachineText, ProcessorsAreNamedByMakerFamilyAndModel)
 {
     const std::tuple<const char*, int, int, int> rows[] = {

@@ -141,17 +141,3 @@ TEST(Pci, WhatTheSystemSaysPrecedesTheConfiguration)
     EXPECT_EQ(info.vendor_id, 0x8086);
     EXPECT_EQ(info.device_id << 16 | info.class_sub << 8 | info.revision, 0x10ca8007);
 }
-
-TEST(Pci, AWalkFromTheStartSeesWhatCameAndWent)
-{
-    const ThisMachine tree;
-    EXPECT_TRUE(AllFunctions().empty()) << "there are no buses";
-    AddPciFunction(tree, "0000:03:00.0", PciConfig(0x10b7, 0x9055, 0x020000));
-    AddPciFunction(tree, "0000:02:00.0", PciConfig(0x1102, 0x0002, 0x040100));
-    EXPECT_EQ(AllFunctions().size(), 2u);
-    std::filesystem::remove_all(tree.Path() + "/" + kDevices + "0000:02:00.0");
-    pci_info info;
-    EXPECT_EQ(get_nth_pci_info(1, &info), B_OK) << "the walk under way loses nothing";
-    ASSERT_EQ(AllFunctions().size(), 1u);
-    EXPECT_EQ(AllFunctions()[0].vendor_id, 0x10b7);
-}

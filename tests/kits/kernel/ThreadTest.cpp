@@ -67,25 +67,6 @@ TEST(Thread, StateTellsWhatItDoes)
     }
 }
 
-TEST(Thread, ASuspendedThreadRunsNoMoreInstructionUntilItIsResumed)
-{
-    Work work;
-    const thread_id thread = spawn_thread(Work::Do, "stopped", B_NORMAL_PRIORITY, &work);
-    resume_thread(thread);
-    for (int round = 0; round < 50; round++) {
-        const long before = work.count;
-        ASSERT_TRUE(WaitUntil([&] { return work.count > before; }));
-        ASSERT_EQ(suspend_thread(thread), B_OK);
-        ASSERT_EQ(suspend_thread(thread), B_OK); // does not add up
-        const long stoppedAt = work.count;
-        snooze(2000);
-        ASSERT_EQ(work.count, stoppedAt);
-        ASSERT_EQ(resume_thread(thread), B_OK);
-    }
-    work.done = true;
-    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
-}
-
 TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
 {
     const thread_id thread =

@@ -46,19 +46,4 @@ TEST(Resources, ChangesAreKeptTogetherWhenTheObjectEnds)
     EXPECT_EQ(id * 100 + int32(size), 708);
 }
 
-TEST(Resources, WithoutAFileNothingIsFoundOrAddedAndClobberTakesAllAway)
-{
-    const std::string path = TestHome() / "other resource file";
-    BFile file(path.c_str(), B_READ_WRITE | B_CREATE_FILE);
-    EXPECT_EQ(BResources(&file).AddResource(B_STRING_TYPE, 1, "x", 2), B_OK);
-    EXPECT_EQ(BResources(&file, true).Sync(), B_OK);
-    EXPECT_FALSE(BResources(&file).HasResource(B_STRING_TYPE, 1));
-
-    const BFile none("/nowhere/at all", B_READ_WRITE);
-    BResources resources(&none);
-    EXPECT_EQ(resources.LoadResource(B_STRING_TYPE, "x", nullptr), nullptr);
-    EXPECT_EQ(resources.AddResource(B_STRING_TYPE, 1, "x", 2), B_NO_INIT);
-    EXPECT_EQ(resources.Sync(), B_NO_INIT);
-}
-
 } // namespace

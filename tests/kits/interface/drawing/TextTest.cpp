@@ -89,20 +89,6 @@ TEST(Font, WidthsAddUpAndHeightsGrowWithTheSize)
     }
 }
 
-TEST(Font, StylesAndFacesGoTogether)
-{
-    BFont font;
-    font_family family;
-    font_style style;
-    EXPECT_EQ(font.SetFamilyAndStyle("DejaVu Serif", "Bold Italic"), B_OK);
-    EXPECT_EQ(font.Face(), B_BOLD_FACE | B_ITALIC_FACE);
-    font.SetFace(B_REGULAR_FACE);
-    font.GetFamilyAndStyle(&family, &style);
-    EXPECT_STREQ(family, "DejaVu Serif");
-    EXPECT_STREQ(style, "Regular");
-    EXPECT_EQ(font.SetFamilyAndStyle(std::string(64, 'x').c_str(), nullptr), B_BAD_VALUE);
-}
-
 TEST(Utf8, EachBadByteIsOneReplacementCharacter)
 {
     constexpr char32_t kBad = kReplacementCharacter;

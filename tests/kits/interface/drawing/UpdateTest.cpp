@@ -44,28 +44,6 @@ TEST_F(UpdateTest, NothingShowsBeforeDrawReturns)
     EXPECT_EQ(after.ExtentOf(kBlack).count, kWidth * kHeight);
 }
 
-TEST_F(UpdateTest, ItTellsWhetherItShowsOneColourOnly)
-{
-    const rgb_color red { 255, 0, 0 };
-    Drawn([&](BView& v) {
-        EXPECT_EQ(v.ShowsOnly(v.ViewColor()), true);
-        v.SetHighColor(red);
-        v.FillRect(v.Bounds());
-        EXPECT_EQ(v.ShowsOnly(red), true); // sent by the question
-        EXPECT_EQ(v.ShowsOnly(white_color), false);
-        v.SetHighColor(rgb_color { 255, 0, 1 });
-        v.StrokeLine(v.Bounds().RightBottom(), v.Bounds().RightBottom());
-        EXPECT_EQ(v.ShowsOnly(red), false);
-    });
-    BView undrawn(BRect(0, 0, 9, 9), "undrawn", B_FOLLOW_NONE, B_WILL_DRAW);
-    EXPECT_EQ(undrawn.ShowsOnly(white_color), std::nullopt);
-    Locked([&] {
-        fWindow->Hide();
-        EXPECT_EQ(fView->ShowsOnly(red), std::nullopt);
-        fWindow->Show();
-    });
-}
-
 TEST_F(UpdateTest, OnlyTheUpdateRectangleIsClearedAndShown)
 {
     const BRect rect(5, 6, 20, 15);
