@@ -5,6 +5,7 @@
 #include "console/RunLooper.h"
 #include "engine/Sitting.h"
 #include "engine/ThisBuild.h"
+#include "foundation/LibDateTime.h"
 #include "foundation/PlainText.h"
 #include "results/ProbeMemory.h"
 #include "results/ResultsFile.h"
@@ -22,7 +23,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <filesystem>
 
 namespace {
@@ -60,13 +60,8 @@ bool Begin(BMachineRun& run, bool anyway)
 // "2026-11-21T14:03:05+01:00"
 std::string LocalTime()
 {
-    const time_t now = time(nullptr);
-    tm local {};
-    localtime_r(&now, &local);
-    char text[40] = "";
-    strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S%z", &local);
-    std::string zoned = text;
-    // strftime() writes the zone as "+0100", where the time before it has colons.
+    std::string zoned = LibLocalTimeText("%Y-%m-%dT%H:%M:%S%z");
+    // The zone is "+0100", where the time before it has colons.
     if (zoned.size() > 5)
         zoned.insert(zoned.size() - 2, ":");
     return zoned;

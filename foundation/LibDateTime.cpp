@@ -204,3 +204,12 @@ status_t LibDateTime::Restore(const BMessage& message)
         *this = archived;
     return status;
 }
+
+std::string LibLocalTimeText(const char* format)
+{
+    const time_t now = time(nullptr);
+    struct tm local { };
+    localtime_r(&now, &local);
+    char text[64];
+    return { text, strftime(text, sizeof text, format, &local) };
+}

@@ -5,6 +5,8 @@
 #include "foundation/LibString.h"
 #include "foundation/LibTime.h"
 
+#include <string>
+
 class LibDateTime {
 public:
     // The present moment in the user's time zone; else no date, at 00:00:00.
@@ -59,3 +61,6 @@ protected:
 private:
     void Carry(int32 days);
 };
+
+// The present moment in the user's time zone, as strftime() writes it: at most 63 bytes.
+[[nodiscard]] std::string LibLocalTimeText(const char* format);

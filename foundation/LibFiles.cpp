@@ -20,7 +20,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -62,12 +61,8 @@ std::string CopyName(const char* leaf, int copy)
 std::string Record(const char* path)
 {
     // In local time, without a zone: so the desktop's trash writes it.
-    LibDateTime now(true);
-    struct tm moment = {};
-    now.GetDateTime(&moment);
-    char date[32];
-    strftime(date, sizeof(date), "%Y-%m-%dT%H:%M:%S", &moment);
-    return "[Trash Info]\nPath=" + PercentEncoded(path) + "\nDeletionDate=" + date + "\n";
+    return "[Trash Info]\nPath=" + PercentEncoded(path)
+        + "\nDeletionDate=" + LibLocalTimeText("%Y-%m-%dT%H:%M:%S") + "\n";
 }
 
 // A new name in the trash, reserved by its record.

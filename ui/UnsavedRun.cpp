@@ -1,5 +1,6 @@
 #include "ui/UnsavedRun.h"
 
+#include "foundation/LibDateTime.h"
 #include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "results/TestCatalogue.h"
@@ -9,23 +10,12 @@
 
 #include <cstdio>
 #include <cstring>
-#include <ctime>
 
 namespace {
 
 // Its first line is when the run ended, the rest a results file.
 constexpr char kFile[] = "unsaved";
 constexpr size_t kMostBytes = 3 * kRecordSize;
-
-std::string Now()
-{
-    const time_t now = time(nullptr);
-    tm local {};
-    localtime_r(&now, &local);
-    char text[40] = "";
-    strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local);
-    return text;
-}
 
 bool IsTime(const std::string& line)
 {
@@ -62,7 +52,7 @@ std::unique_ptr<Results> UnsavedRun::Read()
 
 void UnsavedRun::Keep(const Results& run)
 {
-    ended = Now();
+    ended = LibLocalTimeText("%Y-%m-%d %H:%M");
     char record[kRecordSize];
     run.Write(record);
     kept = ended + "\n1.0\n" + std::to_string(strlen(record)) + "\n" + record + "\n";
