@@ -3,10 +3,11 @@
 #include "Application.h"
 #include "Message.h"
 #include "MessageDelivery.h"
+#include "server/Convert.h"
 #include "server/DisplayServer.h"
+#include "Window.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QCompleter>
 #include <QDir>
 #include <QFile>
@@ -34,13 +35,13 @@ public:
     // Behind the chosen name it is that of another file which the program will write.
     void SetSecondEnding(const char* ending) { fSecondEnding = QString::fromUtf8(ending); }
 
-    // First over the window that has the keyboard, then where the user left it the last time.
-    void Appear()
+    // First over the window that asks, then where the user left it the last time.
+    void Appear(const QRect& asking)
     {
         if (!isVisible() && fHasAppeared)
             setGeometry(geometry()); // not move(): Qt may not know the border yet
         else if (!fHasAppeared)
-            PlaceOver(QApplication::activeWindow());
+            PlaceOver(asking);
         fHasAppeared = true;
         show();
     }
@@ -70,14 +71,14 @@ protected:
 
 private:
     // As far as the screen has room; without a window Qt finds the place.
-    void PlaceOver(const QWidget* asking)
+    void PlaceOver(const QRect& asking)
     {
         constexpr int kTitle = 28;
-        if (!asking)
+        if (!asking.isValid())
             return;
-        const QRect room = asking->screen()->availableGeometry().adjusted(0, kTitle, 0, 0);
+        const QRect room = screen()->availableGeometry().adjusted(0, kTitle, 0, 0);
         QRect frame(QPoint(), testAttribute(Qt::WA_Resized) ? size() : sizeHint());
-        frame.moveCenter(asking->geometry().center());
+        frame.moveCenter(asking.center());
         frame.moveRight(std::min(frame.right(), room.right()));
         frame.moveBottom(std::min(frame.bottom(), room.bottom()));
         frame.moveLeft(std::max(frame.left(), room.left()));
@@ -225,8 +226,10 @@ void BFilePanel::Report()
 
 void BFilePanel::Show()
 {
-    display::Call([this] {
-        fPeer->dialog->Appear();
+    const auto* caller = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
+    const QRect asking = caller && !caller->IsHidden() ? ToQRect(caller->Frame()) : QRect();
+    display::Call([this, asking] {
+        fPeer->dialog->Appear(asking);
         fPeer->dialog->raise();
         fPeer->dialog->activateWindow();
     });

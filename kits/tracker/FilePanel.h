@@ -26,7 +26,8 @@ public:
     BFilePanel(const BFilePanel&) = delete;
     BFilePanel& operator=(const BFilePanel&) = delete;
 
-    void Show(); // a panel that is shown comes to the front
+    // In front, the first time over the window whose thread this is.
+    void Show();
     void Hide();
     file_panel_mode PanelMode() const { return fMode; }
     BMessenger Messenger() const { return fTarget; }

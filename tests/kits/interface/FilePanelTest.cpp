@@ -77,6 +77,27 @@ TEST_F(WindowTest, AnOpenPanelSendsAFileThatIsThereOnly)
     EXPECT_EQ(fLog->WaitFor(1), Entries { folder / "file" });
 }
 
+TEST_F(WindowTest, APanelComesUpOverTheWindowThatShowsIt)
+{
+    class AskingWindow : public TestWindow {
+    public:
+        using TestWindow::TestWindow;
+        void MessageReceived(BMessage* message) override
+        {
+            message->what == 1 ? panel.Show() : TestWindow::MessageReceived(message);
+        }
+        BFilePanel panel { B_SAVE_PANEL };
+    };
+    auto* asking = new AskingWindow(fLog, BRect(500, 350, 799, 549), "Asking");
+    asking->Show();
+    EXPECT_TRUE(asking->PostMessage(1) == B_OK && screen::BecomesActive("Save As"));
+    const BRect panel = screen::Settled("save_panel");
+    EXPECT_NEAR((panel.left + panel.right) / 2, 649.5, 2);
+    EXPECT_NEAR((panel.top + panel.bottom) / 2, 449.5, 2);
+    ASSERT_TRUE(asking->Lock());
+    asking->Quit();
+}
+
 TEST_F(WindowTest, APanelComesBackWhereItWasLeft)
 {
     const BMessenger target(fWindow);

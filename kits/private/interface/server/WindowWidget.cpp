@@ -97,6 +97,7 @@ WindowWidget::WindowWidget(std::shared_ptr<WindowLink> link) : fLink(std::move(l
 {
     setFocusPolicy(Qt::NoFocus);
     setAcceptDrops(true);
+    setAttribute(Qt::WA_KeyboardFocusChange); // the focus is seen before Tab was ever pressed
 }
 
 namespace {
