@@ -82,9 +82,9 @@ TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
         std::filesystem::remove(fFile);
         if (row.text != "none")
             WriteFile(fFile, row.text);
-        std::filesystem::permissions(fFolder, std::filesystem::perms(0755));
+        std::filesystem::permissions(fFolder, std::filesystem::perms { 0755 });
         if (row.name == std::string("others"))
-            std::filesystem::permissions(fFile, std::filesystem::perms(0666));
+            std::filesystem::permissions(fFile, std::filesystem::perms { 0666 });
         testing::internal::CaptureStderr();
         TypedPciNames names;
         const TypedPciNames again;

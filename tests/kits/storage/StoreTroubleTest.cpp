@@ -22,6 +22,9 @@ TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
     for (const std::string damage : { "yes junk | head -c 9000 > store", "truncate -s 6000 store",
              "yes junk | head -c 120000 | dd of=store bs=4096 seek=1 conv=notrunc status=none",
              "sed -i s/PRIMARY.KEY/PRIMARY_KEY/ store", // no file has a number then
+             // Of a version before the first, or another than its tables are.
+             "printf '\\200\\0\\0\\3' | dd of=store bs=1 seek=60 conv=notrunc status=none",
+             "printf '\\0\\0\\0\\1' | dd of=store bs=1 seek=60 conv=notrunc status=none",
              "rm store" }) { // another program's takes its place
         SCOPED_TRACE(damage);
         const TempFolder folder;
