@@ -55,9 +55,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     MailParts parts;
     BMailMessage mail;
     if (mail.AddHeaderField(B_MAIL_SUBJECT, subject.c_str()) == B_OK)
-        parts.headers["Subject"] = subject.c_str();
+        parts.headers["Subject"] = subject.substr(0, subject.find('\0'));
     if (mail.AddHeaderField(B_MAIL_TO, to.c_str()) == B_OK)
-        parts.headers["To"] = to.c_str();
+        parts.headers["To"] = to.substr(0, to.find('\0'));
     parts.text = second < size ? bytes.substr(second + 1) : "";
     CheckHeaders(Written(parts));
     return 0;

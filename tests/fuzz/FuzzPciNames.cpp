@@ -13,7 +13,7 @@ const struct Home : MemoryFolder {
     {
         setenv("XDG_DATA_HOME", Path().c_str(), 1);
         Write("tarvex/pci.ids", "");
-        std::filesystem::permissions(Path() + "/tarvex", std::filesystem::perms(0700));
+        std::filesystem::permissions(Path() + "/tarvex", std::filesystem::perms { 0700 });
     }
 } gHome;
 

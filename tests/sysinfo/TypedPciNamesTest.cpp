@@ -43,15 +43,15 @@ TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
     names.SetDevice(0x1af4, 0xabc, "Own");
     names.SetVendor(0x1af4, "");
     names.SetDevice(0x8086, 0x1, "A bridge");
-    names.SetVendor(0xfffe, "Somebody");
+    names.SetVendor(0x0002, "Somebody");
     EXPECT_TRUE(names.Save());
     const std::string end = "8086  Intel Corporation\n\t0001  A bridge\n";
     EXPECT_EQ(ReadFile(fFile),
         "# mine\n1af4  Unknown\n\t0abc  Own\n12345  damaged\n\t0abc  Not ATI's\n1002  Unknown\n"
         "# note\n\t0abc  New\n1002  Twice\n\t0abc  Old\n"
-            + end + "fffe  Somebody\n" + classes + late);
+            + end + "0002  Somebody\n" + classes + late);
     names.SetVendor(0x1002, "Mine");
-    names.SetVendor(0xfffe, "");
+    names.SetVendor(0x0002, "");
     EXPECT_TRUE(names.Save());
     EXPECT_EQ(TypedPciNames().Vendor(0x1002) + TypedPciNames().Device(0x1002, 0xabc), "MineNew");
     for (const auto& [vendor, device] : { std::pair(0x1002, 0xabc), { 0x8087, 1 } }) {
@@ -82,9 +82,9 @@ TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
         std::filesystem::remove(fFile);
         if (row.text != "none")
             WriteFile(fFile, row.text);
-        std::filesystem::permissions(fFolder, std::filesystem::perms(0755));
+        std::filesystem::permissions(fFolder, std::filesystem::perms { 0755 });
         if (row.name == std::string("others"))
-            std::filesystem::permissions(fFile, std::filesystem::perms(0666));
+            std::filesystem::permissions(fFile, std::filesystem::perms { 0666 });
         testing::internal::CaptureStderr();
         TypedPciNames names;
         const TypedPciNames again;

@@ -289,7 +289,9 @@ TEST_F(FormTest, ItsMenuFillsInWhatIsKnownAndTypedNamesComeBack)
     screen::Key("ctrl+r");
     EXPECT_SOON(!TypedPciNames::AreForResults());
     Fill("vendor_3-1_0x1AF4", "Unknown");
+    WriteFile(fData / "tarvex/pci.ids", "1002  ATI\n\t0abc  edited\n1af4  ?two\n");
     CloseAndOpen();
+    EXPECT_EQ(TextOf("device_1-1_0xABC"), "edited") << "what nobody typed over stays as it is";
     EXPECT_EQ(TextOf("vendor_3-1_0x1AF4"), "Unknown");
     screen::Key("ctrl+l");
     EXPECT_SOON(TextOf("vendor_3-1_0x1AF4") == vendor);

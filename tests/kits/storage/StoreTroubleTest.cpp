@@ -22,12 +22,17 @@ TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
     for (const std::string damage : { "yes junk | head -c 9000 > store", "truncate -s 6000 store",
              "yes junk | head -c 120000 | dd of=store bs=4096 seek=1 conv=notrunc status=none",
              "sed -i s/PRIMARY.KEY/PRIMARY_KEY/ store", // no file has a number then
-             "rm store" }) { // another program's takes its place
+             // Of a version before the first, or another than its tables are.
+             "printf '\\200\\0\\0\\3' | dd of=store bs=1 seek=60 conv=notrunc status=none",
+             "printf '\\0\\0\\0\\1' | dd of=store bs=1 seek=60 conv=notrunc status=none",
+             "truncate -s 0 store", "rm store" }) { // another program's takes its place
         SCOPED_TRACE(damage);
         const TempFolder folder;
         const std::string path = folder / "store";
         MakeStore(path);
         Shell(folder, damage);
+        if (damage == "truncate -s 0 store")
+            Sql(path, "PRAGMA user_version = -5");
         if (damage == "rm store")
             Sql(path, "CREATE TABLE theirs (a)");
         const std::string before = ReadFile(path);

@@ -105,17 +105,23 @@ std::string StructureOf(sqlite3* database)
     return structure;
 }
 
-// The definitions are text, and with a letter of it damaged they may mean something else: what is
-// written then is not found again.
+std::string StructureOfVersion(int64 version)
+{
+    const Database made = OpenDatabase(":memory:", SQLITE_OPEN_READWRITE);
+    for (int64 step = 0; step < version; step++)
+        Execute(made.get(), kSteps[step]);
+    return StructureOf(made.get());
+}
+
+// Whether version and tables fit each other. The definitions are text, and with a letter of it
+// damaged they may mean something else: what is written then is not found again.
 bool HasOwnStructure(sqlite3* database)
 {
-    static const std::string sOwn = [] {
-        const Database made = OpenDatabase(":memory:", SQLITE_OPEN_READWRITE);
-        for (const char* step : kSteps)
-            Execute(made.get(), step);
-        return StructureOf(made.get());
-    }();
-    return StructureOf(database) == sOwn;
+    static const std::string sUsual = StructureOfVersion(kVersion);
+    const int64 version = Ask(database, "PRAGMA user_version");
+    if (version < 0 || version > kVersion || (version == 0) != IsEmpty(database))
+        return false;
+    return StructureOf(database) == (version == kVersion ? sUsual : StructureOfVersion(version));
 }
 
 void CheckVersion(sqlite3* database)
@@ -128,12 +134,12 @@ void CheckVersion(sqlite3* database)
         throw Failure { B_UNSUPPORTED, false,
             "it is of version " + std::to_string(version) + ", this program knows "
                 + std::to_string(kVersion) };
+    if (!HasOwnStructure(database))
+        throw Failure { B_IO_ERROR, true, "its tables are others" };
     if (isEmpty)
         Ask(database, "PRAGMA journal_mode = WAL");
     if (version < kVersion)
-        Upgrade(database, isEmpty ? 0 : version);
-    if (!HasOwnStructure(database))
-        throw Failure { B_IO_ERROR, true, "its tables are others" };
+        Upgrade(database, version);
 }
 
 OpenStore OpenNormally(const std::string& path, Opening opening)
@@ -198,7 +204,7 @@ bool IsSound(sqlite3* database)
     try {
         Statement check(database, "PRAGMA integrity_check(1)");
         return !IsOfAnother(database) && check.Next() && check.Bytes(0) == "ok"
-            && (IsEmpty(database) || HasOwnStructure(database));
+            && HasOwnStructure(database);
     } catch (const Failure& failure) {
         if (!failure.isDamage)
             throw;
