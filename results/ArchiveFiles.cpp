@@ -15,7 +15,7 @@ bool IsArchive(const std::string& bytes)
 
 FilesOrRefusal FilesOfArchive(const std::string& bytes)
 {
-    const auto read = OwnFunction<decltype(&tarvex_read_archive)>("archive", "tarvex_read_archive");
+    const auto read = OwnFunction<decltype(&TarvexReadArchive)>("archive", "TarvexReadArchive");
     FilesOrRefusal result = "cannot be unpacked";
     if (read)
         read(bytes, result);

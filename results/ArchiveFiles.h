@@ -24,4 +24,4 @@ using FilesOrRefusal = std::variant<std::vector<ArchivedFile>, std::string>;
 [[nodiscard]] FilesOrRefusal FilesOfArchive(const std::string& bytes);
 
 // The same in a library that is loaded at the first archive: what unpacks them brings a dozen more.
-extern "C" void tarvex_read_archive(const std::string& bytes, FilesOrRefusal& result);
+extern "C" void TarvexReadArchive(const std::string& bytes, FilesOrRefusal& result);

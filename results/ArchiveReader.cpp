@@ -125,7 +125,7 @@ private:
 
 } // namespace
 
-void tarvex_read_archive(const std::string& bytes, FilesOrRefusal& result)
+void TarvexReadArchive(const std::string& bytes, FilesOrRefusal& result)
 {
     try {
         result = Unpacker(bytes).ReadAll();

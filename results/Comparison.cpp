@@ -56,9 +56,9 @@ std::string LeafOf(const char* path)
 double Rank(const Results& machine)
 {
     const Metric* metric = machine.Current();
-    const double rate = metric ? metric->BestRate() : 0;
-    if (rate <= 0)
+    if (!metric || metric->BestRate() <= 0)
         return -INFINITY;
+    const double rate = metric->BestRate();
     const TestType* type = FindTestType(metric->index);
     return type && type->better == Better::kLess ? -rate : rate;
 }

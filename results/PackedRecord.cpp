@@ -147,14 +147,15 @@ PackedRecord PackedRecord::Of(std::string_view record)
 
 std::string_view PackedRecord::Machine() const
 {
-    return std::string_view(text).substr(0, text.find('\t'));
+    const std::string_view record = text;
+    return record.substr(0, record.find('\t'));
 }
 
 std::string_view PackedRecord::Devices() const
 {
-    const size_t first = text.find('\t') + 1;
-    const std::string_view rest = std::string_view(text).substr(first);
-    return rest.substr(0, rest.size() - MetricsIn(text).size());
+    const std::string_view record = text;
+    const std::string_view rest = record.substr(record.find('\t') + 1);
+    return rest.substr(0, rest.size() - MetricsIn(record).size());
 }
 
 std::unique_ptr<Metric> PackedRecord::Find(const Metric& probe) const
