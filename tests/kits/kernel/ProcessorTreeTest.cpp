@@ -131,8 +131,8 @@ TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothi
     tree.Write(
         "proc/meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\nBuffers: 512 kB\nCached: 512 kB\n");
     read();
-    EXPECT_EQ(
-        std::tuple(info.cpu_count, info.cpu_type, info.used_pages), std::tuple(1, B_CPU_X86, 512));
+    EXPECT_EQ(std::tuple(info.cpu_count, info.cpu_type, info.used_pages, info.platform_type),
+        std::tuple(1, B_CPU_X86, 512, B_AT_CLONE_PLATFORM));
 
     WriteProcessors(tree, kOneOffInTheMiddle);
     tree.Write("proc/cpuinfo",
