@@ -129,6 +129,20 @@ TEST(LibDate, WeekdaysOfTheGregorianCalendar)
     EXPECT_EQ(date.DayOfWeek(), LibMonday);
 }
 
+TEST(LibDate, SettersKeepDateAndDayNumberTogether)
+{
+    LibDate date = DateOf(2001, 3, 12);
+    date.SetYear(2004);
+    EXPECT_EQ(date.GetDayOfYear(), 72);
+    EXPECT_TRUE(date.SetMonth("DECEMBER"));
+    EXPECT_FALSE(date.SetMonth("Dezember"));
+    date.SetDay(31);
+    EXPECT_EQ(date, DateOf(2004, 12, 31));
+    date.SetMonth(uint32 { 2 });
+    EXPECT_FALSE(date.IsValidDate());
+    EXPECT_EQ(date, DateOf(2004, 3, 2)); // 29 days and two more
+}
+
 TEST(LibDate, ReadsFixedAndFreeForms)
 {
     // Whether the form is fixed; "" for a refused text.

@@ -133,9 +133,10 @@ TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothi
     tree.Write("proc/stat", // more microseconds than there are numbers
         "cpu0 9223372036854775807 1 1 1 1 1 1\nbtime 9999999999999999\n");
     read();
-    EXPECT_EQ(std::tuple(info.cpu_count, info.cpu_type, info.used_pages, info.boot_time,
-                  info.cpu_infos[0].active_time),
-        std::tuple(1, B_CPU_X86, 512, bigtime_t { 1000000 } << 43, 10000 * ((1LL << 40) + 4)));
+    EXPECT_EQ(std::tuple(info.cpu_count, info.cpu_type, info.used_pages, info.platform_type,
+                  info.boot_time, info.cpu_infos[0].active_time),
+        std::tuple(1, B_CPU_X86, 512, B_AT_CLONE_PLATFORM, bigtime_t { 1000000 } << 43,
+            10000 * ((1LL << 40) + 4)));
 
     WriteProcessors(tree, kOneOffInTheMiddle);
     tree.Write("proc/cpuinfo",

@@ -58,6 +58,10 @@ TEST(Thread, StateTellsWhatItDoes)
         ASSERT_EQ(resume_thread(thread), B_OK);
         EXPECT_EQ(resume_thread(thread), B_BAD_THREAD_STATE);
         EXPECT_TRUE(WaitUntil([&] { return work.count > 0 && StateOf(thread) == row.second; }));
+        thread_info info;
+        EXPECT_TRUE(WaitUntil([&] {
+            return get_thread_info(thread, &info) == B_OK && (info.user_time > 0 || row.first != 0);
+        }));
         ASSERT_EQ(suspend_thread(thread), B_OK);
         EXPECT_EQ(StateOf(thread), B_THREAD_SUSPENDED);
         work.done = true;
