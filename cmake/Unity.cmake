@@ -1,6 +1,6 @@
-# Builds that nobody keeps, as those of the sanitizers, compile the sources of a target in a few units:
-# most of the time goes into headers, and into what each source makes of them again. Sources in which
-# a name of one's own means something else to another are kept apart.
+# Builds that nobody keeps, as those of the sanitizers, compile the sources of a target in a few units, and
+# tests/tidy reads these: most of the time goes into headers, and into what each source makes of them
+# again. Sources in which a name of one's own means something else to another are kept apart.
 option(TARVEX_UNITY "Sources of a target are compiled together, where their names allow it" OFF)
 set(most 10) # in a unit: with more the last to be compiled leave processors idle
 
@@ -70,6 +70,7 @@ function(join_sources target)
         list(APPEND sources_${unit} ${source})
         list(APPEND names_${unit} ${names})
         list(APPEND words_${unit} ${words})
+        set_property(DIRECTORY ${CMAKE_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${path})
         set_source_files_properties(${path} TARGET_DIRECTORY ${target}
             PROPERTIES UNITY_GROUP ${unit})
     endforeach()
@@ -93,6 +94,6 @@ endfunction()
 
 if(TARVEX_UNITY)
     add_compile_definitions(QT_NO_KEYWORDS) # "slots" is a word of ours
-    add_compile_options(-Wno-subobject-linkage) # what no other source can see is in an included one
+    add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>) # what no other source can see is in an included one
     cmake_language(DEFER DIRECTORY ${CMAKE_SOURCE_DIR} CALL join_sources_below ${CMAKE_SOURCE_DIR})
 endif()

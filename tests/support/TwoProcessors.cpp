@@ -1,5 +1,6 @@
-// Linked into a test program, lets runs in it and in what it starts have two processors: there every
-// kind of pass is made, and with each further processor the same test takes a second or two longer.
+// Linked into a test program, lets runs in it and in what it starts have two processors: there
+// every kind of pass is made, and with each further processor the same test takes a second or two
+// longer.
 #include <sched.h>
 
 namespace {
