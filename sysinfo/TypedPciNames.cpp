@@ -194,7 +194,8 @@ bool TypedPciNames::Save()
     std::string text;
     for (const std::string& line : lines)
         text += line + "\n";
-    if (isReadable && WriteUserData(kFile, text)) {
+    // What is too long would not be read again.
+    if (isReadable && text.size() <= kMostBytes && WriteUserData(kFile, text)) {
         names = PciNameList(text);
         isChanged = false;
         return true;

@@ -71,18 +71,15 @@ std::optional<std::string> ReadUserData(const std::string& name, size_t mostByte
     if (!IsSafe(status, folderStatus))
         return fail("it is no file of yours alone");
 
-    std::string text(mostBytes + 1, '\0');
-    size_t size = 0;
-    ssize_t got = 1;
-    while (got > 0 && size <= mostBytes) {
-        got = read(file.Get(), text.data() + size, text.size() - size);
-        size += static_cast<size_t>(got > 0 ? got : 0);
-    }
+    std::string text;
+    char block[16384];
+    ssize_t got = 0;
+    while (text.size() <= mostBytes && (got = read(file.Get(), block, sizeof block)) > 0)
+        text.append(block, static_cast<size_t>(got));
     if (got < 0)
         return fail(ReasonOf(errno));
-    if (size > mostBytes)
+    if (text.size() > mostBytes)
         return fail("it has more than " + std::to_string(mostBytes) + " bytes");
-    text.resize(size);
     fail("");
     return text;
 }

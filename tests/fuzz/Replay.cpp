@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 namespace {
 
 constexpr size_t kMostCopies = 1000; // damaged ones of each file
-constexpr size_t kAllCopies = 6000; // of all of them
+constexpr size_t kAllCopies = 4000; // of all of them
 
 std::string Damaged(std::string bytes, std::minstd_rand& random)
 {

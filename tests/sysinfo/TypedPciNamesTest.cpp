@@ -66,7 +66,8 @@ TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
 
 TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
 {
-    const std::string huge(5 << 20, '#');
+    const std::string huge((4 << 20) + 1, '#');
+    const std::string full = huge.substr(1);
     const struct {
         const char* name;
         std::string text, line, after;
@@ -75,6 +76,7 @@ TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
         { "damaged", "1af4 Cut\n1002  ATI", "line 1 has no name\n",
             "1af4 Cut\n1002  ATI\n1af4  Virtual\n" },
         { "others", "1002  ATI", "it is no file of yours alone\n", "1002  ATI" },
+        { "full", full, "", full },
         { "huge", huge, "it has more than 4194304 bytes\n", huge },
     };
     for (const auto& row : rows) {
