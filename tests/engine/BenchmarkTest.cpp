@@ -159,7 +159,7 @@ TEST_F(BenchmarkRun, OfASittingMeasuresWhatItsRecordLacks)
     // As a results file holds it: the estimate, here the middle one of three.
     Metric probe;
     probe.Description("Memory");
-    const Metric* memory = sitting.results.Find(probe);
+    const Metric* memory = sitting.results.Get(&probe);
     ASSERT_NE(memory, nullptr);
     EXPECT_EQ(memory->times[fCount - 1], 100.0f);
 }
