@@ -1,7 +1,6 @@
 #include "Alert.h"
 
 #include "Button.h"
-#include "Invoker.h"
 #include "TestWindow.h"
 #include "TextView.h"
 
@@ -31,25 +30,6 @@ public:
 };
 
 } // namespace
-
-TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
-{
-    const std::pair<const char*, int32> rows[] = { { "_b0_", 0 }, { "_b2_", 2 }, // their views
-        { "Return", 2 }, { "Escape", 0 }, { "shift+p", 1 } };
-    for (const auto& [input, expected] : rows) {
-        SCOPED_TRACE(input);
-        int32 answer = -2;
-        std::thread asker([&] { answer = Ask()->Go(); });
-        EXPECT_TRUE(screen::BecomesActive("Question"));
-        if (input[0] == '_')
-            EXPECT_TRUE(screen::Click(input, "Question"));
-        else
-            screen::Key(input);
-        asker.join();
-        EXPECT_EQ(answer, expected);
-        EXPECT_SOON(!screen::Find("Question").exists);
-    }
-}
 
 TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeld)
 {
