@@ -1,7 +1,6 @@
 // The pictures in files, written where there is no display.
 #include "results/ChartPicture.h"
 
-#include "results/ComparisonChart.h"
 #include "results/ScalingPicture.h"
 #include "tests/results/MadeRuns.h"
 #include "tests/support/Test.h"
@@ -133,27 +132,6 @@ TEST_F(ChartPictureTest, PngIsSharpAndLight)
     EXPECT_EQ(at(330, kTop + 19 + 8), QColor(0, 0, 200));
     EXPECT_EQ(at(500, kTop + 19 + 8), QColor(0, 178, 0));
     EXPECT_EQ(at(500, kTop + 19 + 17 + 1), QColor(Qt::white)); // between two bars
-}
-
-TEST_F(ChartPictureTest, SaysWhyThereIsNone)
-{
-    std::filesystem::create_symlink("/dev/full", folder / "full.pdf");
-    WriteFile(folder / "a.gif", "before");
-    const std::pair<std::string, const char*> rows[] = {
-        { folder / "a.gif", "a picture's name ends in .svg, .png or .pdf" },
-        { folder / "svg", "a picture's name ends in .svg, .png or .pdf" },
-        { folder / "none/a.svg", "No such file or directory" },
-        { folder / "full.pdf", "No space left on device" },
-    };
-    for (const auto& [path, why] : rows)
-        EXPECT_EQ(Said(path), "Error writing <" + path + ">: " + why + "\n");
-    EXPECT_EQ(ReadFile(folder / "a.gif"), "before");
-    Comparison none;
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(WriteChartPicture((folder / "b.svg").c_str(), none));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Error writing <" + (folder / "b.svg") + ">: no test is chosen\n");
-    EXPECT_FALSE(std::filesystem::exists(folder / "b.svg"));
 }
 
 TEST_F(ChartPictureTest, ShowsMeasuredMachinesByTheCountsThatTheyHave)

@@ -10,9 +10,6 @@
 
 namespace {
 
-using screen::IsActive;
-using screen::WaitFor;
-
 constexpr char kHelp[] =
     "<help><topic name=\"first\" title=\"First\"><p>One.</p></topic>\n"
     "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Press <b>Enter</b>"

@@ -10,7 +10,6 @@
 
 namespace {
 
-using screen::IsActive;
 using screen::WaitFor;
 
 // Logs what it is asked and told; its user can close it whether or not its owner is there to know.

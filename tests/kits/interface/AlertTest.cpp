@@ -1,7 +1,6 @@
 #include "Alert.h"
 
 #include "Button.h"
-#include "Invoker.h"
 #include "TestWindow.h"
 #include "TextView.h"
 

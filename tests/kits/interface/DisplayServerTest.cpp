@@ -5,33 +5,7 @@
 #include <QBitmap>
 #include <QCursor>
 #include <QGuiApplication>
-#include <QPixmapCache>
 
-#include <clocale>
-
-TEST(DisplayServer, IsMissingWithoutADisplayAndAWindowEndsTheProgram)
-{
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    const std::tuple<const char*, const char*, const char*> rows[] = {
-        { nullptr, "", "No display: DISPLAY is not set" },
-        { nullptr, "wayland-0",
-            "No display: DISPLAY is not set: a Wayland session needs Xwayland" },
-        { ":4711", "wayland-0", "Cannot open display <:4711>" },
-    };
-    for (const auto& [display, wayland, line] : rows) {
-        EXPECT_EXIT(
-            {
-                if (display)
-                    setenv("DISPLAY", display, 1);
-                else
-                    unsetenv("DISPLAY");
-                setenv("WAYLAND_DISPLAY", wayland, 1);
-                if (ui_color(B_PANEL_BACKGROUND_COLOR) == rgb_color { 216, 216, 216 })
-                    new BWindow(BRect(0, 0, 9, 9), "None", B_TITLED_WINDOW, 0);
-            },
-            testing::ExitedWithCode(1), std::string("^[^\n]*") + line + "\n$");
-    }
-}
 
 TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
 {

@@ -1,26 +1,5 @@
 #include "TestWindow.h"
 
-namespace {
-
-// Says what happens to it.
-class LoggedView : public BView {
-public:
-    LoggedView(const char* name, Log& log)
-        : BView(BRect(0, 0, 9, 9), name, B_FOLLOW_NONE, B_WILL_DRAW), fLog(log)
-    {
-    }
-    ~LoggedView() override { fLog.Add(std::string("delete ") + Name()); }
-    void AttachedToWindow() override { fLog.Add(std::string("attached ") + Name()); }
-    void AllAttached() override { fLog.Add(std::string("all attached ") + Name()); }
-    void DetachedFromWindow() override { fLog.Add(std::string("detached ") + Name()); }
-    void AllDetached() override { fLog.Add(std::string("all detached ") + Name()); }
-
-private:
-    Log& fLog;
-};
-
-} // namespace
-
 TEST(ViewTree, ChildrenAreFoundInTheirOrder)
 {
     const auto view = [](const char* name) {
@@ -45,23 +24,6 @@ TEST(ViewTree, ChildrenAreFoundInTheirOrder)
     delete deep;
     delete a; // takes itself out
     EXPECT_EQ(top.CountChildren(), 1);
-}
-
-TEST_F(WindowTest, HooksRunFromTheTopDownAndCompleteFromTheBottomUp)
-{
-    LoggedView* outer = new LoggedView("outer", *fLog);
-    outer->AddChild(new LoggedView("inner", *fLog));
-    fWindow->AddChild(outer);
-    outer->AddChild(new LoggedView("late", *fLog));
-    EXPECT_EQ(fWindow->FindView("late"), outer->ChildAt(1));
-    Show();
-    fWindow->Lock();
-    fWindow->Quit(); // detaches and deletes its views
-    EXPECT_EQ(fLog->Now(),
-        (Entries { "attached outer", "attached inner", "all attached inner", "all attached outer",
-            "attached late", "all attached late", "detached outer", "detached inner",
-            "all detached inner", "detached late", "all detached late", "all detached outer",
-            "delete outer", "delete late", "delete inner" }));
 }
 
 TEST_F(WindowTest, ViewsFollowTheWindowAndTheirWidgetsToo)

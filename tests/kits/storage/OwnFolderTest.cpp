@@ -1,5 +1,4 @@
 // The common temporary directory. Each case is a process of its own: it gets a folder of its own.
-#include "TestHome.h"
 #include "tests/support/Child.h"
 #include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
