@@ -2,6 +2,7 @@
 #include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "tests/kits/kernel/PciTree.h"
+#include "tests/support/OwnBus.h"
 #include "tests/ui/Program.h"
 
 namespace {
@@ -36,6 +37,7 @@ protected:
             GTEST_SKIP() << "no right to mounts of a program's own";
     }
 
+    const OwnBus bus { "DBUS_SESSION_BUS_ADDRESS" };
     const MachineTree tree {};
     const TempFolder folder; // the program's /mnt
     const std::string setup = "export PATH=\"/mnt:$PATH\" XDG_DATA_HOME=/mnt/data && mount --bind "
@@ -50,19 +52,19 @@ TEST_F(JourneyTest, LeadsFromAllTestsToTheMailWithWhatWasMeasured)
     MailSink sink(folder.Path());
     Program program({}, getenv("DISPLAY"), setup);
     ASSERT_TRUE(program.AskForRun() && program.In("Warning", "", { "Return" }));
-    ASSERT_TRUE(program.In("Results", "", { "Tab", "Tab", "space" }));
+    ASSERT_TRUE(program.In("Results", "", {}));
+    ASSERT_TRUE(Program::Press("push button", "Compare...", "Results"));
     ASSERT_TRUE(program.In("Tarvex Comparisons", "", { "alt+F4" }));
-    ASSERT_TRUE(program.In("Results", "", { "Tab" }));
     // By "Save" nothing is mailed; the second time the package may take the place of the first.
     ASSERT_TRUE(program.Save("/mnt/My results", "A card"));
-    ASSERT_TRUE(program.In("alert", "a box", { "Tab", "space" }));
+    ASSERT_TRUE(program.Send("a box", "Save"));
     const std::string package = ReadFile(folder / "My results.zip");
     ASSERT_TRUE(program.Save("/mnt/My results", "My own card"));
     ASSERT_TRUE(program.In("Replace", "", { "Return" }) && program.In("Save As", "", {}));
     EXPECT_EQ(ReadFile(folder / "My results.zip"), package);
     screen::Key("Return");
     ASSERT_TRUE(program.In("Replace", "", { "alt+y" }));
-    ASSERT_TRUE(program.In("alert", "a beige box", { "Tab", "Tab", "space" }));
+    ASSERT_TRUE(program.Send("a beige box", "E-mail"));
     EXPECT_EQ(sink.Line(), "RCPT TO:<support@tarvex.example>\n");
     EXPECT_EQ(sink.Line(),
         "support@tarvex.example Tarvex results me@tarvex.example True "
@@ -147,7 +149,7 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
         ASSERT_TRUE(row.kept != "/mnt/place/mine.zip" || program.In("Replace", "", { "alt+y" }));
         ASSERT_TRUE(row.left != kTar || program.In("Information", "", { "Return" }));
         const bool isSaved = row.left != kNothing;
-        ASSERT_TRUE(!isSaved || program.In("alert", "a box", { "Tab", "Tab", "space" }));
+        ASSERT_TRUE(!isSaved || program.Send("a box", "E-mail"));
         const std::string enclosed = row.left == kZip ? "=mine.zip\n" : "=mine\n";
         const bool isMailed = isSaved && row.errors.find("not sent") == row.errors.npos;
         EXPECT_SOON(program.Errors().find(row.errors, told) != row.errors.npos
@@ -167,6 +169,7 @@ TEST_F(JourneyTest, GoesOnPastEveryFailureAndOverwritesNothingOfOthers)
 TEST(Program, QuitsAtAnyTimeOfARunAndGivesProcessorsBack)
 {
     constexpr char kOnline[] = "/sys/devices/system/cpu/online";
+    const OwnBus bus("DBUS_SESSION_BUS_ADDRESS");
     const std::string online = ReadFile(kOnline);
     const bool canSwitch = geteuid() == 0 && online != "0\n";
     enum { kAtTheWarning, kInTheFirstPass, kWithOneProcessorOff, kKilledWithOneOff };

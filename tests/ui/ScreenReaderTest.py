@@ -6,37 +6,11 @@ import re
 import subprocess
 import sys
 import tempfile
-import time
 
-import gi
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib
+sys.path.insert(0, os.path.join(os.path.dirname(__file__), "../support"))
+from accessible import Atspi, find, press, walk
 
 failures = []
-
-def walk(node):
-    yield node
-    for child in filter(None, map(node.get_child_at_index, range(node.get_child_count()))):
-        yield from walk(child)
-
-def find(role, words, below=None, state="visible"):
-    """The first node whose role and whose name and description match, in that state: waits."""
-    wanted = getattr(Atspi.StateType, state.upper())
-    end = time.time() + 60
-    while time.time() < end:
-        try:
-            for node in walk(below or Atspi.get_desktop(0)):
-                said = f"{node.get_name()}\n{node.get_description()}"
-                if re.fullmatch(role, node.get_role_name()) and re.search(words, said) \
-                        and (state == "visible" or node.get_state_set().contains(wanted)):
-                    return node
-        except GLib.Error:
-            pass  # a window has gone meanwhile
-        time.sleep(0.1)
-    sys.exit("\n".join([f"No {role} <{words}> {state}"] + failures))
-
-def press(*wanted, **more):
-    Atspi.Action.do_action(find(*wanted, **more), 0)
 
 def read(*wanted):
     """Notes the controls without a name in the window that is found, and returns it."""
@@ -86,12 +60,13 @@ def read_program():
 
 if "DISPLAY" not in os.environ:
     sys.exit(77)  # skipped
-Atspi.set_timeout(10000, 30000)
 with tempfile.TemporaryDirectory() as data:
     environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", XDG_DATA_HOME=data)
     with subprocess.Popen([sys.argv[1]], env=environment, cwd=data) as program:
         try:
             read_program()
+        except SystemExit as end:
+            failures.append(end.code)
         finally:
             program.terminate()
 sys.exit("\n".join(failures + [f"status {program.returncode}"] * (program.returncode != 0)) or 0)

@@ -149,6 +149,8 @@ TEST_F(ListViewTest, KeysMoveTheSelectionAndScrollToIt)
 {
     ShowRows(40);
     screen::ClickAt(OnScreen(5));
+    EXPECT_TRUE(fLog->WaitFor("50 0"))
+        << "keys go where the click led, once the window has seen it";
     const std::pair<const char*, const char*> rows[] = { { "Down", "50 1" },
         { "shift+Down", "50 1 2" }, // a page shows ten rows; one of them stays in sight:
         { "Next", "50 11" }, { "End", "50 39" }, { "Return", "51 39" } };
