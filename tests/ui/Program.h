@@ -3,7 +3,6 @@
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/Test.h"
 
-
 #include <sstream>
 #include <sys/wait.h>
 

@@ -6,7 +6,6 @@
 #include <QCursor>
 #include <QGuiApplication>
 
-
 TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
 {
     uint8 image[68] = { 16, 1, 3, 5 }; // hot spot: row 3, column 5
