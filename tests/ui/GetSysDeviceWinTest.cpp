@@ -9,6 +9,7 @@
 #include <Application.h>
 #include <Screen.h>
 #include <TextControl.h>
+#include <TextView.h>
 
 namespace {
 
@@ -54,6 +55,16 @@ protected:
         return WithLock(fForm, [&] {
             auto* entry = dynamic_cast<BTextControl*>(fForm->FindView(name.c_str()));
             return std::string(entry ? entry->Text() : "no such entry");
+        });
+    }
+    bool IsSelected(const std::string& name)
+    {
+        return WithLock(fForm, [&] {
+            BTextView* text =
+                dynamic_cast<BTextControl*>(fForm->FindView(name.c_str()))->TextView();
+            int32 start = 0, end = 0;
+            text->GetSelection(&start, &end);
+            return start == 0 && end == text->TextLength();
         });
     }
     void Fill(const std::string& name, const std::string& text)
@@ -165,6 +176,7 @@ TEST_F(FormTest, WhatIsTypedReplacesTheEntryAndReturnLeadsThroughAllOfThem)
     EXPECT_SOON(TextOf("device_1-3_0xABC") == "?c");
     EXPECT_EQ(TextOf("device_1-1_0xABC") + TextOf("device_1-2_0xABC"), "?a?b");
     EXPECT_TRUE(screen::Click("device_1-1_0xABC"));
+    EXPECT_SOON(IsSelected("device_1-1_0xABC"));
     screen::Type("?d");
     EXPECT_SOON(TextOf("device_1-1_0xABC") == "?d");
     EXPECT_TRUE(screen::Click("device_1-1_0xABC")); // puts the caret behind it
