@@ -210,6 +210,12 @@ void Type(const std::string& text)
 
 void Key(const std::string& combination)
 {
+    // This one is the window manager's, which may not have heard yet who has the keyboard.
+    if (combination == "alt+F4")
+        WaitFor([] {
+            return system("[ \"$(xdotool getactivewindow)\" = \"$(xdotool getwindowfocus)\" ]")
+                == 0;
+        });
     Xdotool("key " + Quoted(combination));
 }
 
