@@ -175,7 +175,7 @@ TEST_F(GraphicsTest, EachDrawsItsShapesTimesThemAndLeavesTheViewWhite)
     ShowWindow();
     GraphicsWin& shown = *window;
     EXPECT_EQ(window->Flags(), 0x4063u);
-    EXPECT_TRUE(screen::Find("graphicsview", "Test Graphics").exposed);
+    EXPECT_SOON(screen::Find("graphicsview", "Test Graphics").exposed);
     for (int pass = 1; pass <= 2; pass++) {
         for (const Row& row : kRows) {
             SCOPED_TRACE(row.metric);
