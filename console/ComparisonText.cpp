@@ -1,9 +1,9 @@
 #include "console/ResultText.h"
 #include "foundation/PlainText.h"
+#include "foundation/TextColumns.h"
 #include "foundation/Utf8.h"
 #include "results/RunFile.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <iterator>
@@ -35,19 +35,11 @@ std::string PercentText(const std::optional<double>& percent)
     return percent ? LibFixedText(*percent, 1) : "-";
 }
 
-size_t Letters(const std::string& text)
-{
-    // Bytes that go on with a letter of several do not count.
-    return static_cast<size_t>(std::count_if(text.begin(), text.end(),
-        [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; }));
-}
-
-constexpr size_t kColumns = 9;
-using Cells = std::array<std::string, kColumns>;
+using Cells = std::array<std::string, 9>;
 
 const Cells kTitles = { "Test", "Units", "CPUs", "Baseline", "Rate", "Percent", "Verdict", "Why",
     "Machine" };
-constexpr bool kIsNumber[kColumns] = { false, false, true, true, true, true, false, false, false };
+constexpr char kSides[] = "<<>>>><<<";
 
 Cells CellsOf(const ComparedMachines& compared, const ComparedRow& row)
 {
@@ -55,19 +47,6 @@ Cells CellsOf(const ComparedMachines& compared, const ComparedRow& row)
         RateText(row.baseline.rate), RateText(row.candidate.rate), PercentText(row.percent),
         VerdictText(row.judgement.verdict), row.why.empty() ? "" : LibPrintable(row.why.c_str()),
         LibPrintable(compared.machines[row.machine].name.c_str()) };
-}
-
-void PutLine(const Cells& cells, const std::array<size_t, kColumns>& widths, FILE* out)
-{
-    std::string line;
-    for (size_t i = 0; i < kColumns; i++) {
-        const std::string pad(widths[i] - std::min(widths[i], Letters(cells[i])), ' ');
-        line += (i > 0 && widths[i] > 0 ? "  " : "") + (kIsNumber[i] ? pad : "") + cells[i]
-            + (kIsNumber[i] ? "" : pad);
-    }
-    // A blank beyond the edge of a narrow terminal would begin a line of its own.
-    line.erase(line.find_last_not_of(' ') + 1);
-    fprintf(out, "%s\n", line.c_str());
 }
 
 // Smaller differences are those of any two sittings, and the rows do without them.
@@ -91,18 +70,14 @@ void WriteTable(const ComparedMachines& compared, FILE* out)
     fprintf(out, "Baseline: %s\n", LibPrintable(baseline.name.c_str()).c_str());
     WriteClocks(compared, out);
     fprintf(out, "\n");
-    std::array<size_t, kColumns> widths {};
-    const auto widen = [&](const Cells& cells) {
-        for (size_t i = 0; i < kColumns; i++)
-            widths[i] = std::max(widths[i], Letters(cells[i]));
-    };
-    widen(kTitles);
+    LibTextColumns columns(kSides);
+    columns.Widen(kTitles);
     // The cells are made again below and not kept: there may be a million rows.
     for (const ComparedRow& row : compared.rows)
-        widen(CellsOf(compared, row));
-    PutLine(kTitles, widths, out);
+        columns.Widen(CellsOf(compared, row));
+    fputs(columns.Line(kTitles).c_str(), out);
     for (const ComparedRow& row : compared.rows)
-        PutLine(CellsOf(compared, row), widths, out);
+        fputs(columns.Line(CellsOf(compared, row)).c_str(), out);
 }
 
 // For programs.

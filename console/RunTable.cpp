@@ -1,5 +1,6 @@
 #include "console/ResultText.h"
 #include "foundation/PlainText.h"
+#include "foundation/TextColumns.h"
 #include "results/RunFile.h"
 
 #include <algorithm>
@@ -20,32 +21,9 @@ std::string RateText(const Series& series, const RunRecord& record)
     return figures ? LibFixedText(RateOf(series, figures->summary.estimate), 1) : "-";
 }
 
-// The columns as wide as their longest cell and two blanks apart; the first ones stand left, those
-// of numbers right, and the last one as it is.
-std::string Aligned(const std::vector<Row>& rows, size_t leftColumns, size_t leastWidth)
-{
-    std::vector<size_t> widths(rows.front().size(), 0);
-    for (const Row& row : rows) {
-        for (size_t i = 0; i < row.size(); i++)
-            widths[i] = std::max(widths[i], row[i].size() + (i < leftColumns ? 0 : 2));
-    }
-    std::string text;
-    for (const Row& row : rows) {
-        std::string line;
-        for (size_t i = 0; i < row.size(); i++) {
-            const size_t width = i < leftColumns ? widths[i] : std::max(widths[i], leastWidth);
-            const std::string blanks(width - std::min(width, row[i].size()), ' ');
-            line += i < leftColumns ? (i > 0 ? "  " : "") + row[i] + blanks : blanks + row[i];
-        }
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += line + "\n";
-    }
-    return text;
-}
-
 std::string WideTable(const RunRecord& record)
 {
-    constexpr size_t kRateWidth = 12;
+    constexpr size_t kRateWidth = 10;
     std::vector<Row> rows { { "Test", "Units" } };
     for (const int32 count : record.plan.counts)
         rows.front().push_back(std::to_string(count) + " CPU");
@@ -62,7 +40,12 @@ std::string WideTable(const RunRecord& record)
             row.push_back(series ? RateText(*series, record) : "-");
         }
     }
-    return Aligned(rows, 2, kRateWidth);
+    const size_t counts = record.plan.counts.size();
+    LibTextColumns columns("<<" + std::string(counts, '>'));
+    Row room(2);
+    room.resize(2 + counts, std::string(kRateWidth, ' '));
+    columns.Widen(room);
+    return LibColumnsText(columns, rows);
 }
 
 Row RowOf(const Series& series, const RunRecord& record)
@@ -73,7 +56,7 @@ Row RowOf(const Series& series, const RunRecord& record)
     row.push_back(RateText(series, record));
     if (!figures) {
         row.insert(row.end(), { "-", "-", "0" });
-        row.push_back(series.undone.empty() ? "" : "  not done: " + series.undone);
+        row.push_back(series.undone.empty() ? "" : "not done: " + series.undone);
         return row;
     }
     const statistics::Summary& summary = figures->summary;
@@ -85,7 +68,6 @@ Row RowOf(const Series& series, const RunRecord& record)
     row.push_back(MarksText(figures->marks,
         " (" + std::to_string(figures->shared) + " of " + std::to_string(figures->summary.n)
             + ")"));
-    row.back().insert(0, row.back().empty() ? "" : "  ");
     return row;
 }
 
@@ -93,23 +75,10 @@ Row RowOf(const Series& series, const RunRecord& record)
 
 std::string FiguresTable(const RunRecord& record)
 {
-    std::vector<Row> rows { { "Test", "Units", "CPUs", "Rate", "+- %", "CV %", "n", "  Marks" } };
+    std::vector<Row> rows { { "Test", "Units", "CPUs", "Rate", "+- %", "CV %", "n", "Marks" } };
     for (const Series& series : record.series)
         rows.push_back(RowOf(series, record));
-    // The marks stand left, and are of any length.
-    std::vector<std::string> marks;
-    for (Row& row : rows) {
-        marks.push_back(row.back());
-        row.pop_back();
-    }
-    std::string text = Aligned(rows, 2, 0);
-    size_t at = 0;
-    for (const std::string& mark : marks) {
-        at = text.find('\n', at);
-        text.insert(at, mark);
-        at += mark.size() + 1;
-    }
-    return text;
+    return LibColumnsText(LibTextColumns("<<>>>>><"), rows);
 }
 
 std::string RunTable(const RunRecord& record)

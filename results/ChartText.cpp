@@ -1,6 +1,7 @@
 #include "results/ChartText.h"
 
 #include "foundation/PlainText.h"
+#include "foundation/TextColumns.h"
 #include "foundation/Utf8.h"
 #include "results/MachineFiles.h"
 #include "results/TestCatalogue.h"
@@ -11,34 +12,6 @@
 namespace {
 
 using Row = std::vector<std::string>;
-
-// Of UTF-8 the bytes that begin a character.
-size_t WidthOf(const std::string& text)
-{
-    return static_cast<size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<uint8>(c) & 0xc0) != 0x80; }));
-}
-
-// Columns two blanks apart: the first ones stand left, those of numbers right.
-std::string Aligned(const std::vector<Row>& rows, size_t leftColumns)
-{
-    std::vector<size_t> widths(rows.front().size(), 0);
-    for (const Row& row : rows) {
-        for (size_t i = 0; i < row.size(); i++)
-            widths[i] = std::max(widths[i], WidthOf(row[i]));
-    }
-    std::string text;
-    for (const Row& row : rows) {
-        std::string line;
-        for (size_t i = 0; i < row.size(); i++) {
-            const std::string blanks(widths[i] - WidthOf(row[i]), ' ');
-            line += (i > 0 ? "  " : "") + (i < leftColumns ? row[i] + blanks : blanks + row[i]);
-        }
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += line + "\n";
-    }
-    return text;
-}
 
 std::string Printable(const char* text)
 {
@@ -70,6 +43,14 @@ void AppendCounts(Row& row, int32 greatest)
 {
     for (int32 count = greatest; count > 0; count--)
         row.push_back(std::to_string(count) + " CPU");
+}
+
+// The first columns stand left, those of numbers right.
+std::string Aligned(const std::vector<Row>& rows, size_t leftColumns)
+{
+    std::string sides(rows.front().size(), '>');
+    sides.replace(0, leftColumns, leftColumns, '<');
+    return LibColumnsText(LibTextColumns(sides), rows);
 }
 
 std::string PercentOf(double rate, double base)
