@@ -6,6 +6,7 @@
 #include "Window.h"
 
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -121,9 +122,13 @@ void BView::MakeFocus(bool focus)
     if (!fWindow || focus == IsFocus())
         return;
     BView* before = fWindow->fFocus;
-    // The old one hears of its loss first, so that no two views take themselves for the focus.
-    if (focus && before)
+    // The old one hears of its loss first, so that no two views take themselves for the focus. Its
+    // widget has the keyboard until this one's takes it: what is typed in between would be lost.
+    if (focus && before) {
+        const bool wasShown = std::exchange(fWindow->fFocusIsShown, true);
         before->MakeFocus(false);
+        fWindow->fFocusIsShown = wasShown;
+    }
     fWindow->fFocus = focus ? this : nullptr;
     if (focus)
         ScrollIntoSight(*this);

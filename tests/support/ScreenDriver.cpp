@@ -36,6 +36,7 @@ Widget Describe(QWidget* widget, const QRect& rect, bool isEnabled, const std::s
     const QPoint corner = widget->mapToGlobal(rect.topLeft());
     const BRect size(0, 0, rect.width() - 1, rect.height() - 1);
     return { true, window && window->isExposed(), widget->window()->isMinimized(), isEnabled,
+        widget->window()->focusWidget() == widget,
         widget->cursor().shape() == Qt::PointingHandCursor, text,
         size.OffsetToCopy(corner.x(), corner.y()) };
 }

@@ -20,6 +20,7 @@ struct Widget {
     bool exposed = false; // its window is on the screen
     bool minimized = false; // its window, and the display knows
     bool enabled = false;
+    bool focused = false; // has the keyboard while its window is the active one
     bool isLink = false; // as the pointer over it says
     std::string text; // label, title or contents
     BRect frame; // on the screen

@@ -30,6 +30,14 @@ public:
         MakeFocus();
     }
 
+    void MakeFocus(bool focus = true) override
+    {
+        BView::MakeFocus(focus);
+        hasKeyboard = screen::Find("input").focused;
+    }
+
+    bool hasKeyboard = false;
+
 private:
     const std::shared_ptr<Log> fLog;
 };
@@ -43,7 +51,8 @@ TEST_F(WindowTest, ClicksAndKeysReachTheirViewEnterTheDefaultButtonAndTabTheNext
     first->MakeDefault(true);
     fWindow->AddChild(first);
     fWindow->AddChild(second);
-    fWindow->AddChild(new InputView(BRect(10, 50, 90, 90), fLog));
+    auto* input = new InputView(BRect(10, 50, 90, 90), fLog);
+    fWindow->AddChild(input);
     second->MakeDefault(true); // no longer the first
     EXPECT_FALSE(first->IsDefault());
     Show();
@@ -57,7 +66,11 @@ TEST_F(WindowTest, ClicksAndKeysReachTheirViewEnterTheDefaultButtonAndTabTheNext
     EXPECT_TRUE(fLog->WaitFor("1 value 1"));
     EXPECT_EQ(fLog->Now(),
         (Entries { "click 1 at 5,1006", "click 2 at 5,1006", "key x", "2 value 0", "1 value 1" }));
-    Locked([&] { first->MakeFocus(); });
+    Locked([&] {
+        input->MakeFocus();
+        first->MakeFocus();
+    });
+    EXPECT_TRUE(input->hasKeyboard) << "until another has it, so that no key is lost";
     for (const char* name : { "second", "input", "first" }) { // in the order they were added
         screen::Key("Tab");
         EXPECT_TRUE(Becomes([&] { return fWindow->FindView(name)->IsFocus(); })) << name;

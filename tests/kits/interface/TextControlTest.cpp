@@ -20,6 +20,12 @@ protected:
     {
         return Locked([&] { return std::string(control->Text()); });
     }
+    std::string Selected(BTextControl* control)
+    {
+        int32 start = 0, end = 0;
+        control->TextView()->GetSelection(&start, &end);
+        return std::string(control->Text()).substr(start, end - start);
+    }
     bool WaitForText(BTextControl* control, const std::string& text)
     {
         return screen::WaitFor([&] { return TextOf(control) == text; })
@@ -120,8 +126,13 @@ TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
     screen::Key("End");
     screen::Type(".");
     EXPECT_TRUE(WaitForText(control, "Intel."));
-    screen::Key("Return");
+    Locked([&] {
+        screen::Key("Return"); // which selects what is done
+        EXPECT_SOON(Selected(control) == "Intel.");
+        control->TextView()->Insert("Inc.");
+    });
     EXPECT_TRUE(fLog->WaitFor("1 value 0"));
+    EXPECT_TRUE(WaitForText(control, "Intel."));
     EXPECT_EQ(fLog->Now(), (Entries { "2 value 0", "2 value 0", "1 value 0" })); // none for "y"
 
     Locked([&] { // its changes in one message are one to the user

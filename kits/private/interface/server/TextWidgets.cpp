@@ -234,10 +234,13 @@ void LineWidget::Report(bool isDone, bool isInserted)
     fLink->Post(report);
 }
 
+// What is done is no longer changed by a program that has heard only of what came before.
 void LineWidget::Finish()
 {
-    if (std::exchange(fIsTouched, false))
-        Report(true, false);
+    if (!std::exchange(fIsTouched, false))
+        return;
+    fVersion++;
+    Report(true, false);
 }
 
 bool LineWidget::event(QEvent* event)
