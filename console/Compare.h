@@ -28,6 +28,8 @@ struct CompareOptions {
 
 // Whether the arguments ask for a comparison.
 [[nodiscard]] bool IsCompareTask(const std::vector<std::string>& arguments);
+// Whether it writes pictures too; false where the arguments are wrong.
+[[nodiscard]] bool DrawsPictures(const std::vector<std::string>& arguments);
 
 struct CompareOutcome {
     int status = 0; // an ExitStatus

@@ -125,6 +125,13 @@ std::variant<CompareOptions, std::string> ParseCompareOptions(
     return options;
 }
 
+bool DrawsPictures(const std::vector<std::string>& arguments)
+{
+    const auto parsed = ParseCompareOptions(arguments);
+    const auto* options = std::get_if<CompareOptions>(&parsed);
+    return options && !options->help && (!options->chart.empty() || !options->scaling.empty());
+}
+
 std::string CompareUsage()
 {
     return "tarvex-run --compare FILE... [--baseline FILE] [--fail-below P] [--tests T[,T...]]\n"

@@ -261,6 +261,22 @@ int Measure(const RunOptions& options, const RunRecord& record, RunJournal& jour
 
 } // namespace
 
+bool DrawsGraphics(RunOptions options)
+{
+    if (options.task == RunOptions::Task::kResume) {
+        const auto read = ReadRunJournal(options.journal);
+        const auto* journal = std::get_if<ReadJournal>(&read);
+        if (!journal)
+            return false;
+        options.plan = journal->record.plan;
+        if (!TakeGroups(options))
+            return false;
+    } else if (options.task != RunOptions::Task::kRun) {
+        return false;
+    }
+    return HasGraphics(options) && BScreen(B_MAIN_SCREEN_ID).IsValid();
+}
+
 int RunTask(RunOptions options)
 {
     ReadJournal resumed;

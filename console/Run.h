@@ -39,6 +39,10 @@ struct RunOptions {
 // The text of --help, with all group names.
 [[nodiscard]] std::string RunUsage();
 
+// Whether the run has graphics tests, and a display for them. Of one that goes on its journal is
+// read.
+[[nodiscard]] bool DrawsGraphics(RunOptions options);
+
 // Measures what the options ask for, or what is missing of the run whose journal they name. Prints
 // the result on standard output and writes the output file; progress and warnings go to standard
 // error. Returns an ExitStatus.

@@ -1,63 +1,62 @@
-// The benchmark without windows, for servers and scripts.
-#include "console/Compare.h"
+// The benchmark without windows, for servers and scripts. It starts without the libraries that
+// draw, many and large: where they are needed tarvex-run-windows takes its place, the same program
+// with them.
 #include "console/Output.h"
-#include "console/Run.h"
+#include "console/Program.h"
+#include "engine/Benchmark.h"
+#include "results/ChartPicture.h"
+#include "results/ScalingPicture.h"
 
-#include <MachineRun.h>
+#include <OwnLibrary.h>
+#include <Picture.h>
 
-#include <csignal>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <unistd.h>
 
 namespace {
 
-int Compare(const std::vector<std::string>& arguments)
+// The process stays what it is, with its standard files; returns only if that cannot be.
+int GoOnWithWindows(char** argv)
 {
-    const CompareOutcome outcome = CompareTask(arguments, stdout);
-    for (const std::string& message : outcome.messages)
-        Tell(message);
-    return outcome.status;
+    const std::string program = find_own_file("tarvex-run-windows");
+    execv(program.c_str(), argv);
+    Tell("cannot start <" + program + ">: " + strerror(errno));
+    return kFailed;
 }
 
-int Do(int argc, char** argv)
-{
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (IsCompareTask(arguments))
-        return Compare(arguments);
-    auto parsed = ParseRunOptions(arguments);
-    if (const auto* message = std::get_if<std::string>(&parsed))
-        return Refuse(*message);
-    const auto& options = std::get<RunOptions>(parsed);
-    // Also before --help and --list, so that the user learns of it soonest.
-    if (const std::string restored = restore_processors(); !restored.empty())
-        Tell(restored);
-    switch (options.task) {
-        case RunOptions::Task::kHelp:
-            printf("%s\n       %s", RunUsage().c_str(), CompareUsage().c_str());
-            return kDone;
-        case RunOptions::Task::kVersion: printf("tarvex-run %s\n", TARVEX_VERSION); return kDone;
-        case RunOptions::Task::kList: printf("%s", TestTexts().c_str()); return kDone;
-        case RunOptions::Task::kExplain:
-            printf("%s", TestTexts(options.tests).c_str());
-            return kDone;
-        case RunOptions::Task::kRun:
-        case RunOptions::Task::kResume: break;
-    }
-    return RunTask(options);
-}
+constexpr char kNoWindows[] = "this program draws nothing";
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    OpenStandardFiles();
-    const int status = Do(argc, argv);
-    const std::string why = FinishOutput();
-    // The signal that has ended a run says more than what became of its output.
-    if (why.empty() || status > kSignalBase)
-        return status;
-    // As a shell sees others end whose reader has gone.
-    if (IsOutputBroken())
-        return kSignalBase + SIGPIPE;
-    Tell(why);
-    return status == kNothingRun ? kNothingRun : kFailed;
+    return RunProgram(argc, argv, [argv] { return GoOnWithWindows(argv); });
+}
+
+// In place of those that draw, which the linker then leaves out with all behind them. Who would
+// call them is tarvex-run-windows, but where a display comes up just when a run begins.
+
+void Benchmark::RunGraphics()
+{
+    fprintf(stderr, "The tests of <Graphics> are left out\n");
+    graphics = false;
+}
+
+std::string WhyNoPicture(const char*)
+{
+    return kNoWindows;
+}
+
+std::string WriteMachinesChart(
+    const char*, const std::vector<MeasuredMachine>&, size_t, const TestType&)
+{
+    return kNoWindows;
+}
+
+std::string WriteScalingPicture(
+    const char*, const std::vector<MeasuredMachine>&, const std::vector<TestScaling>&)
+{
+    return kNoWindows;
 }

@@ -2,9 +2,6 @@
 #include "foundation/LibString.h"
 #include "foundation/PlainText.h"
 
-#include <Font.h>
-#include <Rect.h>
-
 #include <algorithm>
 #include <cstring>
 
@@ -271,28 +268,4 @@ void LibString::CharFromIndex(const int32& n)
 {
     if (n >= 0 && n < CharCount())
         ShiftFrom(0, static_cast<int32>(CharOffset(n)));
-}
-
-void LibString::Truncate(const BFont& font, const int& width, BRect& rect)
-{
-    const auto widthOf = [&font](
-                             const char* text) { return static_cast<int>(font.StringWidth(text)); };
-    LibString kept(View().data());
-    rect.left = 0;
-    rect.right = 0;
-    if (kept.View().empty() || widthOf(kept) < width) {
-        rect.right = widthOf(kept);
-        return;
-    }
-    size_t length = kept.View().size();
-    length -= std::min<size_t>(length, 2);
-    for (;; length--) {
-        kept.CutAt(length);
-        *this = kept;
-        Concat("...");
-        if (length == 0 || widthOf(*this) < width)
-            break;
-    }
-    if (length > 0)
-        rect.right = widthOf(kept);
 }

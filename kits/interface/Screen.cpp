@@ -1,13 +1,11 @@
 #include "Screen.h"
 
-#include "drawing/FontFace.h"
 #include "drawing/XcbReply.h"
 
 #include <xcb/randr.h>
 #include <xcb/xcb.h>
 
 #include <climits>
-#include <cmath>
 
 namespace {
 
@@ -71,17 +69,6 @@ BScreen::BScreen(screen_id id)
             fPixels = BRect(0, 0, screen->width_in_pixels - 1, screen->height_in_pixels - 1);
     }
     xcb_disconnect(connection);
-}
-
-BRect BScreen::Frame() const
-{
-    if (!IsValid())
-        return fPixels;
-    const float scale = FontFace::DisplayScale();
-    BRect frame = fPixels; // a monitor's corner is not scaled
-    frame.right = frame.left + std::floor((fPixels.Width() + 1) / scale) - 1;
-    frame.bottom = frame.top + std::floor((fPixels.Height() + 1) / scale) - 1;
-    return frame;
 }
 
 status_t BScreen::GetMode(display_mode* mode) const

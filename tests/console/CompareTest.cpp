@@ -6,6 +6,7 @@
 
 #include <clocale>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <sys/wait.h>
 
 namespace {
@@ -35,10 +36,10 @@ protected:
     }
 
     // Its exit status.
-    int Run(const std::string& arguments)
+    int Run(const std::string& arguments, const char* program = TARVEX_BUILD "/tarvex-run")
     {
-        const std::string command = "cd " + fFolder.Path()
-            + " && LC_ALL=de_DE.UTF-8 " TARVEX_BUILD "/tarvex-run " + arguments + " >out 2>err";
+        const std::string command = "cd " + fFolder.Path() + " && LC_ALL=de_DE.UTF-8 " + program
+            + " " + arguments + " >out 2>err";
         const int status = system(command.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
@@ -137,8 +138,8 @@ TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
 TEST_F(CompareProgram, WritesPicturesWithoutADisplay)
 {
     unsetenv("DISPLAY");
-    EXPECT_EQ(Run("--compare before.json more.json old.results --baseline before.json "
-                  "--chart a.svg --scaling b.pdf --fail-below 5"),
+    EXPECT_EQ(Run("--compare before.json more.json - --baseline before.json "
+                  "--chart a.svg --scaling b.pdf --fail-below 5 <old.results"),
         4);
     EXPECT_EQ(Errors(),
         "tarvex-run: without figures for it, so not in <a.svg>: <PC (1-x)>\n"
@@ -154,6 +155,14 @@ TEST_F(CompareProgram, WritesPicturesWithoutADisplay)
     EXPECT_EQ(Run("--compare more.json --scaling full.svg"), 1);
     EXPECT_TRUE(Errors().starts_with("tarvex-run: cannot write <full.svg>: ")) << Errors();
     EXPECT_TRUE(Output().starts_with("Machine: ")) << Output();
+
+    // A copy has beside it no program that draws.
+    std::filesystem::copy_file(TARVEX_BUILD "/tarvex-run", fFolder / "alone");
+    EXPECT_EQ(Run("--compare more.json --chart b.svg", "./alone"), 1);
+    EXPECT_TRUE(std::regex_match(Errors(),
+        std::regex(
+            "tarvex-run: cannot start <.*/tarvex-run-windows>: No such file or directory\n")))
+        << Errors();
 }
 
 TEST_F(CompareProgram, GivesEqualNumbersInAllFormats)

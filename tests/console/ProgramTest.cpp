@@ -360,6 +360,21 @@ TEST_F(TarvexRun, WithoutADisplayLeavesOutTheGraphicsTestsAndRunsTheRest)
     EXPECT_FALSE(fs::exists(fFolder / "other"));
 }
 
+TEST_F(TarvexRun, DrawsAsTheSameProcessAlsoWhenItGoesOnAfterAKill)
+{
+    const std::string display = TARVEX_SCRIPTS "/with-display ";
+    // Once a span is in the journal. The name is what people look for in lists of processes.
+    Run("--groups graphics --cpus 1 --output file.json",
+        display
+            + "sh -c '(until test $(wc -l <file.json.journal) -gt 3; do kill -0 $$ || exit; done;"
+              " cat /proc/$$/comm >name; kill -KILL $$) 2>none & exec \"$@\"' sh");
+    EXPECT_EQ(ReadFile(fFolder / "name"), "tarvex-run\n") << ReadFile(fFolder / "err");
+    EXPECT_EQ(Run("--resume file.json.journal --format csv", display), 0);
+    const std::string table = Output();
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + 13) << table;
+    EXPECT_NE(ReadFile(fFolder / "file.json").find("\"1024x768x24\""), std::string::npos);
+}
+
 TEST_F(TarvexRun, EndsWhenItsDisplayDiesUnderTheGraphicsTests)
 {
     // Ends the X server once a test's title is to be seen.

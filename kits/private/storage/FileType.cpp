@@ -3,10 +3,9 @@
 #include "FileDescriptor.h"
 #include "Locations.h"
 #include "Mime.h"
+#include "OwnLibrary.h"
 #include "TypeConstants.h"
-
-#include <QFile>
-#include <QMimeDatabase>
+#include "TypeDatabase.h"
 
 #include <cstring>
 #include <fcntl.h>
@@ -56,12 +55,12 @@ bool IsProgram(int file, mode_t mode)
 
 std::string AskDatabase(const std::string& path, int file)
 {
-    const QMimeDatabase database;
-    const QString name = QFile::decodeName(path.c_str());
-    QFile contents;
-    if (file < 0 || !contents.open(file, QIODevice::ReadOnly)) // no right to read it
-        return database.mimeTypeForFile(name, QMimeDatabase::MatchExtension).name().toStdString();
-    return database.mimeTypeForFileNameAndData(name, &contents).name().toStdString();
+    using Ask = decltype(&tarvex_ask_type_database);
+    const auto ask = OwnFunction<Ask>("types", "tarvex_ask_type_database");
+    std::string type = B_FILE_MIME_TYPE;
+    if (ask)
+        ask(path, file, type);
+    return type;
 }
 
 } // namespace

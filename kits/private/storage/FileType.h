@@ -17,5 +17,5 @@ inline constexpr const char* kSignatureAttribute = "BEOS:APP_SIG";
 
 // The type of a file that nobody gave one, of what is open in whatever way: by kind, then by what
 // the shared MIME database says to its name and contents. "application/octet-stream": it knows
-// none.
+// none, or cannot be asked, which a line on standard error says.
 [[nodiscard]] std::string GuessTypeOf(int descriptor);
