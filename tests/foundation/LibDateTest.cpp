@@ -1,5 +1,6 @@
 #include "foundation/LibDate.h"
 
+#include "tests/foundation/ZoneGuard.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -50,17 +51,6 @@ struct Walker {
 
 } // namespace
 
-TEST(LibDate, DayNumbersAreThoseOfAstronomers)
-{
-    // Meeus, "Astronomical Algorithms", chapter 7, less the half day from noon to noon and counted
-    // at 0h. Before year 1 the leap years differ: ahead of the astronomers by a day, or not.
-    const std::tuple<int32, int32, int32, int32, int32> rows[] = { { 2000, 1, 1, 2451544, 0 },
-        { 1600, 12, 31, 2305812, 0 }, { 837, 4, 10, 2026871, 0 }, { -124, 12, 31, 1676496, 1 },
-        { -1001, 7, 12, 1356000, 0 }, { -4713, 1, 1, -1, 1 } };
-    for (const auto& [year, month, day, number, ahead] : rows)
-        EXPECT_EQ(DateOf(year, month, day).GetJulian(), number + ahead) << year;
-}
-
 TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
 {
     Walker walker { -4713, 1, 1 };
@@ -69,11 +59,19 @@ TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
         const LibDate again = DateOf(walker.year, walker.month, walker.day);
         ASSERT_TRUE(date.GetYear() == walker.year && date.GetMonth() == walker.month
             && date.GetDay() == walker.day && date.GetDayOfYear() == walker.dayOfYear
-            && again == date && date.IsValidDate()
+            && again == date && date.IsValidDate() && date.DaysInMonth() == walker.LastDay()
+            && date.DaysInYear() == 365 + walker.IsLeap()
+            && (walker.year < 1583 || date.DayOfWeek() == (date.GetJulian() + 2) % 7)
             && !DateOf(walker.year, walker.month, walker.LastDay() + 1).IsValidDate())
             << TextOf(date) << " instead of " << TextOf(again);
     }
     EXPECT_EQ(TextOf(date), "3001-1-1");
+    // Meeus, "Astronomical Algorithms", chapter 7, less the half day from noon to noon.
+    EXPECT_EQ(DateOf(2000, 1, 1).GetJulian(), 2451544);
+    for (const int32 early : { -1, -366, -1461, -1462, -146100 })
+        EXPECT_EQ(
+            DateOf(LibDate(early).GetYear() + 8, 1, 1) - DateOf(LibDate(early).GetYear(), 1, 1),
+            2922);
 }
 
 TEST(LibDate, CorrectDateCarriesDaysAndMonths)
@@ -92,69 +90,87 @@ TEST(LibDate, CorrectDateCarriesDaysAndMonths)
     }
 }
 
-TEST(LibDate, ArithmeticNormalises)
+TEST(LibDate, ChangesKeepDateAndDayNumberTogether)
 {
-    LibDate date = DateOf(2001, 1, 31);
-    date.AddMonths(1);
-    date.AddMonths(-15);
-    EXPECT_EQ(TextOf(date), "1999-12-3");
-    date = DateOf(2000, 2, 29);
-    date.AddYears(1);
-    EXPECT_EQ(TextOf(date), "2001-3-1");
-    date.AddYears(-2001); // there is no year 0
-    EXPECT_EQ(TextOf(date), "-1-3-1");
-    date = DateOf(2001, 2, 30);
-    date.AddDays(1);
-    EXPECT_EQ(TextOf(date), "2001-3-3");
-    EXPECT_EQ(date - DateOf(2000, 2, 28), 369);
-    LibDate none;
-    none.AddMonths(5);
-    EXPECT_EQ(TextOf(none), "0-0-0");
+    const LibDate day = DateOf(2001, 10, 24); // a Wednesday
+    const LibDate none;
+    const struct tm fields {
+        0, 0, 0, 29, 1, 104, 0, 0, 0, 0, nullptr
+    };
+    const std::tuple<LibDate, std::function<void(LibDate&)>, std::string> rows[] = {
+        { DateOf(2001, 1, 31), [](LibDate& d) { d.AddMonths(1); }, "2001-3-3" },
+        { DateOf(2001, 3, 3), [](LibDate& d) { d.AddMonths(-15); }, "1999-12-3" },
+        { DateOf(2000, 2, 29), [](LibDate& d) { d.AddYears(1); }, "2001-3-1" },
+        { DateOf(2001, 3, 1), [](LibDate& d) { d.AddYears(-2001); }, "-1-3-1" }, // no year 0
+        { DateOf(2001, 2, 30), [](LibDate& d) { d.AddDays(1); }, "2001-3-3" },
+        { none, [](LibDate& d) { d.AddDays(5), d.AddMonths(5), d.AddYears(5); }, "0-0-0" },
+        { day, [](LibDate& d) { d = d++; }, "2001-10-24" },
+        { day, [](LibDate& d) { d++; }, "2001-10-25" },
+        { day, [](LibDate& d) { d = --d; }, "2001-10-23" },
+        { day, [](LibDate& d) { d = d--; }, "2001-10-24" },
+        { day, [](LibDate& d) { d--; }, "2001-10-23" },
+        { day, [](LibDate& d) { d = d - 24 + 8; }, "2001-10-8" },
+        { day, [](LibDate& d) { (d += 8) -= 25; }, "2001-10-7" },
+        { day, [](LibDate& d) { d.SetToNext(LibWednesday); }, "2001-10-31" },
+        { day, [](LibDate& d) { d.SetToPrev(LibSunday); }, "2001-10-21" },
+        { DateOf(1582, 10, 4), [](LibDate& d) { d.SetToNext(LibMonday); }, "1582-10-18" },
+        { day, [](LibDate& d) { d.SetYear(2004); }, "2004-10-24" },
+        { day, [](LibDate& d) { EXPECT_TRUE(d.SetMonth("DECEMBER")); }, "2001-12-24" },
+        { day, [](LibDate& d) { EXPECT_FALSE(d.SetMonth("Dezember")); }, "2001-10-24" },
+        { day, [](LibDate& d) { d.SetDay(31), d.SetMonth(uint32 { 2 }); }, "2001-2-31" },
+        { day, [&](LibDate& d) { d.SetDate(&fields); }, "2004-2-29" },
+        { day, [](LibDate& d) { d.SetDate(static_cast<struct tm*>(nullptr)); }, "2001-10-24" },
+    };
+    for (const auto& [before, change, after] : rows) {
+        LibDate date = before;
+        change(date);
+        EXPECT_EQ(TextOf(date), after);
+        EXPECT_EQ(date, DateOf(date.GetYear(), date.GetMonth(), date.GetDay())) << after;
+    }
+    testing::internal::CaptureStderr();
+    day.PrintToStream();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "LibDate: 10/24/2001 (2452206)\n");
+    EXPECT_EQ(day.DayOfWeek(1), LibMonday);
+    EXPECT_EQ(LibDate::DayOfWeek("saturday") * 10 + LibDate::DayOfWeek("sa"), 59);
+    std::string weekEnds;
+    for (uint32 weekDay = 0; weekDay < 8; weekDay++)
+        weekEnds += LibDate::IsWeekEnd(weekDay) ? "y" : "n";
+    EXPECT_EQ(weekEnds, "ynnnnnyn");
 }
 
-TEST(LibDate, WeekdaysOfTheGregorianCalendar)
+TEST(LibDate, TodayIsThatOfTheZoneOrOfUtc)
 {
-    LibDate date = DateOf(2001, 10, 24);
-    EXPECT_EQ(date.DayOfWeek(), LibWednesday);
-    EXPECT_EQ(date.DayOfWeek(1), LibMonday);
-    date.SetToNext(LibWednesday);
-    EXPECT_EQ(TextOf(date), "2001-10-31");
-    date.SetToPrev(LibSunday);
-    EXPECT_EQ(TextOf(date), "2001-10-28");
-    EXPECT_EQ(LibDate::DayOfWeek("saturday"), 6);
-    EXPECT_EQ(LibDate::DayOfWeek("sa"), -1);
-    // Where the rule of one calendar meets the days of the other a weekday is still found.
-    date = DateOf(1582, 10, 4);
-    date.SetToNext(LibMonday);
-    EXPECT_EQ(date.DayOfWeek(), LibMonday);
-}
-
-TEST(LibDate, SettersKeepDateAndDayNumberTogether)
-{
-    LibDate date = DateOf(2001, 3, 12);
-    date.SetYear(2004);
-    EXPECT_EQ(date.GetDayOfYear(), 72);
-    EXPECT_TRUE(date.SetMonth("DECEMBER"));
-    EXPECT_FALSE(date.SetMonth("Dezember"));
-    date.SetDay(31);
-    EXPECT_EQ(date, DateOf(2004, 12, 31));
-    date.SetMonth(uint32 { 2 });
-    EXPECT_FALSE(date.IsValidDate());
-    EXPECT_EQ(date, DateOf(2004, 3, 2)); // 29 days and two more
+    for (const auto& [zone, hours] : { std::pair("AST-23", 23), { "BST23", -23 } }) {
+        const ZoneGuard guard(zone);
+        const auto number = [](int ahead) {
+            return (time(nullptr) + ahead * 3600) / 86400 + 2440587;
+        };
+        const auto here = number(hours), utc = number(0);
+        const LibDate today(true), there(true, false);
+        EXPECT_TRUE(today.GetJulian() == here || today.GetJulian() == number(hours)) << zone;
+        EXPECT_TRUE(there.GetJulian() == utc || there.GetJulian() == number(0)) << zone;
+    }
 }
 
 TEST(LibDate, ReadsFixedAndFreeForms)
 {
+    const std::string thisYear = std::to_string(LibDate(true).GetYear());
     // Whether the form is fixed; "" for a refused text.
-    const std::tuple<bool, const char*, std::string> rows[] = { { true, "12/31/1999",
-                                                                    "1999-12-31" },
-        { true, " 1. 2.-44", "-44-1-2" }, { true, "12/31/0", "" }, { true, "12/xx/1999", "" },
-        { false, "1 2 69", "1969-1-2" }, { false, "1-2-68", "2068-1-2" },
+    const std::tuple<bool, const char*, std::string> rows[] = {
+        { true, "12/31/1999", "1999-12-31" }, { true, " 1. 2.-44", "-44-1-2" },
+        { true, "+1/+2/+44", "44-1-2" }, { true, "12/31/1", "1-12-31" }, { true, "12/31/", "" },
+        { true, "12/31/0", "" }, { true, "12/xx/1999", "" }, { true, "xx/12/1999", "" },
+        { true, "12/12/xxxx", "" }, { false, "1 2 69", "1969-1-2" },
+        { false, "1-2-68", "2068-1-2" }, { false, "1 2", thisYear + "-1-2" },
         { false, "12311999", "1999-12-31" }, { false, "123199", "1999-12-31" },
-        { false, "003199", "" }, { false, "2001-03-12", "2001-3-12" },
+        { false, "1231999", "" }, { false, "003199", "" }, { false, "133199", "" },
+        { false, "2001-03-12", "2001-3-12" }, { false, "2001 mar 12", "2001-3-12" },
         { false, "2/30/2001", "2001-3-2" }, { false, "12 mar 2001", "2001-3-12" },
-        { false, "March 12, '01", "2001-3-12" }, { false, "mar", "" }, { false, "12 foo 2001", "" },
-        { false, "1/2/3/4", "" }, { false, "1/2/345", "" }, { false, nullptr, "" } };
+        { false, "March 12, '01", "2001-3-12" }, { false, "mar 12", thisYear + "-3-12" },
+        { false, "mar", "" }, { false, "12 foo 2001", "" }, { false, "12 mar apr", "" },
+        { false, "1/2/3/4", "" }, { false, "1/2/345", "" }, { false, "123/1/2001", "" },
+        { false, "1/123/2001", "" }, { false, "1:2:2001", "" }, { false, nullptr, "" }
+    };
     for (const auto& [isFixed, text, expected] : rows) {
         SCOPED_TRACE(text ? text : "null");
         LibDate date = DateOf(1111, 11, 11);

@@ -7,62 +7,79 @@ namespace {
 
 std::string TextOf(const LibTime& time)
 {
-    return std::to_string(time.GetHours()) + ":" + std::to_string(time.GetMinutes()) + ":"
-        + std::to_string(time.GetSeconds());
+    testing::internal::CaptureStderr();
+    time.PrintToStream();
+    return testing::internal::GetCapturedStderr();
 }
 
 } // namespace
 
-TEST(LibTime, AddingCarriesWholeDaysInBothDirections)
+TEST(LibTime, ChangesCarryWholeDaysInBothDirections)
 {
-    const std::tuple<LibTime, int32, const char*, int32> rows[] = { { LibTime(23, 59, 59), 1,
-                                                                        "0:0:0", 1 },
-        { LibTime(0, 0, 0), -1, "23:59:59", -1 }, { LibTime(0, 0, 0), -86400, "0:0:0", -1 },
-        { LibTime(12, 0, 0), 86400 * 3 + 61, "12:1:1", 3 }, { LibTime(25, -1, 61), 0, "1:0:1", 1 },
-        { LibTime(0, 0, 0), INT32_MIN, "20:45:52", -24856 } };
-    for (const auto& [from, seconds, to, days] : rows) {
-        SCOPED_TRACE(TextOf(from));
+    const LibTime midnight;
+    const LibTime noon(12, 0, 0);
+    const std::tuple<LibTime, std::function<int32(LibTime&)>, std::string, int32> rows[] = {
+        { LibTime(23, 59, 59), [](LibTime& t) { return t.AddSeconds(1); }, "00:00:00", 1 },
+        { midnight, [](LibTime& t) { return t.AddSeconds(-1); }, "23:59:59", -1 },
+        { midnight, [](LibTime& t) { return t.AddSeconds(-86400); }, "00:00:00", -1 },
+        { noon, [](LibTime& t) { return t.AddSeconds(86400 * 3 + 61); }, "12:01:01", 3 },
+        { LibTime(25, -1, 61), [](LibTime& t) { return t.CorrectTime(); }, "01:00:01", 1 },
+        { midnight, [](LibTime& t) { return t.AddSeconds(INT32_MIN); }, "20:45:52", -24856 },
+        { noon, [](LibTime& t) { return t.AddMinutes(INT32_MAX); }, "14:07:00", 1491308 },
+        { noon, [](LibTime& t) { return t.AddHours(INT32_MAX); }, "19:00:00", 89478485 },
+        { noon, [](LibTime& t) { return t.TimeZone(-13); }, "23:00:00", -1 },
+        { noon, [](LibTime& t) { return t.SetTime(-0.5f), 0; }, "23:59:30", 0 },
+        { noon, [](LibTime& t) { return t.SetTime(1440.25f), 0; }, "00:00:15", 0 },
+        { noon, [](LibTime& t) { return t.SetTime(NAN), 0; }, "12:00:00", 0 },
+        { noon, [](LibTime& t) { return t.SetTime(static_cast<struct tm*>(nullptr)), 0; },
+            "12:00:00", 0 },
+    };
+    for (const auto& [from, change, to, days] : rows) {
         LibTime time(from);
-        EXPECT_EQ(time.AddSeconds(seconds), days);
-        EXPECT_EQ(TextOf(time), to);
+        EXPECT_EQ(change(time), days) << to;
+        EXPECT_EQ(TextOf(time), "Time: " + to + "\n");
     }
-}
-
-TEST(LibTime, CountsSinceMidnight)
-{
     const LibTime time(17, 30, 15);
     EXPECT_FLOAT_EQ(time.NumberOfMinutes(), 1050.25f);
-    EXPECT_EQ(time - LibTime(17, 31, 0), -45);
-    LibTime back;
-    back.SetTime(time.NumberOfMinutes());
-    EXPECT_EQ(back, time);
+    EXPECT_EQ(time.NumberOfSeconds() + (time - LibTime(17, 31, 0)), 63015 - 45);
+    std::string valid;
+    for (const auto& [h, m, s] : { std::tuple(0, 0, 0), { 23, 59, 59 }, { 24, 0, 0 }, { 0, 60, 0 },
+             { 0, 0, 60 }, { -1, 0, 0 }, { 0, -1, 0 }, { 0, 0, -1 } })
+        valid += LibTime(h, m, s).IsValidTime() ? "y" : "n";
+    EXPECT_EQ(valid, "yynnnnnn");
 }
 
 TEST(LibTime, ReadsFixedAndFreeForms)
 {
     // Whether the form is fixed; "" for a refused text.
-    const std::tuple<bool, const char*, std::string> rows[] = { { true, "04:05:06", "4:5:6" },
-        { true, "04.05", "4:5:0" }, { true, "04:5", "" }, { true, "04:05:6", "" },
-        { false, "17.30.15", "17:30:15" }, { false, "530", "5:30:0" },
-        { false, "173015", "17:30:15" }, { false, "5 pm", "17:0:0" },
-        { false, "12:30 AM", "0:30:0" }, { false, "Noon", "12:0:0" }, { false, "17 pm", "" },
-        { false, "12 noon", "" }, { false, "5:60", "" }, { false, "5:300", "" },
-        { false, "1234567", "" }, { false, "", "" } };
+    const std::tuple<bool, const char*, std::string> rows[] = { { true, "04:05:06", "04:05:06" },
+        { true, "04.05", "04:05:00" }, { true, "04:5", "" }, { true, "04:05:6", "" },
+        { true, "4 :05:06", "" }, { true, "x4:05:06", "" }, { true, nullptr, "" },
+        { false, "17.30.15", "17:30:15" }, { false, "530", "05:30:00" },
+        { false, "173015", "17:30:15" }, { false, "5 pm", "17:00:00" },
+        { false, "12 pm", "12:00:00" }, { false, "1 am", "01:00:00" },
+        { false, "12:30 AM", "00:30:00" }, { false, "Noon", "12:00:00" },
+        { false, "midnight", "00:00:00" }, { false, "night", "" }, { false, "13 pm", "" },
+        { false, "0 am", "" }, { false, "5 xm", "" }, { false, "12 noon", "" },
+        { false, "5:60", "" }, { false, "5:300", "" }, { false, "1234567", "" },
+        { false, "5;30", "" }, { false, "", "" }, { false, nullptr, "" } };
     for (const auto& [isFixed, text, expected] : rows) {
         SCOPED_TRACE(text ? text : "null");
         LibTime time(9, 9, 9);
         const bool isRead = isFixed ? time.SetTime(text) : time.SetUnformattedTime(text);
-        EXPECT_EQ(isRead ? TextOf(time) : "", expected);
-        EXPECT_TRUE(isRead || time == LibTime(9, 9, 9));
+        EXPECT_EQ(isRead, !expected.empty());
+        EXPECT_EQ(TextOf(time), "Time: " + (isRead ? expected : "09:09:09") + "\n");
     }
 }
 
 TEST(LibTime, TakesTheTimeOfAMomentInTheZoneOrInUtc)
 {
     const ZoneGuard zone("NST3:30"); // three and a half hours behind
-    LibTime time;
-    time.SetTime(time_t { 3600 }, true);
-    EXPECT_EQ(TextOf(time), "21:30:0");
-    time.SetTime(time_t { 3600 }, false);
-    EXPECT_EQ(TextOf(time), "1:0:0");
+    LibTime local, utc;
+    local.SetTime(time_t { 3600 }, true);
+    utc.SetTime(time_t { 3600 }, false);
+    EXPECT_EQ(TextOf(local) + TextOf(utc), "Time: 21:30:00\nTime: 01:00:00\n");
+    const LibTime now(true), there(true, false);
+    const int32 ahead = there - now; // and maybe a second, or a day less
+    EXPECT_TRUE((ahead + 86400) % 86400 == 12600 || (ahead + 86400) % 86400 == 12601) << ahead;
 }
