@@ -49,10 +49,14 @@ TEST(LibStringEdit, CuttingByIndexKeepsToItsRanges)
     Expect({ { After("abc", &S::ToIndex, 1), "ab" }, { After("abc", &S::ToIndex, -1), "" },
         { After("abc", &S::ToIndex, -2), "abc" }, { After("abc", &S::ToIndex, 3), "abc" },
         { After("abc", &S::FromIndex, 1), "bc" }, { After("abc", &S::FromIndex, 3), "" },
-        { After("abc", &S::RemoveChar, 3), "abc" }, { After("abcde", &S::Remove, 1, 3), "ae" },
-        { After("abc", &S::Remove, 1, INT32_MAX), "a" }, { After("abc", &S::Remove, -1, 1), "abc" },
-        { After("abcde", &S::ShiftFrom, 1, 3), "ade" }, { After("abc", &S::ShiftFrom, 1, 9), "a" },
-        { After("abc", &S::ShiftFrom, 2, 0), "abc" } });
+        { After("abc", &S::FromIndex, -1), "" }, { After("abc", &S::FromIndex, 0), "abc" },
+        { After("abc", &S::Remove, 2, 1), "abc" }, { After("abc", &S::Remove, 0, 0), "bc" },
+        { After("abc", &S::ShiftFrom, -1, 2), "abc" },
+        { After("abc", &S::ShiftFrom, 0, -1), "abc" }, { After("abc", &S::ShiftFrom, 3, 9), "abc" },
+        { After("abc", &S::ToIndex, 2), "abc" }, { After("abc", &S::RemoveChar, 3), "abc" },
+        { After("abcde", &S::Remove, 1, 3), "ae" }, { After("abc", &S::Remove, 1, INT32_MAX), "a" },
+        { After("abc", &S::Remove, -1, 1), "abc" }, { After("abcde", &S::ShiftFrom, 1, 3), "ade" },
+        { After("abc", &S::ShiftFrom, 1, 9), "a" }, { After("abc", &S::ShiftFrom, 2, 0), "abc" } });
 }
 
 TEST(LibStringEdit, CuttingByCharacterCountsOccurrencesFromZero)
@@ -66,7 +70,14 @@ TEST(LibStringEdit, CuttingByCharacterCountsOccurrencesFromZero)
         { After("/a", &S::ToLast, '/', -1), "" }, { After("/a", &S::ToLast, '/', -2), "/a" },
         { After("/a/b", &S::FromLast, '/', 1), "b" }, { After("/a/", &S::FromLast, '/', 1), "" },
         { After("ab", &S::FromLast, '/', 1), "ab" },
-        { After("a:b:c", &S::ToChar, ':', 2, 0), "a:b:c" } });
+        { After("a:b:c", &S::ToChar, ':', 2, 0), "a:b:c" },
+        { After("a:b", &S::ToChar, ':', -1, 0), "a:b" },
+        { After("a:b", &S::FromChar, ':', 0, INT32_MAX), "" },
+        { After("a:b", &S::FromChar, ':', 1, 0), "a:b" },
+        { After("/a", &S::ToLast, '/', INT32_MAX), "/a" },
+        { After("ab", &S::ToLast, '/', 1), "ab" }, { After("/a", &S::FromLast, '/', -1), "" } });
+    EXPECT_TRUE(S("a:b").ToChar(':', 0, 0) && S("a:b").FromChar(':', 0, 0));
+    EXPECT_FALSE(S("a:b").ToChar(':', 1, 0) || S("a:b").FromChar(':', 1, 0));
 }
 
 TEST(LibStringEdit, GrowingPutsTheTextWhereItIsSaid)
@@ -75,6 +86,10 @@ TEST(LibStringEdit, GrowingPutsTheTextWhereItIsSaid)
         { After("abc", &S::Insert, -1, "X"), "Xabc" }, { After("abc", &S::Insert, 9, "X"), "abcX" },
         { After("abc", &S::Insert, -2, "X"), "abcX" }, { After("", &S::Insert, 5, "X"), "X" },
         { After("aXbX", &S::Replace, "X", "yy"), "ayybX" },
+        { After("aXXb", &S::Replace, "XX", nullptr), "ab" },
+        { After("ab", &S::Replace, nullptr, "x"), "xab" },
+        { After("ab", &S::Insert, 1, "X"), "abX" }, { After("abc", &S::Insert, 1, nullptr), "abc" },
+        { After("ab", &S::PrePend, nullptr), "ab" },
         { After("XaXX", [](S& s) { s.ReplaceAll("X", "yy"); }), "yyayyyy" },
         { After("1", [](S& s) { ((s += -7) += 0.5f) += 0.25; }), "1-70.5000000.250000" },
         { After("", [](S& s) { s += INT32_MIN; }), "-2147483648" },
@@ -120,15 +135,21 @@ TEST(LibStringEdit, RemovingByKindLeavesTheRest)
     Expect({ { After("abca", &S::SwapChar, 'a', 'b'), "bbcb" },
         { After("one two one", &S::RemoveWord, "one"), " two one" },
         { After("oneone", &S::RemoveWord, "one"), "oneone" },
+        { After("a one", &S::RemoveWord, "one"), "a " }, { After(" a", &S::RemoveWord, ""), " a" },
         { After("a b\ta", &S::RemoveAllWords, "a"), " b\t" },
         { After("aabbaa", &S::RemoveRepeatingChar, 'a'), "abba" },
         { After(" \ta ", &S::StripLeadingSpaces), "a " },
         { After(" a\n\r", &S::StripTrailingSpaces), " a" },
         { After("  ", &S::StripTrailingSpaces), "" }, { After(" a b\v", &S::StripAllSpaces), "ab" },
         { After("xxax", &S::StripLeadingChar, 'x'), "ax" },
+        { After("xx", &S::StripLeadingChar, 'x'), "" },
+        { After("xx", &S::StripTrailingChar, 'x'), "" },
         { After("xaxx", &S::StripTrailingChar, 'x'), "xa" },
         { After("a_b.c-~\xe9!", &S::StripPunct), "a_bc\xe9" },
-        { After("az\xe4[`{", &S::ToUpperCase), "AZ\xe4[`{" } });
+        { After("az\xe4[`{", &S::ToUpperCase), "AZ\xe4[`{" },
+        { After("AZ\xc4@[", &S::ToLowerCase), "az\xc4@[" } });
+    EXPECT_TRUE(S("b a").RemoveWord("a") && !S("b").RemoveWord("a"));
+    EXPECT_EQ(S("abc").Replace("c", "") * 10 + S("abc").Replace("x", ""), 19);
 }
 
 TEST(LibStringEdit, ProperCaseRaisesTheBeginningsOfWordsAndNames)
@@ -150,6 +171,9 @@ TEST(LibStringEdit, Utf8CharactersAreCountedByTheirFirstByte)
         { After(kAccent, &S::CharToIndex, 1), kAccent },
         { After(kAccent, &S::CharToIndex, 0), "\xc3" }, // its first byte alone
         { After("abc", &S::CharToIndex, 1), "ab" }, { After("ab", &S::CharToIndex, 2), "ab" },
+        { After("ab", &S::CharToIndex, -1), "ab" }, { After("ab", &S::CharFromIndex, -1), "ab" },
+        { After("\xe2\x82\xac\xf0\x9f\x98\x80x", &S::CharFromIndex, 2), "x" },
+        { After("\x80_x", &S::CharFromIndex, 1), "x" },
         { After("a\xf0\x9f", &S::CharFromIndex, 1), "\xf0\x9f" } }); // cut in a character
     EXPECT_EQ(S("a\xff").CharCount(), 2); // the second one would be eight bytes long
 }

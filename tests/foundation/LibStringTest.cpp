@@ -2,46 +2,66 @@
 
 #include "tests/support/Test.h"
 
-TEST(LibString, FloatsAreCutToTheirBuffersAndIntegersNever)
+TEST(LibString, NumbersAreCutToTheirBuffersAndIntegersNever)
 {
-    LibString text;
-    text = INT32_MIN;
-    EXPECT_STREQ(text, "-2147483648");
-    text = 1e30f;
-    EXPECT_STREQ(text, "1000000015");
-    text.SetFloat64(1.0 / 3, 100000);
-    EXPECT_STREQ(text, "0.3333333333333");
-    text.SetFloat32(2.25f, 1);
-    EXPECT_STREQ(text, "2.2"); // to even, as printf
+    const std::pair<std::function<void(LibString&)>, const char*> rows[] = {
+        { [](LibString& s) { s = INT32_MIN; }, "-2147483648>, buffer 12" },
+        { [](LibString& s) { s = 7; }, "7>, buffer 11" },
+        { [](LibString& s) { s = 1e30f; }, "1000000015>, buffer 11" },
+        { [](LibString& s) { s = 0.25; }, "0.250000>, buffer 16" },
+        { [](LibString& s) { s.SetFloat64(1.0 / 3, 100000); }, "0.3333333333333>, buffer 16" },
+        { [](LibString& s) { s.SetFloat32(2.25f, 1); }, "2.2>, buffer 11" }, // to even, as printf
+        { [](LibString& s) { s.SetFloat32(-0.5f, -1); }, "-0.500000>, buffer 11" },
+        { [](LibString& s) { s.SetHex(0xaf); }, "AF>, buffer 3" },
+        { [](LibString& s) { s.Formatted("%.600d", 1); }, nullptr }, // 511 zeros
+        { [](LibString& s) { s = LibString(static_cast<const char*>(nullptr)); }, ">, buffer 0" },
+        { [](LibString& s) { s.SetBuffer(-1); }, ">, buffer 1" },
+        { [](LibString& s) { (s += 1e30f) += 1e30; }, "x1000000015100000000000000>, buffer 27" },
+        { [](LibString& s) { s.SetBuffer(9), s = s; }, ">, buffer 10" },
+        { [](LibString& s) { s.SetBuffer(9), s.Concat('a'), s = LibString(s); }, "a>, buffer 10" },
+    };
+    for (const auto& [change, result] : rows) {
+        LibString text("x");
+        change(text);
+        testing::internal::CaptureStderr();
+        text.PrintToStream();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "LibString:: <" + (result ? result : std::string(511, '0') + ">, buffer 512") + "\n");
+    }
+    EXPECT_EQ(LibString("abc").PackSize() + LibString(0).PackSize(), 7 + 4);
 }
 
 TEST(LibString, GettersTakeWhatTheNumberGrammarTakes)
 {
     const std::tuple<const char*, bool, int32, double> rows[] = { { "", true, 0, 0 },
         { nullptr, true, 0, 0 }, { "12.9", true, 12, 12.9 }, { "+1.5", true, 1, 1.5 },
-        { "-.5", true, 0, -0.5 }, { "7.", true, 7, 7 }, { "1-", false, 0, 0 },
-        { "1.2.3", false, 0, 0 }, { " 1", false, 0, 0 }, { "1e3", false, 0, 0 } };
+        { "-.5", true, 0, -0.5 }, { "7.", true, 7, 7 }, { "-70000", true, -70000, -70000 },
+        { "1-", false, 0, 0 }, { "1.2.3", false, 0, 0 }, { " 1", false, 0, 0 },
+        { "1e3", false, 0, 0 } };
     for (const auto& [bytes, isNumeric, expectedWhole, expectedValue] : rows) {
         SCOPED_TRACE(bytes ? bytes : "null");
         const LibString text(bytes);
-        int32 whole = 99;
+        const auto get = [&](auto whole, bool (LibString::*getter)(decltype(whole)&) const) {
+            whole = 99;
+            EXPECT_EQ((text.*getter)(whole), isNumeric);
+            EXPECT_EQ(whole, static_cast<decltype(whole)>(expectedWhole));
+        };
+        get(int8 {}, &LibString::GetInt8), get(uint8 {}, &LibString::GetUint8);
+        get(int16 {}, &LibString::GetInt16), get(uint16 {}, &LibString::GetUint16);
+        get(int32 {}, &LibString::GetInt32), get(uint32 {}, &LibString::GetUint32);
+        float narrow = 99;
         double value = 99;
-        EXPECT_EQ(text.GetInt32(whole), isNumeric);
-        EXPECT_EQ(whole, expectedWhole);
-        EXPECT_EQ(text.GetFloat64(value), isNumeric);
-        EXPECT_EQ(value, expectedValue);
+        EXPECT_TRUE(text.GetFloat64(value) == isNumeric && value == expectedValue);
+        EXPECT_TRUE(text.GetFloat32(narrow) == isNumeric && narrow == static_cast<float>(value));
     }
 }
 
 TEST(LibString, HexadecimalIsTwoDigitsOfEitherCase)
 {
-    const std::pair<const char*, uint8> rows[] = { { "fF", 255 }, { "0a", 10 }, { "G1", 1 },
-        { "F", 0 }, { "FFF", 0 } };
+    const std::pair<const char*, uint8> rows[] = { { "fF", 255 }, { "0a", 10 }, { "A0", 160 },
+        { "G1", 1 }, { "F", 0 }, { "FFF", 0 } };
     for (const auto& [text, value] : rows)
         EXPECT_EQ(LibString(text).GetHex(), value) << text;
-    LibString text;
-    text.SetHex(0xaf);
-    EXPECT_STREQ(text, "AF");
 }
 
 TEST(LibString, CompareOrdersBySignedBytesAndPrefix)
@@ -54,6 +74,20 @@ TEST(LibString, CompareOrdersBySignedBytesAndPrefix)
         { "a", nullptr, false, 1 }, { nullptr, nullptr, false, 1 }, { nullptr, "", false, 0 } };
     for (const auto& [a, b, ignoreCase, expected] : rows)
         EXPECT_EQ(LibString(a).Compare(b, ignoreCase), expected) << b;
+    // From the third byte on, at most that many: the forms without case order beyond ASCII.
+    const std::tuple<const char*, const char*, bool, int32, int> parts[] = {
+        { "xxabc", "abd", false, 2, 0 }, { "xxabc", "abd", false, 3, -1 },
+        { "xxabc", "ABC", true, -1, 0 }, { "xxabc", "ABCD", true, -1, -1 },
+        { "xxabc", "ABCD", true, 3, 0 }, { "xxabc", "ab", false, -1, 1 },
+        { "xx\xe9", "a", false, -1, 1 }, { "xx\xe9", "a", true, -1, -1 }, { "x", "", false, -1, 0 },
+        { "xxa", nullptr, false, -1, 1 }, { "xxa", nullptr, true, 0, 0 }
+    };
+    for (const auto& [a, b, ignoreCase, count, expected] : parts) {
+        const int32 order = LibString(a).CompareSub(LibString(b), ignoreCase, count, 2);
+        EXPECT_EQ(order > 0 ? 1 : order < 0 ? -1 : 0, expected) << a << " " << count;
+    }
+    EXPECT_EQ(LibString("a").CompareSub("a", false, -1, -3), 0);
+    EXPECT_EQ(LibString("a").Compare(LibString("A"), true), 0);
 }
 
 TEST(LibString, SearchesFindTheFirstAndFoldOnlyWhenAsked)
@@ -75,9 +109,11 @@ TEST(LibString, SearchesFindTheFirstAndFoldOnlyWhenAsked)
         EXPECT_EQ(text.EndsWith(same, ignoreCase), expected[1] == 'e') << wanted;
         EXPECT_EQ(text.Contain(same, ignoreCase), expected[2] == 'c') << wanted;
     }
-    EXPECT_EQ(text.Index("te"), 7);
-    EXPECT_EQ(text.Index('n'), -1);
-    EXPECT_EQ(text.Count('t'), 2);
+    EXPECT_EQ((std::vector<int32> { text.Index("te"), text.Index(LibString("st")), text.Index('n'),
+                  text.Index(""), LibString("").Index(""), text.Index('T'), text.IndexOfAny("xt"),
+                  text.IndexOfAny(nullptr), text.Count('t'), text.Contain('x'), text.Contain('y'),
+                  LibString(" \t").IsBlank(), text.IsBlank() }),
+        (std::vector<int32> { 7, 9, -1, 0, -1, 0, 5, -1, 2, 1, 0, 1, 0 }));
 }
 
 TEST(LibString, WordsAreRunsWithoutWhiteSpace)
@@ -85,9 +121,8 @@ TEST(LibString, WordsAreRunsWithoutWhiteSpace)
     LibString text(" one\ttwo\n three");
     EXPECT_EQ(text.Words(), 3);
     LibString word("old");
-    EXPECT_FALSE(text.Word(4, word));
-    EXPECT_TRUE(text.Word(1, word));
-    EXPECT_STREQ(word, "one");
+    EXPECT_TRUE(!text.Word(4, word) && word.Compare("") == 0 && !text.Word(0, word));
+    EXPECT_TRUE(text.Word(1, word) && word.Compare("one") == 0 && LibString("x").Word(1, word));
     EXPECT_TRUE(text.Word(3, text));
     EXPECT_STREQ(text, "three");
 }
@@ -126,6 +161,8 @@ TEST(LibString, ReadAppendsWholeFilesWhateverThePieces)
     WriteFile(path, "first line\n\nlast");
     LibString text("> ");
     text.Read(path.c_str(), 4);
+    text.Read(path.c_str(), 1);
+    text.Read((path + "none").c_str(), 4);
     EXPECT_STREQ(text, "> first line\n\nlast");
     text = "/";
     testing::internal::CaptureStderr();
