@@ -34,6 +34,11 @@ TEST(LibDateTime, ShowsMomentsInTheZone)
         utc.SetDateTime(moment, false);
         EXPECT_EQ(utc - LibDateTime(1, 1, 1970), moment);
     }
+    const ZoneGuard guard("NST3:30");
+    const LibDateTime now(true);
+    LibDateTime utc;
+    utc.SetNow(false);
+    EXPECT_EQ((utc - now) / 1000, 12); // 12600 seconds
 }
 
 TEST(LibDateTime, Iso8601MovesByTheOffsetAndBack)
@@ -46,7 +51,9 @@ TEST(LibDateTime, Iso8601MovesByTheOffsetAndBack)
                                                                      "20010203T040506" },
         { "-440101T000000", 0, "-440101T000000" }, { "123450101T000000", 0, "123450101T000000" },
         { "20010230T000000", 0, "" }, { "20010203T240000", 0, "" }, { "20010203T0405", 0, "" },
-        { "--440101T000000", 0, "" }, { "20010203T040506ZZ", 0, "" }, { "20010203", 0, "" },
+        { "--440101T000000", 0, "" }, { "20010203T040506ZZ", 0, "" }, { "2x010203T040506", 0, "" },
+        { "T040506", 0, "" }, { "0203T040506", 0, "" }, { "20010-03T040506", 0, "" },
+        { "200102+3T040506", 0, "" }, { "20010203T0405x6", 0, "" }, { "20010203", 0, "" },
         { "00000203T040506", 0, "" }, { nullptr, 0, "" } };
     for (const auto& [text, offset, expected] : rows) { // "" for a refused one
         SCOPED_TRACE(text ? text : "null");
@@ -85,21 +92,28 @@ TEST(LibDateTime, TravelsThroughStructTmAndMessages)
 {
     const LibDateTime moment(LibDate(2, 3, 2001), LibTime(4, 5, 6));
     struct tm fields { };
+    moment.GetDateTime(nullptr);
     moment.GetDateTime(&fields);
-    EXPECT_TRUE(fields.tm_wday == 6 && fields.tm_yday == 33 && fields.tm_isdst == -1);
+    EXPECT_EQ(std::tuple(fields.tm_sec, fields.tm_min, fields.tm_hour, fields.tm_mday,
+                  fields.tm_mon, fields.tm_year, fields.tm_wday, fields.tm_yday, fields.tm_isdst),
+        std::tuple(6, 5, 4, 3, 1, 101, 6, 33, -1));
     LibDateTime other;
     other.SetDateTime(&fields);
-    EXPECT_EQ(other, moment);
+    testing::internal::CaptureStderr();
+    other.PrintToStream();
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(), "LibDate: 2/3/2001 (2451943)\nTime: 04:05:06\n");
     BMessage message;
     EXPECT_EQ(moment.Archive(message), B_OK);
     LibDateTime restored;
     EXPECT_EQ(restored.Restore(message), B_OK);
-    for (const auto& [name, value] : { std::pair("date", 1), std::pair("minutes", 60) }) {
-        message.RemoveName(name);
-        message.AddInt32(name, value);
+    EXPECT_EQ(restored, moment);
+    for (const char* name : { "date", "hours", "minutes", "seconds" }) {
+        BMessage damaged(message);
+        damaged.RemoveName(name);
+        EXPECT_EQ(restored.Restore(damaged), B_NAME_NOT_FOUND) << name;
+        damaged.AddInt32(name, 99);
+        EXPECT_EQ(other.Restore(damaged), name[0] == 'd' ? status_t { B_OK } : B_BAD_VALUE);
     }
-    EXPECT_EQ(restored.Restore(message), B_BAD_VALUE);
-    message.RemoveName("hours");
-    EXPECT_EQ(restored.Restore(message), B_NAME_NOT_FOUND);
     EXPECT_EQ(restored, moment); // not half of it
 }

@@ -55,11 +55,16 @@ TEST(LibLocaleDate, ShortFormFollowsTheDateFormatOfALanguage)
         EXPECT_EQ(Typed(date.Conventions(), text), "2001-03-12");
         EXPECT_EQ(Typed(date.Conventions(), LongOf(date)), "2001-03-12") << LongOf(date);
     }
-    const LibLocaleDate last(LibDate(12, 31, 2001), Conventions("%D"));
-    EXPECT_EQ(LongOf(last), "Monday, December 31, 2001");
-    LibDateConventions kept = Conventions("%F");
+    const std::tuple<const char*, uint32, const char*> longForms[] = {
+        { "%D", 12, "Monday, December 31, 2001" }, { "%d.%m.%Y", 1, "Wednesday, 31 January 2001" },
+        { "%D", 13, "Thursday,  31, 2001" }, { "%F", 0, "Sunday, 2001  31" } // of no month
+    };
+    for (const auto& [format, month, text] : longForms)
+        EXPECT_EQ(LongOf(LibLocaleDate(LibDate(month, 31, 2001), Conventions(format))), text);
+    LibDateConventions kept = Conventions("%Y. %m. %d.");
     for (const char* format : { "", "%", "%m/%y", "%Y-%d-%m", "%d%m%Y%d", "day" })
         EXPECT_FALSE(LibReadDateFormat(format, kept)) << format;
+    EXPECT_EQ(ShortOf(LibLocaleDate(LibDate(3, 12, 2001), kept)), "2001. 03. 12.");
 }
 
 TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
@@ -70,6 +75,10 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
     LibDateConventions korean = Conventions("%Y년 %m월 %d일");
     for (size_t i = 0; i < korean.months.size(); i++)
         korean.months[i] = std::to_string(i + 1) + "월";
+    korean.shortMonths.fill("");
+    korean.weekDays.fill("요일");
+    korean.shortWeekDays.fill("요");
+    korean.shortMonths[4] = "o.";
     LibDateConventions vietnamese = british;
     vietnamese.months[9] = "thang muoi"; // the beginning of the next one
     vietnamese.months[10] = "thang muoi mot";
@@ -80,6 +89,10 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
         { swedish, "01-12-03", "2001-12-03" }, { swedish, "03.12.2001", "2001-12-03" },
         { swedish, "03/12/2001", "" }, // could be either
         { korean, "2001년 12월 3일", "2001-12-03" }, { korean, "2월 3", "2001-02-03" },
+        { korean, "wed, march 7", "2001-03-07" }, { korean, "monday, 7 feb", "" },
+        { korean, "7 o 2001", "2001-05-07" }, { korean, "7 o. 2001", "2001-05-07" },
+        { german, "in 1 day and 5 hours", "" }, { german, "noon", "" }, { german, "3,12,2001", "" },
+        { german, "123.1.2001", "" }, { german, "1.123.2001", "" }, { german, "3.12.200", "" },
         { german, "tomorrow", "2001-10-25" }, { german, "in 2 weeks", "2001-11-07" },
         { german, "tomorrow noon", "" }, { vietnamese, "3 thang muoi mot 2001", "2001-11-03" },
         { german, "", "" }
@@ -117,8 +130,10 @@ TEST(LibLocaleDate, UnknownLocaleIsNamedAndGivesEnglish)
     testing::internal::CaptureStderr();
     const LibDateConventions conventions = LibDateConventions::OfLocale("xx_XX");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Locale <xx_XX> is not installed\n");
-    EXPECT_EQ(conventions.Month("may"), 5);
+    EXPECT_EQ(conventions.Month("may") * 100 + conventions.Month("march"), 503);
     EXPECT_EQ(conventions.Month("may 3"), 0);
+    EXPECT_EQ(conventions.WeekDay("SUN") * 100 + conventions.WeekDay("saturday"), 6);
+    EXPECT_EQ(conventions.WeekDay("sun "), -1);
 }
 
 TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)
