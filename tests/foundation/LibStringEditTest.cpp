@@ -1,4 +1,5 @@
 #include "foundation/LibString.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <Font.h>
@@ -42,59 +43,63 @@ void Expect(const std::vector<std::pair<std::string, const char*>>& rows)
         EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
 }
 
+// A field of a row as what an edit is given.
+template <class T>
+T From(const std::string& field)
+{
+    if constexpr (std::is_same_v<T, int32>)
+        return std::stoi(field);
+    else if constexpr (std::is_same_v<T, char>)
+        return field.at(0);
+    else
+        return field == "null" ? nullptr : field.c_str();
+}
+
+using Edit = std::function<void(S&, const Row&)>;
+
+// The edit with what stands in the row from the third field on.
+template <class Result, class... A>
+Edit Given(Result (S::*edit)(A...))
+{
+    return [edit](S& s, const Row& row) {
+        [&]<size_t... i>(std::index_sequence<i...>)
+        {
+            (s.*edit)(From<std::decay_t<A>>(row.at(i + 2))...);
+        }
+        (std::index_sequence_for<A...>());
+    };
+}
+
+#define EDIT(name)                                                                                 \
+    {                                                                                              \
+#name, Given(&S::name)                                                                     \
+    }
+const std::map<std::string, Edit> kEdits = { EDIT(ToIndex), EDIT(FromIndex), EDIT(Remove),
+    EDIT(ShiftFrom), EDIT(RemoveChar), EDIT(ToChar), EDIT(FromChar), EDIT(ToLast), EDIT(FromLast),
+    EDIT(Insert), EDIT(Replace), EDIT(PrePend), EDIT(SwapChar), EDIT(RemoveWord),
+    EDIT(RemoveAllWords), EDIT(RemoveRepeatingChar), EDIT(StripLeadingSpaces),
+    EDIT(StripTrailingSpaces), EDIT(StripAllSpaces), EDIT(StripLeadingChar),
+    EDIT(StripTrailingChar), EDIT(StripPunct), EDIT(ToUpperCase), EDIT(ToLowerCase),
+    EDIT(ToProperCase), EDIT(CharFromIndex), EDIT(CharToIndex) };
+
 } // namespace
 
-TEST(LibStringEdit, CuttingByIndexKeepsToItsRanges)
+TEST(LibStringEdit, ChangesWhatItSaysAndNothingElse)
 {
-    Expect({ { After("abc", &S::ToIndex, 1), "ab" }, { After("abc", &S::ToIndex, -1), "" },
-        { After("abc", &S::ToIndex, -2), "abc" }, { After("abc", &S::ToIndex, 3), "abc" },
-        { After("abc", &S::FromIndex, 1), "bc" }, { After("abc", &S::FromIndex, 3), "" },
-        { After("abc", &S::FromIndex, -1), "" }, { After("abc", &S::FromIndex, 0), "abc" },
-        { After("abc", &S::Remove, 2, 1), "abc" }, { After("abc", &S::Remove, 0, 0), "bc" },
-        { After("abc", &S::ShiftFrom, -1, 2), "abc" },
-        { After("abc", &S::ShiftFrom, 0, -1), "abc" }, { After("abc", &S::ShiftFrom, 3, 9), "abc" },
-        { After("abc", &S::ToIndex, 2), "abc" }, { After("abc", &S::RemoveChar, 3), "abc" },
-        { After("abcde", &S::Remove, 1, 3), "ae" }, { After("abc", &S::Remove, 1, INT32_MAX), "a" },
-        { After("abc", &S::Remove, -1, 1), "abc" }, { After("abcde", &S::ShiftFrom, 1, 3), "ade" },
-        { After("abc", &S::ShiftFrom, 1, 9), "a" }, { After("abc", &S::ShiftFrom, 2, 0), "abc" } });
-}
-
-TEST(LibStringEdit, CuttingByCharacterCountsOccurrencesFromZero)
-{
-    Expect({ { After("a:b:c", &S::ToChar, ':', 1, 0), "a:b" },
-        { After("a:b", &S::ToChar, ':', 0, -9), "" }, // far in front of the text
-        { After("a:b", &S::ToChar, ':', 0, 99), "a:b" },
-        { After("a:b:c", &S::FromChar, ':', 1, 0), ":c" },
-        { After("a:b", &S::FromChar, ':', 0, -2), "" },
-        { After("a:b", &S::FromChar, ':', 0, 2), "" }, { After("/a/b", &S::ToLast, '/', 0), "/a/" },
-        { After("/a", &S::ToLast, '/', -1), "" }, { After("/a", &S::ToLast, '/', -2), "/a" },
-        { After("/a/b", &S::FromLast, '/', 1), "b" }, { After("/a/", &S::FromLast, '/', 1), "" },
-        { After("ab", &S::FromLast, '/', 1), "ab" },
-        { After("a:b:c", &S::ToChar, ':', 2, 0), "a:b:c" },
-        { After("a:b", &S::ToChar, ':', -1, 0), "a:b" },
-        { After("a:b", &S::FromChar, ':', 0, INT32_MAX), "" },
-        { After("a:b", &S::FromChar, ':', 1, 0), "a:b" },
-        { After("/a", &S::ToLast, '/', INT32_MAX), "/a" },
-        { After("ab", &S::ToLast, '/', 1), "ab" }, { After("/a", &S::FromLast, '/', -1), "" } });
+    for (const Row& row : RowsOf("foundation/data/edits.txt", 3))
+        EXPECT_EQ(After(From<const char*>(row[0]), kEdits.at(row[1]), row), row.back())
+            << testing::PrintToString(row);
     EXPECT_TRUE(S("a:b").ToChar(':', 0, 0) && S("a:b").FromChar(':', 0, 0));
     EXPECT_FALSE(S("a:b").ToChar(':', 1, 0) || S("a:b").FromChar(':', 1, 0));
-}
-
-TEST(LibStringEdit, GrowingPutsTheTextWhereItIsSaid)
-{
-    Expect({ { After("abc", &S::Insert, 0, "X"), "aXbc" },
-        { After("abc", &S::Insert, -1, "X"), "Xabc" }, { After("abc", &S::Insert, 9, "X"), "abcX" },
-        { After("abc", &S::Insert, -2, "X"), "abcX" }, { After("", &S::Insert, 5, "X"), "X" },
-        { After("aXbX", &S::Replace, "X", "yy"), "ayybX" },
-        { After("aXXb", &S::Replace, "XX", nullptr), "ab" },
-        { After("ab", &S::Replace, nullptr, "x"), "xab" },
-        { After("ab", &S::Insert, 1, "X"), "abX" }, { After("abc", &S::Insert, 1, nullptr), "abc" },
-        { After("ab", &S::PrePend, nullptr), "ab" },
-        { After("XaXX", [](S& s) { s.ReplaceAll("X", "yy"); }), "yyayyyy" },
+    EXPECT_TRUE(S("b a").RemoveWord("a") && !S("b").RemoveWord("a"));
+    EXPECT_EQ(S("abc").Replace("c", "") * 10 + S("abc").Replace("x", ""), 19);
+    EXPECT_EQ(S("a\xff").CharCount(), 2); // the second one would be eight bytes long
+    Expect({ { After("XaXX", [](S& s) { s.ReplaceAll("X", "yy"); }), "yyayyyy" },
         { After("1", [](S& s) { ((s += -7) += 0.5f) += 0.25; }), "1-70.5000000.250000" },
         { After("", [](S& s) { s += INT32_MIN; }), "-2147483648" },
         { After("a", [](S& s) { s.ReplaceAll("", "x"); }), "a" },
-        { After("a", [](S& s) { s = static_cast<const char*>(nullptr); }), "a" } });
+        { After("a", [](S& s) { s = static_cast<const char*>(nullptr); }), "a" },
+        { After(nullptr, [](S& s) { s.Concat("a"); }), "a" } });
 }
 
 TEST(LibStringEdit, TextsGivenMayLieInTheStringItself)
@@ -128,63 +133,6 @@ TEST(LibStringEdit, WhatHasNoRoomIsRefusedAndTheTextStays)
         { After("abc", [=](S& s) { s = huge; }), "abc" } });
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(said.substr(0, said.find('\n')), "No room for a text of <2147483652> bytes");
-}
-
-TEST(LibStringEdit, RemovingByKindLeavesTheRest)
-{
-    Expect({ { After("abca", &S::SwapChar, 'a', 'b'), "bbcb" },
-        { After("one two one", &S::RemoveWord, "one"), " two one" },
-        { After("oneone", &S::RemoveWord, "one"), "oneone" },
-        { After("a one", &S::RemoveWord, "one"), "a " }, { After(" a", &S::RemoveWord, ""), " a" },
-        { After("a b\ta", &S::RemoveAllWords, "a"), " b\t" },
-        { After("aabbaa", &S::RemoveRepeatingChar, 'a'), "abba" },
-        { After(" \ta ", &S::StripLeadingSpaces), "a " },
-        { After(" a\n\r", &S::StripTrailingSpaces), " a" },
-        { After("  ", &S::StripTrailingSpaces), "" }, { After(" a b\v", &S::StripAllSpaces), "ab" },
-        { After("xxax", &S::StripLeadingChar, 'x'), "ax" },
-        { After("xx", &S::StripLeadingChar, 'x'), "" },
-        { After("xx", &S::StripTrailingChar, 'x'), "" },
-        { After("xaxx", &S::StripTrailingChar, 'x'), "xa" },
-        { After("a_b.c-~\xe9!", &S::StripPunct), "a_bc\xe9" },
-        { After("az\xe4[`{", &S::ToUpperCase), "AZ\xe4[`{" },
-        { After("AZ\xc4@[", &S::ToLowerCase), "az\xc4@[" } });
-    EXPECT_TRUE(S("b a").RemoveWord("a") && !S("b").RemoveWord("a"));
-    EXPECT_EQ(S("abc").Replace("c", "") * 10 + S("abc").Replace("x", ""), 19);
-}
-
-TEST(LibStringEdit, ProperCaseRaisesTheBeginningsOfWordsAndNames)
-{
-    Expect({ { After("hello wORLD", &S::ToProperCase), "Hello World" },
-        { After("it's", &S::ToProperCase), "It's" },
-        { After("o'neil and o'hara", &S::ToProperCase), "O'Neil And O'Hara" },
-        { After("'twas", &S::ToProperCase), "'Twas" },
-        { After("a 'word 's", &S::ToProperCase), "A 'Word 's" },
-        { After("u.s.a. e.g", &S::ToProperCase), "U.S.A. E.g" },
-        { After("at&t", &S::ToProperCase), "At&T" } });
-}
-
-TEST(LibStringEdit, Utf8CharactersAreCountedByTheirFirstByte)
-{
-    constexpr char kAccent[] = "\xc3\xa9x"; // an accented letter of two bytes, then x
-    Expect({ { After(kAccent, &S::CharFromIndex, 1), "x" },
-        { After(kAccent, &S::CharFromIndex, 2), kAccent },
-        { After(kAccent, &S::CharToIndex, 1), kAccent },
-        { After(kAccent, &S::CharToIndex, 0), "\xc3" }, // its first byte alone
-        { After("abc", &S::CharToIndex, 1), "ab" }, { After("ab", &S::CharToIndex, 2), "ab" },
-        { After("ab", &S::CharToIndex, -1), "ab" }, { After("ab", &S::CharFromIndex, -1), "ab" },
-        { After("\xe2\x82\xac\xf0\x9f\x98\x80x", &S::CharFromIndex, 2), "x" },
-        { After("\x80_x", &S::CharFromIndex, 1), "x" },
-        { After("a\xf0\x9f", &S::CharFromIndex, 1), "\xf0\x9f" } }); // cut in a character
-    EXPECT_EQ(S("a\xff").CharCount(), 2); // the second one would be eight bytes long
-}
-
-TEST(LibStringEdit, AStringWithoutBufferIsEditedAsAnEmptyOne)
-{
-    Expect({ { After(nullptr, &S::RemoveAllWords, nullptr), "(no buffer)" },
-        { After(nullptr, &S::StripTrailingSpaces), "(no buffer)" },
-        { After(nullptr, &S::ToProperCase), "(no buffer)" },
-        { After(nullptr, &S::CharFromIndex, 0), "(no buffer)" },
-        { After(nullptr, [](S& s) { s.Concat("a"); }), "a" } });
 }
 
 TEST(LibStringEdit, TruncateKeepsTheLongestBeginningThatFitsWithItsDots)

@@ -1,5 +1,6 @@
 #include "foundation/LibString.h"
 
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 TEST(LibString, NumbersAreCutToTheirBuffersAndIntegersNever)
@@ -66,25 +67,17 @@ TEST(LibString, HexadecimalIsTwoDigitsOfEitherCase)
 
 TEST(LibString, CompareOrdersBySignedBytesAndPrefix)
 {
-    const std::tuple<const char*, const char*, bool, int32> rows[] = { { "abc", "abd", false, -1 },
-        { "b", "a", false, 1 }, { "", "", false, 0 }, { "ab", "abc", false, -1 },
-        { "a\xe9", "a", false, 1 }, // longer, though the byte is below the end mark
-        { "\xe9", "a", false, -1 }, { "ABC", "abc", true, 0 }, { "ABC", "abc", false, -1 },
-        { "_", "a", true, 1 }, // folded upwards: behind "A"
-        { "a", nullptr, false, 1 }, { nullptr, nullptr, false, 1 }, { nullptr, "", false, 0 } };
-    for (const auto& [a, b, ignoreCase, expected] : rows)
-        EXPECT_EQ(LibString(a).Compare(b, ignoreCase), expected) << b;
-    // From the third byte on, at most that many: the forms without case order beyond ASCII.
-    const std::tuple<const char*, const char*, bool, int32, int> parts[] = {
-        { "xxabc", "abd", false, 2, 0 }, { "xxabc", "abd", false, 3, -1 },
-        { "xxabc", "ABC", true, -1, 0 }, { "xxabc", "ABCD", true, -1, -1 },
-        { "xxabc", "ABCD", true, 3, 0 }, { "xxabc", "ab", false, -1, 1 },
-        { "xx\xe9", "a", false, -1, 1 }, { "xx\xe9", "a", true, -1, -1 }, { "x", "", false, -1, 0 },
-        { "xxa", nullptr, false, -1, 1 }, { "xxa", nullptr, true, 0, 0 }
+    const auto text = [](const Row& row, size_t i) {
+        return LibString(row[i] == "null" ? nullptr : row[i].c_str());
     };
-    for (const auto& [a, b, ignoreCase, count, expected] : parts) {
-        const int32 order = LibString(a).CompareSub(LibString(b), ignoreCase, count, 2);
-        EXPECT_EQ(order > 0 ? 1 : order < 0 ? -1 : 0, expected) << a << " " << count;
+    for (const Row& row : RowsOf("foundation/data/orders.txt", 4)) {
+        const int32 order = text(row, 0).Compare(text(row, 1), row[2] == "any case");
+        EXPECT_EQ(std::to_string(order), row[3]) << row[0] << " " << row[1];
+    }
+    for (const Row& row : RowsOf("foundation/data/partial-orders.txt", 5)) {
+        const int32 order =
+            text(row, 0).CompareSub(text(row, 1), row[2] == "any case", std::stoi(row[3]), 2);
+        EXPECT_EQ(std::to_string((order > 0) - (order < 0)), row[4]) << row[0] << " " << row[1];
     }
     EXPECT_EQ(LibString("a").CompareSub("a", false, -1, -3), 0);
     EXPECT_EQ(LibString("a").Compare(LibString("A"), true), 0);
@@ -141,14 +134,10 @@ TEST(LibString, ExtractGivesNothingWhereTheRangeIsNotThere)
 
 TEST(LibString, WildCardsMatchTheWholeText)
 {
-    const std::tuple<const char*, const char*, bool> rows[] = { { "a.txt", "*.txt", true },
-        { "a.TXT", "*.txt", false }, { "a.txt.gz", "*.txt", false }, { "abc", "a?c", true },
-        { "ac", "a?c", false }, { "ab", "abc", false }, { "abc", "***", true }, { "", "*", true },
-        { "", "?", false }, { "a", "", false }, { "ab", "*??", true }, { "a", "*??", false },
-        { "abab", "*ab", true }, // the first "ab" is the wrong one
-        { "xaybzb", "x*b", true }, { "abc", nullptr, false } };
-    for (const auto& [text, pattern, matches] : rows)
-        EXPECT_EQ(LibString(text).IsWildCard(pattern), matches) << pattern;
+    for (const Row& row : RowsOf("foundation/data/wildcards.txt", 3)) {
+        const char* pattern = row[1] == "null" ? nullptr : row[1].c_str();
+        EXPECT_EQ(LibString(row[0].c_str()).IsWildCard(pattern), row[2] == "yes") << row[1];
+    }
     EXPECT_TRUE(LibString("ab").IsWildCard(LibString("a?")));
     const std::string megabyte(1 << 20, ' ');
     EXPECT_FALSE(LibString(megabyte.c_str()).IsWildCard("* * * *x")); // soon
