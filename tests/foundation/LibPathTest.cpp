@@ -41,7 +41,7 @@ TEST(LibPath, EntriesAndPathsLeadToEachOther)
     EXPECT_TRUE(Libmkdir("one/two") && !Libmkdir("one") && !Libmkdir("one/two/"));
     entry_ref file;
     EXPECT_TRUE(LibGetEntryRef("one/file", file) && !LibGetEntryRef("none/file", file));
-    const entry_ref one = LibGetParentRef(file), none = LibGetParentRef(none);
+    const entry_ref one = LibGetParentRef(file), none;
     BMessage reply, half;
     reply.AddRef("directory", &one);
     half.AddRef("directory", &one);
