@@ -298,7 +298,7 @@ TEST(RunWarnings, EachNamesItsValueAndStandsWhereItIsPassed)
         [](Scene& s) { s.surroundings.display->extensions = { "NV-GLX" }; },
         [](Scene& s) { s.surroundings.display->extensions = {}; },
     };
-    const std::vector<Row> rows = RowsOf("kits/kernel/warnings.txt", 3);
+    const std::vector<Row> rows = RowsOf("kits/kernel/data/warnings.txt", 3);
     ASSERT_EQ(rows.size(), std::size(changes));
     Scene all;
     for (size_t i = 0; i < rows.size(); i++) {

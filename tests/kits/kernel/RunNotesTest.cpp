@@ -107,6 +107,11 @@ TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
         if (!toProgram) {
             EXPECT_EQ(States(), "1111");
         }
+        if (toKeeper == 0) { // which has put all in order by itself
+            EXPECT_TRUE(WaitUntil([=] { return !kernel::ProcessTag::Of(keeper).Lives(); }));
+            EXPECT_EQ(States(), "1111");
+            EXPECT_TRUE(std::filesystem::is_empty(Folder()));
+        }
         EXPECT_EQ(SwitchedOnNow(), left);
         EXPECT_EQ(States(), "1111");
         EXPECT_TRUE(std::filesystem::is_empty(Folder()));
@@ -192,6 +197,49 @@ TEST_F(RunNotes, AreBelievedOnlyFromRootAndThisUserSinceTheSystemStarted)
         EXPECT_EQ(std::filesystem::exists(std::filesystem::symlink_status(note)), row.stays);
         std::filesystem::remove(note);
     }
+}
+
+TEST_F(RunNotes, WhatCannotBeSwitchedOnIsToldAndWhatADeadProgramWasWritingGoes)
+{
+    const RootGuard root(fTree.Path());
+    std::filesystem::create_directories(Folder());
+    EXPECT_EQ(restore_processors(), "");
+    const std::string own = Folder() + "/new-" + std::to_string(getpid());
+    for (const std::string& file : { own, Folder() + "/new-999999999", Folder() + "/other" })
+        WriteFile(file, "x");
+    SetState(1, "0");
+    SetState(2, "0");
+    std::filesystem::remove(fTree / Switch(3));
+    // A file that begins with "0" and takes nothing, not even from root.
+    std::filesystem::create_symlink("/proc/self/personality", fTree / Switch(3));
+    const std::string note = "boot this-boot\nprogram 999999999 1\nkeeper 0 0\noff ";
+    WriteFile(Folder() + "/run-1", note + "2 1\n");
+    WriteFile(Folder() + "/run-2", note + "3\n");
+    EXPECT_EQ(restore_processors(),
+        std::string("Processors 1, 2 had been left off by a run that was killed: now on again. "
+                    "Processor 3 left off by a run that was killed cannot be switched on: ")
+            + strerror(geteuid() == 0 ? ESPIPE : EACCES));
+    EXPECT_EQ(States(), "1110");
+    std::set<std::string> left;
+    for (const auto& entry : std::filesystem::directory_iterator(Folder()))
+        left.insert(entry.path().filename());
+    EXPECT_EQ(left, (std::set<std::string> { own.substr(own.rfind('/') + 1), "other", "run-2" }));
+}
+
+TEST_F(RunNotes, TellWhetherTheirProcessLivesOrIsStopped)
+{
+    using kernel::ProcessTag;
+    const pid_t child = StartChild([] { return pause(); });
+    const ProcessTag tag = ProcessTag::Of(child), later { child, tag.start + 1 };
+    EXPECT_TRUE(tag.Lives() && !later.Lives() && !ProcessTag {}.Lives() && !tag.IsStopped());
+    kill(child, SIGSTOP);
+    EXPECT_TRUE(WaitUntil([&] { return tag.IsStopped(); }));
+    EXPECT_FALSE(later.IsStopped() || ProcessTag {}.IsStopped());
+    later.Kill();
+    EXPECT_TRUE(tag.Lives());
+    tag.Kill();
+    EXPECT_TRUE(WaitUntil([&] { return !tag.Lives(); })); // though nobody has asked for its value
+    EXPECT_EQ(EndOf(child), -SIGKILL);
 }
 
 TEST_F(RunNotes, NothingIsSwitchedOffThatCannotBeNoted)

@@ -62,8 +62,14 @@ TEST(Thread, StateTellsWhatItDoes)
         EXPECT_TRUE(WaitUntil([&] {
             return get_thread_info(thread, &info) == B_OK && (info.user_time > 0 || row.first != 0);
         }));
+        EXPECT_EQ(std::tuple(info.thread, info.team, info.priority, std::string(info.name)),
+            std::tuple(thread, getpid(), B_NORMAL_PRIORITY, "works"));
         ASSERT_EQ(suspend_thread(thread), B_OK);
+        EXPECT_EQ(suspend_thread(thread), B_OK); // already
         EXPECT_EQ(StateOf(thread), B_THREAD_SUSPENDED);
+        const long count = work.count;
+        usleep(1000);
+        EXPECT_EQ(work.count, count);
         work.done = true;
         status_t value = 0;
         EXPECT_EQ(wait_for_thread(thread, &value), B_OK); // resumes it
@@ -93,6 +99,28 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     EXPECT_EQ(value, 42);
     EXPECT_EQ(wait_for_thread(thread, &value), B_BAD_THREAD_ID);
     EXPECT_EQ(wait_for_thread(find_thread(nullptr), &value), B_NOT_ALLOWED);
+    const thread_id self = find_thread(nullptr);
+    EXPECT_EQ(spawn_thread(nullptr, "x", B_LOW_PRIORITY, nullptr), B_BAD_VALUE);
+    EXPECT_TRUE(get_thread_info(self, nullptr) == B_BAD_VALUE
+        && rename_thread(self, nullptr) == B_BAD_VALUE);
+    EXPECT_TRUE(snooze(0) == B_OK && snooze(-1) == B_OK && snooze(1) == B_OK);
+}
+
+TEST(Thread, ValuesOfTheLastThousandEndedOnesAreKept)
+{
+    std::vector<thread_id> threads;
+    for (int i = 0; i < 1025; i++) {
+        threads.push_back(spawn_thread(
+            [](void* value) { return *static_cast<int32*>(value); }, nullptr, B_LOW_PRIORITY, &i));
+        resume_thread(threads.back());
+        ASSERT_TRUE(WaitUntil([&] { return NameOf(threads.back()) == "<ended>"; }));
+    }
+    status_t value = -1;
+    EXPECT_EQ(wait_for_thread(threads[0], &value), B_BAD_THREAD_ID);
+    for (const size_t i : { 1u, 1024u }) {
+        EXPECT_EQ(wait_for_thread(threads[i], &value), B_OK);
+        EXPECT_EQ(value, static_cast<status_t>(i));
+    }
 }
 
 TEST(Thread, ExitThreadAndAKillOfItselfUnwindItAndGiveTheValue)
