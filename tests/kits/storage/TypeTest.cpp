@@ -48,6 +48,22 @@ TEST(Type, AFileThatHasNoneIsWhatItsKindNameAndContentsSay)
     EXPECT_EQ(info.SetType(std::string(240, 't').c_str()), B_BAD_VALUE);
     EXPECT_EQ(info.SetType(nullptr), B_OK);
     EXPECT_EQ(TypeOf(folder / "junk"), "application/octet-stream");
+    char type[B_MIME_TYPE_LENGTH] = "before";
+    BNode none;
+    BMimeType guessed;
+    entry_ref ref, missing;
+    EXPECT_EQ(get_ref_for_path((folder / "picture").c_str(), &ref), B_OK);
+    EXPECT_EQ(get_ref_for_path((folder / "missing").c_str(), &missing), B_OK);
+    EXPECT_TRUE(info.GetType(nullptr) == B_BAD_VALUE && info.SetType(nullptr) == B_OK
+        && BNodeInfo(&none).GetType(type) == B_NO_INIT && BNodeInfo().SetType("x") == B_NO_INIT
+        && BNodeInfo().SetTo(nullptr) == B_BAD_VALUE && info.SetTo(&node) == B_OK
+        && BMimeType::GuessMimeType(nullptr, &guessed) == B_BAD_VALUE
+        && BMimeType::GuessMimeType(&ref, nullptr) == B_BAD_VALUE
+        && BMimeType::GuessMimeType(&missing, &guessed) == B_ENTRY_NOT_FOUND);
+    EXPECT_TRUE(!guessed.Type() && BMimeType::GuessMimeType(&ref, &guessed) == B_OK);
+    EXPECT_STREQ(guessed.Type(), "image/png");
+    EXPECT_TRUE(guessed.SetTo("a b") == B_BAD_VALUE && !guessed.Type());
+    EXPECT_TRUE(BMimeType::IsValid(std::string(239, 't').c_str()) && BMimeType::IsValid("text"));
     for (const char* bad : { "", "/plain", "text/", "text/pl ain", "te<xt", "text/plain/x" })
         EXPECT_FALSE(BMimeType::IsValid(bad)) << bad;
 }
@@ -81,6 +97,31 @@ TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
     EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_OK);
     EXPECT_EQ(found.minor * 100 + found.variety * 10 + found.internal, 324u);
     EXPECT_STREQ(found.long_info, "long");
+    version.short_info[0] = '\0';
+    EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(&version, B_SYSTEM_VERSION_KIND), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_OK);
+    version.minor = 9;
+    EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(&version, B_APP_VERSION_KIND), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_OK);
+    EXPECT_EQ(found.minor, 3u) << "the other kind stays";
+    const auto bad = static_cast<version_kind>(2), worse = static_cast<version_kind>(-1);
+    BAppFileInfo nobody(nullptr);
+    EXPECT_TRUE(nobody.GetSignature(signature) == B_NO_INIT && nobody.SetSignature("x") == B_NO_INIT
+        && info.GetSignature(nullptr) == B_BAD_VALUE
+        && nobody.GetVersionInfo(&found, B_APP_VERSION_KIND) == B_NO_INIT
+        && nobody.SetVersionInfo(&version, B_APP_VERSION_KIND) == B_NO_INIT
+        && nobody.SetVersionInfo(&version, bad) == B_BAD_VALUE
+        && nobody.SetVersionInfo(&version, worse) == B_BAD_VALUE
+        && info.GetVersionInfo(&found, bad) == B_BAD_VALUE
+        && info.GetVersionInfo(&found, worse) == B_BAD_VALUE
+        && info.GetVersionInfo(nullptr, B_APP_VERSION_KIND) == B_BAD_VALUE);
+    memset(version.long_info, 'x', sizeof version.long_info); // it never ends
+    EXPECT_EQ(
+        again.WriteAttr("BEOS:APP_VERSION", 'APPV', 0, &version, sizeof version), sizeof version);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_BAD_TYPE);
+    for (int i = 0; i < 2; i++) // also if there is none any more
+        EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(nullptr, B_APP_VERSION_KIND), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_ENTRY_NOT_FOUND);
     for (const char* name : { "BEOS:APP_VERSION", "BEOS:FILE_TYPES" })
         EXPECT_EQ(again.WriteAttr(name, B_RAW_TYPE, 0, "damaged", 7), 7);
     EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_BAD_TYPE);

@@ -16,13 +16,20 @@ TEST(UserData, IsWrittenIntoAFolderOfTheUsersAloneAndReadAgain)
 {
     const std::string folder = TestHome() / "data/tarvex";
     std::filesystem::remove_all(folder);
-    EXPECT_EQ(ReadUserData("kept", 9), std::nullopt);
+    std::string why = "before";
+    EXPECT_EQ(ReadUserData("kept", 9, &why), std::nullopt);
+    EXPECT_EQ(why, "") << "there is none";
     Prepare(folder);
+    EXPECT_EQ(ReadUserData("none", 9, &why), std::nullopt);
+    EXPECT_EQ(why, "");
     struct stat status = {};
     ASSERT_EQ(stat(folder.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0700u);
     EXPECT_EQ(ReadUserData("kept", 4), "text");
-    EXPECT_EQ(ReadUserData("kept", 3), std::nullopt);
+    EXPECT_EQ(ReadUserData("kept", 3, &why), std::nullopt);
+    EXPECT_EQ(why, "it has more than 3 bytes");
+    EXPECT_EQ(ReadUserData("kept", 4, &why), "text");
+    EXPECT_EQ(why, "");
     EXPECT_TRUE(WriteUserData("kept", ""));
     EXPECT_EQ(ReadUserData("kept", 4), "");
 }
@@ -54,7 +61,14 @@ TEST(UserData, OfOthersIsNeitherReadNorReplaced)
             continue;
         Prepare(folder);
         Shell(elsewhere, row.commands);
-        EXPECT_EQ(ReadUserData("kept", 99), std::nullopt);
+        std::string why;
+        const bool isOfFolder = std::string(row.name).find("folder ") != std::string::npos
+            || row.name == std::string("another's folder");
+        EXPECT_EQ(ReadUserData("kept", 99, &why), std::nullopt);
+        EXPECT_EQ(why,
+            row.name == std::string("link to a folder") ? "Not a directory"
+                : isOfFolder                            ? "its folder is not safe from others"
+                                                        : "it is no file of yours alone");
         EXPECT_FALSE(WriteUserData("kept", "new"));
         EXPECT_EQ(ReadFile(elsewhere / "kept"), "planted");
     }

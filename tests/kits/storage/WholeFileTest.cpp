@@ -19,17 +19,6 @@ std::string Put(const std::string& path, const std::string& text = "new")
     return file.Commit() ? "" : file.Error();
 }
 
-// What commands print in the folder, on one line.
-std::string Said(const TempFolder& folder, const std::string& commands)
-{
-    FILE* pipe = popen(("cd " + folder.Path() + " && { " + commands + "; }").c_str(), "r");
-    std::string text;
-    for (int letter = fgetc(pipe); letter != EOF; letter = fgetc(pipe))
-        text += letter == '\n' ? ' ' : static_cast<char>(letter);
-    pclose(pipe);
-    return text;
-}
-
 // Everything in the folder, links with what they point to, and the text of f.
 std::string Contents(const TempFolder& folder)
 {
