@@ -2,6 +2,7 @@
 
 #include "foundation/Utf8.h"
 #include "tests/foundation/LocaleFolder.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <clocale>
@@ -44,15 +45,10 @@ std::string Typed(const LibDateConventions& conventions, const std::string& text
 
 TEST(LibLocaleDate, ShortFormFollowsTheDateFormatOfALanguage)
 {
-    const std::pair<const char*, const char*> rows[] = { { "%D", "03/12/2001" },
-        { "%F", "2001-03-12" }, { "%e. %-m. %Y", "12. 03. 2001" },
-        { "%Y. %m. %d.", "2001. 03. 12." }, { "%Y년 %m월 %d일", "2001년 03월 12일" },
-        { "%Od-%Om-%EY", "12-03-2001" }, { "%d %b %Y", "12 03 2001" },
-        { "%a %d/%m/%Y", "12/03/2001" } };
-    for (const auto& [format, text] : rows) {
-        const LibLocaleDate date(LibDate(3, 12, 2001), Conventions(format));
-        EXPECT_EQ(ShortOf(date), text);
-        EXPECT_EQ(Typed(date.Conventions(), text), "2001-03-12");
+    for (const Row& row : RowsOf("foundation/data/date-formats.txt", 2)) {
+        const LibLocaleDate date(LibDate(3, 12, 2001), Conventions(row[0].c_str()));
+        EXPECT_EQ(ShortOf(date), row[1]);
+        EXPECT_EQ(Typed(date.Conventions(), row[1]), "2001-03-12");
         EXPECT_EQ(Typed(date.Conventions(), LongOf(date)), "2001-03-12") << LongOf(date);
     }
     const std::tuple<const char*, uint32, const char*> longForms[] = {
@@ -82,23 +78,11 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
     LibDateConventions vietnamese = british;
     vietnamese.months[9] = "thang muoi"; // the beginning of the next one
     vietnamese.months[10] = "thang muoi mot";
-    const std::tuple<const LibDateConventions&, const char*, const char*> rows[] = {
-        { german, "3.12.2001", "2001-12-03" }, { german, "3. 12. 01", "2001-12-03" },
-        { german, "3.12.", "2001-12-03" }, { german, "31.4.2001", "" },
-        { british, "3/12", "2001-12-03" }, { british, "12/31/2001", "" },
-        { swedish, "01-12-03", "2001-12-03" }, { swedish, "03.12.2001", "2001-12-03" },
-        { swedish, "03/12/2001", "" }, // could be either
-        { korean, "2001년 12월 3일", "2001-12-03" }, { korean, "2월 3", "2001-02-03" },
-        { korean, "wed, march 7", "2001-03-07" }, { korean, "monday, 7 feb", "" },
-        { korean, "7 o 2001", "2001-05-07" }, { korean, "7 o. 2001", "2001-05-07" },
-        { german, "in 1 day and 5 hours", "" }, { german, "noon", "" }, { german, "3,12,2001", "" },
-        { german, "123.1.2001", "" }, { german, "1.123.2001", "" }, { german, "3.12.200", "" },
-        { german, "tomorrow", "2001-10-25" }, { german, "in 2 weeks", "2001-11-07" },
-        { german, "tomorrow noon", "" }, { vietnamese, "3 thang muoi mot 2001", "2001-11-03" },
-        { german, "", "" }
-    };
-    for (const auto& [conventions, text, date] : rows)
-        EXPECT_EQ(Typed(conventions, text), date) << text;
+    const std::map<std::string, LibDateConventions> all = { { "german", german },
+        { "british", british }, { "swedish", swedish }, { "korean", korean },
+        { "vietnamese", vietnamese } };
+    for (const Row& row : RowsOf("foundation/data/typed-dates.txt", 3))
+        EXPECT_EQ(Typed(all.at(row[0]), row[1]), row[2] == "-" ? "" : row[2]) << row[1];
 }
 
 TEST(LibLocaleDate, TakesNamesFromInstalledLocales)
@@ -138,17 +122,7 @@ TEST(LibLocaleDate, UnknownLocaleIsNamedAndGivesEnglish)
 
 TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)
 {
-    const std::pair<const char*, const char*> rows[] = {
-        { "A-z\xc3\x84", "a-z\xc3\xa4" },
-        { "\xf0\x90\x90\x80", "\xf0\x90\x90\xa8" }, // Deseret, four bytes
-        { "\xc3Z", "\xc3z" }, { "\x80\xff", "\x80\xff" },
-        { "\x7f\xc2\x80\xdf\xbf", "\x7f\xc2\x80\xdf\xbf" }, // the last and first of a length
-        { "\xe0\xa0\x80\xef\xbf\xbf", "\xe0\xa0\x80\xef\xbf\xbf" },
-        { "\xf0\x90\x80\x80Z\xf4\x8f\xbf\xbf", "\xf0\x90\x80\x80z\xf4\x8f\xbf\xbf" },
-        { "\xc1\x81", "\xc1\x81" }, // "A" in two bytes
-        { "\xf4\x90\x80\x80", "\xf4\x90\x80\x80" }, // beyond the last character
-    };
-    for (const auto& [text, folded] : rows)
-        EXPECT_EQ(LibFoldCase(text), folded);
+    for (const Row& row : RowsOf("foundation/data/folded.txt", 2))
+        EXPECT_EQ(LibFoldCase(row[0]), row[1]);
     EXPECT_EQ(LibFoldCase(std::string_view("\xc3\x84", 1)), "\xc3"); // cut
 }
