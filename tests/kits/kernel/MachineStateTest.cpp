@@ -70,71 +70,23 @@ TEST(MachineState, LoadAndTimesOfProcessors)
 TEST(MachineState, TemperatureOfTheHottestPackage)
 {
     const ThisMachine tree;
-    const std::string zone = "sys/class/thermal/thermal_zone", chip = "sys/class/hwmon/hwmon";
-    // A file, what is written into it, and the temperature then.
-    const std::tuple<std::string, const char*, const char*> steps[] = {
-        { zone + "2/type", "acpitz\n", "-" },
-        { zone + "2/temp", "99000\n", "-" },
-        { zone + "3/type", "x86_pkg_temp\n", "-" },
-        { zone + "3/temp", "61000\n", "61" },
-        { zone + "4/type", "soc_thermal\n", "61" },
-        { zone + "4/temp", "60999\n", "61" },
-        { zone + "4/temp", "200001\n", "61" },
-        { zone + "4/temp", "200000\n", "200" },
-        { zone + "3/temp", "\n", "200" },
-        { zone + "4/temp", "-100000\n", "-100" },
-        { zone + "4/temp", "-100001\n", "-" },
-        { chip + "0/name", "nvme\n", "-" },
-        { chip + "0/temp1_input", "90000\n", "-" },
-        { chip + "1/name", "coretemp\n", "-" },
-        { chip + "1/temp2_input", "70000\n", "70" },
-        { chip + "1/temp2_label", "Core 0\n", "70" },
-        { chip + "1/temp3_max", "95000\n", "70" },
-        { chip + "1/fan1_input", "99999\n", "70" },
-        { chip + "1/temp1_label", "Package id 0\n", "70" },
-        { chip + "1/temp1_input", "14500\n", "14.5" },
-        { chip + "2/name", "k10temp\n", "14.5" },
-        { chip + "2/temp1_label", "Tctl\n", "14.5" },
-        { chip + "2/temp1_input", "54500\n", "54.5" },
-        { chip + "2/temp2_label", "Tdie\n", "54.5" },
-        { chip + "2/temp2_input", "24500\n", "24.5" },
-    };
-    for (const auto& [file, text, degrees] : steps) {
-        tree.Write(file, text);
-        EXPECT_EQ(Text(ReadMachineState().temperature), degrees) << file << " " << text;
+    for (const Row& row : RowsOf("kits/kernel/data/temperatures.txt", 3)) {
+        tree.Write("sys/class/" + row[0], row[1]);
+        EXPECT_EQ(Text(ReadMachineState().temperature), row[2]) << row[0] << " " << row[1];
     }
 }
 
 TEST(MachineState, BatteryAndMains)
 {
     const ThisMachine tree;
-    // A file, what is written into it; on battery, its charge and the mains then.
-    const std::tuple<const char*, const char*, const char*> steps[] = {
-        { "mouse/type", "Battery\n", "0 - -" },
-        { "mouse/scope", "Device\n", "0 - -" },
-        { "mouse/status", "Discharging\n", "0 - -" },
-        { "BAT0/type", "Battery\n", "0 - -" },
-        { "BAT0/capacity", "101\n", "0 - -" },
-        { "BAT0/capacity", "100\n", "0 100 -" },
-        { "BAT0/status", "Discharging\n", "1 100 -" },
-        { "BAT1/type", "Battery\n", "1 100 -" },
-        { "BAT1/capacity", "57\n", "1 100 -" },
-        { "BAT1/status", "Charging\n", "1 100 -" },
-        { "AC/type", "Mains\n", "1 100 -" },
-        { "AC/online", "0\n", "1 100 0" },
-        { "USB/type", "USB\n", "1 100 0" },
-        { "USB/online", "1\n", "0 100 1" },
-        { "Z/type", "Mains\n", "0 100 1" },
-        { "Z/online", "0\n", "0 100 1" },
-    };
     EXPECT_EQ(ReadMachineState().onBattery, std::nullopt);
-    for (const auto& [file, text, expected] : steps) {
-        tree.Write(std::string("sys/class/power_supply/") + file, text);
+    for (const Row& row : RowsOf("kits/kernel/data/supplies.txt", 3)) {
+        tree.Write("sys/class/power_supply/" + row[0], row[1]);
         const MachineState state = ReadMachineState();
         EXPECT_EQ(Text(state.onBattery) + " " + Text(state.batteryPercent) + " "
                 + Text(state.mainsOnline),
-            expected)
-            << file << " " << text;
+            row[2])
+            << row[0] << " " << row[1];
     }
 }
 

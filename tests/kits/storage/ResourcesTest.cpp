@@ -55,14 +55,10 @@ TEST(Resources, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
     const BFile readable(path.c_str(), B_READ_ONLY);
     BResources unset, resources(&file), reading(&readable);
     size_t size = 99;
-    const std::pair<status_t, status_t> rows[] = {
-        { unset.AddResource('a', 1, "x", 1), B_NO_INIT },
-        { unset.Sync(), B_NO_INIT },
-        { unset.SetTo(nullptr), B_OK },
-        { unset.SetTo(&none), B_BAD_VALUE },
-        { unset.SetTo(&readable, true), B_NOT_ALLOWED },
-        { reading.Sync(), B_OK },
-        { reading.RemoveResource('a', 1), B_NOT_ALLOWED },
+    const std::pair<status_t, status_t> rows[] = { { unset.AddResource('a', 1, "x", 1), B_NO_INIT },
+        { unset.Sync(), B_NO_INIT }, { unset.SetTo(nullptr), B_OK },
+        { unset.SetTo(&none), B_BAD_VALUE }, { unset.SetTo(&readable, true), B_NOT_ALLOWED },
+        { reading.Sync(), B_OK }, { reading.RemoveResource('a', 1), B_NOT_ALLOWED },
         { reading.WriteResource('a', 1, "x", 0, 1), B_NOT_ALLOWED },
         { resources.AddResource('a', 1, nullptr, 1), B_BAD_VALUE },
         { resources.AddResource('a', 1, "x", kMost + 1), B_BAD_VALUE },
@@ -77,12 +73,9 @@ TEST(Resources, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
         { resources.RemoveResource('a', 2), B_ENTRY_NOT_FOUND },
         { resources.RemoveResource('b', 1), B_ENTRY_NOT_FOUND },
         { resources.AddResource('a', 3, "12345", 5, "three"), B_OK },
-        { resources.WriteResource('a', 3, "x", 1, 1), B_OK },
-        { resources.Sync(), B_OK },
+        { resources.WriteResource('a', 3, "x", 1, 1), B_OK }, { resources.Sync(), B_OK },
         { resources.AddResource('a', 4, "lost", 4), B_OK },
-        { resources.RemoveResource('a', 4), B_OK },
-        { reading.SetTo(&readable), B_OK },
-    };
+        { resources.RemoveResource('a', 4), B_OK }, { reading.SetTo(&readable), B_OK } };
     for (size_t i = 0; i < std::size(rows); i++)
         EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
     EXPECT_TRUE(reading.GetResourceInfo('a', 1, nullptr, &size) && size == 0);

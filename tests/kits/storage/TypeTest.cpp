@@ -1,5 +1,6 @@
 #include "ReleaseVersion.h"
 #include "TestHome.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <AppFileInfo.h>
@@ -27,19 +28,8 @@ TEST(Type, AFileThatHasNoneIsWhatItsKindNameAndContentsSay)
         "echo '1.0\n12\nrecord' > Tarvex.results; echo '#!/bin/sh' > script;"
         "printf '\\211PNG\\r\\n\\032\\n' > picture; printf '\\001\\002\\376\\377\\200' > junk");
     fs::copy_file("/proc/self/exe", folder / "program.txt");
-    const std::pair<const char*, const char*> rows[] = {
-        { "folder.txt", "application/x-vnd.Be-directory" },
-        { "link.txt", "application/x-vnd.Be-symlink" },
-        { "program.txt", "application/x-vnd.Be-elfexecutable" },
-        { "notes.txt", "text/plain" },
-        { "Tarvex.results", "text/plain" },
-        { "script", "application/x-shellscript" },
-        { "\xff.zip", "application/zip" },
-        { "picture", "image/png" },
-        { "junk", "application/octet-stream" },
-    };
-    for (const auto& [file, type] : rows)
-        EXPECT_EQ(TypeOf(folder / file), type) << file;
+    for (const Row& row : RowsOf("kits/storage/data/types.txt", 2))
+        EXPECT_EQ(TypeOf(folder / row[0]), row[1]);
 
     BNode node((folder / "junk").c_str());
     BNodeInfo info(&node);
@@ -130,18 +120,12 @@ TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
 
 TEST(AppFileInfo, TheSystemsVersionIsThatOfTheDistribution)
 {
-    const std::tuple<const char*, const char*, uint32> rows[] = {
-        // 10203: 1.2.3
-        { "NAME=\"Other\"\nPRETTY_NAME=\"A \\\"B\\\" Linux 7.2 (x)\"\nVERSION_ID=\"7.2\"\n",
-            "A \"B\" Linux 7.2 (x)", 70200 },
-        { "VERSION_ID='20.4.1'\nNAME=\"Some Linux\"", "Some Linux 20.4.1", 200401 },
-        { "NAME=\"Some Linux\"\nVERSION=\"12 (x)\"\n", "12 (x)", 0 },
-        { "", "Linux", 0 },
-    };
-    for (const auto& [lines, text, number] : rows) {
-        const version_info info = VersionOfRelease(lines);
-        EXPECT_STREQ(info.short_info, text);
-        EXPECT_EQ((info.major * 100 + info.middle) * 100 + info.minor, number);
+    for (const Row& row : RowsOf("kits/storage/data/releases.txt", 4)) {
+        const version_info info = VersionOfRelease(row[0]);
+        const std::string number = std::to_string(info.major) + "." + std::to_string(info.middle)
+            + "." + std::to_string(info.minor);
+        EXPECT_EQ((Row { row[0], info.short_info, info.long_info, number }), row);
+        EXPECT_EQ(info.variety * 10 + info.internal, 50u);
     }
     EXPECT_EQ(strlen(VersionOfRelease("PRETTY_NAME=" + std::string(999, 'x')).short_info), 63u);
     BFile file("/system/Tracker", B_READ_ONLY); // needs a release file, as every system has one

@@ -28,8 +28,7 @@ TEST(Rect, SidesGoWhereTheCallSays)
 {
     const BRect rect(1, 2, 10, 20);
     const BPoint point(3, 5);
-    const std::pair<Numbers, Numbers> rows[] = {
-        { In(rect.InsetByCopy(1, 3)), { 2, 5, 9, 17 } },
+    const std::pair<Numbers, Numbers> rows[] = { { In(rect.InsetByCopy(1, 3)), { 2, 5, 9, 17 } },
         { In(rect.OffsetByCopy(1, 3)), { 2, 5, 11, 23 } },
         { In(rect.OffsetToCopy(5, 9)), { 5, 9, 14, 27 } },
         { After(rect, [&](BRect& r) { r.OffsetTo(point); }), { 3, 5, 12, 23 } },
@@ -44,8 +43,7 @@ TEST(Rect, SidesGoWhereTheCallSays)
         { { BRect(0, 0, 9.25f, 9).IntegerWidth() + 0.f,
               BRect(0, 0, 9, 8.5f).IntegerHeight() + 0.f },
             { 10, 9 } },
-        { In(point + BPoint(1, 2)), { 4, 7 } },
-        { In(point - BPoint(1, 2)), { 2, 3 } },
+        { In(point + BPoint(1, 2)), { 4, 7 } }, { In(point - BPoint(1, 2)), { 2, 3 } },
         { After(point, [](BPoint& p) { p += BPoint(1, 2); }), { 4, 7 } },
         { After(point, [](BPoint& p) { p -= BPoint(1, 2); }), { 2, 3 } },
         { After(point, [](BPoint& p) { p.Set(7, 8); }), { 7, 8 } },
@@ -53,8 +51,7 @@ TEST(Rect, SidesGoWhereTheCallSays)
         { After(point, [&](BPoint& p) { p.ConstrainTo(BRect(0, 0, 1, 2)); }), { 1, 2 } },
         { After(point, [&](BPoint& p) { p.ConstrainTo(rect); }), { 3, 5 } },
         { After(point, [&](BPoint& p) { p.ConstrainTo(BRect(9, 8, 0, 0)); }), { 9, 8 } },
-        { In(B_ORIGIN), { 0, 0 } },
-    };
+        { In(B_ORIGIN), { 0, 0 } } };
     for (size_t i = 0; i < std::size(rows); i++)
         EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
 }
