@@ -8,6 +8,7 @@ system_info PentiumPair()
 {
     system_info info {};
     info.cpu_count = 2;
+    info.cpu_revision = 7;
     info.cpu_type = B_CPU_INTEL_PENTIUM_II_MODEL_3;
     info.cpu_clock_speed = 400'910'000;
     info.bus_clock_speed = 100'300'000;
@@ -47,4 +48,12 @@ TEST(LibSysInfo, DescribesAMachineInOneLine)
     machine.PrintToStream();
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "AT Clone (2-Intel Pentium II@401/100MHz) 128MB RAM\n8 bit color, 1024x768\n");
+    LibSysInfo copy(system_info {}, BRect(0, 0, 639, 479), B_RGB32);
+    copy = machine; // but for the screen's size
+    testing::internal::CaptureStderr();
+    copy.PrintToStream();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "AT Clone (2-Intel Pentium II@401/100MHz) 128MB RAM\n8 bit color, 640x480\n");
+    EXPECT_STREQ(copy.kernelBuild, "Nov 21 1999, 12:00:01");
+    EXPECT_EQ(copy.cpuRevision, 7);
 }

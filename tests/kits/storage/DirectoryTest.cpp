@@ -1,9 +1,12 @@
 #include "TestHome.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <Directory.h>
 #include <File.h>
 #include <Path.h>
+
+#include <sstream>
 
 namespace {
 
@@ -43,22 +46,16 @@ TEST(Entry, StandsForANameWhetherThereIsAFileOrNot)
     const TempFolder folder;
     Shell(folder, "mkdir sub && touch file && ln -s sub/../file link");
     Shell(folder, "ln -s none dangling && ln -s circle circle");
-    const std::tuple<const char*, bool, status_t, const char*, bool> rows[] = {
-        // Name, whether it is followed if it is a link; status, what it stands for, is it there.
-        { "link", false, B_OK, "link", true },
-        { "link", true, B_OK, "file", true },
-        { "dangling", false, B_OK, "dangling", true },
-        { "dangling", true, B_OK, "none", false },
-        { "circle", true, B_LINK_LIMIT, "", false },
-        { "file/new", false, B_NOT_A_DIRECTORY, "", false },
-        { "", false, B_BAD_VALUE, "", false },
-    };
-    for (const auto& [name, traverse, status, result, exists] : rows) {
-        SCOPED_TRACE(name);
-        const BEntry entry(*name ? (folder / name).c_str() : "", traverse);
-        EXPECT_EQ(entry.InitCheck(), status);
-        EXPECT_EQ(PathOf(entry), status == B_OK ? folder / result : "none");
-        EXPECT_EQ(entry.Exists(), exists);
+    for (const Row& row : RowsOf("kits/storage/data/entries.txt", 4)) {
+        SCOPED_TRACE(row[0] + " " + row[1]);
+        const BEntry entry((row[0].empty() ? "" : folder / row[0]).c_str(), row[1] == "followed");
+        const bool isEntry = entry.InitCheck() == B_OK;
+        const std::map<status_t, std::string> names = { { B_OK, PathOf(entry) },
+            { B_LINK_LIMIT, "too many links" }, { B_NOT_A_DIRECTORY, "not a directory" },
+            { B_BAD_VALUE, "bad value" }, { B_ENTRY_NOT_FOUND, "not found" } };
+        EXPECT_EQ(names.at(entry.InitCheck()), isEntry ? folder / row[2] : row[2]);
+        EXPECT_TRUE(isEntry || PathOf(entry) == "none");
+        EXPECT_EQ(entry.Exists(), row[3] == "there");
     }
     BEntry entry((folder / "file").c_str());
     const BEntry same((folder / "sub/../file").c_str());
@@ -168,24 +165,22 @@ TEST(File, OpensByItsModesAndMovesItsPosition)
 {
     const TempFolder folder;
     const std::string path = folder / "file";
-    const std::tuple<uint32, const char*, status_t, const char*> rows[] = {
-        // Mode and contents before (NULL: no file); status, contents when "ab" has been written.
-        { B_READ_ONLY, nullptr, B_ENTRY_NOT_FOUND, nullptr },
-        { B_WRITE_ONLY | B_CREATE_FILE, nullptr, B_OK, "ab" },
-        { B_READ_WRITE | B_CREATE_FILE, "12345", B_OK, "ab345" },
-        { B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE, "12345", B_OK, "ab" },
-        { B_READ_WRITE | B_OPEN_AT_END, "12345", B_OK, "12345ab" },
-        { B_READ_WRITE | B_CREATE_FILE | B_FAIL_IF_EXISTS, "1", B_FILE_EXISTS, "1" },
-        { B_READ_ONLY, "12345", B_OK, "12345" },
-    };
-    for (const auto& [mode, before, status, after] : rows) {
-        SCOPED_TRACE(mode);
-        Shell(folder, before ? std::string("printf ") + before + " > file" : "rm -f file");
+    const std::map<std::string, uint32> modes = { { "read", B_READ_ONLY },
+        { "write", B_WRITE_ONLY }, { "both", B_READ_WRITE }, { "create", B_CREATE_FILE },
+        { "erase", B_ERASE_FILE }, { "end", B_OPEN_AT_END }, { "new", B_FAIL_IF_EXISTS } };
+    for (const Row& row : RowsOf("kits/storage/data/modes.txt", 4)) {
+        SCOPED_TRACE(row[0]);
+        Shell(folder, row[1] == "none" ? "rm -f file" : "printf " + row[1] + " > file");
+        uint32 mode = 0;
+        std::istringstream words(row[0]);
+        for (std::string word; words >> word;)
+            mode |= modes.at(word);
         BFile file(path.c_str(), mode);
-        EXPECT_EQ(file.InitCheck(), status);
+        const status_t failure = row[2] == "exists" ? B_FILE_EXISTS : B_ENTRY_NOT_FOUND;
+        EXPECT_EQ(file.InitCheck(), row[2] == "fine" ? status_t { B_OK } : failure);
         const bool isWritten = file.Write("ab", 2) == 2;
         EXPECT_EQ(isWritten, file.IsWritable());
-        EXPECT_EQ(ReadFile(path), after ? after : "none");
+        EXPECT_EQ(ReadFile(path), row[3]);
     }
     BFile file(path.c_str(), B_READ_WRITE | B_OPEN_AT_END); // "12345"
     BFile copy = file;

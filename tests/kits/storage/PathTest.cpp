@@ -31,7 +31,7 @@ TEST(Path, IsTakenAsGivenOrNormalizedWhereItMustBe)
                                               : TextOf(path),
             filled(row[3]))
             << row[0] << " " << row[1];
-        EXPECT_TRUE(path.InitCheck() == status && (status == B_OK || !path.Path()));
+        EXPECT_TRUE(path.InitCheck() == status && (status == B_OK || path == BPath()));
     }
     BPath relative("some_file");
     EXPECT_EQ(TextOf(relative), fs::current_path() / "some_file");

@@ -95,8 +95,9 @@ TEST(WholeFile, WritesToPipesDevicesAndStandardOutputAsTheyAre)
     Shell(folder, "mkfifo p");
     const pid_t reader = StartChild([&] { return ReadFile(folder / "p") == "new" ? 0 : 1; });
     EXPECT_EQ(WholeFile::WhyNot((folder / "p").c_str()), ""); // waits for no reader
-    EXPECT_EQ(Put(folder / "p"), "");
-    EXPECT_EQ(EndOf(reader), 0);
+    WholeFile pipe((folder / "p").c_str());
+    EXPECT_TRUE(fputs("new", pipe.Stream()) >= 0 && pipe.Commit() && !pipe.Commit());
+    EXPECT_EQ(EndOf(reader), 0) << "closed already";
     EXPECT_EQ(Said(folder, "stat -c %F p"), "fifo ");
 
     const auto printing = [&] {
