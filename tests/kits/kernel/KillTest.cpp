@@ -40,12 +40,12 @@ struct Victim {
     {
         if (deed < kHoldLock)
             isThere = true;
-        switch (deed) {
-            case kSnooze: snooze(B_INFINITE_TIMEOUT); break;
-            case kAwait: wait_for_thread(other, nullptr); break;
-            case kHoldLock: DoHoldingLock(); break;
-            default: break;
-        }
+        if (deed == kSnooze)
+            snooze(B_INFINITE_TIMEOUT);
+        if (deed == kAwait)
+            wait_for_thread(other, nullptr);
+        if (deed == kHoldLock)
+            DoHoldingLock();
         system_time();
     }
 

@@ -8,15 +8,6 @@
 #include <sstream>
 
 namespace {
-// What there is, or "-".
-template <class Value>
-std::string Text(const std::optional<Value>& value)
-{
-    std::ostringstream text;
-    value ? text << *value : text << "-";
-    return text.str();
-}
-
 std::string Text(const std::vector<int>& numbers)
 {
     std::string text;

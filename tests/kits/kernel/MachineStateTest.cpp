@@ -3,8 +3,6 @@
 
 #include <RunWarnings.h>
 
-#include <sstream>
-
 namespace {
 // Two cores of two threads each, of which the run has processor 0 and 2.
 MachineDetails TwoCores()
@@ -30,14 +28,6 @@ MachineState StateWith(std::vector<ProcessorTimes> processors)
     return state;
 }
 
-// What there is, or "-".
-template <class Number>
-std::string Text(const std::optional<Number>& number)
-{
-    std::ostringstream text;
-    number ? text << *number : text << "-";
-    return text.str();
-}
 } // namespace
 
 TEST(MachineState, LoadAndTimesOfProcessors)
