@@ -1,7 +1,7 @@
 #include "foundation/LibDate.h"
 
 #include "tests/foundation/ZoneGuard.h"
-#include "tests/support/Rows.h"
+#include "tests/support/Calls.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -75,59 +75,37 @@ TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
             2922);
 }
 
-TEST(LibDate, CorrectDateCarriesDaysAndMonths)
-{
-    const std::tuple<int32, int32, int32, std::string> rows[] = { { 2001, 2, 30, "2001-3-2" },
-        { 2000, 13, 1, "2001-1-1" }, { 2000, 0, 31, "1999-12-31" }, { 2001, 3, 0, "2001-2-28" },
-        { 2001, 1, -30, "2000-12-1" }, { 1, 0, 1, "-1-12-1" }, { -1, 13, 1, "1-1-1" },
-        { 2001, -23, 400, "2000-2-4" }, { 1582, 10, 5, "1582-10-15" },
-        { 1582, 10, 14, "1582-10-24" }, { 1582, 10, 32, "1582-11-1" }, { 1900, 2, 29, "1900-3-1" },
-        { 2001, INT32_MAX, 1, "" } };
-    for (const auto& [year, month, day, corrected] : rows) { // "": it is no date at all
-        LibDate date = DateOf(year, month, day);
-        SCOPED_TRACE(TextOf(date));
-        EXPECT_EQ(date.CorrectDate() ? TextOf(date) : "", corrected);
-        EXPECT_EQ(date, DateOf(date.GetYear(), date.GetMonth(), date.GetDay()));
-    }
-}
-
 TEST(LibDate, ChangesKeepDateAndDayNumberTogether)
 {
+    const Calls<LibDate> calls = { { "AddDays", Function(&LibDate::AddDays) },
+        { "AddMonths", Function(&LibDate::AddMonths) },
+        { "AddYears", Function(&LibDate::AddYears) }, { "SetYear", Function(&LibDate::SetYear) },
+        { "SetDay", Function(&LibDate::SetDay) },
+        { "SetMonth", Overload<const uint32&>(&LibDate::SetMonth) },
+        { "SetMonthNamed", Overload<const char*>(&LibDate::SetMonth) },
+        { "SetToNext", Function(&LibDate::SetToNext) },
+        { "SetToPrev", Function(&LibDate::SetToPrev) }, { "+=", Function(&LibDate::operator+=) },
+        { "-=", Function(&LibDate::operator-=) }, { "Correct", Function(&LibDate::CorrectDate) } };
+    for (const Row& row : RowsOf("foundation/data/date-changes.txt", 4)) {
+        SCOPED_TRACE(testing::PrintToString(row));
+        int32 y = 0, m = 0, d = 0;
+        EXPECT_EQ(sscanf(row[0].c_str(), "%d-%d-%d", &y, &m, &d), 3);
+        LibDate date = DateOf(y, m, d);
+        const std::string told = calls.at(row[1])(date, row);
+        EXPECT_EQ((told.empty() ? "" : told + " ") + TextOf(date), row.back());
+        EXPECT_EQ(date, DateOf(date.GetYear(), date.GetMonth(), date.GetDay()));
+    }
     const LibDate day = DateOf(2001, 10, 24); // a Wednesday
-    const LibDate none;
+    LibDate walking = day;
+    EXPECT_TRUE(walking++ == day && walking == day + 1 && --walking == day && walking-- == day);
+    EXPECT_TRUE(walking == day - 1 && ++walking == day);
     const struct tm fields {
         0, 0, 0, 29, 1, 104, 0, 0, 0, 0, nullptr
     };
-    const std::tuple<LibDate, std::function<void(LibDate&)>, std::string> rows[] = {
-        { DateOf(2001, 1, 31), [](LibDate& d) { d.AddMonths(1); }, "2001-3-3" },
-        { DateOf(2001, 3, 3), [](LibDate& d) { d.AddMonths(-15); }, "1999-12-3" },
-        { DateOf(2000, 2, 29), [](LibDate& d) { d.AddYears(1); }, "2001-3-1" },
-        { DateOf(2001, 3, 1), [](LibDate& d) { d.AddYears(-2001); }, "-1-3-1" }, // no year 0
-        { DateOf(2001, 2, 30), [](LibDate& d) { d.AddDays(1); }, "2001-3-3" },
-        { none, [](LibDate& d) { d.AddDays(5), d.AddMonths(5), d.AddYears(5); }, "0-0-0" },
-        { day, [](LibDate& d) { d = d++; }, "2001-10-24" },
-        { day, [](LibDate& d) { d++; }, "2001-10-25" },
-        { day, [](LibDate& d) { d = --d; }, "2001-10-23" },
-        { day, [](LibDate& d) { d = d--; }, "2001-10-24" },
-        { day, [](LibDate& d) { d--; }, "2001-10-23" },
-        { day, [](LibDate& d) { d = d - 24 + 8; }, "2001-10-8" },
-        { day, [](LibDate& d) { (d += 8) -= 25; }, "2001-10-7" },
-        { day, [](LibDate& d) { d.SetToNext(LibWednesday); }, "2001-10-31" },
-        { day, [](LibDate& d) { d.SetToPrev(LibSunday); }, "2001-10-21" },
-        { DateOf(1582, 10, 4), [](LibDate& d) { d.SetToNext(LibMonday); }, "1582-10-18" },
-        { day, [](LibDate& d) { d.SetYear(2004); }, "2004-10-24" },
-        { day, [](LibDate& d) { EXPECT_TRUE(d.SetMonth("DECEMBER")); }, "2001-12-24" },
-        { day, [](LibDate& d) { EXPECT_FALSE(d.SetMonth("Dezember")); }, "2001-10-24" },
-        { day, [](LibDate& d) { d.SetDay(31), d.SetMonth(uint32 { 2 }); }, "2001-2-31" },
-        { day, [&](LibDate& d) { d.SetDate(&fields); }, "2004-2-29" },
-        { day, [](LibDate& d) { d.SetDate(static_cast<struct tm*>(nullptr)); }, "2001-10-24" },
-    };
-    for (const auto& [before, change, after] : rows) {
-        LibDate date = before;
-        change(date);
-        EXPECT_EQ(TextOf(date), after);
-        EXPECT_EQ(date, DateOf(date.GetYear(), date.GetMonth(), date.GetDay())) << after;
-    }
+    walking.SetDate(&fields);
+    walking.SetDate(static_cast<struct tm*>(nullptr));
+    EXPECT_EQ(TextOf(walking), "2004-2-29");
+    EXPECT_FALSE(DateOf(2001, INT32_MAX, 1).CorrectDate() || LibDate().CorrectDate());
     testing::internal::CaptureStderr();
     day.PrintToStream();
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "LibDate: 10/24/2001 (2452206)\n");

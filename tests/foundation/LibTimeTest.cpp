@@ -1,7 +1,7 @@
 #include "foundation/LibTime.h"
 
 #include "tests/foundation/ZoneGuard.h"
-#include "tests/support/Rows.h"
+#include "tests/support/Calls.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -17,30 +17,22 @@ std::string TextOf(const LibTime& time)
 
 TEST(LibTime, ChangesCarryWholeDaysInBothDirections)
 {
-    const LibTime midnight;
-    const LibTime noon(12, 0, 0);
-    const std::tuple<LibTime, std::function<int32(LibTime&)>, std::string, int32> rows[] = {
-        { LibTime(23, 59, 59), [](LibTime& t) { return t.AddSeconds(1); }, "00:00:00", 1 },
-        { midnight, [](LibTime& t) { return t.AddSeconds(-1); }, "23:59:59", -1 },
-        { midnight, [](LibTime& t) { return t.AddSeconds(-86400); }, "00:00:00", -1 },
-        { noon, [](LibTime& t) { return t.AddSeconds(86400 * 3 + 61); }, "12:01:01", 3 },
-        { LibTime(25, -1, 61), [](LibTime& t) { return t.CorrectTime(); }, "01:00:01", 1 },
-        { midnight, [](LibTime& t) { return t.AddSeconds(INT32_MIN); }, "20:45:52", -24856 },
-        { noon, [](LibTime& t) { return t.AddMinutes(INT32_MAX); }, "14:07:00", 1491308 },
-        { noon, [](LibTime& t) { return t.AddHours(INT32_MAX); }, "19:00:00", 89478485 },
-        { noon, [](LibTime& t) { return t.TimeZone(-13); }, "23:00:00", -1 },
-        { noon, [](LibTime& t) { return t.SetTime(-0.5f), 0; }, "23:59:30", 0 },
-        { noon, [](LibTime& t) { return t.SetTime(1440.25f), 0; }, "00:00:15", 0 },
-        { noon, [](LibTime& t) { return t.SetTime(NAN), 0; }, "12:00:00", 0 },
-        { noon, [](LibTime& t) { return t.SetTime(static_cast<struct tm*>(nullptr)), 0; },
-            "12:00:00", 0 },
-    };
-    for (const auto& [from, change, to, days] : rows) {
-        LibTime time(from);
-        EXPECT_EQ(change(time), days) << to;
-        EXPECT_EQ(TextOf(time), "Time: " + to + "\n");
+    const Calls<LibTime> calls = { { "AddHours", Function(&LibTime::AddHours) },
+        { "AddMinutes", Function(&LibTime::AddMinutes) },
+        { "AddSeconds", Function(&LibTime::AddSeconds) },
+        { "TimeZone", Function(&LibTime::TimeZone) },
+        { "Correct", Function(&LibTime::CorrectTime) },
+        { "SetMinutes", Overload<const float&>(&LibTime::SetTime) } };
+    for (const Row& row : RowsOf("foundation/data/time-changes.txt", 4)) {
+        int32 h = 0, m = 0, s = 0;
+        EXPECT_EQ(sscanf(row[0].c_str(), "%d:%d:%d", &h, &m, &s), 3);
+        LibTime time(h, m, s);
+        const std::string days = calls.at(row[1])(time, row);
+        EXPECT_EQ((days.empty() ? "" : days + " ") + TextOf(time), row[3] + "\n")
+            << testing::PrintToString(row);
     }
-    const LibTime time(17, 30, 15);
+    LibTime time(17, 30, 15);
+    time.SetTime(static_cast<struct tm*>(nullptr));
     EXPECT_FLOAT_EQ(time.NumberOfMinutes(), 1050.25f);
     EXPECT_EQ(time.NumberOfSeconds() + (time - LibTime(17, 31, 0)), 63015 - 45);
     std::string valid;
