@@ -81,8 +81,8 @@ TEST(LibDate, ChangesKeepDateAndDayNumberTogether)
         { "AddMonths", Function(&LibDate::AddMonths) },
         { "AddYears", Function(&LibDate::AddYears) }, { "SetYear", Function(&LibDate::SetYear) },
         { "SetDay", Function(&LibDate::SetDay) },
-        { "SetMonth", Overload<const uint32&>(&LibDate::SetMonth) },
-        { "SetMonthNamed", Overload<const char*>(&LibDate::SetMonth) },
+        { "SetMonth", Function<const uint32&>(&LibDate::SetMonth) },
+        { "SetMonthNamed", Function<const char*>(&LibDate::SetMonth) },
         { "SetToNext", Function(&LibDate::SetToNext) },
         { "SetToPrev", Function(&LibDate::SetToPrev) }, { "+=", Function(&LibDate::operator+=) },
         { "-=", Function(&LibDate::operator-=) }, { "Correct", Function(&LibDate::CorrectDate) } };

@@ -52,15 +52,15 @@ const Calls<S> kCalls = { CALL(ToIndex), CALL(FromIndex), CALL(Remove), CALL(Shi
     CALL(ToUpperCase), CALL(ToLowerCase), CALL(ToProperCase), CALL(CharFromIndex),
     CALL(CharToIndex), CALL(GetHex), CALL(Words), CALL(Count), CALL(IsBlank), CALL(IsNumeric),
     CALL(IndexOfAny), CALL(CharCount), CALL(PackSize),
-    { "Compare", Overload<const S&, const bool&>(&S::Compare) },
-    { "BeginsWith", Overload<const S&, const bool&>(&S::BeginsWith) },
-    { "EndsWith", Overload<const S&, const bool&>(&S::EndsWith) },
-    { "Contain", Overload<const S&, const bool&>(&S::Contain) },
-    { "ContainByte", Overload<const char&>(&S::Contain) },
-    { "Index", Overload<const S&>(&S::Index) }, { "IndexOfByte", Overload<const char&>(&S::Index) },
-    { "IsWildCard", Overload<const S&>(&S::IsWildCard) },
-    { "Extract", Overload<const int32&, const int32&>(&S::Extract) },
-    { "ExtractBetween", Overload<const char&, const char&, const bool&>(&S::Extract) } };
+    { "Compare", Function<const S&, const bool&>(&S::Compare) },
+    { "BeginsWith", Function<const S&, const bool&>(&S::BeginsWith) },
+    { "EndsWith", Function<const S&, const bool&>(&S::EndsWith) },
+    { "Contain", Function<const S&, const bool&>(&S::Contain) },
+    { "ContainByte", Function<const char&>(&S::Contain) },
+    { "Index", Function<const S&>(&S::Index) }, { "IndexOfByte", Function<const char&>(&S::Index) },
+    { "IsWildCard", Function<const S&>(&S::IsWildCard) },
+    { "Extract", Function<const int32&, const int32&>(&S::Extract) },
+    { "ExtractBetween", Function<const char&, const char&, const bool&>(&S::Extract) } };
 
 } // namespace
 

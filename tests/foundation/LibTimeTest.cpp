@@ -22,7 +22,7 @@ TEST(LibTime, ChangesCarryWholeDaysInBothDirections)
         { "AddSeconds", Function(&LibTime::AddSeconds) },
         { "TimeZone", Function(&LibTime::TimeZone) },
         { "Correct", Function(&LibTime::CorrectTime) },
-        { "SetMinutes", Overload<const float&>(&LibTime::SetTime) } };
+        { "SetMinutes", Function<const float&>(&LibTime::SetTime) } };
     for (const Row& row : RowsOf("foundation/data/time-changes.txt", 4)) {
         int32 h = 0, m = 0, s = 0;
         EXPECT_EQ(sscanf(row[0].c_str(), "%d:%d:%d", &h, &m, &s), 3);

@@ -58,27 +58,15 @@ auto Given(Method method)
     };
 }
 
-template <class Result, class Object, class... A>
+// Of several functions of a name the one that is given A.
+template <class... A, class Result, class Object>
 auto Function(Result (Object::*method)(A...))
 {
     return Given<A...>(method);
 }
 
-template <class Result, class Object, class... A>
+template <class... A, class Result, class Object>
 auto Function(Result (Object::*method)(A...) const)
-{
-    return Given<A...>(method);
-}
-
-// Of several functions of a name the one that is given these.
-template <class... A, class Result, class Object>
-auto Overload(Result (Object::*method)(A...))
-{
-    return Given<A...>(method);
-}
-
-template <class... A, class Result, class Object>
-auto Overload(Result (Object::*method)(A...) const)
 {
     return Given<A...>(method);
 }

@@ -113,6 +113,7 @@ TEST(Entry, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
         { node.ReadAttr("a", 0, 0, nullptr, 1), B_BAD_VALUE },
         { node.ReadAttr("a", 0, -1, bytes, 1), B_BAD_VALUE },
         { node.WriteAttr("a", 0, 0, nullptr, 1), B_BAD_VALUE },
+        { node.WriteAttr("a", 0, -1, bytes, 1), B_BAD_VALUE }, { node.RemoveAttr(""), B_BAD_VALUE },
         { noNode.RemoveAttr("a"), B_NO_INIT }, { node.RemoveAttr("a"), B_ENTRY_NOT_FOUND },
         { node.GetSize(nullptr), B_BAD_VALUE }, { noNode.GetOwner(&info.st_uid), B_NO_INIT },
         { BFile(noName, 0).InitCheck(), B_BAD_VALUE }, { noFile.SetTo(noRef, 0), B_BAD_VALUE },
