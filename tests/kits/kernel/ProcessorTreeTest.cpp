@@ -63,22 +63,11 @@ TEST(ProcessorTree, SwitchingReachesTheRightOneAndTheCountStays)
             all += tree.Read(SwitchFile(number)).substr(0, 1);
         return all;
     };
-    const std::tuple<int32, int32, status_t, const char*> steps[] = {
-        // Processor, new state, status, and the states of the system's 0, 1, 4, 5.
-        { 3, 0, B_OK, "1110" },
-        { 1, 0, B_OK, "1010" },
-        { 0, 0, B_NOT_ALLOWED, "1010" },
-        { 4, 0, B_BAD_VALUE, "1010" },
-        { -1, 0, B_BAD_VALUE, "1010" },
-        { 1, 2, B_BAD_VALUE, "1010" },
-        { 0, 1, B_OK, "1010" },
-        { 3, 0, B_OK, "1010" },
-        { 3, 1, B_OK, "1011" },
-        { 1, 1, B_OK, "1111" },
-    };
-    for (const auto& [cpu, state, status, expected] : steps) {
-        EXPECT_EQ(_kset_cpu_state_(cpu, state), status) << cpu << state;
-        EXPECT_EQ(states(), expected) << cpu << state;
+    const std::map<std::string, status_t> statuses = { { "fine", B_OK },
+        { "bad value", B_BAD_VALUE }, { "not allowed", B_NOT_ALLOWED } };
+    for (const Row& row : RowsOf("kits/kernel/data/switches.txt", 4)) {
+        EXPECT_EQ(_kset_cpu_state_(std::stoi(row[0]), std::stoi(row[1])), statuses.at(row[2]));
+        EXPECT_EQ(states(), row[3]) << row[0] << row[1];
         system_info info;
         ASSERT_EQ(get_system_info(&info), B_OK);
         EXPECT_EQ(info.cpu_count, 4);
