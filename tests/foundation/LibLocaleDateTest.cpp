@@ -118,4 +118,8 @@ TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)
     for (const Row& row : RowsOf("foundation/data/folded.txt", 2))
         EXPECT_EQ(LibFoldCase(row[0]), row[1]);
     EXPECT_EQ(LibFoldCase(std::string_view("\xc3\x84", 1)), "\xc3"); // cut
+    // What a terminal obeys and what is no text is shown by its bytes; U+E000 and U+00A0 are texts.
+    EXPECT_EQ(LibPrintable("a\xc3\xa4\xee\x80\x80\xc2\xa0 \x1b\x7f\xed\xa0\x80\xe2\x80\xae"),
+        "a\xc3\xa4\xee\x80\x80\xc2\xa0 \\x1b\\x7f\\xed\\xa0\\x80\\xe2\\x80\\xae");
+    EXPECT_EQ(LibPrintable("abc", 2) + LibPrintable(nullptr), "ab");
 }

@@ -62,6 +62,7 @@ TEST(LibString, PartsAreComparedInAsManyBytesAsAsked)
         EXPECT_EQ(std::to_string((order > 0) - (order < 0)), row[4]) << row[0] << " " << row[1];
     }
     EXPECT_EQ(LibString("a").CompareSub("a", false, -1, -3), 0);
+    EXPECT_TRUE(LibString("a").CompareWildCard(nullptr, "*"));
     const std::string megabyte(1 << 20, ' ');
     EXPECT_FALSE(LibString(megabyte.c_str()).IsWildCard("* * * *x")); // soon
 }

@@ -12,7 +12,9 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
     AddPciFunction(tree, "0000:00:03.0", PciConfig(0x1014, 0x0046, 0x080000)); // without any name
     AddPciFunction(tree, "0000:00:04.0", PciConfig(0x0e11, 0x0001, 0x060200)); // has only a chip
     AddPciFunction(tree, "0000:00:05.0", PciConfig(0x8086, 0x1229, 0x0d0000)); // no class of ours
-    AddPciFunction(tree, "0000:00:06.0", PciConfig(0x5333, 0x5631, 0xff0000)); // out of order
+    std::string board = PciConfig(0x5333, 0x5631, 0xff0000); // out of order
+    board.replace(44, 4, "\x2b\x10\x39\x05");
+    AddPciFunction(tree, "0000:00:06.0", board);
     LibDeviceInfo info;
     FILE* file = fopen((tree.Path() + "/written").c_str(), "w");
     for (pciItem* item = info.First(); item; item = info.Next())
@@ -25,6 +27,12 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
         ReadFile(TARVEX_TESTS "/sysinfo/printed-devices.txt"));
 
     EXPECT_EQ(info.NumberPciDecices(6), 2);
+    const pciDevice& last = *info.Get(4L)->devices.begin();
+    EXPECT_EQ(last.boardVendorId << 16 | last.boardId, 0x102b0539);
+    EXPECT_STREQ(last.slot, "00:06.0");
+    pciDevice half;
+    half.VendorLong("Known by its long name alone");
+    EXPECT_FALSE(half.IsVendorMatched());
     EXPECT_FALSE(info.AllDevicesKnown());
     EXPECT_EQ(info.Current()->classId, 3) << "an empty name is a name";
     LibString text = "as before";

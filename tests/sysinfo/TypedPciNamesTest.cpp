@@ -52,6 +52,8 @@ TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
     }
     EXPECT_TRUE(names.Save());
     EXPECT_EQ(ReadFile(fFile), ReadFile(texts + "at-the-end.ids"));
+    WriteFile(fFile, "of another program");
+    EXPECT_TRUE(names.Save() && ReadFile(fFile) == "of another program") << "nothing is new";
 }
 
 TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
@@ -115,4 +117,9 @@ TEST_F(TypedPciNamesTest, AreForDevicesThatTheTablesDoNotKnow)
         EXPECT_TRUE(TypedPciNames::SetForResults(wanted));
         EXPECT_EQ(TypedPciNames::AreForResults(), wanted);
     }
+    std::filesystem::permissions(fFolder, std::filesystem::perms { 0777 });
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(TypedPciNames::SetForResults(true));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Error writing <" + fFolder + "/names-in-results>\n");
 }

@@ -113,6 +113,25 @@ TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
     }
 }
 
+TEST_F(RunNotes, AKeeperThatIsKilledOrStoppedIsReplaced)
+{
+    kernel::Processors run(fTree.Path());
+    EXPECT_EQ(run.Switch(3, false), B_OK);
+    for (const auto& [number, how, cpu] :
+        { std::tuple(SIGKILL, "killed", 2), { SIGSTOP, "stopped", 1 } }) {
+        const pid_t keeper = Keeper();
+        kill(keeper, number);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(run.Switch(cpu, false), B_OK);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "The keeper of switched processors, process <" + std::to_string(keeper) + ">, was "
+                + how + ": replaced\n");
+    }
+    EXPECT_EQ(run.Switch(3, true), B_OK);
+    EXPECT_EQ(States(), "1001");
+    EXPECT_EQ(kernel::ReadNotes(fTree.Path()).at(0).off, (std::vector<int> { 2, 1 }));
+}
+
 TEST_F(RunNotes, OfTwoRunsNeitherSwitchesOnWhatTheOtherHasOff)
 {
     const pid_t first = StartRun();

@@ -89,6 +89,14 @@ TEST(Resources, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
     BResources anew(&readable); // which the old ones are gone from
     EXPECT_EQ(DataOf(anew, 'b', 1) + DataOf(anew, 'a', 3), "newnone");
     EXPECT_EQ(DataOf(reading, 'a', 3), "1x345") << "as it was read";
+    BResources clobbering(&file, true), other(&file);
+    EXPECT_TRUE(clobbering.Sync() == B_OK && other.AddResource('c', 1, "other", 5) == B_OK
+        && other.Sync() == B_OK && clobbering.AddResource('c', 2, "mine", 4) == B_OK
+        && clobbering.Sync() == B_OK); // which removes all but once
+    BResources left(&readable), late(&readable);
+    EXPECT_EQ(DataOf(left, 'c', 1) + DataOf(left, 'c', 2), "othermine");
+    std::filesystem::remove_all(TestHome() / "data/tarvex");
+    EXPECT_FALSE(late.LoadResource('c', 1, &size));
 }
 
 } // namespace

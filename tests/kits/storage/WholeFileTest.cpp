@@ -44,6 +44,19 @@ TEST(WholeFile, TakesThePlaceOfAFileThroughLinksWithItsOwnerAndMode)
     }
 }
 
+TEST(WholeFile, KeepsWhatAPersonHasPutOnTheFile)
+{
+    const TempFolder folder;
+    const std::string path = folder / "f";
+    WriteFile(path, "old");
+    if (setxattr(path.c_str(), "user.note", "text", 4, 0) != 0)
+        GTEST_SKIP() << "No attributes here";
+    char value[8] = "";
+    EXPECT_EQ(Put(path), "");
+    EXPECT_EQ(getxattr(path.c_str(), "user.note", value, sizeof value), 4);
+    EXPECT_STREQ(value, "text");
+}
+
 TEST(WholeFile, SaysWhyItCannotBeWrittenAndLeavesAllAsItWas)
 {
     for (const Row& row : RowsOf("kits/storage/data/refused-files.txt", 4)) {
