@@ -59,7 +59,7 @@ TEST(LinkList, EveryCallLeavesElementsAndCursorAsItSays)
         { "baBba", [&](L& l) { return l.Remove(&b, true); }, "+aBa none -1" },
         { "baba", [&](L& l) { return l.Remove(&c, true); }, "-baba none -1" },
         { "aba", [](L& l) { return l.Remove(l.First(), true); }, "+b none -1" }, // the probe too
-        { "ab", [](L& l) { return (l = l).First(); }, "+ab a 0" },
+        { "ab", [](L& l) { return (l = *&l).First(); }, "+ab a 0" },
         { "abc", [&](L& l) { return (l = other).Get(1L); }, "+xy y 1" },
         { "ab", [&](L& l) { return l.Insert(other), !other.Current(); }, "+abxy none -1" },
         { "ab", [](L& l) { return l.Insert(l), true; }, "+abab a 2" },

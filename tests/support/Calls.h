@@ -23,6 +23,11 @@ T FromField(const std::string& field)
         return static_cast<T>(field == "null" ? nullptr : field.c_str());
 }
 
+inline std::string ToText(const char* text)
+{
+    return text;
+}
+
 template <class T>
 std::string ToField(const T& value)
 {
@@ -31,7 +36,7 @@ std::string ToField(const T& value)
     else if constexpr (std::is_arithmetic_v<T>)
         return std::to_string(value);
     else if constexpr (std::is_convertible_v<T, const char*> && std::is_class_v<T>)
-        return "'" + std::string(static_cast<const char*>(value)) + "'";
+        return "'" + ToText(value) + "'";
     else
         return "";
 }

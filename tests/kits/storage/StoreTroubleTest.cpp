@@ -56,11 +56,11 @@ TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
 struct FaultyDisk {
     FaultyDisk(int firstFault, bool faultStays)
     {
-        first = firstFault, stays = faultStays, reads = 0, broken = -1;
+        sFirst = firstFault, sStays = faultStays, sReads = 0, sBroken = -1;
         Use([](int file, void* buffer, size_t size, off_t offset) -> ssize_t {
-            if (reads++ == first)
-                broken = offset;
-            else if (!stays || offset > broken || offset + static_cast<off_t>(size) <= broken)
+            if (sReads++ == sFirst)
+                sBroken = offset;
+            else if (!sStays || offset > sBroken || offset + static_cast<off_t>(size) <= sBroken)
                 return pread(file, buffer, size, offset);
             errno = EIO;
             return -1;
@@ -75,9 +75,9 @@ struct FaultyDisk {
             system->xSetSystemCall(system, name, reinterpret_cast<sqlite3_syscall_ptr>(call));
     }
 
-    inline static int first, reads;
-    inline static bool stays; // what could not be read once never can be
-    inline static off_t broken;
+    inline static int sFirst, sReads;
+    inline static bool sStays; // what could not be read once never can be
+    inline static off_t sBroken;
 };
 
 TEST(StoreTrouble, WhatTheDiskCannotReadIsNeitherDamageNorNothing)
@@ -103,7 +103,7 @@ TEST(StoreTrouble, WhatTheDiskCannotReadIsNeitherDamageNorNothing)
                 char text[6] = "";
                 const ssize_t size = store.ReadAttribute(kFile, "kept", 0, text, 5);
                 value = size < 0 ? std::to_string(size) : text;
-                isReached = FaultyDisk::reads > first;
+                isReached = FaultyDisk::sReads > first;
             }
             const std::string said = testing::internal::GetCapturedStderr();
             EXPECT_TRUE(
