@@ -1,6 +1,7 @@
 #include "foundation/LibDateTime.h"
 
 #include "tests/foundation/ZoneGuard.h"
+#include "tests/support/Printed.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
@@ -86,10 +87,7 @@ TEST(LibDateTime, TravelsThroughStructTmAndMessages)
         std::tuple(6, 5, 4, 3, 1, 101, 6, 33, -1));
     LibDateTime other;
     other.SetDateTime(&fields);
-    testing::internal::CaptureStderr();
-    other.PrintToStream();
-    EXPECT_EQ(
-        testing::internal::GetCapturedStderr(), "LibDate: 2/3/2001 (2451943)\nTime: 04:05:06\n");
+    EXPECT_EQ(Printed(other), "LibDate: 2/3/2001 (2451943)\nTime: 04:05:06\n");
     BMessage message;
     EXPECT_EQ(moment.Archive(message), B_OK);
     LibDateTime restored;

@@ -1,5 +1,6 @@
 #include "foundation/LibStringList.h"
 
+#include "tests/support/Printed.h"
 #include "tests/support/Test.h"
 
 #include <Message.h>
@@ -25,14 +26,9 @@ TEST(LibStringList, FindsRemovesAndGoesThroughAMessageInOrder)
     filled(other, { "types" });
     other.Append(message, "types");
     other.SetTo(message, "none");
-    const auto printed = [](LibStringList& what) {
-        testing::internal::CaptureStderr();
-        what.PrintToStream();
-        return testing::internal::GetCapturedStderr();
-    };
     const std::string three = "LibString:: <abd>, buffer 4\nLibString:: <xyz>, buffer 4\n"
                               "LibString:: <>, buffer 1\n";
-    EXPECT_EQ(printed(other), "LibString:: <types>, buffer 6\n" + three);
+    EXPECT_EQ(Printed(other), "LibString:: <types>, buffer 6\n" + three);
     other.SetTo(message, *other.First()); // the name may be an entry
-    EXPECT_EQ(printed(other), three);
+    EXPECT_EQ(Printed(other), three);
 }

@@ -1,5 +1,6 @@
 #include "foundation/LibString.h"
 
+#include "tests/support/Printed.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
@@ -24,9 +25,7 @@ TEST(LibString, NumbersAreCutToTheirBuffersAndIntegersNever)
     for (const auto& [change, result] : rows) {
         LibString text("x");
         change(text);
-        testing::internal::CaptureStderr();
-        text.PrintToStream();
-        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        EXPECT_EQ(Printed(text),
             "LibString:: <" + (result ? result : std::string(511, '0') + ">, buffer 512") + "\n");
     }
 }

@@ -2,18 +2,8 @@
 
 #include "tests/foundation/ZoneGuard.h"
 #include "tests/support/Calls.h"
+#include "tests/support/Printed.h"
 #include "tests/support/Test.h"
-
-namespace {
-
-std::string TextOf(const LibTime& time)
-{
-    testing::internal::CaptureStderr();
-    time.PrintToStream();
-    return testing::internal::GetCapturedStderr();
-}
-
-} // namespace
 
 TEST(LibTime, ChangesCarryWholeDaysInBothDirections)
 {
@@ -28,7 +18,7 @@ TEST(LibTime, ChangesCarryWholeDaysInBothDirections)
         EXPECT_EQ(sscanf(row[0].c_str(), "%d:%d:%d", &h, &m, &s), 3);
         LibTime time(h, m, s);
         const std::string days = calls.at(row[1])(time, row);
-        EXPECT_EQ((days.empty() ? "" : days + " ") + TextOf(time), row[3] + "\n")
+        EXPECT_EQ((days.empty() ? "" : days + " ") + Printed(time), row[3] + "\n")
             << testing::PrintToString(row);
     }
     LibTime time(17, 30, 15);
@@ -50,7 +40,7 @@ TEST(LibTime, ReadsFixedAndFreeForms)
         const char* text = row[1] == "null" ? nullptr : row[1].c_str();
         const bool isRead = row[0] == "free" ? time.SetUnformattedTime(text) : time.SetTime(text);
         EXPECT_EQ(isRead, row[2] != "-");
-        EXPECT_EQ(TextOf(time), "Time: " + (isRead ? row[2] : "09:09:09") + "\n");
+        EXPECT_EQ(Printed(time), "Time: " + (isRead ? row[2] : "09:09:09") + "\n");
     }
 }
 
@@ -60,7 +50,7 @@ TEST(LibTime, TakesTheTimeOfAMomentInTheZoneOrInUtc)
     LibTime local, utc;
     local.SetTime(time_t { 3600 }, true);
     utc.SetTime(time_t { 3600 }, false);
-    EXPECT_EQ(TextOf(local) + TextOf(utc), "Time: 21:30:00\nTime: 01:00:00\n");
+    EXPECT_EQ(Printed(local) + Printed(utc), "Time: 21:30:00\nTime: 01:00:00\n");
     const LibTime now(true), there(true, false);
     const int32 ahead = there - now; // and maybe a second, or a day less
     EXPECT_TRUE((ahead + 86400) % 86400 == 12600 || (ahead + 86400) % 86400 == 12601) << ahead;

@@ -1,5 +1,6 @@
 #include "foundation/xmlParser.h"
 
+#include "tests/support/Printed.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
@@ -17,17 +18,6 @@ private:
     const TempFolder fFolder;
     const std::string fPath = fFolder / "file";
 };
-
-// What an object prints of itself.
-template <class Object>
-std::string Printed(const Object& object)
-{
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    object.PrintToStream();
-    static_cast<void>(testing::internal::GetCapturedStdout());
-    return testing::internal::GetCapturedStderr();
-}
 
 std::string ValueOf(const char* text)
 {

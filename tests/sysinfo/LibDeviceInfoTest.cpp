@@ -1,6 +1,7 @@
 #include "sysinfo/LibDeviceInfo.h"
 
 #include "tests/kits/kernel/PciTree.h"
+#include "tests/support/Printed.h"
 #include "tests/support/Test.h"
 
 TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
@@ -21,10 +22,7 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
         item->Write(file);
     fclose(file);
     EXPECT_EQ(tree.Read("written"), ReadFile(TARVEX_TESTS "/sysinfo/devices.txt"));
-    testing::internal::CaptureStderr();
-    info.PrintToStream();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        ReadFile(TARVEX_TESTS "/sysinfo/printed-devices.txt"));
+    EXPECT_EQ(Printed(info), ReadFile(TARVEX_TESTS "/sysinfo/printed-devices.txt"));
 
     EXPECT_EQ(info.NumberPciDecices(6), 2);
     const pciDevice& last = *info.Get(4L)->devices.begin();

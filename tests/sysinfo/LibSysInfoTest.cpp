@@ -1,5 +1,6 @@
 #include "sysinfo/LibSysInfo.h"
 
+#include "tests/support/Printed.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -44,15 +45,11 @@ TEST(LibSysInfo, DescribesAMachineInOneLine)
     const char* depth = machine.ScreenDepthStr(); // which another thread may ask for meanwhile
     EXPECT_STREQ(LibSysInfo(PentiumPair(), BRect(), B_RGB32).ScreenDepthStr(), "32 bit color");
     EXPECT_STREQ(depth, "8 bit color");
-    testing::internal::CaptureStderr();
-    machine.PrintToStream();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(Printed(machine),
         "AT Clone (2-Intel Pentium II@401/100MHz) 128MB RAM\n8 bit color, 1024x768\n");
     LibSysInfo copy(system_info {}, BRect(0, 0, 639, 479), B_RGB32);
     copy = machine; // but for the screen's size
-    testing::internal::CaptureStderr();
-    copy.PrintToStream();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(Printed(copy),
         "AT Clone (2-Intel Pentium II@401/100MHz) 128MB RAM\n8 bit color, 640x480\n");
     EXPECT_STREQ(copy.kernelBuild, "Nov 21 1999, 12:00:01");
     EXPECT_EQ(copy.cpuRevision, 7);

@@ -16,8 +16,8 @@ namespace kernel {
 // that both are killed. Not safe for use by two threads at once.
 class ProcessorLease {
 public:
-    // The switches below root of the processors with these numbers, eight at most; an index is one of
-    // theirs.
+    // The switches below root of the processors with these numbers, eight at most; an index is one
+    // of theirs.
     ProcessorLease(const std::string& root, const std::vector<int>& numbers);
     // As End().
     ~ProcessorLease();
