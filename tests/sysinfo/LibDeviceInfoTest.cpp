@@ -28,6 +28,7 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
     const pciDevice& last = *info.Get(4L)->devices.begin();
     EXPECT_EQ(last.boardVendorId << 16 | last.boardId, 0x102b0539);
     EXPECT_STREQ(last.slot, "00:06.0");
+    EXPECT_EQ(info.Get(1L)->devices.begin()->subclass, 2);
     pciDevice half;
     half.VendorLong("Known by its long name alone");
     EXPECT_FALSE(half.IsVendorMatched());

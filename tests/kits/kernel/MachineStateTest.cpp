@@ -99,6 +99,9 @@ TEST(MachineState, EnergyOfAllPackagesAcrossAWrap)
     write("intel-rapl:1", "package-1\n", "1500000\n");
     write("intel-rapl:2", "psys\n", "9000000\n");
     EXPECT_EQ(ChangeBetween(before, ReadMachineState()).joules, 7.5);
+    MachineState renamed = before;
+    renamed.energy[0].name = "another";
+    EXPECT_EQ(ChangeBetween(renamed, ReadMachineState()).joules, std::nullopt);
     tree.Write("sys/class/powercap/intel-rapl:1/max_energy_range_uj", "");
     EXPECT_EQ(ChangeBetween(ReadMachineState(), before).joules, std::nullopt);
     std::filesystem::remove(tree / "sys/class/powercap/intel-rapl:1/energy_uj");

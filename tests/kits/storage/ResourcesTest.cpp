@@ -93,8 +93,12 @@ TEST(Resources, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
     EXPECT_TRUE(clobbering.Sync() == B_OK && other.AddResource('c', 1, "other", 5) == B_OK
         && other.Sync() == B_OK && clobbering.AddResource('c', 2, "mine", 4) == B_OK
         && clobbering.Sync() == B_OK); // which removes all but once
+    EXPECT_TRUE(clobbering.RemoveResource('c', 3) == B_ENTRY_NOT_FOUND
+        && other.AddResource('c', 3, "x", 1) == B_OK && other.RemoveResource('c', 3) == B_OK
+        && other.Sync() == B_OK && clobbering.AddResource('c', 3, "kept", 4) == B_OK
+        && clobbering.Sync() == B_OK && other.Sync() == B_OK); // removes nothing twice
     BResources left(&readable), late(&readable);
-    EXPECT_EQ(DataOf(left, 'c', 1) + DataOf(left, 'c', 2), "othermine");
+    EXPECT_EQ(DataOf(left, 'c', 1) + DataOf(left, 'c', 2) + DataOf(left, 'c', 3), "otherminekept");
     std::filesystem::remove_all(TestHome() / "data/tarvex");
     EXPECT_FALSE(late.LoadResource('c', 1, &size));
 }
