@@ -140,7 +140,6 @@ template <class T>
 void LinkList<T>::Clear()
 {
     cursor = head;
-    cursorIndex = 0;
     while (Remove()) { }
 }
 

@@ -186,7 +186,6 @@ std::vector<RunWarning> WarningsOfRun(const MachineDetails& details, const Machi
 {
     Warnings warnings;
     WarnOfBattery(after, warnings);
-    WarnOfChange(details, std::min(used, details.processors.size()), ChangeBetween(before, after),
-        after.temperature, warnings);
+    WarnOfChange(details, used, ChangeBetween(before, after), after.temperature, warnings);
     return warnings;
 }

@@ -5,6 +5,7 @@
 #include "tests/foundation/ScratchFolder.h"
 #include "tests/support/Test.h"
 
+#include <AppFileInfo.h>
 #include <Application.h>
 #include <Bitmap.h>
 #include <FindDirectory.h>
@@ -89,22 +90,33 @@ TEST(LibAppResource, ValuesAreFoundAndCopiedByTypeAndId)
     source.AddResource(B_RECT_TYPE, 1, sides, sizeof(sides));
     LibAppResource target("target", kNewFile);
     target.AddResource(B_STRING_TYPE, 1, "other", 5, "other");
-    for (const type_code type :
-        { B_STRING_TYPE, B_INT32_TYPE, B_BOOL_TYPE, B_RGB_COLOR_TYPE, B_RECT_TYPE, B_RAW_TYPE })
+    source.AddResource(B_INT8_TYPE, 1, "\3", 1);
+    for (const type_code type : { B_STRING_TYPE, B_INT32_TYPE, B_BOOL_TYPE, B_INT8_TYPE,
+             B_RGB_COLOR_TYPE, B_RECT_TYPE, B_RAW_TYPE })
         EXPECT_TRUE(source.CopyResource(1, type, target));
 
-    char text[8] = "";
+    char text[8] = "before";
     int32 found = 0;
+    int8 small = 0;
     bool flag = false;
     rgb_color color {};
     BRect rect;
+    EXPECT_FALSE(LibFindStringResource(target, 2, text) || LibFindStringResource(target, 1, nullptr)
+        || LibFindLongResource(target, 2, found) || LibFindShortResource(target, 2, small)
+        || LibFindBoolResource(target, 2, flag) || LibFindRGBResource(target, 2, color)
+        || LibFindRectResource(target, 2, rect) || target.FindString(2));
+    EXPECT_TRUE(text == std::string("before") && found + small + flag + color.red == 0);
     EXPECT_TRUE(LibFindStringResource(target, 1, text) && text == std::string("text"));
-    EXPECT_TRUE(LibFindLongResource(target, 1, found));
-    EXPECT_TRUE(LibFindBoolResource(target, 1, flag) && flag && found == -5);
+    EXPECT_TRUE(LibFindLongResource(target, 1, found) && LibFindShortResource(target, 1, small));
+    EXPECT_TRUE(LibFindBoolResource(target, 1, flag) && flag && found == -5 && small == 3);
     EXPECT_TRUE(LibFindRGBResource(target, 1, color) && color == (rgb_color { 1, 2, 3, 4 }));
     EXPECT_TRUE(LibFindRectResource(target, 1, rect) && rect == BRect(1, 2, 3, 4.5f));
     EXPECT_STREQ(std::unique_ptr<char[]>(target.FindString(1)).get(), "text");
     EXPECT_TRUE(target.HasResource(B_STRING_TYPE, "no end mark"));
+    EXPECT_TRUE(target.CopyResource(1, B_STRING_TYPE, target)); // the same object
+    EXPECT_TRUE(LibFindStringResource(target, 1, text) && !target.HasResource(B_RAW_TYPE, 1));
+    target.AddResource(B_INT32_TYPE, 1, "abc", 3);
+    EXPECT_FALSE(LibFindLongResource(target, 1, found)); // of another size
 }
 
 TEST_F(AppFile, KeepsStringsAndBitmapsFromOneStartToTheNext)
@@ -122,15 +134,19 @@ TEST_F(AppFile, KeepsStringsAndBitmapsFromOneStartToTheNext)
         resources.SetString("greeting", "hello");
         resources.SetString("farewell", "bye");
         resources.SetString("greeting", "good day");
+        resources.SetString("greeting", nullptr);
+        resources.SetString(nullptr, "nobody");
+        EXPECT_TRUE(resources.HasString("farewell") && !resources.HasString("none"));
         EXPECT_EQ(resources.GetNextId('BBMP'), 4);
     }
     qResources resources(B_READ_ONLY);
-    EXPECT_EQ(Text(resources.GetString("greeting")) + Text(resources.GetString("farewell")),
+    EXPECT_EQ(Text(resources.GetString("greeting")) + Text(resources.GetString("farewell"))
+            + Text(resources.GetString("none")),
         "good daybye");
     const std::unique_ptr<BBitmap> read(resources.GetBitmap("picture"));
     ASSERT_NE(read, nullptr);
     EXPECT_EQ(memcmp(read->Bits(), bitmap.Bits(), static_cast<size_t>(bitmap.BitsLength())), 0);
-    EXPECT_EQ(resources.GetBitmap("damaged"), nullptr);
+    EXPECT_FALSE(resources.GetBitmap("damaged") || resources.GetBitmap("none"));
 }
 
 TEST_F(AppFile, SaysWhatTheApplicationIs)
@@ -142,6 +158,19 @@ TEST_F(AppFile, SaysWhatTheApplicationIs)
     };
     EXPECT_EQ(recorded(3, 2, 4) + recorded(3, 5, 0), "1.20.3 Beta 41.20.3");
     EXPECT_EQ(recorded(0, 0, 0) + recorded(0, 4, 9), "1.20.0 Dev1.20.0 Gold 9");
+    EXPECT_EQ(Text(LibGetAppVersion("none")), "");
+    entry_ref self, text;
+    char signature[B_MIME_TYPE_LENGTH] = "before";
+    BFile file;
+    WriteFile("file", "text");
+    EXPECT_TRUE(get_ref_for_path("file", &text) == B_OK && !LibGetAppSignature(text, signature));
+    EXPECT_STREQ(signature, "");
+    EXPECT_EQ(get_ref_for_path(fs::read_symlink("/proc/self/exe").c_str(), &self), B_OK);
+    EXPECT_FALSE(LibGetAppSignature(self, signature));
+    EXPECT_TRUE(LibOpenAppFile(nullptr, B_READ_WRITE, file));
+    EXPECT_EQ(BAppFileInfo(&file).SetSignature("application/x-vnd.Test"), B_OK);
+    EXPECT_TRUE(LibGetAppSignature(self, signature));
+    EXPECT_STREQ(signature, "application/x-vnd.Test");
     LibStringList types;
     EXPECT_EQ(LibGetAppSupportedTypes(types), 0);
     EXPECT_TRUE(

@@ -4,9 +4,14 @@
 #include "foundation/LibNode.h"
 #include "foundation/LibTools.h"
 #include "tests/foundation/ScratchFolder.h"
+#include "tests/foundation/ZoneGuard.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <Message.h>
+
+#include <fcntl.h>
+#include <regex>
 
 namespace fs = std::filesystem;
 using testing::internal::CaptureStderr;
@@ -17,38 +22,98 @@ TEST(LibPath, TheFirstExistingFileOfASearchListIsFound)
     const ScratchFolder folder;
     for (const char* name : { "a", "b c" })
         EXPECT_TRUE(Libmkdir(name) && LibSymLink("/", (std::string(name) + "/tool").c_str()));
-    const char* rows[][2] = { { "%/a:%/b c", "a/tool" }, { "%/none:%/b c:%/a", "b c/tool" },
-        { "%/b c", "b c/tool" }, { "::%/none:", "" }, { "%/none:a", "a/tool" }, { "", "" } };
-    for (const auto& [pattern, expected] : rows) {
-        std::string list = pattern;
-        while (list.find('%') != list.npos)
-            list.replace(list.find('%'), 1, folder.Path());
+    for (const Row& row : RowsOf("foundation/data/searched-folders.txt", 2)) {
+        const std::string list = std::regex_replace(row[0], std::regex("%"), folder.Path());
         setenv("TARVEX_LIST", list.c_str(), 1);
         BPath found;
-        EXPECT_EQ(LibFindEnvFile("TARVEX_LIST", "tool", found), *expected != '\0') << list;
-        EXPECT_EQ(found.Path() ? found.Path() : folder / "", folder / expected) << list;
+        EXPECT_EQ(LibFindEnvFile("TARVEX_LIST", "tool", found), !row[1].empty()) << list;
+        EXPECT_EQ(found.Path() ? found.Path() : folder / "", folder / row[1]) << list;
     }
 }
 
 TEST(LibPath, EntriesAndPathsLeadToEachOther)
 {
     const ScratchFolder folder;
-    entry_ref ref;
-    LibString text;
-    BPath path;
-    char leaf[B_FILE_NAME_LENGTH];
-    EXPECT_TRUE(Libmkdir("one/two") && !Libmkdir("one"));
-    EXPECT_TRUE(LibGetEntryRef("one/file", ref) && !LibGetEntryRef("none/file", ref));
-    EXPECT_TRUE(LibGetFullPath(ref, text) && Text(text) == folder / "one/file");
-    EXPECT_TRUE(
-        LibGetPath(LibGetParentRef(ref), "two", path) && path == (folder / "one/two").c_str());
-    EXPECT_TRUE(LibGetChildName("one/file", leaf) && leaf == std::string("file"));
-
-    BMessage reply;
-    const entry_ref directory = LibGetParentRef(ref);
-    reply.AddRef("directory", &directory);
+    setenv("XDG_CONFIG_HOME", (folder / "settings").c_str(), 1);
+    EXPECT_TRUE(Libmkdir("one/two") && !Libmkdir("one") && !Libmkdir("one/two/"));
+    entry_ref file;
+    EXPECT_TRUE(LibGetEntryRef("one/file", file) && !LibGetEntryRef("none/file", file));
+    const entry_ref one = LibGetParentRef(file), none;
+    BMessage reply, half;
+    reply.AddRef("directory", &one);
+    half.AddRef("directory", &one);
     reply.AddString("name", "a name");
-    EXPECT_TRUE(LibGetFilePath(&reply, path) && path == (folder / "one/a name").c_str());
+    // What the call sets a path, or a text, to; what was in it before if it refuses.
+    const auto path = [](const std::function<bool(BPath&)>& call) {
+        BPath found("/before");
+        const std::string refused = call(found) ? "" : "refused ";
+        return refused + found.Path();
+    };
+    const auto text = [](const std::function<bool(LibString&)>& call) {
+        LibString found("before");
+        const std::string refused = call(found) ? "" : "refused ";
+        return refused + Text(found);
+    };
+    const std::pair<std::string, std::string> rows[] = {
+        { path([&](BPath& p) { return LibGetFullPath(file, p); }), folder / "one/file" },
+        { path([&](BPath& p) { return LibGetFullPath(none, p); }), "refused /before" },
+        { path([&](BPath& p) { return LibGetPath(one, "two", p); }), folder / "one/two" },
+        { path([&](BPath& p) { return LibGetPath(one, nullptr, p); }), "refused /before" },
+        { path([&](BPath& p) { return LibGetPath(one, "/two", p); }), "refused /before" },
+        { path([&](BPath& p) { return LibGetFilePath(&reply, p); }), folder / "one/a name" },
+        { path([&](BPath& p) { return LibGetFilePath(&half, p); }), "refused /before" },
+        { path([&](BPath& p) { return LibGetFilePath(nullptr, p); }), "refused /before" },
+        { path([](BPath& p) { return LibFindSystemTool("cp", p); }), "/usr/bin/cp" },
+        { path([](BPath& p) { return LibFindSystemTool("none", p); }), "refused /before" },
+        { path(LibGetWorkingDirectory), folder.Path() },
+        { text([&](LibString& t) { return LibGetFullPath(file, t); }), folder / "one/file" },
+        { text([&](LibString& t) { return LibGetFullPath(none, t); }), "refused before" },
+        { text([](LibString& t) { return LibGetParentPath("one/file", t); }), folder / "one" },
+        { text([](LibString& t) { return LibGetParentPath("/", t); }), "refused before" },
+        { text([](LibString& t) { return LibGetSettingsPath(t); }), folder / "settings" },
+    };
+    for (const auto& [found, expected] : rows)
+        EXPECT_EQ(found, expected);
+    char leaf[B_FILE_NAME_LENGTH] = "leaf";
+    EXPECT_FALSE(LibGetChildName(std::string("/" + std::string(256, 'n')).c_str(), leaf));
+    EXPECT_TRUE(LibGetSettingsPath(leaf, 0) && leaf == std::string("leaf"));
+    EXPECT_TRUE(LibGetChildName("one/file", leaf) && leaf == std::string("file"));
+    EXPECT_TRUE(LibGetSettingsPath(leaf, 6) && leaf == folder.Path().substr(0, 5));
+    EXPECT_TRUE(LibChangeDirectory("one") && LibExists("../one") && !LibExists(nullptr));
+    EXPECT_FALSE(LibChangeDirectory("file") || LibChangeDirectory(nullptr));
+}
+
+TEST(LibPath, UniqueNamesHaveThePrefixCutBeforeTheirNumbers)
+{
+    const ScratchFolder folder;
+    BPath temporary, first, second;
+    EXPECT_EQ(find_directory(B_COMMON_TEMP_DIRECTORY, &temporary), B_OK);
+    LibUniqueName(first, std::string(300, 'x').c_str());
+    LibUniqueName(second, nullptr);
+    // Call, process and second, of which the last digits may differ.
+    const std::string numbers = std::to_string(getpid()) + std::to_string(time(nullptr));
+    const auto form = [&](const std::string& prefix) {
+        return std::regex(temporary.Path() + ("/" + prefix) + "\\d+"
+            + numbers.substr(0, numbers.size() - 3) + "\\d{3}");
+    };
+    EXPECT_TRUE(std::regex_match(first.Path(), form(std::string(192, 'x')))) << first.Path();
+    EXPECT_TRUE(std::regex_match(second.Path(), form(""))) << second.Path();
+    EXPECT_STRNE(first.Leaf() + 192, second.Leaf());
+}
+
+TEST(LibPath, StandardDirectoriesHaveNamesThatLeadBackToThem)
+{
+    std::set<std::string> names;
+    for (int which = -1; which < 5000; which++) {
+        LibString name("none");
+        directory_which back {};
+        const bool isNamed = LibGetStdDirName(static_cast<directory_which>(which), name);
+        EXPECT_TRUE(LibGetStdDirName(name, back) ? back == which : !isNamed) << which;
+        names.insert(Text(name));
+    }
+    EXPECT_EQ(names.size(), 51u + 1); // and "none"
+    EXPECT_TRUE(LibStdDirNameExists("BeOS Bin") && !LibStdDirNameExists("bin"));
+    EXPECT_FALSE(LibStdDirNameExists(nullptr));
 }
 
 TEST(LibPath, SizesCountWhatIsInFoldersAndLinksOnlyThemselves)
@@ -59,24 +124,65 @@ TEST(LibPath, SizesCountWhatIsInFoldersAndLinksOnlyThemselves)
     WriteFile("tree/branch/b", "123");
     fs::create_symlink("..", "tree/branch/up"); // a link is as long as what it says
     EXPECT_TRUE(LibNode("tree/branch/b").WriteStringAttr("note", "ten bytes"));
+    EXPECT_TRUE(LibNode("tree/branch/b").WriteBoolAttr("flag", true));
     EXPECT_EQ(LibEntrySize("tree", false), 10);
-    EXPECT_EQ(LibEntrySize("tree", true), 20);
+    EXPECT_EQ(LibEntrySize("tree", true), 21);
+    EXPECT_EQ(LibEntrySize("none", true), 0);
 }
 
-TEST(LibFileInfo, ACopyHasTheTypeAndDescriptionsNameTheKind)
+TEST(LibFileInfo, TypesAreSetGuessedCopiedAndDescribed)
 {
     const ScratchFolder folder;
     WriteFile("file", "text");
-    EXPECT_TRUE(Libmkdir("folder") && LibSymLink("file", "link"));
+    EXPECT_TRUE(Libmkdir("folder/deep") && LibSymLink("file", "link"));
     EXPECT_TRUE(
         LibSetMimeType("file", "text/x-special") && !LibSetFileType("missing", "text/plain"));
-    EXPECT_TRUE(LibCopy("file", "copy") && LibCopy("file", "folder"));
-    EXPECT_EQ(TypeOf("copy") + TypeOf("folder/file"), "text/x-specialtext/x-special");
-    EXPECT_EQ(TypeOf("folder", true) + TypeOf("link", true), "FolderSymbolic Link");
-    EXPECT_EQ(TypeOf("/usr/bin/zip", true) + TypeOf("copy", true), "Be ApplicationUnknown");
-    EXPECT_EQ(TypeOf("missing", true), "(none)");
-    EXPECT_TRUE(Libmimeset("copy") && Libmimeset("folder"));
-    EXPECT_EQ(TypeOf("copy") + TypeOf("folder/file"), "text/plaintext/plain");
+    EXPECT_TRUE(LibCopy("file", "copy") && LibCopy("file", "folder/deep"));
+    const auto types = [](bool describe) {
+        std::string all;
+        for (const char* path :
+            { "copy", "folder/deep/file", "folder", "link", "/usr/bin/zip", "missing" })
+            all += TypeOf(path, describe) + " ";
+        return all;
+    };
+    const std::string others = "application/x-vnd.Be-directory application/x-vnd.Be-symlink "
+                               "application/x-vnd.Be-elfexecutable (none) ";
+    EXPECT_EQ(types(false), "text/x-special text/x-special " + others);
+    EXPECT_EQ(types(true), "Unknown Unknown Folder Symbolic Link Be Application (none) ");
+    EXPECT_TRUE(Libmimeset("copy") && Libmimeset("folder") && !Libmimeset("missing"));
+    EXPECT_EQ(types(false), "text/plain text/plain " + others);
+}
+
+TEST(LibFileInfo, MomentsAreThoseOfTheFileHereOrInUtc)
+{
+    const ScratchFolder folder;
+    const ZoneGuard zone("NST3:30");
+    WriteFile("file", "text");
+    const timespec times[] = { { 1'000'000'000, 0 }, { 986'050'800, 0 } }; // of access, of change
+    EXPECT_EQ(utimensat(AT_FDCWD, "file", times, 0), 0);
+    entry_ref ref;
+    EXPECT_TRUE(LibGetEntryRef("file", ref));
+    const auto moment = [](const LibDateTime& shown) {
+        LibString iso;
+        shown.GetIso8601(iso, 0);
+        return Text(iso);
+    };
+    const BEntry entry("file"), missing("missing");
+    EXPECT_EQ(moment(LibAccessedDate(entry)), "20010908T221640");
+    EXPECT_EQ(moment(LibAccessedDate(entry, false)), "20010909T014640");
+    EXPECT_EQ(moment(LibLastModifiedDate(entry)), "20010331T113000");
+    EXPECT_EQ(moment(LibLastModifiedDate("file", false)), "20010331T150000");
+    const int64 old = time(nullptr) - (LibCreationDate("file", false) - LibDateTime(1, 1, 1970));
+    EXPECT_TRUE(old >= 0 && old < 1000) << old;
+    EXPECT_EQ(LibCreationDate("file", false) - LibCreationDate(ref), 12600);
+    CaptureStderr();
+    EXPECT_TRUE(LibGetEntryRef("missing", ref));
+    for (const LibDateTime& none : { LibCreationDate(ref), LibCreationDate("missing"),
+             LibLastModifiedDate("missing"), LibAccessedDate(missing) })
+        EXPECT_EQ(moment(none), "00000T000000");
+    EXPECT_EQ(GetCapturedStderr(),
+        "LibCreationDate: Unable to set entry\nLibCreationDate: Unable to set entry <missing>\n"
+        "LibLastModifiedDate: Unable to set entry <missing>\n");
 }
 
 TEST(LibTrash, NewNamesAreFreeAndARecordKeepsTheWayBack)
@@ -115,10 +221,11 @@ TEST(LibByteCount, TurnsIntoTextAndBack)
         LibBytesToString(bytes, result, decimals);
         return Text(result);
     };
-    EXPECT_EQ(text(1024, 0) + text(1'048'576, 0) + text(1'572'864, 1), "1024 bytes1024 KB1.5 MB");
-    const std::pair<const char*, uint32> rows[] = { { "2 KB", 2048 }, { "1.5 MB", 1'572'864 },
-        { "0.0015 KB", 1 }, { "5 bytes", 0 }, { "2", 0 }, { "-1 KB", 0 },
-        { "9999999 MB", UINT32_MAX } };
-    for (const auto& [number, bytes] : rows)
-        EXPECT_EQ(LibStringToBytes(number), bytes) << number;
+    EXPECT_EQ(text(1024, 0) + text(1025, 2) + text(1'048'576, 0) + text(1'048'577, 3),
+        "1024 bytes1.00 KB1024 KB1.000 MB");
+    for (const Row& row : RowsOf("foundation/data/bytes.txt", 2))
+        EXPECT_EQ(std::to_string(LibStringToBytes(row[0].c_str())), row[1]) << row[0];
+    CaptureStderr();
+    EXPECT_EQ(LibStringToBytes("x KB") + LibStringToBytes(nullptr), 0u);
+    EXPECT_EQ(GetCapturedStderr(), "LibConvertBytes <x> not a float\n");
 }

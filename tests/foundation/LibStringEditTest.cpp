@@ -1,4 +1,5 @@
 #include "foundation/LibString.h"
+#include "tests/support/Calls.h"
 #include "tests/support/Test.h"
 
 #include <Font.h>
@@ -42,44 +43,44 @@ void Expect(const std::vector<std::pair<std::string, const char*>>& rows)
         EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
 }
 
+#define CALL(name) std::pair(#name, Function(&S::name))
+const Calls<S> kCalls = { CALL(ToIndex), CALL(FromIndex), CALL(Remove), CALL(ShiftFrom),
+    CALL(RemoveChar), CALL(ToChar), CALL(FromChar), CALL(ToLast), CALL(FromLast), CALL(Insert),
+    CALL(Replace), CALL(PrePend), CALL(SwapChar), CALL(RemoveWord), CALL(RemoveAllWords),
+    CALL(RemoveRepeatingChar), CALL(StripLeadingSpaces), CALL(StripTrailingSpaces),
+    CALL(StripAllSpaces), CALL(StripLeadingChar), CALL(StripTrailingChar), CALL(StripPunct),
+    CALL(ToUpperCase), CALL(ToLowerCase), CALL(ToProperCase), CALL(CharFromIndex),
+    CALL(CharToIndex), CALL(GetHex), CALL(Words), CALL(Count), CALL(IsBlank), CALL(IsNumeric),
+    CALL(IndexOfAny), CALL(CharCount), CALL(PackSize),
+    { "Compare", Function<const S&, const bool&>(&S::Compare) },
+    { "BeginsWith", Function<const S&, const bool&>(&S::BeginsWith) },
+    { "EndsWith", Function<const S&, const bool&>(&S::EndsWith) },
+    { "Contain", Function<const S&, const bool&>(&S::Contain) },
+    { "ContainByte", Function<const char&>(&S::Contain) },
+    { "Index", Function<const S&>(&S::Index) }, { "IndexOfByte", Function<const char&>(&S::Index) },
+    { "IsWildCard", Function<const S&>(&S::IsWildCard) },
+    { "Extract", Function<const int32&, const int32&>(&S::Extract) },
+    { "ExtractBetween", Function<const char&, const char&, const bool&>(&S::Extract) } };
+
 } // namespace
 
-TEST(LibStringEdit, CuttingByIndexKeepsToItsRanges)
+TEST(LibStringEdit, DoesWhatItSaysAndNothingElse)
 {
-    Expect({ { After("abc", &S::ToIndex, 1), "ab" }, { After("abc", &S::ToIndex, -1), "" },
-        { After("abc", &S::ToIndex, -2), "abc" }, { After("abc", &S::ToIndex, 3), "abc" },
-        { After("abc", &S::FromIndex, 1), "bc" }, { After("abc", &S::FromIndex, 3), "" },
-        { After("abc", &S::RemoveChar, 3), "abc" }, { After("abcde", &S::Remove, 1, 3), "ae" },
-        { After("abc", &S::Remove, 1, INT32_MAX), "a" }, { After("abc", &S::Remove, -1, 1), "abc" },
-        { After("abcde", &S::ShiftFrom, 1, 3), "ade" }, { After("abc", &S::ShiftFrom, 1, 9), "a" },
-        { After("abc", &S::ShiftFrom, 2, 0), "abc" } });
-}
-
-TEST(LibStringEdit, CuttingByCharacterCountsOccurrencesFromZero)
-{
-    Expect({ { After("a:b:c", &S::ToChar, ':', 1, 0), "a:b" },
-        { After("a:b", &S::ToChar, ':', 0, -9), "" }, // far in front of the text
-        { After("a:b", &S::ToChar, ':', 0, 99), "a:b" },
-        { After("a:b:c", &S::FromChar, ':', 1, 0), ":c" },
-        { After("a:b", &S::FromChar, ':', 0, -2), "" },
-        { After("a:b", &S::FromChar, ':', 0, 2), "" }, { After("/a/b", &S::ToLast, '/', 0), "/a/" },
-        { After("/a", &S::ToLast, '/', -1), "" }, { After("/a", &S::ToLast, '/', -2), "/a" },
-        { After("/a/b", &S::FromLast, '/', 1), "b" }, { After("/a/", &S::FromLast, '/', 1), "" },
-        { After("ab", &S::FromLast, '/', 1), "ab" },
-        { After("a:b:c", &S::ToChar, ':', 2, 0), "a:b:c" } });
-}
-
-TEST(LibStringEdit, GrowingPutsTheTextWhereItIsSaid)
-{
-    Expect({ { After("abc", &S::Insert, 0, "X"), "aXbc" },
-        { After("abc", &S::Insert, -1, "X"), "Xabc" }, { After("abc", &S::Insert, 9, "X"), "abcX" },
-        { After("abc", &S::Insert, -2, "X"), "abcX" }, { After("", &S::Insert, 5, "X"), "X" },
-        { After("aXbX", &S::Replace, "X", "yy"), "ayybX" },
-        { After("XaXX", [](S& s) { s.ReplaceAll("X", "yy"); }), "yyayyyy" },
+    for (const Row& row : RowsOf("foundation/data/strings.txt", 3)) {
+        S s(row[0] == "null" ? nullptr : row[0].c_str());
+        const std::string told = kCalls.at(row[1])(s, row);
+        const char* left = s;
+        const std::string after = left ? left : "(no buffer)";
+        const bool isChanged = after != (row[0] == "null" ? "(no buffer)" : row[0]);
+        const std::string change = isChanged ? " <" + after + ">" : "";
+        EXPECT_EQ(told.empty() ? after : told + change, row.back()) << testing::PrintToString(row);
+    }
+    Expect({ { After("XaXX", [](S& s) { s.ReplaceAll("X", "yy"); }), "yyayyyy" },
         { After("1", [](S& s) { ((s += -7) += 0.5f) += 0.25; }), "1-70.5000000.250000" },
         { After("", [](S& s) { s += INT32_MIN; }), "-2147483648" },
         { After("a", [](S& s) { s.ReplaceAll("", "x"); }), "a" },
-        { After("a", [](S& s) { s = static_cast<const char*>(nullptr); }), "a" } });
+        { After("a", [](S& s) { s = static_cast<const char*>(nullptr); }), "a" },
+        { After(nullptr, [](S& s) { s.Concat("a"); }), "a" } });
 }
 
 TEST(LibStringEdit, TextsGivenMayLieInTheStringItself)
@@ -113,54 +114,6 @@ TEST(LibStringEdit, WhatHasNoRoomIsRefusedAndTheTextStays)
         { After("abc", [=](S& s) { s = huge; }), "abc" } });
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(said.substr(0, said.find('\n')), "No room for a text of <2147483652> bytes");
-}
-
-TEST(LibStringEdit, RemovingByKindLeavesTheRest)
-{
-    Expect({ { After("abca", &S::SwapChar, 'a', 'b'), "bbcb" },
-        { After("one two one", &S::RemoveWord, "one"), " two one" },
-        { After("oneone", &S::RemoveWord, "one"), "oneone" },
-        { After("a b\ta", &S::RemoveAllWords, "a"), " b\t" },
-        { After("aabbaa", &S::RemoveRepeatingChar, 'a'), "abba" },
-        { After(" \ta ", &S::StripLeadingSpaces), "a " },
-        { After(" a\n\r", &S::StripTrailingSpaces), " a" },
-        { After("  ", &S::StripTrailingSpaces), "" }, { After(" a b\v", &S::StripAllSpaces), "ab" },
-        { After("xxax", &S::StripLeadingChar, 'x'), "ax" },
-        { After("xaxx", &S::StripTrailingChar, 'x'), "xa" },
-        { After("a_b.c-~\xe9!", &S::StripPunct), "a_bc\xe9" },
-        { After("az\xe4[`{", &S::ToUpperCase), "AZ\xe4[`{" } });
-}
-
-TEST(LibStringEdit, ProperCaseRaisesTheBeginningsOfWordsAndNames)
-{
-    Expect({ { After("hello wORLD", &S::ToProperCase), "Hello World" },
-        { After("it's", &S::ToProperCase), "It's" },
-        { After("o'neil and o'hara", &S::ToProperCase), "O'Neil And O'Hara" },
-        { After("'twas", &S::ToProperCase), "'Twas" },
-        { After("a 'word 's", &S::ToProperCase), "A 'Word 's" },
-        { After("u.s.a. e.g", &S::ToProperCase), "U.S.A. E.g" },
-        { After("at&t", &S::ToProperCase), "At&T" } });
-}
-
-TEST(LibStringEdit, Utf8CharactersAreCountedByTheirFirstByte)
-{
-    constexpr char kAccent[] = "\xc3\xa9x"; // an accented letter of two bytes, then x
-    Expect({ { After(kAccent, &S::CharFromIndex, 1), "x" },
-        { After(kAccent, &S::CharFromIndex, 2), kAccent },
-        { After(kAccent, &S::CharToIndex, 1), kAccent },
-        { After(kAccent, &S::CharToIndex, 0), "\xc3" }, // its first byte alone
-        { After("abc", &S::CharToIndex, 1), "ab" }, { After("ab", &S::CharToIndex, 2), "ab" },
-        { After("a\xf0\x9f", &S::CharFromIndex, 1), "\xf0\x9f" } }); // cut in a character
-    EXPECT_EQ(S("a\xff").CharCount(), 2); // the second one would be eight bytes long
-}
-
-TEST(LibStringEdit, AStringWithoutBufferIsEditedAsAnEmptyOne)
-{
-    Expect({ { After(nullptr, &S::RemoveAllWords, nullptr), "(no buffer)" },
-        { After(nullptr, &S::StripTrailingSpaces), "(no buffer)" },
-        { After(nullptr, &S::ToProperCase), "(no buffer)" },
-        { After(nullptr, &S::CharFromIndex, 0), "(no buffer)" },
-        { After(nullptr, [](S& s) { s.Concat("a"); }), "a" } });
 }
 
 TEST(LibStringEdit, TruncateKeepsTheLongestBeginningThatFitsWithItsDots)

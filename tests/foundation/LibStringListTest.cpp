@@ -1,55 +1,34 @@
 #include "foundation/LibStringList.h"
 
+#include "tests/support/Printed.h"
 #include "tests/support/Test.h"
 
 #include <Message.h>
 
-namespace {
-
-using Texts = std::vector<std::string>;
-
-void Fill(LibStringList& list, const Texts& texts)
+TEST(LibStringList, FindsRemovesAndGoesThroughAMessageInOrder)
 {
-    for (const std::string& text : texts)
-        EXPECT_TRUE(list.Add(text.c_str()));
-}
-
-Texts TextsOf(LibStringList& list)
-{
-    Texts texts;
-    for (const LibString* entry = list.First(); entry; entry = list.Next())
-        texts.emplace_back(static_cast<const char*>(*entry));
-    return texts;
-}
-
-} // namespace
-
-TEST(LibStringList, FindsAndRemovesTheFirstEqualEntry)
-{
-    LibStringList list;
-    Fill(list, { "xyz", "ABC", "abd", "xyz" });
-    EXPECT_FALSE(list.Add(nullptr));
+    BMessage message;
+    const auto filled = [](LibStringList& list, std::initializer_list<const char*> texts) {
+        for (const char* text : texts)
+            EXPECT_TRUE(list.Add(text));
+    };
+    LibStringList list, other;
+    filled(list, { "xyz", "ABC", "abd", "xyz" });
+    EXPECT_FALSE(list.Add(nullptr) || list.InList(static_cast<const char*>(nullptr)));
     EXPECT_STREQ(*list.Find("ab", true, 2), "ABC");
     EXPECT_STREQ(*list.Find("ab", false, 2), "abd");
     EXPECT_EQ(list.Find("abcd", true, -1), nullptr);
-    EXPECT_TRUE(list.InList("abd"));
-    EXPECT_FALSE(list.InList("ABD"));
-    EXPECT_TRUE(list.Remove("xyz"));
-    EXPECT_EQ(TextsOf(list), (Texts { "ABC", "abd", "xyz" }));
-    EXPECT_TRUE(list.Remove(*list.First())); // the probe may be the entry itself
+    EXPECT_TRUE(list.InList("abd") && list.Current() == list.Get(2L) && !list.InList("ABD"));
+    EXPECT_TRUE(list.Remove("xyz") && list.Remove(*list.First())); // the probe may be the entry
     EXPECT_FALSE(list.Remove(LibString("ABC")));
-}
-
-TEST(LibStringList, GoesThroughAMessageInOrder)
-{
-    BMessage message;
-    LibStringList list;
-    Fill(list, { "b", "", "a" });
+    filled(list, { "" });
     list.GetFrom(message, "types");
-    LibStringList other;
-    Fill(other, { "old" });
+    filled(other, { "types" });
     other.Append(message, "types");
-    EXPECT_EQ(TextsOf(other), (Texts { "old", "b", "", "a" }));
-    other.SetTo(message, "types");
-    EXPECT_EQ(TextsOf(other), (Texts { "b", "", "a" }));
+    other.SetTo(message, "none");
+    const std::string three = "LibString:: <abd>, buffer 4\nLibString:: <xyz>, buffer 4\n"
+                              "LibString:: <>, buffer 1\n";
+    EXPECT_EQ(Printed(other), "LibString:: <types>, buffer 6\n" + three);
+    other.SetTo(message, *other.First()); // the name may be an entry
+    EXPECT_EQ(Printed(other), three);
 }

@@ -1,68 +1,57 @@
 #include "foundation/LibTime.h"
 
 #include "tests/foundation/ZoneGuard.h"
+#include "tests/support/Calls.h"
+#include "tests/support/Printed.h"
 #include "tests/support/Test.h"
 
-namespace {
-
-std::string TextOf(const LibTime& time)
+TEST(LibTime, ChangesCarryWholeDaysInBothDirections)
 {
-    return std::to_string(time.GetHours()) + ":" + std::to_string(time.GetMinutes()) + ":"
-        + std::to_string(time.GetSeconds());
-}
-
-} // namespace
-
-TEST(LibTime, AddingCarriesWholeDaysInBothDirections)
-{
-    const std::tuple<LibTime, int32, const char*, int32> rows[] = { { LibTime(23, 59, 59), 1,
-                                                                        "0:0:0", 1 },
-        { LibTime(0, 0, 0), -1, "23:59:59", -1 }, { LibTime(0, 0, 0), -86400, "0:0:0", -1 },
-        { LibTime(12, 0, 0), 86400 * 3 + 61, "12:1:1", 3 }, { LibTime(25, -1, 61), 0, "1:0:1", 1 },
-        { LibTime(0, 0, 0), INT32_MIN, "20:45:52", -24856 } };
-    for (const auto& [from, seconds, to, days] : rows) {
-        SCOPED_TRACE(TextOf(from));
-        LibTime time(from);
-        EXPECT_EQ(time.AddSeconds(seconds), days);
-        EXPECT_EQ(TextOf(time), to);
+    const Calls<LibTime> calls = { { "AddHours", Function(&LibTime::AddHours) },
+        { "AddMinutes", Function(&LibTime::AddMinutes) },
+        { "AddSeconds", Function(&LibTime::AddSeconds) },
+        { "TimeZone", Function(&LibTime::TimeZone) },
+        { "Correct", Function(&LibTime::CorrectTime) },
+        { "SetMinutes", Function<const float&>(&LibTime::SetTime) } };
+    for (const Row& row : RowsOf("foundation/data/time-changes.txt", 4)) {
+        int32 h = 0, m = 0, s = 0;
+        EXPECT_EQ(sscanf(row[0].c_str(), "%d:%d:%d", &h, &m, &s), 3);
+        LibTime time(h, m, s);
+        const std::string days = calls.at(row[1])(time, row);
+        EXPECT_EQ((days.empty() ? "" : days + " ") + Printed(time), row[3] + "\n")
+            << testing::PrintToString(row);
     }
-}
-
-TEST(LibTime, CountsSinceMidnight)
-{
-    const LibTime time(17, 30, 15);
+    LibTime time(17, 30, 15);
+    time.SetTime(static_cast<struct tm*>(nullptr));
     EXPECT_FLOAT_EQ(time.NumberOfMinutes(), 1050.25f);
-    EXPECT_EQ(time - LibTime(17, 31, 0), -45);
-    LibTime back;
-    back.SetTime(time.NumberOfMinutes());
-    EXPECT_EQ(back, time);
+    EXPECT_EQ(time.NumberOfSeconds() + (time - LibTime(17, 31, 0)), 63015 - 45);
+    std::string valid;
+    for (const auto& [h, m, s] : { std::tuple(0, 0, 0), { 23, 59, 59 }, { 24, 0, 0 }, { 0, 60, 0 },
+             { 0, 0, 60 }, { -1, 0, 0 }, { 0, -1, 0 }, { 0, 0, -1 } })
+        valid += LibTime(h, m, s).IsValidTime() ? "y" : "n";
+    EXPECT_EQ(valid, "yynnnnnn");
 }
 
 TEST(LibTime, ReadsFixedAndFreeForms)
 {
-    // Whether the form is fixed; "" for a refused text.
-    const std::tuple<bool, const char*, std::string> rows[] = { { true, "04:05:06", "4:5:6" },
-        { true, "04.05", "4:5:0" }, { true, "04:5", "" }, { true, "04:05:6", "" },
-        { false, "17.30.15", "17:30:15" }, { false, "530", "5:30:0" },
-        { false, "173015", "17:30:15" }, { false, "5 pm", "17:0:0" },
-        { false, "12:30 AM", "0:30:0" }, { false, "Noon", "12:0:0" }, { false, "17 pm", "" },
-        { false, "12 noon", "" }, { false, "5:60", "" }, { false, "5:300", "" },
-        { false, "1234567", "" }, { false, "", "" } };
-    for (const auto& [isFixed, text, expected] : rows) {
-        SCOPED_TRACE(text ? text : "null");
+    for (const Row& row : RowsOf("foundation/data/written-times.txt", 3)) {
+        SCOPED_TRACE(row[1]);
         LibTime time(9, 9, 9);
-        const bool isRead = isFixed ? time.SetTime(text) : time.SetUnformattedTime(text);
-        EXPECT_EQ(isRead ? TextOf(time) : "", expected);
-        EXPECT_TRUE(isRead || time == LibTime(9, 9, 9));
+        const char* text = row[1] == "null" ? nullptr : row[1].c_str();
+        const bool isRead = row[0] == "free" ? time.SetUnformattedTime(text) : time.SetTime(text);
+        EXPECT_EQ(isRead, row[2] != "-");
+        EXPECT_EQ(Printed(time), "Time: " + (isRead ? row[2] : "09:09:09") + "\n");
     }
 }
 
 TEST(LibTime, TakesTheTimeOfAMomentInTheZoneOrInUtc)
 {
     const ZoneGuard zone("NST3:30"); // three and a half hours behind
-    LibTime time;
-    time.SetTime(time_t { 3600 }, true);
-    EXPECT_EQ(TextOf(time), "21:30:0");
-    time.SetTime(time_t { 3600 }, false);
-    EXPECT_EQ(TextOf(time), "1:0:0");
+    LibTime local, utc;
+    local.SetTime(time_t { 3600 }, true);
+    utc.SetTime(time_t { 3600 }, false);
+    EXPECT_EQ(Printed(local) + Printed(utc), "Time: 21:30:00\nTime: 01:00:00\n");
+    const LibTime now(true), there(true, false);
+    const int32 ahead = there - now; // and maybe a second, or a day less
+    EXPECT_TRUE((ahead + 86400) % 86400 == 12600 || (ahead + 86400) % 86400 == 12601) << ahead;
 }

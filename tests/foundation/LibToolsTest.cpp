@@ -95,12 +95,42 @@ TEST(LibTools, WhatCannotBeDoneIsFalseAndStartsNothing)
     setenv("PATH", path.c_str(), 1);
     EXPECT_STREQ(found.Path(), "/untouched");
     EXPECT_EQ(EntriesOf("."), std::set<std::string> { "file" });
-    // The end mark and the escapes count too.
-    const auto command = [](const std::string& name) {
-        return std::string(ToolCommand("/bin/rm").Option("-fr").Path(name.c_str()).Text());
+    // The level has its limits.
+    WriteFile("file", std::string(1000, 'x'));
+    for (const auto& [level, isSmaller] : { std::pair(-1, false), { 10, true } }) {
+        EXPECT_TRUE(LibZip("made", BPath("file"), level) && LibUnzip("made.zip"));
+        EXPECT_EQ(ReadFile("made.zip").size() < 1000, isSmaller);
+        EXPECT_TRUE(LibUnlink("made.zip") && LibUnlink("made.zip"));
+    }
+}
+
+TEST(LibTools, ACommandHasItsPathsQuotedAndNoMoreThan511Bytes)
+{
+    const auto copy = [] { return ToolCommand("/bin/cp").Option("-f"); };
+    const auto remove = [](const std::string& name) {
+        return ToolCommand("/bin/rm").Option("-fr").Path(name.c_str());
     };
-    EXPECT_EQ(command(std::string(497, 'n')).size(), 511u);
-    EXPECT_EQ(command(std::string(498, 'n')) + command(std::string(496, 'n') + '$'), "");
+    const std::string most(497, 'n');
+    const std::pair<ToolCommand, std::string> rows[] = { { copy().Path("a").Path("B c"),
+                                                             "/bin/cp -f \"a\" \"B c\"" },
+        { copy().Path("-a").Path("@/b").Path("c:d").Path("e/f:g"),
+            "/bin/cp -f \"./-a\" \"./@/b\" \"./c:d\" \"e/f:g\"" },
+        { copy().Target("-a").Quoted("-a \"$`\\").Quoted(nullptr),
+            "/bin/cp -f \"./-a\" \"-a \\\"\\$\\`\\\\\" \"\"" },
+        { ToolCommand("/az/AZ/09._+-"), "/az/AZ/09._+-" }, { ToolCommand("/a b"), "\"/a b\"" },
+        { ToolCommand("/a{"), "\"/a{\"" }, { ToolCommand(nullptr), "\"\"" },
+        { copy().Path(nullptr).Path("a"), "" }, { remove(most), "/bin/rm -fr \"" + most + "\"" },
+        { remove(most + "n"), "" }, { remove(most.substr(1) + "$"), "" } };
+    for (const auto& [command, text] : rows)
+        EXPECT_EQ(command.Text(), text);
+    const auto run = [](const char* words) {
+        return ToolCommand("/bin/sh").Option("-c").Quoted(words).Run();
+    };
+    EXPECT_TRUE(run("exit 0") == 0 && run("exit 3") > 0);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(copy().Path(nullptr).Path("/a").Run(), -1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Command without a path or longer than 511 bytes </bin/cp -f \"/a\">\n");
 }
 
 TEST(LibTools, PathsTooLongForACommandAreWorkedOnFromInsideTheirFolder)

@@ -10,18 +10,12 @@ public:
     explicit Letters(const char* letters)
     {
         for (; *letters != '\0'; letters++)
-            EXPECT_TRUE(Insert(new LibString(std::string(1, *letters).c_str())));
+            EXPECT_TRUE(Insert(New(*letters)));
     }
     using LinkList::operator=;
-    int32 CursorIndex() const { return cursorIndex; }
-    const char* Letter() const
-    {
-        if (!cursor)
-            return "none";
-        return *cursor->item;
-    }
-    // All texts by the links in both directions, which must agree, without moving the cursor.
-    std::string Text() const
+    static LibString* New(char letter) { return new LibString(std::string(1, letter).c_str()); }
+    // All texts by the links in both directions, which must agree; the cursor's and its index.
+    std::string State() const
     {
         std::string forward;
         std::string backward;
@@ -31,23 +25,53 @@ public:
             backward.insert(0, *node->item);
         EXPECT_EQ(forward, backward);
         EXPECT_EQ(static_cast<size_t>(Size()), forward.size());
-        return forward;
+        const std::string current = Current() ? static_cast<const char*>(*Current()) : "none";
+        return forward + " " + current + " " + std::to_string(cursorIndex);
     }
 };
 
 } // namespace
 
-TEST(LinkList, WalkingEndsWithoutCursorAndIsSafeBehindTheEnd)
+TEST(LinkList, EveryCallLeavesElementsAndCursorAsItSays)
 {
-    Letters list("ab");
-    EXPECT_STREQ(*list.First(), "a");
-    EXPECT_STREQ(*list.Next(), "b");
-    for (int i = 0; i < 2; i++)
-        EXPECT_EQ(list.Next(), nullptr);
-    EXPECT_EQ(list.CursorIndex(), 2);
-    Letters empty("");
-    EXPECT_EQ(empty.First(), nullptr);
-    EXPECT_FALSE(empty.Remove() || empty.Position(0));
+    using L = Letters;
+    LibString a("a"), b("b"), c("c");
+    Letters other("xy");
+    const std::tuple<const char*, std::function<bool(L&)>, std::string> rows[] = {
+        // The elements; whether the call succeeds, elements, cursor and its index after it.
+        { "ab", [](L& l) { return l.First() && l.First() == l.Current(); }, "+ab a 0" },
+        { "ab", [](L& l) { return l.First() && l.Next() == l.Current(); }, "+ab b 1" },
+        { "ab", [](L& l) { return l.First() && l.Next() && l.Next(); }, "-ab none 2" },
+        { "a", [](L& l) { return l.First() && !l.Next() && l.Next(); }, "-a none 1" },
+        { "", [](L& l) { return l.First() || l.Remove() || l.Position(0); }, "- none 0" },
+        { "abcd", [](L& l) { return l.Position(1) && l.Remove(); }, "+acd a 0" },
+        { "abcd", [](L& l) { return l.Position(0) && l.Remove(); }, "+bcd b 0" },
+        { "abcd", [](L& l) { return l.Position(3) && l.Remove(); }, "+abc c 2" },
+        { "a", [](L& l) { return l.First() && l.Remove() && l.Remove(); }, "- none 0" },
+        { "a", [](L& l) { return l.First() && l.Remove() && l.Insert(L::New('n')); }, "+n none 0" },
+        { "", [](L& l) { return l.InsertBefore(L::New('b'), 0); }, "+b none -1" },
+        { "ab", [](L& l) { return l.InsertBefore(L::New('x'), 0); }, "+xab x 0" },
+        { "ab", [](L& l) { return l.InsertBefore(L::New('x'), 1); }, "+axb x 1" },
+        { "ab", [&](L& l) { return l.InsertBefore(&a, 2); }, "-ab none -1" },
+        { "baBa", [&](L& l) { return l.Get(&a); }, "+baBa a 1" },
+        { "baBa", [&](L& l) { return l.InList(&c); }, "-baBa none -1" },
+        { "baba", [&](L& l) { return l.Remove(&b, false); }, "+aba a 0" },
+        { "baBba", [&](L& l) { return l.Remove(&b, true); }, "+aBa none -1" },
+        { "baba", [&](L& l) { return l.Remove(&c, true); }, "-baba none -1" },
+        { "aba", [](L& l) { return l.Remove(l.First(), true); }, "+b none -1" }, // the probe too
+        { "ab", [](L& l) { return (l = *&l).First(); }, "+ab a 0" },
+        { "abc", [&](L& l) { return (l = other).Get(1L); }, "+xy y 1" },
+        { "ab", [&](L& l) { return l.Insert(other), !other.Current(); }, "+abxy none -1" },
+        { "ab", [](L& l) { return l.Insert(l), true; }, "+abab a 2" },
+        { "ab", [&](L& l) { return l.SortCompare(&b, &a) && !l.SortCompare(&b, &b); },
+            "+ab none -1" },
+    };
+    for (const auto& [letters, call, state] : rows) {
+        Letters list(letters);
+        const std::string result = call(list) ? "+" : "-";
+        EXPECT_EQ(result + list.State(), state) << letters;
+    }
+    EXPECT_EQ(other.State(), "xy none 2");
 }
 
 TEST(LinkList, ARangeVisitsEveryElementAndLeavesTheCursorAlone)
@@ -56,12 +80,14 @@ TEST(LinkList, ARangeVisitsEveryElementAndLeavesTheCursorAlone)
     list.Position(1);
     for (LibString& letter : list)
         letter.ToUpperCase();
-    EXPECT_EQ(list.Text(), "ABC");
-    EXPECT_STREQ(list.Letter(), "B");
+    auto second = list.begin();
+    EXPECT_STREQ(*second++, "A");
+    EXPECT_STREQ(*second, "B");
+    EXPECT_EQ(second->Count('B'), 1);
     const Letters empty("");
-    EXPECT_EQ(empty.begin(), empty.end());
+    EXPECT_TRUE(empty.begin() == empty.end() && list.begin() != list.end());
     EXPECT_STREQ(*list.Insert(std::make_unique<LibString>("D")), "D");
-    EXPECT_EQ(list.Text(), "ABCD");
+    EXPECT_EQ(list.State(), "ABCD B 1");
 }
 
 TEST(LinkList, PositionReachesEveryElementFromEveryOther)
@@ -70,65 +96,12 @@ TEST(LinkList, PositionReachesEveryElementFromEveryOther)
     for (long from = 0; from < 8; from++) {
         for (long to = 0; to < 8; to++) {
             ASSERT_TRUE(list.Position(from));
-            ASSERT_STREQ(*list.Get(to), std::string(1, static_cast<char>('a' + to)).c_str());
-            ASSERT_EQ(list.CursorIndex(), to);
+            const char letter = static_cast<char>('a' + to);
+            ASSERT_STREQ(*list.Get(to), std::string(1, letter).c_str());
+            ASSERT_EQ(list.State(), std::string("abcdefgh ") + letter + " " + std::to_string(to));
         }
     }
     for (const long bad : { -1L, 8L, LONG_MAX, LONG_MIN })
         EXPECT_FALSE(list.Position(bad));
-    EXPECT_STREQ(list.Letter(), "h");
-}
-
-TEST(LinkList, RemoveGoesBackOneExceptAtTheHead)
-{
-    Letters list("abcd");
-    list.Position(1);
-    EXPECT_TRUE(list.Remove());
-    EXPECT_STREQ(list.Letter(), "a");
-    EXPECT_EQ(list.CursorIndex(), 0);
-    EXPECT_TRUE(list.Remove()); // now c is head and cursor, so Next skips it
-    EXPECT_STREQ(*list.Next(), "d");
-    EXPECT_TRUE(list.Remove()); // the tail
-    EXPECT_TRUE(list.Remove());
-    EXPECT_FALSE(list.Remove());
-    EXPECT_TRUE(list.Insert(new LibString("n"))); // the emptied list starts anew
-    EXPECT_EQ(list.Text(), "n");
-}
-
-TEST(LinkList, InsertBeforeLeavesTheCursorOnTheNewElement)
-{
-    Letters list("");
-    EXPECT_TRUE(list.InsertBefore(new LibString("b"), 0));
-    EXPECT_TRUE(list.InsertBefore(new LibString("a"), 0));
-    EXPECT_TRUE(list.InsertBefore(new LibString("x"), 1));
-    EXPECT_STREQ(list.Letter(), "x");
-    EXPECT_EQ(list.CursorIndex(), 1);
-    EXPECT_EQ(list.Text(), "axb");
-}
-
-TEST(LinkList, SearchComparesTextsAndLeavesTheCursorOnTheMatchOrNowhere)
-{
-    Letters list("baBa");
-    LibString a("a");
-    LibString b("b");
-    LibString missing("c");
-    EXPECT_STREQ(*list.Get(&a), "a");
-    EXPECT_EQ(list.CursorIndex(), 1);
-    EXPECT_FALSE(list.InList(&missing));
-    EXPECT_STREQ(list.Letter(), "none");
-    EXPECT_TRUE(list.Remove(&b, false));
-    EXPECT_FALSE(list.Remove(&b, true));
-    EXPECT_TRUE(list.Remove(list.First(), true)); // the probe is deleted on the way
-    EXPECT_EQ(list.Text(), "B");
-}
-
-TEST(LinkList, CopiesAreDeep)
-{
-    Letters list("abc");
-    Letters other("xy");
-    list = other;
-    *list.First() = "z";
-    EXPECT_EQ(other.Text(), "xy");
-    list.Insert(list);
-    EXPECT_EQ(list.Text(), "zyzy");
+    EXPECT_EQ(list.State(), "abcdefgh h 7");
 }

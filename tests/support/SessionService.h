@@ -28,6 +28,7 @@ public:
 
     // "Method(text, 1, [key, value])" for each call, and "gone" for the end of each caller.
     Log log;
+    std::string unknown; // a method that it does not have; set before the first call
 
 private:
     void Serve()
@@ -55,7 +56,9 @@ private:
         DBusMessageIter arguments;
         dbus_message_iter_init(message, &arguments);
         log.Add(dbus_message_get_member(message) + ("(" + Texts(arguments)) + ")");
-        DBusMessage* reply = dbus_message_new_method_return(message);
+        DBusMessage* reply = dbus_message_get_member(message) == unknown
+            ? dbus_message_new_error(message, DBUS_ERROR_UNKNOWN_METHOD, "unknown")
+            : dbus_message_new_method_return(message);
         dbus_connection_send(*fBus, reply, nullptr);
         dbus_connection_flush(*fBus);
         dbus_message_unref(reply);

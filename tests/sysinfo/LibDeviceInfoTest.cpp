@@ -1,6 +1,7 @@
 #include "sysinfo/LibDeviceInfo.h"
 
 #include "tests/kits/kernel/PciTree.h"
+#include "tests/support/Printed.h"
 #include "tests/support/Test.h"
 
 TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
@@ -12,28 +13,25 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
     AddPciFunction(tree, "0000:00:03.0", PciConfig(0x1014, 0x0046, 0x080000)); // without any name
     AddPciFunction(tree, "0000:00:04.0", PciConfig(0x0e11, 0x0001, 0x060200)); // has only a chip
     AddPciFunction(tree, "0000:00:05.0", PciConfig(0x8086, 0x1229, 0x0d0000)); // no class of ours
-    AddPciFunction(tree, "0000:00:06.0", PciConfig(0x5333, 0x5631, 0xff0000)); // out of order
+    std::string board = PciConfig(0x5333, 0x5631, 0xff0000); // out of order
+    board.replace(44, 4, "\x2b\x10\x39\x05");
+    AddPciFunction(tree, "0000:00:06.0", board);
     LibDeviceInfo info;
     FILE* file = fopen((tree.Path() + "/written").c_str(), "w");
     for (pciItem* item = info.First(); item; item = info.Next())
         item->Write(file);
     fclose(file);
-    EXPECT_EQ(tree.Read("written"),
-        "pci class = <8>, type = <Base Peripheral>\n"
-        "Vendor id <0x1014>, Device id <0x0046>, Vendor <IBM,IBM>, Device <>\n\n"
-        "pci class = <6>, type = <Bridge>\n"
-        "Vendor id <0x0E11>, Device id <0x0001>, Vendor <Compaq,Compaq>, Device <EISA Bridge>\n"
-        "Vendor id <0x8086>, Device id <0x7110>, Vendor <Intel,Intel Corporation>, "
-        "Device <PIIX4 ISA Bridge>\n\n"
-        "pci class = <3>, type = <Display>\n"
-        "Vendor id <0x1097>, Device id <0x0001>, Vendor <Appian,Appian Technology>, "
-        "Device <Unknown>\n\n"
-        "pci class = <2>, type = <Network>\n"
-        "Vendor id <0x1AF4>, Device id <0x1000>, Vendor <Unknown,Unknown>, Device <Unknown>\n\n"
-        "pci class = <255>, type = <Undefined>\n"
-        "Vendor id <0x5333>, Device id <0x5631>, Vendor <S3,S3 Incorporated>, Device <ViRGE>\n\n");
+    EXPECT_EQ(tree.Read("written"), ReadFile(TARVEX_TESTS "/sysinfo/devices.txt"));
+    EXPECT_EQ(Printed(info), ReadFile(TARVEX_TESTS "/sysinfo/printed-devices.txt"));
 
     EXPECT_EQ(info.NumberPciDecices(6), 2);
+    const pciDevice& last = *info.Get(4L)->devices.begin();
+    EXPECT_EQ(last.boardVendorId << 16 | last.boardId, 0x102b0539);
+    EXPECT_STREQ(last.slot, "00:06.0");
+    EXPECT_EQ(info.Get(1L)->devices.begin()->subclass, 2);
+    pciDevice half;
+    half.VendorLong("Known by its long name alone");
+    EXPECT_FALSE(half.IsVendorMatched());
     EXPECT_FALSE(info.AllDevicesKnown());
     EXPECT_EQ(info.Current()->classId, 3) << "an empty name is a name";
     LibString text = "as before";
@@ -53,6 +51,15 @@ TEST(LibDeviceInfo, HasNothingAndKnowsAllWhereThereAreNoBuses)
     LibString name;
     std::string classes;
     while (info.NextClassId(index, classId, name))
-        classes += std::to_string(classId) + " ";
-    EXPECT_EQ(classes, "8 6 3 10 0 9 1 5 4 2 11 12 7 255 ");
+        classes += std::to_string(classId) + " " + static_cast<const char*>(name) + ", ";
+    EXPECT_EQ(classes,
+        "8 Base Peripheral, 6 Bridge, 3 Display, 10 Docking Station, 0 Early, 9 Input, "
+        "1 Mass Storage, 5 Memory, 4 Multimedia, 2 Network, 11 Processor, 12 Serial Bus, "
+        "7 Simple Communications, 255 Undefined, ");
+    for (const int bad : { -1, 14, INT32_MAX }) {
+        index = bad;
+        EXPECT_TRUE(!info.NextClassId(index, classId, name) && index == bad);
+    }
+    EXPECT_FALSE(pciDevice() == pciDevice() || pciDevice() > pciDevice());
+    EXPECT_TRUE(pciItem(3) == pciItem(3) && pciItem(3) > pciItem(2) && !(pciItem(3) > pciItem(3)));
 }

@@ -26,6 +26,14 @@ TEST(LibSystem, ShutdownRunsTheSystemsToolInTheBackground)
     EXPECT_EQ(gCommand, tool + " -r &");
 }
 
+TEST(LibSystem, TheVersionIsThatOfTheReleaseFile)
+{
+    LibString version;
+    LibGetOSVersion(version);
+    EXPECT_NE(ReadFile("/etc/os-release").find(version), std::string::npos);
+    EXPECT_FALSE(version.IsBlank());
+}
+
 TEST(LibSystem, NamesTheMachineAsFarAsItIsKnown)
 {
     MachineDetails details;

@@ -22,12 +22,8 @@ protected:
 
 TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
 {
-    const std::string classes = "C 02  Network\n\t00  Ethernet\n";
-    const std::string late = "8087  Behind the end\n\t0001  Card\n";
-    const std::string before = "# mine\n1af4  Virtual\n\t1041  Card\n\t\t1af4 0001  Its board\n"
-                               "12345  damaged\n\t0abc  Not ATI's\n1002  Unknown\n# note\n"
-                               "\t0ABC  Old\n1002  Twice\n\t0abc  Old\n"
-        + classes + late;
+    const std::string texts = TARVEX_TESTS "/sysinfo/typed-names-";
+    const std::string before = ReadFile(texts + "before.ids");
     WriteFile(fFile, before);
     TypedPciNames names;
     EXPECT_EQ(names.Vendor(0x1002) + names.Device(0x1002, 0xabc), "Old");
@@ -45,11 +41,7 @@ TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
     names.SetDevice(0x8086, 0x1, "A bridge");
     names.SetVendor(0x0002, "Somebody");
     EXPECT_TRUE(names.Save());
-    const std::string end = "8086  Intel Corporation\n\t0001  A bridge\n";
-    EXPECT_EQ(ReadFile(fFile),
-        "# mine\n1af4  Unknown\n\t0abc  Own\n12345  damaged\n\t0abc  Not ATI's\n1002  Unknown\n"
-        "# note\n\t0abc  New\n1002  Twice\n\t0abc  Old\n"
-            + end + "0002  Somebody\n" + classes + late);
+    EXPECT_EQ(ReadFile(fFile), ReadFile(texts + "after.ids"));
     names.SetVendor(0x1002, "Mine");
     names.SetVendor(0x0002, "");
     EXPECT_TRUE(names.Save());
@@ -59,9 +51,9 @@ TEST_F(TypedPciNamesTest, AreKeptBesideWhatTheUserHasWrittenIntoTheirFile)
         names.SetVendor(static_cast<uint16>(vendor), "");
     }
     EXPECT_TRUE(names.Save());
-    EXPECT_EQ(ReadFile(fFile),
-        "# mine\n1af4  Unknown\n\t0abc  Own\n12345  damaged\n\t0abc  Not ATI's\n# note\n" + end
-            + classes);
+    EXPECT_EQ(ReadFile(fFile), ReadFile(texts + "at-the-end.ids"));
+    WriteFile(fFile, "of another program");
+    EXPECT_TRUE(names.Save() && ReadFile(fFile) == "of another program") << "nothing is new";
 }
 
 TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
@@ -121,9 +113,13 @@ TEST_F(TypedPciNamesTest, AreForDevicesThatTheTablesDoNotKnow)
     EXPECT_STREQ(text, "ATI Technologies, Radeon");
     EXPECT_FALSE(info.AllDevicesKnown()) << "who wrote to the maker about it may do so again";
 
-    EXPECT_FALSE(TypedPciNames::AreForResults());
-    EXPECT_TRUE(TypedPciNames::SetForResults(true));
-    EXPECT_TRUE(TypedPciNames::AreForResults());
-    EXPECT_TRUE(TypedPciNames::SetForResults(false));
-    EXPECT_FALSE(TypedPciNames::AreForResults());
+    for (const bool wanted : { false, true, false }) {
+        EXPECT_TRUE(TypedPciNames::SetForResults(wanted));
+        EXPECT_EQ(TypedPciNames::AreForResults(), wanted);
+    }
+    std::filesystem::permissions(fFolder, std::filesystem::perms { 0777 });
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(TypedPciNames::SetForResults(true));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Error writing <" + fFolder + "/names-in-results>\n");
 }

@@ -154,7 +154,7 @@ ProcessorLease::ProcessorLease(const std::string& root, const std::vector<int>& 
     : fRoot(root), fNumbers(numbers)
 {
     fSwitches.fill(-EBADF);
-    for (size_t i = 0; i < numbers.size() && i < kMost; i++) {
+    for (size_t i = 0; i < numbers.size(); i++) {
         const int file = open(ProcessorSwitchPath(root, numbers[i]).c_str(), O_WRONLY | O_CLOEXEC);
         fSwitches[i] = file >= 0 ? file : -errno;
     }
@@ -169,20 +169,16 @@ ProcessorLease::~ProcessorLease()
     }
 }
 
-bool ProcessorLease::CanSwitch(int32 index) const
+bool ProcessorLease::CanSwitch(size_t index) const
 {
-    return index >= 0 && index < static_cast<int32>(kMost)
-        && fSwitches[static_cast<size_t>(index)] >= 0;
+    return fSwitches[index] >= 0;
 }
 
-int ProcessorLease::Set(int32 index, bool on)
+int ProcessorLease::Set(size_t index, bool on)
 {
-    if (index < 0 || index >= static_cast<int32>(kMost))
-        return EBADF;
-    const auto i = static_cast<size_t>(index);
-    if (fSwitches[i] < 0)
-        return -fSwitches[i];
-    return on ? SwitchOn(i) : SwitchOff(i);
+    if (!CanSwitch(index))
+        return -fSwitches[index];
+    return on ? SwitchOn(index) : SwitchOff(index);
 }
 
 int ProcessorLease::SwitchOff(size_t index)
@@ -240,7 +236,7 @@ int ProcessorLease::Note()
     if (fNote.path.empty())
         return fNoteError;
     fNote.off.clear();
-    for (size_t i = std::min(fNumbers.size(), kMost); i-- > 0;) {
+    for (size_t i = fNumbers.size(); i-- > 0;) {
         if (fIsOff[i])
             fNote.off.push_back(fNumbers[i]);
     }

@@ -16,7 +16,8 @@ namespace kernel {
 // that both are killed. Not safe for use by two threads at once.
 class ProcessorLease {
 public:
-    // The switches below root of the processors with these numbers.
+    // The switches below root of the processors with these numbers, eight at most; an index is one
+    // of theirs.
     ProcessorLease(const std::string& root, const std::vector<int>& numbers);
     // As End().
     ~ProcessorLease();
@@ -24,11 +25,11 @@ public:
     ProcessorLease& operator=(const ProcessorLease&) = delete;
 
     // Whether the program may use the switch of the processor at this index of numbers.
-    [[nodiscard]] bool CanSwitch(int32 index) const;
+    [[nodiscard]] bool CanSwitch(size_t index) const;
     // 0, or the error number of opening the switch, of noting it or of the system's refusal; the
     // processor is as before then. EALREADY: another run that lives has switched it off. Waits for
     // as long as the system takes, but not for a keeper that is stopped.
-    [[nodiscard]] int Set(int32 index, bool on);
+    [[nodiscard]] int Set(size_t index, bool on);
     // Switches on what is off; does not depend on the keeper.
     void End();
 

@@ -169,7 +169,7 @@ void Processors::EndLease()
 
 void Processors::TellOfBinding(size_t index, int error)
 {
-    if (fLease->CanSwitch(static_cast<int32>(index))) {
+    if (fLease->CanSwitch(index)) {
         fprintf(stderr,
             "Processor <%d> cannot be switched off: %s. The program is bound to the others\n",
             fNumbers[index], error == EALREADY ? "another run has done so" : strerror(error));
@@ -230,7 +230,7 @@ int Processors::SwitchOff(int32 cpu)
     // Before the system does it: a thread that has no processor left may use all of them again.
     fStates[index] = State::kOffForUs;
     const int bindError = BindThreads();
-    const int refusal = fLease->Set(cpu, false);
+    const int refusal = fLease->Set(index, false);
     if (refusal == 0) {
         fStates[index] = State::kOffInSystem;
         BindThreadsAfterSwitching();
@@ -250,7 +250,7 @@ int Processors::SwitchOn(int32 cpu)
     const auto index = static_cast<size_t>(cpu);
     const bool isInSystem = fStates[index] == State::kOffInSystem;
     if (isInSystem) {
-        if (const int error = fLease->Set(cpu, true); error != 0)
+        if (const int error = fLease->Set(index, true); error != 0)
             return error;
     }
     fStates[index] = State::kOn;

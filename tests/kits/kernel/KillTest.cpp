@@ -3,6 +3,7 @@
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>
+#include <PCI.h>
 
 #include <mutex>
 #include <random>
@@ -39,12 +40,12 @@ struct Victim {
     {
         if (deed < kHoldLock)
             isThere = true;
-        switch (deed) {
-            case kSnooze: snooze(B_INFINITE_TIMEOUT); break;
-            case kAwait: wait_for_thread(other, nullptr); break;
-            case kHoldLock: DoHoldingLock(); break;
-            default: break;
-        }
+        if (deed == kSnooze)
+            snooze(B_INFINITE_TIMEOUT);
+        if (deed == kAwait)
+            wait_for_thread(other, nullptr);
+        if (deed == kHoldLock)
+            DoHoldingLock();
         system_time();
     }
 
@@ -96,6 +97,26 @@ TEST(Kill, EndsAThreadWhereverItIsAndUnwindsItUnderLoad)
     }
     for (const thread_id thread : loads)
         EXPECT_EQ(kill_thread(thread), B_OK);
+}
+
+TEST(Kill, EveryCallIsAPlaceToEnd)
+{
+    using Call = void (*)();
+    const Call calls[] = { [] { system_time(); }, [] { snooze(0); }, [] { find_thread(nullptr); },
+        [] { spawn_thread(nullptr, "", 0, nullptr); }, [] { resume_thread(-1); },
+        [] { suspend_thread(-1); }, [] { kill_thread(-1); }, [] { wait_for_thread(-1, nullptr); },
+        [] { set_thread_priority(-1, 1); }, [] { get_thread_info(-1, nullptr); },
+        [] { rename_thread(-1, nullptr); }, [] { get_system_info(nullptr); },
+        [] { get_nth_pci_info(0, nullptr); }, [] { _kset_cpu_state_(0, 2); } };
+    for (const Call& call : calls) {
+        const thread_id thread = spawn_thread(
+            [](void* what) -> int32 {
+                for (;;)
+                    (*static_cast<const Call*>(what))();
+            },
+            "caller", B_NORMAL_PRIORITY, const_cast<Call*>(&call));
+        EXPECT_TRUE(resume_thread(thread) == B_OK && kill_thread(thread) == B_OK);
+    }
 }
 
 TEST(Kill, ThreadsThatKillOrAwaitEachOtherAllEnd)

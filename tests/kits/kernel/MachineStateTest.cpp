@@ -1,4 +1,5 @@
 #include "MachineTree.h"
+#include "tests/support/Rows.h"
 
 #include <RunWarnings.h>
 
@@ -27,16 +28,6 @@ MachineState StateWith(std::vector<ProcessorTimes> processors)
     return state;
 }
 
-// "id: text" of each.
-std::vector<std::string> Lines(const std::vector<RunWarning>& warnings)
-{
-    std::vector<std::string> lines;
-    for (const RunWarning& warning : warnings)
-        lines.push_back(warning.id + ": " + warning.text);
-    return lines;
-}
-
-using Texts = std::vector<std::string>;
 } // namespace
 
 TEST(MachineState, LoadAndTimesOfProcessors)
@@ -45,54 +36,48 @@ TEST(MachineState, LoadAndTimesOfProcessors)
     tree.Write("proc/loadavg", "2.31 0.80 nan 6/129 3072\n");
     tree.Write("proc/stat",
         "cpu  9 9 9 9 9 9 9 9 9 9\ncpu10 1 2 3 40 50 6 7 8 100 0\ncpu2 1 2 3 40 50 6 7\n"
-        "cpu3 1 x 3 40 50\ncpux 1 2 3 4 5 6\ncpu\nintr 1\ncpu4 1 2 3 4 5 6 7 8\n");
+        "cpu3 1 x 3 40 50\ncpu5 1152921504606846976 0 0 0 0\ncpu6 1152921504606846977 0 0 0 0\n"
+        "cpux 1 2 3 4 5 6\ncpu-1 1 2 3 4 5\ncpu7 1 2 3 4\ncpu\nintr 1\ncpu4 1 2 3 4 5 6 7 8\n");
+    for (const auto& [file, count] : { std::pair("2/thermal_throttle/core_throttle_count", "40"),
+             { "2/thermal_throttle/count", "41" }, { "5/thermal_throttle/count", "42" },
+             { "5/thermal_throttle/package_throttle_count", "43" } })
+        tree.Write(std::string("sys/devices/system/cpu/cpu") + file, count);
+    tree.Write("sys/power/suspend_stats/success", "3\n");
     const MachineState state = ReadMachineState();
-    EXPECT_EQ(std::tuple(state.load1, state.load5), std::tuple(2.31, 0.8));
-    EXPECT_EQ(state.load15, std::nullopt);
-    ASSERT_EQ(state.processors.size(), 2u);
-    const ProcessorTimes &old = state.processors[0], &last = state.processors[1];
-    EXPECT_TRUE(old.number == 2 && !old.stolen) << "an old kernel";
-    EXPECT_EQ(
-        std::tuple(last.number, last.total, last.busy, last.stolen), std::tuple(10, 117u, 27u, 8u));
+    EXPECT_EQ(Text(state.load1) + " " + Text(state.load5) + " " + Text(state.load15), "2.31 0.8 -");
+    EXPECT_EQ(Text(state.sleeps) + Text(state.asleep), "3-");
+    std::string lines;
+    for (const ProcessorTimes& times : state.processors)
+        lines += std::to_string(times.number) + ": " + std::to_string(times.total) + " "
+            + std::to_string(times.busy) + " " + Text(times.stolen) + " "
+            + Text(times.coreThrottles) + " " + Text(times.packageThrottles) + "\n";
+    EXPECT_EQ(lines,
+        "2: 109 19 - 40 -\n" // an old kernel
+        "5: 1152921504606846976 1152921504606846976 - 42 43\n"
+        "10: 117 27 8 - -\n");
 }
 
 TEST(MachineState, TemperatureOfTheHottestPackage)
 {
     const ThisMachine tree;
-    const std::string chip = "sys/class/hwmon/hwmon";
-    tree.Write("sys/class/thermal/thermal_zone3/type", "x86_pkg_temp\n");
-    tree.Write("sys/class/thermal/thermal_zone3/temp", "61000\n");
-    EXPECT_EQ(ReadMachineState().temperature, 61);
-    tree.Write(chip + "0/name", "nvme\n");
-    tree.Write(chip + "0/temp1_input", "90000\n");
-    for (const char* number : { "1", "2" }) {
-        tree.Write(chip + number + "/name", "coretemp\n");
-        tree.Write(chip + number + "/temp1_label", std::string("Package id ") + number + "\n");
-        tree.Write(chip + number + "/temp1_input", std::string(number) + "4500\n");
-        tree.Write(chip + number + "/temp2_label", "Core 0\n");
-        tree.Write(chip + number + "/temp2_input", "70000\n");
+    for (const Row& row : RowsOf("kits/kernel/data/temperatures.txt", 3)) {
+        tree.Write("sys/class/" + row[0], row[1]);
+        EXPECT_EQ(Text(ReadMachineState().temperature), row[2]) << row[0] << " " << row[1];
     }
-    EXPECT_EQ(ReadMachineState().temperature, 24.5);
 }
 
 TEST(MachineState, BatteryAndMains)
 {
     const ThisMachine tree;
-    const std::string supply = "sys/class/power_supply/";
-    tree.Write(supply + "mouse/type", "Battery\n");
-    tree.Write(supply + "mouse/scope", "Device\n");
-    tree.Write(supply + "mouse/status", "Discharging\n");
-    EXPECT_EQ(ReadMachineState().onBattery, false);
-    tree.Write(supply + "BAT0/type", "Battery\n");
-    tree.Write(supply + "BAT0/status", "Discharging\n");
-    tree.Write(supply + "BAT0/capacity", "57\n");
-    EXPECT_EQ(ReadMachineState().onBattery, true);
-    EXPECT_EQ(ReadMachineState().batteryPercent, 57);
-    EXPECT_EQ(ReadMachineState().mainsOnline, std::nullopt);
-    tree.Write(supply + "AC/type", "Mains\n");
-    tree.Write(supply + "AC/online", "1\n");
-    EXPECT_EQ(ReadMachineState().onBattery, false);
-    EXPECT_EQ(ReadMachineState().mainsOnline, true);
+    EXPECT_EQ(ReadMachineState().onBattery, std::nullopt);
+    for (const Row& row : RowsOf("kits/kernel/data/supplies.txt", 3)) {
+        tree.Write("sys/class/power_supply/" + row[0], row[1]);
+        const MachineState state = ReadMachineState();
+        EXPECT_EQ(Text(state.onBattery) + " " + Text(state.batteryPercent) + " "
+                + Text(state.mainsOnline),
+            row[2])
+            << row[0] << " " << row[1];
+    }
 }
 
 TEST(MachineState, EnergyOfAllPackagesAcrossAWrap)
@@ -114,6 +99,9 @@ TEST(MachineState, EnergyOfAllPackagesAcrossAWrap)
     write("intel-rapl:1", "package-1\n", "1500000\n");
     write("intel-rapl:2", "psys\n", "9000000\n");
     EXPECT_EQ(ChangeBetween(before, ReadMachineState()).joules, 7.5);
+    MachineState renamed = before;
+    renamed.energy[0].name = "another";
+    EXPECT_EQ(ChangeBetween(renamed, ReadMachineState()).joules, std::nullopt);
     tree.Write("sys/class/powercap/intel-rapl:1/max_energy_range_uj", "");
     EXPECT_EQ(ChangeBetween(ReadMachineState(), before).joules, std::nullopt);
     std::filesystem::remove(tree / "sys/class/powercap/intel-rapl:1/energy_uj");
@@ -123,17 +111,33 @@ TEST(MachineState, EnergyOfAllPackagesAcrossAWrap)
 
 TEST(MachineState, SharesOfTheTimeBetween)
 {
-    const MachineState before =
+    MachineState before =
         StateWith({ Times(0, 1000, 500, 10), Times(1, 1000, 500, 10), Times(2, 1000, 500, 10) });
-    const MachineState after =
-        StateWith({ Times(0, 1200, 550, 13), Times(1, 1005, 505, 10), Times(3, 9999, 9999, 99) });
-    const MachineChange change = ChangeBetween(before, after);
-    ASSERT_EQ(change.processors.size(), 2u);
-    EXPECT_EQ(change.processors[0].busy, 0.25);
-    EXPECT_EQ(change.processors[0].stolen, 0.015);
-    EXPECT_EQ(change.processors[1].busy, std::nullopt); // five ticks
-    EXPECT_EQ(change.stolen, 3.0 / 205);
-    EXPECT_EQ(ChangeBetween(after, before).stolen, std::nullopt);
+    MachineState after =
+        StateWith({ Times(0, 1200, 550, 13), Times(1, 1009, 509, 10), Times(3, 9999, 9999, 99) });
+    before.processors[0].coreThrottles = after.processors[0].packageThrottles = 5;
+    before.processors[1].coreThrottles = before.processors[1].packageThrottles = 5;
+    after.processors[1].coreThrottles = 7, after.processors[1].packageThrottles = 6;
+    before.asleep = after.sleeps = 2'000'000, after.asleep = 3'500'000, before.sleeps = 1'999'999;
+    const auto line = [](const MachineChange& change) {
+        std::string text = Text(change.stolen) + " " + Text(change.throttles) + " "
+            + Text(change.secondsAsleep) + " " + Text(change.sleeps);
+        for (const ProcessorChange& one : change.processors)
+            text += ", " + std::to_string(one.number) + ": " + Text(one.busy) + " "
+                + Text(one.stolen) + " " + Text(one.coreThrottles) + " "
+                + Text(one.packageThrottles);
+        return text;
+    };
+    // Of processor 1 nine ticks went by.
+    EXPECT_EQ(
+        line(ChangeBetween(before, after)), "0.0143541 2 1.5 1, 0: 0.25 0.015 - -, 1: - - 2 1");
+    EXPECT_EQ(line(ChangeBetween(after, before)), "- - 0 -, 0: - - - -, 1: - - - -");
+    after.processors[1].total++;
+    after.processors[1].stolen = std::nullopt;
+    before.asleep = std::nullopt;
+    EXPECT_EQ(line(ChangeBetween(before, after)), "- 2 - 1, 0: 0.25 0.015 - -, 1: 0.9 - 2 1");
+    after.processors[1].busy += 2; // more than all
+    EXPECT_EQ(line(ChangeBetween(before, after)), "- 2 - 1, 0: 0.25 0.015 - -, 1: - - 2 1");
 }
 
 TEST(MachineState, SiblingsThatTheRunDoesNotUse)
@@ -141,87 +145,123 @@ TEST(MachineState, SiblingsThatTheRunDoesNotUse)
     const MachineChange change =
         ChangeBetween(StateWith({ Times(0, 0, 0), Times(1, 0, 0), Times(2, 0, 0) }),
             StateWith({ Times(0, 100, 100), Times(1, 100, 40), Times(2, 100, 30) }));
-    const auto siblings = UnusedSiblings(TwoCores(), 2, change);
-    ASSERT_EQ(siblings.size(), 2u);
-    EXPECT_EQ(
-        std::tuple(siblings[0].number, siblings[0].of, siblings[0].busy), std::tuple(1, 0, 0.4));
-    EXPECT_TRUE(siblings[1].number == 3 && !siblings[1].busy);
+    const auto siblings = [&](const MachineDetails& details, size_t used) {
+        std::string text;
+        for (const SiblingUse& sibling : UnusedSiblings(details, used, change))
+            text += std::to_string(sibling.number) + " of " + std::to_string(sibling.of) + ": "
+                + Text(sibling.busy) + ", ";
+        return text;
+    };
+    EXPECT_EQ(siblings(TwoCores(), 0) + siblings(TwoCores(), 1), "1 of 0: 0.4, ");
+    EXPECT_EQ(siblings(TwoCores(), 9), "1 of 0: 0.4, 3 of 2: -, ");
     MachineDetails both = TwoCores();
     both.processors[1].number = 1; // of one core with a third
     both.processors[0].siblings = both.processors[1].siblings = { 0, 1, 5 };
-    EXPECT_EQ(UnusedSiblings(both, 2, change).size(), 1u);
-    EXPECT_EQ(UnusedSiblings(both, 1, change).size(), 2u);
+    EXPECT_EQ(siblings(both, 2), "5 of 0: -, ");
+    EXPECT_EQ(siblings(both, 1), "1 of 0: 0.4, 5 of 0: -, ");
 }
 
-TEST(RunWarnings, AQuietMachineHasNone)
-{
-    MachineState before = StateWith({ Times(0, 0, 0), Times(1, 0, 0) });
-    MachineState after = StateWith({ Times(0, 1000, 900, 10), Times(1, 1000, 50) });
-    before.load1 = after.load1 = 0.5;
-    before.asleep = 5000000;
-    after.asleep = 5000009;
-    MachineDetails details = TwoCores();
-    details.virtualMachine = "none";
-    details.processors[0].governor = details.processors[1].governor = "powersave";
-    details.processors[0].clockDriver = "intel_pstate";
-    details.processors[1].energyPreference = "balance_performance";
-    RunSurroundings surroundings;
-    surroundings.used = 2;
-    surroundings.temporaryFolder = { "ext4", false };
-    surroundings.display = { "The X.Org Foundation", { "DRI3", "RANDR" }, { "eDP-1" } };
-    EXPECT_EQ(Lines(WarningsBeforeRun(details, before, after, surroundings)), Texts());
-    EXPECT_EQ(Lines(WarningsBeforeRun({}, {}, {}, {})), Texts());
-}
+namespace {
+// A quiet machine of two cores, of which a run has both, and what changes there.
+struct Scene {
+    Scene()
+    {
+        before.load1 = after.load1 = 0.5;
+        before.asleep = 5'000'000;
+        after.asleep = 5'100'000;
+        details.virtualMachine = "none";
+        details.processors[0].governor = details.processors[1].governor = "powersave";
+        details.processors[0].clockDriver = "intel_pstate";
+        details.processors[1].energyPreference = "balance_performance";
+        surroundings.used = 2;
+        surroundings.temporaryFolder = { "ext4", false };
+        surroundings.display = { "The X.Org Foundation", { "DRI3", "RANDR" }, { "eDP-1" } };
+    }
+    ProcessorDetails& First() { return details.processors[0]; }
 
-TEST(RunWarnings, EachNamesItsValue)
-{
-    MachineState before = StateWith({ Times(0, 0, 0), Times(1, 0, 0) });
-    MachineState after = StateWith({ Times(0, 1000, 900, 30), Times(1, 1000, 444) });
-    before.processors[0].coreThrottles = 7;
-    after.processors[0].coreThrottles = 10;
-    after.temperature = 99.6;
-    after.load1 = 2.31;
-    after.onBattery = true;
-    after.batteryPercent = 57;
-    before.asleep = 0;
-    after.asleep = 61500000;
     MachineDetails details = TwoCores();
-    details.virtualMachine = "KVM";
-    details.processors[0].governor = "powersave";
+    MachineState before = StateWith({ Times(0, 0, 0), Times(1, 0, 0) });
+    MachineState after = StateWith({ Times(0, 1000, 900, 10), Times(1, 1000, 50, 10) });
     RunSurroundings surroundings;
-    surroundings.temporaryFolder = { "tmpfs", true };
-    surroundings.display = { "The X.Org Foundation", { "GLX", "RANDR" }, { "screen" } };
-    const Texts during = {
-        "battery: on battery (57 percent): the machine may save power by running slower",
-        "throttled: the processor was slowed down by heat 3 times (100 degrees Celsius now)",
-        "steal: 1.5 percent of the processors' time was taken by the hypervisor for others",
-        "sibling-busy: processor 1, in the same core as processor 0, is busy for 44.4 percent of "
-        "the time: the tests get less of the core",
-        "asleep: the machine slept for 61.5 seconds",
+};
+
+// "id: text" of each, a line each.
+std::string Lines(const std::vector<RunWarning>& warnings)
+{
+    std::string lines;
+    for (const RunWarning& warning : warnings)
+        lines += warning.id + ": " + warning.text + "\n";
+    return lines;
+}
+} // namespace
+
+TEST(RunWarnings, EachNamesItsValueAndStandsWhereItIsPassed)
+{
+    EXPECT_EQ(Lines(WarningsBeforeRun({}, {}, {}, {})), "");
+    // Changes of the quiet machine, by the lines of a table that has the warnings before and of a
+    // run.
+    const std::function<void(Scene&)> changes[] = {
+        [](Scene&) {},
+        [](Scene& s) { s.after.load1 = 0.51; },
+        [](Scene& s) { s.First().clockDriver = "acpi-cpufreq"; },
+        [](Scene& s) { s.details.processors[1].energyPreference = "balance_power"; },
+        [](Scene& s) { s.First().energyPreference = "power", s.First().governor.reset(); },
+        [](Scene& s) { s.First().governor = "performance", s.First().clockDriver.reset(); },
+        [](Scene& s) { s.First().clockDriver = "amd-pstate-epp", s.surroundings.used = 9; },
+        [](Scene& s) { s.after.onBattery = true, s.after.batteryPercent = 57; },
+        [](Scene& s) { s.after.onBattery = true; },
+        [](Scene& s) { s.details.virtualMachine = "KVM"; },
+        [](Scene& s) { s.details.virtualMachine = "unknown kind", s.surroundings.used = 0; },
+        [](Scene& s) {
+            s.details.virtualMachine = "Xen";
+            s.First().siblings = s.details.processors[1].siblings = { 0 };
+        },
+        [](Scene& s) {
+            s.before.processors[0].coreThrottles = 7, s.after.processors[0].coreThrottles = 10;
+            s.after.temperature = 99.6;
+        },
+        [](Scene& s) {
+            s.before.processors[1].packageThrottles = 7;
+            s.after.processors[1].packageThrottles = 8;
+        },
+        [](Scene& s) { s.after.processors[0].stolen = 11; },
+        [](Scene& s) { s.after.processors[1].busy = 51; },
+        [](Scene& s) { s.after.asleep = 5'149'999; },
+        [](Scene& s) { s.after.asleep = 66'500'000, s.before.sleeps = 1, s.after.sleeps = 2; },
+        [](Scene& s) { s.before.sleeps = 1, s.after.sleeps = 2; },
+        [](Scene& s) { s.before.sleeps = 1, s.after.sleeps = 3; },
+        [](Scene& s) {
+            s.surroundings.temporaryFolder = { "tmpfs", true };
+        },
+        [](Scene& s) {
+            s.surroundings.display->outputs = { "screen", "VNC-0", "DUMMY1" };
+        },
+        [](Scene& s) { s.surroundings.display->vendor = "X server of VNC"; },
+        [](Scene& s) {
+            s.surroundings.display->extensions = { "GLX", "RANDR" };
+        },
+        [](Scene& s) { s.surroundings.display->extensions = { "NV-GLX" }; },
+        [](Scene& s) { s.surroundings.display->extensions = {}; },
     };
-    EXPECT_EQ(Lines(WarningsOfRun(details, before, after, 1)), during);
-    EXPECT_EQ(Lines(WarningsBeforeRun(details, before, after, surroundings)),
-        (Texts { "load: load 2.31: other programs share the processors",
-            "governor: power-saving clock (governor powersave): the processors run slower than "
-            "they can",
-            during[0],
-            "virtual-machine: virtual machine (KVM): other machines may share its processors "
-            "without being seen",
-            during[1], during[2], during[3], during[4],
-            "temporary-in-memory: the temporary directory lies in memory (tmpfs): the disk tests "
-            "do not measure a disk",
-            "software-display: software-drawn display (it has no real output, only <screen>): the "
-            "graphics tests measure the processor, not a graphics card" }));
-    details.processors[0].siblings = { 0 };
-    EXPECT_EQ(Lines(WarningsBeforeRun(details, {}, {}, {})).back(),
-        "sibling-invisible: no second hardware thread of a core is visible: what runs beside the "
-        "tests in the same core cannot be told");
-}
-
-TEST(RunWarnings, DisplaysThatDrawWithTheProcessor)
-{
-    EXPECT_TRUE(SoftwareDrawing({ "X server of VNC", { "DRI3" }, {} }));
-    EXPECT_TRUE(SoftwareDrawing({ "A", { "RANDR" }, { "HDMI-1" } }));
-    EXPECT_FALSE(SoftwareDrawing({ "A", { "RANDR", "NV-GLX" }, { "HDMI-1" } }));
-    EXPECT_FALSE(SoftwareDrawing({ "A", {}, {} }));
+    const std::vector<Row> rows = RowsOf("kits/kernel/data/warnings.txt", 3);
+    ASSERT_EQ(rows.size(), std::size(changes));
+    Scene all;
+    for (size_t i = 0; i < rows.size(); i++) {
+        Scene scene;
+        changes[i](scene);
+        const auto& [details, before, after, surroundings] = scene;
+        EXPECT_EQ(Lines(WarningsBeforeRun(details, before, after, surroundings)), rows[i][1])
+            << rows[i][0];
+        EXPECT_EQ(Lines(WarningsOfRun(details, before, after, surroundings.used)), rows[i][2])
+            << rows[i][0];
+    }
+    for (const size_t i : { 1u, 2u, 7u, 9u, 12u, 14u, 15u, 17u, 20u, 21u })
+        changes[i](all);
+    std::string order;
+    for (const RunWarning& warning :
+        WarningsBeforeRun(all.details, all.before, all.after, all.surroundings))
+        order += warning.id + " ";
+    EXPECT_EQ(order,
+        "load governor battery virtual-machine throttled steal sibling-busy asleep "
+        "temporary-in-memory software-display ");
 }

@@ -1,6 +1,7 @@
 #include "CpuTopology.h"
 #include "MachineFacts.h"
 #include "TaskStat.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 using namespace kernel;
@@ -14,6 +15,17 @@ TEST(MachineText, ListsAndMasksOfProcessors)
         EXPECT_EQ(ParseCpuList(nothing), Numbers()) << nothing;
     EXPECT_EQ(ParseCpuMask("00000001,80000101\n"), (Numbers { 0, 8, 31, 32 }));
     EXPECT_EQ(ParseCpuMask("00005"), (Numbers { 0, 2 }));
+    EXPECT_EQ(ParseCpuList("8191,8192"), Numbers { 8191 });
+    std::string words;
+    for (int i = 0; i < 258; i++) // of which the first two are beyond
+        words += (i > 0 ? "," : "") + std::string(i == 2 ? "80000000" : i == 1 ? "1" : "0");
+    EXPECT_EQ(ParseCpuMask(words), Numbers { 8191 });
+}
+
+TEST(MachineText, ClocksAreTakenFromTheModelsName)
+{
+    for (const Row& row : RowsOf("kits/kernel/data/clocks.txt", 2))
+        EXPECT_EQ(std::to_string(ClockInModelName(row[0])), row[1]) << row[0];
 }
 
 TEST(MachineText, ProcessorsAreNamedByMakerFamilyAndModel)
@@ -37,20 +49,9 @@ TEST(MachineText, ProcessorsAreNamedByMakerFamilyAndModel)
 
 TEST(MachineText, BuildDateAndTimeOfTheKernel)
 {
-    const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
-        { "Linux version 6.1.0-13-amd64 (a@b) (gcc 12) #1 SMP PREEMPT_DYNAMIC Debian 6.1.55-1 "
-          "(2023-09-29)\n",
-            "Linux 6.1.0-13-amd64", "Sep 29 2023", "" },
-        { "Linux version 5.15.0 (x) (gcc) #1 SMP Sun Feb 4 01:02:03 CET 2024", "Linux 5.15.0",
-            "Feb  4 2024", "01:02:03" },
-        { "Linux version 6.18.44 (y) #1 SMP PREEMPT_DYNAMIC @0", "Linux 6.18.44", "", "" },
-        { "Linux version 6 (2024-13-01)", "Linux 6", "", "" },
-    };
-    for (const auto& [text, name, date, time] : rows) {
-        const KernelVersion version = ParseKernelVersion(text);
-        EXPECT_EQ(version.name, name);
-        EXPECT_EQ(version.buildDate, date);
-        EXPECT_EQ(version.buildTime, time);
+    for (const Row& row : RowsOf("kits/kernel/data/kernels.txt", 4)) {
+        const KernelVersion version = ParseKernelVersion(row[0]);
+        EXPECT_EQ((Row { row[0], version.name, version.buildDate, version.buildTime }), row);
     }
 }
 
@@ -61,6 +62,11 @@ TEST(MachineText, ATasksRecordIsReadWhateverItsName)
     EXPECT_EQ(stat.state, 'R');
     EXPECT_EQ(stat.userTime, 2500000);
     EXPECT_EQ(stat.kernelTime, 500000);
+    EXPECT_EQ(stat.startTicks, 0u);
+    EXPECT_TRUE(ParseTaskStat("1 (a) Z 1 2 3 4 5 6 7 8 9 10 0 7 3 4 5 6 7 8 777 9", stat));
+    EXPECT_EQ(std::tuple(stat.state, stat.userTime, stat.kernelTime, stat.startTicks),
+        std::tuple('Z', 0, 70000, 777u));
+    EXPECT_FALSE(ParseTaskStat("1 (a) S 1 2 3 4 5 6 7 8 9 10 250", stat));
     EXPECT_FALSE(ParseTaskStat("12 (cut) R 1 2", stat));
     EXPECT_FALSE(ParseTaskStat("", stat));
 }

@@ -3,6 +3,9 @@
 #include "Processors.h"
 #include "tests/support/Test.h"
 
+#include <optional>
+#include <sstream>
+
 // A folder that takes the place of the system's root, gone with the object.
 class MachineTree : public TempFolder {
 public:
@@ -37,6 +40,15 @@ public:
     RootGuard(const RootGuard&) = delete;
     RootGuard& operator=(const RootGuard&) = delete;
 };
+
+// What there is, or "-".
+template <class Number>
+[[nodiscard]] std::string Text(const std::optional<Number>& number)
+{
+    std::ostringstream text;
+    number ? text << *number : text << "-";
+    return text.str();
+}
 
 // A tree that is one from its start to its end.
 class ThisMachine : public MachineTree {

@@ -1,84 +1,61 @@
 #include "MachineTree.h"
+#include "tests/support/Rows.h"
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>
 
-namespace {
-struct Row {
-    int number;
-    const char* siblings;
-    const char* online = nullptr; // its switch
-    int maxMegaHertz = 0;
-    int capacity = 0;
-};
+#include <regex>
 
+namespace {
 std::string SwitchFile(int number)
 {
     return "sys/devices/system/cpu/cpu" + std::to_string(number) + "/online";
 }
 
-void WriteProcessors(const MachineTree& tree, const std::vector<Row>& rows)
+// Of each processor its number, its siblings and its switch, if it has one, then maybe its clock in
+// MHz and its capacity: "0[0-1] 1[0-1]on@2000*500".
+void WriteProcessors(const MachineTree& tree, const std::string& processors)
 {
-    for (const Row& row : rows) {
-        const std::string folder = "sys/devices/system/cpu/cpu" + std::to_string(row.number) + "/";
-        tree.Write(folder + "topology/thread_siblings_list", std::string(row.siblings) + "\n");
-        if (row.online)
-            tree.Write(folder + "online", std::string(row.online) + "\n");
-        if (row.maxMegaHertz)
-            tree.Write(
-                folder + "cpufreq/cpuinfo_max_freq", std::to_string(row.maxMegaHertz) + "000\n");
-        if (row.capacity)
-            tree.Write(folder + "cpu_capacity", std::to_string(row.capacity) + "\n");
+    static const std::regex kForm(R"((\d+)\[(\S*)\](on|off)?(?:@(\d+))?(?:\*(\d+))?)");
+    for (std::sregex_iterator at(processors.begin(), processors.end(), kForm), end; at != end;
+         ++at) {
+        const std::smatch& match = *at;
+        const std::string folder = "sys/devices/system/cpu/cpu" + match.str(1) + "/";
+        tree.Write(folder + "topology/thread_siblings_list", match.str(2) + "\n");
+        if (match[3].matched)
+            tree.Write(folder + "online", match.str(3) == "on" ? "1\n" : "0\n");
+        if (match[4].matched)
+            tree.Write(folder + "cpufreq/cpuinfo_max_freq", match.str(4) + "000\n");
+        if (match[5].matched)
+            tree.Write(folder + "cpu_capacity", match.str(5) + "\n");
     }
 }
 
-std::vector<Row> ManyProcessors(int count)
-{
-    std::vector<Row> rows;
-    for (int number = 0; number < count; number++)
-        rows.push_back({ number, "", number ? "1" : nullptr });
-    return rows;
-}
-
-// Two processors, the second one off before, and one that the program may switch.
-const std::vector<Row> kOneOffInTheMiddle = { { 0, "0" }, { 1, "1", "0" }, { 2, "2", "1" } };
+// The second one off before, and one that the program may switch.
+constexpr char kOneOffInTheMiddle[] = "0[0] 1[1]off 2[2]on";
 } // namespace
 
 TEST(ProcessorTree, EightAtMostInTheOrderOfTheirWorth)
 {
-    const std::tuple<const char*, std::vector<Row>, std::vector<int>> cases[] = {
-        { "siblings in pairs",
-            { { 0, "0-1" }, { 1, "0-1", "1" }, { 2, "2-3", "1" }, { 3, "2-3", "1" } },
-            { 0, 2, 1, 3 } },
-        { "slow cores first, by clock",
-            { { 0, "0", nullptr, 2000 }, { 1, "1", "1", 2000 }, { 2, "2-3", "1", 4000 },
-                { 3, "2-3", "1", 4000 } },
-            { 0, 2, 1, 3 } },
-        { "slow cores first, by capacity",
-            { { 0, "0", nullptr, 3000, 500 }, { 1, "1", "1", 3000, 500 },
-                { 2, "2", "1", 3000, 1024 } },
-            { 0, 2, 1 } },
-        { "one off in the middle", kOneOffInTheMiddle, { 0, 2 } },
-        { "a sibling that is off",
-            { { 0, "0,3", "0" }, { 1, "1-2", "1" }, { 2, "1-2", "1" }, { 3, "0,3", "1" } },
-            { 1, 3, 2 } },
-        { "no processor 0, one without a switch", { { 4, "4", "1" }, { 5, "5" }, { 6, "6", "1" } },
-            { 5, 4, 6 } },
-        { "a hundred", ManyProcessors(100), { 0, 1, 2, 3, 4, 5, 6, 7 } },
-    };
-    for (const auto& [name, rows, numbers] : cases) {
-        SCOPED_TRACE(name);
+    for (const Row& row : RowsOf("kits/kernel/data/processors.txt", 5)) {
+        SCOPED_TRACE(row[0]);
         const MachineTree tree;
-        WriteProcessors(tree, rows);
-        EXPECT_EQ(kernel::Processors(tree.Path()).Numbers(), numbers);
+        WriteProcessors(tree, row[1]);
+        if (!row[2].empty())
+            tree.Write("sys/devices/system/cpu/online", row[2]);
+        tree.Write("proc/cpuinfo", row[3]);
+        const kernel::Processors processors(tree.Path());
+        std::string numbers;
+        for (const int number : processors.Numbers())
+            numbers += (numbers.empty() ? "" : " ") + std::to_string(number);
+        EXPECT_EQ(numbers, row[4]);
     }
 }
 
 TEST(ProcessorTree, SwitchingReachesTheRightOneAndTheCountStays)
 {
     const MachineTree tree;
-    WriteProcessors(
-        tree, { { 0, "0,4", "1" }, { 1, "1,5", "1" }, { 4, "0,4", "1" }, { 5, "1,5", "1" } });
+    WriteProcessors(tree, "0[0,4]on 1[1,5]on 4[0,4]on 5[1,5]on");
     const RootGuard root(tree.Path());
     const auto states = [&] {
         std::string all;
@@ -86,19 +63,11 @@ TEST(ProcessorTree, SwitchingReachesTheRightOneAndTheCountStays)
             all += tree.Read(SwitchFile(number)).substr(0, 1);
         return all;
     };
-    const std::tuple<int32, int32, status_t, const char*> steps[] = {
-        // Processor, new state, status, and the states of the system's 0, 1, 4, 5.
-        { 3, 0, B_OK, "1110" },
-        { 1, 0, B_OK, "1010" },
-        { 0, 0, B_NOT_ALLOWED, "1010" },
-        { 4, 0, B_BAD_VALUE, "1010" },
-        { -1, 0, B_BAD_VALUE, "1010" },
-        { 3, 1, B_OK, "1011" },
-        { 1, 1, B_OK, "1111" },
-    };
-    for (const auto& [cpu, state, status, expected] : steps) {
-        EXPECT_EQ(_kset_cpu_state_(cpu, state), status) << cpu << state;
-        EXPECT_EQ(states(), expected) << cpu << state;
+    const std::map<std::string, status_t> statuses = { { "fine", B_OK },
+        { "bad value", B_BAD_VALUE }, { "not allowed", B_NOT_ALLOWED } };
+    for (const Row& row : RowsOf("kits/kernel/data/switches.txt", 4)) {
+        EXPECT_EQ(_kset_cpu_state_(std::stoi(row[0]), std::stoi(row[1])), statuses.at(row[2]));
+        EXPECT_EQ(states(), row[3]) << row[0] << row[1];
         system_info info;
         ASSERT_EQ(get_system_info(&info), B_OK);
         EXPECT_EQ(info.cpu_count, 4);
@@ -126,6 +95,7 @@ TEST(ProcessorTree, WhatIsOffComesOnAtTheEndButNotWhatWasOffBefore)
 TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothing)
 {
     const ThisMachine tree;
+    EXPECT_EQ(get_system_info(nullptr), B_BAD_VALUE);
     system_info info;
     const auto read = [&] { EXPECT_EQ(get_system_info(&info), B_OK); };
     tree.Write(
@@ -147,6 +117,7 @@ TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothi
         "cpu  1 2 3 4\ncpu0 100 20 3 999 999 4 5 999 9 9\ncpu2 1 0 0 5\n"
         "intr 5\nctxt 7\nbtime 1700557792\n");
     tree.Write("proc/meminfo", "MemTotal: 131072 kB\nMemFree: 1 kB\nMemAvailable: 65536 kB\n");
+    tree.Write("proc/version", "Linux version 6.1.0-with-a-long-name-of-its-own (2023-09-29)\n");
     kernel::Processors::SetRoot(tree.Path()); // which looks anew
     read();
     EXPECT_EQ(std::tuple(info.cpu_count, info.cpu_type, info.cpu_revision, info.cpu_clock_speed),
@@ -154,37 +125,27 @@ TEST(ProcessorTree, SystemInfoOfAMachineThatTellsAllAndOfOneThatTellsAlmostNothi
     EXPECT_EQ(std::tuple(info.cpu_infos[0].active_time, info.cpu_infos[1].active_time,
                   info.max_pages, info.used_pages, info.boot_time),
         std::tuple(1320000, 10000, 32768, 16384, 1700557792000000));
+    EXPECT_EQ(std::tuple(std::string(info.kernel_name), std::string(info.kernel_build_date),
+                  std::string(info.kernel_build_time)),
+        std::tuple("Linux 6.1.0-with-a-long-name-of-its-own", "Sep 29 2023", ""));
 }
 
 TEST(ProcessorTree, ProcessorsOfOtherKindsTellTheirOwnWords)
 {
-    const std::tuple<const char*, int, int, int, int64> rows[] = {
-        // Arm tells no clock; where no governor does either, there is none.
-        { "processor\t: 0\nBogoMIPS\t: 108.00\nFeatures\t: fp asimd\nCPU implementer\t: 0x41\n"
-          "CPU architecture: 8\nCPU variant\t: 0x0\nCPU part\t: 0xd08\nCPU revision\t: 3\n\n",
-            1800, B_CPU_ARM, 3, 1800000000 },
-        { "processor\t: 0\nBogoMIPS\t: 243.75\nCPU implementer\t: 0x41\nCPU revision\t: 1\n", 0,
-            B_CPU_ARM, 1, 0 },
-        { "processor\t: 0\ncpu\t\t: POWER9 (architected), altivec supported\n"
-          "clock\t\t: 3800.000000MHz\nrevision\t: 2.2 (pvr 004e 0202)\n\n"
-          "timebase\t: 512000000\nplatform\t: pSeries\nmodel\t\t: IBM,9009-42A\n",
-            0, 0, 2, 3800000000 },
-        { "vendor_id       : IBM/S390\n# processors    : 1\nfacilities      : 0 1 2\n"
-          "processor 0: version = 00,  identification = 0A1B2C,  machine = 8561\n\n"
-          "cpu number      : 0\ncpu MHz dynamic : 4900\ncpu MHz static  : 5200\n",
-            0, 0, 0, 5200000000 },
-        { "processor\t: 0\nhart\t\t: 0\nisa\t\t: rv64imafdc\n", 0, 0, 0, 0 },
-    };
-    for (const auto& [cpuInfo, maxMegaHertz, type, revision, clock] : rows) {
-        SCOPED_TRACE(cpuInfo);
+    for (const Row& row : RowsOf("kits/kernel/data/other-processors.txt", 5)) {
+        SCOPED_TRACE(row[0]);
         const MachineTree tree;
-        tree.Write("proc/cpuinfo", cpuInfo);
-        WriteProcessors(tree, { { 0, "0", nullptr, maxMegaHertz } });
+        tree.Write("proc/cpuinfo", row[0]);
+        WriteProcessors(tree, row[1]);
         const RootGuard root(tree.Path());
         system_info info;
         EXPECT_EQ(get_system_info(&info), B_OK);
-        EXPECT_EQ(
-            std::tuple(info.cpu_count, info.cpu_type, info.cpu_revision, info.cpu_clock_speed),
-            std::tuple(1, type, revision, clock));
+        EXPECT_EQ(std::tuple(info.cpu_count, info.cpu_type, std::to_string(info.cpu_revision),
+                      std::to_string(info.cpu_clock_speed)),
+            std::tuple(1,
+                row[2] == "Arm"       ? B_CPU_ARM
+                    : row[2] == "x86" ? B_CPU_X86
+                                      : 0,
+                row[3], row[4]));
     }
 }

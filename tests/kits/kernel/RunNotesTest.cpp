@@ -3,6 +3,7 @@
 
 #include "MachineTree.h"
 #include "tests/support/Child.h"
+#include "tests/support/Rows.h"
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>
@@ -79,19 +80,12 @@ protected:
 
 TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
 {
-    const std::vector<int> none, both { 3, 2 };
-    // keeper, program: signals; 0: none, an end in order
-    const std::tuple<const char*, int, int, std::vector<int>> rows[] = {
-        { "nothing", 0, 0, none },
-        { "keeper killed", SIGKILL, 0, none },
-        { "keeper stopped", SIGSTOP, 0, none },
-        { "program killed", 0, SIGKILL, none },
-        { "both interrupted, as a terminal does it", 0, SIGINT, none },
-        { "both killed", SIGKILL, SIGKILL, both },
-        { "program killed, keeper stopped", SIGSTOP, SIGKILL, both },
-    };
-    for (const auto& [name, toKeeper, toProgram, left] : rows) {
-        SCOPED_TRACE(name);
+    const std::map<std::string, int> signals = { { "-", 0 }, { "killed", SIGKILL },
+        { "stopped", SIGSTOP }, { "interrupted", SIGINT } };
+    for (const Row& row : RowsOf("kits/kernel/data/kills.txt", 3)) {
+        SCOPED_TRACE(row[0] + " " + row[1]);
+        const int toKeeper = signals.at(row[0]), toProgram = signals.at(row[1]);
+        const std::vector<int> none, left = row[2] == "-" ? none : std::vector<int> { 3, 2 };
         const pid_t run = StartRun(true);
         const pid_t keeper = Keeper();
         ASSERT_GT(keeper, 0);
@@ -107,11 +101,35 @@ TEST_F(RunNotes, AllAreOnAtTheEndOrAfterTheNextStartWhateverWasKilledOrStopped)
         if (!toProgram) {
             EXPECT_EQ(States(), "1111");
         }
+        if (toKeeper == 0) { // which has put all in order by itself
+            EXPECT_TRUE(WaitUntil([=] { return !kernel::ProcessTag::Of(keeper).Lives(); }));
+            EXPECT_EQ(States(), "1111");
+            EXPECT_TRUE(std::filesystem::is_empty(Folder()));
+        }
         EXPECT_EQ(SwitchedOnNow(), left);
         EXPECT_EQ(States(), "1111");
         EXPECT_TRUE(std::filesystem::is_empty(Folder()));
         EXPECT_TRUE(WaitUntil([=] { return !kernel::ProcessTag::Of(keeper).Lives(); }));
     }
+}
+
+TEST_F(RunNotes, AKeeperThatIsKilledOrStoppedIsReplaced)
+{
+    kernel::Processors run(fTree.Path());
+    EXPECT_EQ(run.Switch(3, false), B_OK);
+    for (const auto& [number, how, cpu] :
+        { std::tuple(SIGKILL, "killed", 2), { SIGSTOP, "stopped", 1 } }) {
+        const pid_t keeper = Keeper();
+        kill(keeper, number);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(run.Switch(cpu, false), B_OK);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "The keeper of switched processors, process <" + std::to_string(keeper) + ">, was "
+                + how + ": replaced\n");
+    }
+    EXPECT_EQ(run.Switch(3, true), B_OK);
+    EXPECT_EQ(States(), "1001");
+    EXPECT_EQ(kernel::ReadNotes(fTree.Path()).at(0).off, (std::vector<int> { 2, 1 }));
 }
 
 TEST_F(RunNotes, OfTwoRunsNeitherSwitchesOnWhatTheOtherHasOff)
@@ -144,54 +162,65 @@ TEST_F(RunNotes, AreBelievedOnlyFromRootAndThisUserSinceTheSystemStarted)
     kernel::ProcessTag reused = kernel::ProcessTag::Of(getpid());
     reused.start--;
     const std::string note = Folder() + "/run-1";
-    const std::string good = text("this-boot", reused);
-    const std::vector<int> none, both { 2, 3 };
-    const struct {
-        const char* name;
-        std::string text;
-        std::function<void()> change;
-        std::vector<int> left;
-        bool stays = false;
-    } rows[] = {
-        { "a process of that number, but a later one", good, [] {}, both },
-        { "the process itself", text("this-boot", kernel::ProcessTag::Of(getpid())), [] {}, none,
-            true },
-        { "before the system started", text("other-boot", reused), [] {}, none },
-        { "cut", good.substr(0, 30), [] {}, none },
-        { "nothing", "", [] {}, none },
-        { "others may write", good, [&] { chmod(note.c_str(), 0666); }, none, true },
-        { "a link", good,
-            [&] {
-                std::filesystem::rename(note, fTree / "elsewhere");
-                std::filesystem::create_symlink(fTree / "elsewhere", note);
-            },
-            none, true },
-        { "a pipe", good,
-            [&] {
-                unlink(note.c_str());
-                mkfifo(note.c_str(), 0644);
-            },
-            none, true },
-        { "another user's", good,
-            [&] {
-                if (chown(note.c_str(), 1, 1) != 0)
-                    chmod(note.c_str(), 0666);
-            },
-            none, true },
-        { "in a folder that others may write to", good, [&] { chmod(Folder().c_str(), 0777); },
-            none, true },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    setenv("NOTE", note.c_str(), 1);
+    for (const Row& row : RowsOf("kits/kernel/data/notes.txt", 5)) {
+        SCOPED_TRACE(row[0] + " " + row[2]);
         SetState(2, "0");
         SetState(3, "0");
-        WriteFile(note, row.text);
-        row.change();
-        EXPECT_EQ(SwitchedOnNow(), row.left);
-        EXPECT_EQ(States(), row.left == both ? "1111" : "1100");
-        EXPECT_EQ(std::filesystem::exists(std::filesystem::symlink_status(note)), row.stays);
-        std::filesystem::remove(note);
+        const std::string whole =
+            text(row[0], row[1] == "lives" ? kernel::ProcessTag::Of(getpid()) : reused);
+        WriteFile(note, row[0] == "-" ? "" : row[0] == "cut" ? whole.substr(0, 30) : whole);
+        EXPECT_EQ(system(row[2].c_str()), 0);
+        const bool isBelieved = row[3] == "believed";
+        EXPECT_EQ(SwitchedOnNow(), isBelieved ? (std::vector<int> { 2, 3 }) : std::vector<int>());
+        EXPECT_EQ(States(), isBelieved ? "1111" : "1100");
+        EXPECT_EQ(
+            std::filesystem::exists(std::filesystem::symlink_status(note)), row[4] == "stays");
+        EXPECT_EQ(system("chmod 755 ${NOTE%/*}; rm -f $NOTE"), 0);
     }
+}
+
+TEST_F(RunNotes, WhatCannotBeSwitchedOnIsToldAndWhatADeadProgramWasWritingGoes)
+{
+    const RootGuard root(fTree.Path());
+    std::filesystem::create_directories(Folder());
+    EXPECT_EQ(restore_processors(), "");
+    const std::string own = Folder() + "/new-" + std::to_string(getpid());
+    for (const std::string& file : { own, Folder() + "/new-999999999", Folder() + "/other" })
+        WriteFile(file, "x");
+    SetState(1, "0");
+    SetState(2, "0");
+    std::filesystem::remove(fTree / Switch(3));
+    // A file that begins with "0" and takes nothing, not even from root.
+    std::filesystem::create_symlink("/proc/self/personality", fTree / Switch(3));
+    const std::string note = "boot this-boot\nprogram 999999999 1\nkeeper 0 0\noff ";
+    WriteFile(Folder() + "/run-1", note + "2 1\n");
+    WriteFile(Folder() + "/run-2", note + "3\n");
+    EXPECT_EQ(restore_processors(),
+        std::string("Processors 1, 2 had been left off by a run that was killed: now on again. "
+                    "Processor 3 left off by a run that was killed cannot be switched on: ")
+            + strerror(geteuid() == 0 ? ESPIPE : EACCES));
+    EXPECT_EQ(States(), "1110");
+    std::set<std::string> left;
+    for (const auto& entry : std::filesystem::directory_iterator(Folder()))
+        left.insert(entry.path().filename());
+    EXPECT_EQ(left, (std::set<std::string> { own.substr(own.rfind('/') + 1), "other", "run-2" }));
+}
+
+TEST_F(RunNotes, TellWhetherTheirProcessLivesOrIsStopped)
+{
+    using kernel::ProcessTag;
+    const pid_t child = StartChild([] { return pause(); });
+    const ProcessTag tag = ProcessTag::Of(child), later { child, tag.start + 1 };
+    EXPECT_TRUE(tag.Lives() && !later.Lives() && !ProcessTag {}.Lives() && !tag.IsStopped());
+    kill(child, SIGSTOP);
+    EXPECT_TRUE(WaitUntil([&] { return tag.IsStopped(); }));
+    EXPECT_FALSE(later.IsStopped() || ProcessTag {}.IsStopped());
+    later.Kill();
+    EXPECT_TRUE(tag.Lives());
+    tag.Kill();
+    EXPECT_TRUE(WaitUntil([&] { return !tag.Lives(); })); // though nobody has asked for its value
+    EXPECT_EQ(EndOf(child), -SIGKILL);
 }
 
 TEST_F(RunNotes, NothingIsSwitchedOffThatCannotBeNoted)

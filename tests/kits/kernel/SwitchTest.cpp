@@ -17,22 +17,18 @@ char StateOfProcessor1()
 }
 
 // Leaves processor 1 on, whatever a test did.
-class Processor1Guard {
-public:
-    Processor1Guard() = default;
-    ~Processor1Guard()
+struct Switch : testing::Test {
+    void SetUp() override
+    {
+        if (sysconf(_SC_NPROCESSORS_ONLN) < 2)
+            GTEST_SKIP() << "one processor only";
+    }
+    void TearDown() override
     {
         if (StateOfProcessor1() == '0')
             std::ofstream(kSwitch) << "1";
     }
-    Processor1Guard(const Processor1Guard&) = delete;
-    Processor1Guard& operator=(const Processor1Guard&) = delete;
 };
-
-bool CanSwitchForReal()
-{
-    return access(kSwitch, W_OK) == 0 && StateOfProcessor1() == '1';
-}
 
 // How many processors each thread of the process may run on: the least and the most.
 std::pair<int, int> AllowedProcessors()
@@ -80,9 +76,8 @@ int SwitchWithThreads(char stateWhenOff)
             if (AllowedProcessors().second != before.second - 1)
                 return __LINE__;
         }
-        if (CpuCount() != count || StateOfProcessor1() != stateWhenOff)
-            return __LINE__;
-        if (_kset_cpu_state_(1, 1) != B_OK || AllowedProcessors() != before)
+        if (CpuCount() != count || StateOfProcessor1() != stateWhenOff
+            || _kset_cpu_state_(1, 1) != B_OK || AllowedProcessors() != before)
             return __LINE__;
     }
     done = true;
@@ -91,14 +86,10 @@ int SwitchWithThreads(char stateWhenOff)
 }
 } // namespace
 
-TEST(Switch, IsTheMachinesOrWhereTheProgramMayNotThatOfItsThreadsAlone)
+TEST_F(Switch, IsTheMachinesOrWhereTheProgramMayNotThatOfItsThreadsAlone)
 {
-    if (sysconf(_SC_NPROCESSORS_ONLN) < 2)
-        GTEST_SKIP() << "one processor only";
-    const Processor1Guard guard;
-    if (CanSwitchForReal()) {
-        EXPECT_EQ(InChild([] { return SwitchWithThreads('0'); }), 0);
-    }
+    const bool canSwitchForReal = access(kSwitch, W_OK) == 0 && StateOfProcessor1() == '1';
+    EXPECT_EQ(canSwitchForReal ? InChild([] { return SwitchWithThreads('0'); }) : 0, 0);
     EXPECT_EQ(InChild([] {
         if (!BecomeOrdinaryUser())
             return 1;
@@ -112,7 +103,7 @@ TEST(Switch, IsTheMachinesOrWhereTheProgramMayNotThatOfItsThreadsAlone)
         0);
 }
 
-TEST(Switch, AThreadBoundToAProcessorIsBoundToItAgainAndAProcessCountsOnlyIts)
+TEST_F(Switch, AThreadBoundToAProcessorIsBoundToItAgainAndAProcessCountsOnlyIts)
 {
     const auto bindTo = [](int processor) {
         cpu_set_t mask;
@@ -128,9 +119,6 @@ TEST(Switch, AThreadBoundToAProcessorIsBoundToItAgainAndAProcessCountsOnlyIts)
         sched_getaffinity(0, sizeof(mask), &mask);
         return CPU_COUNT(&mask) == 1 && CPU_ISSET(1, &mask) ? 0 : 2;
     };
-    if (sysconf(_SC_NPROCESSORS_ONLN) < 2)
-        GTEST_SKIP() << "one processor only";
-    const Processor1Guard guard;
     EXPECT_EQ(InChild(run), 0); // for the machine where the program may
     EXPECT_EQ(InChild([&] { return BecomeOrdinaryUser() ? run() : 3; }), 0);
     const auto count = [&] { return bindTo(0) ? CpuCount() : 100; };

@@ -31,20 +31,24 @@ TEST(ThreadMoment, IsReadFromTheSystemsFiles)
     EXPECT_EQ(ReadThreadMoment().waited, 2.5);
 }
 
-TEST(ThreadMoment, WaitingForThreadsOfTheProcessIsNotForOtherPrograms)
+TEST(ThreadMoment, AChangeIsWhatOtherProgramsAndTheSameProcessorDid)
 {
-    EXPECT_DOUBLE_EQ(ChangeBetween(Moment(1.0, 5.0), Moment(1.75, 5.25)).waited, 0.5);
-    EXPECT_EQ(
-        ChangeBetween(Moment(1.0, 5.0), Moment(1.75, 8.0)).waited, 0); // on others' processors
-    EXPECT_DOUBLE_EQ(ChangeBetween(Moment(1.0, 5.0), Moment(1.5, 4.9)).waited, 0.5); // clocks apart
-    EXPECT_EQ(ChangeBetween(Moment({}, 5.0), Moment(1.5, 5.0)).waited, 0);
-    EXPECT_EQ(ChangeBetween(Moment(1.5, 5.0), Moment({}, 5.0)).waited, 0);
-}
-
-TEST(ThreadMoment, ThrottledIsWhatTheSameProcessorCounts)
-{
-    EXPECT_TRUE(ChangeBetween(Moment({}, 0, 1, 4), Moment({}, 0, 1, 5)).isThrottled);
-    EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, 4), Moment({}, 0, 1, 4)).isThrottled);
-    EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, 4), Moment({}, 0, 2, 5)).isThrottled);
-    EXPECT_FALSE(ChangeBetween(Moment({}, 0, 1, {}), Moment({}, 0, 1, 5)).isThrottled);
+    const struct {
+        ThreadMoment before, after;
+        double waited;
+        bool isThrottled = false;
+    } rows[] = { { Moment(1.0, 5.0), Moment(1.75, 5.25),
+                     0.5 }, // the rest for threads of the process
+        { Moment(1.0, 5.0), Moment(1.75, 8.0), 0 }, // these on others' processors
+        { Moment(1.0, 5.0), Moment(1.5, 4.9), 0.5 }, // clocks apart
+        { Moment({}, 5.0), Moment(1.5, 5.0), 0 }, { Moment(1.5, 5.0), Moment({}, 5.0), 0 },
+        { Moment({}, 0, 1, 4), Moment({}, 0, 1, 5), 0, true },
+        { Moment({}, 0, 1, 4), Moment({}, 0, 1, 4), 0 },
+        { Moment({}, 0, 1, 4), Moment({}, 0, 2, 5), 0 },
+        { Moment({}, 0, 1, {}), Moment({}, 0, 1, 5), 0 } };
+    for (const auto& row : rows) {
+        const ThreadChange change = ChangeBetween(row.before, row.after);
+        EXPECT_DOUBLE_EQ(change.waited, row.waited);
+        EXPECT_EQ(change.isThrottled, row.isThrottled);
+    }
 }

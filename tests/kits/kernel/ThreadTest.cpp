@@ -32,16 +32,18 @@ struct Work {
     }
 };
 
-thread_state StateOf(thread_id thread)
+// Of one that has ended the name "<ended>" alone.
+thread_info InfoOf(thread_id thread)
 {
-    thread_info info;
-    return get_thread_info(thread, &info) == B_OK ? info.state : static_cast<thread_state>(0);
+    thread_info info {};
+    if (get_thread_info(thread, &info) != B_OK)
+        strcpy(info.name, "<ended>");
+    return info;
 }
 
 std::string NameOf(thread_id thread)
 {
-    thread_info info;
-    return get_thread_info(thread, &info) == B_OK ? info.name : "<ended>";
+    return InfoOf(thread).name;
 }
 } // namespace
 
@@ -54,16 +56,23 @@ TEST(Thread, StateTellsWhatItDoes)
         Work work;
         work.kind = row.first;
         const thread_id thread = spawn_thread(Work::Do, "works", B_NORMAL_PRIORITY, &work);
-        EXPECT_EQ(StateOf(thread), B_THREAD_SUSPENDED);
+        EXPECT_EQ(InfoOf(thread).state, B_THREAD_SUSPENDED);
         ASSERT_EQ(resume_thread(thread), B_OK);
         EXPECT_EQ(resume_thread(thread), B_BAD_THREAD_STATE);
-        EXPECT_TRUE(WaitUntil([&] { return work.count > 0 && StateOf(thread) == row.second; }));
         thread_info info;
         EXPECT_TRUE(WaitUntil([&] {
-            return get_thread_info(thread, &info) == B_OK && (info.user_time > 0 || row.first != 0);
+            info = InfoOf(thread);
+            return work.count > 0 && info.state == row.second
+                && (info.user_time > 0 || row.first != Work::kCount);
         }));
+        EXPECT_EQ(std::tuple(info.thread, info.team, info.priority, std::string(info.name)),
+            std::tuple(thread, getpid(), B_NORMAL_PRIORITY, "works"));
         ASSERT_EQ(suspend_thread(thread), B_OK);
-        EXPECT_EQ(StateOf(thread), B_THREAD_SUSPENDED);
+        EXPECT_EQ(suspend_thread(thread), B_OK); // already
+        EXPECT_EQ(InfoOf(thread).state, B_THREAD_SUSPENDED);
+        const long count = work.count;
+        usleep(1000);
+        EXPECT_EQ(work.count, count);
         work.done = true;
         status_t value = 0;
         EXPECT_EQ(wait_for_thread(thread, &value), B_OK); // resumes it
@@ -80,12 +89,10 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     for (const thread_id id : { thread, static_cast<thread_id>(0), static_cast<thread_id>(-1),
              static_cast<thread_id>(1 << 30) }) {
         thread_info info;
-        EXPECT_EQ(get_thread_info(id, &info), B_BAD_THREAD_ID);
-        EXPECT_EQ(resume_thread(id), B_BAD_THREAD_ID);
-        EXPECT_EQ(suspend_thread(id), B_BAD_THREAD_ID);
-        EXPECT_EQ(kill_thread(id), B_BAD_THREAD_ID);
-        EXPECT_EQ(set_thread_priority(id, 10), B_BAD_THREAD_ID);
-        EXPECT_EQ(rename_thread(id, "x"), B_BAD_THREAD_ID);
+        for (const status_t status :
+            { get_thread_info(id, &info), resume_thread(id), suspend_thread(id), kill_thread(id),
+                set_thread_priority(id, 10), rename_thread(id, "x") })
+            EXPECT_EQ(status, B_BAD_THREAD_ID);
     }
     EXPECT_EQ(find_thread("short"), B_NAME_NOT_FOUND);
     status_t value = 0;
@@ -93,6 +100,11 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     EXPECT_EQ(value, 42);
     EXPECT_EQ(wait_for_thread(thread, &value), B_BAD_THREAD_ID);
     EXPECT_EQ(wait_for_thread(find_thread(nullptr), &value), B_NOT_ALLOWED);
+    const thread_id self = find_thread(nullptr);
+    EXPECT_EQ(spawn_thread(nullptr, "x", B_LOW_PRIORITY, nullptr), B_BAD_VALUE);
+    EXPECT_TRUE(get_thread_info(self, nullptr) == B_BAD_VALUE
+        && rename_thread(self, nullptr) == B_BAD_VALUE);
+    EXPECT_TRUE(snooze(0) == B_OK && snooze(-1) == B_OK && snooze(1) == B_OK);
 }
 
 TEST(Thread, ExitThreadAndAKillOfItselfUnwindItAndGiveTheValue)

@@ -1,9 +1,12 @@
 #include "TestHome.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <Directory.h>
 #include <File.h>
 #include <Path.h>
+
+#include <sstream>
 
 namespace {
 
@@ -19,15 +22,20 @@ TEST(Directory, GivesEachEntryOnceAndIsMadeWithThoseOnTheWay)
     const TempFolder folder;
     Shell(folder, "mkdir -p sub/deep && echo text > file && ln -s sub link");
     BDirectory directory(folder.Path().c_str());
+    BEntry entry;
     const std::multiset<std::string> all = { folder / "sub", folder / "file", folder / "link" };
     for (int pass = 0; pass < 2; pass++) {
         std::multiset<std::string> found;
-        for (BEntry entry; directory.GetNextEntry(&entry) == B_OK;)
+        while (directory.GetNextEntry(&entry) == B_OK)
             found.insert(PathOf(entry));
         EXPECT_EQ(found, all);
         EXPECT_EQ(directory.CountEntries(), 3);
         EXPECT_EQ(directory.Rewind(), B_OK);
     }
+    entry_ref ref;
+    EXPECT_EQ(directory.GetNextRef(&ref), B_OK);
+    EXPECT_TRUE(all.count(PathOf(BEntry(&ref))) == 1 && directory.GetEntry(&entry) == B_OK);
+    EXPECT_EQ(PathOf(entry), folder.Path());
     EXPECT_EQ(create_directory((folder / "x/y//z/").c_str(), 0775), B_OK);
     EXPECT_TRUE(BEntry((folder / "x/y/z").c_str()).IsDirectory());
     EXPECT_EQ(create_directory((folder / "file/y").c_str(), 0775), B_NOT_A_DIRECTORY);
@@ -38,22 +46,16 @@ TEST(Entry, StandsForANameWhetherThereIsAFileOrNot)
     const TempFolder folder;
     Shell(folder, "mkdir sub && touch file && ln -s sub/../file link");
     Shell(folder, "ln -s none dangling && ln -s circle circle");
-    const std::tuple<const char*, bool, status_t, const char*, bool> rows[] = {
-        // Name, whether it is followed if it is a link; status, what it stands for, is it there.
-        { "link", false, B_OK, "link", true },
-        { "link", true, B_OK, "file", true },
-        { "dangling", false, B_OK, "dangling", true },
-        { "dangling", true, B_OK, "none", false },
-        { "circle", true, B_LINK_LIMIT, "", false },
-        { "file/new", false, B_NOT_A_DIRECTORY, "", false },
-        { "", false, B_BAD_VALUE, "", false },
-    };
-    for (const auto& [name, traverse, status, result, exists] : rows) {
-        SCOPED_TRACE(name);
-        const BEntry entry(*name ? (folder / name).c_str() : "", traverse);
-        EXPECT_EQ(entry.InitCheck(), status);
-        EXPECT_EQ(PathOf(entry), status == B_OK ? folder / result : "none");
-        EXPECT_EQ(entry.Exists(), exists);
+    for (const Row& row : RowsOf("kits/storage/data/entries.txt", 4)) {
+        SCOPED_TRACE(row[0] + " " + row[1]);
+        const BEntry entry((row[0].empty() ? "" : folder / row[0]).c_str(), row[1] == "followed");
+        const bool isEntry = entry.InitCheck() == B_OK;
+        const std::map<status_t, std::string> names = { { B_OK, PathOf(entry) },
+            { B_LINK_LIMIT, "too many links" }, { B_NOT_A_DIRECTORY, "not a directory" },
+            { B_BAD_VALUE, "bad value" }, { B_ENTRY_NOT_FOUND, "not found" } };
+        EXPECT_EQ(names.at(entry.InitCheck()), isEntry ? folder / row[2] : row[2]);
+        EXPECT_TRUE(isEntry || PathOf(entry) == "none");
+        EXPECT_EQ(entry.Exists(), row[3] == "there");
     }
     BEntry entry((folder / "file").c_str());
     const BEntry same((folder / "sub/../file").c_str());
@@ -71,28 +73,118 @@ TEST(Entry, StandsForANameWhetherThereIsAFileOrNot)
     EXPECT_EQ(PathOf(entry), "none"); // its folder has gone
 }
 
+TEST(Entry, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
+{
+    const TempFolder folder;
+    Shell(folder, "mkdir sub; echo text > file; ln file other");
+    const std::string path = folder / "file";
+    BEntry none, entry(path.c_str()), missing((folder / "missing").c_str());
+    BNode noNode, node(&entry);
+    BFile noFile, file(path.c_str(), B_READ_ONLY), program("/proc/self/exe", B_READ_WRITE);
+    const bool mayWrite = access("/proc/self/exe", W_OK) == 0 || errno != EACCES;
+    BDirectory noDirectory, directory(folder.Path().c_str());
+    BPath path2("/before"), noPath;
+    entry_ref ref;
+    struct stat info = {};
+    char bytes[8] = "before";
+    const char* noName = nullptr;
+    const entry_ref* noRef = nullptr;
+    const BEntry* noEntry = nullptr;
+    const std::pair<ssize_t, ssize_t> rows[] = { { none.InitCheck(), B_NO_INIT },
+        { none.GetStat(&info), B_NO_INIT }, { entry.GetStat(nullptr), B_BAD_VALUE },
+        { missing.GetStat(&info), B_ENTRY_NOT_FOUND }, { none.GetRef(&ref), B_NO_INIT },
+        { entry.GetRef(nullptr), B_BAD_VALUE }, { none.GetPath(&noPath), B_NO_INIT },
+        { entry.GetPath(nullptr), B_BAD_VALUE }, { none.GetParent(&entry), B_NO_INIT },
+        { entry.GetParent(nullptr), B_BAD_VALUE },
+        { BEntry("/").GetParent(&none), B_ENTRY_NOT_FOUND }, { none.Rename("x"), B_NO_INIT },
+        { entry.Rename(""), B_BAD_VALUE }, { entry.Rename(nullptr), B_BAD_VALUE },
+        { entry.Rename("other"), B_FILE_EXISTS }, { missing.Rename("x"), B_ENTRY_NOT_FOUND },
+        { entry.Rename("none/x"), B_ENTRY_NOT_FOUND }, { none.Remove(), B_NO_INIT },
+        { missing.Remove(), B_ENTRY_NOT_FOUND }, { get_ref_for_path("x", nullptr), B_BAD_VALUE },
+        { get_ref_for_path("", &ref), B_BAD_VALUE },
+        { BEntry((folder / std::string(255, 'n')).c_str()).InitCheck(), B_OK },
+        { BEntry((folder / std::string(256, 'n')).c_str()).InitCheck(), B_NAME_TOO_LONG },
+        { noNode.GetStat(&info), B_NO_INIT }, { node.GetStat(nullptr), B_BAD_VALUE },
+        { BNode(noName).InitCheck(), B_BAD_VALUE }, { BNode(noRef).InitCheck(), B_BAD_VALUE },
+        { BNode(noEntry).InitCheck(), B_BAD_VALUE }, { BNode(&none).InitCheck(), B_BAD_VALUE },
+        { BNode(&missing).InitCheck(), B_ENTRY_NOT_FOUND },
+        { noNode.GetNextAttrName(bytes), B_NO_INIT },
+        { node.GetNextAttrName(nullptr), B_BAD_VALUE },
+        { node.GetAttrInfo("a", nullptr), B_BAD_VALUE },
+        { node.ReadAttr("a", 0, 0, nullptr, 1), B_BAD_VALUE },
+        { node.ReadAttr("a", 0, -1, bytes, 1), B_BAD_VALUE },
+        { node.WriteAttr("a", 0, 0, nullptr, 1), B_BAD_VALUE },
+        { node.WriteAttr("a", 0, -1, bytes, 1), B_BAD_VALUE }, { node.RemoveAttr(""), B_BAD_VALUE },
+        { noNode.RemoveAttr("a"), B_NO_INIT }, { node.RemoveAttr("a"), B_ENTRY_NOT_FOUND },
+        { node.GetSize(nullptr), B_BAD_VALUE }, { noNode.GetOwner(&info.st_uid), B_NO_INIT },
+        { BFile(noName, 0).InitCheck(), B_BAD_VALUE }, { noFile.SetTo(noRef, 0), B_BAD_VALUE },
+        { noFile.SetTo(noEntry, 0), B_BAD_VALUE }, { noFile.SetTo(&none, 0), B_BAD_VALUE },
+        { noFile.Read(bytes, 1), B_NO_INIT }, { file.Read(nullptr, 1), B_BAD_VALUE },
+        { noFile.Write(bytes, 1), B_NO_INIT }, { file.Write(nullptr, 1), B_BAD_VALUE },
+        { noFile.Seek(0, SEEK_SET), B_NO_INIT }, { file.Seek(0, 9), B_BAD_VALUE },
+        { file.Seek(-1, SEEK_SET), B_BAD_VALUE }, { noFile.IsWritable(), false },
+        { program.IsWritable(), true },
+        { program.Write("x", 1), mayWrite ? B_BUSY : B_PERMISSION_DENIED },
+        { (program.Unset(), program.InitCheck()), B_NO_INIT },
+        { BDirectory("").InitCheck(), B_BAD_VALUE },
+        { BDirectory(path.c_str()).InitCheck(), B_NOT_A_DIRECTORY },
+        { noDirectory.GetEntry(&none), B_NO_INIT }, { directory.GetEntry(nullptr), B_BAD_VALUE },
+        { noDirectory.GetNextEntry(&none), B_NO_INIT },
+        { directory.GetNextEntry(nullptr), B_BAD_VALUE },
+        { directory.GetNextRef(nullptr), B_BAD_VALUE }, { noDirectory.GetNextRef(&ref), B_NO_INIT },
+        { noDirectory.Rewind(), B_NO_INIT }, { noDirectory.CountEntries(), B_NO_INIT },
+        { create_directory(nullptr, 0), B_BAD_VALUE }, { create_directory("", 0), B_BAD_VALUE },
+        { create_directory((folder / "none/\xff" + std::string(256, 'n')).c_str(), 0755),
+            B_NAME_TOO_LONG },
+        { noPath.GetParent(&path2), B_NO_INIT }, { path2.GetParent(nullptr), B_BAD_VALUE },
+        { BPath("/").GetParent(&path2), B_ENTRY_NOT_FOUND }, { noPath.Append("x"), B_BAD_VALUE },
+        { noPath.SetTo(&noDirectory), B_NO_INIT },
+        { noPath.SetTo(static_cast<BDirectory*>(nullptr)), B_BAD_VALUE },
+        { noPath.SetTo(noRef), B_BAD_VALUE } };
+    for (size_t i = 0; i < std::size(rows); i++)
+        EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
+    EXPECT_EQ(Said(folder, "ls; cat file"), "file none other sub text ");
+    EXPECT_STREQ(path2.Path(), "/before");
+    EXPECT_FALSE(noPath.Path() || noPath.Leaf() || noFile.InitCheck() == B_OK);
+    EXPECT_EQ(entry.Remove(), B_OK);
+    EXPECT_EQ(Said(folder, "ls"), "none other sub ");
+}
+
+TEST(Entry, ReferencesAreEqualByDirectoryAndName)
+{
+    const entry_ref ref(1, 2, "name"), nameless(1, 2, nullptr);
+    entry_ref copy(ref), assigned;
+    assigned = ref;
+    EXPECT_TRUE(copy == ref && assigned == ref && copy.name != ref.name);
+    assigned = *&assigned;
+    EXPECT_STREQ(assigned.name, "name");
+    for (const entry_ref& other : { entry_ref(2, 2, "name"), entry_ref(1, 3, "name"),
+             entry_ref(1, 2, "nam"), nameless, entry_ref() })
+        EXPECT_FALSE(ref == other);
+    EXPECT_TRUE(nameless == entry_ref(1, 2, nullptr) && copy.set_name(nullptr) == B_OK);
+    EXPECT_EQ(copy.name, nullptr);
+}
+
 TEST(File, OpensByItsModesAndMovesItsPosition)
 {
     const TempFolder folder;
     const std::string path = folder / "file";
-    const std::tuple<uint32, const char*, status_t, const char*> rows[] = {
-        // Mode and contents before (NULL: no file); status, contents when "ab" has been written.
-        { B_READ_ONLY, nullptr, B_ENTRY_NOT_FOUND, nullptr },
-        { B_WRITE_ONLY | B_CREATE_FILE, nullptr, B_OK, "ab" },
-        { B_READ_WRITE | B_CREATE_FILE, "12345", B_OK, "ab345" },
-        { B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE, "12345", B_OK, "ab" },
-        { B_READ_WRITE | B_OPEN_AT_END, "12345", B_OK, "12345ab" },
-        { B_READ_WRITE | B_CREATE_FILE | B_FAIL_IF_EXISTS, "1", B_FILE_EXISTS, "1" },
-        { B_READ_ONLY, "12345", B_OK, "12345" },
-    };
-    for (const auto& [mode, before, status, after] : rows) {
-        SCOPED_TRACE(mode);
-        Shell(folder, before ? std::string("printf ") + before + " > file" : "rm -f file");
+    const std::map<std::string, uint32> modes = { { "read", B_READ_ONLY },
+        { "write", B_WRITE_ONLY }, { "both", B_READ_WRITE }, { "create", B_CREATE_FILE },
+        { "erase", B_ERASE_FILE }, { "end", B_OPEN_AT_END }, { "new", B_FAIL_IF_EXISTS } };
+    for (const Row& row : RowsOf("kits/storage/data/modes.txt", 4)) {
+        SCOPED_TRACE(row[0]);
+        Shell(folder, row[1] == "none" ? "rm -f file" : "printf " + row[1] + " > file");
+        uint32 mode = 0;
+        std::istringstream words(row[0]);
+        for (std::string word; words >> word;)
+            mode |= modes.at(word);
         BFile file(path.c_str(), mode);
-        EXPECT_EQ(file.InitCheck(), status);
+        const status_t failure = row[2] == "exists" ? B_FILE_EXISTS : B_ENTRY_NOT_FOUND;
+        EXPECT_EQ(file.InitCheck(), row[2] == "fine" ? status_t { B_OK } : failure);
         const bool isWritten = file.Write("ab", 2) == 2;
         EXPECT_EQ(isWritten, file.IsWritable());
-        EXPECT_EQ(ReadFile(path), after ? after : "none");
+        EXPECT_EQ(ReadFile(path), row[3]);
     }
     BFile file(path.c_str(), B_READ_WRITE | B_OPEN_AT_END); // "12345"
     BFile copy = file;

@@ -1,4 +1,5 @@
 #include "TestHome.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <Directory.h>
@@ -18,26 +19,19 @@ TEST(Path, IsTakenAsGivenOrNormalizedWhereItMustBe)
 {
     const TempFolder folder;
     Shell(folder, "mkdir -p dir/sub && ln -s dir way");
-    const std::tuple<const char*, const char*, bool, status_t, const char*> rows[] = {
-        // Path ("@" stands for the folder), leaf and whether to normalize; status and result.
-        { "/none/...at/.x", nullptr, false, B_OK, "/none/...at/.x" },
-        { "@/way", "file", true, B_OK, "@/dir/file" },
-        { "@/way", nullptr, true, B_OK, "@/way" }, // the last element stays what it is
-        { "@/way//sub", nullptr, false, B_OK, "@/dir/sub" },
-        { "@/way/..", nullptr, false, B_OK, "@" },
-        { "@", "none/x/", false, B_ENTRY_NOT_FOUND, "none" },
-        { "@", "/x", false, B_BAD_VALUE, "none" },
-        { "", nullptr, false, B_BAD_VALUE, "none" },
-        { "/", "x", false, B_OK, "/x" },
-    };
     const auto filled = [&](const std::string& text) {
         return text[0] == '@' ? folder.Path() + text.substr(1) : text;
     };
-    for (const auto& [given, leaf, normalize, status, result] : rows) {
-        SCOPED_TRACE(std::string(given) + " and " + (leaf ? leaf : "NULL"));
+    for (const Row& row : RowsOf("kits/storage/data/paths.txt", 4)) {
         BPath path("/before");
-        EXPECT_EQ(path.SetTo(filled(given).c_str(), leaf, normalize), status);
-        EXPECT_EQ(TextOf(path), filled(result));
+        const status_t status = path.SetTo(filled(row[0]).c_str(),
+            row[1] == "null" ? nullptr : row[1].c_str(), row[2] == "normalized");
+        EXPECT_EQ(status == B_BAD_VALUE       ? "bad value"
+                : status == B_ENTRY_NOT_FOUND ? "not found"
+                                              : TextOf(path),
+            filled(row[3]))
+            << row[0] << " " << row[1];
+        EXPECT_TRUE(path.InitCheck() == status && (status == B_OK || path == BPath()));
     }
     BPath relative("some_file");
     EXPECT_EQ(TextOf(relative), fs::current_path() / "some_file");

@@ -46,4 +46,61 @@ TEST(Resources, ChangesAreKeptTogetherWhenTheObjectEnds)
     EXPECT_EQ(id * 100 + int32(size), 708);
 }
 
+TEST(Resources, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
+{
+    const std::string path = TestHome() / "resources";
+    const char* noName = nullptr;
+    constexpr size_t kMost = 1'000'000'000;
+    BFile file(path.c_str(), B_READ_WRITE | B_CREATE_FILE), none;
+    const BFile readable(path.c_str(), B_READ_ONLY);
+    BResources unset, resources(&file), reading(&readable);
+    size_t size = 99;
+    const std::pair<status_t, status_t> rows[] = { { unset.AddResource('a', 1, "x", 1), B_NO_INIT },
+        { unset.Sync(), B_NO_INIT }, { unset.SetTo(nullptr), B_OK },
+        { unset.SetTo(&none), B_BAD_VALUE }, { unset.SetTo(&readable, true), B_NOT_ALLOWED },
+        { reading.Sync(), B_OK }, { reading.RemoveResource('a', 1), B_NOT_ALLOWED },
+        { reading.WriteResource('a', 1, "x", 0, 1), B_NOT_ALLOWED },
+        { resources.AddResource('a', 1, nullptr, 1), B_BAD_VALUE },
+        { resources.AddResource('a', 1, "x", kMost + 1), B_BAD_VALUE },
+        { resources.AddResource('a', 1, nullptr, 0), B_OK },
+        { resources.WriteResource('a', 2, "x", 0, 1), B_ENTRY_NOT_FOUND },
+        { resources.WriteResource('b', 1, "x", 0, 1), B_ENTRY_NOT_FOUND },
+        { resources.WriteResource('a', 1, nullptr, 0, 1), B_BAD_VALUE },
+        { resources.WriteResource('a', 1, "x", -1, 1), B_BAD_VALUE },
+        { resources.WriteResource('a', 1, "x", kMost, 1), B_BAD_VALUE },
+        { resources.WriteResource('a', 1, "x", 0, kMost + 1), B_BAD_VALUE },
+        { resources.WriteResource('a', 2, "x", kMost - 1, 1), B_ENTRY_NOT_FOUND },
+        { resources.RemoveResource('a', 2), B_ENTRY_NOT_FOUND },
+        { resources.RemoveResource('b', 1), B_ENTRY_NOT_FOUND },
+        { resources.AddResource('a', 3, "12345", 5, "three"), B_OK },
+        { resources.WriteResource('a', 3, "x", 1, 1), B_OK }, { resources.Sync(), B_OK },
+        { resources.AddResource('a', 4, "lost", 4), B_OK },
+        { resources.RemoveResource('a', 4), B_OK }, { reading.SetTo(&readable), B_OK } };
+    for (size_t i = 0; i < std::size(rows); i++)
+        EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
+    EXPECT_TRUE(reading.GetResourceInfo('a', 1, nullptr, &size) && size == 0);
+    EXPECT_TRUE(reading.LoadResource('a', 1, nullptr)) << "empty, and there";
+    EXPECT_TRUE(reading.GetResourceInfo('a', 3, nullptr, &size) && size == 5);
+    EXPECT_EQ(DataOf(reading, 'a', 3), "1x345");
+    EXPECT_TRUE(reading.LoadResource('a', "three", nullptr) && reading.HasResource('a', "three"));
+    EXPECT_FALSE(reading.HasResource('b', "three") || reading.HasResource('a', 4)
+        || reading.LoadResource('a', noName, &size) || reading.HasResource('a', "no"));
+    EXPECT_EQ(BResources(&file, true).AddResource('b', 1, "new", 3), B_OK);
+    BResources anew(&readable); // which the old ones are gone from
+    EXPECT_EQ(DataOf(anew, 'b', 1) + DataOf(anew, 'a', 3), "newnone");
+    EXPECT_EQ(DataOf(reading, 'a', 3), "1x345") << "as it was read";
+    BResources clobbering(&file, true), other(&file);
+    EXPECT_TRUE(clobbering.Sync() == B_OK && other.AddResource('c', 1, "other", 5) == B_OK
+        && other.Sync() == B_OK && clobbering.AddResource('c', 2, "mine", 4) == B_OK
+        && clobbering.Sync() == B_OK); // which removes all but once
+    EXPECT_TRUE(clobbering.RemoveResource('c', 3) == B_ENTRY_NOT_FOUND
+        && other.AddResource('c', 3, "x", 1) == B_OK && other.RemoveResource('c', 3) == B_OK
+        && other.Sync() == B_OK && clobbering.AddResource('c', 3, "kept", 4) == B_OK
+        && clobbering.Sync() == B_OK && other.Sync() == B_OK); // removes nothing twice
+    BResources left(&readable), late(&readable);
+    EXPECT_EQ(DataOf(left, 'c', 1) + DataOf(left, 'c', 2) + DataOf(left, 'c', 3), "otherminekept");
+    std::filesystem::remove_all(TestHome() / "data/tarvex");
+    EXPECT_FALSE(late.LoadResource('c', 1, &size));
+}
+
 } // namespace

@@ -45,21 +45,50 @@ TEST(Store, TellsFilesApartByDeviceInodeAndBirthAndKnowsAProgramThatTookItsOwnPl
     for (const NodeIdentity& known : { file, program })
         ASSERT_EQ(store.WriteAttribute(known, "a", 'RAWT', 0, "mine"), 4);
     const std::tuple<const char*, NodeIdentity, const char*> rows[] = {
+        { "born at a time that is not told", { "/nowhere/a", 17, 0, 1, false, 5, 5 }, "mine" },
         { "its disk has another number now", { "/nowhere/a", 17, 4711, 1, false, 6, 6 }, "mine" },
         { "moved", { "/nowhere/b", 17, 4711, 1, false, 5, 5 }, "mine" },
         { "of another disk", { "/nowhere/c", 17, 4711, 1, false, 6, 6 }, "none" },
         { "made anew", { "/nowhere/d", 17, 4712, 1, false, 5, 5 }, "none" },
         { "a program made anew, not of ours", { "/nowhere/p", 9, 4712, 1, false, 5, 5 }, "none" },
         { "our program made anew", { "/nowhere/p", 9, 4712, 1, true, 5, 5 }, "mine" },
+        { "another at its place", { "/nowhere/a", 16, 4711, 1, false, 5, 5 }, "none" },
+        { "another program at its place", { "/nowhere/a", 16, 4712, 1, true, 5, 5 }, "none" },
     };
     for (const auto& [name, other, value] : rows)
         EXPECT_EQ(ReadFor(store, other), value) << name;
+    // The number of an inode belongs to the later file; of one born at no time nothing follows.
+    for (const auto& [birth, left] :
+        { std::pair(0, "mine mine other "), { 4713, "mine other " } }) {
+        const NodeIdentity next { "/nowhere/n", 17, birth, 1, false, 5, 5 };
+        EXPECT_EQ(store.WriteAttribute(next, "a", 'RAWT', 0, "other"), 5);
+        store.Close();
+        EXPECT_EQ(Sql(folder / "store", "SELECT data FROM attributes ORDER BY data"), left);
+    }
 
     NodeIdentity own;
     ASSERT_EQ(IdentifyNode(AT_FDCWD, fs::read_symlink("/proc/self/exe"), &own), B_OK);
     EXPECT_TRUE(own.isProgram);
     ASSERT_EQ(IdentifyNode(AT_FDCWD, "/bin/sh", &own), B_OK);
     EXPECT_FALSE(own.isProgram);
+}
+
+TEST(Store, IsMadeByTheFirstWriteAndMadeAnewWhereItWasRemoved)
+{
+    const TempFolder folder;
+    const std::string path = folder / "tarvex/store";
+    Store store(path);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Read(store, "a"), std::to_string(B_ENTRY_NOT_FOUND));
+    EXPECT_EQ(store.RemoveAttribute(kFile, "a"), B_ENTRY_NOT_FOUND);
+    EXPECT_FALSE(fs::exists(folder / "tarvex"));
+    for (const char* value : { "one", "two" }) {
+        EXPECT_EQ(Write(store, value, value), 3);
+        EXPECT_EQ(Read(store, value), value);
+        fs::remove_all(folder / "tarvex");
+        EXPECT_EQ(Read(store, value), std::to_string(B_ENTRY_NOT_FOUND));
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(Store, ForgetsFilesThatHaveBeenGoneForLongAndLaterThoseOfADiskThatIsAway)

@@ -54,43 +54,31 @@ TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
 
 // The system's reads of a file, of which some fail.
 struct FaultyDisk {
-    FaultyDisk(int first, bool stays) : fFirst(first), fStays(stays)
+    FaultyDisk(int firstFault, bool faultStays)
     {
-        sReads = 0;
-        sBroken = -1;
-        sNow = this;
-        Use(reinterpret_cast<sqlite3_syscall_ptr>(Read));
+        sFirst = firstFault, sStays = faultStays, sReads = 0, sBroken = -1;
+        Use([](int file, void* buffer, size_t size, off_t offset) -> ssize_t {
+            if (sReads++ == sFirst)
+                sBroken = offset;
+            else if (!sStays || offset > sBroken || offset + static_cast<off_t>(size) <= sBroken)
+                return pread(file, buffer, size, offset);
+            errno = EIO;
+            return -1;
+        });
     }
     ~FaultyDisk() { Use(nullptr); }
-
-    static int sReads;
-
-private:
-    static void Use(sqlite3_syscall_ptr call)
+    static void Use(ssize_t (*call)(int, void*, size_t, off_t))
     {
         sqlite3_initialize();
         sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
         for (const char* name : { "pread", "pread64" })
-            system->xSetSystemCall(system, name, call);
-    }
-    static ssize_t Read(int file, void* buffer, size_t size, off_t offset)
-    {
-        if (sReads++ == sNow->fFirst)
-            sBroken = offset;
-        else if (!sNow->fStays || offset > sBroken || offset + static_cast<off_t>(size) <= sBroken)
-            return pread(file, buffer, size, offset);
-        errno = EIO;
-        return -1;
+            system->xSetSystemCall(system, name, reinterpret_cast<sqlite3_syscall_ptr>(call));
     }
 
-    const int fFirst;
-    const bool fStays; // what could not be read once never can be
-    static off_t sBroken;
-    static const FaultyDisk* sNow;
+    inline static int sFirst, sReads;
+    inline static bool sStays; // what could not be read once never can be
+    inline static off_t sBroken;
 };
-int FaultyDisk::sReads = 0;
-off_t FaultyDisk::sBroken = -1;
-const FaultyDisk* FaultyDisk::sNow = nullptr;
 
 TEST(StoreTrouble, WhatTheDiskCannotReadIsNeitherDamageNorNothing)
 {

@@ -25,3 +25,13 @@ void Shell(const TempFolder& folder, const std::string& commands)
 {
     EXPECT_EQ(system(("cd " + folder.Path() + " && " + commands).c_str()), 0) << commands;
 }
+
+std::string Said(const TempFolder& folder, const std::string& commands)
+{
+    FILE* pipe = popen(("cd " + folder.Path() + " && { " + commands + "; }").c_str(), "r");
+    std::string text;
+    for (int letter = fgetc(pipe); letter != EOF; letter = fgetc(pipe))
+        text += letter == '\n' ? ' ' : static_cast<char>(letter);
+    pclose(pipe);
+    return text;
+}

@@ -7,3 +7,5 @@
 const TempFolder& TestHome();
 // Runs commands with the folder as their working directory; a failure is one of the test.
 void Shell(const TempFolder& folder, const std::string& commands);
+// What commands print in the folder, on one line.
+std::string Said(const TempFolder& folder, const std::string& commands);

@@ -1,5 +1,6 @@
 #include "ReleaseVersion.h"
 #include "TestHome.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <AppFileInfo.h>
@@ -27,19 +28,8 @@ TEST(Type, AFileThatHasNoneIsWhatItsKindNameAndContentsSay)
         "echo '1.0\n12\nrecord' > Tarvex.results; echo '#!/bin/sh' > script;"
         "printf '\\211PNG\\r\\n\\032\\n' > picture; printf '\\001\\002\\376\\377\\200' > junk");
     fs::copy_file("/proc/self/exe", folder / "program.txt");
-    const std::pair<const char*, const char*> rows[] = {
-        { "folder.txt", "application/x-vnd.Be-directory" },
-        { "link.txt", "application/x-vnd.Be-symlink" },
-        { "program.txt", "application/x-vnd.Be-elfexecutable" },
-        { "notes.txt", "text/plain" },
-        { "Tarvex.results", "text/plain" },
-        { "script", "application/x-shellscript" },
-        { "\xff.zip", "application/zip" },
-        { "picture", "image/png" },
-        { "junk", "application/octet-stream" },
-    };
-    for (const auto& [file, type] : rows)
-        EXPECT_EQ(TypeOf(folder / file), type) << file;
+    for (const Row& row : RowsOf("kits/storage/data/types.txt", 2))
+        EXPECT_EQ(TypeOf(folder / row[0]), row[1]);
 
     BNode node((folder / "junk").c_str());
     BNodeInfo info(&node);
@@ -48,6 +38,22 @@ TEST(Type, AFileThatHasNoneIsWhatItsKindNameAndContentsSay)
     EXPECT_EQ(info.SetType(std::string(240, 't').c_str()), B_BAD_VALUE);
     EXPECT_EQ(info.SetType(nullptr), B_OK);
     EXPECT_EQ(TypeOf(folder / "junk"), "application/octet-stream");
+    char type[B_MIME_TYPE_LENGTH] = "before";
+    BNode none;
+    BMimeType guessed;
+    entry_ref ref, missing;
+    EXPECT_EQ(get_ref_for_path((folder / "picture").c_str(), &ref), B_OK);
+    EXPECT_EQ(get_ref_for_path((folder / "missing").c_str(), &missing), B_OK);
+    EXPECT_TRUE(info.GetType(nullptr) == B_BAD_VALUE && info.SetType(nullptr) == B_OK
+        && BNodeInfo(&none).GetType(type) == B_NO_INIT && BNodeInfo().SetType("x") == B_NO_INIT
+        && BNodeInfo().SetTo(nullptr) == B_BAD_VALUE && info.SetTo(&node) == B_OK
+        && BMimeType::GuessMimeType(nullptr, &guessed) == B_BAD_VALUE
+        && BMimeType::GuessMimeType(&ref, nullptr) == B_BAD_VALUE
+        && BMimeType::GuessMimeType(&missing, &guessed) == B_ENTRY_NOT_FOUND);
+    EXPECT_TRUE(!guessed.Type() && BMimeType::GuessMimeType(&ref, &guessed) == B_OK);
+    EXPECT_STREQ(guessed.Type(), "image/png");
+    EXPECT_TRUE(guessed.SetTo("a b") == B_BAD_VALUE && !guessed.Type());
+    EXPECT_TRUE(BMimeType::IsValid(std::string(239, 't').c_str()) && BMimeType::IsValid("text"));
     for (const char* bad : { "", "/plain", "text/", "text/pl ain", "te<xt", "text/plain/x" })
         EXPECT_FALSE(BMimeType::IsValid(bad)) << bad;
 }
@@ -81,6 +87,31 @@ TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
     EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_OK);
     EXPECT_EQ(found.minor * 100 + found.variety * 10 + found.internal, 324u);
     EXPECT_STREQ(found.long_info, "long");
+    version.short_info[0] = '\0';
+    EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(&version, B_SYSTEM_VERSION_KIND), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_OK);
+    version.minor = 9;
+    EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(&version, B_APP_VERSION_KIND), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_OK);
+    EXPECT_EQ(found.minor, 3u) << "the other kind stays";
+    const auto bad = static_cast<version_kind>(2), worse = static_cast<version_kind>(-1);
+    BAppFileInfo nobody(nullptr);
+    EXPECT_TRUE(nobody.GetSignature(signature) == B_NO_INIT && nobody.SetSignature("x") == B_NO_INIT
+        && info.GetSignature(nullptr) == B_BAD_VALUE
+        && nobody.GetVersionInfo(&found, B_APP_VERSION_KIND) == B_NO_INIT
+        && nobody.SetVersionInfo(&version, B_APP_VERSION_KIND) == B_NO_INIT
+        && nobody.SetVersionInfo(&version, bad) == B_BAD_VALUE
+        && nobody.SetVersionInfo(&version, worse) == B_BAD_VALUE
+        && info.GetVersionInfo(&found, bad) == B_BAD_VALUE
+        && info.GetVersionInfo(&found, worse) == B_BAD_VALUE
+        && info.GetVersionInfo(nullptr, B_APP_VERSION_KIND) == B_BAD_VALUE);
+    memset(version.long_info, 'x', sizeof version.long_info); // it never ends
+    EXPECT_EQ(
+        again.WriteAttr("BEOS:APP_VERSION", 'APPV', 0, &version, sizeof version), sizeof version);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_BAD_TYPE);
+    for (int i = 0; i < 2; i++) // also if there is none any more
+        EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(nullptr, B_APP_VERSION_KIND), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_ENTRY_NOT_FOUND);
     for (const char* name : { "BEOS:APP_VERSION", "BEOS:FILE_TYPES" })
         EXPECT_EQ(again.WriteAttr(name, B_RAW_TYPE, 0, "damaged", 7), 7);
     EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_BAD_TYPE);
@@ -89,18 +120,12 @@ TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
 
 TEST(AppFileInfo, TheSystemsVersionIsThatOfTheDistribution)
 {
-    const std::tuple<const char*, const char*, uint32> rows[] = {
-        // 10203: 1.2.3
-        { "NAME=\"Other\"\nPRETTY_NAME=\"A \\\"B\\\" Linux 7.2 (x)\"\nVERSION_ID=\"7.2\"\n",
-            "A \"B\" Linux 7.2 (x)", 70200 },
-        { "VERSION_ID='20.4.1'\nNAME=\"Some Linux\"", "Some Linux 20.4.1", 200401 },
-        { "NAME=\"Some Linux\"\nVERSION=\"12 (x)\"\n", "12 (x)", 0 },
-        { "", "Linux", 0 },
-    };
-    for (const auto& [lines, text, number] : rows) {
-        const version_info info = VersionOfRelease(lines);
-        EXPECT_STREQ(info.short_info, text);
-        EXPECT_EQ((info.major * 100 + info.middle) * 100 + info.minor, number);
+    for (const Row& row : RowsOf("kits/storage/data/releases.txt", 4)) {
+        const version_info info = VersionOfRelease(row[0]);
+        const std::string number = std::to_string(info.major) + "." + std::to_string(info.middle)
+            + "." + std::to_string(info.minor);
+        EXPECT_EQ((Row { row[0], info.short_info, info.long_info, number }), row);
+        EXPECT_EQ(info.variety * 10 + info.internal, 50u);
     }
     EXPECT_EQ(strlen(VersionOfRelease("PRETTY_NAME=" + std::string(999, 'x')).short_info), 63u);
     BFile file("/system/Tracker", B_READ_ONLY); // needs a release file, as every system has one

@@ -2,6 +2,7 @@
 
 #include "TestHome.h"
 #include "tests/support/Child.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <fcntl.h>
@@ -19,17 +20,6 @@ std::string Put(const std::string& path, const std::string& text = "new")
     return file.Commit() ? "" : file.Error();
 }
 
-// What commands print in the folder, on one line.
-std::string Said(const TempFolder& folder, const std::string& commands)
-{
-    FILE* pipe = popen(("cd " + folder.Path() + " && { " + commands + "; }").c_str(), "r");
-    std::string text;
-    for (int letter = fgetc(pipe); letter != EOF; letter = fgetc(pipe))
-        text += letter == '\n' ? ' ' : static_cast<char>(letter);
-    pclose(pipe);
-    return text;
-}
-
 // Everything in the folder, links with what they point to, and the text of f.
 std::string Contents(const TempFolder& folder)
 {
@@ -39,66 +29,47 @@ std::string Contents(const TempFolder& folder)
 TEST(WholeFile, TakesThePlaceOfAFileThroughLinksWithItsOwnerAndMode)
 {
     const std::string owner = std::to_string(geteuid()) + " " + std::to_string(getegid());
-    const struct {
-        const char* before;
-        const char* path;
-        std::string rights;
-        const char* contents;
-        bool isRoots = false;
-    } rows[] = {
-        { "true", "f", "640 " + owner, "f new" },
-        { "echo old > f; chmod 4604 f", "f", "4604 " + owner, "f new" },
-        { "echo old > f; chown 1:2 f; chmod 606 f", "f", "606 1 2", "f new", true },
-        { "echo old > f; chmod 644 f; ln -s f l", "l", "644 " + owner, "f lf new" },
-        { "ln -s m l; ln -s f m", "l", "640 " + owner, "f lm mf new" },
-        { "mkdir -m 1777 d; ln -s ../f d/l", "d/l", "640 " + owner, "d d/l../f f new" },
-    };
-    for (const auto& row : rows) {
-        if (row.isRoots && geteuid() != 0)
+    for (const Row& row : RowsOf("kits/storage/data/whole-files.txt", 5)) {
+        if (row[0] == "root" && geteuid() != 0)
             continue;
-        SCOPED_TRACE(row.before);
+        SCOPED_TRACE(row[1]);
         const TempFolder folder;
-        Shell(folder, row.before);
+        Shell(folder, row[1]);
         const mode_t before = umask(027);
-        EXPECT_EQ(WholeFile::WhyNot((folder / row.path).c_str()) + Put(folder / row.path), "");
+        EXPECT_EQ(WholeFile::WhyNot((folder / row[2]).c_str()) + Put(folder / row[2]), "");
         umask(before);
-        EXPECT_EQ(Said(folder, "stat -c '%a %u %g' f"), row.rights + " ");
-        EXPECT_EQ(Contents(folder), row.contents);
+        const std::string rights = row[3] + (row[0] == "root" ? "" : " " + owner);
+        EXPECT_EQ(Said(folder, "stat -c '%a %u %g' f"), rights + " ");
+        EXPECT_EQ(Contents(folder), row[4]);
     }
+}
+
+TEST(WholeFile, KeepsWhatAPersonHasPutOnTheFile)
+{
+    const TempFolder folder;
+    const std::string path = folder / "f";
+    WriteFile(path, "old");
+    if (setxattr(path.c_str(), "user.note", "text", 4, 0) != 0)
+        GTEST_SKIP() << "No attributes here";
+    char value[8] = "";
+    EXPECT_EQ(Put(path), "");
+    EXPECT_EQ(getxattr(path.c_str(), "user.note", value, sizeof value), 4);
+    EXPECT_STREQ(value, "text");
 }
 
 TEST(WholeFile, SaysWhyItCannotBeWrittenAndLeavesAllAsItWas)
 {
-    const std::string link = "echo old > f; mkdir -m 1777 d; chown 1 d; ln -s ../f d/l; ";
-    const struct {
-        std::string before;
-        const char* path;
-        int error;
-        bool isRoots = false;
-    } rows[] = {
-        { "echo old > f; mkdir d", "d", EISDIR },
-        { "echo old > f; ln -s l l", "l", ELOOP },
-        { "echo old > f", "none/f", ENOENT },
-        { "echo old > f", "f/none", ENOTDIR },
-        { "echo old > f; chmod 444 f", "f", EACCES },
-        { "echo old > f; chmod 555 .", "f", EACCES },
-        { "echo old > f; chmod 777 . f; chown 1 f", "f", 0, true },
-        { link + "chown -h 2 d/l", "d/l", EACCES, true }, // planted by user 2 in user 1's folder
-        { "echo old > f; mkdir -m 1777 d; mkfifo -m 666 d/p; chown 2 d/p", "d/p", EACCES, true },
-    };
-    for (const auto& row : rows) {
-        if (row.isRoots && geteuid() != 0)
+    for (const Row& row : RowsOf("kits/storage/data/refused-files.txt", 4)) {
+        if (row[0] == "root" && geteuid() != 0)
             continue;
-        SCOPED_TRACE(row.before);
+        SCOPED_TRACE(row[1]);
         const TempFolder folder;
-        Shell(folder, "chmod 777 . && " + row.before);
+        Shell(folder, "chmod 777 . && " + row[1]);
         const std::string before = Contents(folder);
-        const std::string expected =
-            row.error != 0 ? strerror(row.error) : "its owner or group could not be kept";
         const auto asUser = [&] {
             EXPECT_TRUE(BecomeOrdinaryUser());
-            EXPECT_EQ(WholeFile::WhyNot((folder / row.path).c_str()), expected);
-            EXPECT_EQ(Put(folder / row.path), expected);
+            EXPECT_EQ(WholeFile::WhyNot((folder / row[2]).c_str()), row[3]);
+            EXPECT_EQ(Put(folder / row[2]), row[3]);
             return HasFailure() ? 1 : 0;
         };
         EXPECT_EQ(InChild(asUser), 0);
@@ -137,8 +108,9 @@ TEST(WholeFile, WritesToPipesDevicesAndStandardOutputAsTheyAre)
     Shell(folder, "mkfifo p");
     const pid_t reader = StartChild([&] { return ReadFile(folder / "p") == "new" ? 0 : 1; });
     EXPECT_EQ(WholeFile::WhyNot((folder / "p").c_str()), ""); // waits for no reader
-    EXPECT_EQ(Put(folder / "p"), "");
-    EXPECT_EQ(EndOf(reader), 0);
+    WholeFile pipe((folder / "p").c_str());
+    EXPECT_TRUE(fputs("new", pipe.Stream()) >= 0 && pipe.Commit() && !pipe.Commit());
+    EXPECT_EQ(EndOf(reader), 0) << "closed already";
     EXPECT_EQ(Said(folder, "stat -c %F p"), "fifo ");
 
     const auto printing = [&] {
