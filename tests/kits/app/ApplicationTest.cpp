@@ -4,6 +4,8 @@
 #include <Application.h>
 #include <Roster.h>
 
+#include <array>
+
 namespace {
 
 constexpr char kSignature[] = "application/x-vnd.Test-App";
@@ -14,21 +16,30 @@ public:
     TestApp(Log& log, size_t quitAfter) : BApplication(kSignature), fLog(log), fQuitAfter(quitAfter)
     {
     }
+    using BLooper::PulsePeriod;
     void ReadyToRun() override { Add("ready"); }
     void ArgvReceived(int32 argc, char** argv) override
     {
-        std::string entry = "argv " + std::to_string(argc);
+        int32 count = 0;
+        const char* folder = "";
+        EXPECT_EQ(CurrentMessage()->FindInt32("argc", &count), B_OK);
+        EXPECT_EQ(CurrentMessage()->FindString("cwd", &folder), B_OK);
+        EXPECT_EQ(std::filesystem::current_path(), folder);
+        std::string entry = "argv " + std::to_string(count);
         for (int32 i = 0; i < argc; ++i)
             entry += std::string(" ") + argv[i];
         Add(argv[argc] ? "no end" : entry);
     }
+    void RefsReceived(BMessage*) override { Add("refs"); }
     void AboutRequested() override { Add("about"); }
+    void AppActivated(bool active) override { Add(active ? "active" : "inactive"); }
     void Pulse() override { Add("pulse"); }
     void MessageReceived(BMessage* message) override { Add(std::to_string(message->what)); }
 
 private:
     void Add(const std::string& entry)
     {
+        EXPECT_TRUE(entry == "pulse" || CurrentMessage()->ReturnAddress() == be_app_messenger);
         fLog.Add(entry);
         if (fLog.Now().size() >= fQuitAfter)
             Quit();
@@ -75,16 +86,23 @@ protected:
 TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
 {
     const std::pair<Entries, Entries> rows[] = {
-        { { "prog" }, { "ready", "about", "1" } },
-        { { "prog", "-scmp", "" }, { "argv 3 prog -scmp ", "ready", "about", "1" } },
+        { { "prog" }, { "ready", "about", "refs", "active", "1" } },
+        { { "prog", "-scmp", "" },
+            { "argv 3 prog -scmp ", "ready", "about", "refs", "active", "1" } },
     };
     for (const auto& [arguments, entries] : rows) {
         SetProgramArguments(arguments);
         Log log;
         TestApp app(log, entries.size());
         EXPECT_EQ(be_app, &app);
-        app.PostMessage(B_ABOUT_REQUESTED);
-        app.PostMessage(B_READY_TO_RUN); // it is ready only once
+        BMessage activated(B_APP_ACTIVATED);
+        app.PostMessage(&activated); // tells nothing
+        activated.AddBool("active", true);
+        // It is ready only once.
+        for (const uint32 what :
+            { B_ABOUT_REQUESTED, B_READY_TO_RUN, B_ARGV_RECEIVED, B_REFS_RECEIVED })
+            app.PostMessage(what);
+        app.PostMessage(&activated);
         be_app_messenger.SendMessage(1);
         EXPECT_EQ(app.Run(), find_thread(nullptr));
         EXPECT_EQ(log.Now(), entries);
@@ -95,14 +113,19 @@ TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
     EXPECT_EQ(std::filesystem::path(ProgramArguments().at(0)).filename(), "test_app");
 }
 
-TEST_F(ApplicationTest, PulsesAtItsRate)
+TEST_F(ApplicationTest, PulsesAtItsRateInTenthsOfASecond)
 {
-    TestApp app(fLog, 4);
-    app.SetPulseRate(100'000);
+    TestApp app(fLog, 3);
+    EXPECT_EQ(app.PulsePeriod(), 500'000);
+    for (const auto& [rate, period] :
+        { std::pair(99'999, 0), { -200'000, 0 }, { 199'999, 100'000 } }) {
+        app.SetPulseRate(rate);
+        EXPECT_EQ(app.PulsePeriod(), period);
+    }
     const bigtime_t start = system_time();
     app.Run();
-    EXPECT_EQ(fLog.Now(), (Entries { "ready", "pulse", "pulse", "pulse" }));
-    EXPECT_GE(system_time() - start, 300'000);
+    EXPECT_EQ(fLog.Now(), (Entries { "ready", "pulse", "pulse" }));
+    EXPECT_GE(system_time() - start, 200'000);
 }
 
 TEST_F(ApplicationTest, QuitsWhenAllWindowsAgreeOldestFirst)
@@ -141,8 +164,8 @@ TEST_F(ApplicationTest, QuitsWhenAllWindowsAgreeOldestFirst)
 
 TEST_F(ApplicationTest, SignalsAskItToQuitAndAreAsBeforeAfterwards)
 {
-    signal(SIGINT, SIG_DFL);
     for (const int number : { SIGTERM, SIGINT, SIGHUP }) {
+        signal(number, SIG_DFL); // whatever this was started with
         Log log;
         TestApp app(log, 99);
         app.SetPulseRate(0);
@@ -159,12 +182,14 @@ TEST_F(ApplicationTest, SignalsAskItToQuitAndAreAsBeforeAfterwards)
     EXPECT_EQ(signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
-TEST(Application, WantsAnApplicationTypeAndToBeTheOnlyOneWhichTheRosterKnows)
+TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)
 {
     const std::string longest = "application/" + std::string(B_MIME_TYPE_LENGTH - 13, 'x');
-    const std::pair<std::string, status_t> rows[] = { { "Application/one", B_OK },
+    std::vector<std::pair<std::string, status_t>> rows = { { "Application/!~", B_OK },
         { longest, B_OK }, { longest + "x", B_BAD_VALUE }, { "text/plain", B_BAD_VALUE },
-        { "application/two words", B_BAD_VALUE } };
+        { "application/", B_BAD_VALUE } };
+    for (const char sign : std::string("()<>@,;:\\\"/[]?= \x7f\xc3"))
+        rows.emplace_back("application/a" + std::string(1, sign), B_BAD_VALUE);
     for (const auto& [signature, expected] : rows) {
         SCOPED_TRACE(signature);
         status_t status = 1;
@@ -173,16 +198,67 @@ TEST(Application, WantsAnApplicationTypeAndToBeTheOnlyOneWhichTheRosterKnows)
         EXPECT_EQ(be_app == &app, expected == B_OK);
         EXPECT_TRUE(expected == B_OK || app.Run() == B_NO_INIT);
     }
-    app_info info;
-    EXPECT_EQ(be_roster->GetAppInfo(kSignature, &info), B_ERROR);
     status_t status = 1;
-    const BApplication app(kSignature, &status);
+    EXPECT_EQ((BApplication(nullptr, &status), status), B_BAD_VALUE);
+    const TestApp app(fLog, 1);
     EXPECT_EQ((BApplication(kSignature, &status), status), B_NOT_ALLOWED);
-    EXPECT_EQ(app.GetAppInfo(&info), B_OK);
-    EXPECT_EQ(info.thread, find_thread(nullptr));
-    EXPECT_EQ(PathOfRef(info.ref), std::filesystem::read_symlink("/proc/self/exe"));
     EXPECT_EQ(be_app, &app);
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    EXPECT_EXIT(
-        BApplication("text/plain"), testing::ExitedWithCode(1), "^Bad signature <text/plain>\n");
+    EXPECT_EXIT(BApplication(nullptr), testing::ExitedWithCode(1), "^Bad signature <>\n");
+    EXPECT_EXIT(BApplication("application/x-b"), testing::ExitedWithCode(1),
+        "^A second application object <application/x-b>\n");
+}
+
+TEST_F(ApplicationTest, IsKnownToTheRosterAndToMessengersAsLongAsItLives)
+{
+    app_info info;
+    EXPECT_EQ(be_roster->GetAppInfo(kSignature, &info), B_ERROR);
+    EXPECT_EQ(be_roster->GetRunningAppInfo(getpid(), &info), B_ERROR);
+    const TestApp app(fLog, 1);
+    status_t status = 1;
+    const std::pair<status_t, status_t> rows[] = {
+        { be_roster->GetAppInfo("application/x-other", &info), B_ERROR },
+        { be_roster->GetAppInfo(nullptr, &info), B_BAD_VALUE },
+        { be_roster->GetAppInfo(kSignature, nullptr), B_BAD_VALUE },
+        { be_roster->GetRunningAppInfo(getpid() + 1, &info), B_ERROR },
+        { app.GetAppInfo(nullptr), B_BAD_VALUE },
+        { (BMessenger(nullptr, -1, &status), status), B_BAD_VALUE },
+        { (BMessenger("application/x-other", -1, &status), status), B_BAD_VALUE },
+        { (BMessenger(kSignature, getpid() + 1, &status), status), B_MISMATCHED_VALUES },
+        { (BMessenger(kSignature, getpid(), &status), status), B_OK },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.first, row.second) << "row " << &row - rows;
+    EXPECT_EQ(info.team, -1) << "as it was";
+    EXPECT_TRUE(BMessenger(kSignature) == be_app_messenger);
+    EXPECT_EQ(be_roster->GetAppInfo("APPLICATION/x-vnd.test-app", &info), B_OK);
+    EXPECT_EQ(app.GetAppInfo(&info), B_OK);
+    EXPECT_EQ(std::tie(info.thread, info.team, info.flags),
+        std::make_tuple(find_thread(nullptr), getpid(), uint32 { B_MULTIPLE_LAUNCH }));
+    EXPECT_STREQ(info.signature, kSignature);
+    EXPECT_EQ(PathOfRef(info.ref), std::filesystem::read_symlink("/proc/self/exe"));
+}
+
+TEST(Cursor, OnlyOneOf16By16BitsWithItsPointInsideIsTaken)
+{
+    static int told = 0;
+    SetCursorHook([] { told++; });
+    EXPECT_EQ(told, 1);
+    EXPECT_FALSE(CurrentCursor().isSet);
+    uint8 image[68] = {};
+    const std::pair<std::array<uint8, 4>, bool> rows[] = { { { 16, 1, 15, 15 }, true },
+        { { 17, 1, 0, 0 }, false }, { { 15, 1, 0, 0 }, false }, { { 16, 2, 0, 0 }, false },
+        { { 16, 1, 16, 0 }, false }, { { 16, 1, 0, 16 }, false } };
+    for (const auto& [head, isTaken] : rows) {
+        std::copy(head.begin(), head.end(), image);
+        image[67]++;
+        SetCursorImage(image);
+        EXPECT_EQ(memcmp(CurrentCursor().image, image, sizeof(image)) == 0, isTaken);
+    }
+    SetCursorImage(nullptr);
+    EXPECT_EQ(CurrentCursor().image[67], 1);
+    EXPECT_EQ(told, 2);
+    SetCursorHook(nullptr);
+    SetCursorImage(B_HAND_CURSOR);
+    EXPECT_EQ(told, 2);
 }

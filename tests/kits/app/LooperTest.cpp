@@ -1,5 +1,6 @@
 #include "MessageDelivery.h"
 #include "TestLooper.h"
+#include "tests/support/NoThreads.h"
 
 #include <Autolock.h>
 
@@ -116,15 +117,31 @@ TEST(Looper, HandlersHandOnToTheNextAndForgetOneThatLeft)
     auto* other = new BLooper;
     Named a("a", log);
     auto* b = new Named("b", log);
+    BHandler alone;
+    EXPECT_EQ(alone.Name(), nullptr);
     looper->AddHandler(&a);
     looper->AddHandler(b);
+    looper->AddHandler(nullptr);
     other->AddHandler(&a); // it is in a looper already
     EXPECT_EQ(a.Looper(), looper);
     a.SetNextHandler(b);
     a.SetNextHandler(other); // not in the same looper
-    EXPECT_EQ(looper->PostMessage(1, &a), B_OK);
-    EXPECT_EQ(looper->PostMessage(2, nullptr), B_OK);
-    EXPECT_EQ(other->PostMessage(3, &a), B_MISMATCHED_VALUES);
+    BMessage message(3);
+    const std::pair<status_t, status_t> rows[] = {
+        { looper->PostMessage(1, &a), B_OK },
+        { looper->PostMessage(2, nullptr), B_OK },
+        { other->PostMessage(&message, &a), B_MISMATCHED_VALUES },
+        { looper->PostMessage(&message, &alone), B_MISMATCHED_VALUES },
+        { looper->PostMessage(&message, &a, &alone), B_BAD_HANDLER },
+        { looper->PostMessage(nullptr, &a), B_BAD_VALUE },
+        { looper->PostMessage(static_cast<BMessage*>(nullptr)), B_BAD_VALUE },
+        { looper->RemoveHandler(nullptr), false },
+        { looper->RemoveHandler(looper), false },
+        { other->RemoveHandler(&a), false },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.first, row.second) << "row " << &row - rows;
+    EXPECT_EQ(BLooper::LooperForThread(B_ERROR), nullptr) << "though two do not run yet";
     looper->Run();
     EXPECT_EQ(log.WaitFor(4), (Entries { "a", "b", "1", "2" }));
     delete b; // locks by itself
@@ -135,8 +152,43 @@ TEST(Looper, HandlersHandOnToTheNextAndForgetOneThatLeft)
         late.emplace([target = BMessenger(&a)] { EXPECT_FALSE(target.LockTarget()); });
         AwaitWaiting(late->Id());
         EXPECT_TRUE(looper->RemoveHandler(&a));
+        EXPECT_TRUE(!a.Looper() && !a.NextHandler());
     }
     late->Wait();
-    QuitNow(looper); // the lock that came too late was given back
+    EXPECT_TRUE(looper->Lock()) << "the lock that came too late was given back";
+    looper->AddHandler(&a);
+    looper->Quit();
+    EXPECT_TRUE(!a.Looper() && !a.NextHandler());
     other->Quit();
+}
+
+TEST(Looper, PulsesThoughMessagesComeAndAtANewPeriodAtOnce)
+{
+    struct Pulsing : TestLooper {
+        using BLooper::SetPulse;
+        using TestLooper::TestLooper;
+    };
+    std::atomic<int> pulses = 0;
+    auto* looper =
+        new Pulsing([&](TestLooper&, BMessage* message) { pulses += message->what == B_PULSE; });
+    looper->SetPulse(3'600'000'000);
+    AwaitWaiting(looper->Run());
+    looper->SetPulse(100'000);
+    EXPECT_TRUE(WaitUntil([&] { return looper->PostMessage(1) != B_OK || pulses == 2; }));
+    QuitNow(looper);
+}
+
+TEST(Looper, OneWithoutAThreadIsUnlockedAndMayRunLater)
+{
+    Log log;
+    auto* looper = new TestLooper(LogTo(log));
+    {
+        const NoThreads none;
+        EXPECT_LT(looper->Run(), B_OK);
+    }
+    EXPECT_FALSE(looper->IsLocked());
+    looper->PostMessage(7);
+    EXPECT_EQ(looper->Run(), looper->Run());
+    EXPECT_EQ(log.WaitFor(1), Entries { "7" });
+    QuitNow(looper);
 }

@@ -73,6 +73,9 @@ TEST(Messenger, WaitsForRoomAsLongAsItIsTold)
     EXPECT_GE(system_time() - start, kShort);
     BMessage reply;
     EXPECT_EQ(messenger.SendMessage(&message, &reply, kShort, B_INFINITE_TIMEOUT), B_TIMED_OUT);
+    MessageAccess::Delivery(message).replyTo = messenger;
+    EXPECT_EQ(message.SendReply(&reply, nullptr, kShort), B_TIMED_OUT);
+    EXPECT_EQ(message.SendReply(&reply, nullptr, 0), B_WOULD_BLOCK);
     EXPECT_EQ(PostAlways(messenger, message), B_OK) << "the kits' own go past the bound";
     KitThread sender([&] { EXPECT_EQ(messenger.SendMessage(4), B_OK); });
     AwaitWaiting(sender.Id());
@@ -148,6 +151,53 @@ TEST(Messenger, WaitsForTheReplyAndTellsWhyThereIsNone)
     EXPECT_EQ(detached->SendReply(1u), B_BAD_PORT_ID) << "the sender has given up";
     delete detached;
     EXPECT_EQ(BMessage().SendReply(1u), B_BAD_REPLY) << "was never sent";
+}
+
+TEST(Messenger, TellsWhatItCannotSendOrFind)
+{
+    auto* looper = new BLooper;
+    auto* other = new BLooper;
+    BHandler alone, inside;
+    looper->AddHandler(&inside);
+    status_t status = 1;
+    BMessage message(1);
+    const BMessenger none, whole(looper), part(&inside, looper);
+    BInvoker invoker;
+    const std::pair<status_t, status_t> rows[] = {
+        { (BMessenger(kNobody, nullptr, &status), status), B_BAD_VALUE },
+        { (BMessenger(&inside, other, &status), status), B_MISMATCHED_VALUES },
+        { (BMessenger(&inside, looper, &status), status), B_OK },
+        { none.SendMessage(1), B_BAD_PORT_ID },
+        { none.LockTargetWithTimeout(0), B_BAD_PORT_ID },
+        { whole.SendMessage(1, &alone), B_BAD_HANDLER },
+        { whole.SendMessage(nullptr, kNobody), B_BAD_VALUE },
+        { whole.SendMessage(&message, static_cast<BMessage*>(nullptr)), B_BAD_VALUE },
+        { whole.SendMessage(nullptr, &message), B_BAD_VALUE },
+        { message.SendReply(static_cast<BMessage*>(nullptr)), B_BAD_VALUE },
+        { invoker.Invoke(), B_BAD_VALUE },
+        { invoker.SetTarget(&inside), B_OK },
+        { invoker.SetTarget(&alone), B_BAD_HANDLER },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.first, row.second) << "row " << &row - rows;
+    EXPECT_TRUE(invoker.Messenger() == part) << "the target that it had";
+    EXPECT_EQ(invoker.SetMessage(new BMessage(2)), B_OK);
+    EXPECT_EQ(invoker.SetMessage(invoker.Message()), B_OK); // which it keeps
+    EXPECT_EQ(invoker.Message()->what, 2u);
+    EXPECT_TRUE(invoker.Invoke() == B_OK && invoker.SetTarget(kNobody) == B_OK);
+    EXPECT_TRUE(invoker.Messenger() == none);
+    const std::tuple<BMessenger, BHandler*, BLooper*> targets[] = { { none, nullptr, nullptr },
+        { whole, looper, looper }, { BMessenger(kNobody, looper), nullptr, looper },
+        { part, &inside, looper } };
+    for (const auto& [messenger, handler, owner] : targets) {
+        BLooper* found = other;
+        EXPECT_EQ(messenger.Target(&found), handler);
+        EXPECT_EQ(found, owner);
+        EXPECT_EQ(messenger.IsTargetLocal(), owner != nullptr);
+        EXPECT_EQ(messenger.Team(), owner ? getpid() : -1);
+    }
+    looper->Quit();
+    other->Quit();
 }
 
 TEST(Messenger, OfPostedStatesOnlyTheLatestWaitsButNonePassesAnotherMessage)

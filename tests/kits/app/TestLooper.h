@@ -35,6 +35,13 @@ inline BMessage Numbered(uint32 what, int32 number)
     return message;
 }
 
+inline std::string Flat(const BMessage& message)
+{
+    std::string bytes(static_cast<size_t>(message.FlattenedSize()), '\0');
+    EXPECT_EQ(message.Flatten(bytes.data(), message.FlattenedSize()), B_OK);
+    return bytes;
+}
+
 // Writes each message's code into the log, as a number.
 inline TestLooper::Action LogTo(Log& log)
 {
