@@ -1,0 +1,278 @@
+// What the widgets of views are to those who look at them and to those who have them read.
+#include "Box.h"
+#include "Button.h"
+#include "CheckBox.h"
+#include "ListView.h"
+#include "MenuField.h"
+#include "PopUpMenu.h"
+#include "ScrollBar.h"
+#include "ScrollView.h"
+#include "server/DisplayServer.h"
+#include "StatusBar.h"
+#include "StringView.h"
+#include "TabView.h"
+#include "TestWindow.h"
+#include "TextControl.h"
+#include "TextView.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QMetaEnum>
+#include <QWidget>
+
+namespace {
+
+QString Place(const QRect& rect)
+{
+    return QString(" [%1 %2 %3 x %4]")
+        .arg(rect.x())
+        .arg(rect.y())
+        .arg(rect.width())
+        .arg(rect.height());
+}
+
+// Role, name, value, states; of widgets also the place in the window, and what is not as usual of
+// alignment, margin, letters and colours.
+QString LineOf(QAccessibleInterface& node)
+{
+    const QAccessible::State state = node.state();
+    const std::pair<bool, const char*> states[] = { { state.disabled, " disabled" },
+        { state.focusable, " focusable" }, { state.checked, " checked" },
+        { state.invisible, " invisible" }, { state.readOnly, " read-only" },
+        { state.defaultButton, " default" }, { state.selected, " selected" },
+        { state.offscreen, " offscreen" }, { state.focused && !node.object(), " focused" } };
+    QString line = QMetaEnum::fromType<QAccessible::Role>().valueToKey(node.role());
+    line += " \"" + node.text(QAccessible::Name) + '"';
+    if (auto* value = node.valueInterface())
+        line += " of " + value->maximumValue().toString();
+    if (const QString text = node.text(QAccessible::Value); !text.isEmpty())
+        line += " = " + text;
+    for (const auto& [isSo, name] : states)
+        line += isSo ? name : "";
+    const auto* widget = dynamic_cast<QWidget*>(node.object());
+    if (!widget)
+        return line
+            + (node.role() == QAccessible::ListItem
+                    ? Place(node.rect().translated(-node.parent()->rect().topLeft()))
+                    : "");
+    const int side = widget->property("alignment").toInt();
+    const QColor ink = widget->palette().color(QPalette::WindowText);
+    if (node.role() != QAccessible::ButtonMenu) // its font decides about that
+        line += Place({ widget->mapTo(widget->window(), QPoint()), widget->size() });
+    line += side & Qt::AlignRight ? " right" : side & Qt::AlignHCenter ? " centre" : "";
+    if (const int margin = widget->contentsMargins().right(); margin > 2)
+        line += QString(" margin %1").arg(margin);
+    if (widget->font().pixelSize() != 12)
+        line += QString(" %1 px").arg(widget->font().pixelSize());
+    if (ink != QApplication::palette().color(QPalette::WindowText))
+        line += " in " + ink.name();
+    if (widget->autoFillBackground())
+        line += " on " + widget->palette().color(QPalette::Window).name();
+    return line + (widget->cursor().shape() == Qt::PointingHandCursor ? " link" : "");
+}
+
+QString Tree(QAccessibleInterface* node, int depth = 0)
+{
+    QString text = QString(4 * depth, ' ') + LineOf(*node) + '\n';
+    for (int i = 0; i < node->childCount(); i++) {
+        const QString name = node->child(i)->object() ? node->child(i)->object()->objectName() : "";
+        if (!name.startsWith("qt_") && !name.startsWith("Scroll")) // parts of the toolkit's own
+            text += Tree(node->child(i), depth + 1);
+    }
+    return text;
+}
+
+QAccessibleInterface* Reader(const char* name)
+{
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (widget->objectName() == name)
+            return QAccessible::queryAccessibleInterface(widget);
+    }
+    return nullptr;
+}
+
+std::string TreeOf(const char* name)
+{
+    return display::Call([name] { return Tree(Reader(name)).toStdString(); });
+}
+
+class TextItem : public BListItem {
+public:
+    explicit TextItem(const char* text) : fText(text) { }
+    void DrawItem(BView* owner, BRect frame, bool) override
+    {
+        owner->DrawString(fText, frame.LeftBottom());
+        owner->DrawString("more", frame.LeftBottom() + BPoint(50, 0));
+    }
+    void Update(BView*, const BFont*) override { SetHeight(19); }
+
+private:
+    const char* const fText;
+};
+
+class TextCanvas : public BView {
+public:
+    using BView::BView;
+    void Draw(BRect) override
+    {
+        DrawString("left", BPoint(5, 30));
+        DrawString("right", BPoint(60, 30));
+        DrawString(below, BPoint(5, 60));
+        DrawString("beside", BPoint(-500, 90));
+    }
+    void MouseDown(BPoint where) override
+    {
+        pressed = where;
+        Window()->PostMessage(9);
+    }
+    const char* below = "below";
+    BPoint pressed;
+};
+
+} // namespace
+
+TEST_F(WindowTest, RowsAndDrawnTextAreReadAndPressed)
+{
+    TextItem items[] = { TextItem("first"), TextItem("second"), TextItem("third"),
+        TextItem("fourth") };
+    auto* list = new BListView(BRect(10, 10, 109, 79), "list", B_MULTIPLE_SELECTION_LIST,
+        B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE);
+    list->SetSelectionMessage(new BMessage(50));
+    auto* canvas = new TextCanvas(BRect(120, 10, 289, 109), "canvas", B_FOLLOW_NONE, B_WILL_DRAW);
+    for (TextItem& item : items)
+        list->AddItem(&item);
+    items[1].SetEnabled(false);
+    list->Select(2);
+    list->ScrollTo(0, 10);
+    fWindow->AddChild(list);
+    fWindow->AddChild(canvas);
+    Show();
+    display::Call([] { QAccessible::setActive(true); });
+    const auto childrenOf = [](const char* name) {
+        return display::Call([name] { return Reader(name)->childCount(); });
+    };
+    EXPECT_SOON(childrenOf("list") == 4 && childrenOf("canvas") == 3);
+    std::string trees = TreeOf("Test");
+    Locked([&] {
+        list->MakeFocus();
+        list->Select(0, true);
+        canvas->below = "above";
+        canvas->Invalidate();
+    });
+    EXPECT_SOON(TreeOf("canvas").find("above") != std::string::npos);
+    trees += "\n" + TreeOf("Test");
+    const auto press = [](const char* name, int child) {
+        return display::Call([=] {
+            QAccessibleInterface* line = Reader(name)->child(child);
+            EXPECT_EQ(Reader(name)->indexOfChild(line), child);
+            EXPECT_TRUE(!line->actionInterface()->actionNames().isEmpty());
+            line->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+            const QPoint middle = line->rect().center();
+            return Reader(name)->childAt(middle.x(), middle.y()) == line;
+        });
+    };
+    EXPECT_TRUE(press("list", 3));
+    EXPECT_TRUE(press("canvas", 1));
+    EXPECT_TRUE(fLog->WaitFor("9"));
+    EXPECT_NEAR(canvas->pressed.y, 55, 8);
+    EXPECT_EQ(fLog->Now(), (Entries { "50 0 2", "50 3", "9" }));
+    Locked([&] {
+        for (int i = 0; i < 3; i++)
+            list->RemoveItem(0);
+        canvas->RemoveSelf();
+    });
+    delete canvas;
+    EXPECT_SOON(childrenOf("list") == 1);
+    EXPECT_EQ(trees + "\n" + TreeOf("Test"), ReadFile(TARVEX_TESTS "/kits/interface/rows.txt"));
+    Locked([&] { list->MakeEmpty(); }); // the items go first
+}
+
+TEST_F(WindowTest, AFormIsReadAsItIsShown)
+{
+    auto* back = new BView(BRect(0, 0, 399, 299), "back", B_FOLLOW_ALL_SIDES, 0);
+    back->SetViewColor(rgb_color { 220, 210, 200 });
+    auto* box = new BBox(BRect(5, 30, 144, 129), "box");
+    box->SetLabel("Box & Co");
+    auto* check = new BCheckBox(BRect(5, 20, 134, 39), "check", "A & B", new BMessage(1));
+    check->SetValue(B_CONTROL_ON);
+    auto* words = new BStringView(BRect(5, 40, 134, 59), "words", "<b>Words</b>");
+    words->SetAlignment(B_ALIGN_RIGHT);
+    auto* bar = new BStatusBar(BRect(5, 60, 134, 69), "bar");
+    bar->SetMaxValue(50);
+    bar->Update(20);
+    auto* link =
+        new BStringView(BRect(5, 75, 134, 94), "link", "A link", B_FOLLOW_NONE, B_NAVIGABLE);
+    auto* line =
+        new BTextControl(BRect(150, 30, 289, 54), "line", "Maker", "Unknown", new BMessage(2));
+    auto* heading = new BStringView(BRect(150, 60, 289, 74), "heading", "Remarks");
+    auto* bare =
+        new BTextControl(BRect(150, 75, 289, 99), "bare", nullptr, nullptr, new BMessage(3));
+    auto* popUp = new BPopUpMenu("Nothing yet");
+    for (const char* label : { "one", "two" })
+        popUp->AddItem(new BMenuItem(label, new BMessage(4)));
+    auto* field = new BMenuField(BRect(150, 105, 289, 129), "field", "Pick & choose", popUp);
+    auto* tabs = new BTabView(BRect(5, 135, 144, 234), "tab view");
+    for (const char* name : { "first", "second" })
+        tabs->AddTab(new BView(BRect(5, 5, 50, 50), name, B_FOLLOW_NONE, 0));
+    auto* notes =
+        new BTextView(BRect(152, 140, 251, 169), "notes", BRect(2, 2, 97, 27), B_FOLLOW_NONE);
+    notes->SetText("Noted");
+    auto* scrolled = new BView(BRect(152, 180, 251, 229), "scrolled", B_FOLLOW_NONE, 0);
+    auto* scroll =
+        new BScrollView("scroll", scrolled, B_FOLLOW_ALL_SIDES, 0, true, true, B_PLAIN_BORDER);
+    auto* ok = new BButton(BRect(5, 260, 84, 284), "ok", "OK", new BMessage(5));
+    ok->SetToolTip("Takes <b>it</b>");
+    auto* no = new BButton(BRect(90, 260, 169, 284), "no", "R&D", new BMessage(6));
+    no->MakeDefault(true);
+    no->SetEnabled(false);
+    auto* hidden = new BView(BRect(300, 30, 309, 39), "hidden_one", B_FOLLOW_NONE, B_NAVIGABLE);
+    hidden->Hide();
+    fWindow->ResizeTo(399, 299);
+    fWindow->AddChild(back);
+    for (BView* view : std::initializer_list<BView*> {
+             box, line, heading, bare, field, tabs, notes, scroll, ok, no, hidden })
+        back->AddChild(view);
+    for (BView* view : std::initializer_list<BView*> { check, words, bar, link })
+        box->AddChild(view);
+    Show();
+    std::string trees = TreeOf("Test");
+    Locked([&] {
+        back->SetViewColor(rgb_color { 40, 50, 60 });
+        box->SetLabel("Boxes");
+        check->SetValue(B_CONTROL_OFF);
+        check->SetLabel("C & D");
+        words->SetText("Other");
+        words->SetAlignment(B_ALIGN_CENTER);
+        words->SetHighColor(rgb_color { 1, 2, 3 });
+        words->SetFontSize(20);
+        bar->Update(100);
+        bar->Update(-10);
+        link->ShowLinkPointer();
+        line->SetLabel("Vendor");
+        line->SetDivider(40);
+        line->SetAlignment(B_ALIGN_RIGHT, B_ALIGN_CENTER);
+        line->SetText("Known");
+        bare->SetToolTip("What else?");
+        popUp->SetLabelFromMarked(true);
+        popUp->ItemAt(1)->SetMarked(true);
+        field->SetLabel("Take");
+        field->SetDivider(30);
+        field->SetEnabled(false);
+        tabs->TabAt(1)->SetLabel("2 & 3");
+        tabs->Select(1);
+        notes->MakeEditable(false);
+        scroll->ScrollBar(B_VERTICAL)->SetRange(10, 60);
+        scroll->ScrollBar(B_VERTICAL)->SetValue(33);
+        ok->MakeDefault(true);
+        ok->SetLabel("Fine");
+        ok->SetMnemonic('f');
+        no->SetEnabled(true);
+        hidden->Show();
+        back->RemoveChild(heading);
+        fWindow->SetTitle("Title");
+        fWindow->ResizeTo(449, 329);
+    });
+    delete heading;
+    trees += "\n" + TreeOf("Title");
+    EXPECT_EQ(trees, ReadFile(TARVEX_TESTS "/kits/interface/form.txt"));
+}
