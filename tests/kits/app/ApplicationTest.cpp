@@ -1,53 +1,11 @@
 #include "ApplicationState.h"
-#include "TestLooper.h"
+#include "TestApp.h"
 
-#include <Application.h>
 #include <Roster.h>
 
 #include <array>
 
 namespace {
-
-constexpr char kSignature[] = "application/x-vnd.Test-App";
-
-// Logs what its hooks are called with, and quits after so many of them.
-class TestApp : public BApplication {
-public:
-    TestApp(Log& log, size_t quitAfter) : BApplication(kSignature), fLog(log), fQuitAfter(quitAfter)
-    {
-    }
-    using BLooper::PulsePeriod;
-    void ReadyToRun() override { Add("ready"); }
-    void ArgvReceived(int32 argc, char** argv) override
-    {
-        int32 count = 0;
-        const char* folder = "";
-        EXPECT_EQ(CurrentMessage()->FindInt32("argc", &count), B_OK);
-        EXPECT_EQ(CurrentMessage()->FindString("cwd", &folder), B_OK);
-        EXPECT_EQ(std::filesystem::current_path(), folder);
-        std::string entry = "argv " + std::to_string(count);
-        for (int32 i = 0; i < argc; ++i)
-            entry += std::string(" ") + argv[i];
-        Add(argv[argc] ? "no end" : entry);
-    }
-    void RefsReceived(BMessage*) override { Add("refs"); }
-    void AboutRequested() override { Add("about"); }
-    void AppActivated(bool active) override { Add(active ? "active" : "inactive"); }
-    void Pulse() override { Add("pulse"); }
-    void MessageReceived(BMessage* message) override { Add(std::to_string(message->what)); }
-
-private:
-    void Add(const std::string& entry)
-    {
-        EXPECT_TRUE(entry == "pulse" || CurrentMessage()->ReturnAddress() == be_app_messenger);
-        fLog.Add(entry);
-        if (fLog.Now().size() >= fQuitAfter)
-            Quit();
-    }
-
-    Log& fLog;
-    const size_t fQuitAfter;
-};
 
 // What the application has to ask before it quits; on this side of the interface kit.
 class Window : public BLooper {
@@ -198,10 +156,9 @@ TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)
         EXPECT_EQ(be_app == &app, expected == B_OK);
         EXPECT_TRUE(expected == B_OK || app.Run() == B_NO_INIT);
     }
-    status_t status = 1;
-    EXPECT_EQ((BApplication(nullptr, &status), status), B_BAD_VALUE);
+    EXPECT_EQ(StatusOf<BApplication>(nullptr), B_BAD_VALUE);
     const TestApp app(fLog, 1);
-    EXPECT_EQ((BApplication(kSignature, &status), status), B_NOT_ALLOWED);
+    EXPECT_EQ(StatusOf<BApplication>(kSignature), B_NOT_ALLOWED);
     EXPECT_EQ(be_app, &app);
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     EXPECT_EXIT(BApplication(nullptr), testing::ExitedWithCode(1), "^Bad signature <>\n");
@@ -212,27 +169,21 @@ TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)
 TEST_F(ApplicationTest, IsKnownToTheRosterAndToMessengersAsLongAsItLives)
 {
     app_info info;
-    EXPECT_EQ(be_roster->GetAppInfo(kSignature, &info), B_ERROR);
-    EXPECT_EQ(be_roster->GetRunningAppInfo(getpid(), &info), B_ERROR);
+    const auto get = [&](const char* name) { return be_roster->GetAppInfo(name, &info); };
+    const auto getTeam = [&](team_id team) { return be_roster->GetRunningAppInfo(team, &info); };
+    ExpectAll(B_ERROR, { get(kSignature), getTeam(getpid()) });
     const TestApp app(fLog, 1);
-    status_t status = 1;
-    const std::pair<status_t, status_t> rows[] = {
-        { be_roster->GetAppInfo("application/x-other", &info), B_ERROR },
-        { be_roster->GetAppInfo(nullptr, &info), B_BAD_VALUE },
-        { be_roster->GetAppInfo(kSignature, nullptr), B_BAD_VALUE },
-        { be_roster->GetRunningAppInfo(getpid() + 1, &info), B_ERROR },
-        { app.GetAppInfo(nullptr), B_BAD_VALUE },
-        { (BMessenger(nullptr, -1, &status), status), B_BAD_VALUE },
-        { (BMessenger("application/x-other", -1, &status), status), B_BAD_VALUE },
-        { (BMessenger(kSignature, getpid() + 1, &status), status), B_MISMATCHED_VALUES },
-        { (BMessenger(kSignature, getpid(), &status), status), B_OK },
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.first, row.second) << "row " << &row - rows;
+    const char* const other = "application/x-other";
+    ExpectAll(B_ERROR, { get(other), getTeam(getpid() + 1) });
+    ExpectAll(B_BAD_VALUE,
+        { get(nullptr), be_roster->GetAppInfo(kSignature, nullptr), app.GetAppInfo(nullptr),
+            StatusOf<BMessenger>(static_cast<const char*>(nullptr), -1),
+            StatusOf<BMessenger>(other, -1) });
+    EXPECT_EQ(StatusOf<BMessenger>(kSignature, getpid() + 1), B_MISMATCHED_VALUES);
+    EXPECT_EQ(StatusOf<BMessenger>(kSignature, getpid()), B_OK);
     EXPECT_EQ(info.team, -1) << "as it was";
     EXPECT_TRUE(BMessenger(kSignature) == be_app_messenger);
-    EXPECT_EQ(be_roster->GetAppInfo("APPLICATION/x-vnd.test-app", &info), B_OK);
-    EXPECT_EQ(app.GetAppInfo(&info), B_OK);
+    ExpectAll(B_OK, { get("APPLICATION/x-vnd.test-app"), app.GetAppInfo(&info) });
     EXPECT_EQ(std::tie(info.thread, info.team, info.flags),
         std::make_tuple(find_thread(nullptr), getpid(), uint32 { B_MULTIPLE_LAUNCH }));
     EXPECT_STREQ(info.signature, kSignature);

@@ -159,27 +159,18 @@ TEST(Messenger, TellsWhatItCannotSendOrFind)
     auto* other = new BLooper;
     BHandler alone, inside;
     looper->AddHandler(&inside);
-    status_t status = 1;
     BMessage message(1);
     const BMessenger none, whole(looper), part(&inside, looper);
     BInvoker invoker;
-    const std::pair<status_t, status_t> rows[] = {
-        { (BMessenger(kNobody, nullptr, &status), status), B_BAD_VALUE },
-        { (BMessenger(&inside, other, &status), status), B_MISMATCHED_VALUES },
-        { (BMessenger(&inside, looper, &status), status), B_OK },
-        { none.SendMessage(1), B_BAD_PORT_ID },
-        { none.LockTargetWithTimeout(0), B_BAD_PORT_ID },
-        { whole.SendMessage(1, &alone), B_BAD_HANDLER },
-        { whole.SendMessage(nullptr, kNobody), B_BAD_VALUE },
-        { whole.SendMessage(&message, static_cast<BMessage*>(nullptr)), B_BAD_VALUE },
-        { whole.SendMessage(nullptr, &message), B_BAD_VALUE },
-        { message.SendReply(static_cast<BMessage*>(nullptr)), B_BAD_VALUE },
-        { invoker.Invoke(), B_BAD_VALUE },
-        { invoker.SetTarget(&inside), B_OK },
-        { invoker.SetTarget(&alone), B_BAD_HANDLER },
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.first, row.second) << "row " << &row - rows;
+    BMessage* noMessage = nullptr;
+    ExpectAll(B_BAD_VALUE,
+        { StatusOf<BMessenger>(kNobody, nullptr), whole.SendMessage(nullptr, kNobody),
+            whole.SendMessage(&message, noMessage), whole.SendMessage(nullptr, &message),
+            message.SendReply(noMessage), invoker.Invoke() });
+    ExpectAll(B_BAD_PORT_ID, { none.SendMessage(1), none.LockTargetWithTimeout(0) });
+    ExpectAll(B_OK, { StatusOf<BMessenger>(&inside, looper), invoker.SetTarget(&inside) });
+    ExpectAll(B_BAD_HANDLER, { whole.SendMessage(1, &alone), invoker.SetTarget(&alone) });
+    EXPECT_EQ(StatusOf<BMessenger>(&inside, other), B_MISMATCHED_VALUES);
     EXPECT_TRUE(invoker.Messenger() == part) << "the target that it had";
     EXPECT_EQ(invoker.SetMessage(new BMessage(2)), B_OK);
     EXPECT_EQ(invoker.SetMessage(invoker.Message()), B_OK); // which it keeps

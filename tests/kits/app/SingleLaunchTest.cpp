@@ -1,39 +1,11 @@
 #include "ApplicationState.h"
 #include "NamedSocket.h"
-#include "TestLooper.h"
+#include "TestApp.h"
 #include "tests/support/Child.h"
-#include "tests/support/NoThreads.h"
 
-#include <Application.h>
 #include <SingleLaunch.h>
 
-namespace {
-
-const std::string kName = "tarvex-test-" + std::to_string(getpid());
-
-// Logs the messages that it gets of later starts, and quits after so many.
-class FirstApp : public BApplication {
-public:
-    explicit FirstApp(Log& log) : BApplication("application/x-vnd.Test-App"), fLog(log) { }
-    void DispatchMessage(BMessage* message, BHandler* handler) override
-    {
-        if (message->what != B_ARGV_RECEIVED)
-            return BApplication::DispatchMessage(message, handler);
-        int32 count = 0;
-        const char* text = "";
-        message->FindInt32("argc", &count);
-        message->FindString("cwd", &text);
-        std::string entry = text + (" " + std::to_string(count));
-        for (int32 i = 0; message->FindString("argv", i, &text) == B_OK; i++)
-            entry += std::string(" ") + text;
-        fLog.Add(entry);
-    }
-
-private:
-    Log& fLog;
-};
-
-} // namespace
+static const std::string kName = "tarvex-test-" + std::to_string(getpid());
 
 TEST(SingleLaunch, TheFirstHasTheArgumentsOfLaterStartsOnItsDisplay)
 {
@@ -52,10 +24,10 @@ TEST(SingleLaunch, TheFirstHasTheArgumentsOfLaterStartsOnItsDisplay)
     }
     setenv("DISPLAY", "a.b:7.1", 1);
     Log log;
-    FirstApp app(log);
+    TestApp app(log, 3);
     first.Serve();
     first.Serve(); // it does already
-    const std::string folder = std::filesystem::current_path(), large(1'000'000, 'x');
+    const std::string large(1'000'000, 'x');
     KitThread user([&] {
         for (const Entries& arguments : { Entries { "prog", "", "-a" }, { "prog", large } }) {
             SetProgramArguments(arguments);
@@ -63,24 +35,11 @@ TEST(SingleLaunch, TheFirstHasTheArgumentsOfLaterStartsOnItsDisplay)
             EXPECT_EQ(later.Claim(true), B_ALREADY_RUNNING);
             EXPECT_EQ(later.Other(), getpid());
         }
-        app.PostMessage(B_QUIT_REQUESTED);
     });
     app.Run();
-    EXPECT_EQ(log.Now(), (Entries { folder + " 3 prog  -a", folder + " 2 prog " + large }));
+    EXPECT_EQ(log.Now(), (Entries { "ready", "argv 3 prog  -a", "argv 2 prog " + large }));
+    user.Wait();
     SetProgramArguments({});
-}
-
-TEST(SingleLaunch, OneThatCannotServeMakesRoom)
-{
-    BSingleLaunch first(kName.c_str()), second(kName.c_str());
-    EXPECT_EQ(first.Claim(true), B_OK);
-    testing::internal::CaptureStderr();
-    {
-        const NoThreads none;
-        first.Serve();
-    }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot start thread <later starts>\n");
-    EXPECT_EQ(second.Claim(true), B_OK);
 }
 
 TEST(SingleLaunch, AnotherUsersProgramInItsPlaceIsToldNothing)

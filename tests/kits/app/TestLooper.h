@@ -35,6 +35,21 @@ inline BMessage Numbered(uint32 what, int32 number)
     return message;
 }
 
+// That all of these answers are the same.
+inline void ExpectAll(status_t expected, const std::vector<status_t>& answers)
+{
+    EXPECT_EQ(answers, std::vector<status_t>(answers.size(), expected));
+}
+
+// What the constructor of an object tells.
+template <typename T, typename... Arguments>
+status_t StatusOf(Arguments... arguments)
+{
+    status_t status = 1;
+    T(arguments..., &status);
+    return status;
+}
+
 inline std::string Flat(const BMessage& message)
 {
     std::string bytes(static_cast<size_t>(message.FlattenedSize()), '\0');
