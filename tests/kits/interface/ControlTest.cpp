@@ -62,84 +62,62 @@ TEST_F(WindowTest, ClicksAndKeysReachTheirViewEnterTheDefaultButtonAndTabTheNext
         screen::Key("Tab");
         EXPECT_TRUE(Becomes([&] { return fWindow->FindView(name)->IsFocus(); })) << name;
     }
-    Locked([&] {
-        second->SetLabel("Other");
-        EXPECT_EQ(screen::Find("second").text, "Other");
-        second->RemoveSelf();
-        delete second;
-        EXPECT_EQ(fWindow->DefaultButton(), nullptr);
-    });
+    Locked([&] { delete second; });
+    EXPECT_EQ(fWindow->DefaultButton(), nullptr);
 }
 
-TEST_F(WindowTest, ATextViewTakesTypingAndKeepsItOutsideTheWindow)
-{
-    BTextView* text =
-        new BTextView(BRect(10, 10, 200, 80), "text", BRect(4, 4, 180, 60), B_FOLLOW_NONE);
-    text->SetText("\xc3\xa9: ");
-    fWindow->AddChild(text);
-    Show();
-    EXPECT_TRUE(screen::Click("text"));
-    screen::Key("ctrl+End");
-    screen::Type("It's typed");
-    EXPECT_SOON(screen::Find("text").text == "\u00e9: It's typed");
-    EXPECT_STREQ(Locked([&] { return text->Text(); }), "\xc3\xa9: It's typed");
-    Locked([&] {
-        text->Select(0, 2); // bytes: the first letter has two
-        text->Insert("e");
-        text->MakeEditable(false);
-    });
-    screen::Type("no");
-    EXPECT_TRUE(Locked([&] { return text->RemoveSelf(); }));
-    EXPECT_STREQ(text->Text(), "e: It's typed");
-    EXPECT_EQ(text->TextLength(), 13);
-    delete text;
-}
-
-TEST_F(WindowTest, ATextLeavesEnterToTheDefaultButtonAndShowsAPartInAnotherFont)
+TEST_F(WindowTest, ATextTakesTypingButLeavesEnterToTheDefaultButtonIfItIsTold)
 {
     auto* text = new BTextView(BRect(10, 10, 200, 80), "text", BRect(4, 4, 180, 60), B_FOLLOW_NONE);
     auto* button = new BButton(BRect(10, 90, 90, 114), "button", "Button", new BMessage(1));
     button->MakeDefault(true);
     text->LeaveEnterToWindow();
+    text->SetText("\xc3\xa9: ");
     fWindow->AddChild(text);
     fWindow->AddChild(button);
     Show();
-    Locked([&] { text->MakeFocus(); });
-    for (const char* key : { "a", "shift+Return", "b", "Return" })
-        screen::Key(key);
+    EXPECT_TRUE(screen::Click("text"));
+    screen::Key("ctrl+End");
+    screen::Type("It's");
+    screen::Key("shift+Return");
+    screen::Type("typed");
+    screen::Key("Return");
     EXPECT_TRUE(fLog->WaitFor("1 value 0"));
-    EXPECT_EQ(screen::Find("text").text, "a\nb");
+    EXPECT_EQ(screen::Find("text").text, "\u00e9: It's\ntyped");
     Locked([&] {
+        int32 start = -1, finish = -1;
+        text->Select(0, 2); // bytes: the first letter has two
+        text->GetSelection(&start, &finish);
+        EXPECT_TRUE(start == 0 && finish == 2);
+        text->Insert("e");
+        text->GetSelection(&start, &finish);
+        EXPECT_TRUE(start == 1 && finish == 1);
         const float usual = text->TextHeight();
         BFont large(be_bold_font);
         large.SetSize(30);
         text->SetFontAndColor(0, 1, &large);
         EXPECT_GT(text->TextHeight(), usual);
-        text->SetText("a\nb");
+        text->SetText(text->Text());
         EXPECT_EQ(text->TextHeight(), usual) << "the font goes with its text";
+        text->MakeEditable(false);
     });
+    screen::Type("no");
+    EXPECT_TRUE(Locked([&] { return text->RemoveSelf(); }));
+    EXPECT_STREQ(text->Text(), "e: It's\ntyped");
+    EXPECT_EQ(text->TextLength(), 13);
+    delete text;
 }
 
-TEST_F(WindowTest, TabsShowTheirViewsByMouseAndByProgram)
+TEST_F(WindowTest, ATabThatIsClickedShowsItsView)
 {
     auto* tabs = new BTabView(BRect(10, 10, 289, 189), "tab view", B_WIDTH_FROM_WIDEST);
     fWindow->AddChild(tabs);
     for (const char* name : { "one", "other" })
         tabs->AddTab(new BView(BRect(0, 0, 9, 9), name, B_FOLLOW_NONE, 0));
     Show();
-    const BRect row = screen::Settled("tabs");
-    EXPECT_EQ(row.bottom + 1,
-        Locked([&] { return tabs->ContainerView()->ConvertToScreen(BPoint(0, 0)).y; }));
-    screen::ClickAt(row.LeftTop() + BPoint(90, 12));
+    screen::ClickAt(screen::Settled("tabs").LeftTop() + BPoint(90, 12));
     EXPECT_SOON(screen::Find("other").exists && !screen::Find("one").exists);
     EXPECT_EQ(Locked([&] { return tabs->Selection(); }), 1);
-    Locked([&] {
-        tabs->Select(0);
-        tabs->Select(2); // there is no such tab
-        tabs->TabAt(0)->SetLabel("first");
-        EXPECT_STREQ(tabs->TabAt(0)->Label(), "first");
-    });
-    EXPECT_SOON(screen::Find("one").exists && !screen::Find("other").exists);
 }
 
 TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
@@ -147,7 +125,6 @@ TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
     BView* target = new BView(BRect(10, 10, 109, 109), "target", B_FOLLOW_NONE, B_WILL_DRAW);
     BScrollView* scroller =
         new BScrollView("scroller", target, B_FOLLOW_NONE, 0, false, true, B_FANCY_BORDER);
-    EXPECT_EQ(scroller->Frame(), BRect(8, 8, 125, 111));
     BScrollBar* bar = scroller->ScrollBar(B_VERTICAL);
     bar->SetRange(0, 300);
     bar->SetProportion(0.25f);

@@ -248,6 +248,7 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
         bar->Update(100);
         bar->Update(-10);
         link->ShowLinkPointer();
+        box->ScrollTo(2, 3);
         line->SetLabel("Vendor");
         line->SetDivider(40);
         line->SetAlignment(B_ALIGN_RIGHT, B_ALIGN_CENTER);
@@ -260,6 +261,10 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
         field->SetEnabled(false);
         tabs->TabAt(1)->SetLabel("2 & 3");
         tabs->Select(1);
+        tabs->Select(2); // there is no such tab
+        notes->Hide();
+        notes->Hide();
+        notes->Show();
         notes->MakeEditable(false);
         scroll->ScrollBar(B_VERTICAL)->SetRange(10, 60);
         scroll->ScrollBar(B_VERTICAL)->SetValue(33);

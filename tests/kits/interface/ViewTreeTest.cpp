@@ -26,24 +26,6 @@ TEST(ViewTree, ChildrenAreFoundInTheirOrder)
     EXPECT_EQ(top.CountChildren(), 1);
 }
 
-TEST_F(WindowTest, ViewsFollowTheWindowAndTheirWidgetsToo)
-{
-    BView* outer = new BView(BRect(10, 10, 109, 109), "outer", B_FOLLOW_ALL_SIDES, 0);
-    BView* inner = new BView(BRect(20, 20, 39, 39), "inner", B_FOLLOW_RIGHT | B_FOLLOW_TOP, 0);
-    outer->AddChild(inner);
-    fWindow->AddChild(outer);
-    Show();
-    fWindow->ResizeBy(50, 30);
-    EXPECT_EQ(Locked([&] { return outer->Frame(); }), BRect(10, 10, 159, 139));
-    EXPECT_EQ(Locked([&] { return inner->Frame(); }), BRect(70, 20, 89, 39));
-    const auto onScreen = [&] { return inner->ConvertToScreen(inner->Bounds()); };
-    EXPECT_EQ(Locked(onScreen), screen::Find("inner").frame);
-    Locked([&] { outer->ScrollTo(5, 8); });
-    EXPECT_EQ(Locked(onScreen), screen::Find("inner").frame);
-    Locked([&] { outer->Hide(); });
-    EXPECT_FALSE(screen::Find("inner").exists);
-}
-
 TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
 {
     const BRect frame(10, 20, 49, 59);
