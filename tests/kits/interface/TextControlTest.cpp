@@ -16,14 +16,13 @@ protected:
         fWindow->AddChild(control);
         return control;
     }
-    std::string TextOf(BTextControl* control)
+    // Presses the keys and waits until the control has that text, and shows it.
+    void Becomes(BTextControl* control, const std::string& text, const Entries& keys = {})
     {
-        return Locked([&] { return std::string(control->Text()); });
-    }
-    bool WaitForText(BTextControl* control, const std::string& text)
-    {
-        return screen::WaitFor([&] { return TextOf(control) == text; })
-            && screen::Find(control->Name()).text == text;
+        for (const std::string& key : keys)
+            screen::Key(key);
+        EXPECT_SOON(Locked([&] { return control->Text() == text; }));
+        EXPECT_EQ(screen::Find(control->Name()).text, text);
     }
 };
 
@@ -45,19 +44,13 @@ TEST_F(TextControlTest, ReportsEveryChangeOfTheUsersAndOnceThatItIsDone)
         first->TextView()->Select(0, INT32_MAX);
         first->SetText("Unknown."); // the program's own change is no news
     });
-    screen::Key("ctrl+a");
-    screen::Type("Its");
-    EXPECT_TRUE(WaitForText(first, "Its"));
-    screen::Key("Return"); // done, and the button is not pressed
-    screen::Key("Return"); // nothing new
-    screen::Key("Tab");
-    screen::Type("x");
-    EXPECT_TRUE(WaitForText(second, "x"));
-    EXPECT_EQ(TextOf(first), "Its");
-    screen::Key("shift+Tab"); // leaving it is being done as well
+    Becomes(first, "Its", { "ctrl+a", "I", "t", "s" });
+    // Done, and the button is not pressed; then nothing new.
+    Becomes(second, "x", { "Return", "Return", "Tab", "x" });
+    Becomes(first, "Its", { "shift+Tab" }); // leaving it is being done as well
     EXPECT_EQ(fLog->WaitFor(6),
         (Entries { "2 value 0", "2 value 0", "2 value 0", "1 value 0", "2 value 0", "1 value 0" }));
-    EXPECT_TRUE(Becomes([&] { return first->TextView()->IsFocus(); }));
+    EXPECT_TRUE(WindowTest::Becomes([&] { return first->TextView()->IsFocus(); }));
 }
 
 TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
@@ -69,33 +62,24 @@ TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
     EXPECT_EQ(control->Text(), e + e);
     Show();
     Locked([&] { control->MakeFocus(); });
-    screen::Key("End");
-    screen::Type("ab");
-    EXPECT_TRUE(WaitForText(control, e + e + "a"));
-    screen::Key("Home");
-    screen::Key("Delete");
-    EXPECT_TRUE(WaitForText(control, e + "a"));
+    Becomes(control, e + e + "a", { "End", "a", "b" });
+    Becomes(control, e + "a", { "Home", "Delete" });
     Locked([&] {
         control->TextView()->Select(2, 2);
         control->TextView()->Insert("1234"); // its own end falls off, not the text's
     });
-    EXPECT_TRUE(WaitForText(control, e + "12a"));
+    Becomes(control, e + "12a");
     Locked([&] { control->SetText("123456"); });
-    EXPECT_TRUE(WaitForText(control, "12345"));
+    Becomes(control, "12345");
     Locked([&] { control->TextView()->SetMaxBytes(2); });
-    EXPECT_TRUE(WaitForText(control, "12"));
+    Becomes(control, "12");
     Locked([&] {
         control->TextView()->SetMaxBytes(INT32_MAX);
         control->TextView()->SetMaxCharacters(3);
         control->SetText((e + face + e + e).c_str());
     });
-    EXPECT_TRUE(WaitForText(control, e + face + e));
-    screen::Key("End");
-    screen::Key("BackSpace");
-    screen::Type("ab");
-    screen::Key("Home");
-    screen::Key("Delete");
-    EXPECT_TRUE(WaitForText(control, face + "a"));
+    Becomes(control, e + face + e);
+    Becomes(control, face + "a", { "End", "BackSpace", "a", "b", "Home", "Delete" });
 }
 
 TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
@@ -111,15 +95,13 @@ TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
         control->TextView()->Insert("el");
         control->TextView()->Select(0, 4);
     });
-    EXPECT_TRUE(WaitForText(control, "Intx"));
+    Becomes(control, "Intx");
     Locked([&] {
         screen::Type("y");
         EXPECT_SOON(screen::Find("line").text == "Intxy");
         control->SetText("Intel"); // but this says what the text is, whatever it was
     });
-    screen::Key("End");
-    screen::Type(".");
-    EXPECT_TRUE(WaitForText(control, "Intel."));
+    Becomes(control, "Intel.", { "End", "period" });
     screen::Key("Return");
     EXPECT_TRUE(fLog->WaitFor("1 value 0"));
     EXPECT_EQ(fLog->Now(), (Entries { "2 value 0", "2 value 0", "1 value 0" })); // none for "y"
@@ -133,7 +115,7 @@ TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
         control->TextView()->Select(3, 11);
         screen::Key("Return");
     });
-    EXPECT_TRUE(WaitForText(control, "Intx"));
+    Becomes(control, "Intx");
     EXPECT_EQ(fLog->WaitFor(5).size(), 5u);
 }
 
