@@ -1,35 +1,30 @@
 #include "Button.h"
 #include "ScrollBar.h"
 #include "ScrollView.h"
-#include "TabView.h"
 #include "TestWindow.h"
 #include "TextView.h"
 
 namespace {
 
-// The message's fields but "when", each with its first value.
+// What a message tells of input, 0 for what it does not.
 std::string Text(const BMessage& message)
 {
-    char *name = nullptr, text[64];
-    type_code type = 0;
-    std::string all;
-    for (int32 i = 0; message.GetInfo(B_ANY_TYPE, i, &name, &type) == B_OK; i++) {
+    BPoint where, screenWhere;
+    float x = 0, y = 0;
+    const char* bytes = nullptr;
+    message.FindPoint("where", &where);
+    message.FindPoint("screen_where", &screenWhere);
+    message.FindFloat("be:wheel_delta_x", &x);
+    message.FindFloat("be:wheel_delta_y", &y);
+    message.FindString("bytes", &bytes);
+    char text[200];
+    snprintf(text, sizeof(text), " at %g,%g on screen %g,%g wheel %g,%g bytes %zu", where.x,
+        where.y, screenWhere.x, screenWhere.y, x + 0, y + 0, bytes ? strlen(bytes) : 0);
+    std::string all = message.HasInt64("when") ? text : "at no time";
+    for (const char* name : { "buttons", "modifiers", "clicks", "be:transit", "key", "raw_char" }) {
         int32 number = 0;
-        float notches = 0;
-        BPoint point;
-        const char* bytes = "";
         message.FindInt32(name, &number);
-        message.FindFloat(name, &notches);
-        message.FindPoint(name, &point);
-        message.FindString(name, &bytes);
-        if (type == B_POINT_TYPE)
-            snprintf(text, sizeof(text), " %s %g,%g", name, point.x, point.y);
-        else if (type == B_STRING_TYPE)
-            snprintf(text, sizeof(text), " %s %zu", name, strlen(bytes));
-        else
-            snprintf(
-                text, sizeof(text), " %s %g", name, type == B_INT32_TYPE ? number : notches + 0);
-        all += type == B_INT64_TYPE ? "" : text;
+        all += number == 0 ? "" : std::string(" ") + name + " " + std::to_string(number);
     }
     return all;
 }
@@ -144,18 +139,6 @@ TEST_F(WindowTest, ATextTakesTypingButLeavesEnterToTheDefaultButtonIfItIsTold)
     EXPECT_STREQ(text->Text(), "e: It's\ntyped");
     EXPECT_EQ(text->TextLength(), 13);
     delete text;
-}
-
-TEST_F(WindowTest, ATabThatIsClickedShowsItsView)
-{
-    auto* tabs = new BTabView(BRect(10, 10, 289, 189), "tab view", B_WIDTH_FROM_WIDEST);
-    fWindow->AddChild(tabs);
-    for (const char* name : { "one", "other" })
-        tabs->AddTab(new BView(BRect(0, 0, 9, 9), name, B_FOLLOW_NONE, 0));
-    Show();
-    screen::ClickAt(screen::Settled("tabs").LeftTop() + BPoint(90, 12));
-    EXPECT_SOON(screen::Find("other").exists && !screen::Find("one").exists);
-    EXPECT_EQ(Locked([&] { return tabs->Selection(); }), 1);
 }
 
 TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)

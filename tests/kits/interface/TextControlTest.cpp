@@ -118,26 +118,3 @@ TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
     Becomes(control, "Intx");
     EXPECT_EQ(fLog->WaitFor(5).size(), 5u);
 }
-
-TEST_F(TextControlTest, TakesNoInputWhileDisabledAndKeepsItsTextOutsideTheWindow)
-{
-    BTextControl* control = Add("grey", "Label", "text", 10);
-    control->SetDivider(40);
-    control->SetEnabled(false);
-    Show();
-    EXPECT_TRUE(screen::Click("grey"));
-    screen::Type("no");
-    Locked([&] { control->SetEnabled(true); });
-    const BRect frame = screen::Find("grey").frame;
-    screen::ClickAt(BPoint(frame.left + 45, frame.top + 12)); // where its text starts now
-    Locked([&] {
-        screen::Type("new");
-        EXPECT_SOON(screen::Find("grey").text == "new")
-            << "the click that brings the keyboard selects the text";
-        EXPECT_TRUE(control->RemoveSelf()); // before its report is heard
-    });
-    EXPECT_STREQ(control->Text(), "new");
-    control->ResizeTo(299, 30);
-    EXPECT_EQ(control->TextView()->Frame(), BRect(40, 0, 299, 30));
-    delete control;
-}

@@ -63,23 +63,6 @@ TEST_F(TextTest, GoesOnByItsWidthAndWhatIsAddedToEachLetter)
     EXPECT_EQ(spaced, parts("a ", "e", 2 + 5));
 }
 
-TEST_F(TextTest, FollowsTheFontOfTheView)
-{
-    const auto inkOf = [this](float size, uint16 face) {
-        return Ink(Drawn([&](BView& v) {
-            BFont font;
-            font.SetFace(face);
-            v.DrawString("warms up the glyphs of the font before", BPoint(0, -50));
-            v.SetFont(&font, B_FONT_FACE);
-            v.SetFontSize(size);
-            v.DrawString("E", BPoint(2, 25));
-        }));
-    };
-    EXPECT_LT(inkOf(12, B_REGULAR_FACE).rect.Height(), 10);
-    EXPECT_GT(inkOf(20, B_REGULAR_FACE).rect.Height(), 12);
-    EXPECT_GT(inkOf(20, B_BOLD_FACE).count, inkOf(20, B_REGULAR_FACE).count);
-}
-
 TEST(Font, WidthsAddUpAndHeightsGrowWithTheSize)
 {
     const BFont& font = *be_plain_font;
