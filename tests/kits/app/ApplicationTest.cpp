@@ -1,4 +1,5 @@
 #include "ApplicationState.h"
+#include "AppRegistry.h"
 #include "TestLooper.h"
 
 #include <Application.h>
@@ -15,6 +16,7 @@ public:
     {
     }
     using BLooper::PulsePeriod;
+    void MessageHandled() override { EXPECT_EQ(CountLocks(), 1); }
     void ReadyToRun() override
     {
         EXPECT_TRUE(CurrentMessage()->ReturnAddress() == be_app_messenger);
@@ -108,7 +110,7 @@ TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
         EXPECT_EQ(log.Now(), entries);
     }
     EXPECT_EQ(be_app, nullptr);
-    EXPECT_FALSE(be_app_messenger.IsValid());
+    EXPECT_FALSE(be_app_messenger.IsValid() || AppRegistry::Instance().Application().IsValid());
     SetProgramArguments({}); // those of the process
     EXPECT_EQ(std::filesystem::path(ProgramArguments().at(0)).filename(), "test_app");
 }

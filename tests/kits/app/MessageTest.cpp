@@ -142,7 +142,8 @@ TEST(Message, TellsWhatIsWrongAndChangesNothing)
         { message.FindInt32("x", -1, &number), message.FindData("x", B_ANY_TYPE, 1, &data, &size),
             message.GetInfo(B_ANY_TYPE, 7, &name, &type),
             message.GetInfo(B_ANY_TYPE, -1, &name, &type),
-            message.GetInfo(B_BOOL_TYPE, 2, &name, &type) });
+            message.GetInfo(B_BOOL_TYPE, 2, &name, &type),
+            message.GetInfo(B_RGB_COLOR_TYPE, 1, &name, &type) });
     for (int32 i = 0; i < 5; i++)
         EXPECT_EQ(message.FindRef("ref", i, &ref), B_BAD_VALUE) << i;
     EXPECT_TRUE(number == 17 && type == 0 && name == nullptr);

@@ -147,6 +147,7 @@ TEST(Messenger, WaitsForTheReplyAndTellsWhyThereIsNone)
         EXPECT_EQ(messenger.SendMessage(&message, &reply, B_INFINITE_TIMEOUT, timeout), status);
         EXPECT_EQ(reply.what, answer);
         EXPECT_EQ(reply.IsReply(), status == B_OK);
+        EXPECT_FALSE(BMessage(reply).IsReply());
     }
     EXPECT_EQ(detached->SendReply(1u), B_BAD_PORT_ID) << "the sender has given up";
     delete detached;

@@ -95,6 +95,9 @@ TEST_F(WindowTest, ClicksAndKeysReachTheirViewEnterTheDefaultButtonAndTabTheNext
         screen::Key("Tab");
         EXPECT_TRUE(Becomes([&] { return fWindow->FindView(name)->IsFocus(); })) << name;
     }
+    const size_t before = fLog->Now().size();
+    screen::Key("Return"); // presses the one in focus
+    EXPECT_EQ(fLog->WaitFor(before + 1).back(), "1 value 1");
     Locked([&] { delete second; });
     EXPECT_EQ(fWindow->DefaultButton(), nullptr);
 }
@@ -161,6 +164,9 @@ TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
     Locked([&] {
         target->ScrollTo(0, 1000);
         EXPECT_EQ(bar->Value(), 300);
+        bar->SetValue(-1);
+        EXPECT_EQ(target->Bounds().top, 0);
+        bar->SetValue(299);
         bar->SetRange(0, 40);
     });
     EXPECT_EQ(top(), 40);

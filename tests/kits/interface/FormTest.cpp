@@ -3,6 +3,7 @@
 #include "Button.h"
 #include "CheckBox.h"
 #include "ListView.h"
+#include "MenuBar.h"
 #include "MenuField.h"
 #include "PopUpMenu.h"
 #include "ScrollBar.h"
@@ -46,7 +47,8 @@ QString LineOf(QAccessibleInterface& node)
     const QPoint corner = widget->mapTo(widget->window(), QPoint());
     const int side = widget->property("alignment").toInt();
     const QColor ink = widget->palette().color(QPalette::WindowText);
-    if (node.role() != QAccessible::ButtonMenu) // its font decides about that
+    if (node.role() != QAccessible::ButtonMenu
+        && node.role() != QAccessible::MenuBar) // its font decides about that
         line += QString::asprintf(
             " [%d %d %d x %d]", corner.x(), corner.y(), widget->width(), widget->height());
     line += side & Qt::AlignRight ? " right" : side & Qt::AlignHCenter ? " centre" : "";
@@ -184,7 +186,7 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     auto* bare =
         new BTextControl(BRect(150, 75, 289, 99), "bare", nullptr, nullptr, new BMessage(3));
     auto* popUp = new BPopUpMenu("Nothing yet");
-    for (const char* label : { "one", "two" })
+    for (const char* label : { "one", "two", "three" })
         popUp->AddItem(new BMenuItem(label, new BMessage(4)));
     auto* field = new BMenuField(BRect(150, 105, 289, 129), "field", "Pick & choose", popUp);
     auto* tabs = new BTabView(BRect(5, 135, 144, 234), "tab view");
@@ -203,14 +205,21 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     no->SetEnabled(false);
     auto* hidden = new BView(BRect(300, 30, 309, 39), "hidden_one", B_FOLLOW_NONE, B_NAVIGABLE);
     hidden->Hide();
+    auto* menus = new BMenuBar(BRect(0, 0, 9, 9), "menus");
+    auto* menu = new BMenu("File & more");
+    menu->AddItem(new BMenuItem("Open", new BMessage(7), 'O'));
+    menu->AddItem(new BSeparatorItem);
+    menu->AddItem(popUp->RemoveItem(2));
+    menus->AddItem(menu);
     fWindow->ResizeTo(399, 299);
     fWindow->AddChild(back);
     for (BView* view : std::initializer_list<BView*> {
-             box, heading, bare, line, field, tabs, notes, scroll, ok, no, hidden })
+             box, heading, bare, line, field, tabs, notes, scroll, ok, no, hidden, menus })
         back->AddChild(view);
     for (BView* view : std::initializer_list<BView*> { check, words, bar, link })
         box->AddChild(view);
     Show();
+    EXPECT_TRUE(!back->Parent() && box->Parent() == back);
     std::string trees = TreeOf("Test");
     Locked([&] {
         back->SetViewColor(rgb_color { 40, 50, 60 });
@@ -231,8 +240,12 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
         line->SetText("Known");
         back->RemoveChild(heading);
         bare->SetToolTip("What else?"); // which names it now
-        popUp->SetLabelFromMarked(true);
-        popUp->ItemAt(1)->SetMarked(true);
+        for (const int32 item : { 0, 1 })
+            popUp->ItemAt(item)->SetMarked(true);
+        EXPECT_FALSE(popUp->ItemAt(0)->IsMarked());
+        menu->ItemAt(0)->SetMarked(true);
+        menu->ItemAt(2)->SetEnabled(false);
+        menu->ItemAt(2)->SetLabel("3 & 4");
         field->SetLabel("Take");
         field->SetDivider(30);
         field->SetEnabled(false);

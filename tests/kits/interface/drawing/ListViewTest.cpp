@@ -128,7 +128,7 @@ TEST_F(ListViewTest, ClicksSelectAndADoubleClickInvokes)
     ClickWith("ctrl", 15);
     screen::DoubleClickAt(OnScreen(35));
     EXPECT_TRUE(fLog->WaitFor("51 3"));
-    Locked([&] { Add(1, 0); });
+    Locked([&] { Add(1, 3); });
     EXPECT_TRUE(Shows(45, kRed));
     ClickWith("shift", 65); // from what is row 4 now
     ClickWith("shift", 95); // below the rows
