@@ -57,26 +57,22 @@ TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeldUnderTheAlert)
     EXPECT_TRUE(fLog->WaitFor("answer 2"));
 }
 
-TEST_F(WindowTest, AnAlertHasRoomForItsTextHoweverLongItIs)
+TEST_F(WindowTest, AnAlertHasRoomForItsTextOrScrollsIt)
 {
-    for (int words : { 1, 1000, 20000 }) {
+    for (const size_t words : { 1, 500, 20000 }) {
         SCOPED_TRACE(words);
-        std::string text(5 * words, ' ');
-        for (int i = 0; i < words; i++)
-            text.replace(5 * i, 4, "word");
+        std::string text(5 * words, 'w');
+        for (size_t i = 4; i < text.size(); i += 5)
+            text[i] = ' ';
         BAlert* alert = Ask(text);
         BTextView* view = alert->TextView();
-        const bool scrolls = view->ScrollBar(B_VERTICAL) != nullptr;
-        EXPECT_EQ(scrolls, words == 20000);
-        EXPECT_TRUE(scrolls || view->TextHeight() <= view->Bounds().Height() + 1);
-        EXPECT_LT(alert->Bounds().Width(), 1024);
-        EXPECT_LT(alert->Bounds().Height(), 768);
-        const BRect inWindow = view->ConvertToScreen(view->Bounds());
-        for (int32 i = 0; i < 3; i++) {
-            const BRect button = alert->ButtonAt(i)->Frame();
-            EXPECT_TRUE(alert->Bounds().Contains(button));
-            EXPECT_GT(button.top, inWindow.bottom - alert->Frame().top);
-        }
+        EXPECT_EQ(view->ScrollBar(B_VERTICAL) != nullptr, words == 20000);
+        EXPECT_TRUE(words == 20000 || view->TextHeight() <= view->Bounds().Height() + 1);
+        EXPECT_TRUE(BRect(0, 0, 1023, 767).Contains(alert->Bounds()));
+        EXPECT_TRUE(
+            alert->Bounds().Contains(alert->ButtonAt(0)->Frame() | alert->ButtonAt(2)->Frame()));
+        EXPECT_GT(alert->ButtonAt(0)->Frame().top,
+            view->ConvertToScreen(view->Bounds()).bottom - alert->Frame().top);
         alert->Quit(); // never shown, so still locked by this thread
     }
 }

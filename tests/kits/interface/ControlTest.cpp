@@ -171,8 +171,8 @@ TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
     });
     EXPECT_EQ(top(), 40);
 
-    const BRect place(150, 10, 249, 109);
-    auto* text = new BTextView(place, "text", place.OffsetToCopy(0, 0), B_FOLLOW_NONE);
+    auto* text =
+        new BTextView(BRect(150, 10, 249, 109), "text", BRect(0, 0, 99, 99), B_FOLLOW_NONE);
     fWindow->AddChild(new BScrollView("notes", text, B_FOLLOW_NONE, 0, false, true));
     const auto most = [&] {
         float max = -1;

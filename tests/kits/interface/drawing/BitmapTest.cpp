@@ -55,29 +55,18 @@ TEST(Bitmap, SetBitsConvertsBetweenSpaces)
     // ff33cc, 10828c, transparent; black, white, and the last is missing.
     const uint8 data[] = { 0xcc, 0x33, 0xff, 9, 0x8c, 0x82, 0x10, 9, 119, 116, 119, 0, 0, 0, 0, 9,
         255, 255, 255, 9, 1, 2 };
-    // The bytes of both rows, and the colours that they mean.
-    const std::tuple<color_space, const char*, const char*> rows[] = {
-        { B_RGB15, "d97c110ace3900000000ff7f00000000",
-            "ff31ceff 10848cff 737373ff 000000ff ffffffff 000000ff" },
-        { B_RGB16, "b9f91114ae7300000000ffff00000000",
-            "ff35ceff 10828cff 737573ff 000000ff ffffffff 000000ff" },
-        { B_GRAY8, "8160750000ff0000", "818181ff 606060ff 757575ff 000000ff ffffffff 000000ff" },
-        { B_GRAY1, "6000000080000000", "ffffffff 000000ff 000000ff 000000ff ffffffff ffffffff" },
-        { B_CMAP8, "de35ff00001f0000", "ff33ccff 009999ff 77747700 000000ff ffffffff 000000ff" },
-        { B_RGBA32, "cc33ffff8c8210ff77747700000000ffffffffff00000000",
-            "ff33ccff 10828cff 77747700 000000ff ffffffff 00000000" },
-    };
-    for (const auto& [space, bytes, colors] : rows) {
+    std::string found; // the bytes of both rows, and the colours that they mean
+    for (const color_space space : { B_GRAY1, B_GRAY8, B_CMAP8, B_RGB15, B_RGB16, B_RGBA32 }) {
         BBitmap bitmap(BRect(0, 0, 2, 1), space);
         bitmap.SetBits(data, sizeof(data), 0, B_RGB32);
-        EXPECT_EQ(Hex(bitmap.Bits(), bitmap.BitsLength()), bytes) << space;
-        std::string found;
+        found += Hex(bitmap.Bits(), bitmap.BitsLength()) + " means";
         for (int32 i = 0; i < 6; i++) {
             const rgb_color color = bitmap.ColorAt(i % 3, i / 3);
-            found += (i > 0 ? " " : "") + Hex(&color, sizeof(color));
+            found += " " + Hex(&color, sizeof(color));
         }
-        EXPECT_EQ(found, colors) << space;
+        found += "\n";
     }
+    EXPECT_EQ(found, Expected("the same pixels as GRAY1, GRAY8, CMAP8, RGB15, RGB16 and RGBA32"));
 }
 
 TEST(Bitmap, ArchivesComeBack)
