@@ -16,6 +16,11 @@ TEST_F(WindowTest, StandsWhereItsFrameSays)
     fWindow->Show();
     EXPECT_SOON(screen::Find("Test").frame == moved);
     EXPECT_EQ(Locked([&] { return fWindow->Frame(); }), moved);
+    screen::Key("alt+F4");
+    EXPECT_TRUE(fLog->WaitFor("quit requested"));
+    EXPECT_TRUE(screen::Find("Test").exists) << "it has refused";
+    EXPECT_EQ(system("xdotool search --name '^Test$' windowclose"), 0); // takes it off the screen
+    EXPECT_EQ(fLog->WaitFor(2).size(), 2u);
 }
 
 TEST_F(WindowTest, TheUsersMovesAndSizesArriveInFrameAndViews)

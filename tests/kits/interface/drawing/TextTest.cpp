@@ -65,6 +65,18 @@ TEST_F(TextTest, GoesOnByItsWidthAndWhatIsAddedToEachLetter)
 
 TEST(Font, WidthsAddUpAndHeightsGrowWithTheSize)
 {
+    const std::pair<const char*, uint16> styles[] = { { "Bold", B_BOLD_FACE },
+        { "Italic", B_ITALIC_FACE }, { "Oblique", B_ITALIC_FACE }, { "Regular", B_REGULAR_FACE },
+        { "Bold Italic", B_BOLD_FACE | B_ITALIC_FACE } };
+    for (const auto& [style, face] : styles) {
+        BFont styled, faced;
+        font_style name;
+        EXPECT_EQ(styled.SetFamilyAndStyle(nullptr, style), B_OK);
+        EXPECT_EQ(styled.Face(), face);
+        faced.SetFace(face);
+        faced.GetFamilyAndStyle(nullptr, &name);
+        EXPECT_TRUE(strcmp(style, "Oblique") == 0 || strcmp(style, name) == 0) << name;
+    }
     const BFont& font = *be_plain_font;
     EXPECT_EQ(font.StringWidth("Tarvex"), font.StringWidth("Tar") + font.StringWidth("vex"));
     EXPECT_EQ(font.StringWidth("Tarvex", 3), font.StringWidth("Tar", 99));
