@@ -87,11 +87,10 @@ protected:
 
 TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
 {
-    const std::pair<Entries, Entries> rows[] = {
-        { { "prog" }, { "ready", "about", "refs", "active", "1" } },
+    const std::pair<Entries, Entries> rows[] = { { { "prog" },
+                                                     { "ready", "about", "refs", "active", "1" } },
         { { "prog", "-scmp", "" },
-            { "argv 3 prog -scmp ", "ready", "about", "refs", "active", "1" } },
-    };
+            { "argv 3 prog -scmp ", "ready", "about", "refs", "active", "1" } } };
     for (const auto& [arguments, entries] : rows) {
         SetProgramArguments(arguments);
         Log log;

@@ -48,8 +48,7 @@ TEST(MessageFormat, DamagedBytesGiveAnErrorAndAnEmptyMessage)
     const auto with = [&](size_t offset, uint64 number, size_t size = 4) {
         return WithRightChecksum(WithNumber(good, offset, number, size));
     };
-    const std::tuple<const char*, std::string, status_t> rows[] = {
-        { "whole", good, B_OK },
+    const std::tuple<const char*, std::string, status_t> rows[] = { { "whole", good, B_OK },
         { "more bytes than needed", good + "more", B_OK },
         { "no message", std::string(100, 'x'), B_BAD_VALUE },
         { "smaller than its header", with(kFlatSizeOffset, 8, 8), B_BAD_VALUE },
@@ -65,8 +64,7 @@ TEST(MessageFormat, DamagedBytesGiveAnErrorAndAnEmptyMessage)
         { "fixed size with two sizes", WithRightChecksum(WithNumber(Flat(sizes), 28, 1, 1)),
             B_MISMATCHED_VALUES },
         { "a name twice", WithRightChecksum(WithNumber(Flat(two), 62, 'x', 1)),
-            B_MISMATCHED_VALUES },
-    };
+            B_MISMATCHED_VALUES } };
     for (const auto& [name, bytes, status] : rows) {
         SCOPED_TRACE(name);
         BMessage message;

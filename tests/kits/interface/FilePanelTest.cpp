@@ -25,14 +25,10 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
         WriteFile(folder / name, "");
     const std::string none, it = " already exists.\nDo you want to replace it?";
     // ending: of what is written beside the chosen file
-    const std::tuple<const char*, const char*, std::string> rows[] = {
-        { ".zip", "new", none },
-        { ".zip", "first", "first" + it },
-        { ".zip", "second", "second.zip" + it },
+    const std::tuple<const char*, const char*, std::string> rows[] = { { ".zip", "new", none },
+        { ".zip", "first", "first" + it }, { ".zip", "second", "second.zip" + it },
         { ".zip", "both", "both and both.zip already exist.\nDo you want to replace them?" },
-        { nullptr, "second", none },
-        { nullptr, "both", "both" + it },
-    };
+        { nullptr, "second", none }, { nullptr, "both", "both" + it } };
     fWindow->Show();
     for (const auto& [ending, name, question] : rows) {
         SCOPED_TRACE(name);

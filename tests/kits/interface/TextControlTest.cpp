@@ -1,6 +1,5 @@
 #include "TextControl.h"
 
-#include "Button.h"
 #include "TestWindow.h"
 #include "TextView.h"
 
@@ -8,10 +7,10 @@ namespace {
 
 class TextControlTest : public WindowTest {
 protected:
-    BTextControl* Add(const char* name, const char* label, const char* text, float top)
+    BTextControl* Add(const char* text)
     {
         auto* control =
-            new BTextControl(BRect(10, top, 209, top + 24), name, label, text, new BMessage(1));
+            new BTextControl(BRect(10, 10, 209, 34), "line", nullptr, text, new BMessage(1));
         control->SetModificationMessage(new BMessage(2));
         fWindow->AddChild(control);
         return control;
@@ -28,36 +27,11 @@ protected:
 
 } // namespace
 
-TEST_F(TextControlTest, ReportsEveryChangeOfTheUsersAndOnceThatItIsDone)
-{
-    BTextControl* first = Add("first", "Vendor", "Unknown", 10);
-    BTextControl* second = Add("second", nullptr, nullptr, 50);
-    BButton* button = new BButton(BRect(10, 90, 90, 114), "ok", "OK", new BMessage(3));
-    fWindow->AddChild(button);
-    button->MakeDefault(true);
-    EXPECT_EQ(first->Divider(), 99);
-    EXPECT_EQ(first->TextView()->Frame(), BRect(99, 0, 199, 24));
-    EXPECT_EQ(second->TextView()->Frame(), BRect(0, 0, 199, 24));
-    Show();
-    Locked([&] {
-        first->MakeFocus();
-        first->TextView()->Select(0, INT32_MAX);
-        first->SetText("Unknown."); // the program's own change is no news
-    });
-    Becomes(first, "Its", { "ctrl+a", "I", "t", "s" });
-    // Done, and the button is not pressed; then nothing new.
-    Becomes(second, "x", { "Return", "Return", "Tab", "x" });
-    Becomes(first, "Its", { "shift+Tab" }); // leaving it is being done as well
-    EXPECT_EQ(fLog->WaitFor(6),
-        (Entries { "2 value 0", "2 value 0", "2 value 0", "1 value 0", "2 value 0", "1 value 0" }));
-    EXPECT_TRUE(WindowTest::Becomes([&] { return first->TextView()->IsFocus(); }));
-}
-
 TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
 {
     const std::string e = "\xc3\xa9"; // a letter of two bytes
     const std::string face = "\xf0\x9f\x98\x80"; // one of four
-    BTextControl* control = Add("few", nullptr, (e + e + e).c_str(), 10);
+    BTextControl* control = Add((e + e + e).c_str());
     control->TextView()->SetMaxBytes(5);
     EXPECT_EQ(control->Text(), e + e);
     Show();
@@ -84,7 +58,7 @@ TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
 
 TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
 {
-    BTextControl* control = Add("line", nullptr, "Int", 10);
+    BTextControl* control = Add("Int");
     Show();
     Locked([&] { control->MakeFocus(); });
     screen::Key("End");

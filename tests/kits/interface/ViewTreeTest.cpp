@@ -40,7 +40,7 @@ TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
             BRect(10, 20, 49, 119) },
         { "middles", middle, 100, 60, BRect(60, 50, 99, 89) },
         { "odd amounts", middle, 3, 1, BRect(11.5, 20.5, 50.5, 59.5) },
-        { "below nothing", B_FOLLOW_ALL_SIDES, -200, -200, BRect(10, 20, -151, -141) },
+        { "below nothing", B_FOLLOW_ALL_SIDES, -200, -200, BRect(10, 20, -151, -141) }
     };
     for (const auto& [name, mode, width, height, grown] : rows) {
         BView parent(BRect(0, 0, 99, 99), "parent", B_FOLLOW_NONE, 0);

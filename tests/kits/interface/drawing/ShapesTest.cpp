@@ -73,7 +73,7 @@ TEST_F(ShapesTest, LookAsTheyAlwaysDid)
                 v.FillRect(BRect(0, 0, 9, 9));
                 v.InvertRect(BRect(19, 9, 0, 0)); // swapped corners
                 v.InvertRect(BRect(0, 5, 19, 9));
-            } },
+            } }
     };
     for (const auto& [title, draw] : rows)
         EXPECT_EQ(title + (":\n" + Drawn(draw)), title + (":\n" + Expected(title)));

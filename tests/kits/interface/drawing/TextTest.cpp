@@ -107,7 +107,7 @@ TEST(Utf8, EachBadByteIsOneReplacementCharacter)
         { "longer than needed", "\xc0\xaf\xe0\x80\xaf", { kBad, kBad, kBad, kBad, kBad } },
         { "half of a pair", "\xed\xa0\x80", { kBad, kBad, kBad } },
         { "beyond the last", "\xf4\x90\x80\x80", { kBad, kBad, kBad, kBad } },
-        { "no lead byte", "\xff\xf8", { kBad, kBad } },
+        { "no lead byte", "\xff\xf8", { kBad, kBad } }
     };
     for (const auto& [name, text, expected] : rows) {
         std::u32string characters;

@@ -1,5 +1,4 @@
 // Draw(): what it draws appears at once when it ends, and only where an update was asked for.
-#include "Bitmap.h"
 #include "Canvas.h"
 
 namespace {
@@ -60,21 +59,6 @@ TEST_F(UpdateTest, AResizedOrMovedViewDrawsIntoAllOfItself)
     Locked([&] { fView->Parent()->MoveBy(30, 10); });
     EXPECT_TRUE(Becomes([&] { return Shown() == All('#', 30, 30); }));
     EXPECT_SOON(screen::PixelsIn(before)[5 * 30 + 5] != 0);
-}
-
-TEST_F(UpdateTest, AViewTakenOutDrawsNothingAndPutBackDrawsAgain)
-{
-    const BBitmap bitmap(BRect(0, 0, 3, 3), B_RGB32);
-    Locked([&] {
-        EXPECT_TRUE(fView->RemoveSelf());
-        fView->FillRect(fView->Bounds());
-        fView->DrawBitmap(&bitmap, bitmap.Bounds());
-        fView->DrawString("nowhere", BPoint(3, 3));
-        fView->StrokeLine(BPoint(1, 1), BPoint(8, 7));
-        fView->Sync();
-        fWindow->AddChild(fView);
-    });
-    EXPECT_TRUE(ComesToShow());
 }
 
 } // namespace
