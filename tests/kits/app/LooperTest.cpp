@@ -64,14 +64,7 @@ TEST(Looper, DiesWhileOthersPostSendAskAndLockAndHandlersEnd)
             [&] { return messenger.SendMessage(3, &reply) == B_OK; },
             [=] { return messenger.SendMessage(1) == B_OK; },
             [=] { return PostLatest(messenger, BMessage(2)) == B_OK; },
-            [=]() NO_THREAD_SAFETY_ANALYSIS { // LockTarget() locks what it does not name
-                BLooper* target = nullptr;
-                messenger.Target(&target);
-                if (!messenger.LockTarget())
-                    return false;
-                target->Unlock();
-                return true;
-            },
+            [=] { return BAutolock(looper).IsLocked(); }
         };
         std::list<KitThread> threads;
         for (const auto& action : actions)

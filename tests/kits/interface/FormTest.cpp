@@ -54,6 +54,7 @@ QString LineOf(QAccessibleInterface& node)
     line += side & Qt::AlignRight ? " right" : side & Qt::AlignHCenter ? " centre" : "";
     if (const int margin = widget->contentsMargins().right(); margin > 2)
         line += QString::asprintf(" margin %d", margin);
+    line += widget->font().bold() ? " bold" : "";
     if (widget->font().pixelSize() != 12)
         line += QString::asprintf(" %d px", widget->font().pixelSize());
     if (ink != QApplication::palette().color(QPalette::WindowText))
@@ -107,7 +108,8 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     back->SetViewColor(rgb_color { 220, 210, 200 });
     auto* box = new BBox(BRect(5, 30, 144, 129), "box");
     box->SetLabel("Box & Co");
-    auto* check = new BCheckBox(BRect(5, 20, 134, 39), "check", "A & B", new BMessage(1));
+    auto* check =
+        new BCheckBox(BRect(5, 20, 134, 39), "check", "A & B", new BMessage(1), B_FOLLOW_NONE, 0);
     check->SetValue(B_CONTROL_ON);
     auto* words = new BStringView(BRect(5, 40, 134, 59), "words", "<b>Words</b>");
     words->SetAlignment(B_ALIGN_RIGHT);
@@ -152,6 +154,17 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     menu->AddItem(new BSeparatorItem);
     menu->AddItem(popUp->RemoveItem(2));
     menus->AddItem(menu);
+    const auto sizes = [&] {
+        std::vector<float> all;
+        for (BView* view : std::initializer_list<BView*> { check, words, ok, line }) {
+            float width = 0, height = 0;
+            view->GetPreferredSize(&width, &height);
+            EXPECT_TRUE(width > height && height > 5) << view->Name();
+            all.insert(all.end(), { width, height });
+        }
+        return all;
+    };
+    const std::vector<float> before = sizes();
     fWindow->ResizeTo(399, 299);
     fWindow->AddChild(back);
     for (BView* view : std::initializer_list<BView*> { box, heading, bare, line, field, tabs, notes,
@@ -160,6 +173,7 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     for (BView* view : std::initializer_list<BView*> { check, words, bar, link })
         box->AddChild(view);
     Show();
+    EXPECT_EQ(Locked(sizes), before) << "whether they are in a window or not";
     EXPECT_TRUE(!back->Parent() && box->Parent() == back);
     display::Call([] { QAccessible::setActive(true); });
     const auto reads = [](const char* view, const char* text) {
@@ -176,8 +190,10 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
         words->SetAlignment(B_ALIGN_CENTER);
         words->SetHighColor(rgb_color { 1, 2, 3 });
         words->SetFontSize(20);
-        bar->Update(100);
-        bar->Update(-10);
+        words->SetFont(be_bold_font, B_FONT_FACE);
+        bar->Reset(); // now of 100
+        bar->Update(120);
+        bar->Update(-20);
         link->ShowLinkPointer();
         box->ScrollTo(2, 3);
         line->SetLabel("Vendor");

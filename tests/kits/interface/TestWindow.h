@@ -45,8 +45,10 @@ public:
         return false;
     }
     void FrameMoved(BPoint where) override { fPlaces.push_back(where); }
+    void FrameResized(float width, float height) override { fSize = BPoint(width, height); }
 
     std::vector<BPoint> fPlaces; // that it was moved to
+    BPoint fSize; // that it was given last
     std::function<void()> fAsked; // what kAsk makes it do, in its own thread
 
 private:

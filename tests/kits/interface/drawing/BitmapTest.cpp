@@ -4,6 +4,10 @@
 #include "Canvas.h"
 #include "Message.h"
 #include "Screen.h"
+#include "server/DisplayServer.h"
+
+#include <QGuiApplication>
+#include <QScreen>
 
 namespace {
 
@@ -81,6 +85,20 @@ TEST(Bitmap, ArchivesComeBack)
     archive.RemoveName("_frame");
     archive.AddRect("_frame", BRect(0, 0, 2, 2)); // no longer as long as its data
     EXPECT_FALSE(BBitmap(&archive).IsValid());
+}
+
+TEST(Screen, IsAsLargeAndHasAsManyColorsAsTheDisplaySays)
+{
+    const BScreen screen;
+    const QRect size = display::Call([] { return QGuiApplication::primaryScreen()->geometry(); });
+    const int depth = display::Call([] { return QGuiApplication::primaryScreen()->depth(); });
+    display_mode mode {};
+    EXPECT_EQ(screen.GetMode(&mode), B_OK);
+    EXPECT_EQ(std::tie(mode.virtual_width, mode.virtual_height),
+        std::make_tuple(size.width(), size.height()));
+    EXPECT_EQ(screen.Frame(), BRect(0, 0, size.width() - 1, size.height() - 1));
+    EXPECT_EQ(mode.space, depth == 16 ? B_RGB16 : B_RGB32);
+    EXPECT_TRUE(mode.h_display_start == 0 && mode.v_display_start == 0);
 }
 
 TEST(Screen, ColorsGoToTheirIndexAndBack)

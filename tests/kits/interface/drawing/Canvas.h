@@ -5,16 +5,17 @@
 #include "tests/kits/interface/TestWindow.h"
 
 // A letter for each pixel (0xrrggbb), a line for each row: '.' white, '#' black, 'r' red, 'b' blue,
-// 'm' magenta, 'g' grey (131), 't' the transparent colour, 's' a sky blue (0x0ac8ff), 'S' what it
+// 'm' magenta, 'g' grey (131), 't' the transparent colour, 's' a sky blue (0x10c3ff), 'S' what it
 // becomes inverted, '+' others.
 inline std::string Letters(const std::vector<uint32>& pixels, int width)
 {
-    static const std::map<uint32, char> sLetters = { { 0xffffff, '.' }, { 0, '#' },
-        { 0xff0000, 'r' }, { 0x0000ff, 'b' }, { 0xff00ff, 'm' }, { 0x838383, 'g' },
-        { 0x777477, 't' }, { 0x0ac8ff, 's' }, { 0xf53700, 'S' } };
+    // Without the bits that a display of 16 bits does not have.
+    static const std::map<uint32, char> sLetters = { { 0xf8f8f8, '.' }, { 0, '#' },
+        { 0xf80000, 'r' }, { 0x0000f8, 'b' }, { 0xf800f8, 'm' }, { 0x808080, 'g' },
+        { 0x707070, 't' }, { 0x10c0f8, 's' }, { 0xe83800, 'S' } };
     std::string letters;
     for (size_t i = 0; i < pixels.size(); i++) {
-        const auto found = sLetters.find(pixels[i]);
+        const auto found = sLetters.find(pixels[i] & 0xf8f8f8);
         letters += found == sLetters.end() ? '+' : found->second;
         letters += (i + 1) % width == 0 ? "\n" : "";
     }

@@ -104,7 +104,7 @@ TEST_F(ListViewTest, TellsEachSelectionByTheProgram)
     fList->Select(-1, 3);
     fList->Deselect(6);
     fList->Deselect(3);
-    EXPECT_EQ(fList->RemoveItem(0), fItems[0].get());
+    EXPECT_TRUE(fList->RemoveItem(0) == fItems[0].get() && !fItems[0]->IsSelected());
     fList->Select(2, true); // what was row 3
     EXPECT_EQ(fList->CurrentSelection(2), 3);
     EXPECT_EQ(fList->CurrentSelection(3), -1);

@@ -44,6 +44,7 @@ TEST_F(ShapesTest, LookAsTheyAlwaysDid)
                 v.FillEllipse(swapped);
                 v.FillEllipse(BRect(35, 2, 36, 8)); // a circle's would have holes
                 v.FillEllipse(BRect(35, 12, 37, 14));
+                v.FillEllipse(BRect(22, 27, 32, 28));
             } },
         { "triangle",
             [](BView& v) {
@@ -69,7 +70,7 @@ TEST_F(ShapesTest, LookAsTheyAlwaysDid)
             } },
         { "colors, as they are and inverted",
             [](BView& v) {
-                v.SetHighColor(rgb_color { 10, 200, 255, 0 }); // whatever alpha is
+                v.SetHighColor(rgb_color { 16, 195, 255, 0 }); // whatever alpha is
                 v.FillRect(BRect(0, 0, 9, 9));
                 v.InvertRect(BRect(19, 9, 0, 0)); // swapped corners
                 v.InvertRect(BRect(0, 5, 19, 9));

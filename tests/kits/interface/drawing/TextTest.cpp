@@ -39,7 +39,7 @@ TEST_F(TextTest, StandsOnItsBaselineInsideItsMeasures)
         EXPECT_LE(ink.rect.bottom, pen.y + height.descent + 1);
     }
     const std::string coloured = Drawn([&](BView& v) {
-        v.SetHighColor(rgb_color { 10, 200, 255 });
+        v.SetHighColor(rgb_color { 16, 195, 255 });
         v.DrawString("HHH", pen);
     });
     EXPECT_EQ(Ink(coloured).rect.bottom, pen.y);
@@ -69,13 +69,9 @@ TEST(Font, WidthsAddUpAndHeightsGrowWithTheSize)
         { "Italic", B_ITALIC_FACE }, { "Oblique", B_ITALIC_FACE }, { "Regular", B_REGULAR_FACE },
         { "Bold Italic", B_BOLD_FACE | B_ITALIC_FACE } };
     for (const auto& [style, face] : styles) {
-        BFont styled, faced;
-        font_style name;
+        BFont styled;
         EXPECT_EQ(styled.SetFamilyAndStyle(nullptr, style), B_OK);
         EXPECT_EQ(styled.Face(), face);
-        faced.SetFace(face);
-        faced.GetFamilyAndStyle(nullptr, &name);
-        EXPECT_TRUE(strcmp(style, "Oblique") == 0 || strcmp(style, name) == 0) << name;
     }
     const BFont& font = *be_plain_font;
     EXPECT_EQ(font.StringWidth("Tarvex"), font.StringWidth("Tar") + font.StringWidth("vex"));
