@@ -9,23 +9,6 @@ namespace {
 constexpr bigtime_t kShort = 20'000;
 constexpr BHandler* kNobody = nullptr; // a bare NULL might be a reply, too
 
-// Takes nothing out of its port until it is run.
-TestLooper* FullLooper(Log& log, int32 capacity)
-{
-    auto* looper = new TestLooper(LogTo(log), capacity);
-    for (int32 i = 0; i < capacity; ++i)
-        EXPECT_EQ(looper->PostMessage(uint32(i)), B_OK);
-    return looper;
-}
-
-Entries Numbers(int count)
-{
-    Entries numbers;
-    for (int i = 0; i < count; ++i)
-        numbers.push_back(std::to_string(i));
-    return numbers;
-}
-
 } // namespace
 
 TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
@@ -58,8 +41,10 @@ TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
 TEST(Messenger, WaitsForRoomAsLongAsItIsTold)
 {
     Log log;
-    auto* looper = FullLooper(log, 3);
+    auto* looper = new TestLooper(LogTo(log), 3);
     const BMessenger messenger(looper);
+    for (const uint32 what : { 0, 1, 2 }) // until it is run nothing is taken out of its port
+        EXPECT_EQ(looper->PostMessage(what), B_OK);
     BMessage message(3);
     MessageAccess::Delivery(message).replyTo = messenger;
     BMessage reply;
@@ -76,7 +61,7 @@ TEST(Messenger, WaitsForRoomAsLongAsItIsTold)
     KitThread sender([&] { EXPECT_EQ(messenger.SendMessage(4), B_OK); });
     AwaitWaiting(sender.Id());
     looper->Run();
-    EXPECT_EQ(log.WaitFor(5), Numbers(5));
+    EXPECT_EQ(log.WaitFor(5), (Entries { "0", "1", "2", "3", "4" }));
     QuitNow(looper);
 }
 
@@ -103,7 +88,7 @@ TEST(Messenger, ALooperThatSendsToItselfNeverWaits)
         1);
     looper->PostMessage(static_cast<uint32>(0));
     looper->Run();
-    EXPECT_EQ(log.WaitFor(4), Numbers(4));
+    EXPECT_EQ(log.WaitFor(4), (Entries { "0", "1", "2", "3" }));
     QuitNow(looper);
 }
 
@@ -192,18 +177,22 @@ TEST(Messenger, OfPostedStatesOnlyTheLatestWaitsButNonePassesAnotherMessage)
     constexpr uint32 kMoved = 1, kResized = 2, kPressed = 3;
     Log log;
     auto* looper = new TestLooper([&](TestLooper&, BMessage* message) {
-        log.Add(std::to_string(message->what) + ":" + std::to_string(Number(message)));
+        int32 number = -1;
+        message->FindInt32("n", &number);
+        log.Add(std::to_string(message->what) + ":" + std::to_string(number));
     });
     BHandler handler;
     looper->AddHandler(&handler);
-    const BMessenger target(looper);
     int32 number = 0;
+    const auto post = [&](uint32 what, const BMessenger& target) {
+        BMessage message(what);
+        message.AddInt32("n", number++);
+        EXPECT_EQ((what == kPressed ? PostAlways : PostLatest)(target, message), B_OK);
+    };
     for (const uint32 what :
-        { kMoved, kResized, kMoved, kMoved, kPressed, kMoved, kResized, kMoved }) {
-        const auto post = what == kPressed ? PostAlways : PostLatest;
-        EXPECT_EQ(post(target, Numbered(what, number++)), B_OK);
-    }
-    EXPECT_EQ(PostLatest(BMessenger(&handler), Numbered(kMoved, 8)), B_OK); // another target
+        { kMoved, kResized, kMoved, kMoved, kPressed, kMoved, kResized, kMoved })
+        post(what, BMessenger(looper));
+    post(kMoved, BMessenger(&handler)); // another target
     looper->Run();
     EXPECT_EQ(log.WaitFor(6), (Entries { "2:1", "1:3", "3:4", "2:6", "1:7", "1:8" }));
     QuitNow(looper);

@@ -21,20 +21,6 @@ private:
     const Action fAction;
 };
 
-inline int32 Number(const BMessage* message)
-{
-    int32 number = -1;
-    message->FindInt32("n", &number);
-    return number;
-}
-
-inline BMessage Numbered(uint32 what, int32 number)
-{
-    BMessage message(what);
-    message.AddInt32("n", number);
-    return message;
-}
-
 // That all of these answers are the same.
 inline void ExpectAll(status_t expected, const std::vector<status_t>& answers)
 {
