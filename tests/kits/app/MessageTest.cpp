@@ -108,7 +108,7 @@ TEST(Message, TellsWhatIsWrongAndChangesNothing)
     // Not two numbers of 8 bytes and two texts: cut in the numbers or texts, or with more behind.
     for (const std::string& bytes : { "1234567"s, "0123456701234567"s, "0123456701234567/tmp"s,
              "0123456701234567/tmp\0a"s, "0123456701234567/tmp\0a\0b\0"s })
-        message.AddData("ref", B_REF_TYPE, bytes.data(), ssize_t(bytes.size()), false);
+        message.AddData("ref", B_REF_TYPE, bytes.data(), static_cast<ssize_t>(bytes.size()), false);
     const std::string longest(255, 'n');
     EXPECT_EQ(message.AddBool(longest.c_str(), true), B_OK);
     const BMessage copy(message);
