@@ -49,9 +49,10 @@ status_t MessageAccess::Send(
     std::unique_ptr<BMessage> copy;
     try {
         copy = std::make_unique<BMessage>(message);
-        copy->Delivery() = { target.fToken, options.replyTo,
+        MessageDelivery& delivery = copy->Delivery();
+        delivery = { target.fToken, options.replyTo,
             options.wantsReply ? Reply::kOwed : Reply::kNotOwed, options.isReply,
-            options.room == SendOptions::Room::kLatest };
+            options.room == SendOptions::Room::kLatest, delivery.wasDropped };
     } catch (const std::bad_alloc&) {
         return B_NO_MEMORY;
     }
