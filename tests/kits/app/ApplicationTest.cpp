@@ -4,6 +4,7 @@
 
 #include <Application.h>
 #include <Roster.h>
+#include <SingleLaunch.h>
 
 namespace {
 
@@ -233,4 +234,34 @@ TEST_F(ApplicationTest, IsKnownToTheRosterAsLongAsItLives)
         && info.flags == B_MULTIPLE_LAUNCH);
     EXPECT_STREQ(info.signature, kSignature);
     EXPECT_EQ(PathOfRef(info.ref), std::filesystem::read_symlink("/proc/self/exe"));
+}
+
+TEST_F(ApplicationTest, GetsTheArgumentsOfLaterStartsOnItsDisplay)
+{
+    const std::string program = "tarvex-test-" + std::to_string(getpid());
+    setenv("DISPLAY", "a.b:7.1", 1);
+    BSingleLaunch first(program.c_str());
+    EXPECT_EQ(first.Claim(true), B_OK);
+    const std::tuple<const char*, std::string, status_t> rows[] = { { "a.b:7", program, B_BUSY },
+        { "a.b:8", program, B_OK }, { "a:7", program, B_OK }, { "", program, B_OK },
+        { "a.b:7", program + "-other", B_OK }, { "a.b:7.0", program, B_BUSY } };
+    for (const auto& [display, name, status] : rows) {
+        setenv("DISPLAY", display, 1);
+        BSingleLaunch later(name.c_str());
+        EXPECT_EQ(later.Claim(false), status) << display;
+        EXPECT_EQ(later.Other(), 0);
+    }
+    TestApp app(fLog, 3);
+    first.Serve();
+    const std::string large(1'000'000, 'x');
+    KitThread user([&] {
+        for (const Entries& arguments : { Entries { "prog", "", "-a" }, { "prog", large } }) {
+            SetProgramArguments(arguments);
+            BSingleLaunch later(program.c_str());
+            EXPECT_EQ(later.Claim(true), B_ALREADY_RUNNING);
+            EXPECT_EQ(later.Other(), getpid());
+        }
+    });
+    app.Run();
+    EXPECT_EQ(fLog.Now(), (Entries { "ready", "argv 3 prog  -a", "argv 2 prog " + large }));
 }
