@@ -118,6 +118,7 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     bar->Update(20);
     auto* link =
         new BStringView(BRect(5, 75, 134, 94), "link", "A link", B_FOLLOW_NONE, B_NAVIGABLE);
+    link->SetHighColor(rgb_color { 3, 2, 1 });
     auto* line =
         new BTextControl(BRect(150, 30, 289, 54), "line", "Maker", "Unknown", new BMessage(2));
     auto* heading = new BStringView(BRect(150, 60, 289, 74), "heading", "Remarks");
