@@ -98,7 +98,6 @@ std::unique_ptr<BMessage> BLooper::NextMessage(MessagePort& port, bigtime_t& nex
         // Counted from now: a looper that was busy does not make up for pulses that it missed.
         nextPulse = system_time() + period;
         message = std::make_unique<BMessage>(B_PULSE);
-        MessageAccess::Delivery(*message).token = fToken;
     } else if (status == B_INTERRUPTED) {
         nextPulse = 0; // the period changed
     } else if (status != B_OK) {

@@ -179,8 +179,7 @@ void BTextControl::ShowLabel(ViewPeer& peer)
 {
     static_cast<QLabel*>(peer.widget)->setText(QString::fromUtf8(Label()));
     // The field is called by its label, which has just changed.
-    if (auto* line = peer.widget->findChild<QLineEdit*>())
-        NameForReaders(*line);
+    NameForReaders(*peer.widget);
 }
 
 void BTextControl::ShowLabelPlace(ViewPeer& peer)

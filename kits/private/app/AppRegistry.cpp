@@ -23,12 +23,9 @@ port_id AppRegistry::AddPort(const std::shared_ptr<MessagePort>& port)
 
 void AppRegistry::RemovePort(port_id port)
 {
-    std::shared_ptr<MessagePort> removed; // must not end under the lock
+    std::unordered_map<port_id, std::shared_ptr<MessagePort>>::node_type removed;
     const LeafLock lock(fLock);
-    if (const auto found = fPorts.find(port); found != fPorts.end()) {
-        removed.swap(found->second);
-        fPorts.erase(found);
-    }
+    removed = fPorts.extract(port); // it must not end under the lock
 }
 
 std::shared_ptr<MessagePort> AppRegistry::Port(port_id port)

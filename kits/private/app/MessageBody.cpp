@@ -120,9 +120,6 @@ public:
     }
     void PutText(std::string_view text)
     {
-        // memcpy() from a null pointer is undefined, also of no bytes.
-        if (text.empty())
-            return;
         memcpy(fNext, text.data(), text.size());
         fNext += text.size();
     }
@@ -167,7 +164,7 @@ bool ReadItems(Reader& reader, uint32 count, MessageField& field)
     for (uint32 i = 0; i < count; ++i) {
         uint32 size = 0;
         std::string_view data;
-        if (!reader.Get(size) || size > INT_MAX || !reader.Get(size, data))
+        if (!reader.Get(size) || !reader.Get(size, data))
             return false;
         if (field.fixedSize && i > 0 && size != field.items.front().size())
             return false;

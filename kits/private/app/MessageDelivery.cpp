@@ -49,17 +49,13 @@ status_t MessageAccess::Send(
     std::unique_ptr<BMessage> copy;
     try {
         copy = std::make_unique<BMessage>(message);
-        // Made here already: out of memory can still be told.
-        copy->Delivery();
+        MessageDelivery& delivery = copy->Delivery();
+        delivery = { target.fToken, options.replyTo,
+            options.wantsReply ? Reply::kOwed : Reply::kNotOwed, options.isReply,
+            options.room == SendOptions::Room::kLatest, delivery.wasDropped };
     } catch (const std::bad_alloc&) {
         return B_NO_MEMORY;
     }
-    MessageDelivery& delivery = copy->Delivery();
-    delivery.token = target.fToken;
-    delivery.replyTo = options.replyTo;
-    delivery.reply = options.wantsReply ? Reply::kOwed : Reply::kNotOwed;
-    delivery.isReply = options.isReply;
-    delivery.mayBeReplaced = options.room == SendOptions::Room::kLatest;
     switch (options.room) {
         case SendOptions::Room::kAlways: return port->PushAlways(std::move(copy));
         case SendOptions::Room::kLatest: return port->PushLatest(std::move(copy));

@@ -1,8 +1,10 @@
 #include "ApplicationState.h"
+#include "AppRegistry.h"
 #include "TestLooper.h"
 
 #include <Application.h>
 #include <Roster.h>
+#include <SingleLaunch.h>
 
 namespace {
 
@@ -14,15 +16,27 @@ public:
     TestApp(Log& log, size_t quitAfter) : BApplication(kSignature), fLog(log), fQuitAfter(quitAfter)
     {
     }
-    void ReadyToRun() override { Add("ready"); }
+    using BLooper::PulsePeriod;
+    void MessageHandled() override { EXPECT_EQ(CountLocks(), 1); }
+    void ReadyToRun() override
+    {
+        EXPECT_TRUE(CurrentMessage()->ReturnAddress() == be_app_messenger);
+        Add("ready");
+    }
     void ArgvReceived(int32 argc, char** argv) override
     {
-        std::string entry = "argv " + std::to_string(argc);
+        int32 count = 0;
+        const char* folder = "";
+        CurrentMessage()->FindInt32("argc", &count);
+        CurrentMessage()->FindString("cwd", &folder);
+        std::string entry = "argv " + std::to_string(count);
         for (int32 i = 0; i < argc; ++i)
             entry += std::string(" ") + argv[i];
-        Add(argv[argc] ? "no end" : entry);
+        Add(argv[argc] || std::filesystem::current_path() != folder ? "wrong" : entry);
     }
+    void RefsReceived(BMessage*) override { Add("refs"); }
     void AboutRequested() override { Add("about"); }
+    void AppActivated(bool active) override { Add(active ? "active" : "inactive"); }
     void Pulse() override { Add("pulse"); }
     void MessageReceived(BMessage* message) override { Add(std::to_string(message->what)); }
 
@@ -74,35 +88,53 @@ protected:
 
 TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
 {
-    const std::pair<Entries, Entries> rows[] = {
-        { { "prog" }, { "ready", "about", "1" } },
-        { { "prog", "-scmp", "" }, { "argv 3 prog -scmp ", "ready", "about", "1" } },
-    };
+    const std::pair<Entries, Entries> rows[] = { { { "prog" },
+                                                     { "ready", "about", "refs", "active", "1" } },
+        { { "prog", "-scmp", "" },
+            { "argv 3 prog -scmp ", "ready", "about", "refs", "active", "1" } } };
     for (const auto& [arguments, entries] : rows) {
         SetProgramArguments(arguments);
         Log log;
         TestApp app(log, entries.size());
         EXPECT_EQ(be_app, &app);
-        app.PostMessage(B_ABOUT_REQUESTED);
-        app.PostMessage(B_READY_TO_RUN); // it is ready only once
+        BMessage activated(B_APP_ACTIVATED);
+        app.PostMessage(&activated); // tells nothing
+        activated.AddBool("active", true);
+        // It is ready only once.
+        for (const uint32 what :
+            { B_ABOUT_REQUESTED, B_READY_TO_RUN, B_ARGV_RECEIVED, B_REFS_RECEIVED })
+            app.PostMessage(what);
+        app.PostMessage(&activated);
         be_app_messenger.SendMessage(1);
         EXPECT_EQ(app.Run(), find_thread(nullptr));
         EXPECT_EQ(log.Now(), entries);
     }
     EXPECT_EQ(be_app, nullptr);
-    EXPECT_FALSE(be_app_messenger.IsValid());
+    EXPECT_FALSE(be_app_messenger.IsValid() || AppRegistry::Instance().Application().IsValid());
     SetProgramArguments({}); // those of the process
     EXPECT_EQ(std::filesystem::path(ProgramArguments().at(0)).filename(), "test_app");
 }
 
-TEST_F(ApplicationTest, PulsesAtItsRate)
+TEST_F(ApplicationTest, PulsesAtItsRateInTenthsOfASecond)
 {
-    TestApp app(fLog, 4);
-    app.SetPulseRate(100'000);
-    const bigtime_t start = system_time();
+    TestApp app(fLog, 3);
+    EXPECT_EQ(app.PulsePeriod(), 500'000);
+    for (const auto& [rate, period] :
+        { std::pair(99'999, 0), { -200'000, 0 }, { 199'999, 100'000 } }) {
+        app.SetPulseRate(rate);
+        EXPECT_EQ(app.PulsePeriod(), period);
+    }
+    app.SetPulseRate(3'600'000'000); // which it begins to wait for
+    KitThread user([&, thread = find_thread(nullptr)] {
+        fLog.WaitFor(1);
+        AwaitWaiting(thread);
+        app.SetPulseRate(100'000);
+        // Also while messages come.
+        EXPECT_TRUE(WaitUntil(
+            [&] { return app.PostMessage(B_READY_TO_RUN) != B_OK || fLog.Now().size() == 3; }));
+    });
     app.Run();
-    EXPECT_EQ(fLog.Now(), (Entries { "ready", "pulse", "pulse", "pulse" }));
-    EXPECT_GE(system_time() - start, 300'000);
+    EXPECT_EQ(fLog.Now(), (Entries { "ready", "pulse", "pulse" }));
 }
 
 TEST_F(ApplicationTest, QuitsWhenAllWindowsAgreeOldestFirst)
@@ -141,8 +173,8 @@ TEST_F(ApplicationTest, QuitsWhenAllWindowsAgreeOldestFirst)
 
 TEST_F(ApplicationTest, SignalsAskItToQuitAndAreAsBeforeAfterwards)
 {
-    signal(SIGINT, SIG_DFL);
     for (const int number : { SIGTERM, SIGINT, SIGHUP }) {
+        signal(number, SIG_DFL); // whatever this was started with
         Log log;
         TestApp app(log, 99);
         app.SetPulseRate(0);
@@ -159,12 +191,14 @@ TEST_F(ApplicationTest, SignalsAskItToQuitAndAreAsBeforeAfterwards)
     EXPECT_EQ(signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
-TEST(Application, WantsAnApplicationTypeAndToBeTheOnlyOneWhichTheRosterKnows)
+TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)
 {
     const std::string longest = "application/" + std::string(B_MIME_TYPE_LENGTH - 13, 'x');
-    const std::pair<std::string, status_t> rows[] = { { "Application/one", B_OK },
+    std::vector<std::pair<std::string, status_t>> rows = { { "Application/!~", B_OK },
         { longest, B_OK }, { longest + "x", B_BAD_VALUE }, { "text/plain", B_BAD_VALUE },
-        { "application/two words", B_BAD_VALUE } };
+        { "application/", B_BAD_VALUE } };
+    for (const char sign : std::string("()<>@,;:\\\"/[]?= \x7f\xc3"))
+        rows.emplace_back("application/a" + std::string(1, sign), B_BAD_VALUE);
     for (const auto& [signature, expected] : rows) {
         SCOPED_TRACE(signature);
         status_t status = 1;
@@ -173,16 +207,61 @@ TEST(Application, WantsAnApplicationTypeAndToBeTheOnlyOneWhichTheRosterKnows)
         EXPECT_EQ(be_app == &app, expected == B_OK);
         EXPECT_TRUE(expected == B_OK || app.Run() == B_NO_INIT);
     }
-    app_info info;
-    EXPECT_EQ(be_roster->GetAppInfo(kSignature, &info), B_ERROR);
-    status_t status = 1;
-    const BApplication app(kSignature, &status);
-    EXPECT_EQ((BApplication(kSignature, &status), status), B_NOT_ALLOWED);
-    EXPECT_EQ(app.GetAppInfo(&info), B_OK);
-    EXPECT_EQ(info.thread, find_thread(nullptr));
-    EXPECT_EQ(PathOfRef(info.ref), std::filesystem::read_symlink("/proc/self/exe"));
+    EXPECT_EQ(StatusOf<BApplication>(nullptr), B_BAD_VALUE);
+    const TestApp app(fLog, 1);
+    EXPECT_EQ(StatusOf<BApplication>(kSignature), B_NOT_ALLOWED);
     EXPECT_EQ(be_app, &app);
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    EXPECT_EXIT(
-        BApplication("text/plain"), testing::ExitedWithCode(1), "^Bad signature <text/plain>\n");
+    EXPECT_EXIT(BApplication(nullptr), testing::ExitedWithCode(1), "^Bad signature <>\n");
+    EXPECT_EXIT(BApplication("application/x-b"), testing::ExitedWithCode(1),
+        "^A second application object <application/x-b>\n");
+}
+
+TEST_F(ApplicationTest, IsKnownToTheRosterAsLongAsItLives)
+{
+    app_info info;
+    const auto get = [&](const char* name) { return be_roster->GetAppInfo(name, &info); };
+    EXPECT_EQ(get(kSignature), B_ERROR);
+    const TestApp app(fLog, 1);
+    const char* const other = "application/x-other";
+    ExpectAll(B_ERROR, { get(other), be_roster->GetRunningAppInfo(getpid() + 1, &info) });
+    ExpectAll(
+        B_BAD_VALUE, { get(nullptr), app.GetAppInfo(nullptr), StatusOf<BMessenger>(other, -1) });
+    EXPECT_EQ(StatusOf<BMessenger>(kSignature, getpid() + 1), B_MISMATCHED_VALUES);
+    EXPECT_TRUE(BMessenger(kSignature, getpid()) == be_app_messenger);
+    ExpectAll(B_OK, { get("APPLICATION/x-vnd.test-app"), app.GetAppInfo(&info) });
+    EXPECT_TRUE(info.thread == find_thread(nullptr) && info.team == getpid()
+        && info.flags == B_MULTIPLE_LAUNCH);
+    EXPECT_STREQ(info.signature, kSignature);
+    EXPECT_EQ(PathOfRef(info.ref), std::filesystem::read_symlink("/proc/self/exe"));
+}
+
+TEST_F(ApplicationTest, GetsTheArgumentsOfLaterStartsOnItsDisplay)
+{
+    const std::string program = "tarvex-test-" + std::to_string(getpid());
+    setenv("DISPLAY", "a.b:7.1", 1);
+    BSingleLaunch first(program.c_str());
+    EXPECT_EQ(first.Claim(true), B_OK);
+    const std::tuple<const char*, std::string, status_t> rows[] = { { "a.b:7", program, B_BUSY },
+        { "a.b:8", program, B_OK }, { "a:7", program, B_OK }, { "", program, B_OK },
+        { "a.b:7", program + "-other", B_OK }, { "a.b:7.0", program, B_BUSY } };
+    for (const auto& [display, name, status] : rows) {
+        setenv("DISPLAY", display, 1);
+        BSingleLaunch later(name.c_str());
+        EXPECT_EQ(later.Claim(false), status) << display;
+        EXPECT_EQ(later.Other(), 0);
+    }
+    TestApp app(fLog, 3);
+    first.Serve();
+    const std::string large(1'000'000, 'x');
+    KitThread user([&] {
+        for (const Entries& arguments : { Entries { "prog", "", "-a" }, { "prog", large } }) {
+            SetProgramArguments(arguments);
+            BSingleLaunch later(program.c_str());
+            EXPECT_EQ(later.Claim(true), B_ALREADY_RUNNING);
+            EXPECT_EQ(later.Other(), getpid());
+        }
+    });
+    app.Run();
+    EXPECT_EQ(fLog.Now(), (Entries { "ready", "argv 3 prog  -a", "argv 2 prog " + large }));
 }

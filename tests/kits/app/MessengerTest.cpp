@@ -9,23 +9,6 @@ namespace {
 constexpr bigtime_t kShort = 20'000;
 constexpr BHandler* kNobody = nullptr; // a bare NULL might be a reply, too
 
-// Takes nothing out of its port until it is run.
-TestLooper* FullLooper(Log& log, int32 capacity)
-{
-    auto* looper = new TestLooper(LogTo(log), capacity);
-    for (int32 i = 0; i < capacity; ++i)
-        EXPECT_EQ(looper->PostMessage(uint32(i)), B_OK);
-    return looper;
-}
-
-Entries Numbers(int count)
-{
-    Entries numbers;
-    for (int i = 0; i < count; ++i)
-        numbers.push_back(std::to_string(i));
-    return numbers;
-}
-
 } // namespace
 
 TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
@@ -34,12 +17,7 @@ TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
     auto* looper = new TestLooper(LogTo(log));
     auto* handler = new BHandler;
     looper->AddHandler(handler);
-    status_t status = B_OK;
-    BHandler alone;
-    EXPECT_FALSE(BMessenger(&alone, nullptr, &status).IsValid());
-    EXPECT_EQ(status, B_BAD_HANDLER);
-    const BMessenger messenger(handler, nullptr, &status);
-    EXPECT_EQ(status, B_OK);
+    const BMessenger messenger(handler);
     looper->PostMessage(1, handler);
     KitThread asking([&] {
         BMessage reply;
@@ -63,21 +41,27 @@ TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
 TEST(Messenger, WaitsForRoomAsLongAsItIsTold)
 {
     Log log;
-    auto* looper = FullLooper(log, 3);
+    auto* looper = new TestLooper(LogTo(log), 3);
     const BMessenger messenger(looper);
+    for (const uint32 what : { 0, 1, 2 }) // until it is run nothing is taken out of its port
+        EXPECT_EQ(looper->PostMessage(what), B_OK);
     BMessage message(3);
-    EXPECT_EQ(looper->PostMessage(&message), B_WOULD_BLOCK);
-    EXPECT_EQ(messenger.SendMessage(&message, kNobody, 0), B_WOULD_BLOCK);
-    const bigtime_t start = system_time();
-    EXPECT_EQ(messenger.SendMessage(&message, kNobody, kShort), B_TIMED_OUT);
-    EXPECT_GE(system_time() - start, kShort);
+    MessageAccess::Delivery(message).replyTo = messenger;
     BMessage reply;
-    EXPECT_EQ(messenger.SendMessage(&message, &reply, kShort, B_INFINITE_TIMEOUT), B_TIMED_OUT);
+    ExpectAll(B_WOULD_BLOCK,
+        { looper->PostMessage(&message), messenger.SendMessage(&message, kNobody, 0),
+            message.SendReply(&reply, nullptr, 0) });
+    const bigtime_t start = system_time();
+    ExpectAll(B_TIMED_OUT,
+        { messenger.SendMessage(&message, kNobody, kShort),
+            messenger.SendMessage(&message, &reply, kShort, B_INFINITE_TIMEOUT),
+            message.SendReply(&reply, nullptr, kShort) });
+    EXPECT_GE(system_time() - start, 3 * kShort);
     EXPECT_EQ(PostAlways(messenger, message), B_OK) << "the kits' own go past the bound";
     KitThread sender([&] { EXPECT_EQ(messenger.SendMessage(4), B_OK); });
     AwaitWaiting(sender.Id());
     looper->Run();
-    EXPECT_EQ(log.WaitFor(5), Numbers(5));
+    EXPECT_EQ(log.WaitFor(5), (Entries { "0", "1", "2", "3", "4" }));
     QuitNow(looper);
 }
 
@@ -104,7 +88,7 @@ TEST(Messenger, ALooperThatSendsToItselfNeverWaits)
         1);
     looper->PostMessage(static_cast<uint32>(0));
     looper->Run();
-    EXPECT_EQ(log.WaitFor(4), Numbers(4));
+    EXPECT_EQ(log.WaitFor(4), (Entries { "0", "1", "2", "3" }));
     QuitNow(looper);
 }
 
@@ -129,13 +113,9 @@ TEST(Messenger, WaitsForTheReplyAndTellsWhyThereIsNone)
     });
     const BMessenger messenger(looper);
     looper->Run();
-    const std::tuple<uint32, status_t, uint32> rows[] = {
-        { kAnswer, B_OK, 'answ' },
-        { kForget, B_OK, B_NO_REPLY },
-        { kUnknown, B_OK, B_MESSAGE_NOT_UNDERSTOOD },
-        { kDetach, B_TIMED_OUT, 'none' },
-        { kQuit, B_BAD_PORT_ID, 'none' },
-    };
+    const std::tuple<uint32, status_t, uint32> rows[] = { { kAnswer, B_OK, 'answ' },
+        { kForget, B_OK, B_NO_REPLY }, { kUnknown, B_OK, B_MESSAGE_NOT_UNDERSTOOD },
+        { kDetach, B_TIMED_OUT, 'none' }, { kQuit, B_BAD_PORT_ID, 'none' } };
     for (const auto& [what, status, answer] : rows) {
         SCOPED_TRACE(what);
         BMessage message(what);
@@ -144,10 +124,52 @@ TEST(Messenger, WaitsForTheReplyAndTellsWhyThereIsNone)
         EXPECT_EQ(messenger.SendMessage(&message, &reply, B_INFINITE_TIMEOUT, timeout), status);
         EXPECT_EQ(reply.what, answer);
         EXPECT_EQ(reply.IsReply(), status == B_OK);
+        EXPECT_FALSE(BMessage(reply).IsReply());
     }
     EXPECT_EQ(detached->SendReply(1u), B_BAD_PORT_ID) << "the sender has given up";
     delete detached;
     EXPECT_EQ(BMessage().SendReply(1u), B_BAD_REPLY) << "was never sent";
+}
+
+TEST(Messenger, TellsWhatItCannotSendOrFind)
+{
+    auto* looper = new BLooper;
+    auto* other = new BLooper;
+    BHandler alone, inside;
+    looper->AddHandler(&inside);
+    BMessage message(1);
+    const BMessenger none, whole(looper), part(&inside, looper);
+    BInvoker invoker;
+    BMessage* noMessage = nullptr;
+    ExpectAll(B_BAD_VALUE,
+        { StatusOf<BMessenger>(kNobody, nullptr), whole.SendMessage(nullptr, kNobody),
+            whole.SendMessage(&message, noMessage), whole.SendMessage(nullptr, &message),
+            message.SendReply(noMessage), invoker.Invoke() });
+    ExpectAll(B_BAD_PORT_ID, { none.SendMessage(1), none.LockTargetWithTimeout(0) });
+    ExpectAll(B_OK, { StatusOf<BMessenger>(&inside, looper), invoker.SetTarget(&inside) });
+    EXPECT_FALSE(BMessenger(&alone).IsValid());
+    ExpectAll(B_BAD_HANDLER,
+        { StatusOf<BMessenger>(&alone, nullptr), whole.SendMessage(1, &alone),
+            invoker.SetTarget(&alone) });
+    EXPECT_EQ(StatusOf<BMessenger>(&inside, other), B_MISMATCHED_VALUES);
+    EXPECT_TRUE(invoker.Messenger() == part) << "the target that it had";
+    EXPECT_EQ(invoker.SetMessage(new BMessage(2)), B_OK);
+    EXPECT_EQ(invoker.SetMessage(invoker.Message()), B_OK); // which it keeps
+    EXPECT_EQ(invoker.Message()->what, 2u);
+    EXPECT_TRUE(invoker.Invoke() == B_OK && invoker.SetTarget(kNobody) == B_OK);
+    EXPECT_TRUE(invoker.Messenger() == none);
+    const std::tuple<BMessenger, BHandler*, BLooper*> targets[] = { { none, nullptr, nullptr },
+        { whole, looper, looper }, { BMessenger(kNobody, looper), nullptr, looper },
+        { part, &inside, looper } };
+    for (const auto& [messenger, handler, owner] : targets) {
+        BLooper* found = other;
+        EXPECT_EQ(messenger.Target(&found), handler);
+        EXPECT_EQ(found, owner);
+        EXPECT_EQ(messenger.IsTargetLocal(), owner != nullptr);
+        EXPECT_EQ(messenger.Team(), owner ? getpid() : -1);
+    }
+    looper->Quit();
+    other->Quit();
 }
 
 TEST(Messenger, OfPostedStatesOnlyTheLatestWaitsButNonePassesAnotherMessage)
@@ -155,18 +177,22 @@ TEST(Messenger, OfPostedStatesOnlyTheLatestWaitsButNonePassesAnotherMessage)
     constexpr uint32 kMoved = 1, kResized = 2, kPressed = 3;
     Log log;
     auto* looper = new TestLooper([&](TestLooper&, BMessage* message) {
-        log.Add(std::to_string(message->what) + ":" + std::to_string(Number(message)));
+        int32 number = -1;
+        message->FindInt32("n", &number);
+        log.Add(std::to_string(message->what) + ":" + std::to_string(number));
     });
     BHandler handler;
     looper->AddHandler(&handler);
-    const BMessenger target(looper);
     int32 number = 0;
+    const auto post = [&](uint32 what, const BMessenger& target) {
+        BMessage message(what);
+        message.AddInt32("n", number++);
+        EXPECT_EQ((what == kPressed ? PostAlways : PostLatest)(target, message), B_OK);
+    };
     for (const uint32 what :
-        { kMoved, kResized, kMoved, kMoved, kPressed, kMoved, kResized, kMoved }) {
-        const auto post = what == kPressed ? PostAlways : PostLatest;
-        EXPECT_EQ(post(target, Numbered(what, number++)), B_OK);
-    }
-    EXPECT_EQ(PostLatest(BMessenger(&handler), Numbered(kMoved, 8)), B_OK); // another target
+        { kMoved, kResized, kMoved, kMoved, kPressed, kMoved, kResized, kMoved })
+        post(what, BMessenger(looper));
+    post(kMoved, BMessenger(&handler)); // another target
     looper->Run();
     EXPECT_EQ(log.WaitFor(6), (Entries { "2:1", "1:3", "3:4", "2:6", "1:7", "1:8" }));
     QuitNow(looper);

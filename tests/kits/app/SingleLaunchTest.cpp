@@ -9,11 +9,11 @@ TEST(SingleLaunch, AnotherUsersProgramInItsPlaceIsToldNothing)
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can be two users";
     const std::string name = "tarvex-test-" + std::to_string(getpid());
-    setenv("DISPLAY", "host:7.1", 1);
+    setenv("DISPLAY", "a.b:7.1", 1);
     int ready[2], done[2];
     ASSERT_EQ(pipe(ready) + pipe(done), 0);
     const pid_t stranger = StartChild([&] {
-        const int listener = BecomeOrdinaryUser() ? kernel::ListenAs(name + "-0-host:7") : -1;
+        const int listener = BecomeOrdinaryUser() ? kernel::ListenAs(name + "-0-a.b:7") : -1;
         char byte = listener >= 0 ? 'r' : 'n';
         if (write(ready[1], &byte, 1) != 1 || read(done[0], &byte, 1) != 1)
             return 2;

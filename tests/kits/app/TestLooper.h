@@ -21,18 +21,26 @@ private:
     const Action fAction;
 };
 
-inline int32 Number(const BMessage* message)
+// That all of these answers are the same.
+inline void ExpectAll(status_t expected, const std::vector<status_t>& answers)
 {
-    int32 number = -1;
-    message->FindInt32("n", &number);
-    return number;
+    EXPECT_EQ(answers, std::vector<status_t>(answers.size(), expected));
 }
 
-inline BMessage Numbered(uint32 what, int32 number)
+// What the constructor of an object tells.
+template <typename T, typename... Arguments>
+status_t StatusOf(Arguments... arguments)
 {
-    BMessage message(what);
-    message.AddInt32("n", number);
-    return message;
+    status_t status = 1;
+    T(arguments..., &status);
+    return status;
+}
+
+inline std::string Flat(const BMessage& message)
+{
+    std::string bytes(static_cast<size_t>(message.FlattenedSize()), '\0');
+    EXPECT_EQ(message.Flatten(bytes.data(), message.FlattenedSize()), B_OK);
+    return bytes;
 }
 
 // Writes each message's code into the log, as a number.

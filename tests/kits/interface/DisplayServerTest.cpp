@@ -13,8 +13,13 @@ TEST_F(WindowTest, TheApplicationsCursorIsShownUntilTheNormalOneIsBack)
     image[36] = 0x80; // of which only the first is drawn
     image[7] = image[39] = 0x01; // the last of the second row
     be_app->SetCursor(image);
-    image[0] = 32; // no cursor image: the other stays
-    be_app->SetCursor(image);
+    // None of these, with one byte of the head another one, is a cursor: that one stays.
+    const std::pair<int, uint8> wrong[] = { { 0, 15 }, { 0, 17 }, { 1, 2 }, { 2, 16 }, { 3, 16 } };
+    for (const auto& [at, byte] : wrong) {
+        uint8 other[68] = { 16, 1, 0, 0 };
+        other[at] = byte;
+        be_app->SetCursor(other);
+    }
     be_app->SetCursor(nullptr);
     const auto cursor = display::Call([] { return *QGuiApplication::overrideCursor(); });
     EXPECT_EQ(cursor.hotSpot(), QPoint(5, 3));

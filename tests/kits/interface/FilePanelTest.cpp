@@ -25,22 +25,17 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
         WriteFile(folder / name, "");
     const std::string none, it = " already exists.\nDo you want to replace it?";
     // ending: of what is written beside the chosen file
-    const std::tuple<const char*, const char*, std::string> rows[] = {
-        { ".zip", "new", none },
-        { ".zip", "first", "first" + it },
-        { ".zip", "second", "second.zip" + it },
+    const std::tuple<const char*, const char*, std::string> rows[] = { { ".zip", "new", none },
+        { ".zip", "first", "first" + it }, { ".zip", "second", "second.zip" + it },
         { ".zip", "both", "both and both.zip already exist.\nDo you want to replace them?" },
-        { nullptr, "second", none },
-        { nullptr, "both", "both" + it },
-    };
-    const BMessenger target(fWindow);
+        { nullptr, "second", none }, { nullptr, "both", "both" + it } };
     fWindow->Show();
     for (const auto& [ending, name, question] : rows) {
         SCOPED_TRACE(name);
         BMessage reply(7);
         if (ending)
             reply.AddString("be:also_written", ending);
-        BFilePanel panel(B_SAVE_PANEL, &target, nullptr, &reply);
+        BFilePanel panel(B_SAVE_PANEL, &fTarget, nullptr, &reply);
         panel.SetPanelDirectory(folder.Path().c_str());
         const Entries before = fLog->Now();
         panel.Show();
@@ -60,9 +55,8 @@ TEST_F(WindowTest, AnOpenPanelSendsAFileThatIsThereOnly)
 {
     const TempFolder folder;
     WriteFile(folder / "file", "");
-    const BMessenger target(fWindow);
     fWindow->Show();
-    BFilePanel panel(B_OPEN_PANEL, &target);
+    BFilePanel panel(B_OPEN_PANEL, &fTarget);
     panel.SetPanelDirectory(folder.Path().c_str());
     panel.Show();
     ASSERT_SOON(screen::Find("open_panel").exposed);
@@ -77,38 +71,20 @@ TEST_F(WindowTest, AnOpenPanelSendsAFileThatIsThereOnly)
     EXPECT_EQ(fLog->WaitFor(1), Entries { folder / "file" });
 }
 
-TEST_F(WindowTest, APanelComesUpOverTheWindowThatShowsIt)
+TEST_F(WindowTest, APanelComesUpOverItsWindowAndThenWhereItWasLeft)
 {
-    class AskingWindow : public TestWindow {
-    public:
-        using TestWindow::TestWindow;
-        void MessageReceived(BMessage* message) override
-        {
-            message->what == 1 ? panel.Show() : TestWindow::MessageReceived(message);
-        }
-        BFilePanel panel { B_SAVE_PANEL };
-    };
-    auto* asking = new AskingWindow(fLog, BRect(500, 350, 799, 549), "Asking");
-    asking->Show();
-    EXPECT_TRUE(asking->PostMessage(1) == B_OK && screen::BecomesActive("Save As"));
-    const BRect panel = screen::Settled("save_panel");
-    EXPECT_NEAR((panel.left + panel.right) / 2, 649.5, 2);
-    EXPECT_NEAR((panel.top + panel.bottom) / 2, 449.5, 2);
-    ASSERT_TRUE(asking->Lock());
-    asking->Quit();
-}
-
-TEST_F(WindowTest, APanelComesBackWhereItWasLeft)
-{
-    const BMessenger target(fWindow);
+    BFilePanel panel(B_SAVE_PANEL, &fTarget);
+    fWindow->fAsked = [&] { panel.Show(); };
+    fWindow->MoveTo(500, 350);
     fWindow->Show();
-    BFilePanel panel(B_SAVE_PANEL, &target);
     const auto show = [&] {
-        panel.Show();
+        fWindow->PostMessage(kAsk);
         EXPECT_TRUE(screen::BecomesActive("Save As"));
         return screen::Settled("save_panel");
     };
     BRect left = show();
+    EXPECT_NEAR((left.left + left.right) / 2, 649.5, 2);
+    EXPECT_NEAR((left.top + left.bottom) / 2, 449.5, 2);
     for (const char* key : { "Escape", "alt+F4" }) {
         screen::Key(key);
         ASSERT_SOON(!screen::Find("save_panel").exists);

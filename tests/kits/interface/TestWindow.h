@@ -11,6 +11,8 @@
 #include "View.h"
 #include "Window.h"
 
+constexpr uint32 kAsk = 99;
+
 class TestWindow : public BWindow {
 public:
     TestWindow(std::shared_ptr<Log> log, BRect frame, const char* title, uint32 flags = 0)
@@ -24,6 +26,8 @@ public:
     {
         int32 value = 0;
         entry_ref ref;
+        if (message->what == kAsk)
+            return fAsked();
         if (message->FindRef("refs", &ref) == B_OK)
             fLog->Add(PathOfRef(ref));
         if (message->what >= 'AAAA')
@@ -41,10 +45,13 @@ public:
         return false;
     }
     void FrameMoved(BPoint where) override { fPlaces.push_back(where); }
+    void FrameResized(float width, float height) override { fSize = BPoint(width, height); }
 
     std::vector<BPoint> fPlaces; // that it was moved to
+    BPoint fSize; // that it was given last
+    std::function<void()> fAsked; // what kAsk makes it do, in its own thread
 
-protected:
+private:
     const std::shared_ptr<Log> fLog;
 };
 

@@ -26,24 +26,6 @@ TEST(ViewTree, ChildrenAreFoundInTheirOrder)
     EXPECT_EQ(top.CountChildren(), 1);
 }
 
-TEST_F(WindowTest, ViewsFollowTheWindowAndTheirWidgetsToo)
-{
-    BView* outer = new BView(BRect(10, 10, 109, 109), "outer", B_FOLLOW_ALL_SIDES, 0);
-    BView* inner = new BView(BRect(20, 20, 39, 39), "inner", B_FOLLOW_RIGHT | B_FOLLOW_TOP, 0);
-    outer->AddChild(inner);
-    fWindow->AddChild(outer);
-    Show();
-    fWindow->ResizeBy(50, 30);
-    EXPECT_EQ(Locked([&] { return outer->Frame(); }), BRect(10, 10, 159, 139));
-    EXPECT_EQ(Locked([&] { return inner->Frame(); }), BRect(70, 20, 89, 39));
-    const auto onScreen = [&] { return inner->ConvertToScreen(inner->Bounds()); };
-    EXPECT_EQ(Locked(onScreen), screen::Find("inner").frame);
-    Locked([&] { outer->ScrollTo(5, 8); });
-    EXPECT_EQ(Locked(onScreen), screen::Find("inner").frame);
-    Locked([&] { outer->Hide(); });
-    EXPECT_FALSE(screen::Find("inner").exists);
-}
-
 TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
 {
     const BRect frame(10, 20, 49, 59);
@@ -58,7 +40,7 @@ TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
             BRect(10, 20, 49, 119) },
         { "middles", middle, 100, 60, BRect(60, 50, 99, 89) },
         { "odd amounts", middle, 3, 1, BRect(11.5, 20.5, 50.5, 59.5) },
-        { "below nothing", B_FOLLOW_ALL_SIDES, -200, -200, BRect(10, 20, -151, -141) },
+        { "below nothing", B_FOLLOW_ALL_SIDES, -200, -200, BRect(10, 20, -151, -141) }
     };
     for (const auto& [name, mode, width, height, grown] : rows) {
         BView parent(BRect(0, 0, 99, 99), "parent", B_FOLLOW_NONE, 0);

@@ -10,12 +10,18 @@ TEST_F(WindowTest, StandsWhereItsFrameSays)
     EXPECT_EQ(fWindow->Frame(), moved);
     EXPECT_SOON(screen::Find("Test").frame == moved);
     fWindow->Hide();
+    EXPECT_FALSE(screen::Find("Test").exists);
     fWindow->Hide();
     fWindow->Show();
     EXPECT_FALSE(screen::Find("Test").exists) << "hidden as often as it was";
     fWindow->Show();
     EXPECT_SOON(screen::Find("Test").frame == moved);
     EXPECT_EQ(Locked([&] { return fWindow->Frame(); }), moved);
+    screen::Key("alt+F4");
+    EXPECT_TRUE(fLog->WaitFor("quit requested"));
+    EXPECT_TRUE(screen::Find("Test").exists) << "it has refused";
+    EXPECT_EQ(system("xdotool search --name '^Test$' windowclose"), 0); // takes it off the screen
+    EXPECT_EQ(fLog->WaitFor(2).size(), 2u);
 }
 
 TEST_F(WindowTest, TheUsersMovesAndSizesArriveInFrameAndViews)
@@ -24,7 +30,8 @@ TEST_F(WindowTest, TheUsersMovesAndSizesArriveInFrameAndViews)
     fWindow->AddChild(view);
     Show();
     ASSERT_EQ(system("wmctrl -r Test -e 0,300,220,400,300"), 0);
-    ASSERT_TRUE(Becomes([&] { return fWindow->Bounds() == BRect(0, 0, 399, 299); }));
+    ASSERT_TRUE(Becomes([&] { return fWindow->fSize == BPoint(399, 299); }));
+    EXPECT_EQ(Locked([&] { return fWindow->Bounds(); }), BRect(0, 0, 399, 299));
     EXPECT_EQ(Locked([&] { return view->Frame(); }), BRect(0, 0, 399, 299));
     EXPECT_TRUE(Becomes([&] { return fWindow->Frame() == screen::Find("Test").frame; }));
     EXPECT_EQ(Locked([&] { return fWindow->fPlaces.back(); }), fWindow->Frame().LeftTop());
@@ -44,29 +51,6 @@ TEST_F(WindowTest, AReportOlderThanTheProgramsOwnMoveIsDropped)
     EXPECT_EQ(Locked([&] { return fWindow->fPlaces[0]; }), BPoint(400, 200));
 }
 
-TEST_F(WindowTest, OneThatMayNotBeResizedKeepsItsSizeAndTheProgramMayChangeIt)
-{
-    fWindow->SetFlags(B_NOT_RESIZABLE | B_NOT_CLOSABLE);
-    Show();
-    screen::Key("alt+F4"); // not closable either
-    // The window manager may learn of flags and limits only after it was asked.
-    const auto comesTo = [&](const char* place, float left, float right) {
-        return Becomes([&] {
-            EXPECT_EQ(system((std::string("wmctrl -r Test -e 0,") + place).c_str()), 0);
-            const BRect frame = screen::Find("Test").frame;
-            return frame.left >= left && frame.Width() == right && fWindow->Frame() == frame;
-        });
-    };
-    EXPECT_TRUE(comesTo("300,220,400,300", 300, 299)) << "it is moved only";
-    fWindow->ResizeTo(219, 119);
-    EXPECT_TRUE(comesTo("400,220,400,300", 400, 219));
-    fWindow->SetFlags(B_NOT_CLOSABLE);
-    fWindow->SetSizeLimits(149, 259, 99, 399);
-    EXPECT_TRUE(comesTo("300,220,400,300", 300, 259)) << "no more than the most";
-    EXPECT_EQ(Locked([&] { return fWindow->Bounds(); }), BRect(0, 0, 259, 299));
-    EXPECT_EQ(fLog->Now(), Entries());
-}
-
 TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
 {
     fWindow->AddShortcut('t', B_COMMAND_KEY, new BMessage(1), fWindow);
@@ -82,4 +66,36 @@ TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
     for (const char* keys : { "ctrl+shift+t", "ctrl+t" })
         screen::Key(keys);
     EXPECT_EQ(fLog->WaitFor(3), (Entries { "2", "3", "2" }));
+}
+
+TEST_F(WindowTest, TellsTheWindowManagerItsKindItsLimitsAndItsWorkspaces)
+{
+    const std::tuple<window_look, window_feel, uint32, uint32> rows[] = {
+        { B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0, B_CURRENT_WORKSPACE },
+        { B_DOCUMENT_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
+            B_NOT_CLOSABLE | B_NOT_MOVABLE | B_AVOID_FOCUS, 2 },
+        { B_FLOATING_WINDOW_LOOK, B_FLOATING_ALL_WINDOW_FEEL, B_NOT_ZOOMABLE, B_ALL_WORKSPACES },
+        { B_MODAL_WINDOW_LOOK, B_MODAL_ALL_WINDOW_FEEL, B_NOT_RESIZABLE | B_NOT_MINIMIZABLE, 1 },
+        { B_BORDERED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, B_NOT_H_RESIZABLE, 1 },
+        { B_TITLED_WINDOW_LOOK, B_MODAL_SUBSET_WINDOW_FEEL, B_NOT_V_RESIZABLE | B_AVOID_FOCUS, 1 }
+    };
+    const TempFolder folder;
+    const std::string command = "xprop -name Kind _MOTIF_WM_HINTS WM_NORMAL_HINTS _NET_WM_DESKTOP "
+                                "_NET_WM_WINDOW_TYPE _NET_WM_STATE > ";
+    std::string told;
+    for (const auto& [look, feel, flags, workspaces] : rows) {
+        auto* window = new BWindow(BRect(50, 60, 349, 259), "Kind", look, feel, flags, workspaces);
+        window->SetSizeLimits(99, 399, 49, 40000);
+        window->SetSizeLimits(100, 99, 0, 10);
+        window->SetSizeLimits(0, 10, 100, 99); // neither is possible
+        window->ResizeTo(500, 20);
+        EXPECT_EQ(window->Frame(), BRect(50, 60, 449, 109));
+        window->Show();
+        EXPECT_SOON(system("xprop -name Kind _NET_FRAME_EXTENTS 2>&1 | grep -q =") == 0);
+        EXPECT_EQ(system((command + (folder / "told")).c_str()), 0);
+        told += ReadFile(folder / "told") + "\n";
+        window->Lock();
+        window->Quit();
+    }
+    EXPECT_EQ(told, ReadFile(TARVEX_TESTS "/kits/interface/windows.txt"));
 }

@@ -149,7 +149,6 @@ GlyphImage RasterizeGlyph(const QFont& font, const QFontMetricsF& metrics, uint3
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setFont(font);
-    painter.setPen(Qt::black);
     painter.drawText(-area.topLeft(), text);
     painter.end();
     const QRect ink = InkOf(image);

@@ -336,6 +336,16 @@ QString LineName(const QLineEdit& line)
     return SpokenName(control);
 }
 
+// By what both of its kind stand behind.
+void NameScrollBar(QWidget& bar)
+{
+    QWidget* scrolled = Before(bar);
+    while (qobject_cast<QScrollBar*>(scrolled))
+        scrolled = Before(*scrolled);
+    if (scrolled)
+        bar.setAccessibleName(SpokenName(*scrolled));
+}
+
 } // namespace
 
 void ServeAccessibility()
@@ -360,13 +370,14 @@ QString SpokenName(const QWidget& widget)
 
 void NameForReaders(QWidget& widget)
 {
+    if (auto* part = widget.findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly))
+        NameForReaders(*part);
     if (const auto* line = qobject_cast<QLineEdit*>(&widget); line && line->parentWidget())
         widget.setAccessibleName(LineName(*line));
     else if (qobject_cast<QTextEdit*>(&widget) && widget.focusPolicy() != Qt::NoFocus)
         widget.setAccessibleName(SpokenName(widget));
-    else if (const QWidget* scrolled = Before(widget);
-             scrolled && qobject_cast<QScrollBar*>(&widget))
-        widget.setAccessibleName(SpokenName(*scrolled));
+    else if (qobject_cast<QScrollBar*>(&widget))
+        NameScrollBar(widget);
 }
 
 void KeepLines(QWidget& view, size_t count)

@@ -92,7 +92,6 @@ thread_local bool tIsServer = false;
 struct Waiter {
     Condition changed;
     bool ended = false;
-    bool ran = false;
 };
 
 struct Job {
@@ -126,8 +125,8 @@ public:
     enum class Need { kWindows, kAny, kPictures };
     bool Start(Need need);
     void Prepare();
-    bool RunAndWait(const std::function<void()>& run);
-    bool RunLater(std::function<void()> run);
+    void RunAndWait(const std::function<void()>& run);
+    void RunLater(std::function<void()> run);
     // Ends the thread. kApplication: Qt's static parts may have gone already, so QApplication
     // stays as it is.
     enum class Leave { kNothing, kApplication };
@@ -391,7 +390,7 @@ bool Server::RunOne()
     job.run();
     if (job.waiter) {
         const LeafLock lock(fLock);
-        job.waiter->ended = job.waiter->ran = true;
+        job.waiter->ended = true;
         job.waiter->changed.notify_one(); // locked: the waiter is gone right after
     }
     return true;
@@ -419,33 +418,28 @@ void Server::Enqueue(Job job)
         eventfd_write(fWakeUp, 1);
 }
 
-bool Server::RunAndWait(const std::function<void()>& run)
+void Server::RunAndWait(const std::function<void()>& run)
 {
-    if (tIsServer) {
-        run();
-        return true;
-    }
+    if (tIsServer)
+        return run();
     if (!Start(Need::kAny))
-        return false;
+        return;
     Waiter waiter;
     const LeafLock lock(fLock, LeafLock::kWaits);
     if (fState != State::kRunning)
-        return false;
+        return;
     Enqueue({ [&run] { run(); }, &waiter });
     while (!waiter.ended)
         waiter.changed.wait(fLock);
-    return waiter.ran;
 }
 
-bool Server::RunLater(std::function<void()> run)
+void Server::RunLater(std::function<void()> run)
 {
     if (!Start(Need::kAny))
-        return false;
+        return;
     const LeafLock lock(fLock);
-    if (fState != State::kRunning)
-        return false;
-    Enqueue({ std::move(run), nullptr });
-    return true;
+    if (fState == State::kRunning)
+        Enqueue({ std::move(run), nullptr });
 }
 
 void Server::Stop(Leave leave)
@@ -494,14 +488,14 @@ void EndWithDisplay()
     _exit(1);
 }
 
-bool RunAndWait(const std::function<void()>& job)
+void RunAndWait(const std::function<void()>& job)
 {
-    return TheServer().RunAndWait(job);
+    TheServer().RunAndWait(job);
 }
 
-bool RunLater(std::function<void()> job)
+void RunLater(std::function<void()> job)
 {
-    return TheServer().RunLater(std::move(job));
+    TheServer().RunLater(std::move(job));
 }
 
 } // namespace display

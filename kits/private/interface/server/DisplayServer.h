@@ -32,9 +32,9 @@ bool Serves();
 [[noreturn]] void EndWithDisplay();
 
 // The parts of Call and Post that are not templates. job is run once, or not at all if the server
-// is stopped; RunAndWait() waits for it. Both start the server; false if the job never runs.
-bool RunAndWait(const std::function<void()>& job);
-bool RunLater(std::function<void()> job);
+// is stopped; RunAndWait() waits for it. Both start the server.
+void RunAndWait(const std::function<void()>& job);
+void RunLater(std::function<void()> job);
 
 // Runs f on the server's thread, in order with all other calls, and returns its value: an empty one
 // where there is no display. Not a kill point. From the server's own thread f runs at once.

@@ -138,16 +138,18 @@ BMessage DroppedFiles(const QMimeData& data)
 void WindowWidget::SetKind(window_look look, window_feel feel, uint32 flags)
 {
     const bool wasVisible = isVisible();
-    // Named one by one: without this hint Qt gives a window the buttons it finds usual.
+    // Named one by one: without this hint Qt gives a window the buttons it finds usual. Any of them
+    // would bring a title bar with it.
     Qt::WindowFlags hints = TypeFor(look, feel) | Qt::CustomizeWindowHint;
-    if (!(hints & Qt::FramelessWindowHint))
+    if (!(hints & Qt::FramelessWindowHint)) {
         hints |= Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
-    if (!(flags & B_NOT_CLOSABLE))
-        hints |= Qt::WindowCloseButtonHint;
-    if (!(flags & B_NOT_MINIMIZABLE))
-        hints |= Qt::WindowMinimizeButtonHint;
-    if (!(flags & B_NOT_ZOOMABLE))
-        hints |= Qt::WindowMaximizeButtonHint;
+        if (!(flags & B_NOT_CLOSABLE))
+            hints |= Qt::WindowCloseButtonHint;
+        if (!(flags & B_NOT_MINIMIZABLE))
+            hints |= Qt::WindowMinimizeButtonHint;
+        if (!(flags & B_NOT_ZOOMABLE))
+            hints |= Qt::WindowMaximizeButtonHint;
+    }
     if (feel == B_FLOATING_ALL_WINDOW_FEEL || feel == B_MODAL_ALL_WINDOW_FEEL)
         hints |= Qt::WindowStaysOnTopHint;
     const QRect place = geometry();

@@ -1,0 +1,240 @@
+// What the widgets of views are to those who look at them and to those who have them read.
+#include "Box.h"
+#include "Button.h"
+#include "CheckBox.h"
+#include "ListView.h"
+#include "MenuBar.h"
+#include "MenuField.h"
+#include "PopUpMenu.h"
+#include "ScrollBar.h"
+#include "ScrollView.h"
+#include "server/DisplayServer.h"
+#include "StatusBar.h"
+#include "StringView.h"
+#include "TabView.h"
+#include "TestWindow.h"
+#include "TextControl.h"
+#include "TextView.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QMetaEnum>
+#include <QWidget>
+
+namespace {
+
+// Role, name, value, states; of widgets also the place in the window, and what is not as usual of
+// alignment, margin, letters and colours.
+QString LineOf(QAccessibleInterface& node)
+{
+    const QAccessible::State state = node.state();
+    const std::pair<bool, const char*> states[] = { { state.disabled, " disabled" },
+        { state.focusable, " focusable" }, { state.checked, " checked" },
+        { state.invisible, " invisible" }, { state.readOnly, " read-only" },
+        { state.defaultButton, " default" }, { state.selected, " selected" },
+        { state.offscreen, " offscreen" }, { state.focused && !node.object(), " focused" } };
+    QString line = QMetaEnum::fromType<QAccessible::Role>().valueToKey(node.role());
+    line += " \"" + node.text(QAccessible::Name) + '"';
+    if (auto* value = node.valueInterface())
+        line += " of " + value->maximumValue().toString();
+    if (const QString text = node.text(QAccessible::Value); !text.isEmpty())
+        line += " = " + text;
+    for (const auto& [isSo, name] : states)
+        line += isSo ? name : "";
+    const auto* widget = dynamic_cast<QWidget*>(node.object());
+    if (!widget)
+        return line;
+    const QPoint corner = widget->mapTo(widget->window(), QPoint());
+    const int side = widget->property("alignment").toInt();
+    const QColor ink = widget->palette().color(QPalette::WindowText);
+    if (node.role() != QAccessible::ButtonMenu
+        && node.role() != QAccessible::MenuBar) // its font decides about that
+        line += QString::asprintf(
+            " [%d %d %d x %d]", corner.x(), corner.y(), widget->width(), widget->height());
+    line += side & Qt::AlignRight ? " right" : side & Qt::AlignHCenter ? " centre" : "";
+    if (const int margin = widget->contentsMargins().right(); margin > 2)
+        line += QString::asprintf(" margin %d", margin);
+    line += widget->font().bold() ? " bold" : "";
+    if (widget->font().pixelSize() != 12)
+        line += QString::asprintf(" %d px", widget->font().pixelSize());
+    if (ink != QApplication::palette().color(QPalette::WindowText))
+        line += " in " + ink.name();
+    if (widget->autoFillBackground())
+        line += " on " + widget->palette().color(QPalette::Window).name();
+    return line + (widget->cursor().shape() == Qt::PointingHandCursor ? " link" : "");
+}
+
+QString Tree(QAccessibleInterface* node, int depth = 0)
+{
+    QString text = QString(4 * depth, ' ') + LineOf(*node) + '\n';
+    for (int i = 0; i < node->childCount(); i++) {
+        const QString name = node->child(i)->object() ? node->child(i)->object()->objectName() : "";
+        if (!name.startsWith("qt_") && !name.startsWith("Scroll")) // parts of the toolkit's own
+            text += Tree(node->child(i), depth + 1);
+    }
+    return text;
+}
+
+QAccessibleInterface* Reader(const char* name)
+{
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (widget->objectName() == name)
+            return QAccessible::queryAccessibleInterface(widget);
+    }
+    return nullptr;
+}
+
+std::string TreeOf(const char* name)
+{
+    return display::Call([name] { return Tree(Reader(name)).toStdString(); });
+}
+
+class TextCanvas : public BView {
+public:
+    using BView::BView;
+    void Draw(BRect) override
+    {
+        for (const auto& [text, x, y] : { std::tuple("left", 5, 30), { "right", 60, 30 },
+                 { "below", 5, 60 }, { "beside", -500, 90 } })
+            DrawString(text, BPoint(x, y));
+    }
+};
+
+} // namespace
+
+TEST_F(WindowTest, AFormIsReadAsItIsShown)
+{
+    auto* back = new BView(BRect(0, 0, 399, 299), "back", B_FOLLOW_ALL_SIDES, 0);
+    back->SetViewColor(rgb_color { 220, 210, 200 });
+    auto* box = new BBox(BRect(5, 30, 144, 129), "box");
+    box->SetLabel("Box & Co");
+    auto* check =
+        new BCheckBox(BRect(5, 20, 134, 39), "check", "A & B", new BMessage(1), B_FOLLOW_NONE, 0);
+    check->SetValue(B_CONTROL_ON);
+    auto* words = new BStringView(BRect(5, 40, 134, 59), "words", "<b>Words</b>");
+    words->SetAlignment(B_ALIGN_RIGHT);
+    auto* bar = new BStatusBar(BRect(5, 60, 134, 69), "bar");
+    bar->SetMaxValue(50);
+    bar->Update(20);
+    auto* link =
+        new BStringView(BRect(5, 75, 134, 94), "link", "A link", B_FOLLOW_NONE, B_NAVIGABLE);
+    link->SetHighColor(rgb_color { 3, 2, 1 });
+    auto* line =
+        new BTextControl(BRect(150, 30, 289, 54), "line", "Maker", "Unknown", new BMessage(2));
+    auto* heading = new BStringView(BRect(150, 60, 289, 74), "heading", "Remarks");
+    auto* bare =
+        new BTextControl(BRect(150, 75, 289, 99), "bare", nullptr, nullptr, new BMessage(3));
+    auto* popUp = new BPopUpMenu("Nothing yet");
+    for (const char* label : { "one", "two", "three" })
+        popUp->AddItem(new BMenuItem(label, new BMessage(4)));
+    auto* field = new BMenuField(BRect(150, 105, 289, 129), "field", "Pick & choose", popUp);
+    auto* tabs = new BTabView(BRect(5, 135, 144, 234), "tab view");
+    for (const char* name : { "first", "second" })
+        tabs->AddTab(new BView(BRect(5, 5, 50, 50), name, B_FOLLOW_NONE, 0));
+    auto* notes =
+        new BTextView(BRect(152, 140, 251, 169), "notes", BRect(2, 2, 97, 27), B_FOLLOW_NONE);
+    notes->SetText("Noted");
+    auto* scrolled = new BView(BRect(152, 180, 251, 229), "scrolled", B_FOLLOW_NONE, 0);
+    auto* scroll =
+        new BScrollView("scroll", scrolled, B_FOLLOW_ALL_SIDES, 0, true, true, B_PLAIN_BORDER);
+    auto* ok = new BButton(BRect(5, 260, 84, 284), "ok", "OK", new BMessage(5));
+    ok->SetToolTip("Takes <b>it</b>");
+    auto* no = new BButton(BRect(90, 260, 169, 284), "no", "R&D", new BMessage(6));
+    no->MakeDefault(true);
+    no->SetEnabled(false);
+    auto* hidden = new BView(BRect(300, 30, 309, 39), "hidden_one", B_FOLLOW_NONE, B_NAVIGABLE);
+    hidden->Hide();
+    auto* list = new BListView(BRect(310, 30, 389, 99), "list");
+    BStringItem first("first"), second("second");
+    first.SetEnabled(false);
+    EXPECT_TRUE(list->AddItem(&first) && list->AddItem(&second));
+    auto* canvas = new TextCanvas(BRect(310, 110, 389, 209), "canvas", B_FOLLOW_NONE, B_WILL_DRAW);
+    auto* menus = new BMenuBar(BRect(0, 0, 9, 9), "menus");
+    auto* menu = new BMenu("File & more");
+    menu->AddItem(new BMenuItem("Open", new BMessage(7), 'O'));
+    menu->AddItem(new BSeparatorItem);
+    menu->AddItem(popUp->RemoveItem(2));
+    menus->AddItem(menu);
+    const auto sizes = [&] {
+        std::vector<float> all;
+        for (BView* view : std::initializer_list<BView*> { check, words, ok, line }) {
+            float width = 0, height = 0;
+            view->GetPreferredSize(&width, &height);
+            EXPECT_TRUE(width > height && height > 5) << view->Name();
+            all.insert(all.end(), { width, height });
+        }
+        return all;
+    };
+    const std::vector<float> before = sizes();
+    fWindow->ResizeTo(399, 299);
+    fWindow->AddChild(back);
+    for (BView* view : std::initializer_list<BView*> { box, heading, bare, line, field, tabs, notes,
+             scroll, ok, no, hidden, menus, list, canvas })
+        back->AddChild(view);
+    for (BView* view : std::initializer_list<BView*> { check, words, bar, link })
+        box->AddChild(view);
+    Show();
+    EXPECT_EQ(Locked(sizes), before) << "whether they are in a window or not";
+    EXPECT_TRUE(!back->Parent() && box->Parent() == back);
+    display::Call([] { QAccessible::setActive(true); });
+    const auto reads = [](const char* view, const char* text) {
+        return TreeOf(view).find(text) != std::string::npos;
+    };
+    EXPECT_SOON(reads("list", "second") && reads("canvas", "beside"));
+    std::string trees = TreeOf("Test");
+    Locked([&] {
+        back->SetViewColor(rgb_color { 40, 50, 60 });
+        box->SetLabel("Boxes");
+        check->SetValue(B_CONTROL_OFF);
+        check->SetLabel("C & D");
+        words->SetText("Other");
+        words->SetAlignment(B_ALIGN_CENTER);
+        words->SetHighColor(rgb_color { 1, 2, 3 });
+        words->SetFontSize(20);
+        words->SetFont(be_bold_font, B_FONT_FACE);
+        bar->Reset(); // now of 100
+        bar->Update(120);
+        bar->Update(-20);
+        link->ShowLinkPointer();
+        box->ScrollTo(2, 3);
+        line->SetLabel("Vendor");
+        line->SetDivider(40);
+        line->SetAlignment(B_ALIGN_RIGHT, B_ALIGN_CENTER);
+        line->SetText("Known");
+        back->RemoveChild(heading);
+        bare->SetToolTip("What else?"); // which names it now
+        for (const int32 item : { 0, 1 })
+            popUp->ItemAt(item)->SetMarked(true);
+        EXPECT_FALSE(popUp->ItemAt(0)->IsMarked());
+        menu->ItemAt(0)->SetMarked(true);
+        menu->ItemAt(2)->SetEnabled(false);
+        menu->ItemAt(2)->SetLabel("3 & 4");
+        field->SetLabel("Take");
+        field->SetDivider(30);
+        field->SetEnabled(false);
+        tabs->TabAt(1)->SetLabel("2 & 3");
+        tabs->Select(1);
+        tabs->Select(2); // there is no such tab
+        notes->Hide();
+        notes->Hide();
+        notes->Show();
+        notes->MakeEditable(false);
+        scroll->ScrollBar(B_VERTICAL)->SetRange(10, 60);
+        scroll->ScrollBar(B_VERTICAL)->SetValue(33);
+        ok->MakeDefault(true);
+        ok->SetLabel("Fine");
+        ok->SetMnemonic('f');
+        no->SetEnabled(true);
+        hidden->Show();
+        list->Select(1);
+        EXPECT_TRUE(list->RemoveItem(&first) && canvas->RemoveSelf());
+        fWindow->SetTitle("Title");
+        fWindow->ResizeTo(449, 329);
+    });
+    delete heading;
+    delete canvas;
+    EXPECT_SOON(!reads("list", "first") && reads("list", "selected"));
+    trees += "\n" + TreeOf("Title");
+    EXPECT_EQ(trees, ReadFile(TARVEX_TESTS "/kits/interface/form.txt"));
+    Locked([&] { list->MakeEmpty(); }); // the items go first
+}
