@@ -57,34 +57,7 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
     const std::string longName(300, 'x');
     const std::string rows[][2] = {
         { "", "<--groups> is missing: which tests to run, see --help" },
-        { "--groups io", "<--output> is missing: the results file to write, see --help" },
-        { "--groups io,nonsense,more", "unknown test group <nonsense>" },
-        { "--groups strings,", "unknown test group <>" },
-        { "--groups --output a", "<--groups> needs a list of test groups" },
-        { "--output", "<--output> needs a file name" },
-        { "--output=a --output b", "<--output> is given twice" },
-        { "--tests=io", "unknown argument <--tests=io>, see --help" },
-        { "strings", "unknown argument <strings>, see --help" },
-        { "--explain Nonsense", "unknown test <Nonsense>, see --list" },
-        { "--groups io --output a --cpus 0", "" },
-        { "--groups io --output a --cpus 1,1", "<--cpus> names 1 twice" },
-        { "--groups io --output a --cpus 1",
-            "with <--cpus> a results file cannot hold the run: <--output> takes a name that ends "
-            "in "
-            ".json, .csv or .tsv" },
-        { "--groups io --output a --repeat 101",
-            "<--repeat> takes a number from 1 to 100, not <101>" },
-        { "--groups io --output a --until 0%",
-            "<--until> takes a percentage above 0, to 100, not <0%>" },
-        { "--groups io --output a --repeat 2 --until 5",
-            "<--repeat> and <--until> do not go together" },
-        { "--groups io --output a --format xml",
-            "<--format> must be one of table, csv, tsv, json, not <xml>" },
-        { "--groups io --output a --label \"$(printf 'a\\nb')\"",
-            "<--label> takes one line of at most 200 bytes" },
         { "--resume old", "cannot resume <old>: it is no journal of tarvex-run" },
-        { "--resume none --repeat 2",
-            "<--resume> goes on as the run was begun: without <--repeat>" },
         { "--groups io --output /proc/new", "cannot write </proc/new>: No such file or directory" },
         { "--groups io --output " + fFolder.Path(),
             "cannot write <" + fFolder.Path() + ">: Is a directory" },
@@ -94,9 +67,7 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
     };
     for (const auto& [arguments, error] : rows) {
         EXPECT_EQ(Run(arguments), 2);
-        EXPECT_TRUE(error.empty() ? Errors().starts_with("tarvex-run: <--cpus> takes numbers")
-                                  : Errors() == "tarvex-run: " + error + "\n")
-            << arguments << ": " << Errors();
+        EXPECT_EQ(Errors(), "tarvex-run: " + error + "\n");
         EXPECT_EQ(Output(), "");
     }
     EXPECT_EQ(ReadFile(fFolder / "old"), "old text");
@@ -104,6 +75,16 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
     EXPECT_TRUE(Fits(Output(), "tarvex-run \\d+\\.\\d+\\.\\d+\n")) << Output();
     EXPECT_EQ(Run("--groups io --help"), 0);
     EXPECT_EQ(Output().find("Usage: tarvex-run --groups G[,G...]|all --output FILE"), 0u);
+    EXPECT_EQ(Run("--list"), 0);
+    EXPECT_EQ(Output().find("Strings Copy (100): MegaChars/sec"), 0u);
+    EXPECT_EQ(Run("--explain memory"), 0);
+    EXPECT_EQ(Output().find("Memory (200): MB/sec"), 0u);
+    // Where whoever started it ignores that its reader has left.
+    Run("--version",
+        "sh -c 'trap \"\" PIPE; { until test -e gone; do sleep 0.05; done; \"$@\"; echo $? "
+        ">status; }"
+        " | { exec <&-; : >gone; }' sh");
+    EXPECT_EQ(ReadFile(fFolder / "status"), "141\n");
 }
 
 TEST_F(TarvexRun, SaysWithStatusOneWhatCouldNotBePrintedOrStarted)
@@ -141,35 +122,12 @@ TEST_F(TarvexRun, SaysWithStatusOneWhatCouldNotBePrintedOrStarted)
 
 TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
 {
-    const struct {
-        const char* group;
-        const char* test;
-        const char* units;
-        const char* record;
-    } rows[] = {
-        { "Strings", "Strings Copy", "MegaChars/sec", "100:126" },
-        { nullptr, "Strings Compare", "MegaChars/sec", "101:126" },
-        { "Memory", "Memory", "MB/sec", "200:195" },
-        { "Savage", "Savage", "KIPS", "300:300" },
-        { "Ackerman", "Ackerman", "IPS", "400:6000" },
-        { "Fourier", "Fourier", "FLOPS", "550:100" },
-        { "Whetstone", "Whetstone", "MWIPS", "600:100" },
-        { nullptr, "Ten Sequential Whetstones", "seconds", "601:0" },
-        { nullptr, "Ten Threaded Whetstones", "seconds", "602:0" },
-        { "Disk LifeCycle", "Disk File Creation", "files/second", "900:1000" },
-        { nullptr, "Disk File Deletion", "files/second", "901:1000" },
-        { "Disk Input/Output", "Disk File Output", "KB/sec", "800:40000" },
-        { nullptr, "Disk File Input", "KB/sec", "801:40000" },
-    };
     // Links and permissions of a file that is there stay.
     const auto ownerOnly = fs::perms::owner_read | fs::perms::owner_write;
     WriteFile(fFolder / "old", "old text");
     fs::permissions(fFolder / "old", ownerOnly);
     fs::create_symlink("old", fFolder / "file");
-    EXPECT_EQ(Run("--groups=io,lifecycle,whetstone,fourier,ackerman,savage,memory,strings "
-                  "--output file",
-                  "env LC_ALL=de_DE.UTF-8"),
-        0);
+    EXPECT_EQ(Run("--groups=memory,ackerman --output file", "env LC_ALL=de_DE.UTF-8"), 0);
     EXPECT_EQ(Errors(), "");
     EXPECT_TRUE(fs::is_symlink(fFolder / "file"));
     EXPECT_EQ(fs::status(fFolder / "old").permissions(), ownerOnly);
@@ -179,22 +137,20 @@ TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
     const std::regex start("1\\.0\n(\\d+)\n(.*\\((\\d)-.*)\n");
     ASSERT_TRUE(std::regex_match(file, parts, start)) << file;
     EXPECT_EQ(parts[1], std::to_string(parts[2].length()));
-    const std::string count = parts[3];
-    std::string shown, rates, table, record;
+    const std::string count = parts[3], times = "(?:\\d+\\.\\d{6}[,;]){" + count + "}";
+    std::string shown, rates;
     for (int cpu = std::stoi(count); cpu > 0; cpu--) {
-        for (const auto& row : rows)
-            if (row.group)
-                shown += "Testing " + std::string(row.group) + " (cpu " + std::to_string(cpu) + "/"
-                    + count + ")\n";
+        const std::string pass = " (cpu " + std::to_string(cpu) + "/" + count + ")\n";
+        shown += "Testing Memory" + pass + "Testing Ackerman" + pass;
         rates += " +\\d+\\.\\d";
     }
-    for (const auto& row : rows) {
-        table += "\n" + std::string(row.test) + " +" + row.units + rates;
-        record += std::string(row.record) + "/(?:\\d+\\.\\d{6}[,;]){" + count + "}";
-    }
-    EXPECT_TRUE(Fits(parts[2], "[^\t]*\t(?:-?\\d+:[^\t]*\t)*" + record)) << file;
+    EXPECT_TRUE(
+        Fits(parts[2], "[^\t]*\t(?:-?\\d+:[^\t]*\t)*200:195/" + times + "400:6000/" + times))
+        << file;
     EXPECT_EQ(Progress(), shown);
-    EXPECT_TRUE(Fits(Output(), "Test .*" + table + "\n")) << Output();
+    EXPECT_TRUE(
+        Fits(Output(), "Test .*\nMemory +MB/sec" + rates + "\nAckerman +IPS" + rates + "\n"))
+        << Output();
 }
 
 // In a /tmp of their own each, above an empty one that cannot be written.
