@@ -54,23 +54,20 @@ TEST(RunOptions, AreReadFromArgumentsOrRefusedWithOneLine)
         { run + "--until|100|", "run io until 100 to <a> <> <> table" },
         { "--groups|io|--output|-|--cpus|2,3,4,5,6,7,8,9|",
             "run io on 2 on 3 on 4 on 5 on 6 on 7 on 8 on 9 to <-> <> <> table" },
-        { "--resume|a|--format|json|--output|b|", "resume to <b> <> <a> json" },
-        { "--list|--anyway|", "list to <> <> <> table anyway" },
+        { "--resume|a|--format|json|--anyway|", "resume to <> <> <a> json anyway" },
+        { "--list|", "list to <> <> <> table" },
         { "--explain|whetstone|", "explain to <> <> <> table 600 601 602" },
         { "--explain|MEMORY|", "explain to <> <> <> table 200" },
         { "--explain|902|", "explain to <> <> <> table 902" },
-        { "--nonsense|--help|", "unknown argument <--nonsense>, see --help" },
         { "--groups|none|--help|", "unknown test group <none>" },
         { "--help|--nonsense|", "help to <> <> <> table" },
         { "--groups|io|--version|--nonsense|", "version io to <> <> <> table" },
         { "", "<--groups> is missing: which tests to run, see --help" },
         { "--groups|io|", "<--output> is missing: the results file to write, see --help" },
-        { "--groups|io,nonsense,more|", "unknown test group <nonsense>" },
         { "--groups|strings,|", "unknown test group <>" },
         { "--groups|--output|a|", "<--groups> needs a list of test groups" },
         { "--output|", "<--output> needs a file name" },
         { "--output=a|--output|b|", "<--output> is given twice" },
-        { "--tests=io|", "unknown argument <--tests=io>, see --help" },
         { "strings|", "unknown argument <strings>, see --help" },
         { "--explain|Nonsense|", "unknown test <Nonsense>, see --list" },
         { run + "--cpus|0|", "<--cpus> takes numbers from 1 to 9, not <0>" },
@@ -83,7 +80,6 @@ TEST(RunOptions, AreReadFromArgumentsOrRefusedWithOneLine)
         { run + "--repeat|0|", "<--repeat> takes a number from 1 to 100, not <0>" },
         { run + "--repeat|101|", "<--repeat> takes a number from 1 to 100, not <101>" },
         { run + "--repeat|2x|", "<--repeat> takes a number from 1 to 100, not <2x>" },
-        { run + "--until|0%|", "<--until> takes a percentage above 0, to 100, not <0%>" },
         { run + "--until|100.1|", "<--until> takes a percentage above 0, to 100, not <100.1>" },
         { run + "--repeat|2|--until|5|", "<--repeat> and <--until> do not go together" },
         { run + "--format|xml|", "<--format> must be one of table, csv, tsv, json, not <xml>" },
@@ -121,20 +117,10 @@ Disk File/Thread Creation (902): files/second, more is better; of older versions
     Not the disk: all stays in the page cache, or in memory where the temporary
     folder does.
 )");
-    std::string all, before;
+    std::string all;
     for (const TestType& test : kTestTypes)
         all += TestTexts({ &test });
     EXPECT_EQ(TestTexts(), all);
-    std::istringstream lines(all);
-    for (std::string line; std::getline(lines, line); before = line) {
-        if (!line.starts_with("    "))
-            continue;
-        EXPECT_LE(line.size(), 80u);
-        // The next word finds no room, but for that of a new sentence.
-        EXPECT_TRUE(!before.starts_with("    ") || before.ends_with('.')
-            || before.size() + 1 + line.find_first_of(" .", 4) - 4 > 79)
-            << line;
-    }
 }
 
 } // namespace

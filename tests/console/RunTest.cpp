@@ -72,13 +72,6 @@ protected:
         EXPECT_TRUE(record) << name;
         return record ? *record : RunRecord();
     }
-    std::set<std::string> Files() const
-    {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(fFolder.Path()))
-            names.insert(entry.path().filename());
-        return names;
-    }
 
     const MachineTree fTree;
     const RootGuard fRoot;
@@ -98,11 +91,8 @@ TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
     EXPECT_TRUE(std::regex_match(
         record.started, std::regex("\\d{4}(-\\d\\d){2}T\\d\\d(:\\d\\d){2}[-+]\\d\\d:\\d\\d")));
     EXPECT_EQ(record.series.size() * 10 + record.series.back().spans.size(), 24u);
-    MachineState state;
-    state.load1 = 9.5;
-    state.load5 = 0.25;
-    state.load15 = 0.5;
-    RunRecord known { { { "memory", "ackerman" }, { 1 }, 4, {} }, "x", record.started,
+    const MachineState state = ReadMachineState();
+    const RunRecord known { { { "memory", "ackerman" }, { 1 }, 4, {} }, "x", record.started,
         "AT Clone (1-Unknown@0/0MHz) 0MB RAM", ThisBuild(), ReadMachineDetails(),
         { { "load", kLoad } }, {}, "", {}, { { 1, { 0 }, {}, state, state } }, record.series,
         record.bestProbe };
@@ -122,7 +112,7 @@ TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
     const auto last = std::get<RunRecord>(RunFromJson(fShown));
     EXPECT_EQ(last.series.front().spans.size(), 50u);
     EXPECT_LE(last.bestProbe.core, record.bestProbe.core);
-    EXPECT_EQ(Files(), std::set<std::string>({ "a.json", "b" }));
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.json", "b" }));
 }
 
 TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
@@ -134,10 +124,7 @@ TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
     begun.machine = "AT Clone (1-Unknown@0/0MHz) 0MB RAM";
     begun.build = ThisBuild();
     begun.details = ReadMachineDetails();
-    const struct {
-        void (*change)(RunRecord&);
-        std::string why;
-    } rows[] = {
+    const std::pair<void (*)(RunRecord&), std::string> rows[] = {
         { [](RunRecord& run) { run.machine = "PC"; }, "it is of another machine <PC>" },
         { [](RunRecord& run) { run.details.processorModel = "Other"; },
             "it is of another machine <AT Clone (1-Unknown@0/0MHz) 0MB RAM>" },
@@ -145,20 +132,14 @@ TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
             "it is of another kernel <6.2>" },
         { [](RunRecord& run) { run.details.kernelVersion.reset(); },
             "it is of another kernel <6.1>" },
-        { [](RunRecord& run) {
-             run.build = { "1", "GNU", "" };
-         },
-            "it is of another version <1, GNU>" },
+        { [](RunRecord& run) { run.build.version = "1"; },
+            "it is of another version <1, " + ThisBuild().compiler + ">" },
         { [](RunRecord& run) { run.build.compiler = "GNU"; },
             "it is of another version <" + ThisBuild().version + ", GNU>" },
         { [](RunRecord& run) { run.build.flags = "-O3"; },
             "it is of another version <" + ThisBuild().version + ", " + ThisBuild().compiler
                 + ">" },
-        { [](RunRecord& run) {
-             run.plan.groups = { "ackerman", "all" };
-         },
-            "its groups are unknown" },
-        { [](RunRecord& run) { run.plan.groups = { "other" }; }, "its groups are unknown" },
+        { [](RunRecord& run) { run.plan.groups.push_back("all"); }, "its groups are unknown" },
     };
     const std::string output = fFolder / "out.json";
     for (const auto& [change, why] : rows) {
@@ -177,7 +158,7 @@ TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
     series.spans[0].seconds = 0.125;
     journal.Add(series);
     EXPECT_EQ(Told("--resume ./journal --output ./b.json").substr(0, 2), "0|");
-    EXPECT_EQ(Files(), std::set<std::string>({ "b.json" }));
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "b.json" }));
     const RunRecord record = Read("b.json");
     EXPECT_EQ(record.started + record.label, begun.started + begun.label);
     std::string told;
@@ -217,7 +198,7 @@ TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
     EXPECT_NE(Told("--groups graphics --output ./a").find(" (a Wayland session needs Xwayland): "),
         std::string::npos);
     EXPECT_EQ(ReadFile(fFolder / "a.journal"), "old text");
-    EXPECT_EQ(Files(), std::set<std::string>({ "a.journal", "b" }));
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.journal", "b" }));
 }
 
 TEST(RunLooper, RewritesItsLineOnATerminal)

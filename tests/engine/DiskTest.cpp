@@ -12,14 +12,6 @@ namespace {
 
 class DiskTest : public testing::Test {
 protected:
-    std::set<std::string> Names() const
-    {
-        std::set<std::string> names;
-        for (const auto& entry : fs::directory_iterator(fFolder.Path()))
-            names.insert(entry.path().filename());
-        return names;
-    }
-
     const TempFolder fFolder;
 };
 
@@ -53,7 +45,7 @@ TEST_F(DiskTest, NothingThatIsPlantedIsFollowedOrWaitedFor)
             EXPECT_EQ(file.error, 0);
         }
         EXPECT_EQ(ReadFile(kept), "precious");
-        EXPECT_EQ(Names(), std::set<std::string>({ "kept" }));
+        EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "kept" }));
     }
     fs::create_directory(path);
     BlockFile file(path.c_str());
@@ -72,11 +64,12 @@ TEST_F(DiskTest, WhatCannotBeDoneIsPassedOverAndTheFirstErrorTold)
     life.SetIndexRange(2, 5);
     EXPECT_EQ(life.Create() * 10 + life.failures, 1);
     EXPECT_EQ(life.error, EISDIR);
-    EXPECT_EQ(Names(), std::set<std::string>({ "file.2", "file.3", "file.4", "file.5", "file.6" }));
+    EXPECT_EQ(fFolder.Names(),
+        std::set<std::string>({ "file.2", "file.3", "file.4", "file.5", "file.6" }));
     fs::remove(fFolder / "file.2");
     EXPECT_EQ(life.Remove() * 10 + life.failures, 2);
     EXPECT_EQ(life.error, ENOENT);
-    EXPECT_EQ(Names(), std::set<std::string>({ "file.3", "file.6" }));
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "file.3", "file.6" }));
     EXPECT_EQ(InChild([&] {
         signal(SIGXFSZ, SIG_IGN);
         const rlimit two { 2 * BlockFile::kBlockSize, 2 * BlockFile::kBlockSize };

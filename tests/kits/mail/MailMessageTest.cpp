@@ -177,17 +177,14 @@ TEST_F(MailTest, AnAgentIsFoundWhereSystemsKeepItApartFromUsersPrograms)
     if (!CanMount())
         GTEST_SKIP() << "may not mount a file system";
     const std::string seen = fFolder + "/seen";
-    for (const bool isPathSet : { true, false }) {
-        EXPECT_EQ(InChild([&] {
-            isPathSet ? setenv("PATH", fFolder.c_str(), 1) : unsetenv("PATH");
-            EXPECT_TRUE(TakeOwnMounts());
-            EXPECT_EQ(mount("", "/usr/sbin", "tmpfs", 0, ""), 0);
-            WriteFile("/usr/sbin/sendmail", "#!/bin/sh\n/bin/cat >'" + seen + "'\n");
-            chmod("/usr/sbin/sendmail", 0755);
-            return fMail.Send(true) == B_OK && !HasFailure() ? 0 : 1;
-        }),
-            0);
-        EXPECT_NE(ReadFile(seen).find("results@tarvex.example"), std::string::npos);
-        std::filesystem::remove(seen);
-    }
+    EXPECT_EQ(InChild([&] {
+        unsetenv("PATH");
+        EXPECT_TRUE(TakeOwnMounts());
+        EXPECT_EQ(mount("", "/usr/sbin", "tmpfs", 0, ""), 0);
+        WriteFile("/usr/sbin/sendmail", "#!/bin/sh\n/bin/cat >'" + seen + "'\n");
+        chmod("/usr/sbin/sendmail", 0755);
+        return fMail.Send(true) == B_OK && !HasFailure() ? 0 : 1;
+    }),
+        0);
+    EXPECT_NE(ReadFile(seen).find("results@tarvex.example"), std::string::npos);
 }
