@@ -2,6 +2,7 @@
 
 #include "results/RunFile.h"
 #include "tests/results/MadeRuns.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <clocale>
@@ -97,37 +98,8 @@ TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
 
 TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
 {
-    const std::string rows[][2] = {
-        { "", "<--compare> needs results files" },
-        { "old.results --fail-below 1",
-            "<old.results> holds one machine, and there is no other to compare" },
-        { "none --chart a.gif",
-            "cannot write <a.gif>: a picture's name ends in .svg, .png or .pdf" },
-        { "none --scaling no/a.pdf", "cannot write <no/a.pdf>: No such file or directory" },
-        { "old.results --chart", "<--chart> needs a value, see --help" },
-        { "old.results --chart a.svg --scaling ./a.svg",
-            "<--chart> and <--scaling> name the same file" },
-        { "old.results --chart a.svg --test strings",
-            "<--test> takes one test, and <strings> has 2" },
-        { "old.results --chart a.svg --test memory", "no machine has a figure for <Memory>" },
-        { "old.results --scaling a.svg",
-            "<--scaling> needs figures at two processor counts or more" },
-        { "old.results --test sieve",
-            "<--test> is for <--chart> and <--scaling>: rows are chosen by <--tests>" },
-        { "old.results none", "cannot read <none>: No such file or directory" },
-        { "old.results --baseline .", "<.> holds 5 machines, and only one can be the baseline" },
-        { "old.results --groups all", "unknown argument <--groups> of <--compare>, see --help" },
-        { "old.results --sort size", "<--sort> must be one of test, percent, name, not <size>" },
-        { "old.results --format=", "<--format> needs a value, see --help" },
-        { "old.results --format csv --format csv", "<--format> is given twice" },
-        { "old.results --fail-below 5x", "<--fail-below> must be percent from 0 to 100, not <5x>" },
-        { "old.results --fail-below -1", "<--fail-below> must be percent from 0 to 100, not <-1>" },
-        { "old.results --fail-below nan",
-            "<--fail-below> must be percent from 0 to 100, not <nan>" },
-        { "old.results --tests sieve,", "unknown test <>" },
-    };
-    for (const auto& [arguments, error] : rows) {
-        EXPECT_EQ(Run("--compare " + arguments), 2);
+    for (const auto& [arguments, error] : ReadRows("console/data/compare-refused")) {
+        EXPECT_EQ(Run(arguments), 2);
         EXPECT_EQ(Errors(), "tarvex-run: " + error + "\n");
         EXPECT_EQ(Output(), "");
     }

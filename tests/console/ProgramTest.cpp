@@ -145,51 +145,6 @@ TEST_F(TarvexRun, ShowsAndWritesEveryRateOfEveryProcessorCountWhateverTheLocale)
         << Output();
 }
 
-// In a /tmp of their own each, above an empty one that cannot be written.
-TEST_F(TarvexRun, MeasuresTheDiskWhateverItsStateAndShowsNoRateOfWorkThatWasNotDone)
-{
-    if (system("unshare -rm mount -t tmpfs none /tmp") != 0)
-        GTEST_SKIP() << "may not mount a file system";
-    const auto notDone = [](const std::string& test, const std::string& why) {
-        return "<Disk File " + test + "> was not done: " + why + "\n";
-    };
-    const std::string file = "/tmp/\\.tarvex-temp-[0-9a-f]{16}/tarvex_io_test>\n";
-    const std::string noFile = "No such file or directory";
-    const std::string nowhere = notDone("Creation", noFile) + notDone("Deletion", noFile)
-        + "Error writing <" + file + notDone("Output", noFile) + "Error reading <" + file
-        + notDone("Input", noFile);
-    const std::string full = "No space left on device";
-    const struct {
-        std::string options, errors, measured;
-    } rows[] = {
-        { "size=1m", notDone("Output", full) + notDone("Input", "end of file"), "900 901 " },
-        { "nr_inodes=1", "No temporary folder below </tmp>: " + full + "\n" + nowhere, "" },
-        { "ro", "No temporary folder below </tmp>: Read-only file system\n" + nowhere, "" },
-        { "size=100m", "", "900 901 800 801 " },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.options);
-        fs::remove(fFolder / "file");
-        // The program is opened before: it may lie in /tmp too.
-        const int status = Run("--groups lifecycle,io --output file",
-            "env -u DISPLAY unshare -rm sh -c 'exec 9<\"$1\"; shift\nmount -t tmpfs none /tmp -o "
-            "ro\nmount -t tmpfs none /tmp -o "
-                + row.options
-                + "\ntaskset -c 0 /proc/self/fd/9 \"$@\"; status=$?\n"
-                  "ls -A /tmp >left; exit $status' sh");
-        EXPECT_EQ(status, row.errors.empty() ? 0 : 3);
-        EXPECT_TRUE(Fits(Errors(), row.errors)) << Errors();
-        EXPECT_EQ(ReadFile(fFolder / "left"), "");
-        const std::string record = File();
-        std::string measured;
-        const std::regex entry("(?:\t|;)([89]\\d\\d):");
-        for (std::sregex_iterator it(record.begin(), record.end(), entry), end; it != end; ++it)
-            measured += it->str(1) + " ";
-        EXPECT_EQ(measured, row.measured) << record;
-        EXPECT_EQ(record == "none", row.measured.empty());
-    }
-}
-
 TEST_F(TarvexRun, IsEndedBySignalsWithItsProcessorsOnAndNoFileWritten)
 {
     const struct {
@@ -222,21 +177,6 @@ TEST_F(TarvexRun, IsEndedBySignalsWithItsProcessorsOnAndNoFileWritten)
         " | { exec <&-; : >gone; }' sh taskset -c 0");
     EXPECT_EQ(ReadFile(fFolder / "status"), "141\n");
     EXPECT_FALSE(fs::exists(fFolder / "file"));
-}
-
-TEST_F(TarvexRun, WithoutADisplayLeavesOutTheGraphicsTestsAndRunsTheRest)
-{
-    const std::string line = "tarvex-run: no display: the tests of <graphics> are left out\n";
-    EXPECT_EQ(Run("--groups graphics,ackerman --output file", "env -u DISPLAY"), 3);
-    EXPECT_EQ(Errors(), line);
-    EXPECT_NE(File().find("\t400:6000/"), std::string::npos) << File();
-    EXPECT_EQ(File().find("\t1010:"), std::string::npos) << File();
-    EXPECT_EQ(Run("--groups graphics --output other", "env DISPLAY=:4711"), 3);
-    EXPECT_EQ(Errors() + Output(), line);
-    const char* const wayland = "env -u DISPLAY WAYLAND_DISPLAY=wayland-0";
-    EXPECT_EQ(Run("--groups graphics --output other", wayland), 3);
-    EXPECT_NE(Errors().find("Xwayland"), std::string::npos) << Errors();
-    EXPECT_FALSE(fs::exists(fFolder / "other"));
 }
 
 TEST_F(TarvexRun, EndsWhenItsDisplayDiesUnderTheGraphicsTests)

@@ -186,19 +186,7 @@ TEST_F(SittingTest, GoesOnByItsPlanAndSaysHowLongThatWillTake)
             1e3 * span.waited, span.isThrottled ? ", hot" : "");
     };
     EXPECT_EQ(sitting.Action(), 0);
-    EXPECT_EQ(gTold, R"(
-waits 1 s
-begins 4: 0123-0; Memory on 0123-0; steady
-Testing Ackerman (cpu 4/4), 22 left; no thread
-Testing Sieve (cpu 4/4), 22 left; Sieve on 0123-0; 1: 5 s for 400, 100 to 101 us, waited 1 ms
-Testing Memory (cpu 4/4), 17 left; Memory on 0123-0; 2: 2 s for 195, 100 to 101 us, waited 1 ms, hot
-Testing Sieve (cpu 4/4), 24 left; Sieve on 0123-0; 2: 5 s for 300, 100 to 101 us, waited 1 ms
-ends 4: 0123-0
-waits 1 s
-begins 1: 0-3; steady
-Testing Ackerman (cpu 1/4), 14 left; no thread
-Testing Memory (cpu 1/4), 9 left; Memory on 0-3; 2: 2 s for 195, 100 to 101 us, waited 1 ms
-ends 1: 0-3)");
+    EXPECT_EQ(gTold + "\n", "\n" + ReadFile(TARVEX_TESTS "/engine/data/sitting"));
     EXPECT_EQ(sitting.Record(),
         "200:195/1.750000,0.000000,0.000000,1.750000;700:400/5.833333,0.000000,0.000000;");
     EXPECT_EQ(sitting.record.bestProbe.core * 1e6, 90);
@@ -223,18 +211,7 @@ TEST_F(SittingTest, OnceIsAPassForEachProcessorAsInTheWindow)
     Told<Sitting> sitting(RunPlan {});
     EXPECT_EQ(sitting.Action(), 0);
     const std::string told = gTold;
-    EXPECT_EQ(told, R"(
-Testing Memory (cpu 4/4), 24 left; Memory on 0123-0
-Testing Sieve (cpu 4/4), 35 left; Sieve on 0123-0
-waits 1 s
-Testing Memory (cpu 3/4), 29 left; Memory on 012-1
-Testing Sieve (cpu 3/4), 25 left; Sieve on 012-1
-waits 1 s
-Testing Memory (cpu 2/4), 19 left; Memory on 01-2
-Testing Sieve (cpu 2/4), 15 left; Sieve on 01-2
-waits 1 s
-Testing Memory (cpu 1/4), 9 left; Memory on 0-3
-Testing Sieve (cpu 1/4), 5 left; Sieve on 0-3)");
+    EXPECT_EQ(told + "\n", "\n" + ReadFile(TARVEX_TESTS "/engine/data/once"));
     EXPECT_EQ(sitting.Record(),
         "200:195/2.000000,2.000000,2.000000,2.000000;700:400/5.000000,6.666667,5.000000,6.666667;");
 

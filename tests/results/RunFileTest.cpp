@@ -2,6 +2,7 @@
 
 #include "tests/foundation/LocaleGuard.h"
 #include "tests/results/SampleRun.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -131,62 +132,13 @@ TEST(RunFile, TablesHaveARowForEachTestAndCount)
 TEST(RunFile, WhatCannotBeIsOneLineWithItsField)
 {
     const std::string json = RunAsJson(SampleRun());
-    const struct {
-        const char* name;
-        const char* what;
-        const char* with;
-        const char* message;
-    } rows[] = {
-        { "newer", "\"schema\": 1", "\"schema\": 2",
-            "is of a newer Tarvex: its schema is 2, this one reads 1" },
-        { "schema of none", "\"schema\": 1", "\"schema\": 0",
-            "schema: must be a whole number from 1 to 1000000000" },
-        { "another program's", "\"schema\"", "\"scheme\"", "schema: is missing" },
-        { "text for a number", "\"seconds\":0.0043,", "\"seconds\":\"0.0043\",",
-            "series[0].spans[0].seconds: must be a number from 0 to 1e+18" },
-        { "below 0", "\"seconds\":0.0043,", "\"seconds\":-0.0043,",
-            "series[0].spans[0].seconds: must be a number from 0 to 1e+18" },
-        { "null where a number must be", "\"waited_seconds\":1e-05", "\"waited_seconds\":null",
-            "series[0].spans[0].waited_seconds: must be a number from 0 to 1e+18" },
-        { "NaN", "\"seconds\":0.0043,", "\"seconds\":NaN,", "is not JSON in line 22" },
-        { "infinite", "\"seconds\":0.0043,", "\"seconds\":1e999,",
-            "has a number that is too large" },
-        { "probe of 0", "\"best_probe_seconds\": 7e-05", "\"best_probe_seconds\": 0",
-            "best_probe_seconds: must be a number from 1e-18 to 1e+18" },
-        { "half a processor", "\"counts\":[2,", "\"counts\":[2.5,",
-            "plan.counts[0]: must be a whole number from 1 to 65536" },
-        { "more processors than int32", "\"used\":[0,", "\"used\":[4294967296,",
-            "passes[0].used[0]: must be a whole number from 0 to 65535" },
-        { "below every int64", "\"package\":-1", "\"package\":-9223372036854775809",
-            "system.processors[0].package: must be a whole number from -65536 to 65535" },
-        { "above every uint64", "\"microjoules\":4000", "\"microjoules\":18446744073709551616",
-            "passes[0].before.energy[0].microjoules: must be a whole number from 0 to "
-            "1000000000000000000" },
-        { "number for a text", "\"vendor\":\"The vendor\"", "\"vendor\":7",
-            "display.vendor: must be a text or null" },
-        { "NUL", "\"vendor\":\"The", "\"vendor\":\"The\\u0000",
-            "display.vendor: must not hold a NUL" },
-        { "no UTF-8", "The vendor", "The \xff", "is not JSON in line 12" },
-        { "half a surrogate", "The vendor", "The \\ud800", "is not JSON in line 12" },
-        { "unknown kind", "\"kind\":\"efficiency\"", "\"kind\":\"lazy\"",
-            "system.processors[1].kind: must be \"performance\", \"efficiency\" or null" },
-        { "object for a list", "\"off\":[]", "\"off\":{}", "passes[0].off: must be a list" },
-        { "list for an object",
-            "\"plan\": "
-            "{\"groups\":[\"ackerman\"],\"counts\":[2,1],\"repeats\":8,\"until_percent\":1.5}",
-            "\"plan\": []", "plan: must be an object" },
-        { "word for a flag", "\"throttled\":false", "\"throttled\":\"no\"",
-            "series[0].spans[0].throttled: must be true or false" },
-        { "key twice", "\"label\":", "\"label\": null, \"label\":", "has a key twice" },
-        { "series twice", "{\"test\":700,\"name\":\"Sieve\"", "{\"test\":400,\"name\":\"Sieve\"",
-            "series: has <Ackerman> twice at the same count" },
-        { "cut", "\n]\n}\n", "\n", "is not JSON in line 25" },
-        { "too deep", "\"label\":", "\"label\": [[[[[[[[[[[[[[[[[[[[", "is nested too deeply" },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(Again(Replaced(json, row.what, row.with)), row.message);
+    for (const auto& [change, message] : ReadRows("results/data/run-refused")) {
+        const size_t arrow = change.find(" => ");
+        EXPECT_EQ(
+            Again(Replaced(json, change.substr(0, arrow), change.substr(arrow + 4))), message);
     }
+    EXPECT_EQ(Again(Replaced(json, "The vendor", "The \xff")), "is not JSON in line 12");
+    EXPECT_EQ(Again(Replaced(json, "\n]\n}\n", "\n")), "is not JSON in line 25");
     EXPECT_EQ(Again(""), "is not JSON in line 1");
     EXPECT_EQ(Again("[]"), "is not a run of tarvex-run");
     EXPECT_EQ(Again(std::string(30 << 20, '[')), "is nested too deeply");
