@@ -35,8 +35,7 @@ TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocaleOrWhyNot)
     testing::internal::CaptureStderr();
     std::string why;
     EXPECT_FALSE(WriteResultsFile("/dev/full", results, &why));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Error writing </dev/full>: " + why + "\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error writing </dev/full>: " + why + "\n");
     EXPECT_EQ(why, strerror(ENOSPC));
     if (!german.IsSet())
         GTEST_SKIP() << "No locale de_DE.UTF-8 here: seen in the C locale only";

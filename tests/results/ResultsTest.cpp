@@ -28,38 +28,6 @@ TEST(Results, ATestIsKnownByItsExactDescription)
     EXPECT_EQ(results.Time(0), 1.75f);
 }
 
-TEST(Results, ATestLeftOutInAPassKeepsItsPlaceInTheOthersAlsoInTheRecord)
-{
-    const struct {
-        const char* test;
-        std::vector<float> times; // 0: left out
-    } rows[] = { { "Memory", { 1, 2, 4, 8 } }, { "Savage", { 2, 0, 1, 0 } },
-        { "Sieve", { 0, 0, 3, 5 } } };
-    Results run(true);
-    run.description = "PC (4-x@1/1MHz) 1MB RAM";
-    run.nbrCpus = 4;
-    run.cpu = 5;
-    for (size_t pass = 0; run.CycleCpu(); pass++)
-        for (const auto& row : rows)
-            if (row.times[pass] > 0)
-                run.NewTest(row.test, 10)->Time(row.times[pass]);
-    run.FillGaps();
-    char record[kRecordSize];
-    ASSERT_TRUE(run.Write(record));
-    Results read(false);
-    read.Read(record);
-    ASSERT_EQ(read.Size(), 3);
-    for (Results* results : { &run, &read }) {
-        const Metric* metric = results->First();
-        for (const auto& row : rows) {
-            EXPECT_EQ(std::vector<float>(metric->times, metric->times + metric->Slots()), row.times)
-                << row.test;
-            metric = results->Next();
-        }
-    }
-    EXPECT_EQ(read.Get(1L)->Rate(1), 0);
-}
-
 TEST(Results, AssignmentIsDeepAndKeepsWhatBelongsToTheTarget)
 {
     Results from(true);

@@ -67,22 +67,6 @@ TEST(RunRecord, SixCleanSpansSpeakForAll)
     EXPECT_FALSE(IsNarrow(series, kBest, 1000));
 }
 
-TEST(RunRecord, RepeatsAreToldAtTheBestClock)
-{
-    // The same work at three clocks, the last one drifting while it was measured.
-    Series series;
-    series.spans = { SpanOf(2), SpanOf(2.2), SpanOf(2.1, AtClock(1.1)) };
-    series.spans[1].probeBefore = series.spans[1].probeAfter = AtClock(1.1);
-    const std::vector<double> times = CleanTimesOf(series, kBest);
-    ASSERT_EQ(times.size(), 3u);
-    for (const double seconds : times)
-        EXPECT_DOUBLE_EQ(seconds, 2);
-    EXPECT_EQ(TimesOf(series), (std::vector<double> { 2, 2.2, 2.1 }));
-    EXPECT_EQ(CleanTimesOf(series, kUnknownBest), TimesOf(series));
-    series.spans = { SpanOf(2.1, AtClock(1.1)) };
-    EXPECT_DOUBLE_EQ(CleanTimesOf(series, kBest)[0], 2.1) << "a single span stands as measured";
-}
-
 TEST(RunRecord, AMomentOfAHighClockIsNotItsBest)
 {
     RunRecord record;
