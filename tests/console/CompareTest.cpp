@@ -51,45 +51,16 @@ protected:
 TEST_F(CompareProgram, ShowsEachRowWithItsVerdict)
 {
     EXPECT_EQ(Run("--compare before.json after.json"), 0);
-    EXPECT_EQ(Output(),
-        "Baseline: before.json\n"
-        "\n"
-        "Test      Units  CPUs  Baseline     Rate  Percent  Verdict             Why  Machine\n"
-        "Ackerman  IPS       4    5973.1   2449.0     41.0  slower                   after.json\n"
-        "Ackerman  IPS       1   11946.2  11946.2    100.0  no real difference       after.json\n");
+    std::string shown = Output();
     EXPECT_EQ(Run("--compare old.results - --sort percent <new.results"), 0);
-    EXPECT_EQ(Output(),
-        "Baseline: old.results\n"
-        "\n"
-        "Test                       Units    CPUs  Baseline   Rate  Percent  Verdict      Why"
-        "              Machine\n"
-        "Ten Sequential Whetstones  seconds     1     1.500  3.000     50.0  cannot tell  too few "
-        "repeats  standard input\n"
-        "Sieve                      IPS         1     400.0  200.0     50.0  cannot tell  too few "
-        "repeats  standard input\n");
+    EXPECT_EQ(shown + Output(), ReadFile(TARVEX_TESTS "/console/data/compared.table"));
     EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
 {
-    const struct {
-        const char* arguments;
-        int status;
-    } rows[] = {
-        { "before.json after.json", 0 },
-        { "before.json after.json --fail-below 58.9%", 4 },
-        { "before.json after.json --fail-below=59.1", 0 },
-        { "before.json --baseline after.json --fail-below 0", 0 },
-        { "before.json after.json --baseline ./after.json --fail-below 0", 0 },
-        { "before.json before.json --fail-below 0", 0 },
-        { "old.results new.results --fail-below 1", 5 },
-        { "before.json more.json --fail-below 60", 5 },
-        { "before.json more.json --fail-below 60 --tests ackerman", 0 },
-        { "before.json more.json --fail-below 50", 4 },
-        { "before.json after.json --tests sieve --fail-below 5", 5 },
-    };
-    for (const auto& [arguments, status] : rows)
-        EXPECT_EQ(Run(std::string("--compare ") + arguments), status) << arguments << Errors();
+    for (const auto& [arguments, status] : ReadRows("console/data/compare-status"))
+        EXPECT_EQ(std::to_string(Run(arguments)), status) << arguments << Errors();
     EXPECT_EQ(Errors(),
         "tarvex-run: nothing in common with the baseline, no test at the same processor count: "
         "<after.json>\n");

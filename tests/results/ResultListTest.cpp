@@ -114,24 +114,3 @@ TEST(ResultList, AFilesMachinesKeepToItsSizeInMemoryAndRealOnesAreAllKept)
     EXPECT_EQ(real.list.Size(), kReal);
     EXPECT_EQ(real.messages, "");
 }
-
-TEST(ResultList, TheCurrentMetricsGiveTheScaleAndMissingOnesAreReported)
-{
-    Loaded loaded(FileOf("A (2-x)\t200:10/0.5,2.0;700:5/0.001,1;")
-        + FileOf("B (1-x)\t200:10/0.25;").substr(4) + FileOf("C\t").substr(4));
-    ResultList& list = loaded.list;
-    testing::internal::CaptureStderr();
-    list.FirstCurrent();
-    EXPECT_EQ(list.MaxRate(), 40);
-    Metric sieve;
-    sieve.Description("Sieve");
-    list.MakeCurrent(sieve);
-    EXPECT_EQ(list.MaxRate(), 5000);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Unable to make first current <C>\n"
-        "Unable to make given metric <Sieve> current\n"
-        "Unable to make given metric <Sieve> current\n");
-    EXPECT_EQ(list.First()->Current()->index, 700);
-    EXPECT_EQ(list.Next()->Current(), nullptr);
-    EXPECT_EQ(ResultList().MaxRate(), 0);
-}

@@ -15,19 +15,6 @@ bool Shows(const Results& results, const std::array<uint8, 256>& picture)
 
 } // namespace
 
-TEST(Results, ATestIsKnownByItsExactDescription)
-{
-    Results results(true);
-    Metric* sieve = results.NewTest("Sieve", 50);
-    EXPECT_EQ(results.NewTest("Sieve", 99), sieve);
-    EXPECT_EQ(sieve->cycles, 50);
-    EXPECT_NE(results.NewTest("sieve", 1), sieve);
-    sieve->Time(1.5f);
-    sieve->Time(4);
-    results.NewTest("sieve", 1)->Time(0.25f);
-    EXPECT_EQ(results.Time(0), 1.75f);
-}
-
 TEST(Results, AssignmentIsDeepAndKeepsWhatBelongsToTheTarget)
 {
     Results from(true);

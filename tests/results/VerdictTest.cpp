@@ -51,25 +51,6 @@ TEST(Judge, CallsADifferenceRealOnlyBeyondTheLeast)
     }
 }
 
-TEST(Judge, TellsNothingOfRowsThatDoNotCompareAndDoesNotCountThem)
-{
-    std::vector<Row> rows(23, Faster(6)); // one more would be too many
-    const Untold reasons[] = { Untold::kMarked, Untold::kOtherVersion, Untold::kOtherCompiler,
-        Untold::kOtherDisplay };
-    for (const Untold reason : reasons) { // the first with enough repeats, the others with fewer
-        rows.push_back(Faster(reason == Untold::kMarked ? 6 : 3));
-        rows.back().untold = reason;
-    }
-    const auto judged = Judge(rows);
-    EXPECT_DOUBLE_EQ(judged[0].p.value_or(NAN), 23 * SmallestReachable(6, 6));
-    for (size_t i = 23; i < judged.size(); i++) {
-        EXPECT_EQ(judged[i].verdict, Verdict::kCannotTell);
-        EXPECT_EQ(judged[i].untold, reasons[i - 23]);
-        EXPECT_DOUBLE_EQ(judged[i].speed.value(), 2);
-        EXPECT_FALSE(judged[i].p);
-    }
-}
-
 TEST(Judge, SaysWhereRepeatsAreTooFewForSoManyRows)
 {
     const struct {
