@@ -5,41 +5,6 @@
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/Test.h"
 
-namespace {
-
-bool Shows(const Results& results, const std::array<uint8, 256>& picture)
-{
-    return results.icon->BitsLength() == 256
-        && memcmp(results.icon->Bits(), picture.data(), picture.size()) == 0;
-}
-
-} // namespace
-
-TEST(Results, AssignmentIsDeepAndKeepsWhatBelongsToTheTarget)
-{
-    Results from(true);
-    from.description = "A (4-x)";
-    from.frame.Set(0, 0, 9, 9);
-    from.Contains(BPoint(1, 1));
-    from.NewTest("Memory", 10)->Time(0.5f);
-    auto device = std::make_unique<RelatedDevices>();
-    device->Description(2, "Network");
-    ASSERT_TRUE(from.devices.Insert(device.release()));
-
-    Results to(false);
-    to.NewTest("Old", 1);
-    to = from;
-    from.NewTest("Memory", 10)->Description("Changed");
-    from.devices.First()->Description(3, "Changed");
-    EXPECT_TRUE(to == from);
-    EXPECT_TRUE(Shows(to, ProcessorOpen));
-    ASSERT_EQ(to.Size(), 1);
-    EXPECT_STREQ(to.First()->description, "Memory");
-    EXPECT_EQ(to.First()->times[0], 0.5f);
-    EXPECT_STREQ(to.devices.First()->description, "Network");
-    EXPECT_FALSE(to.current);
-}
-
 TEST(Results, FillTheseDevicesNamesTheScreenAndTheFirstDeviceOfEachClass)
 {
     const std::string folder = DataHome() / "tarvex";
