@@ -29,8 +29,8 @@ protected:
         chmod(path.c_str(), mode);
         return path;
     }
-    // "STATUS ERROR|" and " left to the user" of it, then what was said on standard error. The
-    // test's folder is FOLDER.
+    // "STATUS ERROR|" and " left to the user" of it, then what was said on standard error. Without
+    // the test's folder.
     std::string Sent(BMailMessage& mail)
     {
         testing::internal::CaptureStderr();
@@ -38,7 +38,7 @@ protected:
         const std::string told = std::to_string(status) + " " + mail.Error()
             + (mail.IsLeftToUser() ? "|left to the user|" : "|")
             + testing::internal::GetCapturedStderr();
-        return std::regex_replace(told, std::regex(fFolder), "FOLDER");
+        return std::regex_replace(told, std::regex(fFolder + "/"), "");
     }
 
     const std::string kText = "Results for : a PC.\n.\nFrom here to \u03a9.";
@@ -88,7 +88,7 @@ TEST_F(MailTest, GoesToTheAgentWhole)
     std::filesystem::remove(enclosure);
     EXPECT_EQ(Sent(mail),
         std::to_string(B_ENTRY_NOT_FOUND)
-            + " the mail cannot be written|Error reading <FOLDER/a b.zip>\n");
+            + " the mail cannot be written|Error reading <a b.zip>\n");
 }
 
 TEST_F(MailTest, IsRefusedByItsAgentForAReason)
@@ -98,14 +98,13 @@ TEST_F(MailTest, IsRefusedByItsAgentForAReason)
         { "#!/bin/sh\necho 'queued' >&2\n", "0 |queued\n" },
         { "#!/bin/sh\nexit 75\n",
             kFailed
-                + " FOLDER/sendmail ended with status 75|<FOLDER/sendmail> did not take the "
+                + " sendmail ended with status 75|<sendmail> did not take the "
                   "mail\n" },
         { "#!/bin/sh\nkill -9 $$\n",
-            kFailed + " FOLDER/sendmail was ended|<FOLDER/sendmail> did not take the mail\n" },
+            kFailed + " sendmail was ended|<sendmail> did not take the mail\n" },
         { "#!/bin/sh\nprintf '\\nno\\r\\nroom' >&2\nexit 1\n",
-            kFailed + " no|\nno\r\nroom<FOLDER/sendmail> did not take the mail\n" },
-        { "#!/none\n",
-            kNotRun + " FOLDER/sendmail cannot be run|<FOLDER/sendmail> cannot be run\n" },
+            kFailed + " no|\nno\r\nroom<sendmail> did not take the mail\n" },
+        { "#!/none\n", kNotRun + " sendmail cannot be run|<sendmail> cannot be run\n" },
     };
     for (const auto& [agent, told] : rows) {
         File("sendmail", agent, 0755);
