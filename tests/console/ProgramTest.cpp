@@ -54,16 +54,10 @@ protected:
 TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
 {
     WriteFile(fFolder / "old", "old text");
-    const std::string longName(300, 'x');
     const std::string rows[][2] = {
         { "", "<--groups> is missing: which tests to run, see --help" },
         { "--resume old", "cannot resume <old>: it is no journal of tarvex-run" },
         { "--groups io --output /proc/new", "cannot write </proc/new>: No such file or directory" },
-        { "--groups io --output " + fFolder.Path(),
-            "cannot write <" + fFolder.Path() + ">: Is a directory" },
-        { "--groups io --output old/file", "cannot write <old/file>: Not a directory" },
-        { "--groups io --output " + longName,
-            "cannot write <" + longName + ">: File name too long" },
     };
     for (const auto& [arguments, error] : rows) {
         EXPECT_EQ(Run(arguments), 2);

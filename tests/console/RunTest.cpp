@@ -67,10 +67,7 @@ protected:
     }
     RunRecord Read(const std::string& name) const
     {
-        const auto read = RunFromJson(ReadFile(fFolder / name));
-        const auto* record = std::get_if<RunRecord>(&read);
-        EXPECT_TRUE(record) << name;
-        return record ? *record : RunRecord();
+        return std::get<RunRecord>(RunFromJson(ReadFile(fFolder / name)));
     }
 
     const MachineTree fTree;

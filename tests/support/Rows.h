@@ -1,8 +1,9 @@
 // Tables that are too long for a test's text, as files beside it.
 #pragma once
 
-#include <fstream>
 #include <gtest/gtest.h>
+
+#include <fstream>
 #include <string>
 #include <vector>
 
