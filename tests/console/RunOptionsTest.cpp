@@ -23,7 +23,7 @@ std::string Told(const std::vector<std::string>& arguments)
     const char* const tasks[] = { "run", "resume", "list", "explain", "help", "version" };
     const char* const formats[] = { "table", "csv", "tsv", "json" };
     std::ostringstream told;
-    told << tasks[int(options.task)];
+    told << tasks[static_cast<int>(options.task)];
     EXPECT_EQ(options.groups.size(), options.plan.groups.size());
     for (const std::string& key : options.plan.groups)
         told << " " << key;
@@ -34,7 +34,7 @@ std::string Told(const std::vector<std::string>& arguments)
     if (options.plan.untilPercent)
         told << " until " << *options.plan.untilPercent;
     told << " to <" << options.output << "> <" << options.label << "> <" << options.journal << "> "
-         << formats[int(options.format)] << (options.anyway ? " anyway" : "");
+         << formats[static_cast<int>(options.format)] << (options.anyway ? " anyway" : "");
     for (const TestType* test : options.tests)
         told << " " << test->id;
     return told.str();

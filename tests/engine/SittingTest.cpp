@@ -54,6 +54,9 @@ using Time = std::chrono::steady_clock::time_point;
 
 } // namespace
 
+#ifdef __clang__ // the names are mangled by hand, so the types of C++ are no mistake
+#pragma clang diagnostic ignored "-Wreturn-type-c-linkage"
+#endif
 extern "C" {
 bigtime_t __wrap__Z11system_timev()
 {
@@ -62,7 +65,7 @@ bigtime_t __wrap__Z11system_timev()
 status_t __wrap__Z6snoozel(bigtime_t micros)
 {
     gNow += micros;
-    Tell("\nwaits %g s", double(micros) / 1e6);
+    Tell("\nwaits %g s", static_cast<double>(micros) / 1e6);
     return B_OK;
 }
 int __wrap_rand()
@@ -181,9 +184,10 @@ TEST_F(SittingTest, GoesOnByItsPlanAndSaysHowLongThatWillTake)
         if (!series.undone.empty())
             return Tell("; %s", series.undone.c_str());
         const Span& span = series.spans.back();
-        Tell("; %d: %g s for %g, %g to %g us, waited %g ms%s", int(series.spans.size()),
-            span.seconds, span.work, 1e6 * span.probeBefore.core, 1e6 * span.probeAfter.core,
-            1e3 * span.waited, span.isThrottled ? ", hot" : "");
+        Tell("; %d: %g s for %g, %g to %g us, waited %g ms%s",
+            static_cast<int>(series.spans.size()), span.seconds, span.work,
+            1e6 * span.probeBefore.core, 1e6 * span.probeAfter.core, 1e3 * span.waited,
+            span.isThrottled ? ", hot" : "");
     };
     EXPECT_EQ(sitting.Action(), 0);
     EXPECT_EQ(gTold + "\n", "\n" + ReadFile(TARVEX_TESTS "/engine/data/sitting"));
@@ -199,7 +203,8 @@ TEST_F(SittingTest, RepeatsUntilEachIntervalIsNarrow)
     EXPECT_EQ(sitting.Action(), 0);
     gTold.erase(gTold.find("\nTesting Sieve"));
     for (const Series& series : sitting.record.series)
-        Tell("\n%s %d: %d", series.test->name, series.processors, int(series.spans.size()));
+        Tell("\n%s %d: %d", series.test->name, series.processors,
+            static_cast<int>(series.spans.size()));
     EXPECT_EQ(gTold,
         "\nwaits 1 s; Memory on 0123-0; steady\nTesting Memory (cpu 4/4), -1 left; Memory on 0123-0"
         "\nMemory 4: 6\nSieve 4: 50\nMemory 3: 6\nSieve 3: 50\nMemory 2: 6\nSieve 2: 50"
