@@ -221,11 +221,10 @@ TEST(RunLooper, RewritesItsLineOnATerminal)
     status_t value = 0;
     wait_for_thread(thread, &value);
     dup2(before, STDERR_FILENO);
-    for (const int file : { before, end })
-        close(file);
     char text[200] = "";
     EXPECT_GT(read(terminal, text, sizeof text - 1), 0);
-    close(terminal);
+    for (const int file : { before, end, terminal })
+        close(file);
     EXPECT_STREQ(text,
         "\x1b[KTesting, 60:05 left\r\x1b[KTesting, 1:00 left\r\x1b[KTesting, 0:09 left\r"
         "\x1b[KTesting, 0:00 left\r\x1b[KTesting\r\x1b[K");

@@ -20,17 +20,6 @@ std::string Told(const std::string& bytes)
     return told;
 }
 
-TEST(ArchiveFiles, OfEachKindAreRead)
-{
-    EXPECT_FALSE(IsArchive("1.0\n19\n"));
-    for (const Packing packing : { Packing::kZip, Packing::kTar, Packing::kTarGz }) {
-        EXPECT_EQ(Told(MadeArchive(packing,
-                      { { "folder/", "", AE_IFDIR, "" }, { "folder/one", "1" }, { "a..b", "2" } })),
-            "folder/one=1;a..b=2;");
-        EXPECT_EQ(Told(MadeArchive(packing, { { "empty", "" } })), "empty=;");
-    }
-}
-
 TEST(ArchiveFiles, AreRefusedWhereTheArchiveIsNotToBeTrusted)
 {
     const struct {
