@@ -37,8 +37,8 @@ public:
     // Hands the message over and waits until it was taken. The agent keeps what it cannot deliver
     // at once, so sendNow makes no difference. B_BAD_VALUE: no "To: "; B_ENTRY_NOT_FOUND: an
     // enclosure cannot be read; B_LAUNCH_FAILED, with a line on standard error: there is neither
-    // agent nor mailer; B_ERROR, likewise: it refused the message; B_DEVICE_FULL: the temporary
-    // files leave no room for it.
+    // agent nor mailer, or it cannot be run; B_ERROR, likewise: it refused the message;
+    // B_DEVICE_FULL: the temporary files leave no room for it.
     status_t Send(bool sendNow = false, bool removeAfterSending = false);
     // Beside the platform's calls, of the last Send(). Why it did not work, for people: what the
     // agent said first, or that there is none; empty if it worked.

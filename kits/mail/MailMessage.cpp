@@ -15,13 +15,15 @@
 
 namespace {
 
-// Writes headers, text and enclosures as a MIME message into the open file. B_LAUNCH_FAILED, with a
-// line on standard error: the library cannot be loaded; else as its function.
+// Writes headers, text and enclosures as a MIME message into the open file, and goes back to its
+// beginning. B_LAUNCH_FAILED, with a line on standard error: the library cannot be loaded; else as
+// its function.
 status_t WriteMimeMessage(const MailParts& parts, int file)
 {
     using Write = decltype(&tarvex_write_mime_message);
     const auto write = OwnFunction<Write>("mime", "tarvex_write_mime_message");
-    return write ? write(parts, file) : B_LAUNCH_FAILED;
+    const status_t status = write ? write(parts, file) : B_LAUNCH_FAILED;
+    return status == B_OK && lseek(file, 0, SEEK_SET) != 0 ? B_DEVICE_FULL : status;
 }
 
 // Sends what a program wrote on to standard error. Its first line is the result.
@@ -39,7 +41,8 @@ std::string TellErrors(FILE* errors)
 }
 
 // Runs a program found along PATH, with the open file as its input, and waits for its end. Where it
-// fails, why is what it said first, or how it ended.
+// fails, why is what it said first, or how it ended. B_LAUNCH_FAILED, and why empty: it cannot be
+// run.
 status_t RunProgram(const std::vector<std::string>& command, int input, std::string& why)
 {
     std::vector<char*> arguments;
@@ -94,12 +97,27 @@ std::string FindMailAgent()
     return "";
 }
 
-// Runs the agent with the message in the open file as its input. B_OK when it has taken the
-// message; B_LAUNCH_FAILED, B_ERROR: see BMailMessage::Send().
-status_t GiveToAgent(const std::string& agent, int file, std::string& why)
+// Runs the agent with the message as its input. B_OK when it has taken the message; else as
+// BMailMessage::Send(), and why for people.
+status_t GiveToAgent(const MailParts& parts, const std::string& agent, std::string& why)
 {
+    const std::unique_ptr<FILE, int (*)(FILE*)> message(tmpfile(), fclose);
+    if (!message) {
+        why = "there is no room for the mail";
+        return B_DEVICE_FULL;
+    }
+    status_t status = WriteMimeMessage(parts, fileno(message.get()));
+    if (status != B_OK) {
+        why = "the mail cannot be written";
+        return status;
+    }
     // -t: to whom the headers say; -oi: a line with a point alone does not end the message.
-    return RunProgram({ agent, "-oi", "-t" }, file, why);
+    status = RunProgram({ agent, "-oi", "-t" }, fileno(message.get()), why);
+    if (status == B_LAUNCH_FAILED) {
+        why = agent + " cannot be run";
+        fprintf(stderr, "<%s> cannot be run\n", agent.c_str());
+    }
+    return status;
 }
 
 // Opens the desktop's mailer with the message, for the user to send. The same errors.
@@ -110,7 +128,12 @@ status_t OpenInMailer(const MailParts& parts, std::string& why)
     for (const std::string& path : parts.enclosures)
         command.insert(command.end(), { "--attach", path });
     command.push_back(HeaderOr(parts, "To", ""));
-    return RunProgram(command, -1, why);
+    const status_t status = RunProgram(command, -1, why);
+    if (status == B_LAUNCH_FAILED) {
+        why = "there is neither sendmail nor xdg-email";
+        fprintf(stderr, "There is no mail agent: neither <sendmail> nor <xdg-email> can be run\n");
+    }
+    return status;
 }
 
 // "Subject: " and "Subject" are the same field.
@@ -169,35 +192,17 @@ status_t BMailMessage::AddEnclosure(const char* path, bool clobber)
 
 status_t BMailMessage::Send(bool, bool)
 {
-    fError.clear();
     fIsLeftToUser = false;
     if (fParts->headers.count("To") == 0) {
         fError = "it is to nobody";
         return B_BAD_VALUE;
     }
     const std::string agent = FindMailAgent();
-    status_t status = B_LAUNCH_FAILED;
-    if (!agent.empty()) {
-        FILE* message = tmpfile();
-        if (!message) {
-            fError = "there is no room for the mail";
-            return B_DEVICE_FULL;
-        }
-        status = WriteMimeMessage(*fParts, fileno(message));
-        if (status != B_OK)
-            fError = "the mail cannot be written";
-        else if (lseek(fileno(message), 0, SEEK_SET) == 0)
-            status = GiveToAgent(agent, fileno(message), fError);
-        fclose(message);
-    } else {
-        status = OpenInMailer(*fParts, fError);
-        fIsLeftToUser = status == B_OK;
-    }
-    if (status == B_OK)
+    const status_t status =
+        agent.empty() ? OpenInMailer(*fParts, fError) : GiveToAgent(*fParts, agent, fError);
+    if (status == B_OK) {
         fError.clear(); // what it said was no complaint
-    if (status == B_LAUNCH_FAILED && fError.empty())
-        fError = "there is neither sendmail nor xdg-email";
-    if (status == B_LAUNCH_FAILED)
-        fprintf(stderr, "There is no mail agent: neither <sendmail> nor <xdg-email> can be run\n");
+        fIsLeftToUser = agent.empty();
+    }
     return status;
 }

@@ -2,11 +2,9 @@
 
 #include "results/RunFile.h"
 #include "tests/results/MadeRuns.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <clocale>
-#include <nlohmann/json.hpp>
-#include <regex>
 #include <sys/wait.h>
 
 namespace {
@@ -52,45 +50,16 @@ protected:
 TEST_F(CompareProgram, ShowsEachRowWithItsVerdict)
 {
     EXPECT_EQ(Run("--compare before.json after.json"), 0);
-    EXPECT_EQ(Output(),
-        "Baseline: before.json\n"
-        "\n"
-        "Test      Units  CPUs  Baseline     Rate  Percent  Verdict             Why  Machine\n"
-        "Ackerman  IPS       4    5973.1   2449.0     41.0  slower                   after.json\n"
-        "Ackerman  IPS       1   11946.2  11946.2    100.0  no real difference       after.json\n");
+    std::string shown = Output();
     EXPECT_EQ(Run("--compare old.results - --sort percent <new.results"), 0);
-    EXPECT_EQ(Output(),
-        "Baseline: old.results\n"
-        "\n"
-        "Test                       Units    CPUs  Baseline   Rate  Percent  Verdict      Why"
-        "              Machine\n"
-        "Ten Sequential Whetstones  seconds     1     1.500  3.000     50.0  cannot tell  too few "
-        "repeats  standard input\n"
-        "Sieve                      IPS         1     400.0  200.0     50.0  cannot tell  too few "
-        "repeats  standard input\n");
+    EXPECT_EQ(shown + Output(), ReadFile(TARVEX_TESTS "/console/data/compared.table"));
     EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
 {
-    const struct {
-        const char* arguments;
-        int status;
-    } rows[] = {
-        { "before.json after.json", 0 },
-        { "before.json after.json --fail-below 58.9%", 4 },
-        { "before.json after.json --fail-below=59.1", 0 },
-        { "before.json --baseline after.json --fail-below 0", 0 },
-        { "before.json after.json --baseline ./after.json --fail-below 0", 0 },
-        { "before.json before.json --fail-below 0", 0 },
-        { "old.results new.results --fail-below 1", 5 },
-        { "before.json more.json --fail-below 60", 5 },
-        { "before.json more.json --fail-below 60 --tests ackerman", 0 },
-        { "before.json more.json --fail-below 50", 4 },
-        { "before.json after.json --tests sieve --fail-below 5", 5 },
-    };
-    for (const auto& [arguments, status] : rows)
-        EXPECT_EQ(Run(std::string("--compare ") + arguments), status) << arguments << Errors();
+    for (const auto& [arguments, status] : ReadRows("console/data/compare-status"))
+        EXPECT_EQ(std::to_string(Run(arguments)), status) << arguments << Errors();
     EXPECT_EQ(Errors(),
         "tarvex-run: nothing in common with the baseline, no test at the same processor count: "
         "<after.json>\n");
@@ -98,37 +67,8 @@ TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
 
 TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
 {
-    const std::string rows[][2] = {
-        { "", "<--compare> needs results files" },
-        { "old.results --fail-below 1",
-            "<old.results> holds one machine, and there is no other to compare" },
-        { "none --chart a.gif",
-            "cannot write <a.gif>: a picture's name ends in .svg, .png or .pdf" },
-        { "none --scaling no/a.pdf", "cannot write <no/a.pdf>: No such file or directory" },
-        { "old.results --chart", "<--chart> needs a value, see --help" },
-        { "old.results --chart a.svg --scaling ./a.svg",
-            "<--chart> and <--scaling> name the same file" },
-        { "old.results --chart a.svg --test strings",
-            "<--test> takes one test, and <strings> has 2" },
-        { "old.results --chart a.svg --test memory", "no machine has a figure for <Memory>" },
-        { "old.results --scaling a.svg",
-            "<--scaling> needs figures at two processor counts or more" },
-        { "old.results --test sieve",
-            "<--test> is for <--chart> and <--scaling>: rows are chosen by <--tests>" },
-        { "old.results none", "cannot read <none>: No such file or directory" },
-        { "old.results --baseline .", "<.> holds 5 machines, and only one can be the baseline" },
-        { "old.results --groups all", "unknown argument <--groups> of <--compare>, see --help" },
-        { "old.results --sort size", "<--sort> must be one of test, percent, name, not <size>" },
-        { "old.results --format=", "<--format> needs a value, see --help" },
-        { "old.results --format csv --format csv", "<--format> is given twice" },
-        { "old.results --fail-below 5x", "<--fail-below> must be percent from 0 to 100, not <5x>" },
-        { "old.results --fail-below -1", "<--fail-below> must be percent from 0 to 100, not <-1>" },
-        { "old.results --fail-below nan",
-            "<--fail-below> must be percent from 0 to 100, not <nan>" },
-        { "old.results --tests sieve,", "unknown test <>" },
-    };
-    for (const auto& [arguments, error] : rows) {
-        EXPECT_EQ(Run("--compare " + arguments), 2);
+    for (const auto& [arguments, error] : ReadRows("console/data/compare-refused")) {
+        EXPECT_EQ(Run(arguments), 2);
         EXPECT_EQ(Errors(), "tarvex-run: " + error + "\n");
         EXPECT_EQ(Output(), "");
     }
@@ -171,29 +111,10 @@ TEST_F(CompareProgram, GivesEqualNumbersInAllFormats)
     run.label = "Küche, \"alt\"\tlinks";
     AddTimes(run, gKAckerman, 4, 0.7 / 3, 6000);
     WriteFile(fFolder / "label.json", RunAsJson(run));
-    const std::string files = "--compare before.json label.json --format ";
-    ASSERT_EQ(Run(files + "json"), 0);
-    const nlohmann::json json = nlohmann::json::parse(Output());
-    ASSERT_EQ(json["rows"].size(), 1u);
-    const auto& row = json["rows"][0];
-    EXPECT_EQ(row["machine"], run.label);
-    EXPECT_EQ(row["verdict"], "faster");
-    EXPECT_NEAR(row["percent"], 300 / 0.7, 1e-9);
-    const std::string numbers =
-        row["baseline_rate"].dump() + "," + row["rate"].dump() + "," + row["percent"].dump();
-    ASSERT_EQ(Run(files + "csv"), 0);
-    const std::string csv = Output();
-    const std::string expected =
-        "400,Ackerman,IPS,more,4,before.json,\"Küche, \"\"alt\"\"\tlinks\","
-        "label.json,"
-        + numbers + ",faster,," + row["p"].dump() + ",10,10,,\n";
-    EXPECT_EQ(csv.substr(csv.find('\n') + 1), expected);
-    ASSERT_EQ(Run(files + "tsv"), 0);
-    std::string tsv = expected;
-    tsv.replace(tsv.find("\"K"), 23, "Küche; \"alt\" links");
-    std::replace(tsv.begin(), tsv.end(), ',', '\t');
-    tsv.replace(tsv.find(';'), 1, ",");
-    EXPECT_EQ(Output().substr(Output().find('\n') + 1), tsv);
+    for (const std::string format : { "json", "csv", "tsv" }) {
+        EXPECT_EQ(Run("--compare before.json label.json more.json --format " + format), 0);
+        EXPECT_EQ(Output(), ReadFile(TARVEX_TESTS "/console/data/compared." + format));
+    }
 }
 
 } // namespace

@@ -27,11 +27,7 @@ TEST(RunTable, WithoutRepeatsHasAColumnForEachProcessorCountOfThePlan)
     Add(record, TestNamed("Ten Threaded Whetstones"), 1, 0, { 1.5 }); // its time is its figure
     Add(record, TestNamed("Sieve"), 16, 1, { 2 });
     record.At(TestNamed("Sieve"), 16).undone = "its flags are wrong";
-    EXPECT_EQ(RunTable(record),
-        "Test                     Units              16 CPU       1 CPU\n"
-        "Strings Copy             MegaChars/sec      2000.0    333333.3\n"
-        "Ten Threaded Whetstones  seconds                 -         1.5\n"
-        "Sieve                    IPS                     -           -\n");
+    EXPECT_EQ(RunTable(record), ReadFile(TARVEX_TESTS "/console/data/run.table"));
 }
 
 TEST(RunTable, WithRepeatsSaysHowFarEachFigureCanBeTrusted)
@@ -43,14 +39,7 @@ TEST(RunTable, WithRepeatsSaysHowFarEachFigureCanBeTrusted)
     Add(record, TestNamed("Memory"), 2, 1, { 4e-3, 4e-3, 4e-3, 8e-3, 8e-3, 8e-3 }, 1.2e-4);
     Add(record, TestNamed("Savage"), 2, 300, { 0.1 }, 1e-4);
     record.At(TestNamed("Disk File Output"), 1).undone = "No space left on device";
-    EXPECT_EQ(RunTable(record),
-        "Test              Units   CPUs    Rate  +- %  CV %  n  Marks\n"
-        "Ackerman          IPS        2  5853.7   2.4   1.8  6  wide\n"
-        "Memory            MB/sec     2   166.7  33.3  36.5  6  shared (6 of 6), two speeds: "
-        "4.00 ms (50 %) and 8.00 ms (50 %), unsteady, wide\n"
-        "Savage            KIPS       2  3000.0     -     -  1  few\n"
-        "Disk File Output  KB/sec     1       -     -     -  0  not done: No space left on "
-        "device\n");
+    EXPECT_EQ(RunTable(record), ReadFile(TARVEX_TESTS "/console/data/repeated.table"));
     record.plan.untilPercent = 5;
     EXPECT_EQ(WideTests(record), "Memory (2 CPU), Savage (2 CPU)");
 }

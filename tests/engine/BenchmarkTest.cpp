@@ -1,33 +1,48 @@
-// Whole runs, which switch this machine's processors off and on.
-#include "engine/Sitting.h"
+// Whole runs with real tests, on a machine that is not there: none of its processors is switched.
+#include "engine/Benchmark.h"
+
 #include "Recorder.h"
+#include "tests/kits/kernel/MachineTree.h"
 #include "tests/support/NoThreads.h"
-#include "tests/support/OnlineProcessors.h"
 #include "tests/support/Test.h"
 
 #include <FindDirectory.h>
-#include <MachineRun.h>
 #include <Path.h>
+
+#include <regex>
 
 namespace {
 
-// Every run leaves the processors as it found them; if not, they are switched on here.
-class BenchmarkRun : public testing::Test {
+class BenchmarkTest : public testing::Test {
 protected:
-    void TearDown() override
-    {
-        EXPECT_EQ(ReadFile("/sys/devices/system/cpu/online"), fBefore);
-        for (int32 processor = 1; processor < fCount; processor++)
-            _kset_cpu_state_(processor, 1);
-    }
-
-    const std::string fBefore = OnlineProcessors();
+    const ThisMachine fTree {};
     Benchmark fBenchmark;
-    const int32 fCount = fBenchmark.results.nbrCpus;
     const ScopedRecorder fRecorder;
 };
 
-TEST_F(BenchmarkRun, LeavesOutTheTestsWhoseThreadsCannotBeMade)
+TEST_F(BenchmarkTest, MeasuresTheFixedWorkOfEachGroup)
+{
+    for (const GroupRun& group : kGroupRuns)
+        fBenchmark.*group.selected = group.key != "graphics";
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, true), B_OK);
+    const std::string errors = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(errors.find("not done"), errors.npos) << errors;
+    EXPECT_EQ(fRecorder.WaitFor(11)[7], "Testing Sieve (cpu 1/1)");
+    EXPECT_EQ(fRecorder.WaitFor(11).back(), "benchmark: 0");
+    char record[kRecordSize];
+    EXPECT_TRUE(fBenchmark.results.Write(record));
+    const std::regex measured("^.*\t|\\d+\\.\\d{6}|\\d+(?=/5\\.)");
+    EXPECT_EQ(std::regex_replace(record, measured, ""),
+        "100:126/;101:126/;200:195/;300:300/;400:6000/;500:1600000/;550:100/;600:100/;601:0/;602:0/"
+        ";700:/;900:1000/;901:1000/;800:40000/;801:40000/;");
+    for (const Metric& metric : fBenchmark.results)
+        EXPECT_STREQ(metric.units, MetricUnits(metric.index));
+    EXPECT_EQ(fBenchmark.results.devices.Size(), 1) << "the screen";
+    EXPECT_GE(fBenchmark.results.NewTest("Sieve", 1)->times[0], 5);
+}
+
+TEST_F(BenchmarkTest, LeavesOutTheTestsWhoseThreadsCannotBeMade)
 {
     const NoThreads noThreads;
     ASSERT_TRUE(fBenchmark.results.CycleCpu()); // the first pass
@@ -42,8 +57,11 @@ TEST_F(BenchmarkRun, LeavesOutTheTestsWhoseThreadsCannotBeMade)
     EXPECT_LT(fBenchmark.Go("benchmark", fRecorder.NewMessenger(), 20, false), B_OK);
 }
 
-TEST_F(BenchmarkRun, EndsWhenTheBenchmarkIsDestroyedAndLeavesNoFile)
+TEST_F(BenchmarkTest, EndsWhenItIsDestroyedAndLeavesNoFile)
 {
+    for (const char* number : { "0", "1" }) // for a second pass, that it does not end by itself
+        fTree.Write("sys/devices/system/cpu/cpu" + std::string(number) + "/online", "1");
+    kernel::Processors::SetRoot(fTree.Path());
     BPath folder;
     ASSERT_EQ(find_directory(B_COMMON_TEMP_DIRECTORY, &folder, true), B_OK);
     const std::pair<bool Benchmark::*, std::string> rows[] = { // and what shows it under way
@@ -66,46 +84,6 @@ TEST_F(BenchmarkRun, EndsWhenTheBenchmarkIsDestroyedAndLeavesNoFile)
         EXPECT_EQ(fRecorder.WaitFor(before).size(), before + 1) << "a killed thread reports no end";
         EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
     }
-}
-
-// In the order of the plan, group by group in each round; what the record holds already is not
-// measured again.
-TEST_F(BenchmarkRun, OfASittingMeasuresWhatItsRecordLacks)
-{
-    RunPlan plan;
-    plan.counts = { 1, fCount };
-    plan.repeats = 3;
-    if (fCount == 1)
-        plan.counts.pop_back();
-    Sitting sitting(plan);
-    sitting.memory = sitting.ackerman = true;
-    Series& known = sitting.record.At(TestNamed("Memory"), 1);
-    known.spans.resize(2);
-    known.spans[0].seconds = known.spans[1].seconds = 100;
-    std::vector<std::string> order;
-    sitting.onSpan = [&order](const Series& series) {
-        const int32 used = static_cast<int32>(ProcessorsInUse().used.size());
-        EXPECT_EQ(used, series.processors);
-        if (series.processors == 1)
-            order.push_back(series.test->name);
-        const Span& span = series.spans.back();
-        EXPECT_GT(span.seconds, 0);
-        for (const Probe& probe : { span.probeBefore, span.probeAfter }) {
-            EXPECT_GT(probe.core, 0);
-            EXPECT_GT(probe.clock, 0);
-        }
-        EXPECT_GT(span.work, 0);
-    };
-    ASSERT_EQ(sitting.Go("benchmark", nullptr, 20, true), B_OK);
-    EXPECT_EQ(order, std::vector<std::string>({ "Ackerman", "Ackerman", "Memory", "Ackerman" }));
-    for (const Series& series : sitting.record.series)
-        EXPECT_EQ(series.spans.size(), 3u) << series.test->name;
-    EXPECT_EQ(sitting.record.series.size(), 2 * plan.counts.size());
-    // As a results file holds it: the estimate, here the middle one of three.
-    Metric probe;
-    probe.Description("Memory");
-    ASSERT_TRUE(sitting.results.MakeCurrent(probe));
-    EXPECT_EQ(sitting.results.Current()->times[fCount - 1], 100.0f);
 }
 
 } // namespace

@@ -49,25 +49,12 @@ bool Bind(const Numbers& numbers)
     return sched_setaffinity(0, sizeof(mask), &mask) == 0;
 }
 
-int32 StayBound(void* processor)
-{
-    Bind({ *static_cast<int*>(processor) });
-    suspend_thread(find_thread(nullptr));
-    return 0;
-}
-
 // A whole run that counts only so many of the processors that the process may use, among threads of
-// every kind, one of them bound to a processor of its own. 0, or the line that went wrong.
+// every kind. 0, or the line that went wrong.
 int RunCounting(size_t count)
 {
     kernel::Processors::SetRoot("", count);
     static_cast<void>(BScreen(B_MAIN_SCREEN_ID).IsValid()); // whose server has threads too
-    int last = AllowedByThread().begin()->second.back();
-    const thread_id bound = spawn_thread(StayBound, "bound", B_NORMAL_PRIORITY, &last);
-    resume_thread(bound);
-    thread_info info {};
-    while (get_thread_info(bound, &info) == B_OK && info.state != B_THREAD_SUSPENDED)
-        snooze(100);
     const auto before = AllowedByThread();
 
     Benchmark benchmark;

@@ -1,6 +1,10 @@
 #include "engine/Disk.h"
 
+#include "tests/support/Child.h"
 #include "tests/support/Test.h"
+
+#include <cerrno>
+#include <sys/resource.h>
 
 namespace fs = std::filesystem;
 
@@ -8,14 +12,6 @@ namespace {
 
 class DiskTest : public testing::Test {
 protected:
-    std::set<std::string> Names() const
-    {
-        std::set<std::string> names;
-        for (const auto& entry : fs::directory_iterator(fFolder.Path()))
-            names.insert(entry.path().filename());
-        return names;
-    }
-
     const TempFolder fFolder;
 };
 
@@ -49,15 +45,41 @@ TEST_F(DiskTest, NothingThatIsPlantedIsFollowedOrWaitedFor)
             EXPECT_EQ(file.error, 0);
         }
         EXPECT_EQ(ReadFile(kept), "precious");
-        EXPECT_EQ(Names(), std::set<std::string>({ "kept" }));
+        EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "kept" }));
     }
     fs::create_directory(path);
+    BlockFile file(path.c_str());
+    EXPECT_FALSE(file.Open("wb"));
+    EXPECT_EQ(file.error, EEXIST);
+}
+
+TEST_F(DiskTest, WhatCannotBeDoneIsPassedOverAndTheFirstErrorTold)
+{
+    for (const char* folder : { "file.3", "file.6" })
+        fs::create_directory(fFolder / folder);
     FileLife life;
     life.SetPathPrefix((fFolder / "file").c_str());
-    life.Create();
-    EXPECT_EQ(life.failures, 1);
-    BlockFile file(path.c_str());
-    EXPECT_FALSE(file.Open("wb") || file.error == 0);
+    life.SetIndexRange(5, 4);
+    EXPECT_EQ(life.Create() * 10 + life.failures, 0);
+    life.SetIndexRange(2, 5);
+    EXPECT_EQ(life.Create() * 10 + life.failures, 1);
+    EXPECT_EQ(life.error, EISDIR);
+    EXPECT_EQ(fFolder.Names(),
+        std::set<std::string>({ "file.2", "file.3", "file.4", "file.5", "file.6" }));
+    fs::remove(fFolder / "file.2");
+    EXPECT_EQ(life.Remove() * 10 + life.failures, 2);
+    EXPECT_EQ(life.error, ENOENT);
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "file.3", "file.6" }));
+    EXPECT_EQ(InChild([&] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit two { 2 * BlockFile::kBlockSize, 2 * BlockFile::kBlockSize };
+        setrlimit(RLIMIT_FSIZE, &two);
+        BlockFile file((fFolder / "file").c_str());
+        if (!file.Open("wb") || !file.Write(1) || file.Write(3) || file.error != EFBIG)
+            return 1;
+        return !file.Close() && file.error == EFBIG && file.Open("rb") && file.Read(2) ? 0 : 2;
+    }),
+        0);
 }
 
 } // namespace

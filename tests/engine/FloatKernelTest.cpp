@@ -53,10 +53,4 @@ TEST(Fourier, TakesEveryStepAtItsStart)
     EXPECT_EQ((std::array { a[99], b[0], b[98] }), (std::array { 0.0, 7.0, 0.0 }));
 }
 
-TEST(Savage, AddsOneByEachStep)
-{
-    for (const long steps : { 0, 1, 10, 1000 })
-        EXPECT_NEAR(SavageSteps(steps), double(steps + 1), 1e-6) << steps;
-}
-
 } // namespace

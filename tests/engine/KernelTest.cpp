@@ -17,16 +17,6 @@ TEST(WordwiseLength, FindsTheEndInEveryPlaceOfAWordAndIsNotMisledByOtherBytes)
     }
 }
 
-TEST(Kernels, CopyCompareAndAllocate)
-{
-    char copy[16] = "###############";
-    CopyText(copy, "two words", 3);
-    EXPECT_EQ(std::string(copy, sizeof copy), std::string("two words\0#####\0", 16));
-    EXPECT_EQ(CompareText(copy, "two words", 4), 0);
-    EXPECT_LT(CompareText("two", copy, 1), 0);
-    EXPECT_EQ(AllocateAndClear(6), 6);
-}
-
 TEST(Ackerman, HasItsPublishedValues)
 {
     const int rows[][3] = { { 0, 0, 1 }, { 0, 41, 42 }, { 1, 0, 2 }, { 1, 5, 7 }, { 2, 0, 3 },

@@ -140,21 +140,3 @@ TEST(Proof, WorkThatIsNotDoneHasNoFigureAndSaysWhy)
         gKept = 0;
     }
 }
-
-TEST(Proof, AnUncountedRoundComesBeforeTheRepeats)
-{
-    RunPlan plan;
-    plan.repeats = 2;
-    Sitting sitting(plan);
-    sitting.record.plan.counts = { sitting.results.nbrCpus };
-    sitting.memory = sitting.ackerman = sitting.dhrystone = true;
-    testing::internal::CaptureStderr();
-    ASSERT_EQ(sitting.Go("benchmark", nullptr, 20, true), B_OK);
-    testing::internal::GetCapturedStderr();
-    std::vector<std::string> tests; // in the order of the first span
-    for (const Series& series : sitting.record.series) {
-        tests.emplace_back(series.test->name);
-        EXPECT_EQ(series.spans.size(), 2u);
-    }
-    EXPECT_EQ(tests, (std::vector<std::string> { "Memory", "Ackerman", "Dhrystone" }));
-}

@@ -6,51 +6,48 @@
 #include "tests/support/Test.h"
 
 #include <QImage>
+#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 namespace {
 
-// The texts of an SVG, the widths of its bars by their colours, and the lines of some colour that
-// are not upright, each by the height of its right end above its left one.
-struct Svg {
-    std::vector<std::string> texts;
-    std::map<std::string, std::vector<double>> bars;
-    std::map<std::string, std::vector<double>> rises;
-    std::string error; // of the XML
-
-    explicit Svg(const std::string& path)
-    {
-        const std::string file = ReadFile(path);
-        QXmlStreamReader reader(QByteArray::fromStdString(file));
-        std::string color;
-        std::string pen;
-        while (!reader.atEnd()) {
-            if (reader.readNext() != QXmlStreamReader::StartElement)
-                continue;
-            const auto value = [&reader](const char* name) {
-                return reader.attributes().value(QLatin1String(name)).toString();
-            };
-            if (reader.name() == QLatin1String("g")) {
-                color = value("fill").toStdString();
-                pen = value("stroke").toStdString();
-            } else if (reader.name() == QLatin1String("polyline")) {
-                const QStringList points = value("points").split(' ', Qt::SkipEmptyParts);
-                const auto y = [&](qsizetype i) { return points[i].split(',')[1].toDouble(); };
-                if (points.size() == 2 && y(0) != y(1))
-                    rises[pen].push_back(y(0) - y(1));
-            }
-            if (reader.name() == QLatin1String("rect") && value("height") == "11")
-                bars[color].push_back(value("width").toDouble());
-            else if (reader.name() == QLatin1String("text"))
-                texts.push_back(reader.readElementText().toStdString());
+// The texts of an SVG but for numbers, then, by their colours, the widths of its bars, and of
+// sloping lines how much higher the right end is.
+std::string Drawn(const std::string& path)
+{
+    const std::string file = ReadFile(path);
+    QXmlStreamReader reader(QByteArray::fromStdString(file));
+    QStringList texts;
+    std::map<QString, QString> shapes;
+    QString color, pen;
+    while (!reader.atEnd()) {
+        if (reader.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        const auto value = [&reader](const char* name) {
+            return reader.attributes().value(QLatin1String(name)).toString();
+        };
+        if (reader.name() == QLatin1String("g")) {
+            color = value("fill");
+            pen = value("stroke");
+        } else if (reader.name() == QLatin1String("polyline")) {
+            const QStringList points = value("points").split(' ', Qt::SkipEmptyParts);
+            const auto at = [&](int i, int side) { return points[i].split(',')[side].toDouble(); };
+            if (points.size() == 2 && at(0, 0) != at(1, 0) && at(0, 1) != at(1, 1))
+                shapes[pen] += QString(" up %1").arg(std::lround(at(0, 1) - at(1, 1)));
+        } else if (reader.name() == QLatin1String("rect") && value("height") == "11") {
+            shapes[color] += QString(" %1").arg(std::lround(value("width").toDouble()));
+        } else if (reader.name() == QLatin1String("text")) {
+            texts << reader.readElementText();
+            if (texts.last().contains(QRegularExpression("^[\\d.]+$")))
+                texts.removeLast();
         }
-        error = reader.errorString().toStdString();
     }
-    long Count(const std::string& text) const
-    {
-        return std::count(texts.begin(), texts.end(), text);
-    }
-};
+    for (const auto& [name, told] : shapes)
+        texts << name + told;
+    return (texts.join('|') + reader.errorString()).toStdString();
+}
+
+const std::string kEight = "1 CPU|2 CPU|3 CPU|4 CPU|5 CPU|6 CPU|7 CPU|8 CPU";
 
 class ChartPictureTest : public testing::Test {
 protected:
@@ -96,27 +93,18 @@ bool IsSieve(const TestType& test)
 TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
 {
     EXPECT_EQ(Said(folder / "a.SVG"), "");
-    Svg svg(folder / "a.SVG");
-    EXPECT_EQ(svg.error, "");
-    for (const char* text : { "Sieve", "1 CPU", "8 CPU", "( IPS )", "10",
-             "One <A&B>\xef\xbf\xbd (2-x)", "Other (1-y)" })
-        EXPECT_EQ(svg.Count(text), 1) << text;
-    for (const std::string& text : svg.texts) // that is for screen readers
-        EXPECT_EQ(text.find(".0"), std::string::npos) << text;
-    ASSERT_EQ(svg.bars["#00b200"].size(), 1u);
-    ASSERT_EQ(svg.bars["#0000c8"].size(), 2u);
-    const double widest = svg.bars["#00b200"][0];
-    EXPECT_GT(widest, 300);
-    EXPECT_NEAR(svg.bars["#0000c8"][0], widest / 4, 0.01);
-    EXPECT_NEAR(svg.bars["#0000c8"][1], widest / 2, 0.01);
-
+    EXPECT_EQ(Drawn(folder / "a.SVG"),
+        "Sieve|" + kEight
+            + "|Configuration|( IPS )|One <A&B>\ufffd (2-x)|Other (1-y)|#0000c8 97 195|#00b200 "
+              "389");
     comparison.selected = comparison.machines.First();
     comparison.byRatio = true;
     comparison.UpdateScale();
     EXPECT_EQ(Said(folder / "a.SVG"), "");
-    svg = Svg(folder / "a.SVG");
-    EXPECT_EQ(svg.Count("Sieve, percent of One <A&B>\xef\xbf\xbd (2-x)"), 1);
-    EXPECT_EQ(svg.Count("( Percent )"), 1);
+    EXPECT_EQ(Drawn(folder / "a.SVG"),
+        "Sieve, percent of One <A&B>\ufffd (2-x)|" + kEight
+            + "|Configuration|( Percent )|One <A&B>\ufffd (2-x)|Other (1-y)|#0000c8 91 181|#00b200 "
+              "363");
 }
 
 TEST_F(ChartPictureTest, PngIsSharpAndLight)
@@ -138,39 +126,27 @@ TEST_F(ChartPictureTest, ShowsMeasuredMachinesByTheCountsThatTheyHave)
 {
     std::vector<MeasuredMachine> machines = { Machine("few", { { 8, 1 }, { 4, 2 }, { 1, 4 } }),
         Machine("none", {}), Machine("two", { { 2, 2 } }) };
-    const auto drawn = [&] {
-        EXPECT_EQ(
-            WriteMachinesChart((folder / "b.svg").c_str(), machines, 0, TestNamed("Sieve")), "");
-        return Svg(folder / "b.svg");
+    const auto drawn = [&](const TestType& test) {
+        EXPECT_EQ(WriteMachinesChart((folder / "b.svg").c_str(), machines, 0, test), "");
+        return Drawn(folder / "b.svg");
     };
-    Svg svg = drawn();
-    EXPECT_EQ(svg.Count("few") + svg.Count("two"), 2);
-    EXPECT_EQ(svg.Count("none"), 0);
-    ASSERT_EQ(svg.bars["#00ff00"].size(), 1u); // 8 processors
-    ASSERT_EQ(svg.bars["#33cb98"].size(), 1u); // 4
-    EXPECT_NEAR(svg.bars["#33cb98"][0], svg.bars["#00ff00"][0] / 2, 0.1);
-    EXPECT_EQ(svg.bars["#00b200"].size(), 1u); // 2
-    EXPECT_EQ(svg.Count("7 CPU"), 1);
-
+    EXPECT_EQ(drawn(TestNamed("Sieve")),
+        "Sieve|" + kEight
+            + "|Configuration|( IPS )|few|two|#0000c8 99|#00b200 199|#00ff00 397|#33cb98 199");
     for (MeasuredMachine& machine : machines)
         AddTimes(machine.record, TestNamed("Ten Threaded Whetstones"), 1, 0.02, 0);
-    EXPECT_EQ(WriteMachinesChart(
-                  (folder / "d.svg").c_str(), machines, 0, TestNamed("Ten Threaded Whetstones")),
-        "");
-    svg = Svg(folder / "d.svg");
-    EXPECT_EQ(svg.Count("( milliseconds )") + svg.Count("20"), 2);
-
+    EXPECT_EQ(drawn(TestNamed("Ten Threaded Whetstones")),
+        "Ten Threaded Whetstones (less is better)|" + kEight
+            + "|Configuration|( milliseconds )|few|none|two|#0000c8 267 267 267");
     machines.push_back(Machine("many", { { 16, 1 }, { 2, 2 } }));
-    svg = drawn();
-    for (const char* name : { "1 CPU", "2 CPU", "4 CPU", "8 CPU", "16 CPU" })
-        EXPECT_EQ(svg.Count(name), 1) << name;
-    EXPECT_EQ(svg.Count("7 CPU"), 0);
-    EXPECT_EQ(svg.bars["#66cbff"].size(), 1u); // the greatest of five
-
+    EXPECT_EQ(drawn(TestNamed("Sieve")),
+        "Sieve|1 CPU|2 CPU|4 CPU|8 CPU|16 CPU|Configuration|( IPS )|few|two|many|#0000c8 "
+        "99|#00b200 199 199|#33cb98 397|#66cbff 397|#cb66ff 199");
     machines.push_back(Machine("more", { { 10, 1 }, { 11, 1 }, { 12, 1 }, { 13, 1 } }));
-    svg = drawn();
-    EXPECT_EQ(svg.Count("of 9 processor counts the least and the seven greatest"), 1);
-    EXPECT_EQ(svg.Count("1 CPU") - svg.Count("2 CPU"), 1);
+    EXPECT_EQ(drawn(TestNamed("Sieve")),
+        "Sieve|1 CPU|4 CPU|8 CPU|10 CPU|11 CPU|12 CPU|13 CPU|16 CPU|Configuration|( IPS "
+        ")|few|many|more|of 9 processor counts the least and the seven greatest|#0000c8 99|#00b200 "
+        "199|#00ff00 397|#cb66ff 397|#ff9800 397");
 }
 
 TEST(Scaling, IsTheSpeedOverThatOfTheFewestProcessors)
@@ -211,24 +187,36 @@ TEST_F(ChartPictureTest, ScalingRisesInProportionBesideTheIdealLine)
         EXPECT_EQ(
             WriteScalingPicture((folder / "c.svg").c_str(), machines, ScalingOf(machines, IsSieve)),
             "");
-        return Svg(folder / "c.svg");
+        return Drawn(folder / "c.svg");
     };
-    Svg svg = write();
-    for (const char* text : { "Sieve", "half", "ideal", "Speed-up", "Efficiency (percent)" })
-        EXPECT_EQ(svg.Count(text), 1) << text;
-    EXPECT_EQ(svg.Count("hollow: shared, two speeds or unsteady"), 0);
-    ASSERT_EQ(svg.rises["#a0a0a0"].size(), 1u); // that of efficiency is level
-    ASSERT_EQ(svg.rises["#0072b2"].size(), 2u);
-    EXPECT_NEAR(svg.rises["#0072b2"][0], svg.rises["#a0a0a0"][0] / 2, 0.5); // up by 2 of 4
-    EXPECT_LT(svg.rises["#0072b2"][1], 0); // from 100 to 60 percent
-
-    for (int i = 0; i < 24; i++)
+    EXPECT_EQ(write(),
+        "Sieve|half|ideal|Speed-up|Processors|Efficiency (percent)|Processors|#0072b2 up 99 up "
+        "-99|#a0a0a0 up 198");
+    std::string others;
+    for (int i = 0; i < 24; i++) {
         machines.push_back(Machine("another", { { 1, 1 }, { 2, 1 } }));
+        others += i < 23 ? "|another" : "";
+    }
     for (Span& span : machines[1].record.series[0].spans)
         span.waited = 1;
-    svg = write();
-    EXPECT_EQ(svg.Count("another"), 23);
-    EXPECT_EQ(svg.rises["#0072b2"].size(), 4u); // of three machines, as two of them gain nothing
-    EXPECT_EQ(svg.Count("and 1 more machine"), 1);
-    EXPECT_EQ(svg.Count("hollow: shared, two speeds or unsteady"), 1);
+    EXPECT_EQ(write(),
+        "Sieve|half" + others
+            + "|ideal|hollow: shared, two speeds or unsteady|and 1 more "
+              "machine|Speed-up|Processors|Efficiency (percent)|Processors|#000000 up -124 up -124 "
+              "up -124|#0072b2 up 99 up -99 up -124 up -124|#009e73 up -124 up -124 up "
+              "-124|#56b4e9 up -124 up -124 up -124|#787878 up -124 up -124 up -124|#a0a0a0 up "
+              "198|#cc79a7 up -124 up -124 up -124|#d55e00 up -124 up -124 up -124|#e69f00 up -124 "
+              "up -124 up -124");
+    machines.resize(2);
+    for (MeasuredMachine& machine : machines)
+        for (const int32 processors : { 1, 5 })
+            AddTimes(machine.record, TestNamed("Memory"), processors, 1.0 / processors, 1);
+    EXPECT_EQ(WriteScalingPicture((folder / "c.svg").c_str(), machines,
+                  ScalingOf(machines, [](const TestType&) { return true; })),
+        "");
+    EXPECT_EQ(Drawn(folder / "c.svg"),
+        "Scaling of 2 tests|half|another|ideal|hollow: shared, two speeds or "
+        "unsteady|Memory|Speed-up|Processors|Efficiency "
+        "(percent)|Processors|Sieve|Speed-up|Processors|Efficiency (percent)|Processors|#0072b2 up "
+        "99 up 49 up -50|#a0a0a0 up 99 up 99|#d55e00 up 99 up -62");
 }

@@ -42,15 +42,10 @@ TEST(ChartScale, IsTheNextStepAboveTheGreatestValue)
 {
     const std::tuple<double, float, int32> rows[] = {
         { 0, 10, 10 },
-        { 5, 10, 10 },
         { 9.6, 20, 10 },
-        { 10, 20, 10 },
         { 99, 100, 10 },
         { 100, 110, 10 },
-        { 347, 350, 10 },
-        { 350, 360, 10 },
         { 999.5, 1100, 100 },
-        { 12345, 13000, 1000 },
         { 1e12, 2e9f, 100000000 },
         { INFINITY, 2e9f, 100000000 },
     };
@@ -155,14 +150,7 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     EXPECT_EQ(comparison.NextToSelected(false), comparison.InOrder()[2]);
 
     comparison.selected = comparison.InOrder()[1];
-    EXPECT_EQ(ComparisonAsText(comparison),
-        "Sieve (IPS), percent of Other (1-y)\n"
-        "Machine      2 CPU  1 CPU  Percent\n"
-        "a (1-)           -      -        -\n"
-        "Other (1-y)      -  200.0    100.0\n"
-        "Other (1-y)      -  200.0    100.0\n"
-        "This (2-x)   400.0  100.0    200.0\n"
-        "Älter (1-)       -   90.0     45.0\n");
+    EXPECT_EQ(ComparisonAsText(comparison), ReadFile(TARVEX_TESTS "/results/data/comparison"));
     EXPECT_EQ(MachineAsText(comparison, *comparison.InOrder()[3])
                   .substr(0, std::string("This (2-x)\n2 CPU: 400.0 IPS, 4.00 times").size()),
         "This (2-x)\n2 CPU: 400.0 IPS, 4.00 times");

@@ -35,22 +35,6 @@ protected:
     const TempFolder fFolder;
 };
 
-TEST_F(MeasuredMachines, AreReadFromFilesOfEveryKind)
-{
-    WriteFile(fFolder / "a", kOne);
-    WriteFile(fFolder / "b", RunAsJson(MadeRun("Run (2-x)")));
-    // What "Save..." makes, and with it what is none of ours.
-    const std::string tar = MadeArchive(
-        Packing::kTar, { { "tmp/results/unknown_devices", "a card" }, { "tmp/results/x", kTwo } });
-    WriteFile(fFolder / "c", MadeArchive(Packing::kZip, { { "x", tar }, { "y.json.txt", "{}" } }));
-    EXPECT_EQ(
-        Told({ "a", "b", "c" }), "One (1-x) of a;Run (2-x) of b;Two (1-x) of c: x: tmp/results/x;");
-    const std::string twice =
-        MadeArchive(Packing::kZip, { { "again.zip", ReadFile(fFolder / "c") } });
-    WriteFile(fFolder / "d", twice);
-    EXPECT_EQ(Told({ "a", "d" }), "<d: again.zip> holds no results") << "no deeper than that";
-}
-
 TEST_F(MeasuredMachines, OfAFolderAreThoseOfAllFilesInItThatAreMeant)
 {
     fs::create_directories(fFolder / "all/below/deep");

@@ -23,7 +23,6 @@ TEST(ProbeMemory, TheBestIsKeptAndForgottenUnlessItIsConfirmed)
         { "longer", 0.000103, 1003, "1e-04 1000 A\n" + other, kNone },
         { "longer, after the old is forgotten", 0.000103, 1090 + 1, "0.000103 1091 A\n", 0.000103 },
         { "nothing", 0, 1003, "1e-04 1000 A\n" + other, kNone },
-        { "below 0", -1, 1003, "1e-04 1000 A\n" + other, kNone },
         { "not a number", NAN, 1003, "1e-04 1000 A\n" + other, kNone },
         { "too good for any processor", 1e-9, 1003, "1e-04 1000 A\n" + other, kNone },
     };

@@ -1,6 +1,7 @@
 #include "results/Results.h"
 #include "results/ResultsFile.h"
 #include "tests/foundation/LocaleGuard.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -40,50 +41,16 @@ std::string Contents(Results& machine)
 
 TEST(ResultList, ARecordIsReadByItsRules)
 {
-    constexpr char kMissing[] = "Error extracting time for metric <Memory> (200)\n";
-    const std::tuple<const char*, std::string, const char*, std::string> rows[] = {
-        { "whole", "PC (2-x@1/2MHz)\t-1:8 bit color\t1:A: B, C\t100:126/0.5,1.5;700:9/2.0,4.0;",
-            "2 of PC (2-x@1/2MHz)\t-1:8 bit color\t1:A: B, C\t100:126/0.500000,1.500000;"
-            "700:9/2.000000,4.000000;",
-            "" },
-        { "no bracket: the first character", "2 CPUs\t200:1/0.5,1.0;",
-            "2 of 2 CPUs\t200:1/0.500000,1.000000;", "" },
-        { "a letter counts as none", "PC\t200:1/", "0 of PC\t200:1/;", "" },
-        { "fields of the next metric are times", "PC (4-x)\t200:1/0.5,1.0;700:5/3.0,4.0;",
-            "4 of PC (4-x)\t200:1/0.500000,1.000000,4.000000;",
-            std::string("<700:5/3.0>\n") + kMissing },
-        { "nine claimed, eight kept", "PC (9-x)\t200:1/1,2,3,4,5,6,7,8,9;",
-            "9 of PC (9-x)\t200:1/1.000000,2.000000,3.000000,4.000000,5.000000,6.000000,7.000000,"
-            "8.000000;",
-            "No room for another time of <Memory>\n" },
-        { "no numbers", "PC (3-x)\t200:1/nan,1e400,-inf;", "3 of PC (3-x)\t200:1/;",
-            std::string("<nan>\n") + kMissing + "<1e400>\n" + kMissing + "<-inf>\n" + kMissing },
-        { "an unknown test is kept", "PC (1-x)\t1099:7/2.5;", "1 of PC (1-x)\t1099:7/2.500000;",
-            "" },
-        { "id and cycles are words", "PC (1-x)\tabc:200:x/2.5;", "1 of PC (1-x)\t200:1/2.500000;",
-            "Error extracting metric type for <PC (1-x)>. <abc>\n"
-            "Error extracting number of iterations\n" },
-        { "what a terminal would obey", "P\xc3\xa4\x1b[2J (1-x)\t\x7f\t\xc2\x9b\xe2\x80\xae\x9b:",
-            "1 of P\xc3\xa4\x1b[2J (1-x)\t0:\x7f\t",
-            "Unable to get class id for <\\x7f>\n"
-            "Error extracting metric type for <P\xc3\xa4\\x1b[2J (1-x)>. "
-            "<\\xc2\\x9b\\xe2\\x80\\xae\\x9b>\n" },
-        { "a device without class", "PC (1-x)\t3:Card\tnothing\t200:1/2.5;",
-            "1 of PC (1-x)\t3:Card\t3:nothing\t200:1/2.500000;",
-            "Unable to get class id for <nothing>\n" },
-        { "cut in a time: the rest is tried as a metric", "PC (2-x)\t200:1/0.5,1.",
-            "2 of PC (2-x)\t200:1/0.500000;1:1/;",
-            std::string("<1.>\n") + kMissing + "Error extracting number of iterations\n"
-                + "<.>\nError extracting time for metric <> (1)\n"
-                + "<.>\nError extracting time for metric <> (1)\n" },
-    };
     const LocaleGuard german("de_DE.UTF-8"); // whose decimal point is a comma
-    for (const auto& [name, record, contents, messages] : rows) {
-        SCOPED_TRACE(name);
+    std::vector<TextRow> rows = ReadRows("results/data/records");
+    rows.push_back({ "P\xc3\xa4\x1b[2J (1-x)\t\x7f\t\xc2\x9b\xe2\x80\xae\x9b:",
+        "1 of P\xc3\xa4\x1b[2J (1-x)\t0:\x7f\t\nUnable to get class id for <\\x7f>\n"
+        "Error extracting metric type for <P\xc3\xa4\\x1b[2J (1-x)>. "
+        "<\\xc2\\x9b\\xe2\\x80\\xae\\x9b>" });
+    for (const auto& [record, told] : rows) {
         Loaded loaded(FileOf(record));
         ASSERT_EQ(loaded.list.Size(), 1);
-        EXPECT_EQ(Contents(*loaded.list.First()), contents);
-        EXPECT_EQ(loaded.messages, messages);
+        EXPECT_EQ(Contents(*loaded.list.First()) + "\n" + loaded.messages, told + "\n") << record;
         EXPECT_FALSE(loaded.list.First()->current);
     }
 }
@@ -146,25 +113,4 @@ TEST(ResultList, AFilesMachinesKeepToItsSizeInMemoryAndRealOnesAreAllKept)
     Loaded real(bytes);
     EXPECT_EQ(real.list.Size(), kReal);
     EXPECT_EQ(real.messages, "");
-}
-
-TEST(ResultList, TheCurrentMetricsGiveTheScaleAndMissingOnesAreReported)
-{
-    Loaded loaded(FileOf("A (2-x)\t200:10/0.5,2.0;700:5/0.001,1;")
-        + FileOf("B (1-x)\t200:10/0.25;").substr(4) + FileOf("C\t").substr(4));
-    ResultList& list = loaded.list;
-    testing::internal::CaptureStderr();
-    list.FirstCurrent();
-    EXPECT_EQ(list.MaxRate(), 40);
-    Metric sieve;
-    sieve.Description("Sieve");
-    list.MakeCurrent(sieve);
-    EXPECT_EQ(list.MaxRate(), 5000);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Unable to make first current <C>\n"
-        "Unable to make given metric <Sieve> current\n"
-        "Unable to make given metric <Sieve> current\n");
-    EXPECT_EQ(list.First()->Current()->index, 700);
-    EXPECT_EQ(list.Next()->Current(), nullptr);
-    EXPECT_EQ(ResultList().MaxRate(), 0);
 }

@@ -5,8 +5,6 @@
 namespace {
 
 constexpr Probe kBest { 0.1, 0.2 };
-constexpr Probe kSlowest { 0.114, 0.2 }; // that is not shared yet
-constexpr Probe kShared { 0.116, 0.2 };
 
 // Of a core that nobody shares, at a clock so much slower than the best.
 constexpr Probe AtClock(double slowness)
@@ -25,22 +23,6 @@ Span SpanOf(double seconds, const Probe& probeAfter = kBest, double waited = 0)
 }
 
 } // namespace
-
-TEST(RunRecord, ASpanIsSharedByEitherProbeOrByWaiting)
-{
-    EXPECT_FALSE(IsShared(SpanOf(2, kSlowest), kBest));
-    EXPECT_TRUE(IsShared(SpanOf(2, kShared), kBest));
-    Span before = SpanOf(2);
-    before.probeBefore = kShared;
-    EXPECT_TRUE(IsShared(before, kBest));
-    EXPECT_FALSE(IsShared(SpanOf(2, AtClock(1.5)), kBest)) << "the clock is slow, the core is not";
-    EXPECT_TRUE(IsShared(SpanOf(2, { 0.174, 0.3 }), kBest)) << "shared at a slow clock";
-    EXPECT_TRUE(IsShared(SpanOf(2, { 0.116, 0 }), kBest)) << "of an older version";
-    EXPECT_FALSE(IsShared(SpanOf(2, { 0.5, 0.2 }), kUnknownBest));
-    EXPECT_FALSE(IsShared(SpanOf(2, kSlowest, 0.039), kBest));
-    EXPECT_TRUE(IsShared(SpanOf(2, kBest, 0.041), kBest));
-    EXPECT_TRUE(IsShared(SpanOf(0.2, kBest, 0.039), kBest)); // a share, not so many seconds
-}
 
 TEST(RunRecord, SixCleanSpansSpeakForAll)
 {
@@ -65,22 +47,6 @@ TEST(RunRecord, SixCleanSpansSpeakForAll)
     EXPECT_EQ(five->summary.maximum, 5);
     EXPECT_TRUE(five->marks.shared);
     EXPECT_FALSE(IsNarrow(series, kBest, 1000));
-}
-
-TEST(RunRecord, RepeatsAreToldAtTheBestClock)
-{
-    // The same work at three clocks, the last one drifting while it was measured.
-    Series series;
-    series.spans = { SpanOf(2), SpanOf(2.2), SpanOf(2.1, AtClock(1.1)) };
-    series.spans[1].probeBefore = series.spans[1].probeAfter = AtClock(1.1);
-    const std::vector<double> times = CleanTimesOf(series, kBest);
-    ASSERT_EQ(times.size(), 3u);
-    for (const double seconds : times)
-        EXPECT_DOUBLE_EQ(seconds, 2);
-    EXPECT_EQ(TimesOf(series), (std::vector<double> { 2, 2.2, 2.1 }));
-    EXPECT_EQ(CleanTimesOf(series, kUnknownBest), TimesOf(series));
-    series.spans = { SpanOf(2.1, AtClock(1.1)) };
-    EXPECT_DOUBLE_EQ(CleanTimesOf(series, kBest)[0], 2.1) << "a single span stands as measured";
 }
 
 TEST(RunRecord, AMomentOfAHighClockIsNotItsBest)

@@ -1,10 +1,10 @@
 #include "results/Statistics.h"
 
 #include "results/Significance.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <fstream>
-#include <numeric>
 #include <sstream>
 
 using namespace statistics;
@@ -37,13 +37,6 @@ void ExpectSixDigits(const Times& got, const Times& wanted)
     ASSERT_EQ(got.size(), wanted.size());
     for (size_t i = 0; i < got.size(); i++)
         EXPECT_NEAR(got[i], wanted[i], std::abs(wanted[i]) * 5e-7) << "figure " << i;
-}
-
-Times Upwards(size_t count, double first)
-{
-    Times times(count);
-    std::iota(times.begin(), times.end(), first);
-    return times;
 }
 
 Times EstimateOf(const Times& times, Estimator estimator)
@@ -111,61 +104,11 @@ TEST(Statistics, WhatCannotBeReckonedIsNotThere)
 
 TEST(Marks, HoldBeyondTheirLimitsOnly)
 {
-    const std::tuple<const char*, Times, const char*> rows[] = {
-        { "six equal ones", { 1, 1, 1, 1, 1, 1 }, "" },
-        { "interval of 4 percent", { 50, 50, 50, 50, 51, 52 }, "" },
-        { "above", { 50, 50, 50, 50, 51, 52.04 }, "wide " },
-        { "five", { 1, 1, 1, 1, 1 }, "few " },
-        { "variation of 5 percent", { 21, 19, 20 }, "few " },
-        { "above", { 21.01, 19, 20 }, "unsteady few " },
-        { "gap of 25 percent", { 5, 4, 4, 5, 4, 4 }, "unsteady wide " },
-        { "above", { 5.01, 4, 4, 5.01, 4, 4 }, "4 (67 %) 5 (33 %) unsteady wide " },
-        { "20 percent slow", { 1, 1, 1, 2, 1, 1, 1, 2, 1, 1 }, "1 (80 %) 2 (20 %) unsteady wide " },
-        { "18 percent slow", { 1, 1, 1, 2, 1, 1, 1, 2, 1, 1, 1 }, "unsteady wide " },
-        { "20 percent fast", { 1, 2, 2, 2, 2 }, "1 (20 %) 2 (80 %) unsteady few " },
-        { "17 percent fast", { 1, 2, 2, 2, 2, 2 }, "unsteady wide " },
-        { "of equal gaps the middle", { 1, 2, 2, 2, 3, 3 }, "2 (67 %) 3 (33 %) unsteady wide " },
-        { "likewise", { 1, 1, 2, 2, 2, 3 }, "1 (33 %) 2 (67 %) unsteady wide " },
-        { "one", { 1 }, "few " },
-        { "none", {}, "few " },
-        { "one that is none", { 1, 2, 1, 2, 1, 2, NAN }, "few " },
-    };
-    for (const auto& [name, times, marks] : rows)
-        EXPECT_EQ(Text(MarksOf(times)), marks) << name;
-}
-
-TEST(Marks, NameBothSpeedsOfAMachineAndLeaveASteadySieveAlone)
-{
-    auto sets = ReadSets();
-    EXPECT_EQ(Text(MarksOf(sets["imitated-two-speeds"]["x"])),
-        "0.0043 (45 %) 0.0084 (55 %) unsteady wide ");
-    EXPECT_EQ(Text(MarksOf(sets["imitated-sieve"]["x"])), "");
-    EXPECT_EQ(Text(MarksOf(sets["recorded-strings"]["x"])), "");
-    // Two of thirty times are at half speed.
-    EXPECT_EQ(Text(MarksOf(sets["recorded-ackermann"]["x"])), "unsteady ");
-}
-
-TEST(SmallestReachable, IsThePOfSetsThatLieApart)
-{
-    const std::pair<int, int> rows[] = { { 1, 1 }, { 2, 3 }, { 6, 6 }, { 100, 7 } };
-    for (const auto& [n, m] : rows) {
-        const Times low = Upwards(n, 0);
-        const Times high = Upwards(m, 1000);
-        ExpectSixDigits({ SmallestReachable(n, m), SmallestReachable(m, n) },
-            { MannWhitney(low, high)->p, MannWhitney(high, low)->p });
+    for (const auto& [times, marks] : ReadRows("results/data/marks")) {
+        std::istringstream numbers(times);
+        EXPECT_EQ(Text(MarksOf({ std::istream_iterator<double>(numbers), {} })),
+            marks == "none" ? "" : marks + " ")
+            << times;
     }
-    EXPECT_NEAR(SmallestReachable(6, 6), 0.0021645, 1e-7);
-    EXPECT_EQ(SmallestReachable(0, 5), 1);
-    EXPECT_EQ(SmallestReachable(5, 0), 1);
-}
-
-TEST(Holm, EnlargesInOrderNeverBackAndNotAboveOne)
-{
-    ExpectSixDigits(Holm({ 0.01, 0.04, 0.03, 0.005 }), { 0.03, 0.06, 0.06, 0.02 });
-    ExpectSixDigits(Holm({ 0.6, 0.3, 0.01 }), { 0.6, 0.6, 0.03 });
-    ExpectSixDigits(Holm({ 0.6, 0.9 }), { 1, 1 });
-    ExpectSixDigits(Holm({}), {});
-    const Times some = Holm({ 0.02, NAN, 0.03 }); // two were asked
-    EXPECT_TRUE(std::isnan(some[1]));
-    ExpectSixDigits({ some[0], some[2] }, { 0.04, 0.04 });
+    EXPECT_EQ(Text(MarksOf({})) + Text(MarksOf({ 1, 2, 1, 2, 1, 2, NAN })), "few few ");
 }

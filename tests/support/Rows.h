@@ -1,5 +1,5 @@
-// Tables of cases as text beside the tests: a case a line, its fields between " | ", "#" before a
-// comment. A field "" is empty; "\n", "\t", "\r", "\\" and "\x41" stand for what they do in C.
+// Tables of cases that are too long for a test's text, as files beside it. A line that begins with
+// "#" is for the reader.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+// A case a line, its fields between " | ". A field "" is empty; "\n", "\t", "\r", "\\" and "\x41"
+// stand for what they do in C.
 using Row = std::vector<std::string>;
 
 inline Row RowOf(const std::string& line)
@@ -46,5 +48,25 @@ inline std::vector<Row> RowsOf(const std::string& file, size_t fields)
         rows.back().resize(std::max(fields, rows.back().size()));
     }
     EXPECT_FALSE(rows.empty()) << file;
+    return rows;
+}
+
+// A case that is given a line, and told what stands below it behind four blanks.
+struct TextRow {
+    std::string given, told;
+};
+
+// The cases of a file below tests/.
+inline std::vector<TextRow> ReadRows(const std::string& name)
+{
+    std::vector<TextRow> rows;
+    std::ifstream file(TARVEX_TESTS "/" + name);
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("    ") && !rows.empty())
+            rows.back().told += (rows.back().told.empty() ? "" : "\n") + line.substr(4);
+        else if (!line.empty() && !line.starts_with("#"))
+            rows.push_back({ line, "" });
+    }
+    EXPECT_FALSE(rows.empty()) << name;
     return rows;
 }

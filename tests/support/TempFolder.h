@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <string>
 
 // A folder of the test's own, gone with the object.
@@ -24,6 +25,14 @@ public:
 
     std::string operator/(const std::string& below) const { return fPath / below; }
     const std::string& Path() const { return fPath.native(); }
+    // Of what is in it.
+    std::set<std::string> Names() const
+    {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(fPath))
+            names.insert(entry.path().filename());
+        return names;
+    }
 
 private:
     std::filesystem::path fPath;

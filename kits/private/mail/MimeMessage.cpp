@@ -37,8 +37,8 @@ Ref<GMimePart> FilePart(const std::string& path)
     Ref<GMimePart> part(g_mime_part_new_with_type("application", "octet-stream"));
     g_mime_part_set_content(part.get(), content.get());
     g_mime_part_set_content_encoding(part.get(), GMIME_CONTENT_ENCODING_BASE64);
+    // Which also makes it an attachment.
     g_mime_part_set_filename(part.get(), path.substr(path.rfind('/') + 1).c_str());
-    g_mime_object_set_disposition(GMIME_OBJECT(part.get()), GMIME_DISPOSITION_ATTACHMENT);
     return part;
 }
 

@@ -78,8 +78,7 @@ namespace {
 struct Row {
     void (GraphicsWin::*run)(Results& results);
     std::string metric; // without "Graphics"
-    const char* units;
-    int index, shapes;
+    int shapes;
     size_t rands; // for a shape's coordinates
     char kind;
 };
@@ -87,23 +86,19 @@ struct Row {
 using Win = GraphicsWin;
 // In the order of a run.
 const Row kRows[] = {
-    { &Win::TestLinesFlushed, "Lines Flushed", "vectors/sec", 1010, 10000, 4, 'l' },
-    { &Win::TestLinesUnflushed, "Lines Unflushed", "vectors/sec", 1011, 20000, 4, 'l' },
-    { &Win::TestStringsFlushed, "Strings Flushed", "KiloChars/sec", 1050, 10000, 2, 's' },
-    { &Win::TestStringsUnflushed, "Strings Unflushed", "KiloChars/sec", 1051, 20000, 2, 's' },
-    { &Win::TestEllipsesFlushed, "Ellipses Flushed", "ellipses/sec", 1020, 10000, 4, 'e' },
-    { &Win::TestEllipsesUnflushed, "Ellipses Unflushed", "ellipses/sec", 1021, 10000, 4, 'e' },
-    { &Win::TestEllipsesFilledUnflushed, "Ellipses Unflushed Filled", "ellipses/sec", 1022, 10000,
-        4, 'E' },
-    { &Win::TestRectanglesFlushed, "Rectangles Flushed", "rectangles/sec", 1030, 10000, 4, 'r' },
-    { &Win::TestRectanglesUnflushed, "Rectangles Unflushed", "rectangles/sec", 1031, 50000, 4,
-        'r' },
-    { &Win::TestRectanglesFilledUnflushed, "Rectangles Unflushed Filled", "rectangles/sec", 1032,
-        10000, 4, 'R' },
-    { &Win::TestPolygonsFlushed, "Polygons Flushed", "polygons/sec", 1040, 10000, 6, 't' },
-    { &Win::TestPolygonsUnflushed, "Polygons Unflushed", "polygons/sec", 1041, 10000, 6, 't' },
-    { &Win::TestPolygonsFilledUnflushed, "Polygons Unflushed Filled", "polygons/sec", 1042, 10000,
-        6, 'T' },
+    { &Win::TestLinesFlushed, "Lines Flushed", 10000, 4, 'l' },
+    { &Win::TestLinesUnflushed, "Lines Unflushed", 20000, 4, 'l' },
+    { &Win::TestStringsFlushed, "Strings Flushed", 10000, 2, 's' },
+    { &Win::TestStringsUnflushed, "Strings Unflushed", 20000, 2, 's' },
+    { &Win::TestEllipsesFlushed, "Ellipses Flushed", 10000, 4, 'e' },
+    { &Win::TestEllipsesUnflushed, "Ellipses Unflushed", 10000, 4, 'e' },
+    { &Win::TestEllipsesFilledUnflushed, "Ellipses Unflushed Filled", 10000, 4, 'E' },
+    { &Win::TestRectanglesFlushed, "Rectangles Flushed", 10000, 4, 'r' },
+    { &Win::TestRectanglesUnflushed, "Rectangles Unflushed", 50000, 4, 'r' },
+    { &Win::TestRectanglesFilledUnflushed, "Rectangles Unflushed Filled", 10000, 4, 'R' },
+    { &Win::TestPolygonsFlushed, "Polygons Flushed", 10000, 6, 't' },
+    { &Win::TestPolygonsUnflushed, "Polygons Unflushed", 10000, 6, 't' },
+    { &Win::TestPolygonsFilledUnflushed, "Polygons Unflushed Filled", 10000, 6, 'T' },
 };
 
 // "Unflushed Filled Lines" for "Lines Unflushed Filled".
@@ -194,8 +189,8 @@ TEST_F(GraphicsTest, EachDrawsItsShapesTimesThemAndLeavesTheViewWhite)
 
             const Metric* metric = benchmark.results.NewTest(
                 ("Graphics " + row.metric).c_str(), 1); // the one made above
-            EXPECT_EQ(metric->index, row.index);
-            EXPECT_STREQ(metric->units, row.units);
+            EXPECT_EQ(MetricName(metric->index), "Graphics " + row.metric);
+            EXPECT_STREQ(metric->units, MetricUnits(metric->index));
             EXPECT_EQ(metric->cycles, row.kind == 's' ? row.shapes * 9 / 1000 : row.shapes);
             EXPECT_EQ(metric->nbrTimes, pass);
         }

@@ -1,8 +1,11 @@
-// What becomes of a mail that cannot go its usual way; that is seen in tests/ui/JourneyTest.cpp.
+// What becomes of a mail; on its usual way it is seen in tests/ui/JourneyTest.cpp too.
 #include "E-mail.h"
 #include "Errors.h"
 #include "tests/support/Child.h"
 #include "tests/support/Test.h"
+
+#include <regex>
+#include <sys/resource.h>
 
 namespace {
 
@@ -12,7 +15,11 @@ protected:
     MailTest()
     {
         std::filesystem::create_directory(fFolder);
-        setenv("PATH", fFolder.c_str(), 1);
+        setenv("PATH", (":/none:" + fFolder).c_str(), 1);
+        EXPECT_EQ(fMail.AddHeaderField(B_MAIL_TO, "results@tarvex.example"), B_OK);
+        EXPECT_EQ(fMail.AddHeaderField(B_MAIL_SUBJECT, "Gr\u00fc\u00dfe"), B_OK);
+        EXPECT_EQ(fMail.AddContent(kText.c_str(), static_cast<int32>(kText.size())), B_OK);
+        EXPECT_EQ(fMail.AddEnclosure(File("a b.zip", "enclosed\n").c_str()), B_OK);
     }
     ~MailTest() override { setenv("PATH", fPath.c_str(), 1); }
     std::string File(const std::string& name, const std::string& contents, mode_t mode = 0644)
@@ -22,41 +29,119 @@ protected:
         chmod(path.c_str(), mode);
         return path;
     }
-    void Fill(BMailMessage& message, const std::string& enclosure)
+    // "STATUS ERROR|" and " left to the user" of it, then what was said on standard error. Without
+    // the test's folder.
+    std::string Sent(BMailMessage& mail)
     {
-        EXPECT_EQ(message.AddHeaderField(B_MAIL_TO, "results@tarvex.example"), B_OK);
-        EXPECT_EQ(message.AddHeaderField(B_MAIL_SUBJECT, "Gr\u00fc\u00dfe"), B_OK);
-        const std::string text = "Results for : a PC.\n.\nFrom here to \u03a9.";
-        EXPECT_EQ(message.AddContent(text.c_str(), static_cast<int32>(text.size())), B_OK);
-        EXPECT_EQ(message.AddEnclosure(enclosure.c_str()), B_OK);
+        testing::internal::CaptureStderr();
+        const status_t status = mail.Send(true);
+        const std::string told = std::to_string(status) + " " + mail.Error()
+            + (mail.IsLeftToUser() ? "|left to the user|" : "|")
+            + testing::internal::GetCapturedStderr();
+        return std::regex_replace(told, std::regex(fFolder + "/"), "");
     }
 
+    const std::string kText = "Results for : a PC.\n.\nFrom here to \u03a9.";
     const std::string fPath = getenv("PATH");
     const TempFolder fTemp;
     const std::string fFolder = fTemp / "two words";
+    BMailMessage fMail;
 };
+
+const std::string kFailed = std::to_string(B_ERROR);
+const std::string kNotRun = std::to_string(B_LAUNCH_FAILED);
 
 } // namespace
 
-TEST_F(MailTest, WithoutAnAgentTheMailerOpensAndWithNeitherItIsSaid)
+TEST_F(MailTest, GoesToTheAgentWhole)
+{
+    const std::string enclosure = fFolder + "/a b.zip";
+    BMailMessage mail;
+    EXPECT_EQ(Sent(mail), std::to_string(B_BAD_VALUE) + " it is to nobody|");
+    const std::vector<status_t> told = {
+        mail.AddHeaderField(nullptr, "x"), mail.AddHeaderField(B_MAIL_CC, nullptr),
+        mail.AddHeaderField(B_MAIL_SUBJECT, "a\nBcc: all@tarvex.example"),
+        mail.AddHeaderField("Bcc: all@tarvex.example\rX", "x"), mail.AddHeaderField(": ", "x"),
+        mail.AddHeaderField("To", "first@tarvex.example"), mail.AddHeaderField(B_MAIL_TO, "second"),
+        mail.AddHeaderField(B_MAIL_TO, "results@tarvex.example", true),
+        mail.AddHeaderField(B_MAIL_SUBJECT, "Gr\u00fc\u00dfe"),
+        mail.AddHeaderField(B_MAIL_CC, "J\u00fcrgen <j@tarvex.example>"),
+        mail.AddContent(nullptr, 0), mail.AddContent("x", -1), mail.AddContent("first", 5),
+        mail.AddContent("second", 6),
+        mail.AddContent((kText + "more").c_str(), static_cast<int32>(kText.size()), true),
+        mail.AddEnclosure(nullptr), mail.AddEnclosure((fFolder + "/none").c_str()),
+        mail.AddEnclosure(fFolder.c_str()), mail.AddEnclosure(File("c", "").c_str()),
+        mail.AddEnclosure(enclosure.c_str(), true), mail.AddEnclosure(File("d", "d\n").c_str()),
+        mail.AddEnclosure((fFolder + "/none").c_str(), true), // which leaves the others
+    };
+    const status_t bad = B_BAD_VALUE, no = B_ERROR, none = B_ENTRY_NOT_FOUND;
+    EXPECT_EQ(told,
+        std::vector<status_t>({ bad, bad, bad, bad, bad, 0, no, 0, 0, 0, bad, bad, 0, no, 0, bad,
+            none, bad, 0, 0, 0, none }));
+    const std::string seen = fFolder + "/seen";
+    File("sendmail", "#!/bin/sh\n{ echo \"$@\"; /bin/cat; } >'" + seen + "'\n", 0755);
+    EXPECT_EQ(Sent(mail), "0 |");
+    const std::regex random("=-[A-Za-z0-9+/]*|Date: .*");
+    EXPECT_EQ(std::regex_replace(ReadFile(seen), random, "#"),
+        ReadFile(TARVEX_TESTS "/kits/mail/data/whole"));
+
+    std::filesystem::remove(enclosure);
+    EXPECT_EQ(Sent(mail),
+        std::to_string(B_ENTRY_NOT_FOUND)
+            + " the mail cannot be written|Error reading <a b.zip>\n");
+}
+
+TEST_F(MailTest, IsRefusedByItsAgentForAReason)
+{
+    const std::string rows[][2] = {
+        { "#!/bin/sh\n", "0 |" },
+        { "#!/bin/sh\necho 'queued' >&2\n", "0 |queued\n" },
+        { "#!/bin/sh\nexit 75\n",
+            kFailed
+                + " sendmail ended with status 75|<sendmail> did not take the "
+                  "mail\n" },
+        { "#!/bin/sh\nkill -9 $$\n",
+            kFailed + " sendmail was ended|<sendmail> did not take the mail\n" },
+        { "#!/bin/sh\nprintf '\\nno\\r\\nroom' >&2\nexit 1\n",
+            kFailed + " no|\nno\r\nroom<sendmail> did not take the mail\n" },
+        { "#!/none\n", kNotRun + " sendmail cannot be run|<sendmail> cannot be run\n" },
+    };
+    for (const auto& [agent, told] : rows) {
+        File("sendmail", agent, 0755);
+        EXPECT_EQ(Sent(fMail), told) << agent;
+    }
+    // With no room for a file, and for no byte of one.
+    for (const auto& [limited, why] : { std::pair(RLIMIT_NOFILE, "there is no room for the mail"),
+             { RLIMIT_FSIZE, "the mail cannot be written" } }) {
+        EXPECT_EQ(InChild([&, limited = limited, why = why] {
+            signal(SIGXFSZ, SIG_IGN);
+            const rlimit none { 0, 0 };
+            setrlimit(limited, &none);
+            return fMail.Send() == B_DEVICE_FULL && fMail.Error() == why ? 0 : 1;
+        }),
+            0)
+            << why;
+    }
+}
+
+TEST_F(MailTest, WithoutAnAgentIsLeftToTheMailer)
 {
     if (access("/usr/sbin/sendmail", X_OK) == 0 || access("/usr/lib/sendmail", X_OK) == 0)
         GTEST_SKIP() << "this machine has a mail agent of its own";
-    const std::string enclosure = File("a b.zip", "x");
-    BMailMessage message;
-    Fill(message, enclosure);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(message.Send(true), B_LAUNCH_FAILED);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "There is no mail agent: neither <sendmail> nor <xdg-email> can be run\n");
-
+    File("sendmail", "#!/bin/sh\n"); // which nobody may run
+    EXPECT_EQ(Sent(fMail),
+        kNotRun
+            + " there is neither sendmail nor xdg-email|"
+              "There is no mail agent: neither <sendmail> nor <xdg-email> can be run\n");
     const std::string seen = fFolder + "/seen";
-    File("xdg-email", "#!/bin/sh\nprintf '<%s>' \"$@\" > '" + seen + "'\n", 0755);
-    EXPECT_EQ(message.Send(true), B_OK);
+    File("xdg-email", "#!/bin/sh\nprintf '<%s>' \"$@\" >'" + seen + "'\necho opened >&2\n", 0755);
+    EXPECT_EQ(Sent(fMail), "0 |left to the user|opened\n");
     EXPECT_EQ(ReadFile(seen),
-        "<--utf8><--subject><Gr\u00fc\u00dfe><--body><Results for : a PC.\n.\nFrom here to \u03a9.>"
-        "<--attach><"
-            + enclosure + "><results@tarvex.example>");
+        "<--utf8><--subject><Gr\u00fc\u00dfe><--body><" + kText + "><--attach><" + fFolder
+            + "/a b.zip><results@tarvex.example>");
+    File("xdg-email", "#!/bin/sh\nexit 3\n", 0755);
+    EXPECT_EQ(Sent(fMail),
+        kFailed + " xdg-email ended with status 3|<xdg-email> did not take the mail\n");
 }
 
 TEST_F(MailTest, AnAgentIsFoundWhereSystemsKeepItApartFromUsersPrograms)
@@ -64,44 +149,15 @@ TEST_F(MailTest, AnAgentIsFoundWhereSystemsKeepItApartFromUsersPrograms)
     setenv("PATH", fPath.c_str(), 1);
     if (!CanMount())
         GTEST_SKIP() << "may not mount a file system";
-    const std::string seen = fFolder + "/seen", enclosure = File("a b.zip", "x");
-    const auto send = [&] {
-        setenv("PATH", fFolder.c_str(), 1);
+    const std::string seen = fFolder + "/seen";
+    EXPECT_EQ(InChild([&] {
+        unsetenv("PATH");
         EXPECT_TRUE(TakeOwnMounts());
         EXPECT_EQ(mount("", "/usr/sbin", "tmpfs", 0, ""), 0);
-        WriteFile("/usr/sbin/sendmail", "#!/bin/sh\n/bin/cat > '" + seen + "'\n");
+        WriteFile("/usr/sbin/sendmail", "#!/bin/sh\n/bin/cat >'" + seen + "'\n");
         chmod("/usr/sbin/sendmail", 0755);
-        BMailMessage message;
-        Fill(message, enclosure);
-        EXPECT_EQ(message.Send(true), B_OK);
-        return HasFailure() ? 1 : 0;
-    };
-    EXPECT_EQ(InChild(send), 0);
+        return fMail.Send(true) == B_OK && !HasFailure() ? 0 : 1;
+    }),
+        0);
     EXPECT_NE(ReadFile(seen).find("results@tarvex.example"), std::string::npos);
-}
-
-TEST_F(MailTest, WhatCannotBeSentIsRefused)
-{
-    const std::string seen = fFolder + "/seen";
-    const std::string agent =
-        File("sendmail", "#!/bin/sh\n{ echo \"$@\"; /bin/cat; } > '" + seen + "'\nexit 75\n", 0755);
-    const std::string enclosure = File("a b", "x");
-    BMailMessage message;
-    EXPECT_EQ(message.Send(true), B_BAD_VALUE) << "to nobody";
-    EXPECT_EQ(message.AddHeaderField(B_MAIL_SUBJECT, "a\nBcc: all@tarvex.example"), B_BAD_VALUE);
-    EXPECT_EQ(message.AddEnclosure((fFolder + "/none").c_str()), B_ENTRY_NOT_FOUND);
-    EXPECT_EQ(message.AddEnclosure(fFolder.c_str()), B_BAD_VALUE);
-    Fill(message, enclosure);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(message.Send(true), B_ERROR);
-    EXPECT_EQ(message.Error(), agent + " ended with status 75");
-    EXPECT_TRUE(ReadFile(seen).starts_with("-oi -t\n")) << ReadFile(seen);
-    for (const char* part :
-        { "\nSubject: =?UTF-8?B?R3LDvMOfZQ==?=\n", "\n.\nFrom here to \u03a9.\n",
-            "; charset=utf-8\n", "\nContent-Disposition: attachment; filename=\"a b\"\n" })
-        EXPECT_NE(ReadFile(seen).find(part), std::string::npos) << ReadFile(seen);
-    std::filesystem::remove(enclosure);
-    EXPECT_EQ(message.Send(true), B_ENTRY_NOT_FOUND);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "<" + agent + "> did not take the mail\nError reading <" + enclosure + ">\n");
 }

@@ -1,0 +1,235 @@
+// Runs within the test, on a machine of one processor that is not there: none is switched.
+#include "console/Run.h"
+
+#include "console/ResultText.h"
+#include "console/RunLooper.h"
+#include "engine/ThisBuild.h"
+#include "results/RunFile.h"
+#include "results/RunJournal.h"
+#include "tests/kits/kernel/MachineTree.h"
+#include "tests/support/Test.h"
+
+#include <MachineRun.h>
+#include <Message.h>
+#include <pty.h>
+
+#include <regex>
+#include <sstream>
+
+namespace {
+status_t gBegin = B_OK; // what another run leaves to this one
+}
+
+extern "C" status_t __wrap__ZN11BMachineRun5BeginEv(BMachineRun*)
+{
+    return gBegin;
+}
+
+namespace {
+
+const std::string kLoad = "load 9.50: other programs share the processors";
+const std::string kNote = "tarvex-run: note: " + kLoad + "\n";
+
+class RunTest : public testing::Test {
+protected:
+    RunTest() : fRoot((Fill(), fTree.Path()))
+    {
+        DataHome();
+        unsetenv("DISPLAY");
+        unsetenv("WAYLAND_DISPLAY");
+    }
+    void Fill() const
+    {
+        fTree.Write("proc/cpuinfo", "processor : 0\nmodel name : Model\n");
+        fTree.Write("proc/sys/kernel/osrelease", "6.1\n");
+        fTree.Write("proc/sys/kernel/version", "#1\n");
+        fTree.Write("proc/loadavg", "9.50 0.25 0.50 1/99 1234\n");
+    }
+
+    // "STATUS|" and what it said, without progress. The test's folder is "./".
+    std::string Told(const std::string& arguments)
+    {
+        std::istringstream words(
+            std::regex_replace(arguments, std::regex("\\./"), fFolder.Path() + "/"));
+        const std::vector<std::string> list(std::istream_iterator<std::string>(words), {});
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        const int status = RunTask(std::get<RunOptions>(ParseRunOptions(list)));
+        fShown = testing::internal::GetCapturedStdout();
+        const std::string told = testing::internal::GetCapturedStderr();
+        fProgress.clear();
+        std::string rest;
+        std::istringstream lines(told);
+        for (std::string line; std::getline(lines, line);)
+            (line.starts_with("Testing ") ? fProgress : rest) += line + "\n";
+        return std::to_string(status) + "|"
+            + std::regex_replace(rest, std::regex(fFolder.Path() + "/"), "./");
+    }
+    RunRecord Read(const std::string& name) const
+    {
+        return std::get<RunRecord>(RunFromJson(ReadFile(fFolder / name)));
+    }
+
+    const MachineTree fTree;
+    const RootGuard fRoot;
+    const TempFolder fFolder;
+    std::string fShown;
+    std::string fProgress;
+};
+
+TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
+{
+    EXPECT_EQ(Told("--groups memory,ackerman --repeat 4 --label x --format csv --output ./a.json"),
+        "0|" + kNote);
+    const std::string test = "Testing (Memory|Ackerman) \\(cpu 1/1\\), \\d+:\\d\\d left\n";
+    EXPECT_TRUE(std::regex_match(fProgress, std::regex("(" + test + "){8}"))) << fProgress;
+    const RunRecord record = Read("a.json");
+    EXPECT_EQ(fShown, RunText(record, TextFormat::kCsv));
+    EXPECT_TRUE(std::regex_match(
+        record.started, std::regex("\\d{4}(-\\d\\d){2}T\\d\\d(:\\d\\d){2}[-+]\\d\\d:\\d\\d")));
+    EXPECT_EQ(record.series.size() * 10 + record.series.back().spans.size(), 24u);
+    const MachineState state = ReadMachineState();
+    const RunRecord known { { { "memory", "ackerman" }, { 1 }, 4, {} }, "x", record.started,
+        "AT Clone (1-Unknown@0/0MHz) 0MB RAM", ThisBuild(), ReadMachineDetails(),
+        { { "load", kLoad } }, {}, "", {}, { { 1, { 0 }, {}, state, state } }, record.series,
+        record.bestProbe };
+    EXPECT_EQ(RunAsJson(record), RunAsJson(known));
+    // Its probes help the next one.
+    EXPECT_EQ(Told("--groups memory --output ./b"), "0|" + kNote);
+    EXPECT_TRUE(std::regex_match(
+        fShown, std::regex("Test    Units        1 CPU\nMemory  MB/sec +\\d+\\.\\d\n")))
+        << fShown;
+    EXPECT_TRUE(std::regex_match(ReadFile(fFolder / "b"),
+        std::regex(
+            "1\\.0\n81\nAT Clone \\(1-Unknown@0/0MHz\\) 0MB RAM\t-1:No color, 0x0 resolution\t"
+            "200:195/0\\.\\d{6};\n")))
+        << ReadFile(fFolder / "b");
+    EXPECT_EQ(Told("--groups memory --output - --format json --until 0.001"),
+        "0|" + kNote + "tarvex-run: note: not as narrow as asked for: Memory (1 CPU)\n");
+    const auto last = std::get<RunRecord>(RunFromJson(fShown));
+    EXPECT_EQ(last.series.front().spans.size(), 50u);
+    EXPECT_LE(last.bestProbe.core, record.bestProbe.core);
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.json", "b" }));
+}
+
+TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
+{
+    RunRecord begun;
+    begun.plan = { { "ackerman", "memory" }, {}, 2, {} };
+    begun.label = "x";
+    begun.started = "2026-11-21T14:03:05+01:00";
+    begun.machine = "AT Clone (1-Unknown@0/0MHz) 0MB RAM";
+    begun.build = ThisBuild();
+    begun.details = ReadMachineDetails();
+    const std::pair<void (*)(RunRecord&), std::string> rows[] = {
+        { [](RunRecord& run) { run.machine = "PC"; }, "it is of another machine <PC>" },
+        { [](RunRecord& run) { run.details.processorModel = "Other"; },
+            "it is of another machine <AT Clone (1-Unknown@0/0MHz) 0MB RAM>" },
+        { [](RunRecord& run) { run.details.kernelRelease = "6.2"; },
+            "it is of another kernel <6.2>" },
+        { [](RunRecord& run) { run.details.kernelVersion.reset(); },
+            "it is of another kernel <6.1>" },
+        { [](RunRecord& run) { run.build.version = "1"; },
+            "it is of another version <1, " + ThisBuild().compiler + ">" },
+        { [](RunRecord& run) { run.build.compiler = "GNU"; },
+            "it is of another version <" + ThisBuild().version + ", GNU>" },
+        { [](RunRecord& run) { run.build.flags = "-O3"; },
+            "it is of another version <" + ThisBuild().version + ", " + ThisBuild().compiler
+                + ">" },
+        { [](RunRecord& run) { run.plan.groups.push_back("all"); }, "its groups are unknown" },
+    };
+    const std::string output = fFolder / "out.json";
+    for (const auto& [change, why] : rows) {
+        RunRecord other = begun;
+        change(other);
+        RunJournal journal;
+        ASSERT_EQ(journal.Begin(fFolder / "journal", output, other), "");
+        EXPECT_EQ(
+            Told("--resume ./journal"), "2|tarvex-run: cannot resume <./journal>: " + why + "\n");
+        journal.Remove();
+    }
+    RunJournal journal;
+    ASSERT_EQ(journal.Begin(fFolder / "journal", output, begun), "");
+    Series series { &TestNamed("Memory"), 1, {}, "" };
+    series.spans.resize(1);
+    series.spans[0].seconds = 0.125;
+    journal.Add(series);
+    EXPECT_EQ(Told("--resume ./journal --output ./b.json").substr(0, 2), "0|");
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "b.json" }));
+    const RunRecord record = Read("b.json");
+    EXPECT_EQ(record.started + record.label, begun.started + begun.label);
+    std::string told;
+    for (const Series& each : record.series)
+        told += each.test->name + std::to_string(each.spans.size()) + " ";
+    EXPECT_EQ(told, "Memory2 Ackerman2 ");
+    EXPECT_EQ(record.series[0].spans[0].seconds, 0.125);
+}
+
+TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
+{
+    WriteFile(fFolder / "a.journal", "old text");
+    const std::tuple<status_t, std::string, std::string> rows[] = {
+        // of another run
+        { B_OK, "--groups graphics --output ./a",
+            "3|tarvex-run: no display: the tests of <graphics> are left out\n" },
+        { B_OK, "--groups memory --output ./no/a",
+            "2|tarvex-run: cannot write <./no/a>: No such file or directory\n" },
+        { B_OK, "--resume ./no",
+            "2|tarvex-run: cannot resume <./no>: No such file or directory\n" },
+        { B_OK, "--groups memory --output ./a",
+            "2|" + kNote
+                + "tarvex-run: cannot write <./a.journal>: it is of a run that was not finished; "
+                  "--resume or remove it\n" },
+        { B_BUSY, "--groups memory --output ./b",
+            "4|tarvex-run: another run is under way, by : --anyway starts a second\n" },
+        { B_BUSY, "--groups graphics,memory --output ./b --anyway",
+            "3|tarvex-run: no display: the tests of <graphics> are left out\n" + kNote },
+        { B_ERROR, "--groups memory --output /dev/null", "0|" + kNote },
+    };
+    for (const auto& [other, arguments, told] : rows) {
+        gBegin = other;
+        EXPECT_EQ(Told(arguments), told);
+    }
+    gBegin = B_OK;
+    setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+    EXPECT_NE(Told("--groups graphics --output ./a").find(" (a Wayland session needs Xwayland): "),
+        std::string::npos);
+    EXPECT_EQ(ReadFile(fFolder / "a.journal"), "old text");
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.journal", "b" }));
+}
+
+TEST(RunLooper, RewritesItsLineOnATerminal)
+{
+    int terminal = -1, end = -1;
+    ASSERT_EQ(openpty(&terminal, &end, nullptr, nullptr, nullptr), 0);
+    const int before = dup(STDERR_FILENO);
+    dup2(end, STDERR_FILENO);
+    RunOutcome outcome;
+    auto* looper = new RunLooper(outcome);
+    const BMessenger target(looper);
+    const thread_id thread = looper->Run();
+    for (const int32 left : { 3605, 60, 9, 0, -1 }) {
+        BMessage status('BmkS');
+        status.AddString("status", "Testing");
+        status.AddInt32("left", left);
+        target.SendMessage(&status);
+    }
+    BMessage ended('LThC');
+    ended.AddString("name", RunLooper::kSignalThread);
+    ended.AddInt32("status", SIGHUP);
+    target.SendMessage(&ended);
+    status_t value = 0;
+    wait_for_thread(thread, &value);
+    dup2(before, STDERR_FILENO);
+    char text[200] = "";
+    EXPECT_GT(read(terminal, text, sizeof text - 1), 0);
+    for (const int file : { before, end, terminal })
+        close(file);
+    EXPECT_STREQ(text,
+        "\x1b[KTesting, 60:05 left\r\x1b[KTesting, 1:00 left\r\x1b[KTesting, 0:09 left\r"
+        "\x1b[KTesting, 0:00 left\r\x1b[KTesting\r\x1b[K");
+    EXPECT_EQ(outcome.signal, SIGHUP);
+    EXPECT_FALSE(outcome.finished);
+}
+
+} // namespace
