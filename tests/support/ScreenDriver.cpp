@@ -3,12 +3,16 @@
 #include "server/DisplayServer.h"
 #include "tests/support/Test.h"
 
+#include <QAbstractSlider>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMetaEnum>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QVariant>
 #include <QWindow>
@@ -38,6 +42,67 @@ Widget Describe(QWidget* widget, const QRect& rect, bool isEnabled, const std::s
     return { true, window && window->isExposed(), widget->window()->isMinimized(), isEnabled,
         widget->cursor().shape() == Qt::PointingHandCursor, text,
         size.OffsetToCopy(corner.x(), corner.y()) };
+}
+
+// What is its own of a widget: states, tip, font, colours.
+QString Peculiarities(const QAccessible::State& state, const QWidget* widget)
+{
+    QString text;
+    const auto add = [&](bool is, const QString& word) { text += is ? " " + word : ""; };
+    add(state.disabled, "disabled");
+    add(state.checked, "checked");
+    add(state.selected, "selected");
+    add(state.focused, "focused");
+    add(state.defaultButton, "default");
+    if (!widget)
+        return text;
+    if (const auto* slider = qobject_cast<const QAbstractSlider*>(widget))
+        add(true,
+            QString("to %1 by %2 and %3")
+                .arg(slider->maximum())
+                .arg(slider->singleStep())
+                .arg(slider->pageStep()));
+    add(widget->property("alignment").toInt() & Qt::AlignHCenter, "centred");
+    const QFont font = widget->font();
+    add(font.pixelSize() != QApplication::font().pixelSize(),
+        QString::number(font.pixelSize()) + "px");
+    add(font.bold(), "bold");
+    for (const auto role : { QPalette::WindowText, QPalette::Window }) {
+        const QPalette around =
+            widget->isWindow() ? QApplication::palette() : widget->parentWidget()->palette();
+        const QColor color = widget->palette().color(role);
+        add(color != around.color(role), color.name());
+    }
+    add(!widget->toolTip().isEmpty(), "tip <" + widget->toolTip() + ">");
+    return text;
+}
+
+void Append(std::string& tree, QAccessibleInterface* node, const QWidget& window, QString indent)
+{
+    const bool isMenu = node && indent.endsWith('|'); // which is not open
+    if (!node || (node->state().invisible && !isMenu))
+        return;
+    const auto* widget = qobject_cast<QWidget*>(node->object());
+    const QRect frame = node->rect();
+    const QPoint place = frame.topLeft() - window.mapToGlobal(QPoint());
+    const QString role = QMetaEnum::fromType<QAccessible::Role>().valueToKey(node->role());
+    QString line = role + " " + (widget ? widget->objectName() : "") + " \""
+        + node->text(QAccessible::Name) + "\"";
+    for (const auto kind : { QAccessible::Value, QAccessible::Accelerator }) {
+        if (!node->text(kind).isEmpty())
+            line += " = " + node->text(kind);
+    }
+    if (!isMenu)
+        line += QString(" %1 %2 %3x%4")
+                    .arg(place.x())
+                    .arg(place.y())
+                    .arg(frame.width())
+                    .arg(frame.height());
+    line += Peculiarities(node->state(), widget);
+    tree += (indent.replace('|', ' ') + line.replace("\n", "\\n")).toStdString() + "\n";
+    for (int i = 0; i < node->childCount(); i++)
+        Append(tree, node->child(i), window,
+            indent + (isMenu || node->role() == QAccessible::MenuItem ? " |" : "  "));
 }
 
 template <typename MenuWidget>
@@ -131,6 +196,54 @@ Widget Find(const std::string& name, const std::string& window)
                 return Describe(widget, widget->rect(), widget->isEnabled(), TextOf(widget));
         }
         return Widget {};
+    });
+}
+
+std::string Tree(const std::string& window)
+{
+    return display::Call([&] {
+        QAccessible::setActive(true); // from now on views note what they draw
+        std::string tree;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->isVisible() && widget->windowTitle() == QString::fromStdString(window))
+                Append(tree, QAccessible::queryAccessibleInterface(widget), *widget, "");
+        }
+        return tree;
+    });
+}
+
+testing::AssertionResult ShowsTree(const std::string& window, const std::string& name,
+    const std::map<std::string, std::string>& with)
+{
+    QString expected = QString::fromStdString(ReadFile(TARVEX_TESTS "/" + name + ".tree"));
+    for (const auto& [word, text] : with)
+        expected.replace(word.c_str(), QString::fromStdString(text).replace("\n", "\\n"));
+    // Where everything is larger, and dark, places and colours are others.
+    const QRegularExpression looks(" (#\\w{6}|-?\\d+ -?\\d+ \\d+x\\d+|to \\d+ by .*)");
+    const bool isUsual = display::Call([] { return qGuiApp->devicePixelRatio() == 1; });
+    QString shown;
+    const auto isShown = [&] {
+        shown = QString::fromStdString(Tree(window));
+        return isUsual ? shown == expected : shown.remove(looks) == expected.remove(looks);
+    };
+    if (WaitFor(isShown))
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << shown.toStdString() << "is not " << name << ".tree";
+}
+
+std::string Lines(const std::string& view)
+{
+    return display::Call([&] {
+        QAccessible::setActive(true);
+        std::string lines;
+        for (QWidget* widget : QApplication::allWidgets()) {
+            auto* node = QAccessible::queryAccessibleInterface(widget);
+            if (!widget->isVisible() || widget->objectName() != QString::fromStdString(view))
+                continue;
+            for (int i = 0; i < node->childCount(); i++)
+                lines += node->child(i)->text(QAccessible::Name).toStdString() + "\n";
+        }
+        return lines;
     });
 }
 

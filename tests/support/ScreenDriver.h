@@ -8,7 +8,10 @@
 #include "Rect.h"
 #include "tests/support/WaitUntil.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,6 +29,16 @@ struct Widget {
 };
 
 Widget Find(const std::string& name, const std::string& window = "");
+
+// What a screen reader gets of a shown window, by its title, and how it looks: a line for each
+// part, indented below what holds it, with role, name of the view, text, place in the window and
+// size, then its states and what is its own of tip, font and colours.
+std::string Tree(const std::string& window);
+// Whether that comes to be what the file tests/NAME.tree says, the words of with replaced there.
+testing::AssertionResult ShowsTree(const std::string& window, const std::string& name,
+    const std::map<std::string, std::string>& with = {});
+// The lines that a view which draws itself comes to show.
+std::string Lines(const std::string& view);
 // Whether a shown window has that title, and the keyboard.
 bool IsActive(const std::string& window);
 // Where a menu or item by its label can be clicked; of an item only while its menu is open.
