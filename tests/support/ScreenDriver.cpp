@@ -44,65 +44,59 @@ Widget Describe(QWidget* widget, const QRect& rect, bool isEnabled, const std::s
         size.OffsetToCopy(corner.x(), corner.y()) };
 }
 
-// What is its own of a widget: states, tip, font, colours.
-QString Peculiarities(const QAccessible::State& state, const QWidget* widget)
+// What is its own of a widget: its range, alignment, font, colours and tip.
+QString Peculiarities(const QWidget& widget)
 {
     QString text;
     const auto add = [&](bool is, const QString& word) { text += is ? " " + word : ""; };
-    add(state.disabled, "disabled");
-    add(state.checked, "checked");
-    add(state.selected, "selected");
-    add(state.focused, "focused");
-    add(state.defaultButton, "default");
-    if (!widget)
-        return text;
-    if (const auto* slider = qobject_cast<const QAbstractSlider*>(widget))
-        add(true,
-            QString("to %1 by %2 and %3")
-                .arg(slider->maximum())
-                .arg(slider->singleStep())
-                .arg(slider->pageStep()));
-    add(widget->property("alignment").toInt() & Qt::AlignHCenter, "centred");
-    const QFont font = widget->font();
+    if (const auto* bar = qobject_cast<const QAbstractSlider*>(&widget))
+        text = QString::asprintf(
+            " to %d by %d and %d", bar->maximum(), bar->singleStep(), bar->pageStep());
+    add(widget.property("alignment").toInt() & Qt::AlignHCenter, "centred");
+    const QFont font = widget.font();
     add(font.pixelSize() != QApplication::font().pixelSize(),
         QString::number(font.pixelSize()) + "px");
     add(font.bold(), "bold");
+    const QPalette around =
+        widget.isWindow() ? QApplication::palette() : widget.parentWidget()->palette();
     for (const auto role : { QPalette::WindowText, QPalette::Window }) {
-        const QPalette around =
-            widget->isWindow() ? QApplication::palette() : widget->parentWidget()->palette();
-        const QColor color = widget->palette().color(role);
+        const QColor color = widget.palette().color(role);
         add(color != around.color(role), color.name());
     }
-    add(!widget->toolTip().isEmpty(), "tip <" + widget->toolTip() + ">");
+    add(!widget.toolTip().isEmpty(), "tip <" + widget.toolTip() + ">");
     return text;
 }
 
-void Append(std::string& tree, QAccessibleInterface* node, const QWidget& window, QString indent)
+// Of a menu that is not open nothing has a place.
+void Append(std::string& tree, QAccessibleInterface& node, const QWidget& window,
+    const QString& indent, bool isMenu)
 {
-    const bool isMenu = node && indent.endsWith('|'); // which is not open
-    if (!node || (node->state().invisible && !isMenu))
+    const QAccessible::State state = node.state();
+    if (state.invisible && !isMenu)
         return;
-    const auto* widget = qobject_cast<QWidget*>(node->object());
-    const QRect frame = node->rect();
-    const QPoint place = frame.topLeft() - window.mapToGlobal(QPoint());
-    const QString role = QMetaEnum::fromType<QAccessible::Role>().valueToKey(node->role());
-    QString line = role + " " + (widget ? widget->objectName() : "") + " \""
-        + node->text(QAccessible::Name) + "\"";
-    for (const auto kind : { QAccessible::Value, QAccessible::Accelerator }) {
-        if (!node->text(kind).isEmpty())
-            line += " = " + node->text(kind);
-    }
+    const auto* widget = qobject_cast<QWidget*>(node.object());
+    const QRect frame = node.rect().translated(-window.mapToGlobal(QPoint()));
+    QString line = QMetaEnum::fromType<QAccessible::Role>().valueToKey(node.role());
+    line +=
+        " " + (widget ? widget->objectName() : "") + " \"" + node.text(QAccessible::Name) + "\"";
+    for (const auto kind : { QAccessible::Value, QAccessible::Accelerator })
+        line += node.text(kind).isEmpty() ? "" : " = " + node.text(kind);
     if (!isMenu)
-        line += QString(" %1 %2 %3x%4")
-                    .arg(place.x())
-                    .arg(place.y())
-                    .arg(frame.width())
-                    .arg(frame.height());
-    line += Peculiarities(node->state(), widget);
-    tree += (indent.replace('|', ' ') + line.replace("\n", "\\n")).toStdString() + "\n";
-    for (int i = 0; i < node->childCount(); i++)
-        Append(tree, node->child(i), window,
-            indent + (isMenu || node->role() == QAccessible::MenuItem ? " |" : "  "));
+        line +=
+            QString::asprintf(" %d %d %dx%d", frame.x(), frame.y(), frame.width(), frame.height());
+    line += QString(state.disabled ? " disabled" : "") + (state.checked ? " checked" : "")
+        + (state.selected ? " selected" : "") + (state.focused ? " focused" : "")
+        + (state.defaultButton ? " default" : "") + (widget ? Peculiarities(*widget) : "");
+    tree += (indent + line.replace("\n", "\\n")).toStdString() + "\n";
+    for (int i = 0; i < node.childCount(); i++)
+        Append(tree, *node.child(i), window, indent + "  ",
+            isMenu || node.role() == QAccessible::MenuItem);
+}
+
+QAccessibleInterface& AccessibleOf(QWidget& widget)
+{
+    QAccessible::setActive(true); // from now on views note what they draw
+    return *QAccessible::queryAccessibleInterface(&widget);
 }
 
 template <typename MenuWidget>
@@ -202,11 +196,10 @@ Widget Find(const std::string& name, const std::string& window)
 std::string Tree(const std::string& window)
 {
     return display::Call([&] {
-        QAccessible::setActive(true); // from now on views note what they draw
         std::string tree;
         for (QWidget* widget : QApplication::topLevelWidgets()) {
             if (widget->isVisible() && widget->windowTitle() == QString::fromStdString(window))
-                Append(tree, QAccessible::queryAccessibleInterface(widget), *widget, "");
+                Append(tree, AccessibleOf(*widget), *widget, "", false);
         }
         return tree;
     });
@@ -215,6 +208,7 @@ std::string Tree(const std::string& window)
 testing::AssertionResult ShowsTree(const std::string& window, const std::string& name,
     const std::map<std::string, std::string>& with)
 {
+    MoveTo(BPoint(2, 760)); // where nothing has a tip for the pointer
     QString expected = QString::fromStdString(ReadFile(TARVEX_TESTS "/" + name + ".tree"));
     for (const auto& [word, text] : with)
         expected.replace(word.c_str(), QString::fromStdString(text).replace("\n", "\\n"));
@@ -234,13 +228,11 @@ testing::AssertionResult ShowsTree(const std::string& window, const std::string&
 std::string Lines(const std::string& view)
 {
     return display::Call([&] {
-        QAccessible::setActive(true);
         std::string lines;
         for (QWidget* widget : QApplication::allWidgets()) {
-            auto* node = QAccessible::queryAccessibleInterface(widget);
-            if (!widget->isVisible() || widget->objectName() != QString::fromStdString(view))
-                continue;
-            for (int i = 0; i < node->childCount(); i++)
+            const bool isWanted = widget->isVisible() && widget->objectName() == view.c_str();
+            QAccessibleInterface* node = isWanted ? &AccessibleOf(*widget) : nullptr;
+            for (int i = 0; node && i < node->childCount(); i++)
                 lines += node->child(i)->text(QAccessible::Name).toStdString() + "\n";
         }
         return lines;
