@@ -225,6 +225,14 @@ testing::AssertionResult ShowsTree(const std::string& window, const std::string&
     return testing::AssertionFailure() << shown.toStdString() << "is not " << name << ".tree";
 }
 
+testing::AssertionResult Shows(const std::string& name, const std::string& text)
+{
+    const bool isShown = WaitFor([&] { return Find(name).text == text; });
+    return isShown ? testing::AssertionSuccess()
+                   : testing::AssertionFailure() << Find(name).text << " is not\n"
+                                                 << text;
+}
+
 std::string Lines(const std::string& view)
 {
     return display::Call([&] {

@@ -37,7 +37,9 @@ std::string Tree(const std::string& window);
 // Whether that comes to be what the file tests/NAME.tree says, the words of with replaced there.
 testing::AssertionResult ShowsTree(const std::string& window, const std::string& name,
     const std::map<std::string, std::string>& with = {});
-// The lines that a view which draws itself comes to show.
+// Whether a widget comes to show that text.
+testing::AssertionResult Shows(const std::string& name, const std::string& text);
+// The lines that a view which draws itself shows.
 std::string Lines(const std::string& view);
 // Whether a shown window has that title, and the keyboard.
 bool IsActive(const std::string& window);

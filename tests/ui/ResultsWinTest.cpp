@@ -128,10 +128,6 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
     ResultsWin* window = new ResultsWin(1);
     window->Update(run, false);
     window->Show();
-    const auto says = [&](const std::string& text) {
-        EXPECT_TRUE(screen::WaitFor([&] { return Find("status").text == text; }))
-            << Find("status").text << " is not " << text;
-    };
     const auto save = [&](const std::string& file) {
         ASSERT_TRUE(screen::BecomesActive("Results"));
         screen::Key("Return");
@@ -148,14 +144,14 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
         EXPECT_TRUE(screen::Click("_b1_", "alert"));
     };
     save("/sys/mine"); // where nobody, not even root, may make a file
-    says("Could not write /sys/mine: permission denied");
+    EXPECT_TRUE(screen::Shows("status", "Could not write /sys/mine: permission denied"));
     EXPECT_FALSE(WithLock(window, [] { return Find("config").exists; }));
 
     mailer("cat > /dev/null\n");
     save(folder / "mine");
     EXPECT_SOON(Find("status").text.ends_with("/mine.zip (1 file, 1 KB)"));
     mail();
-    says("Mailed to support@tarvex.example");
+    EXPECT_TRUE(screen::Shows("status", "Mailed to support@tarvex.example"));
 
     mailer("echo 'no such account' >&2; exit 78\n");
     save(longFolder + "/mine");
@@ -166,7 +162,7 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
     EXPECT_TRUE(shown.ends_with("/mine.zip (1 file, 1 KB)")) << shown;
     EXPECT_NE(shown.find("..."), shown.npos);
     mail();
-    says("The mailer refused: no such account");
+    EXPECT_TRUE(screen::Shows("status", "The mailer refused: no such account"));
     setenv("PATH", path.c_str(), 1);
     ASSERT_TRUE(window->Lock());
     EXPECT_TRUE(window->QuitRequested());
