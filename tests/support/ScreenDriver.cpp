@@ -39,8 +39,7 @@ Widget Describe(QWidget* widget, const QRect& rect, bool isEnabled, const std::s
     const QWindow* window = widget->window()->windowHandle();
     const QPoint corner = widget->mapToGlobal(rect.topLeft());
     const BRect size(0, 0, rect.width() - 1, rect.height() - 1);
-    return { true, window && window->isExposed(), widget->window()->isMinimized(), isEnabled,
-        widget->cursor().shape() == Qt::PointingHandCursor, text,
+    return { true, window && window->isExposed(), widget->window()->isMinimized(), isEnabled, text,
         size.OffsetToCopy(corner.x(), corner.y()) };
 }
 
@@ -52,6 +51,7 @@ QString Peculiarities(const QWidget& widget)
     if (const auto* bar = qobject_cast<const QAbstractSlider*>(&widget))
         text = QString::asprintf(
             " to %d by %d and %d", bar->maximum(), bar->singleStep(), bar->pageStep());
+    add(widget.cursor().shape() == Qt::PointingHandCursor, "link");
     add(widget.property("alignment").toInt() & Qt::AlignHCenter, "centred");
     const QFont font = widget.font();
     add(font.pixelSize() != QApplication::font().pixelSize(),

@@ -23,7 +23,6 @@ struct Widget {
     bool exposed = false; // its window is on the screen
     bool minimized = false; // its window, and the display knows
     bool enabled = false;
-    bool isLink = false; // as the pointer over it says
     std::string text; // label, title or contents
     BRect frame; // on the screen
 };

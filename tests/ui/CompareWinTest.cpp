@@ -310,12 +310,6 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
     Run();
     ASSERT_TRUE(screen::Click("save"));
     ASSERT_TRUE(screen::BecomesActive("Information"));
-    const BRect chart = Find("DrawView").frame;
-    const auto hasBar = [&] { return BarAt(0, 200, 410) == 0x00b200; };
-    screen::MoveWindow("Information", chart.LeftTop() + BPoint(400, 0)); // over the bar and away
-    ASSERT_SOON(!hasBar());
-    screen::MoveWindow("Information", chart.LeftTop() + BPoint(0, 200));
-    EXPECT_TRUE(WaitFor(hasBar));
     screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
     std::filesystem::rename(folder / "Tarvex.compare", folder / "table");

@@ -135,23 +135,28 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
         EXPECT_TRUE(screen::ShowsTree("", "ui/Question"));
         screen::Key("y");
         ASSERT_TRUE(screen::BecomesActive("Save As"));
+        EXPECT_TRUE(screen::Shows("fileNameEdit", "Tarvex.results"));
         screen::Type(file);
         screen::Key("Return");
     };
     const auto mail = [] {
         ASSERT_TRUE(screen::BecomesActive("alert"));
         EXPECT_TRUE(screen::ShowsTree("alert", "ui/Alert"));
+        screen::Type("a box");
+        EXPECT_TRUE(screen::Shows("config", "a box"));
         EXPECT_TRUE(screen::Click("_b1_", "alert"));
     };
     save("/sys/mine"); // where nobody, not even root, may make a file
     EXPECT_TRUE(screen::Shows("status", "Could not write /sys/mine: permission denied"));
     EXPECT_FALSE(WithLock(window, [] { return Find("config").exists; }));
 
-    mailer("cat > /dev/null\n");
+    mailer("cat > \"$0.mail\"\n");
     save(folder / "mine");
     EXPECT_SOON(Find("status").text.ends_with("/mine.zip (1 file, 1 KB)"));
     mail();
     EXPECT_TRUE(screen::Shows("status", "Mailed to support@tarvex.example"));
+    EXPECT_NE(
+        ReadFile(folder / "sendmail.mail").find("\nResults for : a box.\n"), std::string::npos);
 
     mailer("echo 'no such account' >&2; exit 78\n");
     save(longFolder + "/mine");
