@@ -30,7 +30,12 @@ public:
         pollfd file { fPipe[0], POLLIN, 0 };
         return poll(&file, 1, mostMillis) == 1;
     }
-    Entries Asked() { return fService.log.Now(); }
+    Entries Asked()
+    {
+        Entries entries = fService.log.Now();
+        std::erase(entries, "gone");
+        return entries;
+    }
 
 private:
     DBusMessage* Answer(DBusMessage* call, const std::string& granted)
