@@ -33,16 +33,14 @@ TEST(LibColorChooser, OffersThe216ColoursOfWhichKeysAndClicksPickOne)
     // Red grows from block to block, green downwards and blue to the right in each.
     EXPECT_TRUE(screen::ShowsTree("Color", "toolkit/Color"));
     const BPoint corner = screen::Find("swatches").frame.LeftTop();
-    const auto pixel = [&](int column, int row, float x) {
-        const rgb_color color = screen::PixelAt(
-            corner + BPoint(static_cast<float>(column) * 18 + x, static_cast<float>(row) * 18 + x));
-        return color.red << 16 | color.green << 8 | color.blue;
+    const std::vector<uint32> pixels = screen::PixelsIn(screen::Find("swatches").frame);
+    const auto pixel = [&](int column, int row, int inside) {
+        return pixels[(row * 18 + inside) * 324 + column * 18 + inside];
     };
-    for (int row = 0; row < 12; row++) {
-        for (int column = 0; column < 18; column++) {
-            const int red = column / 6 + row / 6 * 3;
-            EXPECT_EQ(pixel(column, row, 9), red * 0x330000 + row % 6 * 0x3300 + column % 6 * 0x33);
-        }
+    for (int i = 0; i < 216; i++) {
+        const int column = i % 18, row = i / 18, red = column / 6 + row / 6 * 3;
+        EXPECT_EQ(pixel(column, row, 9), red * 0x330000 + row % 6 * 0x3300 + column % 6 * 0x33)
+            << i;
     }
     EXPECT_EQ(pixel(12, 2, 0), 0) << "the cursor: black,";
     EXPECT_EQ(pixel(12, 2, 1), 0xffffff) << "white,";

@@ -73,29 +73,12 @@ TEST_F(WindowTest, ButtonsStandEvenlyAtTheRightAndKeysPressTheLastOrAskToClose)
     EXPECT_EQ(log.Now(), (Entries { "3", "asked", "asked" }));
 }
 
-TEST_F(WindowTest, OthersArePlacedBesideTheMainWindowWhereverItIs)
-{
-    TestDialog* mainWindow = Open("Main");
-    WithLock(mainWindow, [&] { mainWindow->SetMainWindow(); });
-    TestDialog* dialog = Open();
-    for (const BPoint corner : { BPoint(50, 60), BPoint(600, 200) }) {
-        mainWindow->MoveTo(corner);
-        // The window learns of its move by a message.
-        EXPECT_TRUE(screen::WaitFor([&] {
-            dialog->SetPosition(kBesideMain);
-            return screen::Find("bgview", "Dialog").frame.top == corner.y
-                && !dialog->Frame().Intersects(mainWindow->Frame());
-        })) << corner.x;
-    }
-}
-
 TEST_F(WindowTest, AWindowThatIsShownLateHidesNoneThatCameBefore)
 {
     TestDialog* mainWindow = Open("Main");
-    WithLock(mainWindow, [&] {
-        mainWindow->SetMainWindow();
-        mainWindow->MoveTo(BPoint(50, 60));
-    });
+    WithLock(mainWindow, [&] { mainWindow->SetMainWindow(); });
+    screen::MoveWindow("Main", BPoint(50, 60));
+    EXPECT_SOON(screen::Find("bgview", "Main").frame.left == 50);
     TestDialog* late = new TestDialog("Late");
     late->SetPosition(kBesideMain);
     TestDialog* other = new TestDialog("Other");
