@@ -49,7 +49,7 @@ protected:
         std::filesystem::remove_all(DataHome() / "tarvex");
         std::filesystem::current_path(folder.Path());
         target->Run();
-        Open(true);
+        Open();
     }
     void TearDown() override
     {
@@ -58,7 +58,7 @@ protected:
         std::filesystem::current_path("/");
     }
 
-    void Open(bool allowSave)
+    void Open(bool allowSave = true)
     {
         window = new CompareWin(target, allowSave);
         window->Show();
@@ -158,6 +158,8 @@ TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndC
 
 TEST_F(CompareWinTest, KeysScrollTheChartWhoseBarKnowsItsHeight)
 {
+    Close();
+    Open(false);
     std::string machines = "1.0\n";
     for (int i = 0; i < 12; i++)
         machines += MadeResults("M (1-)", "700:" + std::to_string(10 + i) + "/1.0;").substr(4);
@@ -206,7 +208,7 @@ TEST_F(CompareWinTest, TheMenuOfAMachineForgetsAndOrdersWhatTipsTellOf)
         "1 machine forgotten; Ctrl+Z brings back what was forgotten since this window was "
         "opened"));
     Close();
-    Open(true); // what was forgotten is not stored, and the order stays
+    Open(); // what was forgotten is not stored, and the order stays
     window->LoadResults(MachineFile(folder).c_str());
     Run();
     ExpectRows(other + own + ownIsSelected);
@@ -224,7 +226,7 @@ TEST_F(CompareWinTest, TheMenuOfAMachineForgetsAndOrdersWhatTipsTellOf)
     ExpectRows(own + other + "Selected: Other (1-y)\n");
     EXPECT_TRUE(Shows("line", "1 machine is back"));
     Close();
-    Open(true);
+    Open();
     window->LoadResults((folder / "none").c_str());
     EXPECT_TRUE(Shows("line", "none cannot be read: No such file or directory"));
     Run();
@@ -306,7 +308,7 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
     window->LoadResults(&dropped);
     EXPECT_EQ(Find("line").text, "2 machines added; other.txt is no results file, and 1 more");
     Close();
-    Open(true);
+    Open();
     Run();
     ASSERT_TRUE(screen::Click("save"));
     ASSERT_TRUE(screen::BecomesActive("Information"));
