@@ -45,7 +45,11 @@ TEST(LibColorChooser, OffersThe216ColoursOfWhichKeysAndClicksPickOne)
     EXPECT_EQ(pixel(12, 2, 0), 0) << "the cursor: black,";
     EXPECT_EQ(pixel(12, 2, 1), 0xffffff) << "white,";
     EXPECT_EQ(pixel(12, 2, 2), 0x666600) << "then the swatch";
-    const std::tuple<const char*, int, const char*> rows[] = {
+    const struct {
+        const char* key;
+        int times;
+        const char* said;
+    } rows[] = {
         { "Left", 1, "Red 51, green 102, blue 255\n" },
         { "Up", 3, "Red 51, green 0, blue 255\n" }, // beyond an edge it stays
         { "Left", 12, "Red 0, green 0, blue 0\n" },
@@ -53,10 +57,10 @@ TEST(LibColorChooser, OffersThe216ColoursOfWhichKeysAndClicksPickOne)
         { "Right", 18, "Red 255, green 255, blue 255\n" },
         { "Up", 1, "Red 255, green 204, blue 255\n" },
     };
-    for (const auto& [key, times, said] : rows) {
-        for (int i = 0; i < times; i++)
-            screen::Key(key);
-        EXPECT_SOON(screen::Lines("swatches") == said) << screen::Lines("swatches");
+    for (const auto& row : rows) {
+        for (int i = 0; i < row.times; i++)
+            screen::Key(row.key);
+        EXPECT_SOON(screen::Lines("swatches") == row.said) << screen::Lines("swatches");
     }
     const auto picked = [&] {
         const rgb_color color = WithLock(chooser, [&] { return chooser->Color(); });

@@ -174,11 +174,9 @@ TEST_F(CompareWinTest, KeysScrollTheChartWhoseBarKnowsItsHeight)
         WithLock(window, [&] { return window->FindView("DrawView")->ScrollBar(B_VERTICAL); });
     const std::pair<const char*, float> rows[] = { { "Down", 17 }, { "Next", 94 }, { "Up", 77 },
         { "End", 129 }, { "Down", 129 }, { "Prior", 52 }, { "Down", 69 }, { "Home", 0 } };
-    for (const auto& [key, place] : rows) {
-        screen::Key(key);
-        EXPECT_TRUE(WaitFor([&] {
-            return WithLock(window, [&] { return bar->Value(); }) == place;
-        })) << key;
+    for (const auto& row : rows) {
+        screen::Key(row.first);
+        EXPECT_SOON(WithLock(window, [&] { return bar->Value(); }) == row.second) << row.first;
     }
 }
 
