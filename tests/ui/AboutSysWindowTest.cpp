@@ -43,5 +43,6 @@ TEST(AboutSysWindow, TellsInTipsWhatTheMachineIsAndWhatItsDevicesWereCalled)
         screen::Key("Right");
     }
     ASSERT_TRUE(window->Lock());
+    EXPECT_TRUE(window->QuitRequested());
     window->Quit();
 }
