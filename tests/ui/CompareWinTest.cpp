@@ -277,10 +277,50 @@ TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
     screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
     EXPECT_SOON(!showsCursor()) << "the keyboard is elsewhere";
-    screen::Key("Left"); // of { 0, 153, 0 }, the nearest
+    EXPECT_TRUE(
+        screen::ShowsTree("Color of 2 CPU", "ui/Color")); // with the nearest to { 0, 178, 0 }
+    const BRect swatches = Find("swatches").frame;
+    // Red grows from block to block of six, green downwards and blue to the right in each.
+    const std::vector<uint32> pixels = screen::PixelsIn(swatches);
+    const auto pixel = [&](int column, int row, int inside) {
+        return pixels[(row * 18 + inside) * 324 + column * 18 + inside];
+    };
+    for (int i = 0; i < 216; i++) {
+        const int column = i % 18, row = i / 18, red = column / 6 + row / 6 * 3;
+        EXPECT_EQ(pixel(column, row, 9), red * 0x330000 + row % 6 * 0x3300 + column % 6 * 0x33);
+    }
+    EXPECT_EQ(pixel(0, 3, 0), 0) << "the cursor: black,";
+    EXPECT_EQ(pixel(0, 3, 1), 0xffffff) << "white,";
+    EXPECT_EQ(pixel(0, 3, 2), 0x009900) << "then the swatch";
+    const struct {
+        const char* key;
+        int times; // one too many: at an edge it stays
+        const char* said;
+    } rows[] = {
+        { "Up", 4, "Red 0, green 0, blue 0\n" },
+        { "Left", 1, "Red 0, green 0, blue 0\n" },
+        { "Down", 12, "Red 153, green 255, blue 0\n" },
+        { "Right", 18, "Red 255, green 255, blue 255\n" },
+        { "Left", 1, "Red 255, green 255, blue 204\n" },
+    };
+    for (const auto& row : rows) {
+        for (int i = 0; i < row.times; i++)
+            screen::Key(row.key);
+        EXPECT_SOON(screen::Lines("swatches") == row.said) << screen::Lines("swatches");
+    }
     screen::Key("Return");
-    EXPECT_SOON(BarAt(0, 390, 410) == 0x6666ff);
+    EXPECT_SOON(BarAt(0, 390, 410) == 0xffffcc);
     EXPECT_FALSE(screen::IsActive("Color of 2 CPU"));
+    screen::Key("Return");
+    ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
+    screen::ClickAt(swatches.RightBottom());
+    EXPECT_SOON(BarAt(0, 390, 410) == 0xffffff);
+    screen::Key("Return");
+    ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
+    screen::Key("Left");
+    screen::Key("Escape");
+    ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
+    EXPECT_EQ(BarAt(0, 390, 410), 0xffffffu);
 }
 
 TEST_F(CompareWinTest, FilesDraggedFromAnotherProgramAreShown)
