@@ -42,7 +42,7 @@ std::string LibShortened(const BFont& font, const std::string& text, float width
 }
 
 StatusLine::StatusLine(BRect frame, const char* name, uint32 resizeMode)
-    : BStringView(frame, name, "", resizeMode)
+    : BStringView(frame, name, "", resizeMode, B_WILL_DRAW | B_FRAME_EVENTS)
 {
     SetFontSize(kFontSize);
 }

@@ -50,7 +50,8 @@ void DrawFitted(BView* owner, const char* text, BPoint place, float width)
     const float excess = owner->StringWidth(text) - (width - kColumnGap);
     if (excess <= 0)
         return owner->DrawString(text, place);
-    const float closer = -excess / static_cast<float>(strlen(text));
+    // The last letter has none behind it that comes closer.
+    const float closer = -excess / static_cast<float>(std::max<size_t>(strlen(text), 2) - 1);
     escapement_delta delta { closer, closer };
     owner->DrawString(text, place, &delta);
 }

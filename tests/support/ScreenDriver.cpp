@@ -3,12 +3,16 @@
 #include "server/DisplayServer.h"
 #include "tests/support/Test.h"
 
+#include <QAbstractSlider>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMetaEnum>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QVariant>
 #include <QWindow>
@@ -36,9 +40,64 @@ Widget Describe(QWidget* widget, const QRect& rect, bool isEnabled, const std::s
     const QPoint corner = widget->mapToGlobal(rect.topLeft());
     const BRect size(0, 0, rect.width() - 1, rect.height() - 1);
     return { true, window && window->isExposed(), widget->window()->isMinimized(), isEnabled,
-        widget->window()->focusWidget() == widget,
-        widget->cursor().shape() == Qt::PointingHandCursor, text,
+        widget->window()->focusWidget() == widget, text,
         size.OffsetToCopy(corner.x(), corner.y()) };
+}
+
+// What is its own of a widget: its range, alignment, font, colours and tip.
+QString Peculiarities(const QWidget& widget)
+{
+    QString text;
+    const auto add = [&](bool is, const QString& word) { text += is ? " " + word : ""; };
+    if (const auto* bar = qobject_cast<const QAbstractSlider*>(&widget))
+        text = QString::asprintf(
+            " to %d by %d and %d", bar->maximum(), bar->singleStep(), bar->pageStep());
+    add(widget.cursor().shape() == Qt::PointingHandCursor, "link");
+    add(widget.property("alignment").toInt() & Qt::AlignHCenter, "centred");
+    const QFont font = widget.font();
+    add(font.pixelSize() != QApplication::font().pixelSize(),
+        QString::number(font.pixelSize()) + "px");
+    add(font.bold(), "bold");
+    const QPalette around =
+        widget.isWindow() ? QApplication::palette() : widget.parentWidget()->palette();
+    for (const auto role : { QPalette::WindowText, QPalette::Window }) {
+        const QColor color = widget.palette().color(role);
+        add(color != around.color(role), color.name());
+    }
+    add(!widget.toolTip().isEmpty(), "tip <" + widget.toolTip() + ">");
+    return text;
+}
+
+// Of a menu that is not open nothing has a place.
+void Append(std::string& tree, QAccessibleInterface& node, const QWidget& window,
+    const QString& indent, bool isMenu)
+{
+    const QAccessible::State state = node.state();
+    if (state.invisible && !isMenu)
+        return;
+    const auto* widget = qobject_cast<QWidget*>(node.object());
+    const QRect frame = node.rect().translated(-window.mapToGlobal(QPoint()));
+    QString line = QMetaEnum::fromType<QAccessible::Role>().valueToKey(node.role());
+    line +=
+        " " + (widget ? widget->objectName() : "") + " \"" + node.text(QAccessible::Name) + "\"";
+    for (const auto kind : { QAccessible::Value, QAccessible::Accelerator })
+        line += node.text(kind).isEmpty() ? "" : " = " + node.text(kind);
+    if (!isMenu)
+        line +=
+            QString::asprintf(" %d %d %dx%d", frame.x(), frame.y(), frame.width(), frame.height());
+    line += QString(state.disabled ? " disabled" : "") + (state.checked ? " checked" : "")
+        + (state.selected ? " selected" : "") + (state.focused ? " focused" : "")
+        + (state.defaultButton ? " default" : "") + (widget ? Peculiarities(*widget) : "");
+    tree += (indent + line.replace("\n", "\\n")).toStdString() + "\n";
+    for (int i = 0; i < node.childCount(); i++)
+        Append(tree, *node.child(i), window, indent + "  ",
+            isMenu || node.role() == QAccessible::MenuItem);
+}
+
+QAccessibleInterface& AccessibleOf(QWidget& widget)
+{
+    QAccessible::setActive(true); // from now on views note what they draw
+    return *QAccessible::queryAccessibleInterface(&widget);
 }
 
 template <typename MenuWidget>
@@ -132,6 +191,60 @@ Widget Find(const std::string& name, const std::string& window)
                 return Describe(widget, widget->rect(), widget->isEnabled(), TextOf(widget));
         }
         return Widget {};
+    });
+}
+
+std::string Tree(const std::string& window)
+{
+    return display::Call([&] {
+        std::string tree;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->isVisible() && widget->windowTitle() == QString::fromStdString(window))
+                Append(tree, AccessibleOf(*widget), *widget, "", false);
+        }
+        return tree;
+    });
+}
+
+testing::AssertionResult ShowsTree(const std::string& window, const std::string& name,
+    const std::map<std::string, std::string>& with)
+{
+    MoveTo(BPoint(2, 760)); // where nothing has a tip for the pointer
+    QString expected = QString::fromStdString(ReadFile(TARVEX_TESTS "/" + name + ".tree"));
+    for (const auto& [word, text] : with)
+        expected.replace(word.c_str(), QString::fromStdString(text).replace("\n", "\\n"));
+    // Where everything is larger, and dark, places and colours are others.
+    const QRegularExpression looks(" (#\\w{6}|-?\\d+ -?\\d+ \\d+x\\d+|to \\d+ by .*)");
+    const bool isUsual = display::Call([] { return qGuiApp->devicePixelRatio() == 1; });
+    QString shown;
+    const auto isShown = [&] {
+        shown = QString::fromStdString(Tree(window));
+        return isUsual ? shown == expected : shown.remove(looks) == expected.remove(looks);
+    };
+    if (WaitFor(isShown))
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << shown.toStdString() << "is not " << name << ".tree";
+}
+
+testing::AssertionResult Shows(const std::string& name, const std::string& text)
+{
+    const bool isShown = WaitFor([&] { return Find(name).text == text; });
+    return isShown ? testing::AssertionSuccess()
+                   : testing::AssertionFailure() << Find(name).text << " is not\n"
+                                                 << text;
+}
+
+std::string Lines(const std::string& view)
+{
+    return display::Call([&] {
+        std::string lines;
+        for (QWidget* widget : QApplication::allWidgets()) {
+            const bool isWanted = widget->isVisible() && widget->objectName() == view.c_str();
+            QAccessibleInterface* node = isWanted ? &AccessibleOf(*widget) : nullptr;
+            for (int i = 0; node && i < node->childCount(); i++)
+                lines += node->child(i)->text(QAccessible::Name).toStdString() + "\n";
+        }
+        return lines;
     });
 }
 

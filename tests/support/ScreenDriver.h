@@ -8,7 +8,10 @@
 #include "Rect.h"
 #include "tests/support/WaitUntil.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -21,12 +24,23 @@ struct Widget {
     bool minimized = false; // its window, and the display knows
     bool enabled = false;
     bool focused = false; // has the keyboard while its window is the active one
-    bool isLink = false; // as the pointer over it says
     std::string text; // label, title or contents
     BRect frame; // on the screen
 };
 
 Widget Find(const std::string& name, const std::string& window = "");
+
+// What a screen reader gets of a shown window, by its title, and how it looks: a line for each
+// part, indented below what holds it, with role, name of the view, text, place in the window and
+// size, then its states and what is its own of tip, font and colours.
+std::string Tree(const std::string& window);
+// Whether that comes to be what the file tests/NAME.tree says, the words of with replaced there.
+testing::AssertionResult ShowsTree(const std::string& window, const std::string& name,
+    const std::map<std::string, std::string>& with = {});
+// Whether a widget comes to show that text.
+testing::AssertionResult Shows(const std::string& name, const std::string& text);
+// The lines that a view which draws itself shows.
+std::string Lines(const std::string& view);
 // Whether a shown window has that title, and the keyboard.
 bool IsActive(const std::string& window);
 // Where a menu or item by its label can be clicked; of an item only while its menu is open.

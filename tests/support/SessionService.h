@@ -1,17 +1,25 @@
-// Services of a desktop, on a session bus of the test's own, that take whatever they are asked for.
+// Services of a desktop, on a bus of the test's own, that take whatever they are asked for, or what
+// the test lets them take.
 #pragma once
 
 #include "tests/support/Log.h"
 #include "tests/support/OwnBus.h"
 
 #include <atomic>
+#include <functional>
 #include <string>
 #include <thread>
 
 class SessionService {
 public:
-    // Known by these names.
-    explicit SessionService(const std::vector<const char*>& names)
+    // Makes the reply to a call that has been logged.
+    using Answer = std::function<DBusMessage*(DBusMessage*)>;
+
+    // Known by these names, on the user's bus or, by its variable, on the system's.
+    explicit SessionService(const std::vector<const char*>& names,
+        Answer answer = dbus_message_new_method_return,
+        const char* bus = "DBUS_SESSION_BUS_ADDRESS")
+        : fBus(bus), fAnswer(std::move(answer))
     {
         dbus_bus_add_match(*fBus, "type='signal',member='NameOwnerChanged'", nullptr);
         for (const char* name : names)
@@ -26,9 +34,9 @@ public:
     SessionService(const SessionService&) = delete;
     SessionService& operator=(const SessionService&) = delete;
 
-    // "Method(text, 1, [key, value])" for each call, and "gone" for the end of each caller.
+    // "/object interface.Method(text, 1, [key, value])" for each call, behind a "?" where it would
+    // not start the service; and "gone" for the end of each caller.
     Log log;
-    std::string unknown; // a method that it does not have; set before the first call
 
 private:
     void Serve()
@@ -55,10 +63,11 @@ private:
         fCallers += dbus_message_get_sender(message) + std::string(";");
         DBusMessageIter arguments;
         dbus_message_iter_init(message, &arguments);
-        log.Add(dbus_message_get_member(message) + ("(" + Texts(arguments)) + ")");
-        DBusMessage* reply = dbus_message_get_member(message) == unknown
-            ? dbus_message_new_error(message, DBUS_ERROR_UNKNOWN_METHOD, "unknown")
-            : dbus_message_new_method_return(message);
+        log.Add((dbus_message_get_auto_start(message) ? "" : "?")
+            + std::string(dbus_message_get_path(message)) + " "
+            + dbus_message_get_interface(message) + "." + dbus_message_get_member(message) + "("
+            + Texts(arguments) + ")");
+        DBusMessage* reply = fAnswer(message);
         dbus_connection_send(*fBus, reply, nullptr);
         dbus_connection_flush(*fBus);
         dbus_message_unref(reply);
@@ -81,7 +90,8 @@ private:
         return texts;
     }
 
-    const OwnBus fBus { "DBUS_SESSION_BUS_ADDRESS" };
+    const OwnBus fBus;
+    const Answer fAnswer;
     std::string fCallers; // each with a ';' behind it
     std::atomic<bool> fEnds = false;
     std::thread fThread;

@@ -53,18 +53,3 @@ TEST(WindowPlacement, BesideTheMainWindowOthersStayInSightOrAtLeastTheirTitles)
     EXPECT_EQ(
         (WindowPlacement { kScreen, BRect() }.Over(form, BRect(0, 0, 99, 99))), BPoint(6, 28));
 }
-
-TEST(WindowPlacement, WindowsOfAnySizeStayOnTheScreen)
-{
-    for (const BRect& screen : { kScreen, BRect(1920, 200, 1920 + 639, 200 + 479) }) {
-        const BRect mainWindow(screen.right - 300, screen.bottom - 50, screen.right, 9999);
-        for (int32 i = 0; i < 280; i++) {
-            const float size = 50 + 50 * static_cast<float>(i % 7);
-            const BRect window(0, 0, size, size);
-            const BPoint corner =
-                WindowPlacement { screen, mainWindow }.Place(window, i % 5, i / 7);
-            EXPECT_TRUE(screen.Contains(window.OffsetToCopy(corner.x, corner.y)))
-                << "rule " << i % 5 << ", size " << size << ", number " << i / 7;
-        }
-    }
-}

@@ -8,7 +8,6 @@
 #include "ui/UnsavedRun.h"
 
 #include <Application.h>
-#include <ListView.h>
 #include <MachineDetails.h>
 
 namespace {
@@ -23,45 +22,38 @@ void AddMetric(Results& run, const char* name, std::initializer_list<float> seco
         metric->Time(time);
 }
 
-// The list's rows, one text each.
-std::vector<std::string> Rows(ResultsWin& window)
-{
-    const auto* list = dynamic_cast<BListView*>(window.FindView("list"));
-    std::vector<std::string> rows;
-    for (int32 i = 0; i < list->CountItems(); i++) {
-        const auto* item = static_cast<ResultItem*>(list->ItemAt(i));
-        std::string row = std::string(item->Description()) + " " + item->Units();
-        for (int slot = 0; slot < item->Quantity(); slot++)
-            row += " " + std::to_string(static_cast<int>(item->Rate(slot)));
-        rows.push_back(row);
-    }
-    return rows;
-}
-
 } // namespace
 
 TEST(ResultsWin, ShowsTheLastRunOnly)
 {
     const BApplication app("application/x-vnd.Quorvane.ResultsTest");
     Results run(true);
-    AddMetric(run, "Strings Copy", { 2, 4 });
+    AddMetric(run, "A test whose name has no room", { 2, 4e-9f });
     AddMetric(run, "Memory", { 0.5f, 0, 1 });
     ResultsWin* window = new ResultsWin(3);
     window->Update(run, false);
-    const std::vector<std::string> both { "Strings Copy KIPS 50 25", "Memory KIPS 200 0 100" };
-    EXPECT_EQ(Rows(*window), both);
-
-    run.First();
-    run.Remove();
-    EXPECT_EQ(Rows(*window), both) << "the window shows a copy";
-    const auto machine = [window] { return std::string(window->FindView("bgview")->ToolTip()); };
-    EXPECT_EQ(machine(), LibMachineText(ReadMachineDetails()));
-    run.description = "Another one (1-x)";
-    window->Update(run, true);
-    EXPECT_EQ(Rows(*window), std::vector<std::string> { "Memory KIPS 200 0 100" });
-    EXPECT_EQ(machine(), "") << "nobody knows more of that";
     window->Show();
     ASSERT_TRUE(screen::BecomesActive("Results"));
+    screen::ResizeWindow("Results", BPoint(99, 99)); // as small as it can be
+    EXPECT_TRUE(screen::ShowsTree(
+        "Results", "ui/Results", { { "MACHINE", LibMachineText(ReadMachineDetails()) } }));
+    // What is too wide keeps its distance from the next column.
+    const BPoint row = Find("list").frame.LeftTop();
+    for (const float column : { 190, 400 })
+        EXPECT_EQ(
+            screen::ContrastIn(BRect(row + BPoint(column - 4, 0), row + BPoint(column - 1, 12))), 0)
+            << column;
+    const std::string rows = screen::Lines("list");
+    run.First();
+    run.Remove();
+    EXPECT_EQ(screen::Lines("list"), rows) << "the window shows a copy";
+    run.description = "Another one (1-x)";
+    WithLock(window, [&] { window->Update(run, true); });
+    EXPECT_SOON(screen::Lines("list") == "Memory, KIPS, 200.0, 0.0, 100.0\n");
+    EXPECT_STREQ(WithLock(window, [&] { return window->FindView("bgview")->ToolTip(); }), "")
+        << "nobody knows more of that machine";
+    screen::ClickAt(row + BPoint(9, 9));
+    EXPECT_SOON(screen::PixelAt(row + BPoint(1, 1)).green == 0) << "selected";
     screen::Key("ctrl+c");
     EXPECT_SOON(screen::Copied("text/plain")
         == run.description.operator const char*()
@@ -136,32 +128,35 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
     ResultsWin* window = new ResultsWin(1);
     window->Update(run, false);
     window->Show();
-    const auto says = [&](const std::string& text) {
-        EXPECT_TRUE(screen::WaitFor([&] { return Find("status").text == text; }))
-            << Find("status").text << " is not " << text;
-    };
     const auto save = [&](const std::string& file) {
         ASSERT_TRUE(screen::BecomesActive("Results"));
         screen::Key("Return");
         ASSERT_TRUE(screen::BecomesActive(""));
+        EXPECT_TRUE(screen::ShowsTree("", "ui/Question"));
         screen::Key("y");
         ASSERT_TRUE(screen::BecomesActive("Save As"));
+        EXPECT_TRUE(screen::Shows("fileNameEdit", "Tarvex.results"));
         screen::Type(file);
         screen::Key("Return");
     };
     const auto mail = [] {
         ASSERT_TRUE(screen::BecomesActive("alert"));
+        EXPECT_TRUE(screen::ShowsTree("alert", "ui/Alert"));
+        screen::Type("a box");
+        EXPECT_TRUE(screen::Shows("config", "a box"));
         EXPECT_TRUE(screen::Click("_b1_", "alert"));
     };
     save("/sys/mine"); // where nobody, not even root, may make a file
-    says("Could not write /sys/mine: permission denied");
+    EXPECT_TRUE(screen::Shows("status", "Could not write /sys/mine: permission denied"));
     EXPECT_FALSE(WithLock(window, [] { return Find("config").exists; }));
 
-    mailer("cat > /dev/null\n");
+    mailer("cat > \"$0.mail\"\n");
     save(folder / "mine");
     EXPECT_SOON(Find("status").text.ends_with("/mine.zip (1 file, 1 KB)"));
     mail();
-    says("Mailed to support@tarvex.example");
+    EXPECT_TRUE(screen::Shows("status", "Mailed to support@tarvex.example"));
+    EXPECT_NE(
+        ReadFile(folder / "sendmail.mail").find("\nResults for : a box.\n"), std::string::npos);
 
     mailer("echo 'no such account' >&2; exit 78\n");
     save(longFolder + "/mine");
@@ -172,7 +167,7 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
     EXPECT_TRUE(shown.ends_with("/mine.zip (1 file, 1 KB)")) << shown;
     EXPECT_NE(shown.find("..."), shown.npos);
     mail();
-    says("The mailer refused: no such account");
+    EXPECT_TRUE(screen::Shows("status", "The mailer refused: no such account"));
     setenv("PATH", path.c_str(), 1);
     ASSERT_TRUE(window->Lock());
     EXPECT_TRUE(window->QuitRequested());

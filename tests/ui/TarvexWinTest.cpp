@@ -23,7 +23,7 @@
 namespace {
 
 using screen::Find;
-using screen::WaitFor;
+using screen::Shows;
 
 // Keeps what the window showed at each status message.
 class RecordingWin : public TarvexWin {
@@ -52,11 +52,6 @@ int32 NbrCpus()
     system_info info {};
     get_system_info(&info);
     return info.cpu_count;
-}
-
-bool Shows(const char* view, const std::string& text)
-{
-    return WaitFor([&] { return Find(view).text == text; });
 }
 
 class TarvexWinTest : public testing::Test {
@@ -103,28 +98,22 @@ protected:
 
 TEST_F(TarvexWinTest, EveryTickChangesEstimateAndTestItem)
 {
+    EXPECT_TRUE(screen::ShowsTree("Tarvex", "ui/Tarvex"));
+    screen::Key("ctrl+t"); // nothing to test
     RunEstimate estimate;
     estimate.nbrCpus = NbrCpus();
-    EXPECT_FALSE(TestIsEnabled());
-    screen::Key("ctrl+t"); // nothing to test
-    for (size_t group = 0; group < kNbrTestGroups; group++) {
-        if (kTestGroups[group].box == GroupBox::kNone)
-            continue;
-        screen::Click(kTestGroups[group].viewName);
-        estimate.selected[group] = true;
-        EXPECT_TRUE(Shows("est_time", estimate.Text().operator const char*())) << group;
-        EXPECT_TRUE(TestIsEnabled());
+    std::string all;
+    for (const bool isOn : { true, false }) {
+        for (size_t group = 0; group < kNbrTestGroups; group++) {
+            if (kTestGroups[group].box == GroupBox::kNone)
+                continue;
+            screen::Click(kTestGroups[group].viewName);
+            estimate.selected[group] = isOn;
+            EXPECT_TRUE(Shows("est_time", estimate.Text().operator const char*())) << group;
+            EXPECT_EQ(TestIsEnabled(), estimate.Seconds() > 0);
+        }
+        all = isOn ? Find("est_time").text : all;
     }
-    const std::string all = Find("est_time").text;
-    for (const TestGroup& group : kTestGroups) {
-        if (group.box == GroupBox::kNone)
-            continue;
-        EXPECT_EQ(Find(group.viewName).text, group.label);
-        screen::Click(group.viewName);
-    }
-    EXPECT_TRUE(Shows("est_time", "0:00"));
-    EXPECT_FALSE(TestIsEnabled());
-
     screen::Key("ctrl+a");
     EXPECT_TRUE(Shows("est_time", all));
     screen::Click("disklifecycle");
@@ -255,10 +244,9 @@ TEST_F(TarvexWinTest, KeepsTheMachineAwakeAndTellsAnAbsentUserOfTheEnd)
     const std::regex expected("(None|\\d) of 3 spans (was|were) shared; the machine slept once");
     EXPECT_TRUE(std::regex_match(remark, expected)) << remark;
     const Entries entries = session.log.WaitFor(3);
-    EXPECT_EQ(entries[0], "Inhibit(Tarvex, A run of Tarvex)");
+    EXPECT_TRUE(entries[0].ends_with(".Inhibit(Tarvex, A run of Tarvex)")) << entries[0];
     EXPECT_EQ(entries[1], "gone") << "with the run";
-    EXPECT_EQ(
-        entries[2], "Notify(Tarvex, 0, tarvex, The test has ended, " + remark + ", [], [], -1)");
+    EXPECT_TRUE(entries[2].ends_with(", The test has ended, " + remark + ", [], [], -1)"));
 }
 
 TEST_F(TarvexWinTest, OffersTheUnsavedResultsOfTheLastStartUntilTheyAreSaved)

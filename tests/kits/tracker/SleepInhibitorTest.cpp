@@ -4,131 +4,124 @@
 #include <Notification.h>
 #include <SleepInhibitor.h>
 
+#include <poll.h>
+
 namespace {
 
 constexpr int kLongMillis = 20000;
+constexpr char kSystemBus[] = "DBUS_SYSTEM_BUS_ADDRESS";
 
-// A login manager on a bus of the test's own that grants what it is told to. Answers so many calls.
+// A login manager that grants what it is told to: by a pipe, open for as long as that is held.
 class LoginManager {
 public:
-    LoginManager(std::string granted, int calls) : fGranted(std::move(granted))
+    explicit LoginManager(const std::string& granted)
+        : fService(
+            { "org.freedesktop.login1" },
+            [=, this](DBusMessage* call) { return Answer(call, granted); }, kSystemBus)
     {
-        EXPECT_EQ(pipe(fPipe), 0);
-        fBus.Serve("org.freedesktop.login1");
-        fThread = std::thread([this, calls] { Serve(calls); });
     }
-    ~LoginManager()
-    {
-        fThread.join();
-        close(fPipe[0]);
-    }
+    ~LoginManager() { close(fPipe[0]); }
     LoginManager(const LoginManager&) = delete;
     LoginManager& operator=(const LoginManager&) = delete;
 
-    // Whether nobody holds what was granted any more; waits for it if that is asked for.
-    bool IsGivenBack(bool wait)
+    // Whether nobody holds what was granted any more, after that time at the latest.
+    bool IsGivenBack(int mostMillis)
     {
-        fd_set files;
-        FD_ZERO(&files);
-        FD_SET(fPipe[0], &files);
-        timeval noTime = {}, longTime = { 20, 0 };
-        return select(fPipe[0] + 1, &files, nullptr, nullptr, wait ? &longTime : &noTime) == 1;
+        pollfd file { fPipe[0], POLLIN, 0 };
+        return poll(&file, 1, mostMillis) == 1;
     }
-    void WaitForLastCall()
+    Entries Asked()
     {
-        fThread.join(), fThread = std::thread([] {});
+        Entries entries = fService.log.Now();
+        std::erase(entries, "gone");
+        return entries;
     }
-    const std::string& Asked() const { return fAsked; }
 
 private:
-    void Serve(int calls)
+    DBusMessage* Answer(DBusMessage* call, const std::string& granted)
     {
-        while (calls > 0 && dbus_connection_read_write(*fBus, -1)) {
-            while (DBusMessage* call = dbus_connection_pop_message(*fBus)) {
-                calls -=
-                    dbus_message_is_method_call(call, "org.freedesktop.login1.Manager", "Inhibit");
-                Answer(call);
-                dbus_message_unref(call);
-            }
-        }
+        const char* what = "";
+        dbus_message_get_args(call, nullptr, DBUS_TYPE_STRING, &what, DBUS_TYPE_INVALID);
+        if (what != granted)
+            return dbus_message_new_error(call, DBUS_ERROR_ACCESS_DENIED, "denied");
+        EXPECT_EQ(pipe(fPipe), 0);
+        DBusMessage* reply = dbus_message_new_method_return(call);
+        dbus_message_append_args(reply, DBUS_TYPE_UNIX_FD, &fPipe[1], DBUS_TYPE_INVALID);
         close(fPipe[1]);
-    }
-    void Answer(DBusMessage* call)
-    {
-        const char *what = "", *who = "", *why = "", *mode = "";
-        if (!dbus_message_get_args(call, nullptr, DBUS_TYPE_STRING, &what, DBUS_TYPE_STRING, &who,
-                DBUS_TYPE_STRING, &why, DBUS_TYPE_STRING, &mode, DBUS_TYPE_INVALID))
-            return;
-        fAsked += std::string(what) + "," + why + "," + mode + ";";
-        DBusMessage* reply = what == fGranted
-            ? dbus_message_new_method_return(call)
-            : dbus_message_new_error(call, DBUS_ERROR_ACCESS_DENIED, "denied");
-        if (what == fGranted)
-            dbus_message_append_args(reply, DBUS_TYPE_UNIX_FD, &fPipe[1], DBUS_TYPE_INVALID);
-        dbus_connection_send(*fBus, reply, nullptr);
-        dbus_connection_flush(*fBus);
-        dbus_message_unref(reply);
+        return reply;
     }
 
-    const OwnBus fBus { "DBUS_SYSTEM_BUS_ADDRESS" };
-    const std::string fGranted;
-    std::string fAsked;
     int fPipe[2] = { -1, -1 };
-    std::thread fThread;
+    SessionService fService;
 };
 
 } // namespace
 
 TEST(SleepInhibitor, HoldsWhatIsGrantedUntilItEnds)
 {
-    const std::tuple<const char*, int, const char*> rows[] = {
-        { "sleep:idle", 1, "sleep:idle,a test,block;" },
-        { "idle", 2, "sleep:idle,a test,block;idle,a test,block;" },
+    const std::string ask = "?/org/freedesktop/login1 org.freedesktop.login1.Manager.Inhibit(";
+    const Entries both { ask + "sleep:idle, Tarvex, a test, block)",
+        ask + "idle, Tarvex, a test, block)" };
+    const std::tuple<const char*, const char*, Entries> rows[] = {
+        { "sleep:idle", "sleep:idle", { both[0] } },
+        { "idle", "idle", both },
+        { "nothing", "", both },
     };
-    for (const auto& [granted, calls, asked] : rows) {
+    for (const auto& [granted, held, asked] : rows) {
         SCOPED_TRACE(granted);
-        LoginManager manager(granted, calls);
+        LoginManager manager(granted);
         {
             const BSleepInhibitor inhibitor("a test", kLongMillis);
-            EXPECT_EQ(inhibitor.Held(), granted);
-            manager.WaitForLastCall();
+            EXPECT_EQ(inhibitor.Held(), held);
             EXPECT_EQ(manager.Asked(), asked);
-            EXPECT_FALSE(manager.IsGivenBack(false));
+            EXPECT_FALSE(manager.IsGivenBack(0));
         }
-        EXPECT_TRUE(manager.IsGivenBack(true));
+        EXPECT_TRUE(!held[0] || manager.IsGivenBack(kLongMillis));
     }
 }
 
-TEST(SleepInhibitor, HoldsNothingWhereNobodyGrantsIt)
+TEST(SleepInhibitor, HoldsNothingWithoutAWordWhereNobodyGrantsIt)
 {
-    setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
+    setenv(kSystemBus, "unix:path=/nonexistent/bus", 1);
+    testing::internal::CaptureStderr();
     EXPECT_EQ(BSleepInhibitor("a test", kLongMillis).Held(), "");
-    {
-        LoginManager manager("nothing", 2);
-        EXPECT_EQ(BSleepInhibitor("a test", kLongMillis).Held(), "");
-    }
-    const OwnBus bus("DBUS_SYSTEM_BUS_ADDRESS");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    const OwnBus bus(kSystemBus);
     bus.Serve("org.freedesktop.login1");
     EXPECT_EQ(BSleepInhibitor("a test", 100).Held(), "") << "it does not answer";
+    EXPECT_EQ(BSleepInhibitor("\xff", kLongMillis).Held(), "") << "nor can it be asked so";
 }
 
 TEST(SleepInhibitor, HoldsTheScreenByThePortalOrElseByTheScreenSaver)
 {
-    setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
+    setenv(kSystemBus, "unix:path=/nonexistent/bus", 1);
     const char* const portal = "org.freedesktop.portal.Desktop";
     const char* const screenSaver = "org.freedesktop.ScreenSaver";
-    const std::tuple<std::vector<const char*>, std::string, std::string> rows[] = {
-        { { portal, screenSaver }, portal, "Inhibit(12, [[reason, [a test]]])" },
-        { { screenSaver }, screenSaver, "Inhibit(Tarvex, a test)" },
-        { { "com.example.Other" }, "", "" },
+    const std::tuple<std::vector<const char*>, std::string, Entries> rows[] = {
+        { { portal, screenSaver }, portal,
+            { "?/org/freedesktop/portal/desktop org.freedesktop.portal.Inhibit.Inhibit(12, "
+              "[[reason, [a test]]])" } },
+        { { screenSaver }, screenSaver,
+            { "?/org/freedesktop/ScreenSaver org.freedesktop.ScreenSaver.Inhibit(Tarvex, a "
+              "test)" } },
+        { { "com.example.Other" }, "", {} },
     };
+    const TempFolder runtime;
+    setenv("XDG_RUNTIME_DIR", runtime.Path().c_str(), 1);
     for (const auto& [names, holder, asked] : rows) {
         SessionService session(names);
+        const std::string address = getenv("DBUS_SESSION_BUS_ADDRESS");
+        std::filesystem::remove(runtime / "bus");
+        if (const size_t path = address.find("path="); path != address.npos) { // where it is usual
+            std::filesystem::create_symlink(
+                address.substr(path + 5, address.find(',') - path - 5), runtime / "bus");
+            unsetenv("DBUS_SESSION_BUS_ADDRESS");
+        }
         {
             const BSleepInhibitor inhibitor("a test", kLongMillis);
             EXPECT_EQ(inhibitor.ScreenHeldBy(), holder);
             EXPECT_EQ(inhibitor.Held(), "");
-            EXPECT_EQ(session.log.Now(), asked.empty() ? Entries() : Entries { asked });
+            EXPECT_EQ(session.log.Now(), asked);
         }
         EXPECT_TRUE(asked.empty() || session.log.WaitFor("gone"));
     }
@@ -141,7 +134,8 @@ TEST(Notification, TellsWhatIsNoMarkupAndFailsWithoutADesktop)
         EXPECT_FALSE(NotifyAbsentUser("\xff", "", kLongMillis));
         EXPECT_TRUE(NotifyAbsentUser("Ended", "1 < 2 & more", kLongMillis));
         EXPECT_EQ(session.log.WaitFor(1).front(), // "gone" may follow
-            "Notify(Tarvex, 0, tarvex, Ended, 1 &lt; 2 &amp; more, [], [], -1)");
+            "/org/freedesktop/Notifications org.freedesktop.Notifications.Notify(Tarvex, 0, "
+            "tarvex, Ended, 1 &lt; 2 &amp; more, [], [], -1)");
     }
     EXPECT_FALSE(NotifyAbsentUser("Ended", "", kLongMillis));
 }
