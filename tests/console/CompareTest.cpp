@@ -5,6 +5,7 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
+#include <regex>
 #include <sys/wait.h>
 
 namespace {
