@@ -5,7 +5,6 @@
 #include "tests/support/OwnBus.h"
 #include "tests/ui/Program.h"
 
-#include <regex>
 
 namespace {
 
@@ -86,13 +85,18 @@ TEST_F(JourneyTest, LeadsFromTheTestsToTheMailPastEveryFailureAndOverwritesNothi
         const bool isSaved = row.left != kNothing;
         ASSERT_TRUE(!isSaved || program.Send("a box", "E-mail"));
         const std::string enclosed = row.left == kZip ? "=mine.zip\n" : "=mine\n";
-        const std::regex letter(
-            "Date: [^]*Subject: Tarvex results\nTo: support@tarvex.example\n[^]*"
-            "Results for : a box.[^]*"
-            + enclosed + "[^]*");
+        // Not as a regular expression, which is a call deep for every letter.
+        const auto isLetter = [&](const std::string& mail) {
+            size_t at = 0;
+            for (const std::string& part : { std::string("Date: "),
+                     std::string("Subject: Tarvex results\nTo: support@tarvex.example\n"),
+                     std::string("Results for : a box."), enclosed })
+                at = std::min(mail.find(part, at), mail.size());
+            return at < mail.size();
+        };
         const bool isMailed = isSaved && row.errors.find("not sent") == row.errors.npos;
         EXPECT_SOON(program.Errors().find(row.errors, told) != row.errors.npos
-            && isMailed == std::regex_match(ReadFile(folder / "mail"), letter))
+            && isMailed == isLetter(ReadFile(folder / "mail")))
             << program.Errors() << ReadFile(folder / "mail");
         std::filesystem::remove(folder / "mail");
         const std::string mine = program.Read("/mnt/place/mine");
