@@ -50,36 +50,4 @@ TEST(Dhrystone, CountsWithSixteenBitsAndPrintsItsCheckToTheLetter)
     EXPECT_EQ(arrays, "8:7 8,7:11 8,8:7 8,9:8 9:7 38:8 ") << "not row 28";
 }
 
-TEST(Dhrystone, ItsPartsDoAsPublishedWhateverTheirArguments)
-{
-    Dhrystone dhrystone;
-    std::string told;
-    for (dhrystone.int_glob = 100; dhrystone.int_glob <= 101; dhrystone.int_glob++) {
-        for (int32 value = kIdent1; value <= kIdent5; value++) {
-            Enumeration reference = kIdent5;
-            dhrystone.Procedure_6(static_cast<Enumeration>(value), reference);
-            told += std::to_string(reference);
-        }
-    }
-    EXPECT_EQ(told, "0313200132");
-    int value = 7;
-    dhrystone.Procedure_2(value); // char_1 is no A
-    EXPECT_EQ(value, 7);
-    dhrystone.bool_glob = true;
-    dhrystone.Procedure_4();
-    EXPECT_TRUE(dhrystone.bool_glob);
-    dhrystone.Procedure_5();
-    dhrystone.Procedure_2(value);
-    EXPECT_EQ(value, 7 + 10 - 1 - 102);
-    EXPECT_FALSE(dhrystone.bool_glob);
-    dhrystone.Procedure_3(nullptr);
-    EXPECT_EQ(dhrystone.ptr_glob->int_comp, 10 + 2 + 102);
-    EXPECT_FALSE(dhrystone.Function_2("DHRY", "DHRY"));
-    EXPECT_TRUE(dhrystone.Function_2("DHRZ", "DHRY"));
-    EXPECT_EQ(dhrystone.int_glob, 3 + 7);
-    dhrystone.ptr_glob->discr = kIdent2;
-    dhrystone.Procedure_1(dhrystone.ptr_glob.get());
-    EXPECT_EQ(dhrystone.ptr_glob->int_comp, 5) << "that of the next record, not of Procedure_3";
-}
-
 } // namespace

@@ -102,17 +102,6 @@ TEST(LibLocaleDate, TakesNamesFromInstalledLocales)
     EXPECT_EQ(setlocale(LC_ALL, nullptr), before);
 }
 
-TEST(LibLocaleDate, UnknownLocaleIsNamedAndGivesEnglish)
-{
-    testing::internal::CaptureStderr();
-    const LibDateConventions conventions = LibDateConventions::OfLocale("xx_XX");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Locale <xx_XX> is not installed\n");
-    EXPECT_EQ(conventions.Month("may") * 100 + conventions.Month("march"), 503);
-    EXPECT_EQ(conventions.Month("may 3"), 0);
-    EXPECT_EQ(conventions.WeekDay("SUN") * 100 + conventions.WeekDay("saturday"), 6);
-    EXPECT_EQ(conventions.WeekDay("sun "), -1);
-}
-
 TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)
 {
     for (const Row& row : RowsOf("foundation/data/folded.txt", 2))

@@ -83,24 +83,6 @@ TEST(LibPath, EntriesAndPathsLeadToEachOther)
     EXPECT_FALSE(LibChangeDirectory("file") || LibChangeDirectory(nullptr));
 }
 
-TEST(LibPath, UniqueNamesHaveThePrefixCutBeforeTheirNumbers)
-{
-    const ScratchFolder folder;
-    BPath temporary, first, second;
-    EXPECT_EQ(find_directory(B_COMMON_TEMP_DIRECTORY, &temporary), B_OK);
-    LibUniqueName(first, std::string(300, 'x').c_str());
-    LibUniqueName(second, nullptr);
-    // Call, process and second, of which the last digits may differ.
-    const std::string numbers = std::to_string(getpid()) + std::to_string(time(nullptr));
-    const auto form = [&](const std::string& prefix) {
-        return std::regex(temporary.Path() + ("/" + prefix) + "\\d+"
-            + numbers.substr(0, numbers.size() - 3) + "\\d{3}");
-    };
-    EXPECT_TRUE(std::regex_match(first.Path(), form(std::string(192, 'x')))) << first.Path();
-    EXPECT_TRUE(std::regex_match(second.Path(), form(""))) << second.Path();
-    EXPECT_STRNE(first.Leaf() + 192, second.Leaf());
-}
-
 TEST(LibPath, StandardDirectoriesHaveNamesThatLeadBackToThem)
 {
     std::set<std::string> names;

@@ -73,19 +73,3 @@ TEST(LibString, WordsAreTakenByTheirNumber)
     EXPECT_TRUE(text.Word(1, word) && word.Compare("one") == 0 && LibString("x").Word(1, word));
     EXPECT_TRUE(text.Word(3, text) && text.Compare("three") == 0);
 }
-
-TEST(LibString, ReadAppendsWholeFilesWhateverThePieces)
-{
-    const TempFolder folder;
-    const std::string path = folder / "text";
-    WriteFile(path, "first line\n\nlast");
-    LibString text("> ");
-    text.Read(path.c_str(), 4);
-    text.Read(path.c_str(), 1);
-    text.Read((path + "none").c_str(), 4);
-    EXPECT_STREQ(text, "> first line\n\nlast");
-    text = "/";
-    testing::internal::CaptureStderr();
-    text.Read(text, 4); // a folder opens
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error reading </>: Is a directory\n");
-}

@@ -132,36 +132,3 @@ TEST(LibTools, ACommandHasItsPathsQuotedAndNoMoreThan511Bytes)
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "Command without a path or longer than 511 bytes </bin/cp -f \"/a\">\n");
 }
-
-TEST(LibTools, PathsTooLongForACommandAreWorkedOnFromInsideTheirFolder)
-{
-    const ScratchFolder folder;
-    const std::string deep = folder / (std::string(200, 'a') + "/" + std::string(200, 'b') + "/");
-    const std::string deeper = deep + std::string(150, 'c') + "/";
-    fs::create_directories(deeper);
-    const auto at = [](const std::string& path) { return path.c_str(); };
-    WriteFile("plain", "text");
-    EXPECT_TRUE(LibCopy("plain", at(deeper + "one")) && LibCopy(at(deeper + "one"), "back"));
-    EXPECT_TRUE(LibMove(at(deeper + "one"), at(deeper + "two")));
-    EXPECT_TRUE(LibSymLink("two", at(deeper + "link")));
-    EXPECT_EQ(ReadFile(deeper + "link") + ReadFile("back"), "texttext");
-    EXPECT_EQ(fs::current_path(), folder.Path());
-    EXPECT_TRUE(LibTar(at(deeper + "two"), at(deep + "all.tar")));
-    EXPECT_TRUE(LibZip(at(deeper + "all.zip"), BPath(at(deeper + "two"))));
-    EXPECT_TRUE(LibUnlink(at(deeper + "two")) && LibUnzipWhole(at(deeper + "all.zip")));
-    EXPECT_EQ(ReadFile(deeper + "two"), "text");
-    EXPECT_GT(ReadFile(deep + "all.tar").size(), 512u);
-    // Seen from neither folder is the other's path short enough.
-    const std::string beside = folder / (std::string(250, 'd') + "/" + std::string(250, 'e') + "/");
-    fs::create_directories(beside);
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(LibCopy(at(deeper + "two"), at(beside + "three")));
-    EXPECT_NE(
-        testing::internal::GetCapturedStderr().find("longer than 511 bytes"), std::string::npos);
-    EXPECT_TRUE(EntriesOf(beside).empty());
-    const std::string none = deeper + "none/";
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(LibMove(at(none + "one"), at(none + "two")));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Unable to work in <" + none.substr(0, none.size() - 1) + ">\n");
-}

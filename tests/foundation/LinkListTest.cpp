@@ -73,35 +73,3 @@ TEST(LinkList, EveryCallLeavesElementsAndCursorAsItSays)
     }
     EXPECT_EQ(other.State(), "xy none 2");
 }
-
-TEST(LinkList, ARangeVisitsEveryElementAndLeavesTheCursorAlone)
-{
-    Letters list("abc");
-    list.Position(1);
-    for (LibString& letter : list)
-        letter.ToUpperCase();
-    auto second = list.begin();
-    EXPECT_STREQ(*second++, "A");
-    EXPECT_STREQ(*second, "B");
-    EXPECT_EQ(second->Count('B'), 1);
-    const Letters empty("");
-    EXPECT_TRUE(empty.begin() == empty.end() && list.begin() != list.end());
-    EXPECT_STREQ(*list.Insert(std::make_unique<LibString>("D")), "D");
-    EXPECT_EQ(list.State(), "ABCD B 1");
-}
-
-TEST(LinkList, PositionReachesEveryElementFromEveryOther)
-{
-    Letters list("abcdefgh");
-    for (long from = 0; from < 8; from++) {
-        for (long to = 0; to < 8; to++) {
-            ASSERT_TRUE(list.Position(from));
-            const char letter = static_cast<char>('a' + to);
-            ASSERT_STREQ(*list.Get(to), std::string(1, letter).c_str());
-            ASSERT_EQ(list.State(), std::string("abcdefgh ") + letter + " " + std::to_string(to));
-        }
-    }
-    for (const long bad : { -1L, 8L, LONG_MAX, LONG_MIN })
-        EXPECT_FALSE(list.Position(bad));
-    EXPECT_EQ(list.State(), "abcdefgh h 7");
-}

@@ -87,30 +87,3 @@ TEST(ResultList, AFileIsReadByItsLengthsAndNeverBeyondThem)
     EXPECT_FALSE(ReadResultsFile("/nowhere/Tarvex.results", list));
     EXPECT_TRUE(ReadResultsFile("/tmp", list)); // a folder has no records
 }
-
-TEST(ResultList, AFilesMachinesKeepToItsSizeInMemoryAndRealOnesAreAllKept)
-{
-    std::string bytes = "1.0\n";
-    constexpr int kTiny = 100'000;
-    for (int i = 0; i < kTiny; i++)
-        bytes += "5\n5\n";
-    Loaded tiny(bytes);
-    const int kept = tiny.list.Size();
-    EXPECT_GT(kept, 10'000);
-    EXPECT_LT(kept, (32 << 20) / int(sizeof(Results)) / 2);
-    EXPECT_EQ(tiny.messages,
-        "<FILE>: " + std::to_string(kTiny - kept)
-            + " machines are left out: they need more than 6 times the memory that the file has "
-              "bytes\n");
-
-    std::string record = "PC (4-x@1/2MHz) 100MB RAM\t-1:8 bit color, 1024x768 resolution\t";
-    for (int i = 0; i < 30; i++)
-        record += "1032:1000/12.000000,13.000000,14.000000,15.000000;";
-    bytes = "1.0\n";
-    constexpr int kReal = 4000;
-    for (int i = 0; i < kReal; i++)
-        bytes += FileOf(record).substr(4);
-    Loaded real(bytes);
-    EXPECT_EQ(real.list.Size(), kReal);
-    EXPECT_EQ(real.messages, "");
-}

@@ -75,8 +75,8 @@ void UseWindows(TestApp& app)
     ASSERT_TRUE(screen::BecomesActive("Main"));
     const auto tipIs = [&](const std::string& text) {
         return screen::WaitFor([&] {
-            return WithLock(app.window, [&] { return app.window->FindView("knob")->ToolTip(); })
-                == text;
+            return WithLock(
+                app.window, [&] { return app.window->FindView("knob")->ToolTip() == text; });
         });
     };
     BMessage tip('stip');

@@ -5,7 +5,6 @@
 #include "tests/support/OwnBus.h"
 #include "tests/ui/Program.h"
 
-
 namespace {
 
 class JourneyTest : public testing::Test {

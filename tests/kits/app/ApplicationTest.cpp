@@ -115,28 +115,6 @@ TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
     EXPECT_EQ(std::filesystem::path(ProgramArguments().at(0)).filename(), "test_app");
 }
 
-TEST_F(ApplicationTest, PulsesAtItsRateInTenthsOfASecond)
-{
-    TestApp app(fLog, 3);
-    EXPECT_EQ(app.PulsePeriod(), 500'000);
-    for (const auto& [rate, period] :
-        { std::pair(99'999, 0), { -200'000, 0 }, { 199'999, 100'000 } }) {
-        app.SetPulseRate(rate);
-        EXPECT_EQ(app.PulsePeriod(), period);
-    }
-    app.SetPulseRate(3'600'000'000); // which it begins to wait for
-    KitThread user([&, thread = find_thread(nullptr)] {
-        fLog.WaitFor(1);
-        AwaitWaiting(thread);
-        app.SetPulseRate(100'000);
-        // Also while messages come.
-        EXPECT_TRUE(WaitUntil(
-            [&] { return app.PostMessage(B_READY_TO_RUN) != B_OK || fLog.Now().size() == 3; }));
-    });
-    app.Run();
-    EXPECT_EQ(fLog.Now(), (Entries { "ready", "pulse", "pulse" }));
-}
-
 TEST_F(ApplicationTest, QuitsWhenAllWindowsAgreeOldestFirst)
 {
     Window* neverRun = nullptr;
@@ -215,25 +193,6 @@ TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)
     EXPECT_EXIT(BApplication(nullptr), testing::ExitedWithCode(1), "^Bad signature <>\n");
     EXPECT_EXIT(BApplication("application/x-b"), testing::ExitedWithCode(1),
         "^A second application object <application/x-b>\n");
-}
-
-TEST_F(ApplicationTest, IsKnownToTheRosterAsLongAsItLives)
-{
-    app_info info;
-    const auto get = [&](const char* name) { return be_roster->GetAppInfo(name, &info); };
-    EXPECT_EQ(get(kSignature), B_ERROR);
-    const TestApp app(fLog, 1);
-    const char* const other = "application/x-other";
-    ExpectAll(B_ERROR, { get(other), be_roster->GetRunningAppInfo(getpid() + 1, &info) });
-    ExpectAll(
-        B_BAD_VALUE, { get(nullptr), app.GetAppInfo(nullptr), StatusOf<BMessenger>(other, -1) });
-    EXPECT_EQ(StatusOf<BMessenger>(kSignature, getpid() + 1), B_MISMATCHED_VALUES);
-    EXPECT_TRUE(BMessenger(kSignature, getpid()) == be_app_messenger);
-    ExpectAll(B_OK, { get("APPLICATION/x-vnd.test-app"), app.GetAppInfo(&info) });
-    EXPECT_TRUE(info.thread == find_thread(nullptr) && info.team == getpid()
-        && info.flags == B_MULTIPLE_LAUNCH);
-    EXPECT_STREQ(info.signature, kSignature);
-    EXPECT_EQ(PathOfRef(info.ref), std::filesystem::read_symlink("/proc/self/exe"));
 }
 
 TEST_F(ApplicationTest, GetsTheArgumentsOfLaterStartsOnItsDisplay)

@@ -65,33 +65,6 @@ TEST(Messenger, WaitsForRoomAsLongAsItIsTold)
     QuitNow(looper);
 }
 
-TEST(Messenger, ALooperThatSendsToItselfNeverWaits)
-{
-    Log log;
-    auto* looper = new TestLooper(
-        [&](TestLooper& self, BMessage* message) {
-            log.Add(std::to_string(message->what));
-            EXPECT_TRUE(message->what != 1 || message->ReturnAddress() == BMessenger(&self));
-            if (message->what != 0)
-                return;
-            const BMessenger messenger(&self);
-            BMessage next(1);
-            EXPECT_EQ(messenger.SendMessage(&next, &self), B_OK);
-            next.what = 2;
-            EXPECT_EQ(messenger.SendMessage(&next, kNobody, kShort), B_WOULD_BLOCK);
-            EXPECT_EQ(messenger.SendMessage(&next), B_OK);
-            BInvoker invoker(new BMessage(3), messenger);
-            EXPECT_EQ(invoker.Invoke(), B_OK);
-            BMessage reply;
-            EXPECT_EQ(messenger.SendMessage(&next, &reply), B_MESSAGE_TO_SELF);
-        },
-        1);
-    looper->PostMessage(static_cast<uint32>(0));
-    looper->Run();
-    EXPECT_EQ(log.WaitFor(4), (Entries { "0", "1", "2", "3" }));
-    QuitNow(looper);
-}
-
 TEST(Messenger, WaitsForTheReplyAndTellsWhyThereIsNone)
 {
     enum : uint32 { kAnswer, kForget, kUnknown, kDetach, kQuit };

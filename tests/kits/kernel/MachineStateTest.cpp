@@ -66,20 +66,6 @@ TEST(MachineState, TemperatureOfTheHottestPackage)
     }
 }
 
-TEST(MachineState, BatteryAndMains)
-{
-    const ThisMachine tree;
-    EXPECT_EQ(ReadMachineState().onBattery, std::nullopt);
-    for (const Row& row : RowsOf("kits/kernel/data/supplies.txt", 3)) {
-        tree.Write("sys/class/power_supply/" + row[0], row[1]);
-        const MachineState state = ReadMachineState();
-        EXPECT_EQ(Text(state.onBattery) + " " + Text(state.batteryPercent) + " "
-                + Text(state.mainsOnline),
-            row[2])
-            << row[0] << " " << row[1];
-    }
-}
-
 TEST(MachineState, EnergyOfAllPackagesAcrossAWrap)
 {
     const ThisMachine tree;

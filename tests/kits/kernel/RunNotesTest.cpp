@@ -207,22 +207,6 @@ TEST_F(RunNotes, WhatCannotBeSwitchedOnIsToldAndWhatADeadProgramWasWritingGoes)
     EXPECT_EQ(left, (std::set<std::string> { own.substr(own.rfind('/') + 1), "other", "run-2" }));
 }
 
-TEST_F(RunNotes, TellWhetherTheirProcessLivesOrIsStopped)
-{
-    using kernel::ProcessTag;
-    const pid_t child = StartChild([] { return pause(); });
-    const ProcessTag tag = ProcessTag::Of(child), later { child, tag.start + 1 };
-    EXPECT_TRUE(tag.Lives() && !later.Lives() && !ProcessTag {}.Lives() && !tag.IsStopped());
-    kill(child, SIGSTOP);
-    EXPECT_TRUE(WaitUntil([&] { return tag.IsStopped(); }));
-    EXPECT_FALSE(later.IsStopped() || ProcessTag {}.IsStopped());
-    later.Kill();
-    EXPECT_TRUE(tag.Lives());
-    tag.Kill();
-    EXPECT_TRUE(WaitUntil([&] { return !tag.Lives(); })); // though nobody has asked for its value
-    EXPECT_EQ(EndOf(child), -SIGKILL);
-}
-
 TEST_F(RunNotes, NothingIsSwitchedOffThatCannotBeNoted)
 {
     std::filesystem::create_directory(fTree / "run");

@@ -138,28 +138,3 @@ TEST(Thread, NamesOfAnyLengthAreTakenAndShownUpTo31Bytes)
     EXPECT_EQ(find_thread(longName.c_str()), B_NAME_NOT_FOUND);
     EXPECT_EQ(kill_thread(thread), B_OK);
 }
-
-TEST(Thread, PrioritiesShiftTheNiceValueOfThatThreadAlone)
-{
-    Work work;
-    const thread_id thread = spawn_thread(Work::Do, "prior", B_LOW_PRIORITY, &work);
-    resume_thread(thread);
-    ASSERT_TRUE(WaitUntil([&] { return work.tid != 0; }));
-    const auto niceOf = [](pid_t tid) { return getpriority(PRIO_PROCESS, static_cast<id_t>(tid)); };
-    const int ours = niceOf(0);
-    EXPECT_EQ(niceOf(work.tid), std::min(ours + 10, 19));
-    int32 before = B_LOW_PRIORITY;
-    const std::pair<int32, int> rows[] = { { 1, 18 }, { 10, 0 }, { 20, -5 }, { 27, -6 },
-        { 120, -19 }, { 500, -19 } };
-    for (const auto& [priority, nice] : rows) {
-        EXPECT_EQ(set_thread_priority(thread, priority), before);
-        if (geteuid() == 0) { // others may not go back up
-            EXPECT_EQ(niceOf(work.tid), std::clamp(ours + nice, -20, 19)) << priority;
-        }
-        before = priority;
-        EXPECT_EQ(sched_getscheduler(work.tid), SCHED_OTHER);
-    }
-    EXPECT_EQ(niceOf(0), ours);
-    work.done = true;
-    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
-}

@@ -51,23 +51,6 @@ TEST(Attribute, AWriteReplacesAtZeroAndExtendsElsewhere)
     EXPECT_EQ(ReadFile(path), "contents");
 }
 
-TEST(Attribute, NamesComeInTheirOrder)
-{
-    const std::string path = TestHome() / "named";
-    WriteFile(path, "");
-    for (const char* name : { "second", "first", "\xff" })
-        EXPECT_EQ(SetAttribute(path, name, "value"), 5);
-    BNode node(path.c_str());
-    EXPECT_EQ(node.RemoveAttr("first"), B_OK);
-    char name[B_ATTR_NAME_LENGTH];
-    std::string names;
-    while (node.GetNextAttrName(name) == B_OK)
-        names += name;
-    EXPECT_EQ(names, "second\xff");
-    EXPECT_EQ(SetAttribute(path, std::string(255, 'n').c_str(), "v"), 1);
-    EXPECT_EQ(SetAttribute(path, std::string(256, 'n').c_str(), "v"), B_NAME_TOO_LONG);
-}
-
 TEST(Attribute, BelongsToTheFileAndNotToTheNextOneAtItsPath)
 {
     for (const Row& row : RowsOf("kits/storage/data/fates.txt", 5)) {

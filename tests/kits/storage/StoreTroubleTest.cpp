@@ -2,7 +2,6 @@
 #include "TestHome.h"
 #include "tests/support/Child.h"
 
-#include <cerrno>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -49,71 +48,6 @@ TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
         EXPECT_EQ(ReadFile(aside), before);
         EXPECT_TRUE(said.starts_with("The attribute store <" + path + "> is damaged ("));
         EXPECT_TRUE(said.ends_with("has been set aside as <" + aside + ">\n")) << said;
-    }
-}
-
-// The system's reads of a file, of which some fail.
-struct FaultyDisk {
-    FaultyDisk(int firstFault, bool faultStays)
-    {
-        sFirst = firstFault, sStays = faultStays, sReads = 0, sBroken = -1;
-        Use([](int file, void* buffer, size_t size, off_t offset) -> ssize_t {
-            if (sReads++ == sFirst)
-                sBroken = offset;
-            else if (!sStays || offset > sBroken || offset + static_cast<off_t>(size) <= sBroken)
-                return pread(file, buffer, size, offset);
-            errno = EIO;
-            return -1;
-        });
-    }
-    ~FaultyDisk() { Use(nullptr); }
-    static void Use(ssize_t (*call)(int, void*, size_t, off_t))
-    {
-        sqlite3_initialize();
-        sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
-        for (const char* name : { "pread", "pread64" })
-            system->xSetSystemCall(system, name, reinterpret_cast<sqlite3_syscall_ptr>(call));
-    }
-
-    inline static int sFirst, sReads;
-    inline static bool sStays; // what could not be read once never can be
-    inline static off_t sBroken;
-};
-
-TEST(StoreTrouble, WhatTheDiskCannotReadIsNeitherDamageNorNothing)
-{
-    const TempFolder folder;
-    const std::string path = folder / "store";
-    MakeStore(path);
-    Store writer(path);
-    for (const auto& [stays, hasLog] :
-        { std::pair(false, false), { true, false }, { true, true } }) {
-        if (hasLog) { // some of it lies there
-            EXPECT_EQ(Write(writer, "kept", "value"), 5);
-        }
-        bool isReached = true;
-        for (int first = 0; isReached; first++) {
-            SCOPED_TRACE(std::to_string(first) + (stays ? " and later" : "")
-                + (hasLog ? ", with a log" : ""));
-            testing::internal::CaptureStderr();
-            std::string value;
-            {
-                const FaultyDisk disk(first, stays);
-                Store store(path);
-                char text[6] = "";
-                const ssize_t size = store.ReadAttribute(kFile, "kept", 0, text, 5);
-                value = size < 0 ? std::to_string(size) : text;
-                isReached = FaultyDisk::sReads > first;
-            }
-            const std::string said = testing::internal::GetCapturedStderr();
-            EXPECT_TRUE(
-                value == "value" || (value[0] == '-' && value != std::to_string(B_ENTRY_NOT_FOUND)))
-                << value;
-            EXPECT_EQ(said.starts_with("Error using the attribute store <"), value != "value")
-                << said;
-            Store store(path);
-            EXPECT_EQ(Read(store, "kept"), "value");
-        }
     }
 }
 

@@ -41,19 +41,6 @@ TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
     }
 }
 
-TEST(Bitmap, SetBitsStaysInside)
-{
-    BBitmap bitmap(BRect(0, 0, 3, 1), B_CMAP8);
-    uint8 data[16];
-    memset(data, 7, sizeof(data));
-    bitmap.SetBits(data, sizeof(data), 6, B_CMAP8); // two bytes fit
-    bitmap.SetBits(data, 1, -1, B_CMAP8);
-    bitmap.SetBits(data, 4, 8, B_CMAP8);
-    bitmap.SetBits(nullptr, 4, 0, B_CMAP8);
-    const auto* bits = static_cast<const uint8*>(bitmap.Bits());
-    EXPECT_EQ(std::vector<uint8>(bits, bits + 8), (std::vector<uint8> { 0, 0, 0, 0, 0, 0, 7, 7 }));
-}
-
 TEST(Bitmap, SetBitsConvertsBetweenSpaces)
 {
     // ff33cc, 10828c, transparent; black, white, and the last is missing.
@@ -71,20 +58,6 @@ TEST(Bitmap, SetBitsConvertsBetweenSpaces)
         found += "\n";
     }
     EXPECT_EQ(found, Expected("the same pixels as GRAY1, GRAY8, CMAP8, RGB15, RGB16 and RGBA32"));
-}
-
-TEST(Bitmap, ArchivesComeBack)
-{
-    BBitmap bitmap(BRect(0, 0, 2, 1), B_RGB32);
-    memcpy(bitmap.Bits(), "each byte is its own way", bitmap.BitsLength());
-    BMessage archive;
-    ASSERT_EQ(bitmap.Archive(&archive), B_OK);
-    const BBitmap back(&archive);
-    ASSERT_TRUE(back.IsValid());
-    EXPECT_EQ(memcmp(back.Bits(), bitmap.Bits(), bitmap.BitsLength()), 0);
-    archive.RemoveName("_frame");
-    archive.AddRect("_frame", BRect(0, 0, 2, 2)); // no longer as long as its data
-    EXPECT_FALSE(BBitmap(&archive).IsValid());
 }
 
 TEST(Screen, IsAsLargeAndHasAsManyColorsAsTheDisplaySays)

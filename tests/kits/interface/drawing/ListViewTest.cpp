@@ -201,15 +201,4 @@ TEST_F(ListViewTest, TheBarFollowsRowsAndSize)
     EXPECT_TRUE(becomes(0, 1, 124));
 }
 
-TEST_F(ListViewTest, StringItemsShowTheirText)
-{
-    BStringItem item("HHHH");
-    fList->AddItem(&item);
-    Show();
-    EXPECT_SOON(screen::ContrastIn(BRect(OnScreen(2) - BPoint(45, 0), OnScreen(9))) > 200);
-    screen::ClickAt(OnScreen(5));
-    EXPECT_TRUE(Shows(1, { 184, 184, 184 }));
-    Locked([&] { fList->MakeEmpty(); }); // the item goes first
-}
-
 } // namespace
