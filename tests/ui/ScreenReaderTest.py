@@ -6,23 +6,33 @@ import re
 import subprocess
 import sys
 import tempfile
+import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(__file__), "../support"))
-from accessible import Atspi, find, press, walk
+from accessible import Atspi, GLib, find, press, walk
 
 failures = []
 
-def read(*wanted):
-    """Notes the controls without a name in the window that is found, and returns it."""
-    window = find(*wanted, state="showing")
+def nameless(window):
+    """The controls without a name."""
     for node in walk(window):
         states = node.get_state_set()
         is_shown = states.contains(Atspi.StateType.SHOWING) or node.get_role_name() == "menu item"
         is_control = states.contains(Atspi.StateType.FOCUSABLE) or (
             "Action" in node.get_interfaces() and Atspi.Action.get_n_actions(node) > 0)
         if is_shown and is_control and not node.get_name():
-            failures.append(f"A {node.get_role_name()} of <{window.get_name()}> has no name")
-    return window
+            yield f"A {node.get_role_name()} of <{window.get_name()}> has no name"
+
+def read(*wanted):
+    """Notes the controls without a name in the window that is found, and returns it."""
+    window = find(*wanted, state="showing")
+    for _ in range(100):
+        try:
+            failures.extend(list(nameless(window)))
+            return window
+        except GLib.Error:
+            time.sleep(0.1)  # what it shows has changed meanwhile
+    sys.exit(f"The window {wanted} changes all the time")
 
 def read_program():
     read("frame", "^Tarvex\n")
