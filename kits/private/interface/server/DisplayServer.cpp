@@ -260,6 +260,17 @@ void TryQtThreads()
     done.count_down();
 }
 
+// Where it fails, so does Qt's own call. Numbers in the files of fonts have a point, but meanwhile Qt
+// sets the locale of the user for the whole program: this thread keeps the other one.
+void ReadFonts()
+{
+    const locale_t numbers = newlocale(LC_ALL_MASK, "C", nullptr);
+    uselocale(numbers);
+    FcInit();
+    uselocale(LC_GLOBAL_LOCALE);
+    freelocale(numbers);
+}
+
 // Starts the thread, which changes the state only under the lock. False, the first time with a line
 // on standard error, if there can be none.
 bool Server::Launch(std::unique_ptr<Preparation> preparation)
@@ -273,7 +284,7 @@ bool Server::Launch(std::unique_ptr<Preparation> preparation)
         if (fWakeUp < 0)
             throw std::system_error(errno, std::generic_category());
         TryQtThreads();
-        preparation->fonts = std::jthread([] { FcInit(); }); // where it fails, so does Qt's call
+        preparation->fonts = std::jthread(ReadFonts);
         fThread = std::thread(&Server::Main, this, std::move(preparation), fHasDisplay);
     } catch (const std::exception& error) { // no thread or no memory
         if (!fToldWhyNot)
