@@ -231,7 +231,8 @@ void ClearDead(const std::string& base)
     if (!directory)
         return;
     const int above = dirfd(directory);
-    while (const dirent* entry = IsSafe(above) ? readdir(directory) : nullptr) {
+    const bool isSafe = IsSafe(above);
+    while (const dirent* entry = isSafe ? readdir(directory) : nullptr) {
         if (!IsName(entry->d_name))
             continue;
         const FileDescriptor folder(openat(above, entry->d_name, kOpen));
