@@ -28,30 +28,27 @@ const xcb_screen_t* ScreenByNumber(xcb_connection_t* connection, int number)
     return screen.data;
 }
 
-// Invalid where the server knows of no primary monitor or has switched it off.
+// Invalid where the server knows of no primary monitor.
 BRect PrimaryMonitor(xcb_connection_t* connection, xcb_window_t root)
 {
     const xcb_query_extension_reply_t* extension =
         xcb_get_extension_data(connection, &xcb_randr_id);
     if (!extension || !extension->present)
         return BRect();
-    // 1.3 is the first that knows a primary monitor. A server answers by the version it was told
-    // of, so this comes before the other requests, though its answer is of no use.
-    MakeReply(xcb_randr_query_version_reply(
-        connection, xcb_randr_query_version(connection, 1, 3), nullptr));
-    const auto primary = MakeReply(xcb_randr_get_output_primary_reply(
-        connection, xcb_randr_get_output_primary(connection, root), nullptr));
-    if (!primary || primary->output == 0)
+    // 1.5 is the first that knows monitors. A server answers by the version it was told of, though
+    // its own answer to that is of no use.
+    xcb_discard_reply(connection, xcb_randr_query_version(connection, 1, 5).sequence);
+    const auto monitors = MakeReply(xcb_randr_get_monitors_reply(
+        connection, xcb_randr_get_monitors(connection, root, 1), nullptr));
+    if (!monitors)
         return BRect();
-    const auto output = MakeReply(xcb_randr_get_output_info_reply(
-        connection, xcb_randr_get_output_info(connection, primary->output, 0), nullptr));
-    if (!output || output->crtc == 0)
-        return BRect();
-    const auto place = MakeReply(xcb_randr_get_crtc_info_reply(
-        connection, xcb_randr_get_crtc_info(connection, output->crtc, 0), nullptr));
-    if (!place)
-        return BRect();
-    return BRect(place->x, place->y, place->x + place->width - 1, place->y + place->height - 1);
+    for (auto at = xcb_randr_get_monitors_monitors_iterator(monitors.get()); at.rem > 0;
+         xcb_randr_monitor_info_next(&at)) {
+        const xcb_randr_monitor_info_t& place = *at.data;
+        if (place.primary)
+            return BRect(place.x, place.y, place.x + place.width - 1, place.y + place.height - 1);
+    }
+    return BRect();
 }
 
 } // namespace
