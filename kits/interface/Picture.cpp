@@ -2,6 +2,8 @@
 
 #include "drawing/FontFace.h"
 #include "drawing/PictureRecord.h"
+#include "drawing/SvgDevice.h"
+#include "OwnLibrary.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
 #include "WholeFile.h"
@@ -13,7 +15,6 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSvgGenerator>
 
 #include <algorithm>
 #include <cmath>
@@ -150,15 +151,13 @@ bool Paint(QPaintDevice& device, const BPicture& picture, BRect area, double sca
 
 bool PaintSvg(QBuffer& file, const BPicture& picture, BRect area, const QString& title)
 {
+    const auto make =
+        OwnFunction<decltype(&tarvex_make_svg_device)>("svg", "tarvex_make_svg_device");
+    if (!make)
+        return false;
     const QSizeF size = AreaOf(area.LeftTop(), area.RightBottom()).size();
-    QSvgGenerator svg;
-    svg.setOutputDevice(&file);
-    svg.setResolution(kUnitsPerInch);
-    svg.setSize(size.toSize());
-    svg.setViewBox(QRectF(QPointF(), size));
-    svg.setTitle(title.toHtmlEscaped());
-    svg.setDescription(QString());
-    return Paint(svg, picture, area, 1);
+    const std::unique_ptr<QPaintDevice> svg(make(file, size, kUnitsPerInch, title));
+    return Paint(*svg, picture, area, 1);
 }
 
 bool PaintPng(QBuffer& file, const BPicture& picture, BRect area)
