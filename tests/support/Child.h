@@ -1,6 +1,8 @@
 // Processes of a test's own, for what may happen in one only once or would end the tests.
 #pragma once
 
+#include "tests/support/TempFolder.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <grp.h>
@@ -50,6 +52,17 @@ inline bool CanMount()
 // For a child: whether its mounts are now its own.
 inline bool TakeOwnMounts()
 {
-    return unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) == 0
-        && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    const uid_t user = geteuid();
+    const gid_t group = getegid();
+    if (unshare(user == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0)
+        return false;
+    if (user != 0) { // who has no number in the new space can make no file
+        const auto map = [](auto id) {
+            return std::to_string(id) + " " + std::to_string(id) + " 1";
+        };
+        WriteFile("/proc/self/setgroups", "deny");
+        WriteFile("/proc/self/uid_map", map(user));
+        WriteFile("/proc/self/gid_map", map(group));
+    }
+    return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
