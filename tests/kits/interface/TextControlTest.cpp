@@ -56,6 +56,23 @@ TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
     Becomes(control, face + "a", { "End", "BackSpace", "a", "b", "Home", "Delete" });
 }
 
+TEST_F(TextControlTest, KeysStayInOrderWhereTheFocusMovesMeanwhile)
+{
+    BTextControl* control = Add("");
+    auto* next = new BTextControl(BRect(10, 50, 209, 74), "next", nullptr, "", new BMessage(1));
+    fWindow->AddChild(next);
+    Show();
+    Locked([&] { control->MakeFocus(); });
+    Locked([&] {
+        control->TextView()->Insert("Intel"); // from here on keys wait for the end of this message
+        screen::Type("a");
+        next->MakeFocus();
+        screen::Type("bc");
+    });
+    Becomes(next, "abc");
+    Becomes(control, "Intel");
+}
+
 TEST_F(TextControlTest, AChangeMeantForAnOlderTextIsLeftOut)
 {
     BTextControl* control = Add("Int");

@@ -243,13 +243,23 @@ void LineWidget::Finish()
     Report(true, false);
 }
 
-bool LineWidget::event(QEvent* event)
+void LineWidget::Hold()
 {
-    if (fHolds > 0 && event->isInputEvent() && event->type() != QEvent::ShortcutOverride) {
+    if (fHolds++ == 0)
+        qApp->installEventFilter(this);
+}
+
+// Keys wait whichever widget of the window they come to: where the program moves the focus
+// meanwhile, a later one would overtake those that came to this.
+bool LineWidget::eventFilter(QObject* object, QEvent* event)
+{
+    const auto* widget = qobject_cast<const QWidget*>(object);
+    const bool isKey = dynamic_cast<const QKeyEvent*>(event) != nullptr;
+    const bool isHeld = event->isInputEvent() && event->type() != QEvent::ShortcutOverride
+        && (widget == this || (isKey && widget && widget->window() == window()));
+    if (isHeld)
         fWaiting.emplace_back(event->clone());
-        return true;
-    }
-    return QLineEdit::event(event);
+    return isHeld;
 }
 
 // One of the keys may move the focus: the others are for the widget that then has it.
@@ -257,6 +267,7 @@ void LineWidget::Release()
 {
     if (--fHolds > 0)
         return;
+    qApp->removeEventFilter(this);
     for (const auto& event : std::exchange(fWaiting, {})) {
         const bool isKey = dynamic_cast<const QKeyEvent*>(event.get()) != nullptr;
         QWidget* focused = window()->focusWidget();

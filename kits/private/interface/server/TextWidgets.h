@@ -101,7 +101,7 @@ public:
     void SelectBytes(int32 start, int32 finish) override;
     void GetSelectedBytes(int32& start, int32& finish) const override;
     void SetBytesFont(int32, int32, const QFont&) override { } // a line has but one
-    void Hold() override { fHolds++; }
+    void Hold() override;
     void Release() override;
     void SetLimit(const TextLimit& limit) override;
     void SetManners(bool editable, bool selectable) override;
@@ -111,7 +111,7 @@ public:
     void AddToMenu(QMenu* more) { fMore = more; } // its actions, as they are when the menu opens
 
 protected:
-    bool event(QEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
