@@ -28,8 +28,8 @@ QTreeView* ListOf(const QFileDialog& dialog)
     return dialog.findChild<QTreeView*>();
 }
 
-// Asks by itself whether to replace what is there. Qt's question knows the chosen name only, and
-// holds up the display server.
+// Asks by itself whether to replace what is there, and tells of what is not there. Qt's question
+// knows the chosen name only, and its boxes run on the stack: a panel that goes under one crashes.
 class PanelDialog : public QFileDialog {
 public:
     // Behind the chosen name it is that of another file which the program will write.
@@ -48,11 +48,12 @@ public:
 
     void accept() override
     {
-        const QStringList inTheWay = FilesInTheWay();
-        if (inTheWay.isEmpty())
-            QFileDialog::accept();
-        else
+        if (const QString missing = MissingFile(); !missing.isEmpty())
+            TellOfMissing(missing);
+        else if (const QStringList inTheWay = FilesInTheWay(); !inTheWay.isEmpty())
             AskToReplace(inTheWay);
+        else
+            QFileDialog::accept();
     }
 
 protected:
@@ -85,6 +86,11 @@ private:
         frame.moveTop(std::max(frame.top(), room.top()));
         setGeometry(frame);
     }
+    QString MissingFile() const
+    {
+        const QString chosen = selectedFiles().value(0);
+        return acceptMode() == AcceptOpen && !QFileInfo::exists(chosen) ? chosen : QString();
+    }
     QStringList FilesInTheWay() const
     {
         const QStringList chosen = selectedFiles();
@@ -99,15 +105,32 @@ private:
         return names;
     }
 
+    QMessageBox* OpenBox(
+        const QString& title, const QString& text, QMessageBox::StandardButtons buttons)
+    {
+        auto* box = new QMessageBox(QMessageBox::Warning, title, text, buttons, this);
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->setTextFormat(Qt::PlainText);
+        box->open();
+        return box;
+    }
+
+    void TellOfMissing(const QString& file)
+    {
+        const QString name = QFileInfo(file).fileName();
+        const QMessageBox* box = OpenBox(windowTitle(),
+            QFileDialog::tr("%1\nFile not found.\nPlease verify the correct file name was given.")
+                .arg(name),
+            QMessageBox::Ok);
+        connect(box, &QMessageBox::finished, this, [this] { ComeBack(); });
+    }
+
     void AskToReplace(const QStringList& names)
     {
         const QString text = names.size() == 1
             ? QFileDialog::tr("%1 already exists.\nDo you want to replace it?").arg(names.first())
             : QString("%1 already exist.\nDo you want to replace them?").arg(names.join(" and "));
-        auto* question = new QMessageBox(
-            QMessageBox::Warning, "Replace", text, QMessageBox::Yes | QMessageBox::No, this);
-        question->setAttribute(Qt::WA_DeleteOnClose);
-        question->setTextFormat(Qt::PlainText);
+        auto* question = OpenBox("Replace", text, QMessageBox::Yes | QMessageBox::No);
         question->setDefaultButton(QMessageBox::No);
         connect(question, &QMessageBox::finished, this, [this](int answer) {
             if (answer == QMessageBox::Yes)
@@ -115,7 +138,6 @@ private:
             else
                 ComeBack();
         });
-        question->open();
     }
 
     // Qt does not know that the desktop's own panel, where there is one, has gone.

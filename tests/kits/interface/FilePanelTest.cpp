@@ -69,6 +69,12 @@ TEST_F(WindowTest, AnOpenPanelSendsAFileThatIsThereOnly)
     screen::Type(folder / "file");
     screen::Key("Return");
     EXPECT_EQ(fLog->WaitFor(1), Entries { folder / "file" });
+    panel.Show(); // and goes while it tells of a file that is not there
+    ASSERT_SOON(screen::Find("open_panel").exposed);
+    screen::Key("ctrl+a");
+    screen::Type(folder / "none");
+    screen::Key("Return");
+    ASSERT_SOON(screen::Find("qt_msgbox_label").exists);
 }
 
 TEST_F(WindowTest, APanelComesUpOverItsWindowAndThenWhereItWasLeft)
