@@ -108,6 +108,7 @@ TEST_F(WindowTest, EachMessageBoxWaitsForItsButtonAndAlertsCanBeClosedUnanswered
         SCOPED_TRACE(row.title);
         std::thread caller(row.show, "Half of the file <a> is there");
         EXPECT_TRUE(screen::BecomesActive(row.title));
+        EXPECT_SOON(screen::Find("_b0_", row.title).focused); // without which a space goes nowhere
         EXPECT_EQ(screen::Find("_tv_", row.title).text, "Half of the file <a> is there");
         EXPECT_EQ(screen::Find("_b0_", row.title).text, "OK");
         screen::Key(row.key);
