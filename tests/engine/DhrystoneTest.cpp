@@ -50,4 +50,38 @@ TEST(Dhrystone, CountsWithSixteenBitsAndPrintsItsCheckToTheLetter)
     EXPECT_EQ(arrays, "8:7 8,7:11 8,8:7 8,9:8 9:7 38:8 ") << "not row 28";
 }
 
+TEST(Dhrystone, GoesTheOtherWaysOfThePublishedTextToo)
+{
+    Dhrystone dhrystone;
+    dhrystone.ptr_glob->discr = kIdent2;
+    Printed(dhrystone, 32001);
+    for (const auto& each : { dhrystone.ptr_glob.get(), dhrystone.next_ptr_glob.get() })
+        EXPECT_TRUE(each->discr == kIdent2 && each->int_comp == 5);
+    std::string told;
+    for (const int32 global : { 100, 101 }) {
+        for (const Enumeration value : { kIdent1, kIdent2, kIdent3, kIdent4, kIdent5 }) {
+            Enumeration reference = kIdent5;
+            dhrystone.int_glob = global;
+            dhrystone.Procedure_6(value, reference);
+            told += std::to_string(reference + 1);
+        }
+    }
+    EXPECT_EQ(told,
+        "14243"
+        "11243");
+    int32 value = 7;
+    dhrystone.Procedure_2(value);
+    EXPECT_EQ(value, 7 + 10 - 1 - 101);
+    EXPECT_TRUE(dhrystone.Function_2("ABCZ", "ABCD"));
+    EXPECT_EQ(dhrystone.int_glob, 3 + 7);
+    EXPECT_FALSE(dhrystone.Function_2("ABCD", "ABCD"));
+    dhrystone.bool_glob = false;
+    dhrystone.char_1 = 'B';
+    dhrystone.Procedure_2(value = 7);
+    dhrystone.Procedure_4();
+    EXPECT_TRUE(value == 7 && !dhrystone.bool_glob) << "no A";
+    EXPECT_EQ(dhrystone.Function_1('C', 'C'), kIdent2);
+    EXPECT_EQ(dhrystone.char_1, 'C');
+}
+
 } // namespace
