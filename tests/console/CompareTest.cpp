@@ -53,7 +53,13 @@ TEST_F(CompareProgram, ShowsEachRowWithItsVerdict)
     EXPECT_EQ(Run("--compare before.json after.json"), 0);
     std::string shown = Output();
     EXPECT_EQ(Run("--compare old.results - --sort percent <new.results"), 0);
+    shown += Output();
+    EXPECT_EQ(Run("--compare more.json --tests sieve"), 0);
+    shown += Output();
+    EXPECT_EQ(Run("--compare more.json --tests sieve --format csv"), 0);
     EXPECT_EQ(shown + Output(), ReadFile(TARVEX_TESTS "/console/data/compared.table"));
+    EXPECT_EQ(Run("--compare x --help"), 0);
+    EXPECT_TRUE(Output().starts_with("Usage: tarvex-run --compare FILE... [--baseline FILE]"));
     EXPECT_EQ(Errors(), "");
 }
 
@@ -63,7 +69,7 @@ TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
         EXPECT_EQ(std::to_string(Run(arguments)), status) << arguments << Errors();
     EXPECT_EQ(Errors(),
         "tarvex-run: nothing in common with the baseline, no test at the same processor count: "
-        "<after.json>\n");
+        "<after.json> and 1 more\n");
 }
 
 TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)

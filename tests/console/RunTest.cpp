@@ -18,11 +18,22 @@
 
 namespace {
 status_t gBegin = B_OK; // what another run leaves to this one
-}
+std::string gNoThread; // that cannot be made
+} // namespace
 
-extern "C" status_t __wrap__ZN11BMachineRun5BeginEv(BMachineRun*)
+extern "C" {
+status_t __wrap__ZN11BMachineRun5BeginEv(BMachineRun*)
 {
     return gBegin;
+}
+using Entry = int32(void*);
+thread_id __real__Z12spawn_threadPFiPvEPKciS_(Entry* entry, const char*, int32, void*);
+thread_id __wrap__Z12spawn_threadPFiPvEPKciS_(
+    Entry* entry, const char* name, int32 priority, void* data)
+{
+    return gNoThread == name ? B_NO_MORE_THREADS
+                             : __real__Z12spawn_threadPFiPvEPKciS_(entry, name, priority, data);
+}
 }
 
 namespace {
@@ -44,6 +55,7 @@ protected:
         fTree.Write("proc/sys/kernel/osrelease", "6.1\n");
         fTree.Write("proc/sys/kernel/version", "#1\n");
         fTree.Write("proc/loadavg", "9.50 0.25 0.50 1/99 1234\n");
+        fTree.Write("proc/self/mountinfo", "1 0 8:1 / / rw - ext4 /dev/sda rw\n");
     }
 
     // "STATUS|" and what it said, without progress. The test's folder is "./".
@@ -91,8 +103,8 @@ TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
     const MachineState state = ReadMachineState();
     const RunRecord known { { { "memory", "ackerman" }, { 1 }, 4, {} }, "x", record.started,
         "AT Clone (1-Unknown@0/0MHz) 0MB RAM", ThisBuild(), ReadMachineDetails(),
-        { { "load", kLoad } }, {}, "", {}, { { 1, { 0 }, {}, state, state } }, record.series,
-        record.bestProbe };
+        { { "load", kLoad } }, {}, "", { { "ext4", false } }, { { 1, { 0 }, {}, state, state } },
+        record.series, record.bestProbe };
     EXPECT_EQ(RunAsJson(record), RunAsJson(known));
     // Its probes help the next one.
     EXPECT_EQ(Told("--groups memory --output ./b"), "0|" + kNote);
@@ -137,6 +149,7 @@ TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
             "it is of another version <" + ThisBuild().version + ", " + ThisBuild().compiler
                 + ">" },
         { [](RunRecord& run) { run.plan.groups.push_back("all"); }, "its groups are unknown" },
+        { [](RunRecord& run) { run.plan.groups.push_back("none"); }, "its groups are unknown" },
     };
     const std::string output = fFolder / "out.json";
     for (const auto& [change, why] : rows) {
@@ -191,6 +204,12 @@ TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
         EXPECT_EQ(Told(arguments), told);
     }
     gBegin = B_OK;
+    for (const std::string thread : { "run", "signals", "benchmark" }) {
+        gNoThread = thread;
+        EXPECT_EQ(Told("--groups memory --output ./c"),
+            "1|" + kNote + "tarvex-run: cannot start thread <" + thread + ">\n");
+    }
+    gNoThread = "";
     setenv("WAYLAND_DISPLAY", "wayland-0", 1);
     EXPECT_NE(Told("--groups graphics --output ./a").find(" (a Wayland session needs Xwayland): "),
         std::string::npos);
