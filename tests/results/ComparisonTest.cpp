@@ -6,6 +6,7 @@
 #include "tests/results/ComparedRun.h"
 #include "tests/results/MadeArchive.h"
 #include "tests/results/MadeRuns.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -40,22 +41,13 @@ std::string Names(const Comparison& comparison)
 
 TEST(ChartScale, IsTheNextStepAboveTheGreatestValue)
 {
-    const std::tuple<double, float, int32> rows[] = {
-        { 0, 10, 10 },
-        { 9.6, 20, 10 },
-        { 99, 100, 10 },
-        { 100, 110, 10 },
-        { 999.5, 1100, 100 },
-        { 1e12, 2e9f, 100000000 },
-        { INFINITY, 2e9f, 100000000 },
-    };
-    for (const auto& [greatest, maxScale, step] : rows) {
-        const ChartScale scale = ChartScale::For(greatest);
-        EXPECT_EQ(scale.maxScale, maxScale) << greatest;
-        EXPECT_EQ(scale.step, step) << greatest;
+    for (const Row& row : RowsOf("results/data/scales", 3)) {
+        const ChartScale scale = ChartScale::For(std::stod(row[0]));
+        EXPECT_EQ(scale.maxScale, std::stof(row[1])) << row[0];
+        EXPECT_EQ(scale.step, std::stoi(row[2])) << row[0];
         EXPECT_EQ(scale.XFor(0, 320, 700), 320);
-        EXPECT_EQ(scale.XFor(double(maxScale) / 2, 320, 700), 510);
-        EXPECT_EQ(scale.XFor(double(maxScale), 320, 700), 700);
+        EXPECT_EQ(scale.XFor(double(scale.maxScale) / 2, 320, 700), 510);
+        EXPECT_EQ(scale.XFor(double(scale.maxScale), 320, 700), 700);
     }
 }
 
@@ -101,21 +93,31 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     file("fleet/.hidden", MadeResults("Hidden (1-x)", ""));
     file("fleet/a", MadeResults("Fleet (1-x)", "700:9/1.0;"));
     file("fleet/b.txt", "notes");
+    std::filesystem::create_symlink("/proc/self/mem", folder / "mem"); // fails to be read
+    const std::string blank(33 << 20, '\n');
+    const std::string zip = MadeArchive(Packing::kZip, { { "r.tar", tar } });
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
 
     Comparison comparison;
     comparison.ChooseTest("Sieve");
-    const LoadOutcome outcome =
-        comparison.Open({ file("r.zip", MadeArchive(Packing::kZip, { { "r.tar", tar } })),
-            file("r", saved), file("run.json", RunAsJson(run)), folder / "fleet",
+    const LoadOutcome outcome = comparison.Open(
+        { file("r.zip", zip), file("r", saved), file("run.json", RunAsJson(run)), folder / "fleet",
             file("out.zip", MadeArchive(Packing::kZip, { { "../r", saved } })), folder / "pipe",
-            file("notes.txt", "1.0\n"), "/none" });
+            file("notes.txt", "1.0\n"), "/none", folder / "mem", file("large", "{" + blank),
+            file("vast", MadeResults("Vast (1-x)", "700:9/1.0;") + blank),
+            file("deep.zip", MadeArchive(Packing::kZip, { { "r.zip", zip } })),
+            file("long.json", RunAsJson(MadeRun(std::string(kRecordSize - 1, 'x')))) });
     EXPECT_EQ(outcome.Text(),
-        "3 machines added, 1 was there already; out.zip holds a path that leads out of it: <../r>, "
-        "and 3 more");
-    EXPECT_EQ(outcome.refused[1], "pipe cannot be read: it is no plain file");
-    EXPECT_EQ(outcome.refused[2], "notes.txt is no results file");
-    EXPECT_EQ(Names(comparison), "Saved (2-x); Ran (3-x); Fleet (1-x); ");
+        "4 machines added, 1 was there already; out.zip holds a path that leads out of it: <../r>, "
+        "and 7 more");
+    std::string refused;
+    for (size_t i = 1; i < outcome.refused.size(); i++)
+        refused += outcome.refused[i] + "; ";
+    EXPECT_EQ(refused,
+        "pipe cannot be read: it is no plain file; notes.txt is no results file; none cannot be "
+        "read: No such file or directory; mem cannot be read: Input/output error; large has over "
+        "32 MB; deep.zip holds no results; long.json has more than a machine's record holds; ");
+    EXPECT_EQ(Names(comparison), "Saved (2-x); Ran (3-x); Fleet (1-x); Vast (1-x); ");
     EXPECT_EQ(MachineAsText(comparison, *comparison.InOrder()[1]),
         "Ran (3-x)\n3 CPU: 800.0 IPS, 4.00 times one processor\n1 CPU: 200.0 IPS\nModel\n"
         "1.5 GB of memory\nLinux 6.1\nMeasured 2026-11-21T14:03:05+01:00\nRead from "

@@ -61,4 +61,10 @@ TEST(ResultsRecord, OfTooManyDevicesTheLastOnesAreLeftOutAndNothingElse)
     EXPECT_EQ(added % 100, 0u); // whole fields
     EXPECT_GT(record.size() + 100, static_cast<size_t>(kRecordSize - 1)); // and no room for another
     EXPECT_TRUE(record.ends_with("d\t" + std::string(strstr(kRecord, "100:"))));
+    for (const size_t size : { kRecordSize - 2, kRecordSize - 1 }) { // with a tab behind it
+        Results named(false);
+        named.description = std::string(size, 'x').c_str();
+        EXPECT_EQ(named.Write(buffer), size == kRecordSize - 2);
+        EXPECT_EQ(buffer, std::string(kRecordSize - 2, 'x') + "\t");
+    }
 }
