@@ -7,6 +7,7 @@
 #include "results/RunFile.h"
 #include "results/RunJournal.h"
 #include "tests/kits/kernel/MachineTree.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <MachineRun.h>
@@ -181,35 +182,12 @@ TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
 TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
 {
     WriteFile(fFolder / "a.journal", "old text");
-    const std::tuple<status_t, std::string, std::string> rows[] = {
-        // of another run
-        { B_OK, "--groups graphics --output ./a",
-            "3|tarvex-run: no display: the tests of <graphics> are left out\n" },
-        { B_OK, "--groups memory --output ./no/a",
-            "2|tarvex-run: cannot write <./no/a>: No such file or directory\n" },
-        { B_OK, "--resume ./no",
-            "2|tarvex-run: cannot resume <./no>: No such file or directory\n" },
-        { B_OK, "--groups memory --output ./a",
-            "2|" + kNote
-                + "tarvex-run: cannot write <./a.journal>: it is of a run that was not finished; "
-                  "--resume or remove it\n" },
-        { B_BUSY, "--groups memory --output ./b",
-            "4|tarvex-run: another run is under way, by : --anyway starts a second\n" },
-        { B_BUSY, "--groups graphics,memory --output ./b --anyway",
-            "3|tarvex-run: no display: the tests of <graphics> are left out\n" + kNote },
-        { B_ERROR, "--groups memory --output /dev/null", "0|" + kNote },
-    };
-    for (const auto& [other, arguments, told] : rows) {
-        gBegin = other;
-        EXPECT_EQ(Told(arguments), told);
+    for (const Row& row : RowsOf("console/data/in-vain", 3)) {
+        const std::map<std::string, status_t> others { { "busy", B_BUSY }, { "unknown", B_ERROR } };
+        gBegin = others.contains(row[0]) ? others.at(row[0]) : status_t(B_OK);
+        gNoThread = row[0];
+        EXPECT_EQ(Told(row[1]), row[2]) << row[1];
     }
-    gBegin = B_OK;
-    for (const std::string thread : { "run", "signals", "benchmark" }) {
-        gNoThread = thread;
-        EXPECT_EQ(Told("--groups memory --output ./c"),
-            "1|" + kNote + "tarvex-run: cannot start thread <" + thread + ">\n");
-    }
-    gNoThread = "";
     setenv("WAYLAND_DISPLAY", "wayland-0", 1);
     EXPECT_NE(Told("--groups graphics --output ./a").find(" (a Wayland session needs Xwayland): "),
         std::string::npos);

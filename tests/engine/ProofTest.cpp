@@ -38,45 +38,25 @@ void* operator new[](size_t size, const std::nothrow_t&) noexcept
     }
 }
 
+// clang-format off
+#define BREAKABLE(result, call, parameters, arguments, isLost, instead) \
+    result __real_##call parameters; \
+    result __wrap_##call parameters { return isLost ? instead : __real_##call arguments; }
+
 extern "C" {
-char* __real_strcpy(char* copy, const char* text);
-char* __wrap_strcpy(char* copy, const char* text)
-{
-    return IsBroken("strcpy") ? copy : __real_strcpy(copy, text);
-}
-
-int __real_strcmp(const char* one, const char* other);
-int __wrap_strcmp(const char* one, const char* other)
-{
-    const bool isOurs = strncmp(one, "Tarvex tests", 12) == 0;
-    return isOurs && IsBroken("strcmp") ? 1 : __real_strcmp(one, other);
-}
-
-double __real_atan(double value);
-double __wrap_atan(double value)
-{
-    return IsBroken("atan") ? 0 : __real_atan(value);
-}
-
-double __real_pow(double base, double exponent);
-double __wrap_pow(double base, double exponent)
-{
-    return IsBroken("pow") ? 0 : __real_pow(base, exponent);
-}
-
-size_t __real_fwrite(const void* data, size_t size, size_t count, FILE* file);
-size_t __wrap_fwrite(const void* data, size_t size, size_t count, FILE* file)
-{
-    const bool isLost = size == BlockFile::kBlockSize && IsBroken("fwrite");
-    return isLost ? count : __real_fwrite(data, size, count, file);
-}
-
-size_t __real_fread(void* data, size_t size, size_t count, FILE* file);
-size_t __wrap_fread(void* data, size_t size, size_t count, FILE* file)
-{
-    const bool isLost = size == BlockFile::kBlockSize && IsBroken("fread");
-    return isLost ? 0 : __real_fread(data, size, count, file);
-}
+BREAKABLE(char*, strcpy, (char* copy, const char* text), (copy, text), IsBroken("strcpy"), copy)
+BREAKABLE(int, strcmp, (const char* one, const char* other), (one, other),
+    strncmp(one, "Tarvex tests", 12) == 0 && IsBroken("strcmp"), 1)
+BREAKABLE(double, atan, (double value), (value), IsBroken("atan"), 0)
+BREAKABLE(double, pow, (double base, double exponent), (base, exponent), IsBroken("pow"), 0)
+BREAKABLE(size_t, fwrite, (const void* data, size_t size, size_t count, FILE* file),
+    (data, size, count, file), size == BlockFile::kBlockSize && IsBroken("fwrite"), count)
+BREAKABLE(size_t, fread, (void* data, size_t size, size_t count, FILE* file),
+    (data, size, count, file), size == BlockFile::kBlockSize && IsBroken("fread"), 0)
+// Of what is removed the first thousand files: the next ones are from who cleans up.
+BREAKABLE(int, unlink, (const char* path), (path),
+    IsOf("/tarvex_lc_test.", path) && IsBroken("unlink") && gCalls <= 1000, 0)
+// clang-format on
 
 FILE* __real_fopen(const char* path, const char* mode);
 FILE* __wrap_fopen(const char* path, const char* mode)
@@ -86,14 +66,6 @@ FILE* __wrap_fopen(const char* path, const char* mode)
         return nullptr;
     const bool isLost = IsOf("/tarvex_lc_test.", path) && IsBroken("fopen");
     return isLost ? __real_fopen("/dev/null", "w") : __real_fopen(path, mode);
-}
-
-int __real_unlink(const char* path);
-int __wrap_unlink(const char* path)
-{
-    constexpr long kFiles = 1000; // the next ones are from who cleans up
-    const bool isKept = IsOf("/tarvex_lc_test.", path) && IsBroken("unlink") && gCalls <= kFiles;
-    return isKept ? 0 : __real_unlink(path);
 }
 }
 

@@ -266,14 +266,13 @@ TEST_F(SittingTest, AProbeIsTheBestOfThreeAndTheClockIsSteadyOnceNoBetterOneCome
     EXPECT_EQ(std::round(best.core * 1e6) * 10 + std::round(best.clock * 1e6), 14);
 
     // Each probe looks twelve times, and before each but the first one the time is looked at too.
-    const std::pair<std::function<bigtime_t(int)>, int> rows[] = {
-        { [](int) { return 1000; }, 1 + 12 + 8 * 13 },
-        { [](int) { return 2000; }, 1 + 12 + 7 * 13 + 1 }, // longer than a fifth of a second
-        { [](int look) { return look < 60 ? 1000 : 991; }, 1 + 12 + 8 * 13 }, // hardly better
-        { [](int look) { return look < 60 ? 1000 : 980; }, 1 + 12 + 11 * 13 },
+    const int rows[][3] = {
+        // how long a look takes, also after sixty, and how many there are
+        { 1000, 1000, 1 + 12 + 8 * 13 }, { 1000, 991, 1 + 12 + 8 * 13 }, // hardly better
+        { 1000, 980, 1 + 12 + 11 * 13 }, { 2000, 2000, 1 + 12 + 7 * 13 + 1 } // too long
     };
-    for (const auto& [next, looks] : rows) {
-        gNextLook = next;
+    for (const auto& [first, later, looks] : rows) {
+        gNextLook = [&](int look) { return look < 60 ? first : later; };
         gLooks = 0;
         __real__Z18WaitForSteadyClockv();
         EXPECT_EQ(gLooks, looks);
