@@ -5,7 +5,6 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <regex>
 #include <sys/wait.h>
 
 namespace {

@@ -2,7 +2,6 @@
 #include "tests/support/OnlineProcessors.h"
 #include "tests/support/Test.h"
 
-#include <regex>
 #include <sys/sysmacros.h>
 #include <sys/wait.h>
 

@@ -3,8 +3,6 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <sstream>
-
 namespace {
 
 std::vector<std::string> Words(const std::string& line)

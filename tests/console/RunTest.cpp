@@ -14,9 +14,6 @@
 #include <Message.h>
 #include <pty.h>
 
-#include <regex>
-#include <sstream>
-
 namespace {
 status_t gBegin = B_OK; // what another run leaves to this one
 std::string gNoThread; // that cannot be made

@@ -9,8 +9,6 @@
 #include <FindDirectory.h>
 #include <Path.h>
 
-#include <regex>
-
 namespace {
 
 class BenchmarkTest : public testing::Test {

@@ -2,8 +2,6 @@
 
 #include "tests/support/Test.h"
 
-#include <regex>
-
 namespace {
 
 // What it prints, with every address as #.

@@ -5,7 +5,6 @@
 #include "tests/support/Test.h"
 
 #include <new>
-#include <regex>
 
 namespace {
 

@@ -87,19 +87,7 @@ TEST_F(MeasuredMachines, AreAllOrNoneAndTheFirstBadFileIsNamed)
     fs::create_symlink("/proc/self/mem", fFolder / "mem"); // cannot be read at its start
     for (int i = 0; i < 60; i++)
         WriteFile(fFolder / std::to_string(i), kOne);
-    const std::string rows[][2] = {
-        { "none", "cannot read <none>: No such file or directory" },
-        { "empty", "<empty> holds no results" },
-        { "text", "<text> is neither a results file nor JSON of a run, nor an archive of them" },
-        { "bad.json", "<bad.json> is of a newer Tarvex: its schema is 7, this one reads 1" },
-        { "eight", "<eight> has more than eight times for <Sieve>" },
-        { "up.zip", "<up.zip> holds a path that leads out of it: <../up>" },
-        { "outer.zip", "<outer.zip: up.zip> holds a path that leads out of it: <../up>" },
-        { "deep", "<deep: outer.tar: up.zip> is an archive too deep in others" },
-        { "large", "<large> has over 32 MB" },
-        { "mem", "cannot read <mem>: Input/output error" },
-    };
-    for (const auto& [name, line] : rows) {
+    for (const auto& [name, line] : ReadRows("results/data/unreadable")) {
         EXPECT_EQ(Told({ name }), line);
         std::vector<std::string> many; // so that several threads read
         for (int i = 0; i < 60; i++)

@@ -5,8 +5,6 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <sstream>
-
 namespace {
 
 constexpr const TestType& gAckerman = TestNamed("Ackerman");
