@@ -12,37 +12,6 @@
 
 namespace {
 
-// The texts of a chart but for numbers, with their colours if these are not black, then, by their
-// colours, the widths of its bars.
-std::string Drawn(const std::string& path)
-{
-    const std::string file = ReadFile(path);
-    QXmlStreamReader reader(QByteArray::fromStdString(file));
-    QStringList texts;
-    std::map<QString, QString> shapes;
-    QString color;
-    while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        const auto value = [&reader](const char* name) {
-            return reader.attributes().value(QLatin1String(name)).toString();
-        };
-        if (reader.name() == QLatin1String("g")) {
-            color = value("fill");
-        } else if (reader.name() == QLatin1String("rect") && value("height") == "11") {
-            shapes[color] += QString(" %1").arg(std::lround(value("width").toDouble()));
-        } else if (reader.name() == QLatin1String("text")) {
-            const QString ink = value("fill") == "#000000" ? "" : value("fill") + " ";
-            const QString text = reader.readElementText();
-            if (!text.contains(QRegularExpression("^\\d+$")))
-                texts << ink + text;
-        }
-    }
-    for (const auto& [name, told] : shapes)
-        texts << name + told;
-    return (texts.join('|') + reader.errorString()).toStdString();
-}
-
 // The elements of an SVG: their colours, the width of the pen and, in whole units, where they are.
 // Of texts that is so only roughly: how wide they are is the font's.
 QStringList Elements(const std::string& path)
@@ -69,12 +38,19 @@ QStringList Elements(const std::string& path)
         if (name == "text") {
             const QString at = "text " + value("fill") + " " + value("font-size") + ": "
                 + QString::number(std::lround(value("x").toDouble() / 50)) + " " + value("y");
-            elements << at + " " + reader.readElementText().left(22);
+            elements << at + " " + reader.readElementText().left(60);
         } else if (!numbers.isEmpty() && value("viewBox").isEmpty()) {
             elements << (name + pen).trimmed() + ": " + numbers.join(' ');
         }
     }
     return elements;
+}
+
+// Those of a chart but for its grid: which of its lines have room for a number is the font's.
+std::string Drawn(const std::string& path)
+{
+    const QRegularExpression wanted("^(?!polyline|text.* \\d+$)");
+    return Elements(path).filter(wanted).join('\n').toStdString() + "\n";
 }
 
 const std::string kData = TARVEX_TESTS "/results/data/";
@@ -128,7 +104,7 @@ TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
     comparison.byRatio = true;
     comparison.UpdateScale();
     EXPECT_EQ(Said(folder / "a.SVG"), "");
-    EXPECT_EQ(rates + "\n" + Drawn(folder / "a.SVG") + "\n", ReadFile(kData + "charts-window"));
+    EXPECT_EQ(rates + Drawn(folder / "a.SVG"), ReadFile(kData + "charts-window"));
 }
 
 TEST_F(ChartPictureTest, PngIsSharpAndLight)
@@ -153,7 +129,7 @@ TEST_F(ChartPictureTest, ShowsMeasuredMachinesByTheCountsThatTheyHave)
     std::string drawn;
     const auto draw = [&](const TestType& test) {
         EXPECT_EQ(WriteMachinesChart((folder / "b.svg").c_str(), machines, 0, test), "");
-        drawn += Drawn(folder / "b.svg") + "\n";
+        drawn += Drawn(folder / "b.svg");
     };
     draw(TestNamed("Sieve"));
     for (MeasuredMachine& machine : machines)
