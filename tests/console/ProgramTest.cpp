@@ -175,7 +175,9 @@ TEST_F(TarvexRun, DrawsAsTheSameProcessAlsoWhenItGoesOnAfterAKill)
     EXPECT_EQ(Run("--resume file.json.journal --format csv", display), 0);
     const std::string table = Output();
     EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + 13) << table;
-    EXPECT_NE(ReadFile(fFolder / "file.json").find("\"1024x768x24\""), std::string::npos);
+    const std::string file = ReadFile(fFolder / "file.json");
+    EXPECT_NE(file.find("\"display_size\": \"1024x768x24\""), std::string::npos);
+    EXPECT_NE(file.find("\"display\": {\"vendor\":\""), std::string::npos);
 }
 
 TEST_F(TarvexRun, EndsWhenItsDisplayDiesUnderTheGraphicsTests)

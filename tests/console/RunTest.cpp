@@ -37,7 +37,9 @@ thread_id __wrap__Z12spawn_threadPFiPvEPKciS_(
 namespace {
 
 const std::string kLoad = "load 9.50: other programs share the processors";
-const std::string kNote = "tarvex-run: note: " + kLoad + "\n";
+const std::string kInMemory =
+    "the temporary directory lies in memory (tmpfs): the disk tests do not measure a disk";
+const std::string kNote = "tarvex-run: note: " + kLoad + "\ntarvex-run: note: " + kInMemory + "\n";
 
 class RunTest : public testing::Test {
 protected:
@@ -53,7 +55,7 @@ protected:
         fTree.Write("proc/sys/kernel/osrelease", "6.1\n");
         fTree.Write("proc/sys/kernel/version", "#1\n");
         fTree.Write("proc/loadavg", "9.50 0.25 0.50 1/99 1234\n");
-        fTree.Write("proc/self/mountinfo", "1 0 8:1 / / rw - ext4 /dev/sda rw\n");
+        fTree.Write("proc/self/mountinfo", "1 0 8:1 / / rw - tmpfs none rw\n");
     }
 
     // "STATUS|" and what it said, without progress. The test's folder is "./".
@@ -101,8 +103,8 @@ TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
     const MachineState state = ReadMachineState();
     const RunRecord known { { { "memory", "ackerman" }, { 1 }, 4, {} }, "x", record.started,
         "AT Clone (1-Unknown@0/0MHz) 0MB RAM", ThisBuild(), ReadMachineDetails(),
-        { { "load", kLoad } }, {}, "", { { "ext4", false } }, { { 1, { 0 }, {}, state, state } },
-        record.series, record.bestProbe };
+        { { "load", kLoad }, { "temporary-in-memory", kInMemory } }, {}, "", { { "tmpfs", true } },
+        { { 1, { 0 }, {}, state, state } }, record.series, record.bestProbe };
     EXPECT_EQ(RunAsJson(record), RunAsJson(known));
     // Its probes help the next one.
     EXPECT_EQ(Told("--groups memory --output ./b"), "0|" + kNote);
@@ -179,6 +181,7 @@ TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
 TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
 {
     WriteFile(fFolder / "a.journal", "old text");
+    std::filesystem::create_symlink("/dev/full", fFolder / "full.json");
     for (const Row& row : RowsOf("console/data/in-vain", 3)) {
         const std::map<std::string, status_t> others { { "busy", B_BUSY }, { "unknown", B_ERROR } };
         gBegin = others.contains(row[0]) ? others.at(row[0]) : status_t(B_OK);
@@ -189,7 +192,7 @@ TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
     EXPECT_NE(Told("--groups graphics --output ./a").find(" (a Wayland session needs Xwayland): "),
         std::string::npos);
     EXPECT_EQ(ReadFile(fFolder / "a.journal"), "old text");
-    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.journal", "b" }));
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.journal", "b", "full.json" }));
 }
 
 TEST(RunLooper, RewritesItsLineOnATerminal)

@@ -29,11 +29,11 @@ void Fill(Comparison& comparison)
         "2 machines added; none cannot be read: No such file or directory");
 }
 
-std::string Names(const Comparison& comparison)
+std::string Names(Comparison& comparison)
 {
     std::string names;
-    for (const Results& machine : comparison.machines)
-        names += std::string(machine.description.operator const char*()) + "; ";
+    for (const Results* machine : comparison.InOrder())
+        names += std::string(machine->description) + "; ";
     return names;
 }
 
@@ -128,10 +128,7 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     ASSERT_EQ(comparison.Open({ folder / "more" }).added, 2);
     const auto shown = [&](ChartOrder order) {
         comparison.order = order;
-        std::string names;
-        for (const Results* machine : comparison.InOrder())
-            names += std::string(machine->description) + "; ";
-        return names;
+        return Names(comparison);
     };
     const std::string added = "This (2-x); Other (1-y); Other (1-y); Älter (1-); a (1-); ";
     EXPECT_EQ(shown(ChartOrder::kAsAdded), added);

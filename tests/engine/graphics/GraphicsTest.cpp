@@ -2,6 +2,7 @@
 #include "engine/Benchmark.h"
 #include "engine/graphics/GraphicsWin.h"
 #include "tests/engine/Recorder.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
@@ -252,6 +253,20 @@ TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)
     EXPECT_GT(lines->times[0], 0);
     EXPECT_TRUE(cpus == 1 || lines->times[cpus - 1] == 0);
     EXPECT_EQ(benchmark.results.NewTest("Ackerman", 1)->nbrTimes, cpus);
+}
+
+TEST_F(GraphicsTest, AreLeftOutWithoutAThreadForTheirWindow)
+{
+    benchmark.graphics = true;
+    testing::internal::CaptureStderr();
+    {
+        const NoThreads noThreads;
+        benchmark.RunGraphics();
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Cannot start thread <Test Graphics>: its window is not shown\nThe tests of <Graphics> are "
+        "left out\n");
+    EXPECT_FALSE(benchmark.graphics);
 }
 
 TEST_F(GraphicsTest, TheirWindowGoesWithAKilledRun)
