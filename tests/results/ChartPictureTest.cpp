@@ -82,11 +82,6 @@ MeasuredMachine Machine(const char* name, const std::map<int32, double>& seconds
     return machine;
 }
 
-bool IsSieve(const TestType& test)
-{
-    return test.id == 700;
-}
-
 } // namespace
 
 TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
@@ -171,19 +166,20 @@ TEST_F(ChartPictureTest, ScalingRisesInProportionBesideTheIdealLine)
 {
     std::vector<MeasuredMachine> machines = { Machine("half", { { 1, 4 }, { 5, 4.0 / 3 } }) };
     machines[0].record.series[1].spans[3].waited = 1; // one of ten: the clean ones do
+    const TestFilter isSieve = [](const TestType& test) { return test.id == 700; };
     const auto elements = [&](const TestFilter& isWanted) {
         const std::string path = folder / "c.svg";
         EXPECT_EQ(WriteScalingPicture(path.c_str(), machines, ScalingOf(machines, isWanted)), "");
         return Elements(path);
     };
-    EXPECT_EQ(elements(IsSieve).join('\n').toStdString() + "\n", ReadFile(kData + "scaling-one"));
+    EXPECT_EQ(elements(isSieve).join('\n').toStdString() + "\n", ReadFile(kData + "scaling-one"));
 
     for (int i = 0; i < 24; i++)
         machines.push_back(Machine("another", { { 1, 1 }, { 2, 1 } }));
     for (Span& span : machines[1].record.series[0].spans)
         span.waited = 1;
     std::map<QString, int> counts; // of equal ones
-    for (const QString& element : elements(IsSieve))
+    for (const QString& element : elements(isSieve))
         counts[element.section(':', 0, 0)]++;
     QString told;
     for (const auto& [element, count] : counts)

@@ -89,7 +89,6 @@ TEST_F(Journal, OfAnotherRunIsLeftAsItIsAndDamageIsTold)
 
 TEST_F(Journal, ThatCannotBeWrittenIsToldOnceAndTheRunGoesOn)
 {
-    const std::string path = fFolder / "none";
     const std::string error = "Error writing <" + fPath + ">: File too large\n";
     EXPECT_EQ(InChild([&] {
         signal(SIGXFSZ, SIG_IGN);
@@ -101,8 +100,9 @@ TEST_F(Journal, ThatCannotBeWrittenIsToldOnceAndTheRunGoesOn)
         if (testing::internal::GetCapturedStderr() != error)
             return 1;
         RunJournal second;
-        return second.Begin(path, std::string(99, 'x'), fRun) == "File too large" ? 0 : 2;
+        return second.Begin(fFolder / "none", std::string(99, 'x'), fRun) == "File too large" ? 0
+                                                                                              : 2;
     }),
         0);
-    EXPECT_FALSE(fs::exists(path));
+    EXPECT_FALSE(fs::exists(fFolder / "none"));
 }

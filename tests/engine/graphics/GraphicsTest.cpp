@@ -234,6 +234,7 @@ TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)
     {
         const BAutolock lock(shown); // between two tests
         ASSERT_TRUE(lock.IsLocked());
+        EXPECT_GT(shown->Frame().left, 10) << "beside the main window";
         EXPECT_EQ(system("xdotool search --name lushed windowclose"), 0);
         EXPECT_SOON(system("xdotool search --name lushed >/dev/null") != 0);
         // That it has gone was said before this picture is sent, and is dealt with before the
@@ -257,6 +258,7 @@ TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)
 
 TEST_F(GraphicsTest, AreLeftOutWithoutAThreadForTheirWindow)
 {
+    ShowWindow(); // so that what all windows share has its threads
     benchmark.graphics = true;
     testing::internal::CaptureStderr();
     {
