@@ -20,8 +20,7 @@ std::string Wrapped(std::string_view text)
     constexpr size_t kWidth = 76;
     std::string lines;
     while (!text.empty()) {
-        size_t end = text.size() <= kWidth ? text.size() : text.rfind(' ', kWidth);
-        end = end == text.npos ? text.size() : end;
+        const size_t end = text.size() <= kWidth ? text.size() : text.rfind(' ', kWidth);
         lines += "    " + std::string(text.substr(0, end)) + "\n";
         text.remove_prefix(std::min(end + 1, text.size()));
     }

@@ -156,8 +156,9 @@ std::string Difference(const RunRecord& journal, const RunRecord& here)
 bool WriteText(const std::string& path, const std::string& text)
 {
     WholeFile file(path.c_str());
-    if (file.Stream() && fwrite(text.data(), 1, text.size(), file.Stream()) == text.size()
-        && file.Commit())
+    if (file.Stream()) // else, and where it fails, it cannot be committed
+        fwrite(text.data(), 1, text.size(), file.Stream());
+    if (file.Commit())
         return true;
     fprintf(stderr, "Error writing <%s>: %s\n", path.c_str(), file.Error().c_str());
     return false;

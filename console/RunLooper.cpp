@@ -29,7 +29,6 @@ constexpr int kSignals[] = { SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE };
 
 StopSignals::StopSignals()
 {
-    sigemptyset(&signals);
     for (const int signal : kSignals) {
         struct sigaction before = {};
         sigaction(signal, nullptr, &before);

@@ -22,7 +22,7 @@ public:
     int32 Action() override;
 
 private:
-    sigset_t signals;
+    sigset_t signals {}; // none
 };
 
 // How a run ended.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <set>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -202,8 +203,7 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
 
 bool TakeGroups(RunOptions& options)
 {
-    const std::vector<std::string> keys = std::move(options.plan.groups);
-    options.plan.groups.clear();
+    const auto keys = std::exchange(options.plan.groups, {});
     // A journal names the groups that "all" stood for, never that word itself.
     return std::all_of(keys.begin(), keys.end(),
         [&](const std::string& key) { return key != "all" && AppendGroup(key, options); });

@@ -103,7 +103,7 @@ std::string WideTests(const RunRecord& record)
     std::string text;
     for (const Series& series : record.series) {
         if (!series.undone.empty()
-            || IsNarrow(series, record.bestProbe, record.plan.untilPercent.value_or(0)))
+            || IsNarrow(series, record.bestProbe, record.plan.untilPercent.value()))
             continue;
         text += (text.empty() ? "" : ", ") + std::string(series.test->name) + " ("
             + std::to_string(series.processors) + " CPU)";

@@ -29,7 +29,6 @@ void PrintRecord(const record& printed, int enumeration, int integer)
 Dhrystone::Dhrystone() : ptr_glob(new record), next_ptr_glob(new record)
 {
     ptr_glob->ptr_comp = next_ptr_glob.get();
-    ptr_glob->discr = kIdent1;
     ptr_glob->enum_comp = kIdent3;
     ptr_glob->int_comp = 40;
     strcpy(ptr_glob->str_comp, "DHRYSTONE PROGRAM, SOME STRING");

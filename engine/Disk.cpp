@@ -38,9 +38,10 @@ bool BlockFile::Open(const char* mode)
     const bool isWritten = *mode == 'w';
     if (isWritten)
         unlink(path.c_str());
+    errno = ENOENT; // what "wb" did not make
     if (isWritten || fIsMade)
         fStream = fopen(path.c_str(), isWritten ? "wbx" : mode);
-    error = fStream ? 0 : !isWritten && !fIsMade ? ENOENT : errno;
+    error = fStream ? 0 : errno;
     fIsMade = fIsMade || fStream;
     return fStream != nullptr;
 }
@@ -60,7 +61,7 @@ bool BlockFile::Write(long count)
         LetEndBefore(block);
         if (fwrite(fBlock, kBlockSize, 1, fStream) == 1)
             continue;
-        error = isDone ? errno : error;
+        error = errno;
         isDone = false;
     }
     return isDone;
@@ -73,7 +74,7 @@ bool BlockFile::Read(long count)
         LetEndBefore(block);
         if (fread(fBlock, kBlockSize, 1, fStream) == 1)
             continue;
-        error = !isDone ? error : ferror(fStream) ? errno : 0;
+        error = ferror(fStream) ? errno : 0;
         isDone = false;
     }
     return isDone;

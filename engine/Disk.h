@@ -28,7 +28,7 @@ public:
     bool Close();
 
     // Only while it is open: count blocks, one call of the library each. What cannot be written or
-    // read is passed over: false, with the first error, unless it is all of them. noinline: what is
+    // read is passed over: false, with the last error, unless it is all of them. noinline: what is
     // tested is also what a run measures.
     [[gnu::noinline]] bool Write(long count);
     [[gnu::noinline]] bool Read(long count);

@@ -3,6 +3,7 @@
 #include <Message.h>
 
 #include <cstdio>
+#include <iterator>
 
 LibThread::~LibThread()
 {
@@ -86,15 +87,8 @@ int32 LibThread::Status() const
 
 void LibThread::PrintToStream() const
 {
-    const char* text = "Unknown\n";
-    switch (Status()) {
-        case B_THREAD_RUNNING: text = "Running\n"; break;
-        case B_THREAD_READY: text = "Ready\n"; break;
-        case B_THREAD_RECEIVING: text = "Receiving\n"; break;
-        case B_THREAD_ASLEEP: text = "Asleep\n"; break;
-        case B_THREAD_SUSPENDED: text = "Suspended\n"; break;
-        case B_THREAD_WAITING: text = "Waiting\n"; break;
-        default: break;
-    }
-    fputs(text, stderr);
+    constexpr const char* kStates[] = { "Unknown", "Running", "Ready", "Receiving", "Asleep",
+        "Suspended", "Waiting" };
+    static_assert(B_THREAD_RUNNING == 1 && B_THREAD_WAITING == std::size(kStates) - 1);
+    fprintf(stderr, "%s\n", kStates[Status()]);
 }

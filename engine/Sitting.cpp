@@ -70,7 +70,7 @@ void Sitting::RunPass()
         onPass(count, true);
     if (isSteady)
         WarmUp();
-    for (round = 0; round < MostRounds() && LacksAnything(); round++) {
+    for (round = 0; round < MostRounds(); round++) {
         RunRound();
         record.bestProbe = BestOf(keptProbe, SustainedProbe(record));
     }
@@ -89,18 +89,25 @@ void Sitting::WarmUp()
     WaitForSteadyClock();
 }
 
+std::vector<int32> Sitting::Groups() const
+{
+    std::vector<int32> groups;
+    for (const GroupRun& run : kGroupRuns) {
+        if (this->*run.selected)
+            groups.push_back(static_cast<int32>(&run - kGroupRuns));
+    }
+    return groups;
+}
+
 bool Sitting::LacksAnything() const
 {
-    for (int32 group = 0; group < static_cast<int32>(kNbrTestGroups); group++) {
-        if (LacksAny(group, MostRounds()))
-            return true;
-    }
-    return false;
+    return std::ranges::any_of(
+        Groups(), [this](int32 group) { return LacksAny(group, MostRounds()); });
 }
 
 void Sitting::RunRound()
 {
-    for (int32 group = 0; group < static_cast<int32>(kNbrTestGroups); group++) {
+    for (const int32 group : Groups()) {
         if (!LacksAny(group, round + 1))
             continue;
         TellStatus(group);
@@ -137,9 +144,8 @@ bool Sitting::Lacks(const TestType& test, int32 spans) const
 
 bool Sitting::LacksAny(int32 group, int32 spans) const
 {
-    return this->*kGroupRuns[group].selected
-        && std::any_of(std::begin(kTestTypes), std::end(kTestTypes),
-            [&](const TestType& test) { return test.group == group && Lacks(test, spans); });
+    return std::ranges::any_of(kTestTypes,
+        [&](const TestType& test) { return test.group == group && Lacks(test, spans); });
 }
 
 // In each round once.
@@ -174,9 +180,7 @@ double Sitting::SecondsLeft(int32 group) const
         return -1;
     double later = 0; // of this round
     double all = 0;
-    for (int32 each = 0; each < static_cast<int32>(kNbrTestGroups); each++) {
-        if (!(this->*kGroupRuns[each].selected))
-            continue;
+    for (const int32 each : Groups()) {
         all += groupSeconds[each];
         later += each >= group ? groupSeconds[each] : 0;
     }
@@ -201,7 +205,6 @@ void Sitting::TellStatus(int32 group)
 void Sitting::FillResults()
 {
     results.Clear();
-    results.watch = nullptr;
     for (const Series& series : record.series) {
         const auto figures = FiguresOf(series, record.bestProbe);
         if (!figures || !series.undone.empty() || series.processors > results.nbrCpus)
@@ -220,6 +223,5 @@ void Sitting::FillResults()
     }
     results.pass = results.nbrCpus - 1;
     results.FillGaps();
-    results.pass = -1;
     results.FillTheseDevices();
 }

@@ -7,6 +7,7 @@
 #include "results/RunRecord.h"
 
 #include <functional>
+#include <vector>
 
 // Set the groups' flags, Go(), wait for 'LThC', then read record and results: no lock guards them
 // while the thread runs. Spans that record holds already are not measured again.
@@ -34,6 +35,8 @@ private:
     void Measured(const TestType& test, const Metric& metric, double seconds,
         const std::string& undone) override;
 
+    // Those that are measured, in the order of a run.
+    [[nodiscard]] std::vector<int32> Groups() const;
     [[nodiscard]] int32 MostRounds() const;
     // Whether the test, or one of the group's, has fewer spans at this count than so many, and
     // needs more.

@@ -4,7 +4,6 @@
 #include "results/Results.h"
 #include "results/TestCatalogue.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -162,9 +161,9 @@ std::unique_ptr<Metric> PackedRecord::Find(const Metric& probe) const
 {
     const std::string_view metrics = MetricsIn(text);
     for (size_t at = 0; at < metrics.size(); at = metrics.find(';', at) + 1) {
-        int32 id = 0;
-        std::from_chars(metrics.data() + at, metrics.data() + metrics.size(), id);
-        if (probe.description.Compare(MetricName(id)) == 0)
+        int64 id = 0;
+        static_cast<void>(Scanner(metrics.substr(at)).TakeNumber(id)); // looked at by Of()
+        if (probe.description.Compare(MetricName(static_cast<int32>(id))) == 0)
             return MadeFrom(metrics.substr(at), ProcessorCount(text));
     }
     return nullptr;

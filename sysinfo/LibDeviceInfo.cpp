@@ -6,7 +6,6 @@
 
 #include <iterator>
 #include <memory>
-#include <new>
 
 namespace {
 
@@ -106,10 +105,7 @@ void LibDeviceInfo::pciDevices()
     for (const PciClassRow* row = g_pci_class_list; row->name; row++) {
         if (NumberPciDecices(row->classId) == 0)
             continue;
-        std::unique_ptr<pciItem> item(new (std::nothrow) pciItem(row->classId));
-        // What there is no memory for is left out: the rest of the list is right all the same.
-        if (!item)
-            continue;
+        auto item = std::make_unique<pciItem>(row->classId);
         item->Type(row->name);
         ObtainPciDevices(row->classId, item.get());
         Insert(std::move(item));
@@ -123,9 +119,7 @@ status_t LibDeviceInfo::ObtainPciDevices(const int& classId, pciItem* item)
     for (long i = 0; (status = get_nth_pci_info(i, &info)) == B_OK; i++) {
         if (info.class_base != classId)
             continue;
-        std::unique_ptr<pciDevice> device(new (std::nothrow) pciDevice);
-        if (!device)
-            continue;
+        auto device = std::make_unique<pciDevice>();
         device->VendorId(info.vendor_id);
         device->DeviceId(info.device_id);
         LibString slot;

@@ -142,9 +142,8 @@ size_t TypedPciNames::MakeVendor(uint16 vendorId)
 // With the names of the boards below a device.
 void TypedPciNames::Erase(size_t line)
 {
-    do {
-        lines.erase(At(line));
-    } while (line < lines.size() && lines[line].starts_with("\t\t"));
+    const auto isBoard = [](const std::string& each) { return each.starts_with("\t\t"); };
+    lines.erase(At(line), std::find_if_not(At(line + 1), lines.end(), isBoard));
 }
 
 void TypedPciNames::SetVendor(const uint16& vendorId, const std::string& name)

@@ -5,13 +5,11 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <regex>
 #include <sys/wait.h>
 
 namespace {
 
 constexpr const TestType& gKAckerman = TestNamed("Ackerman");
-constexpr const TestType& gKSieve = TestNamed("Sieve");
 
 // The program as its users run it, in a folder with these files:
 //
@@ -24,14 +22,16 @@ protected:
         RunRecord run = MadeRun("PC (4-x)");
         AddTimes(run, gKAckerman, 4, 1, 6000);
         AddTimes(run, gKAckerman, 1, 0.5, 6000);
+        for (Span& span : run.series.front().spans)
+            span.probeBefore.clock = span.probeAfter.clock = 1e-4;
         WriteFile(fFolder / "before.json", RunAsJson(run));
         for (Span& span : run.series.front().spans)
             span.seconds /= 0.41;
         WriteFile(fFolder / "after.json", RunAsJson(run));
-        AddTimes(run, gKSieve, 1, 5, 700);
+        AddTimes(run, TestNamed("Sieve"), 1, 5, 700);
         WriteFile(fFolder / "more.json", RunAsJson(run));
-        WriteFile(fFolder / "old.results", MadeResults("PC (1-x)", "700:400/1.0;601:0/1.5;"));
-        WriteFile(fFolder / "new.results", MadeResults("PC (1-x)", "700:400/2.0;601:0/3.0;"));
+        WriteFile(fFolder / "old.results", MadeResults("PC (1-x)", "700:100/1.0;601:0/1.5;"));
+        WriteFile(fFolder / "new.results", MadeResults("PC (1-x)", "700:100/2.0;601:0/3.0;"));
     }
 
     // Its exit status.
@@ -53,7 +53,13 @@ TEST_F(CompareProgram, ShowsEachRowWithItsVerdict)
     EXPECT_EQ(Run("--compare before.json after.json"), 0);
     std::string shown = Output();
     EXPECT_EQ(Run("--compare old.results - --sort percent <new.results"), 0);
-    EXPECT_EQ(shown + Output(), ReadFile(TARVEX_TESTS "/console/data/compared.table"));
+    shown += Output();
+    EXPECT_EQ(Run("--compare more.json --tests sieve"), 0);
+    shown += Output();
+    EXPECT_EQ(Run("--compare more.json --tests sieve --format csv"), 0);
+    EXPECT_EQ(shown + Output(), ReadFile(TARVEX_TESTS "/console/data/shown.table"));
+    EXPECT_EQ(Run("--compare x --help"), 0);
+    EXPECT_TRUE(Output().starts_with("Usage: tarvex-run --compare FILE... [--baseline FILE]"));
     EXPECT_EQ(Errors(), "");
 }
 
@@ -63,7 +69,7 @@ TEST_F(CompareProgram, TellsABuildCheckByItsStatus)
         EXPECT_EQ(std::to_string(Run(arguments)), status) << arguments << Errors();
     EXPECT_EQ(Errors(),
         "tarvex-run: nothing in common with the baseline, no test at the same processor count: "
-        "<after.json>\n");
+        "<after.json> and 1 more\n");
 }
 
 TEST_F(CompareProgram, RefusesWithOneLineAndStatusTwo)
@@ -111,8 +117,10 @@ TEST_F(CompareProgram, GivesEqualNumbersInAllFormats)
     RunRecord run = MadeRun("PC (4-x)");
     run.label = "Küche, \"alt\"\tlinks";
     AddTimes(run, gKAckerman, 4, 0.7 / 3, 6000);
+    for (Span& span : run.series.front().spans)
+        span.probeBefore.clock = span.probeAfter.clock = 1.25e-4;
     WriteFile(fFolder / "label.json", RunAsJson(run));
-    for (const std::string format : { "json", "csv", "tsv" }) {
+    for (const std::string format : { "json", "csv", "tsv", "table" }) {
         EXPECT_EQ(Run("--compare before.json label.json more.json --format " + format), 0);
         EXPECT_EQ(Output(), ReadFile(TARVEX_TESTS "/console/data/compared." + format));
     }

@@ -3,8 +3,6 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <sstream>
-
 namespace {
 
 std::vector<std::string> Words(const std::string& line)
@@ -65,13 +63,9 @@ TEST(RunOptions, AreReadFromArgumentsOrRefusedWithOneLine)
 
 TEST(TestTexts, SayOfATestWhatItMeasuresAndWhatNot)
 {
-    EXPECT_EQ(TestTexts({ &TestNamed("Memory"), &TestNamed("Ten Threaded Whetstones"),
-                  &TestNamed("Disk File/Thread Creation") }),
-        ReadFile(TARVEX_TESTS "/console/data/explained"));
-    std::string all;
-    for (const TestType& test : kTestTypes)
-        all += TestTexts({ &test });
+    const std::string all = ReadFile(TARVEX_TESTS "/console/data/explained");
     EXPECT_EQ(TestTexts(), all);
+    EXPECT_TRUE(all.starts_with(TestTexts({ &kTestTypes[0], &kTestTypes[1] })));
 }
 
 } // namespace

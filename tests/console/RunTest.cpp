@@ -7,28 +7,39 @@
 #include "results/RunFile.h"
 #include "results/RunJournal.h"
 #include "tests/kits/kernel/MachineTree.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <MachineRun.h>
 #include <Message.h>
 #include <pty.h>
 
-#include <regex>
-#include <sstream>
-
 namespace {
 status_t gBegin = B_OK; // what another run leaves to this one
-}
+std::string gNoThread; // that cannot be made
+} // namespace
 
-extern "C" status_t __wrap__ZN11BMachineRun5BeginEv(BMachineRun*)
+extern "C" {
+status_t __wrap__ZN11BMachineRun5BeginEv(BMachineRun*)
 {
     return gBegin;
+}
+using Entry = int32(void*);
+thread_id __real__Z12spawn_threadPFiPvEPKciS_(Entry* entry, const char*, int32, void*);
+thread_id __wrap__Z12spawn_threadPFiPvEPKciS_(
+    Entry* entry, const char* name, int32 priority, void* data)
+{
+    return gNoThread == name ? B_NO_MORE_THREADS
+                             : __real__Z12spawn_threadPFiPvEPKciS_(entry, name, priority, data);
+}
 }
 
 namespace {
 
 const std::string kLoad = "load 9.50: other programs share the processors";
-const std::string kNote = "tarvex-run: note: " + kLoad + "\n";
+const std::string kInMemory =
+    "the temporary directory lies in memory (tmpfs): the disk tests do not measure a disk";
+const std::string kNote = "tarvex-run: note: " + kLoad + "\ntarvex-run: note: " + kInMemory + "\n";
 
 class RunTest : public testing::Test {
 protected:
@@ -44,6 +55,7 @@ protected:
         fTree.Write("proc/sys/kernel/osrelease", "6.1\n");
         fTree.Write("proc/sys/kernel/version", "#1\n");
         fTree.Write("proc/loadavg", "9.50 0.25 0.50 1/99 1234\n");
+        fTree.Write("proc/self/mountinfo", "1 0 8:1 / / rw - tmpfs none rw\n");
     }
 
     // "STATUS|" and what it said, without progress. The test's folder is "./".
@@ -91,8 +103,8 @@ TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
     const MachineState state = ReadMachineState();
     const RunRecord known { { { "memory", "ackerman" }, { 1 }, 4, {} }, "x", record.started,
         "AT Clone (1-Unknown@0/0MHz) 0MB RAM", ThisBuild(), ReadMachineDetails(),
-        { { "load", kLoad } }, {}, "", {}, { { 1, { 0 }, {}, state, state } }, record.series,
-        record.bestProbe };
+        { { "load", kLoad }, { "temporary-in-memory", kInMemory } }, {}, "", { { "tmpfs", true } },
+        { { 1, { 0 }, {}, state, state } }, record.series, record.bestProbe };
     EXPECT_EQ(RunAsJson(record), RunAsJson(known));
     // Its probes help the next one.
     EXPECT_EQ(Told("--groups memory --output ./b"), "0|" + kNote);
@@ -137,6 +149,7 @@ TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
             "it is of another version <" + ThisBuild().version + ", " + ThisBuild().compiler
                 + ">" },
         { [](RunRecord& run) { run.plan.groups.push_back("all"); }, "its groups are unknown" },
+        { [](RunRecord& run) { run.plan.groups.push_back("none"); }, "its groups are unknown" },
     };
     const std::string output = fFolder / "out.json";
     for (const auto& [change, why] : rows) {
@@ -168,34 +181,18 @@ TEST_F(RunTest, GoesOnWhereItWasEndedUnlessTheMachineIsAnother)
 TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
 {
     WriteFile(fFolder / "a.journal", "old text");
-    const std::tuple<status_t, std::string, std::string> rows[] = {
-        // of another run
-        { B_OK, "--groups graphics --output ./a",
-            "3|tarvex-run: no display: the tests of <graphics> are left out\n" },
-        { B_OK, "--groups memory --output ./no/a",
-            "2|tarvex-run: cannot write <./no/a>: No such file or directory\n" },
-        { B_OK, "--resume ./no",
-            "2|tarvex-run: cannot resume <./no>: No such file or directory\n" },
-        { B_OK, "--groups memory --output ./a",
-            "2|" + kNote
-                + "tarvex-run: cannot write <./a.journal>: it is of a run that was not finished; "
-                  "--resume or remove it\n" },
-        { B_BUSY, "--groups memory --output ./b",
-            "4|tarvex-run: another run is under way, by : --anyway starts a second\n" },
-        { B_BUSY, "--groups graphics,memory --output ./b --anyway",
-            "3|tarvex-run: no display: the tests of <graphics> are left out\n" + kNote },
-        { B_ERROR, "--groups memory --output /dev/null", "0|" + kNote },
-    };
-    for (const auto& [other, arguments, told] : rows) {
-        gBegin = other;
-        EXPECT_EQ(Told(arguments), told);
+    std::filesystem::create_symlink("/dev/full", fFolder / "full.json");
+    for (const Row& row : RowsOf("console/data/in-vain", 3)) {
+        const std::map<std::string, status_t> others { { "busy", B_BUSY }, { "unknown", B_ERROR } };
+        gBegin = others.contains(row[0]) ? others.at(row[0]) : status_t(B_OK);
+        gNoThread = row[0];
+        EXPECT_EQ(Told(row[1]), row[2]) << row[1];
     }
-    gBegin = B_OK;
     setenv("WAYLAND_DISPLAY", "wayland-0", 1);
     EXPECT_NE(Told("--groups graphics --output ./a").find(" (a Wayland session needs Xwayland): "),
         std::string::npos);
     EXPECT_EQ(ReadFile(fFolder / "a.journal"), "old text");
-    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.journal", "b" }));
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.journal", "b", "full.json" }));
 }
 
 TEST(RunLooper, RewritesItsLineOnATerminal)

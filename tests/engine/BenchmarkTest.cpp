@@ -9,8 +9,6 @@
 #include <FindDirectory.h>
 #include <Path.h>
 
-#include <regex>
-
 namespace {
 
 class BenchmarkTest : public testing::Test {
@@ -36,10 +34,7 @@ TEST_F(BenchmarkTest, MeasuresTheFixedWorkOfEachGroup)
     EXPECT_EQ(std::regex_replace(record, measured, ""),
         "100:126/;101:126/;200:195/;300:300/;400:6000/;500:1600000/;550:100/;600:100/;601:0/;602:0/"
         ";700:/;900:1000/;901:1000/;800:40000/;801:40000/;");
-    for (const Metric& metric : fBenchmark.results)
-        EXPECT_STREQ(metric.units, MetricUnits(metric.index));
     EXPECT_EQ(fBenchmark.results.devices.Size(), 1) << "the screen";
-    EXPECT_GE(fBenchmark.results.NewTest("Sieve", 1)->times[0], 5);
 }
 
 TEST_F(BenchmarkTest, LeavesOutTheTestsWhoseThreadsCannotBeMade)

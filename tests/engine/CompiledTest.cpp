@@ -1,8 +1,6 @@
 // What the compiler made of the kernels: the instructions that they take.
 #include "tests/support/Test.h"
 
-#include <regex>
-
 namespace {
 
 const struct {

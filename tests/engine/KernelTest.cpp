@@ -24,6 +24,7 @@ TEST(Ackerman, HasItsPublishedValues)
     for (const auto& [m, n, value] : rows)
         EXPECT_EQ(Benchmark::Ackerman(m, n), value) << m << ", " << n;
     EXPECT_EQ(EvaluateAckerman(2), 61);
+    EXPECT_EQ(EvaluateAckerman(0) + CompareText("a", "b", 0), 0);
 }
 
 TEST(SievePass, ClearsTheNumbersWithAMultipleInReachWhateverWasThereBefore)

@@ -27,8 +27,9 @@ TEST(LibThread, IsControlledAndKilledAndCanGoAgain)
 {
     const ScopedRecorder recorder;
     Stepping thread;
+    BMessenger* const messenger = recorder.NewMessenger();
     for (int run = 0; run < 2; run++) {
-        ASSERT_EQ(thread.Go("stepping", recorder.NewMessenger(), 10, false), B_OK);
+        ASSERT_EQ(thread.Go("stepping", messenger, 10, false), B_OK);
         while (thread.Status() != B_THREAD_ASLEEP)
             thread.WaitForAStep();
         EXPECT_EQ(thread.Suspend(), B_OK);

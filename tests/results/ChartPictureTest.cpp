@@ -1,6 +1,8 @@
 // The pictures in files, written where there is no display.
 #include "results/ChartPicture.h"
 
+#include "foundation/PlainText.h"
+#include "results/ComparisonChart.h"
 #include "results/ScalingPicture.h"
 #include "tests/results/MadeRuns.h"
 #include "tests/support/Test.h"
@@ -11,49 +13,56 @@
 
 namespace {
 
-// The texts of an SVG but for numbers, then, by their colours, the widths of its bars, and of
-// sloping lines how much higher the right end is.
-std::string Drawn(const std::string& path)
+// The elements of an SVG: their colours, the width of the pen and, in whole units, where they are.
+// Of texts that is so only roughly: how wide they are is the font's.
+QStringList Elements(const std::string& path)
 {
     const std::string file = ReadFile(path);
     QXmlStreamReader reader(QByteArray::fromStdString(file));
-    QStringList texts;
-    std::map<QString, QString> shapes;
-    QString color, pen;
+    QStringList elements;
+    QString pen;
     while (!reader.atEnd()) {
         if (reader.readNext() != QXmlStreamReader::StartElement)
             continue;
         const auto value = [&reader](const char* name) {
             return reader.attributes().value(QLatin1String(name)).toString();
         };
-        if (reader.name() == QLatin1String("g")) {
-            color = value("fill");
-            pen = value("stroke");
-        } else if (reader.name() == QLatin1String("polyline")) {
-            const QStringList points = value("points").split(' ', Qt::SkipEmptyParts);
-            const auto at = [&](int i, int side) { return points[i].split(',')[side].toDouble(); };
-            if (points.size() == 2 && at(0, 0) != at(1, 0) && at(0, 1) != at(1, 1))
-                shapes[pen] += QString(" up %1").arg(std::lround(at(0, 1) - at(1, 1)));
-        } else if (reader.name() == QLatin1String("rect") && value("height") == "11") {
-            shapes[color] += QString(" %1").arg(std::lround(value("width").toDouble()));
-        } else if (reader.name() == QLatin1String("text")) {
-            texts << reader.readElementText();
-            if (texts.last().contains(QRegularExpression("^[\\d.]+$")))
-                texts.removeLast();
+        const QString name = reader.name().toString();
+        if (name == "g")
+            pen = " " + value("fill") + " " + value("stroke") + " " + value("stroke-width");
+        QStringList numbers;
+        for (const char* part : { "points", "d", "x", "y", "width", "height", "cx", "cy", "r" })
+            for (const QString& number : value(part).split(QRegularExpression("[ ,]")))
+                numbers << (number.isEmpty() ? ""
+                                             : QString::number(std::lround(number.toDouble())));
+        numbers.removeAll("");
+        if (name == "text") {
+            const QString at = "text " + value("fill") + " " + value("font-size") + ": "
+                + QString::number(std::lround(value("x").toDouble() / 50)) + " " + value("y");
+            elements << at + " " + reader.readElementText().left(60);
+        } else if (!numbers.isEmpty() && value("viewBox").isEmpty()) {
+            elements << (name + pen).trimmed() + ": " + numbers.join(' ');
         }
     }
-    for (const auto& [name, told] : shapes)
-        texts << name + told;
-    return (texts.join('|') + reader.errorString()).toStdString();
+    return elements;
 }
 
-const std::string kEight = "1 CPU|2 CPU|3 CPU|4 CPU|5 CPU|6 CPU|7 CPU|8 CPU";
+// Those of a chart but for its grid: which of its lines have room for a number is the font's.
+std::string Drawn(const std::string& path)
+{
+    const QRegularExpression wanted("^(?!polyline|text.* \\d+$)");
+    return Elements(path).filter(wanted).join('\n').toStdString() + "\n";
+}
+
+const std::string kData = TARVEX_TESTS "/results/data/";
 
 class ChartPictureTest : public testing::Test {
 protected:
     void SetUp() override
     {
         unsetenv("DISPLAY");
+        cpu_color.fill(black_color);
+        ResetCpuColors();
         unsetenv("WAYLAND_DISPLAY");
         WriteFile(folder / "machines",
             "1.0\n29\nOne <A&B>\x01 (2-x)\t700:400/1,4;\n"
@@ -61,16 +70,6 @@ protected:
         ASSERT_TRUE(comparison.Load({ (folder / "machines").c_str() }).isRead);
         comparison.ChooseTest("Sieve");
     }
-    // What is said on standard error.
-    std::string Said(const std::string& path)
-    {
-        testing::internal::CaptureStderr();
-        const bool isWritten = WriteChartPicture(path.c_str(), comparison);
-        const std::string said = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(isWritten, said.empty());
-        return said;
-    }
-
     const TempFolder folder;
     Comparison comparison;
 };
@@ -83,33 +82,22 @@ MeasuredMachine Machine(const char* name, const std::map<int32, double>& seconds
     return machine;
 }
 
-bool IsSieve(const TestType& test)
-{
-    return test.id == 700;
-}
-
 } // namespace
 
 TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
 {
-    EXPECT_EQ(Said(folder / "a.SVG"), "");
-    EXPECT_EQ(Drawn(folder / "a.SVG"),
-        "Sieve|" + kEight
-            + "|Configuration|( IPS )|One <A&B>\ufffd (2-x)|Other (1-y)|#0000c8 97 195|#00b200 "
-              "389");
+    EXPECT_TRUE(WriteChartPicture((folder / "a.SVG").c_str(), comparison));
+    const std::string rates = Drawn(folder / "a.SVG");
     comparison.selected = comparison.machines.First();
     comparison.byRatio = true;
     comparison.UpdateScale();
-    EXPECT_EQ(Said(folder / "a.SVG"), "");
-    EXPECT_EQ(Drawn(folder / "a.SVG"),
-        "Sieve, percent of One <A&B>\ufffd (2-x)|" + kEight
-            + "|Configuration|( Percent )|One <A&B>\ufffd (2-x)|Other (1-y)|#0000c8 91 181|#00b200 "
-              "363");
+    EXPECT_TRUE(WriteChartPicture((folder / "a.SVG").c_str(), comparison));
+    EXPECT_EQ(rates + Drawn(folder / "a.SVG"), ReadFile(kData + "charts-window"));
 }
 
 TEST_F(ChartPictureTest, PngIsSharpAndLight)
 {
-    EXPECT_EQ(Said(folder / "a.png"), "");
+    EXPECT_TRUE(WriteChartPicture((folder / "a.png").c_str(), comparison));
     const QImage image(QString::fromStdString(folder / "a.png"));
     constexpr int kScale = 2;
     constexpr int kTop = 56; // of the chart
@@ -126,27 +114,25 @@ TEST_F(ChartPictureTest, ShowsMeasuredMachinesByTheCountsThatTheyHave)
 {
     std::vector<MeasuredMachine> machines = { Machine("few", { { 8, 1 }, { 4, 2 }, { 1, 4 } }),
         Machine("none", {}), Machine("two", { { 2, 2 } }) };
-    const auto drawn = [&](const TestType& test) {
+    std::string drawn;
+    const auto draw = [&](const TestType& test) {
         EXPECT_EQ(WriteMachinesChart((folder / "b.svg").c_str(), machines, 0, test), "");
-        return Drawn(folder / "b.svg");
+        drawn += Drawn(folder / "b.svg");
     };
-    EXPECT_EQ(drawn(TestNamed("Sieve")),
-        "Sieve|" + kEight
-            + "|Configuration|( IPS )|few|two|#0000c8 99|#00b200 199|#00ff00 397|#33cb98 199");
+    draw(TestNamed("Sieve"));
     for (MeasuredMachine& machine : machines)
-        AddTimes(machine.record, TestNamed("Ten Threaded Whetstones"), 1, 0.02, 0);
-    EXPECT_EQ(drawn(TestNamed("Ten Threaded Whetstones")),
-        "Ten Threaded Whetstones (less is better)|" + kEight
-            + "|Configuration|( milliseconds )|few|none|two|#0000c8 267 267 267");
+        for (const double seconds : { 0.02, 10.0 })
+            AddTimes(machine.record,
+                seconds < 1 ? TestNamed("Ten Threaded Whetstones")
+                            : TestNamed("Ten Sequential Whetstones"),
+                1, seconds, 0, 1);
+    draw(TestNamed("Ten Threaded Whetstones"));
+    draw(TestNamed("Ten Sequential Whetstones"));
     machines.push_back(Machine("many", { { 16, 1 }, { 2, 2 } }));
-    EXPECT_EQ(drawn(TestNamed("Sieve")),
-        "Sieve|1 CPU|2 CPU|4 CPU|8 CPU|16 CPU|Configuration|( IPS )|few|two|many|#0000c8 "
-        "99|#00b200 199 199|#33cb98 397|#66cbff 397|#cb66ff 199");
+    draw(TestNamed("Sieve"));
     machines.push_back(Machine("more", { { 10, 1 }, { 11, 1 }, { 12, 1 }, { 13, 1 } }));
-    EXPECT_EQ(drawn(TestNamed("Sieve")),
-        "Sieve|1 CPU|4 CPU|8 CPU|10 CPU|11 CPU|12 CPU|13 CPU|16 CPU|Configuration|( IPS "
-        ")|few|many|more|of 9 processor counts the least and the seven greatest|#0000c8 99|#00b200 "
-        "199|#00ff00 397|#cb66ff 397|#ff9800 397");
+    draw(TestNamed("Sieve"));
+    EXPECT_EQ(drawn, ReadFile(kData + "charts-machines"));
 }
 
 TEST(Scaling, IsTheSpeedOverThatOfTheFewestProcessors)
@@ -160,63 +146,52 @@ TEST(Scaling, IsTheSpeedOverThatOfTheFewestProcessors)
     for (Span& span : machines[0].record.series[2].spans)
         span = { 8 * span.seconds, 8 * span.work, {}, {}, 0, false, {} };
     AddTimes(machines[2].record, TestNamed("Memory"), 16, 1, 1);
-    const auto tests = ScalingOf(machines, [](const TestType&) { return true; });
-    ASSERT_EQ(tests.size(), 1u);
-    ASSERT_EQ(tests[0].curves.size(), 2u);
-    const auto& ideal = tests[0].curves[0].points;
-    ASSERT_EQ(ideal.size(), 3u);
-    for (const ScalingPoint& point : ideal) {
-        EXPECT_NEAR(point.speedUp, point.processors, 1e-9);
-        EXPECT_NEAR(point.Efficiency(), 1, 1e-9);
-        EXPECT_FALSE(point.isDoubtful);
+    std::string told;
+    for (const TestScaling& test : ScalingOf(machines, [](const TestType&) { return true; })) {
+        for (const ScalingCurve& curve : test.curves) {
+            told += test.test->name + (" of " + machines[curve.machine].name) + ":";
+            for (const ScalingPoint& point : curve.points)
+                told += " " + std::to_string(point.processors) + "="
+                    + LibFixedText(point.speedUp, 6) + "/" + LibFixedText(point.Efficiency(), 6)
+                    + (point.isDoubtful ? "?" : "");
+            told += "\n";
+        }
     }
-    EXPECT_EQ(tests[0].curves[1].machine, 2u);
-    const auto& large = tests[0].curves[1].points;
-    ASSERT_EQ(large.size(), 2u);
-    EXPECT_EQ(large[0].processors, 8);
-    EXPECT_NEAR(large[0].speedUp, 8, 1e-9);
-    EXPECT_NEAR(large[1].speedUp, 12, 1e-9);
-    EXPECT_NEAR(large[1].Efficiency(), 0.75, 1e-9);
+    EXPECT_EQ(told,
+        "Sieve of ideal: 1=1.000000/1.000000 2=2.000000/1.000000 4=4.000000/1.000000\n"
+        "Sieve of large: 8=8.000000/1.000000 16=12.000000/0.750000\n");
 }
 
 TEST_F(ChartPictureTest, ScalingRisesInProportionBesideTheIdealLine)
 {
     std::vector<MeasuredMachine> machines = { Machine("half", { { 1, 4 }, { 5, 4.0 / 3 } }) };
     machines[0].record.series[1].spans[3].waited = 1; // one of ten: the clean ones do
-    const auto write = [&] {
-        EXPECT_EQ(
-            WriteScalingPicture((folder / "c.svg").c_str(), machines, ScalingOf(machines, IsSieve)),
-            "");
-        return Drawn(folder / "c.svg");
+    const TestFilter isSieve = [](const TestType& test) { return test.id == 700; };
+    const auto elements = [&](const TestFilter& isWanted) {
+        const std::string path = folder / "c.svg";
+        EXPECT_EQ(WriteScalingPicture(path.c_str(), machines, ScalingOf(machines, isWanted)), "");
+        return Elements(path);
     };
-    EXPECT_EQ(write(),
-        "Sieve|half|ideal|Speed-up|Processors|Efficiency (percent)|Processors|#0072b2 up 99 up "
-        "-99|#a0a0a0 up 198");
-    std::string others;
-    for (int i = 0; i < 24; i++) {
+    EXPECT_EQ(elements(isSieve).join('\n').toStdString() + "\n", ReadFile(kData + "scaling-one"));
+
+    for (int i = 0; i < 24; i++)
         machines.push_back(Machine("another", { { 1, 1 }, { 2, 1 } }));
-        others += i < 23 ? "|another" : "";
-    }
     for (Span& span : machines[1].record.series[0].spans)
         span.waited = 1;
-    EXPECT_EQ(write(),
-        "Sieve|half" + others
-            + "|ideal|hollow: shared, two speeds or unsteady|and 1 more "
-              "machine|Speed-up|Processors|Efficiency (percent)|Processors|#000000 up -124 up -124 "
-              "up -124|#0072b2 up 99 up -99 up -124 up -124|#009e73 up -124 up -124 up "
-              "-124|#56b4e9 up -124 up -124 up -124|#787878 up -124 up -124 up -124|#a0a0a0 up "
-              "198|#cc79a7 up -124 up -124 up -124|#d55e00 up -124 up -124 up -124|#e69f00 up -124 "
-              "up -124 up -124");
+    std::map<QString, int> counts; // of equal ones
+    for (const QString& element : elements(isSieve))
+        counts[element.section(':', 0, 0)]++;
+    QString told;
+    for (const auto& [element, count] : counts)
+        told += QString("%1 %2\n").arg(count).arg(element);
+    EXPECT_EQ(told.toStdString(), ReadFile(kData + "scaling-many"));
+
     machines.resize(2);
-    for (MeasuredMachine& machine : machines)
-        for (const int32 processors : { 1, 5 })
+    for (MeasuredMachine& machine : machines) {
+        machine.name = std::string(300, 'm'); // takes a row of the legend
+        for (const int32 processors : { 1, 4, 20, 21 })
             AddTimes(machine.record, TestNamed("Memory"), processors, 1.0 / processors, 1);
-    EXPECT_EQ(WriteScalingPicture((folder / "c.svg").c_str(), machines,
-                  ScalingOf(machines, [](const TestType&) { return true; })),
-        "");
-    EXPECT_EQ(Drawn(folder / "c.svg"),
-        "Scaling of 2 tests|half|another|ideal|hollow: shared, two speeds or "
-        "unsteady|Memory|Speed-up|Processors|Efficiency "
-        "(percent)|Processors|Sieve|Speed-up|Processors|Efficiency (percent)|Processors|#0072b2 up "
-        "99 up 49 up -50|#a0a0a0 up 99 up 99|#d55e00 up 99 up -62");
+    }
+    EXPECT_EQ(elements([](const TestType&) { return true; }).join('\n').toStdString() + "\n",
+        ReadFile(kData + "scaling-two"));
 }

@@ -1,9 +1,13 @@
 #include "results/MeasuredMachines.h"
 
 #include "results/RunFile.h"
+#include "tests/foundation/ZoneGuard.h"
 #include "tests/results/MadeArchive.h"
 #include "tests/results/MadeRuns.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
+
+#include <fcntl.h>
 
 namespace {
 
@@ -51,6 +55,17 @@ TEST_F(MeasuredMachines, OfAFolderAreThoseOfAllFilesInItThatAreMeant)
     mkfifo((fFolder / "all/pipe.json").c_str(), 0600);
     EXPECT_EQ(Told({ "all" }), "One (1-x) of all/a.results;Two (1-x) of all/below/deep/b;");
     EXPECT_EQ(Told({ "all/link" }), "Two (1-x) of all/link;") << "what is named is followed";
+    const ZoneGuard west("UTC+5");
+    WriteFile(fFolder / "all/z.zip", MadeArchive(Packing::kZip, { { "r", kOne } }));
+    WriteFile(fFolder / "all/run.json", RunAsJson(MadeRun("Ran")));
+    const timespec times[] = { { 0, 0 }, { 86400, 0 } };
+    EXPECT_EQ(utimensat(AT_FDCWD, (fFolder / "all/a.results").c_str(), times, 0), 0);
+    std::string dates;
+    const auto read = ReadMachines({ fFolder / "all" });
+    for (const MeasuredMachine& machine : std::get<0>(read))
+        dates += machine.file + " " + machine.date.substr(0, 19) + "|";
+    EXPECT_TRUE(dates.starts_with("a.results 1970-01-01T19:00:00|b 2")) << dates;
+    EXPECT_TRUE(dates.ends_with("|run.json 2026-11-21T14:03:05|r 2023-11-14T17:13:20|")) << dates;
     // A job that was killed leaves an empty one: it is not to be missed.
     WriteFile(fFolder / "all/below/job.json", "");
     EXPECT_EQ(Told({ "all" }),
@@ -66,18 +81,13 @@ TEST_F(MeasuredMachines, AreAllOrNoneAndTheFirstBadFileIsNamed)
     const std::string up = MadeArchive(Packing::kZip, { { "../up", "1" } });
     WriteFile(fFolder / "up.zip", up);
     WriteFile(fFolder / "outer.zip", MadeArchive(Packing::kZip, { { "up.zip", up } }));
+    const std::string outer = MadeArchive(Packing::kTar, { { "up.zip", up }, { "r", kOne } });
+    WriteFile(fFolder / "deep", MadeArchive(Packing::kTarGz, { { "outer.tar", outer } }));
+    WriteFile(fFolder / "large", std::string((32 << 20) + 1, ' '));
+    fs::create_symlink("/proc/self/mem", fFolder / "mem"); // cannot be read at its start
     for (int i = 0; i < 60; i++)
         WriteFile(fFolder / std::to_string(i), kOne);
-    const std::string rows[][2] = {
-        { "none", "cannot read <none>: No such file or directory" },
-        { "empty", "<empty> holds no results" },
-        { "text", "<text> is neither a results file nor JSON of a run, nor an archive of them" },
-        { "bad.json", "<bad.json> is of a newer Tarvex: its schema is 7, this one reads 1" },
-        { "eight", "<eight> has more than eight times for <Sieve>" },
-        { "up.zip", "<up.zip> holds a path that leads out of it: <../up>" },
-        { "outer.zip", "<outer.zip: up.zip> holds a path that leads out of it: <../up>" },
-    };
-    for (const auto& [name, line] : rows) {
+    for (const auto& [name, line] : ReadRows("results/data/unreadable")) {
         EXPECT_EQ(Told({ name }), line);
         std::vector<std::string> many; // so that several threads read
         for (int i = 0; i < 60; i++)
@@ -90,29 +100,18 @@ TEST_F(MeasuredMachines, AreAllOrNoneAndTheFirstBadFileIsNamed)
 
 TEST_F(MeasuredMachines, HaveNamesThatTellThemApart)
 {
-    const auto machine = [](const char* description, const char* label, const std::string& path,
-                             const char* date) {
-        MeasuredMachine made { MadeRun(description), path, path.substr(path.rfind('/') + 1), date,
-            "" };
-        made.record.label = label;
-        return made;
-    };
-    std::vector<MeasuredMachine> machines = {
-        machine("Lone (1-x)", "label", "a/f", "1"),
-        machine("PC", "left", "a/f", "1"),
-        machine("PC", "right", "a/f", "1"),
-        machine("PC", "both", "a/one", "1"),
-        machine("PC", "both", "a/f", "2"),
-        machine("PC", "", "b/f", "1"),
-        machine("PC", "", "c/f", "1"),
-        machine("PC", "", "c/f", "1"),
-        machine("", "", "only", "1"),
-    };
+    std::vector<MeasuredMachine> machines;
+    std::string wanted, names;
+    for (const Row& row : RowsOf("results/data/names", 5)) {
+        machines.push_back(
+            { MadeRun(row[0]), row[2], row[2].substr(row[2].rfind('/') + 1), row[3], "" });
+        machines.back().record.label = row[1];
+        wanted += row[4] + "|";
+    }
     NameMachines(machines);
-    std::string names;
     for (const MeasuredMachine& each : machines)
         names += each.name + "|";
-    EXPECT_EQ(names, "label|left|right|one|2|b/f|c/f #7|c/f #8|only|");
+    EXPECT_EQ(names, wanted);
 }
 
 } // namespace

@@ -2,9 +2,7 @@
 
 #include "results/Results.h"
 #include "sysinfo/LibSysInfo.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 #include <random>
 

@@ -1,6 +1,8 @@
 #include "results/ProbeMemory.h"
 
+#include "foundation/PlainText.h"
 #include "tests/foundation/LocaleGuard.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -9,30 +11,16 @@ constexpr double kNone = std::numeric_limits<double>::infinity();
 
 TEST(ProbeMemory, TheBestIsKeptAndForgottenUnlessItIsConfirmed)
 {
-    const LocaleGuard german("de_DE.UTF-8");
     const std::string other = "2e-04 999 B 2 | x\n";
-    const struct {
-        const char* name;
-        double seconds;
-        int day;
-        std::string after;
-        double found; // 90 days later
-    } rows[] = {
-        { "better", 0.00007, 1003, "7e-05 1003 A\n" + other, 0.00007 },
-        { "longer but confirming", 0.000101, 1003, "1e-04 1003 A\n" + other, 0.0001 },
-        { "longer", 0.000103, 1003, "1e-04 1000 A\n" + other, kNone },
-        { "longer, after the old is forgotten", 0.000103, 1090 + 1, "0.000103 1091 A\n", 0.000103 },
-        { "nothing", 0, 1003, "1e-04 1000 A\n" + other, kNone },
-        { "not a number", NAN, 1003, "1e-04 1000 A\n" + other, kNone },
-        { "too good for any processor", 1e-9, 1003, "1e-04 1000 A\n" + other, kNone },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const std::string after =
-            probes::Merge("1e-04 1000 A\n" + other, "A", row.seconds, row.day);
-        EXPECT_EQ(after, row.after);
-        EXPECT_EQ(probes::Find(after, "A", row.day + 90), row.found);
-        EXPECT_EQ(probes::Find(after, "B 2", row.day), kNone);
+    for (const Row& row : RowsOf("results/data/probes", 4)) {
+        SCOPED_TRACE(row[0]);
+        const int day = std::stoi(row[1]);
+        const double seconds = std::stod(row[0]);
+        const LocaleGuard german("de_DE.UTF-8");
+        const std::string after = probes::Merge("1e-04 1000 A\n" + other, "A", seconds, day);
+        EXPECT_EQ(after, row[2] + (day < 1090 ? other : ""));
+        EXPECT_EQ(LibShortestText(probes::Find(after, "A", day + 90)), row[3]);
+        EXPECT_EQ(probes::Find(after, "B 2", day), kNone);
     }
 }
 
@@ -40,10 +28,12 @@ TEST(ProbeMemory, DamageIsLeftOut)
 {
     const std::string damaged =
         "\n7e-05\n7e-05 1000\n7e-05 1000 \nnan 1000 A\n-1 1000 A\n0 1000 A\n"
-        "7e-05 word A\n7e-05 99999999999 A\n1e-400 1000 A\n7e-05 2000 A\n"
-        "0.0002 1000 A\n0.0001 1000 A\n0.0003 1000 A\n7e-05 1000 ";
+        "7e-05 word A\n7e-05 99999999999 A\n1e-400 1000 A\n7e-05 1003 A\n7e-05 910 A\n"
+        "0.0002 1000 A\n0.0001 1002 A\n0.0003 1000 A\n7e-05 1000 \n"
+        "1e-06 911 C\n1 1000 D\n9e-07 1000 E\n1.1 1000 E\n7e-05 1000";
     EXPECT_EQ(probes::Find(damaged, "A", 1001), 0.0001);
-    EXPECT_EQ(probes::Merge(damaged, "B", 0.0002, 1001), "1e-04 1000 A\n2e-04 1001 B\n");
+    EXPECT_EQ(probes::Merge(damaged, "B", 0.0002, 1001),
+        "1e-04 1002 A\n1e-06 911 C\n1 1000 D\n2e-04 1001 B\n");
 }
 
 TEST(ProbeMemory, StaysInTheUsersData)

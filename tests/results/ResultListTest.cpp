@@ -57,33 +57,28 @@ TEST(ResultList, ARecordIsReadByItsRules)
 
 TEST(ResultList, AFileIsReadByItsLengthsAndNeverBeyondThem)
 {
-    const std::string record = "PC (1-x)\t200:1/0.5;";
-    const std::string whole = FileOf(record);
-    const std::string pair = whole.substr(4);
-    const std::string huge(20'000'000, 'x');
-    const std::tuple<const char*, std::string, int, std::string> rows[] = {
-        { "version only", "1.0\n", 0, "" },
-        { "two machines", whole + pair, 2, "" },
-        { "no end of line", whole.substr(0, whole.size() - 1), 1, "" },
-        { "mailed", "1.0\r\n" + std::to_string(record.size()) + "\r\n" + record + "\r\n", 1, "" },
-        { "too long a length stops at the line's end", "1.0\n1000000000\n" + record + "\n" + pair,
-            2, "" },
-        { "no lengths", "1.0\n\x1b[2J\n0\n-1\n2147483648\nPC\n" + pair, 1,
-            "<FILE>: 5 lines are no length of a record, the first <\\x1b[2J>\n" },
-        { "a line that is no record", "1.0\n20000000\n" + huge + "\n" + pair, 1,
-            "<FILE>: 1 records longer than 18000 characters are left out\n" },
-        { "a NUL ends a record", "1.0\n30\nPC (1-x)\t200:1/0.5;" + std::string(11, '\0') + "\n", 1,
-            "" },
-    };
-    for (const auto& [name, bytes, machines, messages] : rows) {
-        SCOPED_TRACE(name);
-        Loaded loaded(bytes);
-        EXPECT_EQ(loaded.list.Size(), machines);
-        EXPECT_EQ(loaded.messages, messages);
+    for (const Row& row : RowsOf("results/data/files", 3)) {
+        SCOPED_TRACE(row[0]);
+        Loaded loaded(row[0]);
+        EXPECT_EQ(std::to_string(loaded.list.Size()), row[1]);
+        EXPECT_EQ(loaded.messages, row[2]);
         for (Results* machine = loaded.list.First(); machine; machine = loaded.list.Next())
             EXPECT_EQ(Contents(*machine), "1 of PC (1-x)\t200:1/0.500000;");
     }
+    const std::string longest(18000, 'x');
+    EXPECT_EQ(Loaded("1.0\n20000\n" + longest + "\n").list.Size(), 1);
+    EXPECT_EQ(Loaded("1.0\n20000000\n" + longest + "x\n2\nPC\n").messages,
+        "<FILE>: 1 records longer than 18000 characters are left out\n");
     ResultList list;
     EXPECT_FALSE(ReadResultsFile("/nowhere/Tarvex.results", list));
     EXPECT_TRUE(ReadResultsFile("/tmp", list)); // a folder has no records
+    std::string many = "1.0";
+    for (int i = 0; i < 40000; i++)
+        many += "\n1\nx";
+    const Loaded loaded(many);
+    EXPECT_GT(loaded.list.Size(), 2000);
+    EXPECT_EQ(loaded.messages,
+        "<FILE>: " + std::to_string(40000 - loaded.list.Size())
+            + " machines are left out: they need more than 6 times the memory that the file has "
+              "bytes\n");
 }

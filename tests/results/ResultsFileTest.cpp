@@ -1,6 +1,7 @@
 #include "results/ResultsFile.h"
 
 #include "tests/results/MadeRuns.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 namespace {
@@ -38,24 +39,8 @@ TEST(ResultsText, GivesTheTimesOfEachProcessorCount)
 
 TEST(ResultsText, IsRefusedWhereverItIsDamaged)
 {
-    const std::string record = MadeResults("PC (1-x)", "700:1/1.0;");
-    const std::string rows[][2] = {
-        { "", "holds no results" },
-        { "1.0\nno\n", "has a line that is no length of a record" },
-        { record.substr(0, record.size() - 3), "has a record of 26 characters where 28 are said" },
-        { record + "5\n", "has a record of 0 characters where 5 are said" },
-        { "1.0\n3\nabc\n", "has a record without a machine" },
-        { MadeResults("PC", "700:1/1.0"), "has a metric that is cut short" },
-        { MadeResults("PC", "x:1/1.0;"), "has a metric without a number: <x>" },
-        { MadeResults("PC", "700:1.5/1.0;"), "has no amount of work for <Sieve>" },
-        { MadeResults("PC", "700:1/1.0,2,0x1;"), "has a time for <Sieve> that is none: <0x1>" },
-        { MadeResults("PC", "700:1/inf;"), "has a time for <Sieve> that is none: <inf>" },
-        { MadeResults("PC", "700:1/1,2,3,4,5,6,7,8,9;"), "has more than eight times for <Sieve>" },
-        { MadeResults("PC", "12:1/1,2,3,4,5,6,7,8,9;"), "has more than eight times for <12>" },
-        { MadeResults("PC (1-x)", "700:1/1.0;700:1/1.0;"), "has <Sieve> twice" },
-    };
-    for (const auto& [text, why] : rows)
-        EXPECT_EQ(Told(text), why) << text;
+    for (const Row& row : RowsOf("results/data/damaged", 3))
+        EXPECT_EQ(Told(row[0] == "text" ? row[1] : MadeResults(row[0], row[1])), row[2]) << row[1];
 }
 
 } // namespace

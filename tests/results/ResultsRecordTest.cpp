@@ -11,13 +11,6 @@ constexpr char kRecord[] = "AT Clone (2-Intel Pentium II@400/100MHz) 128MB RAM\t
                            "100:1000/0.412000,0.790000;"
                            "700:50/1234567936.000000;";
 
-void AddDevice(Results& results, int type, const char* text)
-{
-    auto device = std::make_unique<RelatedDevices>();
-    device->Description(type, text);
-    ASSERT_TRUE(results.devices.Insert(device.release()));
-}
-
 } // namespace
 
 TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocaleOrWhyNot)
@@ -43,11 +36,12 @@ TEST(ResultsRecord, FileIsVersionLengthAndRecordUnderAnyLocaleOrWhyNot)
 
 TEST(ResultsRecord, OfTooManyDevicesTheLastOnesAreLeftOutAndNothingElse)
 {
-    Results results(false);
-    results.Read(kRecord);
+    std::string devices;
     for (int i = 0; i < 200; i++)
-        AddDevice(results, 6, std::string(97, 'd').c_str());
-    AddDevice(results, 6, "would fit");
+        devices += "6:" + std::string(97, 'd') + "\t";
+    Results results(false);
+    const size_t place = std::string(kRecord).find("100:1000");
+    results.Read(std::string(kRecord).insert(place, devices + "6:would fit\t").c_str());
     char buffer[kRecordSize + 1];
     buffer[kRecordSize] = '#';
     testing::internal::CaptureStderr();
@@ -61,4 +55,10 @@ TEST(ResultsRecord, OfTooManyDevicesTheLastOnesAreLeftOutAndNothingElse)
     EXPECT_EQ(added % 100, 0u); // whole fields
     EXPECT_GT(record.size() + 100, static_cast<size_t>(kRecordSize - 1)); // and no room for another
     EXPECT_TRUE(record.ends_with("d\t" + std::string(strstr(kRecord, "100:"))));
+    for (const size_t size : { kRecordSize - 2, kRecordSize - 1 }) { // with a tab behind it
+        Results named(false);
+        named.description = std::string(size, 'x').c_str();
+        EXPECT_EQ(named.Write(buffer), size == kRecordSize - 2);
+        EXPECT_EQ(buffer, std::string(kRecordSize - 2, 'x') + "\t");
+    }
 }

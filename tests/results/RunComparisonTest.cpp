@@ -2,14 +2,13 @@
 
 #include "foundation/PlainText.h"
 #include "tests/results/MadeRuns.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 namespace {
 
 constexpr const TestType& gAckerman = TestNamed("Ackerman");
-constexpr const TestType& gSequential = TestNamed("Ten Sequential Whetstones");
 constexpr const TestType& gSieve = TestNamed("Sieve");
-constexpr const TestType& gLines = TestNamed("Graphics Lines Flushed");
 
 std::vector<MeasuredMachine> Machines(const std::vector<RunRecord>& runs)
 {
@@ -43,85 +42,61 @@ std::string Told(const std::vector<RunRecord>& runs)
 }
 
 // A run with ten times of one test on two processors.
-RunRecord RunOf(double seconds, const TestType& test = gAckerman, double work = 6000)
+RunRecord RunOf(double seconds)
 {
     RunRecord run = MadeRun("PC (2-x)");
-    AddTimes(run, test, 2, seconds, work);
+    AddTimes(run, gAckerman, 2, seconds, 6000);
     return run;
 }
 
-TEST(RunComparison, TellsWhatIsFasterInTheDirectionOfTheTest)
-{
-    EXPECT_EQ(Told({ RunOf(1), RunOf(0.5) }), "Ackerman 2 200.0 faster\n");
-    EXPECT_EQ(Told({ RunOf(1), RunOf(1) }), "Ackerman 2 100.0 no real difference\n");
-    const RunRecord quick = RunOf(1, gSequential, 0);
-    const RunRecord slow = RunOf(2, gSequential, 0);
-    EXPECT_EQ(Told({ quick, slow }), "Ten Sequential Whetstones 2 50.0 slower\n");
-    EXPECT_DOUBLE_EQ(*Compare({ quick, slow }).front().candidate.rate, 2 * 1.0045);
-    // Its time is fixed: it does less work in it.
-    EXPECT_EQ(Told({ RunOf(5, gSieve, 8000), RunOf(5, gSieve, 2000) }), "Sieve 2 25.0 slower\n");
-}
+// What a case may change.
+const std::map<std::string, void (*)(RunRecord&)> kChanges = {
+    { "version", [](RunRecord& run) { run.build.version = "1.2.7"; } },
+    { "compiler", [](RunRecord& run) { run.build.compiler = "Clang 14"; } },
+    { "flags", [](RunRecord& run) { run.build.flags = "-O3"; } },
+    { "size", [](RunRecord& run) { run.displaySize = "800x600x24"; } },
+    { "server", [](RunRecord& run) { run.display->vendor = "Other"; } },
+    { "headless", [](RunRecord& run) { run.display.reset(); } },
+    { "five", [](RunRecord& run) { run.series.front().spans.resize(5); } },
+    { "six", [](RunRecord& run) { run.series.front().spans.resize(6); } },
+    { "zero", [](RunRecord& run) { run.series.front().spans[0].seconds = 0; } },
+    { "unsteady", [](RunRecord& run) { run.series.front().spans[0].seconds *= 1.24; } },
+    { "two",
+        [](RunRecord& run) {
+            for (int i = 0; i < 4; i++)
+                run.series.front().spans[i].seconds = 1;
+        } },
+    { "undone", [](RunRecord& run) { run.series.back().undone = "no window"; } },
+    { "empty", [](RunRecord& run) { run.series.back().spans.clear(); } },
+};
 
-TEST(RunComparison, ComparesEqualProcessorCountsAndMissesNoTestOfThem)
+// Of "400 2 0.5 6000; version": tests by their numbers, each at a count with its seconds and its
+// work, and changes.
+RunRecord RunOf(const std::string& text)
 {
-    RunRecord before = RunOf(1);
-    AddTimes(before, gAckerman, 4, 1, 6000);
-    AddTimes(before, gAckerman, 1, 1, 6000);
-    AddTimes(before, gSieve, 1, 1, 6000);
-    RunRecord after = RunOf(1);
-    AddTimes(after, gAckerman, 1, 2.44, 6000);
-    AddTimes(after, gLines, 1, 1, 10000);
-    after.At(gLines, 2).undone = "no window";
-    EXPECT_EQ(Told({ before, after }),
-        "Ackerman 2 100.0 no real difference\n"
-        "Ackerman 1 41.0 slower\n"
-        "Sieve 1 - cannot tell (not measured)\n"
-        "Graphics Lines Flushed 2 - cannot tell (baseline not measured)\n"
-        "Graphics Lines Flushed 1 - cannot tell (baseline not measured)\n");
-    EXPECT_EQ(Told({ after, RunOf(1) }),
-        "Ackerman 2 100.0 no real difference\n"
-        "Graphics Lines Flushed 2 - cannot tell (baseline its work was not done: no window)\n");
-}
-
-TEST(RunComparison, TellsNothingOfWhatIsNotAlike)
-{
-    struct Change {
-        const TestType& test;
-        void (*change)(RunRecord&);
-        const char* verdict;
-    };
-    const Change rows[] = {
-        { gAckerman, [](RunRecord& run) { run.build.version = "1.2.7"; },
-            "cannot tell (another version)" },
-        { gAckerman, [](RunRecord& run) { run.build.compiler = "Clang 14"; },
-            "cannot tell (another compiler)" },
-        { gAckerman, [](RunRecord& run) { run.build.flags = "-O3"; },
-            "cannot tell (another compiler)" },
-        { gLines, [](RunRecord& run) { run.displaySize = "800x600x24"; },
-            "cannot tell (another display)" },
-        { gLines, [](RunRecord& run) { run.display->vendor = "Other"; },
-            "cannot tell (another display)" },
-        { gAckerman, [](RunRecord& run) { run.displaySize = "800x600x24"; }, "faster" },
-        { gAckerman, [](RunRecord& run) { run.series.front().spans.resize(5); },
-            "cannot tell (too few repeats)" },
-        { gAckerman, [](RunRecord& run) { run.series.front().spans.resize(6); }, "faster" },
-        { gAckerman, [](RunRecord& run) { run.series.front().spans[0].seconds *= 1.24; },
-            "cannot tell (unsteady)" },
-        { gAckerman,
-            [](RunRecord& run) {
-                for (int i = 0; i < 4; i++)
-                    run.series.front().spans[i].seconds = 1;
-            },
-            "cannot tell (two speeds: 503.25 ms (60 %) and 1000.00 ms (40 %), unsteady, wide)" },
-    };
-    for (const auto& [test, change, verdict] : rows) {
-        RunRecord changed = RunOf(0.5, test);
-        change(changed);
-        const std::vector<ComparedRow> told = Compare({ RunOf(1, test), changed });
-        ASSERT_EQ(told.size(), 1u);
-        EXPECT_NE(Told(told.front()).find(std::string(" ") + verdict), std::string::npos)
-            << Told(told.front()) << " for " << verdict;
+    RunRecord run = MadeRun("PC (2-x)");
+    std::istringstream parts(text);
+    for (std::string part; parts >> part;) {
+        int32 count = 0;
+        double seconds = 0, work = 0;
+        if (const auto change = kChanges.find(part); change != kChanges.end())
+            change->second(run);
+        else if (parts >> count >> seconds >> work)
+            AddTimes(run, *FindTestType(std::stoi(part)), count, seconds, work);
     }
+    return run;
+}
+
+TEST(RunComparison, TellsOfEachTestAtEqualCountsWhatIsFasterOrWhyNot)
+{
+    for (const auto& [runs, told] : ReadRows("results/data/compared")) {
+        const size_t slash = runs.find(" / ");
+        EXPECT_EQ(
+            Told({ RunOf(runs.substr(0, slash)), RunOf(runs.substr(slash + 3)) }), told + "\n")
+            << runs;
+    }
+    EXPECT_DOUBLE_EQ(
+        *Compare({ RunOf("601 2 1 0"), RunOf("601 2 2 0") }).front().candidate.rate, 2 * 1.0045);
 }
 
 TEST(RunComparison, RestsOnCleanTimesByTheBestProbeOfTheMachine)

@@ -49,19 +49,17 @@ TEST(RunFile, SaysOfWhatIsNotKnownThatItIsNullAndHowOthersWereKeptOut)
 TEST(RunFile, IsValidByItsSchema)
 {
     const TempFolder folder;
-    WriteFile(folder / "full.json", RunAsJson(SampleRun()));
+    const std::string full = RunAsJson(SampleRun()), tests = TARVEX_TESTS;
+    WriteFile(folder / "full.json", full);
     WriteFile(folder / "few.json", ReadFile(kData + "run-few.json"));
     WriteFile(folder / "empty.json", RunAsJson({}));
-    WriteFile(folder / "other.json",
-        Replaced(RunAsJson(SampleRun()), "\"better\":\"more\"", "\"better\":\"most\""));
-    WriteFile(folder / "more.json",
-        Replaced(RunAsJson(SampleRun()), "\"in_memory\":", "\"on_disk\":true,\"in_memory\":"));
-    const std::string tests = TARVEX_TESTS;
+    WriteFile(folder / "other.json", Replaced(full, "\"better\":\"more\"", "\"better\":\"most\""));
+    WriteFile(
+        folder / "more.json", Replaced(full, "\"in_memory\":", "\"on_disk\":true,\"in_memory\":"));
     const auto validate = [&](const std::string& names) {
-        const std::string command = "cd " + folder.Path() + " && " + tests
-            + "/results/validate-run " + tests + "/../docs/run.schema.json " + names
-            + " >said 2>&1";
-        const int status = system(command.c_str());
+        const int status = system(("cd " + folder.Path() + " && " + tests + "/results/validate-run "
+            + tests + "/../docs/run.schema.json " + names + " >said 2>&1")
+                                      .c_str());
         return std::to_string(WEXITSTATUS(status)) + ": " + ReadFile(folder / "said");
     };
     EXPECT_EQ(validate("full.json few.json empty.json"), "0: ");

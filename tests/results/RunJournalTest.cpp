@@ -2,7 +2,10 @@
 
 #include "results/RunFile.h"
 #include "tests/results/SampleRun.h"
+#include "tests/support/Child.h"
 #include "tests/support/Test.h"
+
+#include <sys/resource.h>
 
 namespace fs = std::filesystem;
 
@@ -80,5 +83,26 @@ TEST_F(Journal, OfAnotherRunIsLeftAsItIsAndDamageIsTold)
     EXPECT_EQ(Complaint(whole + "{\"test\":200}\n"), "line 5 of it is damaged");
     EXPECT_EQ(Complaint(whole + "\n"), "line 5 of it is damaged");
     EXPECT_EQ(Complaint(whole), "");
+    EXPECT_EQ(Complaint(whole + std::string(64 << 20, ' ')), "it is no journal of tarvex-run");
     EXPECT_EQ(std::get<std::string>(ReadRunJournal(fFolder / "none")), "No such file or directory");
+}
+
+TEST_F(Journal, ThatCannotBeWrittenIsToldOnceAndTheRunGoesOn)
+{
+    const std::string error = "Error writing <" + fPath + ">: File too large\n";
+    EXPECT_EQ(InChild([&] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit full { fs::file_size(fPath), fs::file_size(fPath) };
+        setrlimit(RLIMIT_FSIZE, &full);
+        testing::internal::CaptureStderr();
+        Measure(TestNamed("Memory"), 0.25);
+        Measure(TestNamed("Memory"), 0.5);
+        if (testing::internal::GetCapturedStderr() != error)
+            return 1;
+        RunJournal second;
+        return second.Begin(fFolder / "none", std::string(99, 'x'), fRun) == "File too large" ? 0
+                                                                                              : 2;
+    }),
+        0);
+    EXPECT_FALSE(fs::exists(fFolder / "none"));
 }

@@ -4,9 +4,6 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <fstream>
-#include <sstream>
-
 using namespace statistics;
 
 namespace {

@@ -16,7 +16,9 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <thread>

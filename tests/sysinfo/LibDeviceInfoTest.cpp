@@ -29,6 +29,9 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
     EXPECT_EQ(last.boardVendorId << 16 | last.boardId, 0x102b0539);
     EXPECT_STREQ(last.slot, "00:06.0");
     EXPECT_EQ(info.Get(1L)->devices.begin()->subclass, 2);
+    pciItem copy(*info.Get(1L));
+    copy.ClassId(7);
+    EXPECT_TRUE(copy.classId == 7 && copy.devices.Size() == 2 && copy.NumberDevicesUnknown() == 0);
     pciDevice half;
     half.VendorLong("Known by its long name alone");
     EXPECT_FALSE(half.IsVendorMatched());

@@ -38,15 +38,15 @@ TEST(LibSystem, NamesTheMachineAsFarAsItIsKnown)
 {
     MachineDetails details;
     EXPECT_EQ(LibMachineText(details), "");
-    details.kernelRelease = "6.1.0-13-amd64";
-    EXPECT_EQ(LibMachineText(details), "Linux 6.1.0-13-amd64");
+    details.kernelRelease = "6.1";
+    EXPECT_EQ(LibMachineText(details), "Linux 6.1");
     details.memory = 33'600'000'000;
-    details.processorModel = "AMD EPYC 7763";
-    details.processors.resize(8);
-    EXPECT_EQ(LibMachineText(details), "AMD EPYC 7763\n31.3 GB of memory\nLinux 6.1.0-13-amd64");
-    details.memory = uint64 { 2 } << 40;
-    details.processors.resize(128);
-    EXPECT_EQ(LibMachineText(details),
-        "AMD EPYC 7763\n128 processors, of which windows measure with 8\n2048.0 GB of memory\n"
-        "Linux 6.1.0-13-amd64");
+    details.processorModel = "AMD";
+    for (const size_t count : { 8, 9 }) {
+        details.processors.resize(count);
+        EXPECT_EQ(LibMachineText(details),
+            std::string(
+                count > 8 ? "AMD\n9 processors, of which windows measure with 8\n" : "AMD\n")
+                + "31.3 GB of memory\nLinux 6.1");
+    }
 }

@@ -2,8 +2,7 @@
 
 #include "sysinfo/LibDeviceInfo.h"
 #include "tests/kits/kernel/PciTree.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Rows.h"
 
 namespace {
 
@@ -60,39 +59,34 @@ TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
 {
     const std::string huge((4 << 20) + 1, '#');
     const std::string full = huge.substr(1);
-    const struct {
-        const char* name;
-        std::string text, line, after;
-    } rows[] = {
+    const Row rows[] = { // a case, what is in the file, what is told of it, what is there then
         { "none", "none", "", "1af4  Virtual\n" },
         { "damaged", "1af4 Cut\n1002  ATI", "line 1 has no name\n",
             "1af4 Cut\n1002  ATI\n1af4  Virtual\n" },
         { "others", "1002  ATI", "it is no file of yours alone\n", "1002  ATI" },
-        { "full", full, "", full },
-        { "huge", huge, "it has more than 4194304 bytes\n", huge },
+        { "full", full, "", full }, { "huge", huge, "it has more than 4194304 bytes\n", huge }
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row[0]);
         std::filesystem::remove(fFile);
-        if (row.text != "none")
-            WriteFile(fFile, row.text);
+        if (row[1] != "none")
+            WriteFile(fFile, row[1]);
         std::filesystem::permissions(fFolder, std::filesystem::perms { 0755 });
-        if (row.name == std::string("others"))
+        if (row[0] == "others")
             std::filesystem::permissions(fFile, std::filesystem::perms { 0666 });
         testing::internal::CaptureStderr();
         TypedPciNames names;
         const TypedPciNames again;
-        const std::string prefix = "Error reading <" + fFile + ">: ";
-        EXPECT_EQ(
-            testing::internal::GetCapturedStderr(), row.line.empty() ? "" : prefix + row.line);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            row[2].empty() ? "" : "Error reading <" + fFile + ">: " + row[2]);
         names.SetVendor(0x1af4, "");
         EXPECT_TRUE(names.Save()) << "there is nothing to keep";
         names.SetVendor(0x1af4, "Virtual");
         testing::internal::CaptureStderr();
-        EXPECT_EQ(names.Save(), row.after != row.text);
+        EXPECT_EQ(names.Save(), row[3] != row[1]);
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            row.after != row.text ? "" : "The names typed could not be kept in <" + fFile + ">\n");
-        EXPECT_TRUE(ReadFile(fFile) == row.after);
+            row[3] != row[1] ? "" : "The names typed could not be kept in <" + fFile + ">\n");
+        EXPECT_TRUE(ReadFile(fFile) == row[3]);
     }
 }
 

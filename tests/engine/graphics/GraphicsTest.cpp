@@ -2,6 +2,7 @@
 #include "engine/Benchmark.h"
 #include "engine/graphics/GraphicsWin.h"
 #include "tests/engine/Recorder.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
@@ -233,6 +234,7 @@ TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)
     {
         const BAutolock lock(shown); // between two tests
         ASSERT_TRUE(lock.IsLocked());
+        EXPECT_GT(shown->Frame().left, 10) << "beside the main window";
         EXPECT_EQ(system("xdotool search --name lushed windowclose"), 0);
         EXPECT_SOON(system("xdotool search --name lushed >/dev/null") != 0);
         // That it has gone was said before this picture is sent, and is dealt with before the
@@ -252,6 +254,21 @@ TEST_F(GraphicsTest, ARunGoesOnWithoutThemWhenTheirWindowGoes)
     EXPECT_GT(lines->times[0], 0);
     EXPECT_TRUE(cpus == 1 || lines->times[cpus - 1] == 0);
     EXPECT_EQ(benchmark.results.NewTest("Ackerman", 1)->nbrTimes, cpus);
+}
+
+TEST_F(GraphicsTest, AreLeftOutWithoutAThreadForTheirWindow)
+{
+    ShowWindow(); // so that what all windows share has its threads
+    benchmark.graphics = true;
+    testing::internal::CaptureStderr();
+    {
+        const NoThreads noThreads;
+        benchmark.RunGraphics();
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Cannot start thread <Test Graphics>: its window is not shown\nThe tests of <Graphics> are "
+        "left out\n");
+    EXPECT_FALSE(benchmark.graphics);
 }
 
 TEST_F(GraphicsTest, TheirWindowGoesWithAKilledRun)
