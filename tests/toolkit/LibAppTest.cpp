@@ -11,12 +11,14 @@
 #include <Button.h>
 #include <Message.h>
 
+#include <regex>
+
 namespace {
 
 constexpr char kHelp[] =
-    "<help><topic name=\"first\" title=\"First\"><p>One.</p></topic>\n"
-    "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Press <b>Enter</b>"
-    " <b>twice</b></p><p>Three.</p></topic></help>";
+    "<help><topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Press <b>Enter</b>"
+    " <b>twice</b></p><p>Three.</p></topic>\n"
+    "<topic name=\"Main\" title=\"Window\"><p>One.</p></topic></help>";
 
 // A program whose window has a button in focus.
 class TestApp : public LibApp {
@@ -96,8 +98,22 @@ void UseWindows(TestApp& app)
     screen::Key("shift+F1");
     EXPECT_TRUE(screen::BecomesActive("Help"));
     EXPECT_TRUE(screen::ShowsTree("Help", "toolkit/Help"));
-    screen::Key("Up");
-    EXPECT_SOON(screen::Find("help_text").text == "First\n\nOne.");
+    screen::Key("Down");
+    EXPECT_SOON(screen::Find("help_text").text == "Window\n\nOne.");
+    screen::Key("Escape");
+    EXPECT_SOON(!screen::Find("help_text").exists);
+    app.PostMessage('help'); // on nothing
+    EXPECT_TRUE(screen::BecomesActive("Help"));
+    EXPECT_SOON(screen::Find("help_text").text.starts_with("The knob\n"));
+    EXPECT_TRUE(screen::Click("help_text"));
+    screen::Key("ctrl+a");
+    screen::Key("ctrl+c");
+    std::string bold;
+    const std::string copied = screen::Copied("text/html");
+    const std::regex part("font-size:(\\d+px); font-weight:700;\">([^<]*)");
+    for (std::sregex_iterator at(copied.begin(), copied.end(), part), end; at != end; ++at)
+        bold += (*at)[1].str() + " " + (*at)[2].str() + ". ";
+    EXPECT_EQ(bold, "18px The knob. 12px Enter. 12px twice. ");
 }
 
 } // namespace
@@ -146,5 +162,5 @@ TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
     EXPECT_EQ(help.IndexOf("Last"), -1);
     EXPECT_STREQ(help.TopicAt(help.IndexOf("knob"))->title, "New");
     EXPECT_STREQ(help.TipFor("knob"), "Push it");
-    EXPECT_EQ(help.TipFor("first"), nullptr);
+    EXPECT_EQ(help.TipFor("Main"), nullptr);
 }

@@ -27,7 +27,8 @@ public:
         StatusLine* status = hasStatus ? row->AddStatus("status") : nullptr;
         SetDefaultRow(row);
         if (status)
-            status->Say("A text that finds room in a dialog only when that is large enough", "Why");
+            status->Say(
+                "Öäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüß", "Why");
         SetPosition(kCentred);
     }
     using DialogWindow::SetMainWindow;
@@ -90,8 +91,15 @@ TEST_F(WindowTest, AWindowThatIsShownLateHidesNoneThatCameBefore)
     const BRect frames[] = { mainWindow->Frame(), other->Frame(), late->Frame() };
     for (size_t i = 0; i < 3; i++)
         EXPECT_FALSE(frames[i].Intersects(frames[(i + 1) % 3])) << i;
-    WithLock(late, [&] { late->SetPositionOver(other->Frame()); });
-    EXPECT_TRUE(late->Frame().Intersects(other->Frame()));
+    late->SetPosition(kBesideMain);
+    late->Hide(); // what is not in sight is in nobody's way
+    TestDialog* over = new TestDialog("Over");
+    over->SetPosition(kBesideMain);
+    EXPECT_EQ(over->Frame(), frames[2]);
+    over->SetPositionOver(frames[1]); // and stays there
+    over->Show();
+    EXPECT_TRUE(screen::BecomesActive("Over"));
+    EXPECT_EQ(over->Frame(), frames[1]);
 }
 
 TEST_F(WindowTest, EachMessageBoxWaitsForItsButtonAndAlertsCanBeClosedUnanswered)
