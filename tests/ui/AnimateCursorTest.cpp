@@ -36,10 +36,12 @@ TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePerio
         { 0.001f, -1.0f, kNan }) { // the last two are none: it keeps the first
         Log shown;
         gShown = &shown;
+        const bigtime_t start = system_time();
         SetCursorHook([] { gShown->Add(std::to_string(CurrentCursor().image[4])); });
         cursor.Run(period);
         EXPECT_GE(find_thread("LoadCursor"), 0);
         Entries first = shown.WaitFor(21);
+        EXPECT_GE(system_time() - start, 19'000);
         first.resize(5);
         first.erase(first.begin()); // of the picture before, which is recorded at once
         EXPECT_EQ(first, (Entries { "1", "3", "1", "3" }));
@@ -48,4 +50,6 @@ TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePerio
         EXPECT_LT(find_thread("LoadCursor"), 0);
         EXPECT_EQ(memcmp(CurrentCursor().image, B_HAND_CURSOR, kCursorBytes), 0);
     }
+    cursor.Run(1e6); // ends at once all the same
+    cursor.Quit();
 }

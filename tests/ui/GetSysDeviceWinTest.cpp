@@ -1,6 +1,7 @@
 #include "ui/GetSysDeviceWin.h"
 
 #include "sysinfo/TypedPciNames.h"
+#include "tests/kits/app/TestLooper.h"
 #include "tests/kits/kernel/PciTree.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/WithLock.h"
@@ -17,22 +18,14 @@ namespace {
 
 using screen::Find;
 
-// Counts the 'gsdq' that a closing form sends.
-class Target : public BLooper {
-public:
-    void MessageReceived(BMessage* message) override { closed += message->what == 'gsdq'; }
-    std::atomic<int> closed = 0;
-};
-
 // The form for the devices on a tree's buses.
 class FormTest : public testing::Test {
 protected:
     ~FormTest() override
     {
-        if (fForm && fForm->Lock())
-            fForm->Quit();
-        if (fTarget->Lock())
-            fTarget->Quit();
+        if (fForm)
+            QuitNow(fForm);
+        QuitNow(fTarget);
     }
     void SetUp() override
     {
@@ -95,11 +88,10 @@ protected:
     // By the keyboard, which opens another form for the same devices.
     void CloseAndOpen()
     {
-        const int before = fTarget->closed;
+        const int before = fClosed;
         screen::Key("Escape");
-        ASSERT_SOON(fTarget->closed == before + 1);
-        ASSERT_TRUE(fForm->Lock());
-        fForm->Quit();
+        ASSERT_SOON(fClosed == before + 1);
+        QuitNow(fForm);
         Open();
     }
 
@@ -107,7 +99,9 @@ protected:
     const TempFolder& fData = DataHome();
     BApplication fApplication { "application/x-vnd.Quorvane.FormTest" };
     const MachineTree fTree {};
-    Target* fTarget = new Target;
+    std::atomic<int> fClosed = 0;
+    TestLooper* fTarget = new TestLooper(
+        [this](TestLooper&, BMessage* message) { fClosed += message->what == 'gsdq'; });
     GetSysDeviceWin* fForm = nullptr;
 };
 
@@ -135,26 +129,23 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
     std::string letters;
     for (int i = 0; i < 50; i++)
         letters += "\xc3\xa4"; // two bytes each
-    WithLock(fForm, [&] {
-        auto* entry = dynamic_cast<BTextControl*>(fForm->FindView("vendor_2-2_0x1AF4"));
-        entry->SetText((letters + "\xc3\xa4").c_str());
-    });
-    EXPECT_EQ(Find("vendor_2-2_0x1AF4").text, letters);
-    Fill("vendor_2-2_0x1AF4", "A vendor of my own");
+    WithLock(fForm, [&] { fForm->FillIn({ { "vendor_2-1_0x1AF4", letters + "\xc3\xa4" } }); });
+    EXPECT_EQ(Find("vendor_2-1_0x1AF4").text, letters);
+    Fill("vendor_2-1_0x1AF4", "A vendor of my own");
     Fill("device_2-2_0x1041", "Some card of which the name has more than fifty letters");
     const std::string cut = "Some card of which the name has more than fifty le";
     EXPECT_TRUE(screen::Shows("device_2-2_0x1041", cut));
     screen::Key("Escape");
-    ASSERT_SOON(fTarget->closed == 1);
+    ASSERT_SOON(fClosed == 1);
     EXPECT_EQ(Saved(),
         "pci class = <3>, type = <Display>\n"
         "Vendor id <0x1002>, Device id <0x4758>, Vendor <ATI,ATI Technologies>, Device <ATI PCP>\n"
         "Vendor id <0x1002>, Device id <0x0ABC>, Vendor <ATI,ATI Technologies>, "
         "Device <Typed & kept>\n\n"
         "pci class = <2>, type = <Network>\n"
-        "Vendor id <0x1AF4>, Device id <0x1041>, Vendor <Unknown,Unknown>, Device <Unknown>\n"
         "Vendor id <0x1AF4>, Device id <0x1041>, Vendor <Unknown,A vendor of my own>, "
-        "Device <"
+        "Device <Unknown>\n"
+        "Vendor id <0x1AF4>, Device id <0x1041>, Vendor <Unknown,Unknown>, Device <"
             + cut + ">\n\n");
     fForm->Save("/nonexistent/folder/unknown_devices"); // silently nothing
 }
@@ -179,12 +170,12 @@ TEST_F(FormTest, WhatIsTypedReplacesTheEntryAndReturnLeadsThroughAllOfThem)
     screen::Key("End");
     screen::Type("e");
     EXPECT_TRUE(screen::Shows("device_1-1_0xABC", "?de"));
-    EXPECT_EQ(fTarget->closed, 0);
+    EXPECT_EQ(fClosed, 0);
     screen::Key("Escape");
-    EXPECT_SOON(fTarget->closed == 1);
+    EXPECT_SOON(fClosed == 1);
     for (int i = 0; i < 3; i++)
         screen::Key("Return");
-    EXPECT_SOON(fTarget->closed == 2);
+    EXPECT_SOON(fClosed == 2);
 }
 
 TEST_F(FormTest, RowsBelowTheirBoxAreScrolledIntoItAndBoxesIntoTheWindow)

@@ -43,6 +43,11 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
         EXPECT_EQ(
             screen::ContrastIn(BRect(row + BPoint(column - 4, 0), row + BPoint(column - 1, 12))), 0)
             << column;
+    BMessage noFiles;
+    WithLock(window, [&] { window->CompareFiles(&noFiles, true); });
+    ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
+    EXPECT_TRUE(Find("save", "Tarvex Comparisons").exists);
+    EXPECT_EQ(screen::Lines("DrawView").find("Selected"), std::string::npos);
     const std::string rows = screen::Lines("list");
     run.First();
     run.Remove();
@@ -50,6 +55,17 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
     run.description = "Another one (1-x)";
     WithLock(window, [&] { window->Update(run, true); });
     EXPECT_SOON(screen::Lines("list") == "Memory, KIPS, 200.0, 0.0, 100.0\n");
+    const auto isCompared = [] {
+        return screen::BecomesActive("Tarvex Comparisons") && screen::WaitFor([] {
+            return screen::Lines("DrawView").ends_with("\nSelected: Another one (1-x)\n");
+        });
+    };
+    EXPECT_TRUE(isCompared()) << "the open comparison is of the new run";
+    screen::Key("Escape");
+    ASSERT_TRUE(screen::BecomesActive("Results"));
+    EXPECT_TRUE(screen::Click("compare") && isCompared());
+    screen::Key("Escape");
+    ASSERT_TRUE(screen::BecomesActive("Results"));
     EXPECT_STREQ(WithLock(window, [&] { return window->FindView("bgview")->ToolTip(); }), "")
         << "nobody knows more of that machine";
     screen::ClickAt(row + BPoint(9, 9));
