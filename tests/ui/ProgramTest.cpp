@@ -1,34 +1,21 @@
 // The program as users run it.
 #include "tests/ui/Program.h"
 
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <regex>
 
 TEST(Program, AnswersWithoutADisplay)
 {
-    const std::string errors = " 2>&1 >/dev/null", output = " 2>/dev/null";
-    const struct {
-        std::string environment, arguments;
-        int status;
-        const char* text; // a regular expression
-    } rows[] = {
-        { "", "" + errors, 1, "No display: <DISPLAY> is not set\n" },
-        { "WAYLAND_DISPLAY=wayland-0", "" + errors, 1,
-            "No display: <DISPLAY> is not set; a Wayland session needs Xwayland\n" },
-        { "", "--version" + output, 0, "tarvex \\d+\\.\\d+\\.\\d+\n" },
-        { "", "nosuchfile --help" + output, 0, "Usage: tarvex \\[FILE[^]*" },
-        { "", "--help 2>&1 >/dev/full", 1, "Error writing <standard output>\n" },
-        { "", "file --no-such" + errors, 2, "tarvex: unknown option <--no-such>\n" },
-    };
-    for (const auto& [environment, arguments, status, text] : rows) {
-        const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY " + environment
-            + " " TARVEX_BUILD "/tarvex " + arguments;
+    for (const Row& row : RowsOf("ui/Answers.txt", 4)) {
+        const std::string command =
+            "env -u DISPLAY -u WAYLAND_DISPLAY " + row[0] + " " TARVEX_BUILD "/tarvex " + row[1];
         FILE* const program = popen(command.c_str(), "r");
         char shown[2000] = "";
         static_cast<void>(fread(shown, 1, sizeof shown - 1, program));
-        EXPECT_EQ(WEXITSTATUS(pclose(program)), status) << command;
-        EXPECT_TRUE(std::regex_match(shown, std::regex(text))) << command << ": " << shown;
+        EXPECT_EQ(std::to_string(WEXITSTATUS(pclose(program))), row[2]) << command;
+        EXPECT_TRUE(std::regex_match(shown, std::regex(row[3]))) << command << ": " << shown;
     }
 }
 
