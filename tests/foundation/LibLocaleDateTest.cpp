@@ -10,30 +10,6 @@ namespace {
 
 const LibDate kToday(10, 24, 2001);
 
-// Locales on a machine that has none but "C": made by the system's own localedef in a folder that
-// the C library is told of.
-class LocaleFolder : public TempFolder {
-public:
-    LocaleFolder() { setenv("LOCPATH", Path().c_str(), 1); }
-    ~LocaleFolder() { unsetenv("LOCPATH"); }
-
-    // Makes the locale "language.charset" with the language's dates alone, since its sorting takes
-    // seconds. False where the machine lacks the tool or its sources.
-    bool Make(const std::string& language, const std::string& charset) const
-    {
-        const std::string source = *this / "source";
-        const std::string locale = *this / (language + "." + charset);
-        WriteFile(source,
-            "LC_CTYPE\ncopy \"i18n_ctype\"\nEND LC_CTYPE\nLC_TIME\ncopy \"" + language
-                + "\"\nEND LC_TIME\n");
-        // It ends with 1 for the missing parts as well as for an error.
-        [[maybe_unused]] const int status =
-            system(("localedef -c -i " + source + " -f " + charset + " " + locale + " 2>/dev/null")
-                       .c_str());
-        return std::filesystem::exists(locale + "/LC_TIME");
-    }
-};
-
 LibDateConventions Conventions(const char* format)
 {
     LibDateConventions conventions = LibDateConventions::English();
@@ -110,12 +86,14 @@ TEST(LibLocaleDate, ReadsNumbersInTheOrderOfTheLanguage)
 
 TEST(LibLocaleDate, TakesNamesFromInstalledLocales)
 {
-    const LocaleFolder folder;
+    const TempFolder folder; // with locales, on a machine that may have none but "C"
+    setenv("LOCPATH", folder.Path().c_str(), 1);
     const std::string before = setlocale(LC_ALL, nullptr);
     for (const Row& row : RowsOf("foundation/data/locales.txt", 5)) {
         const std::string name = row[0] + "." + row[1];
         SCOPED_TRACE(name);
-        if (!folder.Make(row[0], row[1]))
+        const std::string arguments = row[0] + " " + row[1] + " " + folder.Path();
+        if (system((TARVEX_TESTS "/foundation/make-locale " + arguments).c_str()) != 0)
             GTEST_SKIP() << "no localedef, or no sources of " << name;
         const LibLocaleDate date(LibDate(3, 12, 2001), LibDateConventions::OfLocale(name.c_str()));
         EXPECT_EQ((Row { ShortOf(date), LongOf(date) }), (Row { row[2], row[3] }));
@@ -123,6 +101,7 @@ TEST(LibLocaleDate, TakesNamesFromInstalledLocales)
             EXPECT_EQ(Typed(date.Conventions(), row[i]), "2001-03-12") << row[i];
     }
     EXPECT_EQ(setlocale(LC_ALL, nullptr), before);
+    unsetenv("LOCPATH");
 }
 
 TEST(Utf8, FoldsLettersAndKeepsWhatIsNoText)

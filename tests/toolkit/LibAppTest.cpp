@@ -32,8 +32,10 @@ public:
         window = new LibWindow(
             BRect(400, 300, 600, 400), "Main", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
         window->AddChild(new MainMenuBar(BRect(0, 0, 200, 20), "AppTest"));
-        BButton* button = new BButton(BRect(10, 30, 90, 54), "knob", "Knob", nullptr);
-        window->AddChild(button);
+        BButton* button = new BButton(BRect(10, 10, 90, 34), "knob", "Knob", nullptr);
+        BView* inside = new BView(BRect(0, 20, 200, 100), "inside", B_FOLLOW_ALL_SIDES, 0);
+        window->AddChild(inside);
+        inside->AddChild(button);
         button->MakeFocus();
         return window;
     }
@@ -98,6 +100,7 @@ void UseWindows(TestApp& app)
     screen::Key("shift+F1");
     EXPECT_TRUE(screen::BecomesActive("Help"));
     EXPECT_TRUE(screen::ShowsTree("Help", "toolkit/Help"));
+    EXPECT_TRUE(tipIs("Pull it")) << "shown, not turned over";
     screen::Key("Down");
     EXPECT_SOON(screen::Find("help_text").text == "Window\n\nOne.");
     screen::Key("Escape");

@@ -6,6 +6,8 @@
 
 #include <Application.h>
 
+#include <sys/wait.h>
+
 namespace {
 
 // Programs along PATH that write their arguments into a file of the program's name.
@@ -51,7 +53,12 @@ TEST(Links, LeadToTheDesktopsProgramsWithEveryTextAsItIs)
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     EXPECT_EQ(programs.Seen("xdg-open"), "<http://www.tarvex.example/?a=1&b=$(touch x)>");
     EXPECT_EQ(ReadFile(programs.Path("xdg-open") + ".blocked"), "SigBlk:\t0000000000000000\n");
+    siginfo_t ended {};
+    EXPECT_TRUE(WaitUntil([&] {
+        return waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid != 0;
+    }));
     EmailTo("me@tarvex.example", "a \"b\"", "two\nlines");
+    EXPECT_EQ(waitpid(ended.si_pid, nullptr, WNOHANG), -1) << "the next start buries it";
     EXPECT_EQ(programs.Seen("xdg-email"),
         "<--subject><a \"b\"><--body><two\nlines><mailto:me@tarvex.example>");
     EmailTo("me", nullptr, nullptr);

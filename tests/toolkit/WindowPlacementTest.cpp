@@ -26,14 +26,13 @@ TEST(WindowPlacement, EachRuleHasItsPlace)
         WindowPlacement placement { BRect(0, 0, 1023, 767), BRect(), RectsOf(row[3]) };
         for (const BRect mainWindow : RectsOf(row[1]))
             placement.mainWindow = mainWindow;
-        const int32 nth = std::stoi(row[0].substr(row[0].rfind(' ')));
-        const int32 rule = row[0].starts_with("cascade") ? kCascade
-            : row[0].starts_with("centred")              ? kCentred
-            : row[0].starts_with("beside")               ? kBesideMain
-                                                         : 17;
-        const BPoint corner = row[0].starts_with("over")
+        const std::map<std::string, int32> rules { { "cascade", kCascade }, { "centred", kCentred },
+            { "beside", kBesideMain }, { "unknown", 17 } };
+        const size_t blank = row[0].find(' ');
+        const BPoint corner = row[0] == "over"
             ? placement.Over(window, placement.others.at(0))
-            : placement.Place(window, rule, nth);
+            : placement.Place(
+                window, rules.at(row[0].substr(0, blank)), std::stoi(row[0].substr(blank)));
         std::ostringstream place;
         place << corner.x << ' ' << corner.y;
         EXPECT_EQ(place.str(), row[4]) << testing::PrintToString(row);

@@ -79,7 +79,8 @@ TEST_F(WindowTest, AWindowThatIsShownLateHidesNoneThatCameBefore)
     TestDialog* mainWindow = Open("Main");
     WithLock(mainWindow, [&] { mainWindow->SetMainWindow(); });
     screen::MoveWindow("Main", BPoint(50, 60));
-    EXPECT_SOON(screen::Find("bgview", "Main").frame.left == 50);
+    screen::ResizeWindow("Main", BPoint(500, 333));
+    EXPECT_SOON(screen::Find("bgview", "Main").frame == BRect(50, 60, 549, 345));
     TestDialog* late = new TestDialog("Late");
     late->SetPosition(kBesideMain);
     TestDialog* other = new TestDialog("Other");
@@ -89,6 +90,7 @@ TEST_F(WindowTest, AWindowThatIsShownLateHidesNoneThatCameBefore)
     late->Show();
     EXPECT_TRUE(screen::BecomesActive("Late"));
     const BRect frames[] = { mainWindow->Frame(), other->Frame(), late->Frame() };
+    EXPECT_EQ(frames[1].LeftTop(), BPoint(frames[0].right + 13, frames[0].top));
     for (size_t i = 0; i < 3; i++)
         EXPECT_FALSE(frames[i].Intersects(frames[(i + 1) % 3])) << i;
     late->SetPosition(kBesideMain);

@@ -32,6 +32,8 @@ TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePerio
     cursor.SetCursor(2, Frame(3).data());
     cursor.SetCursor(3, Frame(4).data()); // there is no such frame
     cursor.SetCursor(-1, Frame(5).data());
+    cursor.Run(1e6); // ends at once all the same
+    cursor.Quit();
     for (const float period :
         { 0.001f, -1.0f, kNan }) { // the last two are none: it keeps the first
         Log shown;
@@ -50,6 +52,4 @@ TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePerio
         EXPECT_LT(find_thread("LoadCursor"), 0);
         EXPECT_EQ(memcmp(CurrentCursor().image, B_HAND_CURSOR, kCursorBytes), 0);
     }
-    cursor.Run(1e6); // ends at once all the same
-    cursor.Quit();
 }

@@ -275,17 +275,18 @@ TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
     Run();
     const BPoint text = Find("legend").frame.LeftTop() + BPoint(20, 2);
     EXPECT_SOON(screen::ContrastIn(BRect(text, text + BPoint(35, 14))) > 100);
-    const BPoint cursor =
-        Find("legend").frame.LeftBottom() + BPoint(ComparisonChart::kLegendEntryWidth + 5, 0);
-    const auto showsCursor = [&] {
+    const auto showsCursor = [](int entry) {
+        const BPoint cursor = Find("legend").frame.LeftBottom()
+            + BPoint(ComparisonChart::kLegendEntryWidth * static_cast<float>(entry) + 5, 0);
         return screen::ContrastIn(BRect(cursor, cursor + BPoint(0, 2))) > 0;
     };
     screen::Key("Tab");
+    EXPECT_SOON(showsCursor(0));
     screen::Key("Right");
-    EXPECT_SOON(showsCursor());
+    EXPECT_SOON(showsCursor(1) && !showsCursor(0));
     screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
-    EXPECT_SOON(!showsCursor()) << "the keyboard is elsewhere";
+    EXPECT_SOON(!showsCursor(1)) << "the keyboard is elsewhere";
     EXPECT_TRUE(
         screen::ShowsTree("Color of 2 CPU", "ui/Color")); // with the nearest to { 0, 178, 0 }
     const BRect swatches = Find("swatches").frame;
@@ -319,6 +320,8 @@ TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
     }
     screen::Key("Return");
     EXPECT_SOON(BarAt(0, 390, 410) == 0xffffcc);
+    const BPoint swatch = text + BPoint(ComparisonChart::kLegendEntryWidth - 15, 6);
+    EXPECT_SOON(screen::PixelsIn(BRect(swatch, swatch))[0] == 0xffffcc);
     EXPECT_FALSE(screen::IsActive("Color of 2 CPU"));
     screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));

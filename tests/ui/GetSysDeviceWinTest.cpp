@@ -208,6 +208,8 @@ TEST_F(FormTest, CompletesNamesThatTheSystemKnows)
         << "whoever deletes does not want it back";
     Fill("vendor_1-1_0x1AF4", "matrox e");
     EXPECT_TRUE(screen::Shows("vendor_1-1_0x1AF4", "matrox electronics Systems Ltd."));
+    CloseAndOpen();
+    EXPECT_EQ(Find("device_1-1_0x1041").text, device.substr(0, 2)) << "all that was typed";
 }
 
 TEST_F(FormTest, ItsMenuFillsInWhatIsKnownAndTypedNamesComeBack)

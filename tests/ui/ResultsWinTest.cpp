@@ -207,7 +207,10 @@ TEST(UnsavedRun, IsReadAsFarAsItIsWholeAndForgottenByWhoKeptIt)
     for (const std::string& damaged : { std::string(), text.substr(0, 16), text.substr(0, 17),
              text.substr(0, text.find('\t')), "x" + text }) {
         WriteFile(file, damaged);
-        EXPECT_EQ(UnsavedRun().Read(), nullptr) << damaged;
+        UnsavedRun unread;
+        EXPECT_EQ(unread.Read(), nullptr) << damaged;
+        unread.Forget();
+        EXPECT_EQ(ReadFile(file), damaged.size() > 17 && damaged[0] == '2' ? "" : damaged);
     }
     WriteFile(file, text);
     other.Forget();

@@ -21,12 +21,14 @@ TEST(FileManager, AsksTheDesktopOrElseOpensAndTellsOfWhatIsMissing)
     const std::string opener = folder / "in/tools/xdg-open", path = getenv("PATH");
     WriteFile(opener, "#!/bin/sh\necho \"$1\" >>\"${0%/in/*}/opened\"\n");
     chmod(opener.c_str(), 0755);
-    std::atomic<bool> isManager;
+    std::atomic<const char*> refusal;
     SessionService service({ "org.freedesktop.FileManager1" }, [&](DBusMessage* call) {
-        return !isManager || dbus_message_has_member(call, "ShowFolders") // which it lacks
-            ? dbus_message_new_error(call, DBUS_ERROR_UNKNOWN_METHOD, "unknown")
-            : dbus_message_new_method_return(call);
+        const bool isLacking = dbus_message_has_member(call, "ShowFolders");
+        const char* error = isLacking ? DBUS_ERROR_UNKNOWN_METHOD : refusal.load();
+        return error ? dbus_message_new_error(call, error, "")
+                     : dbus_message_new_method_return(call);
     });
+    const std::string bus = getenv("DBUS_SESSION_BUS_ADDRESS");
     const auto whole = [&](const std::string& text) {
         return std::regex_replace(text, std::regex("@"), folder.Path());
     };
@@ -36,7 +38,12 @@ TEST(FileManager, AsksTheDesktopOrElseOpensAndTellsOfWhatIsMissing)
     for (Row row : RowsOf("kits/tracker/data/requests.txt", 7)) {
         SCOPED_TRACE(testing::PrintToString(row));
         std::transform(row.begin(), row.end(), row.begin(), whole);
-        isManager = row[2] == "manager";
+        refusal = row[2] == "manager" ? nullptr
+            : row[2] == "slow"        ? DBUS_ERROR_NO_REPLY
+            : row[2] == "late"        ? DBUS_ERROR_TIMEOUT
+                                      : DBUS_ERROR_UNKNOWN_METHOD;
+        const char* const variable = "DBUS_SESSION_BUS_ADDRESS";
+        setenv(variable, row[2] == "no bus" ? "unix:path=/nonexistent" : bus.c_str(), 1);
         const size_t before = service.log.Now().size();
         setenv("PATH", row[2] == "nothing" ? "" : (folder / "in/tools:" + path).c_str(), 1);
         BMessage request(row[0] == "open" ? B_REFS_RECEIVED : 'Tinf'), reply;
