@@ -10,8 +10,6 @@
 
 namespace {
 
-using screen::WaitFor;
-
 // Logs what it is asked and told; its user can close it whether or not its owner is there to know.
 class Opened : public BWindow {
 public:
@@ -61,10 +59,6 @@ protected:
         const Entries all = log.Now();
         return std::count(all.begin(), all.end(), entry);
     }
-    bool WaitForCount(const char* entry, long count)
-    {
-        return WaitFor([=, this] { return Count(entry) == count; });
-    }
 
     Log log;
     const BApplication app { "application/x-vnd.Quorvane.OwnerTest" };
@@ -102,20 +96,20 @@ TEST_P(OwnedWindowTest, ThatWasClosedTakesNoOtherWithItAndCannotBeReached)
         if (GetParam())
             owner->PostMessage('open');
         EXPECT_TRUE(close());
-        EXPECT_TRUE(WaitForCount("asked", 1));
+        EXPECT_SOON(Count("asked") == 1);
         if (!GetParam()) {
             owner->PostMessage('open');
             EXPECT_TRUE(close());
-            EXPECT_TRUE(WaitForCount("asked", 2));
+            EXPECT_SOON(Count("asked") == 2);
         }
     });
-    EXPECT_TRUE(WaitForCount("handled", GetParam() ? 3 : 4));
+    EXPECT_SOON(Count("handled") == (GetParam() ? 3 : 4));
     EXPECT_EQ(Count("made"), 2);
     Open();
     EXPECT_EQ(Count("made"), 2);
 
     screen::Key("alt+F4");
-    EXPECT_TRUE(WaitFor([&] { return !WithLock(owner, [&] { return window.IsThere(); }); }));
+    EXPECT_SOON(!WithLock(owner, [&] { return window.IsThere(); }));
     WithLock(owner, [&] {
         EXPECT_FALSE(window.Front());
         EXPECT_FALSE(window.Tell(BMessage('told')));

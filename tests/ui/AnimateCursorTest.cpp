@@ -14,10 +14,8 @@ Log* gShown = nullptr; // the first image byte of each picture
 
 std::vector<unsigned char> Frame(unsigned char mark)
 {
-    std::vector<unsigned char> frame(kCursorBytes, 0);
-    frame[0] = 16;
-    frame[1] = 1;
-    frame[4] = mark;
+    std::vector<unsigned char> frame { 16, 1, 0, 0, mark };
+    frame.resize(kCursorBytes);
     return frame;
 }
 

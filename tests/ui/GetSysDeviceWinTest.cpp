@@ -40,11 +40,6 @@ protected:
         fForm->Show();
         ASSERT_TRUE(screen::BecomesActive("Unknown Devices"));
     }
-    std::string Saved()
-    {
-        fForm->Save((fTree.Path() + "/saved").c_str());
-        return fTree.Read("saved");
-    }
     void Fill(const std::string& name, const std::string& text)
     {
         ASSERT_TRUE(screen::Click(name));
@@ -115,7 +110,8 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
     EXPECT_TRUE(screen::Shows("device_2-2_0x1041", cut));
     screen::Key("Escape");
     ASSERT_SOON(fClosed == 1);
-    EXPECT_EQ(Saved(),
+    fForm->Save((fTree / "saved").c_str());
+    EXPECT_EQ(fTree.Read("saved"),
         "pci class = <3>, type = <Display>\n"
         "Vendor id <0x1002>, Device id <0x4758>, Vendor <ATI,ATI Technologies>, Device <ATI PCP>\n"
         "Vendor id <0x1002>, Device id <0x0ABC>, Vendor <ATI,ATI Technologies>, "

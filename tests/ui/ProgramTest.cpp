@@ -1,8 +1,10 @@
 // The program as users run it.
 #include "tests/ui/Program.h"
 
+#include "results/TestCatalogue.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
+#include "ui/TarvexApp.h"
 
 #include <regex>
 
@@ -40,6 +42,23 @@ TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
         key.empty() ? program.End(SIGTERM) : screen::Key(key);
         EXPECT_EQ(program.Status(30), 0) << arguments;
         EXPECT_EQ(program.Errors(), std::regex_replace(errors, std::regex("@"), folder.Path()));
+    }
+}
+
+TEST(TarvexApp, HelpsOnEveryGroupOfTests)
+{
+    struct App : TarvexApp {
+        using TarvexApp::AddHelp;
+    } app;
+    LibHelp help;
+    app.AddHelp(help);
+    for (const TestGroup& group : kTestGroups) {
+        if (group.box == GroupBox::kNone)
+            continue;
+        const LibHelpTopic* topic = help.TopicAt(help.IndexOf(group.viewName));
+        EXPECT_TRUE(topic && topic->title.Compare(group.label) == 0
+            && topic->text.Compare(group.help) == 0);
+        EXPECT_STREQ(help.TipFor(group.viewName), group.tip);
     }
 }
 

@@ -6,8 +6,6 @@ namespace {
 
 std::string WithRightChecksum(std::string bytes)
 {
-    if (bytes.size() < kFlatHeaderSize)
-        return bytes;
     const uint32 checksum = FlatChecksum(bytes);
     return bytes.replace(kFlatChecksumOffset, 4, reinterpret_cast<const char*>(&checksum), 4);
 }
