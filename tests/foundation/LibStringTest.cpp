@@ -65,8 +65,9 @@ TEST(LibString, ReadsAFileBehindItsTextAndNumbersBeyondAllBounds)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error reading </>: Is a directory\n");
     const std::string nines(400, '9'), zeros(400, '0');
     double value = 0;
-    for (const auto& [number, expected] : { std::pair(nines, HUGE_VAL), { "-" + nines, -HUGE_VAL },
-             { "+" + zeros + "." + zeros + "1", 0.0 }, { zeros + "1.5", 1.5 } })
+    for (const auto& [number, expected] :
+        { std::pair(nines, HUGE_VAL), { "1" + zeros, HUGE_VAL }, { "-" + nines, -HUGE_VAL },
+            { "+" + zeros + "." + zeros + "1", 0.0 }, { zeros + "1.5", 1.5 } })
         EXPECT_TRUE(LibString(number.c_str()).GetFloat64(value) && value == expected) << number;
 }
 
