@@ -24,8 +24,7 @@ public:
     {
         if (message->what == 'told')
             log.Add("told");
-        else
-            BWindow::MessageReceived(message);
+        BWindow::MessageReceived(message);
     }
     bool QuitRequested() override
     {

@@ -170,12 +170,11 @@ TEST_F(FormTest, RowsBelowTheirBoxAreScrolledIntoItAndBoxesIntoTheWindow)
         "      ScrollBar _VSB_ \"rows\" = 18 335 328 9x211 to 32 by 25 and 210 #efefef\n"
         "      ScrollBar _VSB_ \"rows\" = 18 335 563 9x211 to 32 by 25 and 210 #efefef\n"
         "  ScrollBar _VSB_ \"view\" = 0 356 0 14x708 to 78 by 25 and 707 #efefef\n");
-    for (const char* const key : { "", "shift+Tab", "Tab" }) {
-        if (key[0])
-            screen::Key(key);
-        const bool isLast = key[0] == 's';
-        EXPECT_TRUE(IsSeen(isLast ? "device_3-9_0xAB8" : "device_1-1_0xAB0", "Unknown Devices"));
-    }
+    EXPECT_TRUE(IsSeen("device_1-1_0xAB0", "Unknown Devices"));
+    screen::Key("shift+Tab");
+    EXPECT_TRUE(IsSeen("device_3-9_0xAB8", "Unknown Devices"));
+    screen::Key("Tab");
+    EXPECT_TRUE(IsSeen("device_1-1_0xAB0", "Unknown Devices"));
     EXPECT_TRUE(screen::Click("device_1-1_0xAB0", "", 5)); // the wheel
     EXPECT_TRUE(IsSeen("device_1-9_0xAB8", "Display"));
 }
