@@ -33,14 +33,8 @@ bool IsEqual(const LibString& string, const char* text)
 
 } // namespace
 
-xmlParser::xmlParser()
-{
-    Init();
-}
-
 xmlParser::xmlParser(const char* path)
 {
-    Init();
     Open(path);
 }
 

@@ -75,7 +75,7 @@ public:
     static constexpr int kLineLength = 1024;
     static constexpr int kNameSize = 1024; // bytes of a tag's name, end mark included
 
-    xmlParser();
+    xmlParser() = default;
     explicit xmlParser(const char* path); // see Open()
     virtual ~xmlParser();
     xmlParser(const xmlParser&) = delete;

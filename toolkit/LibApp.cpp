@@ -99,8 +99,7 @@ void LibInterfaceApp::ShowTopic(int32 index)
 void LibInterfaceApp::SwitchTips(const BMessage& request)
 {
     bool show = !showsTips;
-    if (request.HasBool("show"))
-        request.FindBool("show", &show);
+    request.FindBool("show", &show);
     showsTips = show;
     LibShowToolTips(show);
 }

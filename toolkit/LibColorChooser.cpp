@@ -78,7 +78,7 @@ public:
         owner->Pick(SwatchColor(row * kColumns + column));
     }
 
-    void KeyDown(const char* bytes, int32 numBytes) override
+    void KeyDown(const char* bytes, int32) override
     {
         switch (bytes[0]) {
             case B_LEFT_ARROW: MoveCursor(-1); break;
@@ -86,7 +86,6 @@ public:
             case B_UP_ARROW: MoveCursor(-kColumns); break;
             case B_DOWN_ARROW: MoveCursor(kColumns); break;
             case B_ENTER: owner->Pick(SwatchColor(cursor)); break;
-            default: BView::KeyDown(bytes, numBytes); break;
         }
     }
 

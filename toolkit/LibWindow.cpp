@@ -191,8 +191,6 @@ void LibWindow::SetPosition(const int32& position)
     }
     MoveTo(placement.Place(Frame(), position, nth));
     isBesideMain = position == kBesideMain;
-    // FrameMoved() comes by a message, which a window that is not shown yet does not handle.
-    KeepFrame();
 }
 
 void LibWindow::SetPositionOver(BRect frame)
@@ -201,7 +199,6 @@ void LibWindow::SetPositionOver(BRect frame)
     placement.screen = BScreen(B_MAIN_SCREEN_ID).Frame();
     MoveTo(placement.Over(Frame(), frame));
     isBesideMain = false;
-    KeepFrame();
 }
 
 void LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
@@ -217,7 +214,7 @@ void LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
             return AskForHelp();
     }
     // Not by QuitRequested(): the application asks that when it quits, and must get a yes.
-    if (message->what == B_QUIT_REQUESTED && handler == this && closeHides) {
+    if (message->what == B_QUIT_REQUESTED && closeHides) {
         if (!IsHidden())
             Hide();
         return;

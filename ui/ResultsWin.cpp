@@ -280,15 +280,6 @@ void ResultsWin::MessageReceived(BMessage* message)
     }
 }
 
-bool ResultsWin::QuitRequested()
-{
-    // All of them post to this window, so none may outlive it.
-    savePanel.reset();
-    comparison.End();
-    unknownDevices.End();
-    return DialogWindow::QuitRequested();
-}
-
 // --- Saving and sending
 
 void ResultsWin::SaveResults()

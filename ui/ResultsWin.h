@@ -87,7 +87,6 @@ public:
     void CompareFiles(BMessage* files, bool allowSaveCompare);
 
     void MessageReceived(BMessage* message) override;
-    bool QuitRequested() override;
 
 private:
     static constexpr uint32 kMsgSavePanel = 503;

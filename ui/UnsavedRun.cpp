@@ -56,15 +56,12 @@ void UnsavedRun::Keep(const Results& run)
     char record[kRecordSize];
     run.Write(record);
     kept = ended + "\n1.0\n" + std::to_string(strlen(record)) + "\n" + record + "\n";
-    if (WriteUserData(kFile, kept))
-        return;
-    kept.clear();
-    fprintf(stderr, "The results could not be kept for the next start\n");
+    if (!WriteUserData(kFile, kept))
+        fprintf(stderr, "The results could not be kept for the next start\n");
 }
 
 void UnsavedRun::Forget()
 {
     if (!kept.empty() && ReadUserData(kFile, kMostBytes) == kept)
         static_cast<void>(WriteUserData(kFile, "")); // it is offered again at the worst
-    kept.clear();
 }

@@ -53,18 +53,16 @@ status_t RunProgram(const std::vector<std::string>& command, int input, std::str
     posix_spawn_file_actions_init(&actions);
     if (input >= 0)
         posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
-    FILE* errors = tmpfile();
+    const std::unique_ptr<FILE, int (*)(FILE*)> errors(tmpfile(), fclose);
     if (errors)
-        posix_spawn_file_actions_adddup2(&actions, fileno(errors), STDERR_FILENO);
+        posix_spawn_file_actions_adddup2(&actions, fileno(errors.get()), STDERR_FILENO);
     pid_t child = 0;
     const int error =
         posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     int status = 0;
     while (error == 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) { }
-    why = errors ? TellErrors(errors) : "";
-    if (errors)
-        fclose(errors);
+    why = errors ? TellErrors(errors.get()) : "";
     if (error != 0)
         return B_LAUNCH_FAILED;
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0)

@@ -13,6 +13,8 @@
 #include <Path.h>
 #include <TypeConstants.h>
 
+#include <sstream>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -44,14 +46,16 @@ TEST(LibAppResource, PackedFilesComeBackWithTheirType)
     const auto extract = [&](int32 id, const char* path, bool unzip = true) {
         return resources.ExtractEntry(id, (folder / path).c_str(), unzip);
     };
+    BPath archive;
+    find_directory(B_COMMON_TEMP_DIRECTORY, &archive, true);
+    const std::string zip = std::string(archive.Path()) + "/zip_resource_file.zip";
+    WriteFile(zip, "of a start that was broken off");
     EXPECT_TRUE(add("tree", 7, "old") && add("large one.bin", 7, nullptr));
     EXPECT_TRUE(add("odd\nname", 8, "odd\nname") && add("tree", 9, "tree"));
     testing::internal::CaptureStderr();
     EXPECT_FALSE(add("missing", 7, "missing"));
-    BPath archive;
-    find_directory(B_COMMON_TEMP_DIRECTORY, &archive);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        std::string(archive.Path()) + "/zip_resource_file.zip failed\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), zip + " failed\n");
+    EXPECT_FALSE(fs::exists(zip));
 
     EXPECT_TRUE(extract(7, "out.bin") && extract(8, "out") && extract(9, "out tree"));
     EXPECT_EQ(ReadFile(folder / "out.bin"), large);
@@ -60,63 +64,62 @@ TEST(LibAppResource, PackedFilesComeBackWithTheirType)
     EXPECT_TRUE(extract(7, "out.zip", false) && extract(11, "none"));
     EXPECT_FALSE(fs::exists(folder / "none") || extract(7, "no folder/out"));
     EXPECT_EQ(TypeOf(folder / "out") + TypeOf(folder / "out.zip"), "text/plainapplication/zip");
-}
 
-TEST(LibAppResource, WhatADamagedArchiveHoldsReplacesNothing)
-{
-    const ScratchFolder folder;
-    WriteFile("file", "text");
-    LibAppResource resources("file.rsrc", kNewFile);
-    EXPECT_TRUE(resources.AddEntry((folder / "file").c_str(), 7, nullptr, 0));
+    // What a damaged archive holds replaces nothing.
     size_t size = 0;
-    const void* data = resources.LoadResource(B_RAW_TYPE, 7, &size);
-    const std::string archive(static_cast<const char*>(data), size);
-    const auto at = static_cast<off_t>(archive.find("text"));
-    EXPECT_EQ(resources.WriteResource(B_RAW_TYPE, 7, "TEXT", at, 4), B_OK);
-    EXPECT_FALSE(resources.ExtractEntry(7, (folder / "file").c_str(), true));
-    EXPECT_EQ(ReadFile(folder / "file"), "text");
+    const auto* data = static_cast<const char*>(resources.LoadResource(B_RAW_TYPE, 8, &size));
+    const auto at = static_cast<off_t>(std::string(data, size).find("some words"));
+    EXPECT_EQ(resources.WriteResource(B_RAW_TYPE, 8, "SOME", at, 4), B_OK);
+    EXPECT_FALSE(extract(8, "out"));
+    EXPECT_EQ(ReadFile(folder / "out"), "some words\n");
 }
 
 TEST(LibAppResource, ValuesAreFoundAndCopiedByTypeAndId)
 {
     const ScratchFolder folder;
-    const float sides[] = { 1, 2, 3, 4.5f };
-    const int32 number = -5;
-    LibAppResource source("source", kNewFile);
-    source.AddResource(B_STRING_TYPE, 1, "text", 4, "no end mark");
-    source.AddResource(B_INT32_TYPE, 1, &number, 4);
-    source.AddResource(B_BOOL_TYPE, 1, "\2", 1);
-    source.AddResource(B_RGB_COLOR_TYPE, 1, "\1\2\3\4", 4);
-    source.AddResource(B_RECT_TYPE, 1, sides, sizeof(sides));
-    LibAppResource target("target", kNewFile);
+    const type_code types[] = { B_STRING_TYPE, B_INT32_TYPE, B_INT8_TYPE, B_BOOL_TYPE,
+        B_RGB_COLOR_TYPE, B_RECT_TYPE, B_RAW_TYPE };
+    LibAppResource source("source", kNewFile), target("target", kNewFile);
     target.AddResource(B_STRING_TYPE, 1, "other", 5, "other");
-    source.AddResource(B_INT8_TYPE, 1, "\3", 1);
-    for (const type_code type : { B_STRING_TYPE, B_INT32_TYPE, B_BOOL_TYPE, B_INT8_TYPE,
-             B_RGB_COLOR_TYPE, B_RECT_TYPE, B_RAW_TYPE })
-        EXPECT_TRUE(source.CopyResource(1, type, target));
-
-    char text[8] = "before";
-    int32 found = 0;
-    int8 small = 0;
-    bool flag = false;
-    rgb_color color {};
-    BRect rect;
-    EXPECT_FALSE(LibFindStringResource(target, 2, text) || LibFindStringResource(target, 1, nullptr)
-        || LibFindLongResource(target, 2, found) || LibFindShortResource(target, 2, small)
-        || LibFindBoolResource(target, 2, flag) || LibFindRGBResource(target, 2, color)
-        || LibFindRectResource(target, 2, rect) || target.FindString(2));
-    EXPECT_TRUE(text == std::string("before") && found + small + flag + color.red == 0);
-    EXPECT_TRUE(LibFindStringResource(target, 1, text) && text == std::string("text"));
-    EXPECT_TRUE(LibFindLongResource(target, 1, found) && LibFindShortResource(target, 1, small));
-    EXPECT_TRUE(LibFindBoolResource(target, 1, flag) && flag && found == -5 && small == 3);
-    EXPECT_TRUE(LibFindRGBResource(target, 1, color) && color == (rgb_color { 1, 2, 3, 4 }));
-    EXPECT_TRUE(LibFindRectResource(target, 1, rect) && rect == BRect(1, 2, 3, 4.5f));
-    EXPECT_STREQ(std::unique_ptr<char[]>(target.FindString(1)).get(), "text");
-    EXPECT_TRUE(target.HasResource(B_STRING_TYPE, "no end mark"));
+    const auto add = [&](int32 id, std::initializer_list<std::string> values) {
+        for (size_t i = 0; i < values.size(); i++)
+            source.AddResource(
+                types[i], id, values.begin()[i].data(), values.begin()[i].size(), "n");
+        for (const type_code type : types)
+            EXPECT_TRUE(source.CopyResource(id, type, target));
+    };
+    const float sides[] = { 1, 2, 3, 4.5f };
+    const std::string rect(reinterpret_cast<const char*>(sides), sizeof(sides));
+    add(1, { "text", "\xfb\xff\xff\xff", "\3", "\2", "\1\2\3\4", rect });
+    add(2, { std::string("te\0xt", 5), "long ", "ab", "ab", "long ", rect + "x" });
+    add(3, { "", "abc", "", std::string(1, '\0'), "abc", rect.substr(1) });
+    // What is found under an id, by all functions; "-" where there is none.
+    const auto found = [&](LibAppResource& resources, int32 id) {
+        char text[8] = "-";
+        int32 number = 99;
+        int8 byte = 99;
+        bool flag = false;
+        rgb_color color {};
+        BRect place;
+        std::ostringstream all;
+        all << LibFindStringResource(resources, id, text) << text << ' '
+            << LibFindLongResource(resources, id, number) << number << ' '
+            << LibFindShortResource(resources, id, byte) << int { byte } << ' '
+            << LibFindBoolResource(resources, id, flag) << flag << ' '
+            << LibFindRGBResource(resources, id, color) << (color == rgb_color { 1, 2, 3, 4 })
+            << ' ' << LibFindRectResource(resources, id, place) << (place == BRect(1, 2, 3, 4.5f));
+        const std::unique_ptr<char[]> copy(resources.FindString(id));
+        EXPECT_EQ(copy ? copy.get() : std::string("-"), text);
+        return all.str();
+    };
+    EXPECT_EQ(found(target, 1), "1text 1-5 13 11 11 11");
+    EXPECT_TRUE(target.HasResource(B_STRING_TYPE, "n") && !target.HasResource(B_RAW_TYPE, 1));
     EXPECT_TRUE(target.CopyResource(1, B_STRING_TYPE, target)); // the same object
-    EXPECT_TRUE(LibFindStringResource(target, 1, text) && !target.HasResource(B_RAW_TYPE, 1));
-    target.AddResource(B_INT32_TYPE, 1, "abc", 3);
-    EXPECT_FALSE(LibFindLongResource(target, 1, found)); // of another size
+    EXPECT_EQ(found(target, 1), found(source, 1));
+    EXPECT_EQ(found(target, 2), "1te 099 099 00 00 00");
+    EXPECT_EQ(found(target, 3), "1 099 099 10 00 00");
+    EXPECT_EQ(found(target, 4), "0- 099 099 00 00 00");
+    EXPECT_FALSE(LibFindStringResource(target, 1, nullptr));
 }
 
 TEST_F(AppFile, KeepsStringsAndBitmapsFromOneStartToTheNext)

@@ -20,6 +20,7 @@ TEST(LibNode, AttributesOfEveryKindComeBack)
     EXPECT_TRUE(node.WriteBoolAttr("flag", true) && node.WriteMessageAttr("message", message));
     EXPECT_TRUE(node.WriteBoolAttr("no flag", false));
     EXPECT_EQ(node.WriteAttr("odd flag", B_BOOL_TYPE, 0, "\2", 1), 1);
+    EXPECT_EQ(node.WriteAttr("long", B_INT32_TYPE, 0, "abcde", 5), 5);
     LibNode none("none");
     EXPECT_FALSE(node.WriteStringAttr("null", nullptr) || none.WriteStringAttr("n", "")
         || none.WriteInt32Attr("n", 1) || none.WriteBoolAttr("n", true)
@@ -33,7 +34,7 @@ TEST(LibNode, AttributesOfEveryKindComeBack)
     BMessage read('befo');
     // What is not there, of another size or no message leaves the value alone.
     EXPECT_FALSE(same.ReadStringAttr("none", text) || same.ReadInt32Attr("flag", number));
-    EXPECT_FALSE(same.ReadInt32Attr("text", number) || same.ReadBoolAttr("none", flag));
+    EXPECT_FALSE(same.ReadInt32Attr("long", number) || same.ReadBoolAttr("none", flag));
     EXPECT_FALSE(same.ReadMessageAttr("text", read) || same.ReadMessageAttr("none", read));
     EXPECT_TRUE(Text(text) == "before" && number == 5 && !flag && read.what == 'befo');
     EXPECT_TRUE(same.ReadStringAttr("text", text) && Text(text) == "some text");

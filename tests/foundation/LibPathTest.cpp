@@ -6,6 +6,7 @@
 #include "tests/foundation/ScratchFolder.h"
 #include "tests/foundation/ZoneGuard.h"
 #include "tests/support/Rows.h"
+#include "tests/support/SessionService.h"
 #include "tests/support/Test.h"
 
 #include <Message.h>
@@ -44,15 +45,15 @@ TEST(LibPath, EntriesAndPathsLeadToEachOther)
     half.AddRef("directory", &one);
     reply.AddString("name", "a name");
     // What the call sets a path, or a text, to; what was in it before if it refuses.
-    const auto path = [](const std::function<bool(BPath&)>& call) {
-        BPath found("/before");
-        const std::string refused = call(found) ? "" : "refused ";
-        return refused + found.Path();
-    };
     const auto text = [](const std::function<bool(LibString&)>& call) {
         LibString found("before");
         const std::string refused = call(found) ? "" : "refused ";
         return refused + Text(found);
+    };
+    const auto path = [&text](const std::function<bool(BPath&)>& call) {
+        BPath found("/before");
+        const bool isSet = call(found);
+        return text([&](LibString& t) { return t = found.Path(), isSet; });
     };
     const std::pair<std::string, std::string> rows[] = {
         { path([&](BPath& p) { return LibGetFullPath(file, p); }), folder / "one/file" },
@@ -165,6 +166,22 @@ TEST(LibFileInfo, MomentsAreThoseOfTheFileHereOrInUtc)
     EXPECT_EQ(GetCapturedStderr(),
         "LibCreationDate: Unable to set entry\nLibCreationDate: Unable to set entry <missing>\n"
         "LibLastModifiedDate: Unable to set entry <missing>\n");
+}
+
+TEST(LibTracker, AsksTheFileManager)
+{
+    const ScratchFolder folder;
+    SessionService manager({ "org.freedesktop.FileManager1" });
+    const char* file = "a b%\xff";
+    WriteFile(file, "");
+    EXPECT_TRUE(LibOpenEntry(file) && LibInfoEntry(file));
+    EXPECT_FALSE(LibOpenEntry("no folder/file"));
+    const std::string manner = "/org/freedesktop/FileManager1 org.freedesktop.FileManager1.Show";
+    const std::string uri = "([file://" + folder / "a%20b%25%FF" + "], )";
+    EXPECT_TRUE(manager.log.WaitFor(manner + "ItemProperties" + uri));
+    Entries calls = manager.log.Now();
+    std::erase(calls, "gone");
+    EXPECT_EQ(calls, (Entries { manner + "Items" + uri, manner + "ItemProperties" + uri }));
 }
 
 TEST(LibTrash, NewNamesAreFreeAndARecordKeepsTheWayBack)

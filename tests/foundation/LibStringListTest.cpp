@@ -31,4 +31,7 @@ TEST(LibStringList, FindsRemovesAndGoesThroughAMessageInOrder)
     EXPECT_EQ(Printed(other), "LibString:: <types>, buffer 6\n" + three);
     other.SetTo(message, *other.First()); // the name may be an entry
     EXPECT_EQ(Printed(other), three);
+    message.AddString("one", "x");
+    other.SetTo(message, "one");
+    EXPECT_EQ(Printed(other), "LibString:: <x>, buffer 2\n");
 }

@@ -52,6 +52,25 @@ TEST(LibString, GettersTakeWhatTheNumberGrammarTakes)
     }
 }
 
+TEST(LibString, ReadsAFileBehindItsTextAndNumbersBeyondAllBounds)
+{
+    WriteFile(DataHome() / "file", "one\n\ntwo lines");
+    LibString text("a: ");
+    for (const int32 lineSize : { 1, 2, 100 })
+        text.Read((DataHome() / "file").c_str(), lineSize);
+    text.Read(nullptr, 100), text.Read("/nonexistent", 100);
+    EXPECT_STREQ(text, "a: one\n\ntwo linesone\n\ntwo lines");
+    testing::internal::CaptureStderr();
+    text.Read("/", 100);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error reading </>: Is a directory\n");
+    const std::string nines(400, '9'), zeros(400, '0');
+    double value = 0;
+    for (const auto& [number, expected] :
+        { std::pair(nines, HUGE_VAL), { "1" + zeros, HUGE_VAL }, { "-" + nines, -HUGE_VAL },
+            { "+" + zeros + "." + zeros + "1", 0.0 }, { zeros + "1.5", 1.5 } })
+        EXPECT_TRUE(LibString(number.c_str()).GetFloat64(value) && value == expected) << number;
+}
+
 TEST(LibString, PartsAreComparedInAsManyBytesAsAsked)
 {
     for (const Row& row : RowsOf("foundation/data/partial-orders.txt", 5)) {

@@ -8,16 +8,13 @@
 
 namespace {
 
-// A file with a test's text.
-class XmlFile {
-public:
-    explicit XmlFile(const std::string& text) { WriteFile(fPath, text); }
-    const char* Path() const { return fPath.c_str(); }
-
-private:
-    const TempFolder fFolder;
-    const std::string fPath = fFolder / "file";
-};
+// A file with that text, until the next one.
+std::string FileOf(const std::string& text)
+{
+    const std::string path = DataHome() / "file";
+    WriteFile(path, text);
+    return path;
+}
 
 std::string ValueOf(const char* text)
 {
@@ -44,8 +41,7 @@ std::string LineOf(const xmlTag& tag)
 // The first element of that name in a file with that text; "" if there is none.
 std::string Found(const char* name, const std::string& text)
 {
-    const XmlFile file(text);
-    xmlParser parser(file.Path());
+    xmlParser parser(FileOf(text).c_str());
     xmlTag tag;
     return parser.FindTag(name, tag) ? LineOf(tag) : "";
 }
@@ -67,10 +63,12 @@ TEST(xmlParser, FindsElementsWithTheirParts)
 
 TEST(xmlParser, GoesOnAfterWhatItFoundUntilItIsRewound)
 {
-    const XmlFile file("<?xml version=\"1.0\"?>\n<t>1</t>\n\n<u>x</u><t>2\n</t>");
-    xmlParser parser(file.Path());
+    const std::string file = FileOf("<?xml version=\"1.0\"?>\n<t>1</t>\n\n<u>x</u><t>2\n</t>");
+    xmlParser parser(file.c_str());
     xmlTag tag;
     const std::string start = "xmlParser: line 0, column 0\nbuffer <>\n";
+    const xmlParser none;
+    EXPECT_EQ(Printed(none), start);
     EXPECT_EQ(Printed(parser), start);
     for (int round = 0; round < 3; round++) {
         EXPECT_TRUE(parser.FindTag("t", tag));
@@ -81,7 +79,9 @@ TEST(xmlParser, GoesOnAfterWhatItFoundUntilItIsRewound)
             LineOf(tag) + Printed(parser), "t()[2]xmlParser: line 5, column 3\nbuffer <</t>>\n");
         EXPECT_FALSE(parser.FindTag(tag.name, tag)); // its own name, which it loses
         EXPECT_EQ(LineOf(tag) + Printed(parser), "()[]xmlParser: line 5, column 0\nbuffer <>\n");
-        round == 0 ? parser.Rewind() : round == 1 ? void(parser.Open(file.Path())) : parser.Close();
+        round == 0       ? parser.Rewind()
+            : round == 1 ? void(parser.Open(file.c_str()))
+                         : parser.Close();
         EXPECT_EQ(Printed(parser), start);
     }
     EXPECT_FALSE(parser.IsValid() || parser.ReadLine());
@@ -112,8 +112,8 @@ TEST(xmlParser, DerivedParserChoosesTagsWithoutAnEnd)
             return std::string(name) == "br" || xmlParser::NoAnchorTag(name);
         }
     };
-    const XmlFile file("<p>one<br>two<br x=1></p>");
-    LooseParser parser(file.Path());
+    const std::string file = FileOf("<p>one<br>two<br x=1></p>");
+    LooseParser parser(file.c_str());
     xmlTag tag;
     ASSERT_TRUE(parser.FindTag("p", tag));
     EXPECT_EQ(LineOf(tag), "p()[onetwo|br()[]@3|br(x=1)[]@6]");
@@ -133,9 +133,9 @@ TEST(xmlParser, LeavesOutWhatLiesTooDeepOrIsTooMuch)
     };
     for (const Row& row : RowsOf("foundation/data/large-files.txt", 3)) {
         SCOPED_TRACE(row[0]);
-        const XmlFile file("<top>" + written(row[0]) + "</top>");
+        const std::string file = FileOf("<top>" + written(row[0]) + "</top>");
         testing::internal::CaptureStderr();
-        xmlParser parser(file.Path());
+        xmlParser parser(file.c_str());
         xmlTag tag;
         EXPECT_TRUE(parser.FindTag("top", tag));
         EXPECT_EQ(std::to_string(tag.children.Size()), row[1]);

@@ -11,12 +11,14 @@
 #include <Button.h>
 #include <Message.h>
 
+#include <regex>
+
 namespace {
 
 constexpr char kHelp[] =
-    "<help><topic name=\"first\" title=\"First\"><p>One.</p></topic>\n"
-    "<topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Press <b>Enter</b>"
-    " <b>twice</b></p><p>Three.</p></topic></help>";
+    "<help><topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Press <b>Enter</b>"
+    " <b>twice</b></p><p>Three.</p></topic>\n"
+    "<topic name=\"Main\" title=\"Window\"><p>One.</p></topic></help>";
 
 // A program whose window has a button in focus.
 class TestApp : public LibApp {
@@ -30,8 +32,10 @@ public:
         window = new LibWindow(
             BRect(400, 300, 600, 400), "Main", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
         window->AddChild(new MainMenuBar(BRect(0, 0, 200, 20), "AppTest"));
-        BButton* button = new BButton(BRect(10, 30, 90, 54), "knob", "Knob", nullptr);
-        window->AddChild(button);
+        BButton* button = new BButton(BRect(10, 10, 90, 34), "knob", "Knob", nullptr);
+        BView* inside = new BView(BRect(0, 20, 200, 100), "inside", B_FOLLOW_ALL_SIDES, 0);
+        window->AddChild(inside);
+        inside->AddChild(button);
         button->MakeFocus();
         return window;
     }
@@ -96,8 +100,23 @@ void UseWindows(TestApp& app)
     screen::Key("shift+F1");
     EXPECT_TRUE(screen::BecomesActive("Help"));
     EXPECT_TRUE(screen::ShowsTree("Help", "toolkit/Help"));
-    screen::Key("Up");
-    EXPECT_SOON(screen::Find("help_text").text == "First\n\nOne.");
+    EXPECT_TRUE(tipIs("Pull it")) << "shown, not turned over";
+    screen::Key("Down");
+    EXPECT_SOON(screen::Find("help_text").text == "Window\n\nOne.");
+    screen::Key("Escape");
+    EXPECT_SOON(!screen::Find("help_text").exists);
+    app.PostMessage('help'); // on nothing
+    EXPECT_TRUE(screen::BecomesActive("Help"));
+    EXPECT_SOON(screen::Find("help_text").text.starts_with("The knob\n"));
+    EXPECT_TRUE(screen::Click("help_text"));
+    screen::Key("ctrl+a");
+    screen::Key("ctrl+c");
+    std::string bold;
+    const std::string copied = screen::Copied("text/html");
+    const std::regex part("font-size:(\\d+px); font-weight:700;\">([^<]*)");
+    for (std::sregex_iterator at(copied.begin(), copied.end(), part), end; at != end; ++at)
+        bold += (*at)[1].str() + " " + (*at)[2].str() + ". ";
+    EXPECT_EQ(bold, "18px The knob. 12px Enter. 12px twice. ");
 }
 
 } // namespace
@@ -146,5 +165,5 @@ TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
     EXPECT_EQ(help.IndexOf("Last"), -1);
     EXPECT_STREQ(help.TopicAt(help.IndexOf("knob"))->title, "New");
     EXPECT_STREQ(help.TipFor("knob"), "Push it");
-    EXPECT_EQ(help.TipFor("first"), nullptr);
+    EXPECT_EQ(help.TipFor("Main"), nullptr);
 }

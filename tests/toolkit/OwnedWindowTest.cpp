@@ -1,6 +1,6 @@
 #include "toolkit/OwnedWindow.h"
 
-#include "tests/support/Log.h"
+#include "tests/kits/app/TestLooper.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
@@ -9,8 +9,6 @@
 #include <View.h>
 
 namespace {
-
-using screen::WaitFor;
 
 // Logs what it is asked and told; its user can close it whether or not its owner is there to know.
 class Opened : public BWindow {
@@ -26,8 +24,7 @@ public:
     {
         if (message->what == 'told')
             log.Add("told");
-        else
-            BWindow::MessageReceived(message);
+        BWindow::MessageReceived(message);
     }
     bool QuitRequested() override
     {
@@ -42,39 +39,15 @@ private:
     const bool goesByItself;
 };
 
-class Owner : public BLooper {
-public:
-    Owner(Log& shared, bool goes) : log(shared), goesByItself(goes) { Run(); }
-    void MessageReceived(BMessage* message) override
-    {
-        if (message->what == 'open')
-            window.Show([this] {
-                log.Add("made");
-                return new Opened(this, log, goesByItself);
-            });
-        else
-            window.Closed(*message);
-        log.Add("handled");
-    }
-
-    OwnedWindow<Opened> window;
-    Log& log;
-    const bool goesByItself;
-};
-
 // A window that goes when it is closed, and one that waits for its owner to end it.
 class OwnedWindowTest : public testing::TestWithParam<bool> {
 protected:
     void SetUp() override
     {
-        owner = new Owner(log, GetParam());
+        owner->Run();
         Open();
     }
-    void TearDown() override
-    {
-        if (owner && owner->Lock())
-            owner->Quit();
-    }
+    void TearDown() override { QuitNow(owner); }
     void Open()
     {
         owner->PostMessage('open');
@@ -85,14 +58,20 @@ protected:
         const Entries all = log.Now();
         return std::count(all.begin(), all.end(), entry);
     }
-    bool WaitForCount(const char* entry, long count)
-    {
-        return WaitFor([=, this] { return Count(entry) == count; });
-    }
 
     Log log;
     const BApplication app { "application/x-vnd.Quorvane.OwnerTest" };
-    Owner* owner = nullptr;
+    OwnedWindow<Opened> window;
+    TestLooper* owner = new TestLooper([this](TestLooper& self, BMessage* message) {
+        if (message->what == 'open')
+            window.Show([&] {
+                log.Add("made");
+                return new Opened(&self, log, GetParam());
+            });
+        else
+            window.Closed(*message);
+        log.Add("handled");
+    });
 };
 
 } // namespace
@@ -104,7 +83,7 @@ TEST_P(OwnedWindowTest, IsMadeOnceAndComesToTheFrontAlsoWhenMinimized)
     Open();
     EXPECT_SOON(!screen::Find("contents").minimized);
     EXPECT_EQ(Count("made"), 1);
-    EXPECT_TRUE(WithLock(owner, [&] { return owner->window.Tell(BMessage('told')); }));
+    EXPECT_TRUE(WithLock(owner, [&] { return window.Tell(BMessage('told')); }));
     EXPECT_TRUE(log.WaitFor("told"));
 }
 
@@ -112,30 +91,30 @@ TEST_P(OwnedWindowTest, ThatWasClosedTakesNoOtherWithItAndCannotBeReached)
 {
     // The owner is busy: meanwhile its user opens the window, and closes it, twice if need be.
     WithLock(owner, [&] {
-        const auto close = [&] { return owner->window.Tell(BMessage(B_QUIT_REQUESTED)); };
+        const auto close = [&] { return window.Tell(BMessage(B_QUIT_REQUESTED)); };
         if (GetParam())
             owner->PostMessage('open');
         EXPECT_TRUE(close());
-        EXPECT_TRUE(WaitForCount("asked", 1));
+        EXPECT_SOON(Count("asked") == 1);
         if (!GetParam()) {
             owner->PostMessage('open');
             EXPECT_TRUE(close());
-            EXPECT_TRUE(WaitForCount("asked", 2));
+            EXPECT_SOON(Count("asked") == 2);
         }
     });
-    EXPECT_TRUE(WaitForCount("handled", GetParam() ? 3 : 4));
+    EXPECT_SOON(Count("handled") == (GetParam() ? 3 : 4));
     EXPECT_EQ(Count("made"), 2);
     Open();
     EXPECT_EQ(Count("made"), 2);
 
     screen::Key("alt+F4");
-    EXPECT_TRUE(WaitFor([&] { return !WithLock(owner, [&] { return owner->window.IsThere(); }); }));
+    EXPECT_SOON(!WithLock(owner, [&] { return window.IsThere(); }));
     WithLock(owner, [&] {
-        EXPECT_FALSE(owner->window.Front());
-        EXPECT_FALSE(owner->window.Tell(BMessage('told')));
-        EXPECT_FALSE(owner->window.With([](Opened&) { ADD_FAILURE(); }));
-        owner->window.Hide();
-        owner->window.End();
+        EXPECT_FALSE(window.Front());
+        EXPECT_FALSE(window.Tell(BMessage('told')));
+        EXPECT_FALSE(window.With([](Opened&) { ADD_FAILURE(); }));
+        window.Hide();
+        window.End();
     });
     Open();
     EXPECT_EQ(Count("made"), 3);

@@ -27,7 +27,8 @@ public:
         StatusLine* status = hasStatus ? row->AddStatus("status") : nullptr;
         SetDefaultRow(row);
         if (status)
-            status->Say("A text that finds room in a dialog only when that is large enough", "Why");
+            status->Say(
+                "Öäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüßöäüß", "Why");
         SetPosition(kCentred);
     }
     using DialogWindow::SetMainWindow;
@@ -77,12 +78,18 @@ TEST_F(WindowTest, AWindowThatIsShownLateHidesNoneThatCameBefore)
 {
     TestDialog* mainWindow = Open("Main");
     WithLock(mainWindow, [&] { mainWindow->SetMainWindow(); });
-    screen::MoveWindow("Main", BPoint(50, 60));
-    EXPECT_SOON(screen::Find("bgview", "Main").frame.left == 50);
     TestDialog* late = new TestDialog("Late");
     late->SetPosition(kBesideMain);
     TestDialog* other = new TestDialog("Other");
-    other->SetPosition(kBesideMain);
+    const float width = mainWindow->Frame().Width();
+    const auto isAt = [&](float left) {
+        other->SetPosition(kBesideMain);
+        return other->Frame().LeftTop() == BPoint(left, 60);
+    };
+    screen::MoveWindow("Main", BPoint(50, 60));
+    EXPECT_SOON(isAt(50 + width + 13));
+    screen::ResizeWindow("Main", BPoint(500, 333));
+    EXPECT_SOON(isAt(50 + 499 + 13));
     other->Show();
     EXPECT_TRUE(screen::BecomesActive("Other"));
     late->Show();
@@ -90,8 +97,15 @@ TEST_F(WindowTest, AWindowThatIsShownLateHidesNoneThatCameBefore)
     const BRect frames[] = { mainWindow->Frame(), other->Frame(), late->Frame() };
     for (size_t i = 0; i < 3; i++)
         EXPECT_FALSE(frames[i].Intersects(frames[(i + 1) % 3])) << i;
-    WithLock(late, [&] { late->SetPositionOver(other->Frame()); });
-    EXPECT_TRUE(late->Frame().Intersects(other->Frame()));
+    late->SetPosition(kBesideMain);
+    late->Hide(); // what is not in sight is in nobody's way
+    TestDialog* over = new TestDialog("Over");
+    over->SetPosition(kBesideMain);
+    EXPECT_EQ(over->Frame(), frames[2]);
+    over->SetPositionOver(frames[1]); // and stays there
+    over->Show();
+    EXPECT_TRUE(screen::BecomesActive("Over"));
+    EXPECT_EQ(over->Frame(), frames[1]);
 }
 
 TEST_F(WindowTest, EachMessageBoxWaitsForItsButtonAndAlertsCanBeClosedUnanswered)

@@ -1,5 +1,5 @@
-// dragsource FILE...: a small window, as another program's, that the files can be dragged from; it
-// says "taken" where they can be dropped.
+// dragsource FILE: a small window, as another program's, that the file can be dragged from; it says
+// "taken" on standard error where it can be dropped.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
@@ -15,18 +15,13 @@ class Source : public QWidget {
 protected:
     void mousePressEvent(QMouseEvent*) override
     {
-        QList<QUrl> urls;
-        for (const QString& path : QApplication::arguments().mid(1))
-            urls.append(QUrl::fromLocalFile(path));
         auto* files = new QMimeData;
-        files->setUrls(urls);
+        files->setUrls({ QUrl::fromLocalFile(QApplication::arguments().at(1)) });
         auto* drag = new QDrag(this);
         drag->setMimeData(files);
         connect(drag, &QDrag::actionChanged, [](Qt::DropAction action) {
-            if (action == Qt::CopyAction) {
-                puts("taken");
-                fflush(stdout);
-            }
+            if (action == Qt::CopyAction)
+                fputs("taken\n", stderr);
         });
         drag->exec(Qt::CopyAction);
     }

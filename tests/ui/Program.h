@@ -67,13 +67,7 @@ public:
 
     bool HasThread(const std::string& name) const
     {
-        std::error_code error;
-        const std::string tasks = "/proc/" + std::to_string(id) + "/task";
-        for (const auto& task : std::filesystem::directory_iterator(tasks, error)) {
-            if (ReadFile(task.path() / "comm") == name + "\n")
-                return true;
-        }
-        return false;
+        return Succeeds("grep -qsx " + name + " /proc/" + std::to_string(id) + "/task/*/comm");
     }
 
     // Runs a shell command, without ', with the program's mounts; whether it succeeds.

@@ -1,70 +1,64 @@
 // The program as users run it.
 #include "tests/ui/Program.h"
 
+#include "results/TestCatalogue.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
+#include "ui/TarvexApp.h"
 
 #include <regex>
 
 TEST(Program, AnswersWithoutADisplay)
 {
-    const std::string errors = " 2>&1 >/dev/null", output = " 2>/dev/null";
-    const struct {
-        std::string environment, arguments;
-        int status;
-        const char* text; // a regular expression
-    } rows[] = {
-        { "", "" + errors, 1, "No display: <DISPLAY> is not set\n" },
-        { "WAYLAND_DISPLAY=wayland-0", "" + errors, 1,
-            "No display: <DISPLAY> is not set; a Wayland session needs Xwayland\n" },
-        { "", "--version" + output, 0, "tarvex \\d+\\.\\d+\\.\\d+\n" },
-        { "", "nosuchfile --help" + output, 0, "Usage: tarvex \\[FILE[^]*" },
-        { "", "--help 2>&1 >/dev/full", 1, "Error writing <standard output>\n" },
-        { "", "file --no-such" + errors, 2, "tarvex: unknown option <--no-such>\n" },
-    };
-    for (const auto& [environment, arguments, status, text] : rows) {
-        const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY " + environment
-            + " " TARVEX_BUILD "/tarvex " + arguments;
+    for (const Row& row : RowsOf("ui/Answers.txt", 4)) {
+        const std::string command =
+            "env -u DISPLAY -u WAYLAND_DISPLAY " + row[0] + " " TARVEX_BUILD "/tarvex " + row[1];
         FILE* const program = popen(command.c_str(), "r");
         char shown[2000] = "";
         static_cast<void>(fread(shown, 1, sizeof shown - 1, program));
-        EXPECT_EQ(WEXITSTATUS(pclose(program)), status) << command;
-        EXPECT_TRUE(std::regex_match(shown, std::regex(text))) << command << ": " << shown;
+        EXPECT_EQ(std::to_string(WEXITSTATUS(pclose(program))), row[2]) << command;
+        EXPECT_TRUE(std::regex_match(shown, std::regex(row[3]))) << command << ": " << shown;
     }
 }
 
 TEST(Program, ReadsItsArgumentsAndQuitsWhenTold)
 {
     const TempFolder folder;
-    const std::string good = folder / "good", bad = folder / "bad";
-    WriteFile(good, "1.0\n26\nPC (1-x)\t100:126/1.000000;\n");
-    WriteFile(bad, "no results");
+    WriteFile(folder / "good", "1.0\n26\nPC (1-x)\t100:126/1.000000;\n");
+    WriteFile(folder / "bad", "no results");
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     setenv("XDG_DATA_HOME", folder.Path().c_str(), 1); // compared machines are remembered
-    const struct {
-        std::vector<std::string> arguments;
-        const char* key; // that ends it; none: a signal
-        std::string errors;
-        bool compares = false;
-    } rows[] = {
-        { {}, "", "" },
-        { { "-scmp" }, "ctrl+q", "Allowed to save comparisons\n" },
-        { { "no such file", "-scmp" }, "", "Cannot find <no such file>\n", true },
-        { { "-nosuch" }, "alt+F4", "" },
-        { { "-help" }, "", "Help file requred\n" },
-        { { bad, good, folder / "pipe" }, "",
-            "<" + bad + "> is no results file\n<" + (folder / "pipe")
-                + "> cannot be read: it is no plain file\n",
-            true },
-    };
-    for (const auto& row : rows) {
-        Program program(row.arguments);
-        ASSERT_TRUE(program.In(row.compares ? "Tarvex Comparisons" : "Tarvex", "", {}));
+    for (const Row& row : RowsOf("ui/Arguments.txt", 4)) {
+        const std::string &arguments = row[0], &key = row[1], &title = row[2], &errors = row[3];
+        std::vector<std::string> words;
+        std::istringstream all(std::regex_replace(arguments, std::regex("@"), folder.Path()));
+        for (std::string word; std::getline(all, word, ',');)
+            words.push_back(word);
+        Program program(words);
+        ASSERT_TRUE(program.In(title, "", {}));
         // Window managers give a window without an icon one of 48 pixels.
         const char* const icon = "xprop -name Tarvex _NET_WM_ICON | grep -q '(128 x 128)'";
         EXPECT_SOON(system(icon) == 0);
-        row.key[0] ? screen::Key(row.key) : program.End(SIGTERM);
-        EXPECT_EQ(program.Status(30), 0) << row.key;
-        EXPECT_EQ(program.Errors(), row.errors);
+        key.empty() ? program.End(SIGTERM) : screen::Key(key);
+        EXPECT_EQ(program.Status(30), 0) << arguments;
+        EXPECT_EQ(program.Errors(), std::regex_replace(errors, std::regex("@"), folder.Path()));
+    }
+}
+
+TEST(TarvexApp, HelpsOnEveryGroupOfTests)
+{
+    struct App : TarvexApp {
+        using TarvexApp::AddHelp;
+    } app;
+    LibHelp help;
+    app.AddHelp(help);
+    for (const TestGroup& group : kTestGroups) {
+        if (group.box == GroupBox::kNone)
+            continue;
+        const LibHelpTopic* topic = help.TopicAt(help.IndexOf(group.viewName));
+        EXPECT_TRUE(topic && topic->title.Compare(group.label) == 0
+            && topic->text.Compare(group.help) == 0);
+        EXPECT_STREQ(help.TipFor(group.viewName), group.tip);
     }
 }
 

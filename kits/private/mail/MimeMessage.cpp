@@ -44,12 +44,8 @@ Ref<GMimePart> FilePart(const std::string& path)
 
 void SetHeaders(GMimeMessage* message, const MailParts& parts)
 {
-    for (const auto& [name, text] : parts.headers) {
-        if (name == "Subject")
-            g_mime_message_set_subject(message, text.c_str(), "utf-8");
-        else
-            g_mime_object_set_header(GMIME_OBJECT(message), name.c_str(), text.c_str(), "utf-8");
-    }
+    for (const auto& [name, text] : parts.headers)
+        g_mime_object_set_header(GMIME_OBJECT(message), name.c_str(), text.c_str(), "utf-8");
     GDateTime* now = g_date_time_new_now_local();
     g_mime_message_set_date(message, now);
     g_date_time_unref(now);

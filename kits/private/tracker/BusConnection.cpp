@@ -11,7 +11,6 @@ BusConnection Connect(const std::string& address, BusClock::time_point end)
         address.empty() ? nullptr : dbus_connection_open_private(address.c_str(), nullptr));
     if (!connection)
         return connection;
-    dbus_connection_set_exit_on_disconnect(connection.get(), false);
     const BusMessage hello =
         MakeBusCall(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, DBUS_INTERFACE_DBUS, "Hello");
     if (!AnswerTo(connection.get(), hello, end))

@@ -19,19 +19,9 @@ constexpr char kService[] = "org.freedesktop.FileManager1";
 constexpr char kObject[] = "/org/freedesktop/FileManager1";
 constexpr int kTimeoutMillis = 5000; // a program that ends does not wait longer
 
-// A connection of its own for each request: file managers come and go with the session.
-BusConnection Connect()
-{
-    DBusConnection* connection = dbus_bus_get_private(DBUS_BUS_SESSION, nullptr);
-    if (connection)
-        dbus_connection_set_exit_on_disconnect(connection, false);
-    return BusConnection(connection);
-}
-
 BusMessage MakeCall(const char* method, const std::vector<std::string>& paths)
 {
-    BusMessage call(
-        dbus_message_new_method_call(kService, kObject, kService, method), dbus_message_unref);
+    BusMessage call = MakeBusCall(kService, kObject, kService, method);
     std::vector<std::string> uris;
     for (const std::string& path : paths)
         uris.push_back("file://" + PercentEncoded(path));
@@ -52,7 +42,9 @@ BusMessage MakeCall(const char* method, const std::vector<std::string>& paths)
 // there is no bus, no file manager, or it does not know the method.
 bool CallFileManager(const char* method, const std::vector<std::string>& paths)
 {
-    const BusConnection connection = Connect();
+    // One of its own for each request: file managers come and go with the session.
+    const BusConnection connection =
+        ConnectToSession(BusClock::now() + std::chrono::milliseconds(kTimeoutMillis));
     const BusMessage call = MakeCall(method, paths);
     if (!connection || !call)
         return false;

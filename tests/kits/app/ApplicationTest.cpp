@@ -3,6 +3,7 @@
 #include "TestLooper.h"
 
 #include <Application.h>
+#include <Autolock.h>
 #include <Roster.h>
 #include <SingleLaunch.h>
 
@@ -167,6 +168,31 @@ TEST_F(ApplicationTest, SignalsAskItToQuitAndAreAsBeforeAfterwards)
     signal(SIGHUP, SIG_IGN); // as nohup does
     const TestApp app(fLog, 1);
     EXPECT_EQ(signal(SIGHUP, SIG_DFL), SIG_IGN);
+}
+
+TEST_F(ApplicationTest, PulsesAsItIsToldFromThenOnAndEndsUnderItsLock)
+{
+    auto* app = new TestApp(fLog, 4);
+    app->SetPulseRate(10'000'000'000);
+    KitThread user([&] {
+        fLog.WaitFor(1);
+        AwaitWaiting(app->Thread());
+        app->SetPulseRate(199'999); // in steps
+    });
+    const bigtime_t start = system_time();
+    const thread_id self = app->Run();
+    EXPECT_TRUE(system_time() - start >= 300'000 && app->PulsePeriod() == 100'000);
+    KitThread holder([&] {
+        const BAutolock lock(app);
+        fLog.Add("locked");
+        AwaitWaiting(self);
+        fLog.Add("unlocked");
+    });
+    fLog.WaitFor("locked");
+    delete app;
+    fLog.Add("gone");
+    EXPECT_EQ(
+        fLog.Now(), (Entries { "ready", "pulse", "pulse", "pulse", "locked", "unlocked", "gone" }));
 }
 
 TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)

@@ -28,15 +28,17 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
     const std::tuple<const char*, const char*, std::string> rows[] = { { ".zip", "new", none },
         { ".zip", "first", "first" + it }, { ".zip", "second", "second.zip" + it },
         { ".zip", "both", "both and both.zip already exist.\nDo you want to replace them?" },
-        { nullptr, "second", none }, { nullptr, "both", "both" + it } };
+        { nullptr, "second", none }, { nullptr, "/tarvex-none", none },
+        { nullptr, "both", "both" + it } };
+    entry_ref directory;
+    EXPECT_EQ(get_ref_for_path(folder.Path().c_str(), &directory), B_OK);
     fWindow->Show();
     for (const auto& [ending, name, question] : rows) {
         SCOPED_TRACE(name);
         BMessage reply(7);
         if (ending)
             reply.AddString("be:also_written", ending);
-        BFilePanel panel(B_SAVE_PANEL, &fTarget, nullptr, &reply);
-        panel.SetPanelDirectory(folder.Path().c_str());
+        BFilePanel panel(B_SAVE_PANEL, &fTarget, &directory, &reply);
         const Entries before = fLog->Now();
         panel.Show();
         EXPECT_EQ(SaveAs(name, *fLog), question);
@@ -47,7 +49,9 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
             EXPECT_EQ(SaveAs(name, *fLog), question);
             screen::Key("alt+y");
         }
-        EXPECT_EQ(fLog->WaitFor(before.size() + 1).back(), "7");
+        const Entries after = fLog->WaitFor(before.size() + 2);
+        const std::string where = name[0] == '/' ? "/ tarvex-none" : folder.Path() + " " + name;
+        EXPECT_EQ(Entries(after.begin() + before.size(), after.end()), (Entries { where, "7" }));
     }
 }
 
@@ -97,6 +101,7 @@ TEST_F(WindowTest, APanelComesUpOverItsWindowAndThenWhereItWasLeft)
         show();
         EXPECT_SOON(screen::Find("save_panel").frame == left) << key;
     }
+    EXPECT_EQ(fLog->WaitFor(2), Entries(2, "forgone " + std::to_string(B_SAVE_REQUESTED)));
     screen::MoveWindow("Save As", BPoint(70, 90));
     ASSERT_SOON(screen::Find("save_panel").frame != left);
     left = screen::Settled("save_panel");

@@ -30,6 +30,12 @@ public:
             return fAsked();
         if (message->FindRef("refs", &ref) == B_OK)
             fLog->Add(PathOfRef(ref));
+        const char* name = "";
+        if (message->FindRef("directory", &ref) == B_OK
+            && message->FindString("name", &name) == B_OK)
+            fLog->Add(PathOfRef(ref) + " " + name);
+        if (message->FindInt32("old_what", &value) == B_OK)
+            fLog->Add("forgone " + std::to_string(value));
         if (message->what >= 'AAAA')
             return BWindow::MessageReceived(message);
         std::string event = std::to_string(message->what);

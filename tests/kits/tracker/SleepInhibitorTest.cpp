@@ -11,50 +11,6 @@ namespace {
 constexpr int kLongMillis = 20000;
 constexpr char kSystemBus[] = "DBUS_SYSTEM_BUS_ADDRESS";
 
-// A login manager that grants what it is told to: by a pipe, open for as long as that is held.
-class LoginManager {
-public:
-    explicit LoginManager(const std::string& granted)
-        : fService(
-            { "org.freedesktop.login1" },
-            [=, this](DBusMessage* call) { return Answer(call, granted); }, kSystemBus)
-    {
-    }
-    ~LoginManager() { close(fPipe[0]); }
-    LoginManager(const LoginManager&) = delete;
-    LoginManager& operator=(const LoginManager&) = delete;
-
-    // Whether nobody holds what was granted any more, after that time at the latest.
-    bool IsGivenBack(int mostMillis)
-    {
-        pollfd file { fPipe[0], POLLIN, 0 };
-        return poll(&file, 1, mostMillis) == 1;
-    }
-    Entries Asked()
-    {
-        Entries entries = fService.log.Now();
-        std::erase(entries, "gone");
-        return entries;
-    }
-
-private:
-    DBusMessage* Answer(DBusMessage* call, const std::string& granted)
-    {
-        const char* what = "";
-        dbus_message_get_args(call, nullptr, DBUS_TYPE_STRING, &what, DBUS_TYPE_INVALID);
-        if (what != granted)
-            return dbus_message_new_error(call, DBUS_ERROR_ACCESS_DENIED, "denied");
-        EXPECT_EQ(pipe(fPipe), 0);
-        DBusMessage* reply = dbus_message_new_method_return(call);
-        dbus_message_append_args(reply, DBUS_TYPE_UNIX_FD, &fPipe[1], DBUS_TYPE_INVALID);
-        close(fPipe[1]);
-        return reply;
-    }
-
-    int fPipe[2] = { -1, -1 };
-    SessionService fService;
-};
-
 } // namespace
 
 TEST(SleepInhibitor, HoldsWhatIsGrantedUntilItEnds)
@@ -69,14 +25,36 @@ TEST(SleepInhibitor, HoldsWhatIsGrantedUntilItEnds)
     };
     for (const auto& [granted, held, asked] : rows) {
         SCOPED_TRACE(granted);
-        LoginManager manager(granted);
+        // It grants by a pipe, open for as long as that is held.
+        int ends[2] = { -1, -1 };
+        SessionService manager(
+            { "org.freedesktop.login1" },
+            [&ends, granted = granted](DBusMessage* call) {
+                const char* what = "";
+                dbus_message_get_args(call, nullptr, DBUS_TYPE_STRING, &what, DBUS_TYPE_INVALID);
+                if (strcmp(what, granted) != 0)
+                    return dbus_message_new_error(call, DBUS_ERROR_ACCESS_DENIED, "denied");
+                EXPECT_EQ(pipe(ends), 0);
+                DBusMessage* reply = dbus_message_new_method_return(call);
+                dbus_message_append_args(reply, DBUS_TYPE_UNIX_FD, &ends[1], DBUS_TYPE_INVALID);
+                close(ends[1]);
+                return reply;
+            },
+            kSystemBus);
+        const auto isGivenBack = [&ends](int mostMillis) {
+            pollfd file { ends[0], POLLIN, 0 };
+            return poll(&file, 1, mostMillis) == 1;
+        };
         {
             const BSleepInhibitor inhibitor("a test", kLongMillis);
             EXPECT_EQ(inhibitor.Held(), held);
-            EXPECT_EQ(manager.Asked(), asked);
-            EXPECT_FALSE(manager.IsGivenBack(0));
+            EXPECT_FALSE(isGivenBack(0));
         }
-        EXPECT_TRUE(!held[0] || manager.IsGivenBack(kLongMillis));
+        EXPECT_TRUE(!held[0] || isGivenBack(kLongMillis));
+        Entries entries = manager.log.Now();
+        std::erase(entries, "gone");
+        EXPECT_EQ(entries, asked);
+        close(ends[0]);
     }
 }
 
