@@ -1,11 +1,13 @@
+#include "Thread.h"
+
+#include "tests/support/Child.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>
 
-#include <sched.h>
 #include <sys/resource.h>
-#include <sys/syscall.h>
 
 namespace {
 // What a thread of these tests does and shows; it does it until done.
@@ -14,13 +16,26 @@ struct Work {
 
     Kind kind = kCount;
     std::atomic<bool> done { false };
+    std::atomic<bool> isGuarded { false }; // at first
     std::atomic<long> count { 0 };
-    std::atomic<pid_t> tid { 0 };
+
+    bool GoesOn() const
+    {
+        const long before = count;
+        return WaitUntil([&] { return count > before; });
+    }
 
     static int32 Do(void* data)
     {
         Work& work = *static_cast<Work*>(data);
-        work.tid = static_cast<pid_t>(syscall(SYS_gettid));
+        if (work.isGuarded) {
+            const kernel::SuspendGuard guard;
+            {
+                const kernel::SuspendGuard nested;
+            }
+            while (work.isGuarded)
+                work.count++;
+        }
         while (!work.done) {
             work.count++;
             if (work.kind == kSnooze)
@@ -35,7 +50,8 @@ struct Work {
 // Of one that has ended the name "<ended>" alone.
 thread_info InfoOf(thread_id thread)
 {
-    thread_info info {};
+    thread_info info;
+    memset(&info, 'x', sizeof info);
     if (get_thread_info(thread, &info) != B_OK)
         strcpy(info.name, "<ended>");
     return info;
@@ -105,6 +121,77 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     EXPECT_TRUE(get_thread_info(self, nullptr) == B_BAD_VALUE
         && rename_thread(self, nullptr) == B_BAD_VALUE);
     EXPECT_TRUE(snooze(0) == B_OK && snooze(-1) == B_OK && snooze(1) == B_OK);
+}
+
+TEST(Thread, UnderAGuardIsStoppedWhenThatEndsUnlessItWasResumedBefore)
+{
+    Work work;
+    work.isGuarded = true;
+    const thread_id thread = spawn_thread(Work::Do, "guarded", B_NORMAL_PRIORITY, &work);
+    resume_thread(thread);
+    for (const bool isResumed : { true, false }) {
+        EXPECT_TRUE(work.GoesOn());
+        std::atomic<bool> isBack { false };
+        std::thread suspender([&] {
+            EXPECT_EQ(suspend_thread(thread), B_OK);
+            isBack = true;
+        });
+        EXPECT_TRUE(WaitUntil([&] { return InfoOf(thread).state == B_THREAD_SUSPENDED; }));
+        EXPECT_TRUE(work.GoesOn() && !isBack);
+        if (isResumed)
+            EXPECT_EQ(resume_thread(thread), B_OK);
+        else
+            work.isGuarded = false;
+        suspender.join();
+        EXPECT_EQ(InfoOf(thread).state, isResumed ? B_THREAD_RUNNING : B_THREAD_SUSPENDED);
+    }
+    const long count = work.count;
+    usleep(1000);
+    EXPECT_EQ(work.count, count);
+    work.done = true;
+    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
+}
+
+TEST(Thread, PriorityIsANiceValueAsFarAsTheUserMayHaveIt)
+{
+    const thread_func tell = [](void*) -> int32 { return getpriority(PRIO_PROCESS, 0); };
+    const std::vector<Row> rows = RowsOf("kits/kernel/data/priorities.txt", 4);
+    const std::pair<size_t, rlim_t> limits[] = { { 1, RLIM_INFINITY }, { 2, 25 }, { 3, 0 } };
+    for (const auto& [column, most] : limits) {
+        const auto check = [&, column = column, limit = rlimit { most, most }] {
+            if (setpriority(PRIO_PROCESS, 0, 0) != 0 || setrlimit(RLIMIT_NICE, &limit) != 0)
+                return 0; // not this user
+            EXPECT_TRUE(BecomeOrdinaryUser());
+            for (const Row& row : rows) {
+                const int32 priority = std::stoi(row[0]);
+                const thread_id thread = spawn_thread(tell, "nice", 10, nullptr);
+                EXPECT_EQ(set_thread_priority(thread, priority), 10);
+                EXPECT_EQ(InfoOf(thread).priority, priority);
+                status_t nice = 0;
+                EXPECT_EQ(wait_for_thread(thread, &nice), B_OK);
+                EXPECT_EQ(std::to_string(nice), row[column]) << priority;
+            }
+            return HasFailure() ? 1 : 0;
+        };
+        EXPECT_EQ(InChild(check), 0) << most;
+    }
+    for (const Row& row : rows)
+        EXPECT_EQ(std::to_string(kernel::NiceForPriority(std::stoi(row[0]))), row[1]) << row[0];
+}
+
+TEST(Thread, ValuesAreKeptOfTheLatestThousandThatNobodyWaitedFor)
+{
+    const thread_func nothing = [](void*) -> int32 { return 1; };
+    thread_id first = 0, thread = 0;
+    for (int i = 0; i < 1025; i++) {
+        thread = spawn_thread(nothing, "brief", B_NORMAL_PRIORITY, nullptr);
+        first = i == 0 ? thread : first;
+        resume_thread(thread);
+        EXPECT_TRUE(WaitUntil([&] { return NameOf(thread) == "<ended>"; }, 20, 0));
+    }
+    EXPECT_EQ(wait_for_thread(first, nullptr), B_BAD_THREAD_ID);
+    EXPECT_EQ(wait_for_thread(first + 1, nullptr), B_OK);
+    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
 }
 
 TEST(Thread, ExitThreadAndAKillOfItselfUnwindItAndGiveTheValue)
