@@ -191,6 +191,11 @@ void ExpectTold(const char* table)
 }
 } // namespace
 
+TEST(Machine, IsToldByItsFiles)
+{
+    ExpectTold("kits/kernel/data/machines.txt");
+}
+
 TEST(Machine, ChangesAndTheirWarningsAreToldByItsFiles)
 {
     ExpectTold("kits/kernel/data/changes.txt");
