@@ -1,4 +1,4 @@
-#include "MachineTree.h"
+#include "tests/support/Test.h"
 
 #include <ThreadMoment.h>
 
@@ -11,25 +11,6 @@ ThreadMoment Moment(std::optional<double> waited, double others = 0, int process
 }
 
 } // namespace
-
-TEST(ThreadMoment, IsReadFromTheSystemsFiles)
-{
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
-    const std::string folder = "sys/devices/system/cpu/cpu3/thermal_throttle/";
-    EXPECT_EQ(ReadThreadMoment(3).throttles, std::nullopt);
-    tree.Write(folder + "package_throttle_count", "40\n");
-    EXPECT_EQ(ReadThreadMoment(3).throttles, 40u);
-    tree.Write(folder + "core_throttle_count", "2\n");
-    EXPECT_EQ(ReadThreadMoment(3).throttles, 42u);
-    EXPECT_EQ(ReadThreadMoment(2).throttles, std::nullopt);
-    for (const char* text : { "", "7\n", "7 x 1\n" }) {
-        tree.Write("proc/thread-self/schedstat", text);
-        EXPECT_EQ(ReadThreadMoment().waited, std::nullopt) << text;
-    }
-    tree.Write("proc/thread-self/schedstat", "7000000000 2500000000 31\n");
-    EXPECT_EQ(ReadThreadMoment().waited, 2.5);
-}
 
 TEST(ThreadMoment, AChangeIsWhatOtherProgramsAndTheSameProcessorDid)
 {
