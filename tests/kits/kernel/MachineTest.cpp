@@ -78,8 +78,12 @@ void AddFunctions(Facts& facts)
 {
     pci_info info;
     memset(&info, 'x', sizeof info);
+    for (const long behindAll : { -1L, 0x100000000L })
+        EXPECT_EQ(get_nth_pci_info(behindAll, &info), B_ERROR);
+    EXPECT_EQ(get_nth_pci_info(0, nullptr), B_BAD_VALUE);
     for (long i = 0; get_nth_pci_info(i, &info) == B_OK; i++) {
-        const std::string name = "function " + Hex(info.bus, info.device, info.function) + " ";
+        const std::string name =
+            "function " + std::to_string(i) + " " + Hex(info.bus, info.device, info.function) + " ";
         const auto& [device, bridge] = std::tie(info.u.h0, info.u.h1);
         facts[name + "is"] =
             Hex(info.vendor_id, info.device_id, info.class_base, info.class_sub, info.class_api,
@@ -194,8 +198,11 @@ bool Make(
     const MachineTree& tree, const Row& row, std::optional<MachineState>& before, size_t& used)
 {
     for (size_t i = 0; i < row.size(); i += 2) {
-        if (row[i] == "then")
+        if (row[i] == "then") {
             before = ReadMachineState(), i++;
+            pci_info asked;
+            static_cast<void>(get_nth_pci_info(0, &asked));
+        }
         const std::string& text = row.at(i + 1);
         if (row[i] == "used")
             used = std::stoul(text);
