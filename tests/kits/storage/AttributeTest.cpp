@@ -1,3 +1,4 @@
+#include "StoreAccess.h"
 #include "TestHome.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
@@ -33,7 +34,9 @@ TEST(Attribute, AWriteReplacesAtZeroAndExtendsElsewhere)
     const std::tuple<off_t, std::string, type_code, std::string> rows[] = {
         { 0, "abcdef", B_STRING_TYPE, "abcdef" },
         { 5, "Zz", B_RAW_TYPE, "abcdeZz" },
-        { 9, "!", B_INT8_TYPE, std::string("abcdeZz\0\0!", 10) },
+        { 1, "BC", B_STRING_TYPE, "aBCdeZz" }, // in place, also at the end
+        { 4, "XYZ", B_RAW_TYPE, "aBCdXYZ" },
+        { 9, "!", B_INT8_TYPE, std::string("aBCdXYZ\0\0!", 10) },
         { 0, "", B_INT32_TYPE, "" },
         { 3, "end", B_STRING_TYPE, std::string("\0\0\0end", 6) },
         { 0, "short", B_STRING_TYPE, "short" },
@@ -71,6 +74,20 @@ TEST(Attribute, BelongsToTheFileAndNotToTheNextOneAtItsPath)
         EXPECT_EQ(Attribute(folder / "a", "x"), row[3]);
         EXPECT_EQ(SetAttribute(folder / "a", "x", "new") > 0, row[3] != "no file");
         EXPECT_EQ(Attribute(folder / "b", "x"), row[4]);
+    }
+}
+
+TEST(Attribute, GoesFromTheStoreWithItsFileOrFolder)
+{
+    const TempFolder in;
+    Shell(in, "mkdir folder; touch file; ln file other");
+    for (const char* name : { "folder", "file", "other" }) {
+        EXPECT_EQ(SetAttribute(in / name, "doomed", "x"), 1);
+        EXPECT_EQ(BEntry((in / name).c_str()).Remove(), B_OK);
+        EXPECT_EQ(Sql(TestHome() / "data/tarvex/attributes.sqlite",
+                      "SELECT count(*) FROM attributes WHERE name = CAST('doomed' AS BLOB)"),
+            *name == 'f' && name[1] == 'i' ? "1 " : "0 ") // it has another name
+            << name;
     }
 }
 

@@ -97,8 +97,16 @@ TEST(Resources, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
         && other.AddResource('c', 3, "x", 1) == B_OK && other.RemoveResource('c', 3) == B_OK
         && other.Sync() == B_OK && clobbering.AddResource('c', 3, "kept", 4) == B_OK
         && clobbering.Sync() == B_OK && other.Sync() == B_OK); // removes nothing twice
-    BResources left(&readable), late(&readable);
-    EXPECT_EQ(DataOf(left, 'c', 1) + DataOf(left, 'c', 2) + DataOf(left, 'c', 3), "otherminekept");
+    BResources late(&readable), stale(&readable);
+    EXPECT_TRUE(other.AddResource('c', 1, "another", 7) == B_OK && other.Sync() == B_OK
+        && clobbering.Sync() == B_OK); // which it does not take back
+    EXPECT_TRUE(stale.LoadResource('c', 1, &size) && size == 7);
+    EXPECT_EQ(clobbering.AddResource('c', 2, "my", 2), B_OK);
+    EXPECT_TRUE(other.AddResource('c', 2, "mine", 4) == B_OK && clobbering.Sync() == B_OK
+        && other.Sync() == B_OK && clobbering.Sync() == B_OK);
+    BResources left(&readable);
+    EXPECT_EQ(
+        DataOf(left, 'c', 1) + DataOf(left, 'c', 2) + DataOf(left, 'c', 3), "anotherminekept");
     std::filesystem::remove_all(TestHome() / "data/tarvex");
     EXPECT_FALSE(late.LoadResource('c', 1, &size));
 }
