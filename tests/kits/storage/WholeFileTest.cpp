@@ -55,6 +55,32 @@ TEST(WholeFile, KeepsWhatAPersonHasPutOnTheFile)
     EXPECT_EQ(Put(path), "");
     EXPECT_EQ(getxattr(path.c_str(), "user.note", value, sizeof value), 4);
     EXPECT_STREQ(value, "text");
+    // Its owner may write, user 1 and its group read; and what the folder has for new files is not
+    // for one that has no list.
+    const auto list = [](std::initializer_list<std::tuple<char, char, int32_t>> entries) {
+        std::string text("\2\0\0\0", 4); // the version
+        for (const auto& [tag, rights, who] : entries)
+            (text += { tag, 0, rights, 0 }).append(reinterpret_cast<const char*>(&who), 4);
+        return text;
+    };
+    const std::string own =
+        list({ { 1, 6, -1 }, { 2, 4, 1 }, { 4, 4, -1 }, { 16, 4, -1 }, { 32, 0, -1 } });
+    const std::string others =
+        list({ { 1, 7, -1 }, { 2, 7, 2 }, { 4, 7, -1 }, { 16, 7, -1 }, { 32, 7, -1 } });
+    const char* const name = "system.posix_acl_access";
+    if (setxattr(path.c_str(), name, own.data(), own.size(), 0) != 0
+        || setxattr(
+               folder.Path().c_str(), "system.posix_acl_default", others.data(), others.size(), 0)
+            != 0)
+        GTEST_SKIP() << "No access lists here";
+    std::string kept(own.size(), '?');
+    EXPECT_EQ(Put(path), "");
+    EXPECT_EQ(getxattr(path.c_str(), name, kept.data(), kept.size()), own.size());
+    EXPECT_EQ(kept, own);
+    EXPECT_EQ(removexattr(path.c_str(), name), 0);
+    EXPECT_EQ(Put(path), "");
+    EXPECT_EQ(getxattr(path.c_str(), name, nullptr, 0), -1);
+    EXPECT_EQ(Said(folder, "stat -c %a f"), "640 ");
 }
 
 TEST(WholeFile, SaysWhyItCannotBeWrittenAndLeavesAllAsItWas)
