@@ -62,49 +62,24 @@ std::string Hex(const Numbers&... numbers)
     return text.str().substr(1);
 }
 
-// The base registers of either header.
-template <class Header>
-std::string RegistersOf(const Header& header)
-{
-    std::string text;
-    for (size_t i = 0; i < std::size(header.base_registers); i++)
-        text += "/ "
-            + Hex(header.base_registers[i], header.base_registers_pci[i],
-                header.base_register_sizes[i], header.base_register_flags[i]);
-    return text;
-}
-
 void AddFunctions(Facts& facts)
 {
     pci_info info;
-    memset(&info, 'x', sizeof info);
     for (const long behindAll : { -1L, 0x100000000L })
         EXPECT_EQ(get_nth_pci_info(behindAll, &info), B_ERROR);
     EXPECT_EQ(get_nth_pci_info(0, nullptr), B_BAD_VALUE);
+    memset(&info, 'x', sizeof info);
     for (long i = 0; get_nth_pci_info(i, &info) == B_OK; i++) {
-        const std::string name =
-            "function " + std::to_string(i) + " " + Hex(info.bus, info.device, info.function) + " ";
-        const auto& [device, bridge] = std::tie(info.u.h0, info.u.h1);
-        facts[name + "is"] =
-            Hex(info.vendor_id, info.device_id, info.class_base, info.class_sub, info.class_api,
-                info.revision, info.line_size, info.latency, info.header_type, info.bist);
-        if ((info.header_type & PCI_header_type_mask) == PCI_header_type_generic)
-            facts[name + "has"] =
-                Hex(device.cardbus_cis, device.subsystem_vendor_id, device.subsystem_id,
-                    device.rom_base, device.rom_base_pci, device.rom_size, device.interrupt_line,
-                    device.interrupt_pin, device.min_grant, device.max_latency)
-                + RegistersOf(device);
-        else
-            facts[name + "leads"] =
-                Hex(bridge.primary_bus, bridge.secondary_bus, bridge.subordinate_bus,
-                    bridge.secondary_latency, bridge.io_base, bridge.io_limit,
-                    bridge.secondary_status, bridge.memory_base, bridge.memory_limit,
-                    bridge.prefetchable_memory_base, bridge.prefetchable_memory_limit,
-                    bridge.prefetchable_memory_base_upper32,
-                    bridge.prefetchable_memory_limit_upper32, bridge.io_base_upper16,
-                    bridge.io_limit_upper16, bridge.rom_base, bridge.rom_base_pci,
-                    bridge.interrupt_line, bridge.interrupt_pin, bridge.bridge_control)
-                + RegistersOf(bridge);
+        const std::string name = "function " + std::to_string(i) + " ";
+        facts[name + "is"] = Hex(info.bus, info.device, info.function, info.vendor_id,
+            info.device_id, info.class_base, info.class_sub, info.class_api, info.revision,
+            info.line_size, info.latency, info.header_type, info.bist);
+        // The header by its type, as it lies in memory: words of 32 bits.
+        uint32 words[sizeof info.u / sizeof(uint32)];
+        memcpy(words, &info.u, sizeof words);
+        std::string& header = facts[name + "header"];
+        for (const uint32 word : words)
+            header += (header.empty() ? "" : " ") + Hex(word);
     }
 }
 

@@ -1,23 +1,22 @@
 #include "SystemTree.h"
 #include "TaskStat.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
+
+#include <sstream>
 
 using namespace kernel;
 
 TEST(MachineText, ATasksRecordIsReadWhateverItsName)
 {
-    TaskStat stat;
-    EXPECT_TRUE(ParseTaskStat("12 (a) S (b) R 1 2 3 4 5 6 7 8 9 10 250 50 0\n", stat));
-    EXPECT_EQ(stat.state, 'R');
-    EXPECT_EQ(stat.userTime, 2500000);
-    EXPECT_EQ(stat.kernelTime, 500000);
-    EXPECT_EQ(stat.startTicks, 0u);
-    EXPECT_TRUE(ParseTaskStat("1 (a) Z 1 2 3 4 5 6 7 8 9 10 0 7 3 4 5 6 7 8 777 9", stat));
-    EXPECT_EQ(std::tuple(stat.state, stat.userTime, stat.kernelTime, stat.startTicks),
-        std::tuple('Z', 0, 70000, 777u));
-    EXPECT_FALSE(ParseTaskStat("1 (a) S 1 2 3 4 5 6 7 8 9 10 250", stat));
-    EXPECT_FALSE(ParseTaskStat("12 (cut) R 1 2", stat));
-    EXPECT_FALSE(ParseTaskStat("", stat));
+    for (const Row& row : RowsOf("kits/kernel/data/tasks.txt", 2)) {
+        TaskStat stat;
+        const bool isRead = ParseTaskStat(row[0].c_str(), stat);
+        std::ostringstream told;
+        told << stat.state << ' ' << stat.userTime << ' ' << stat.kernelTime << ' '
+             << stat.startTicks;
+        EXPECT_EQ(isRead ? told.str() : "damaged", row[1]) << row[0];
+    }
 }
 
 TEST(MachineText, LinesAreFitForARecord)

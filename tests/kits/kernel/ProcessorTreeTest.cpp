@@ -1,6 +1,5 @@
 #include "MachineTree.h"
 #include "tests/support/Rows.h"
-#include "tests/support/WaitUntil.h"
 
 #include <OS.h>
 
@@ -33,24 +32,4 @@ TEST(ProcessorTree, SwitchingReachesTheRightOneAndTheCountStays)
         EXPECT_EQ(info.cpu_count, 4);
     }
     EXPECT_EQ(get_system_info(nullptr), B_BAD_VALUE);
-}
-
-TEST(ProcessorTree, WhatIsOffComesOnAtTheEndButNotWhatWasOffBefore)
-{
-    const MachineTree tree;
-    tree.Write("sys/devices/system/cpu/cpu0/uevent", ""); // it has no switch
-    tree.Write(SwitchFile(1), "0\n");
-    tree.Write(SwitchFile(2), "1\n");
-    {
-        kernel::Processors processors(tree.Path());
-        ASSERT_EQ(processors.Switch(1, false), B_OK);
-        ASSERT_EQ(tree.Read(SwitchFile(2)), "0\n");
-    }
-    EXPECT_TRUE(WaitUntil([&] { return tree.Read(SwitchFile(2)) == "1\n"; }));
-    EXPECT_EQ(tree.Read(SwitchFile(1)), "0\n");
-    std::filesystem::remove(tree / SwitchFile(2));
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(kernel::Processors(tree.Path()).Switch(1, false), B_ERROR);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-        "Error switching processor <2> off: No such file or directory\n");
 }

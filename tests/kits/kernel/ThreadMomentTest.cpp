@@ -1,35 +1,27 @@
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
 #include <ThreadMoment.h>
 
 namespace {
-
-ThreadMoment Moment(std::optional<double> waited, double others = 0, int processor = 0,
-    std::optional<uint64> throttles = {})
+// What it waited, what others used, its processor and that one's throttles; "-" is not told.
+ThreadMoment MomentOf(const Row& row, size_t at)
 {
-    return { waited, others, processor, throttles };
+    const auto told = [&](size_t field) { return row[at + field] != "-"; };
+    ThreadMoment moment { {}, std::stod(row[at + 1]), std::stoi(row[at + 2]), {} };
+    if (told(0))
+        moment.waited = std::stod(row[at]);
+    if (told(3))
+        moment.throttles = std::stoul(row[at + 3]);
+    return moment;
 }
-
 } // namespace
 
 TEST(ThreadMoment, AChangeIsWhatOtherProgramsAndTheSameProcessorDid)
 {
-    const struct {
-        ThreadMoment before, after;
-        double waited;
-        bool isThrottled = false;
-    } rows[] = { { Moment(1.0, 5.0), Moment(1.75, 5.25),
-                     0.5 }, // the rest for threads of the process
-        { Moment(1.0, 5.0), Moment(1.75, 8.0), 0 }, // these on others' processors
-        { Moment(1.0, 5.0), Moment(1.5, 4.9), 0.5 }, // clocks apart
-        { Moment({}, 5.0), Moment(1.5, 5.0), 0 }, { Moment(1.5, 5.0), Moment({}, 5.0), 0 },
-        { Moment({}, 0, 1, 4), Moment({}, 0, 1, 5), 0, true },
-        { Moment({}, 0, 1, 4), Moment({}, 0, 1, 4), 0 },
-        { Moment({}, 0, 1, 4), Moment({}, 0, 2, 5), 0 },
-        { Moment({}, 0, 1, {}), Moment({}, 0, 1, 5), 0 } };
-    for (const auto& row : rows) {
-        const ThreadChange change = ChangeBetween(row.before, row.after);
-        EXPECT_DOUBLE_EQ(change.waited, row.waited);
-        EXPECT_EQ(change.isThrottled, row.isThrottled);
+    for (const Row& row : RowsOf("kits/kernel/data/moments.txt", 11)) {
+        const ThreadChange change = ChangeBetween(MomentOf(row, 1), MomentOf(row, 5));
+        EXPECT_DOUBLE_EQ(change.waited, std::stod(row[9])) << row[0];
+        EXPECT_EQ(change.isThrottled ? "slowed" : "not", row[10]) << row[0];
     }
 }

@@ -4,7 +4,6 @@
 #include "tests/support/Child.h"
 
 #include <fcntl.h>
-#include <sstream>
 #include <sys/statfs.h>
 #include <sys/sysmacros.h>
 #include <tuple>
@@ -71,50 +70,41 @@ TEST(Store, TellsFilesApartByDeviceInodeAndBirthAndKnowsAProgramThatTookItsOwnPl
     }
 }
 
-std::string Text(const NodeIdentity& node)
-{
-    std::ostringstream text;
-    text << node.path << ' ' << node.inode << ' ' << node.birth << ' ' << node.links << ' '
-         << node.isProgram << ' ' << node.device << ' ' << node.mount;
-    return text.str();
-}
-
 TEST(Store, IdentifiesWhatANameOrADescriptorStandsForAndOpensNothing)
 {
     const TempFolder folder;
-    Shell(folder,
-        "echo text > file; ln file other; mkfifo pipe; ln -s file link; mkdir sub; cp /bin/true .");
-    const int directory = open(folder.Path().c_str(), O_PATH);
+    Shell(folder, "echo text > file; ln file other; mkfifo pipe; ln -s file link; mkdir sub");
+    const FileDescriptor directory(open(folder.Path().c_str(), O_PATH));
     NodeIdentity node;
     const auto identify = [&](int base, const std::string& name) {
-        return IdentifyNode(base, name, &node) == B_OK ? Text(node) : "none";
+        EXPECT_EQ(IdentifyNode(base, name, &node), B_OK);
+        return std::tuple(
+            node.path, node.inode, node.birth, node.links, node.isProgram, node.device, node.mount);
     };
-    for (const std::string name : { "file", "other", "pipe", "link", "sub", "true", "." }) {
+    struct statfs system = {};
+    ASSERT_EQ(fstatfs(directory.Get(), &system), 0);
+    int64 device = 0;
+    memcpy(&device, &system.f_fsid, sizeof device);
+    for (const std::string name : { "file", "other", "pipe", "link", "sub", "." }) {
         struct statx info = {};
-        struct statfs system = {};
-        ASSERT_EQ(statx(directory, name.c_str(), AT_SYMLINK_NOFOLLOW,
-                      STATX_BASIC_STATS | STATX_BTIME, &info),
+        ASSERT_EQ(statx(directory.Get(), name.c_str(), AT_SYMLINK_NOFOLLOW,
+                      STATX_BTIME | STATX_BASIC_STATS, &info),
             0);
-        ASSERT_EQ(fstatfs(directory, &system), 0);
-        int64 device = 0;
-        memcpy(&device, &system.f_fsid, sizeof device);
         const std::string path = name == "." ? folder.Path() : folder / name;
         const uint64 mount = makedev(info.stx_dev_major, info.stx_dev_minor);
-        const NodeIdentity expected = { path, info.stx_ino,
-            info.stx_btime.tv_sec * 1'000'000'000 + info.stx_btime.tv_nsec, info.stx_nlink, false,
-            device != 0 ? device : static_cast<int64>(mount), mount };
-        EXPECT_EQ(identify(directory, name), Text(expected));
-        EXPECT_EQ(identify(AT_FDCWD, path), Text(expected));
-        const FileDescriptor itself(openat(directory, name.c_str(), O_PATH | O_NOFOLLOW));
-        EXPECT_EQ(identify(itself.Get(), ""), Text(expected));
-        EXPECT_EQ(DeviceOf(path), expected.device);
-        EXPECT_EQ(DeviceOf(path + "/none/x"), expected.device) << name;
+        const int64 birth = info.stx_btime.tv_sec * 1'000'000'000 + info.stx_btime.tv_nsec;
+        device = device == 0 ? static_cast<int64>(mount) : device;
+        const auto all =
+            std::tuple(path, info.stx_ino, birth, info.stx_nlink, false, device, mount);
+        const FileDescriptor itself(openat(directory.Get(), name.c_str(), O_PATH | O_NOFOLLOW));
+        EXPECT_EQ(identify(directory.Get(), name), all);
+        EXPECT_EQ(identify(AT_FDCWD, path), all);
+        EXPECT_EQ(identify(itself.Get(), ""), all);
+        EXPECT_TRUE(DeviceOf(path) == device && DeviceOf(path + "/none/x") == device);
     }
-    EXPECT_EQ(IdentifyNode(directory, "none", &node), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(IdentifyNode(directory.Get(), "none", &node), B_ENTRY_NOT_FOUND);
     EXPECT_EQ(IdentifyNode(-1, "", &node), B_FILE_ERROR);
-    close(directory);
-    ASSERT_EQ(IdentifyNode(AT_FDCWD, fs::read_symlink("/proc/self/exe"), &node), B_OK);
-    EXPECT_TRUE(node.isProgram);
+    EXPECT_TRUE((identify(AT_FDCWD, fs::read_symlink("/proc/self/exe")), node.isProgram));
 }
 
 TEST(Store, IsMadeByTheFirstWriteAndMadeAnewWhereItWasRemoved)

@@ -57,26 +57,21 @@ TEST(WholeFile, KeepsWhatAPersonHasPutOnTheFile)
     EXPECT_STREQ(value, "text");
     // Its owner may write, user 1 and its group read; and what the folder has for new files is not
     // for one that has no list.
-    const auto list = [](std::initializer_list<std::tuple<char, char, int32_t>> entries) {
-        std::string text("\2\0\0\0", 4); // the version
-        for (const auto& [tag, rights, who] : entries)
-            (text += { tag, 0, rights, 0 }).append(reinterpret_cast<const char*>(&who), 4);
-        return text;
-    };
-    const std::string own =
-        list({ { 1, 6, -1 }, { 2, 4, 1 }, { 4, 4, -1 }, { 16, 4, -1 }, { 32, 0, -1 } });
-    const std::string others =
-        list({ { 1, 7, -1 }, { 2, 7, 2 }, { 4, 7, -1 }, { 16, 7, -1 }, { 32, 7, -1 } });
-    const char* const name = "system.posix_acl_access";
-    if (setxattr(path.c_str(), name, own.data(), own.size(), 0) != 0
-        || setxattr(
-               folder.Path().c_str(), "system.posix_acl_default", others.data(), others.size(), 0)
-            != 0)
+    struct {
+        uint32 version;
+        struct {
+            uint16 tag, rights;
+            int32 who;
+        } entries[5];
+    } list = { 2, { { 1, 6, -1 }, { 2, 4, 1 }, { 4, 4, -1 }, { 16, 4, -1 }, { 32, 0, -1 } } },
+      kept = {};
+    const char *const name = "system.posix_acl_access", *const ofNew = "system.posix_acl_default";
+    if (setxattr(path.c_str(), name, &list, sizeof list, 0) != 0
+        || setxattr(folder.Path().c_str(), ofNew, &list, sizeof list, 0) != 0)
         GTEST_SKIP() << "No access lists here";
-    std::string kept(own.size(), '?');
     EXPECT_EQ(Put(path), "");
-    EXPECT_EQ(getxattr(path.c_str(), name, kept.data(), kept.size()), own.size());
-    EXPECT_EQ(kept, own);
+    EXPECT_EQ(getxattr(path.c_str(), name, &kept, sizeof kept), sizeof list);
+    EXPECT_EQ(memcmp(&kept, &list, sizeof list), 0);
     EXPECT_EQ(removexattr(path.c_str(), name), 0);
     EXPECT_EQ(Put(path), "");
     EXPECT_EQ(getxattr(path.c_str(), name, nullptr, 0), -1);
