@@ -131,29 +131,24 @@ TEST(Kill, ThreadsThatKillOrAwaitEachOtherAllEnd)
         } killer { other };
         system_time();
     };
-    struct Party {
-        Way way;
-        std::atomic<int>& present;
-        thread_id other = 0;
-        static int32 Act(void* data)
-        {
-            const Party party = *static_cast<Party*>(data);
-            for (++party.present; party.present < 2;)
-                ;
-            party.way(party.other);
-            return 0;
-        }
+    const thread_func act = [](void* what) -> int32 {
+        (*static_cast<std::function<void()>*>(what))();
+        return 0;
     };
     const Way pairs[][2] = { { kill, kill }, { kill, await }, { killInDestructor, kill },
         { killInDestructor, await } };
     for (int round = 0; round < 100; round++) {
         std::atomic<int> present { 0 };
-        Party parties[] = { { pairs[round % 4][0], present }, { pairs[round % 4][1], present } };
         thread_id threads[2];
-        for (int i = 0; i < 2; i++)
-            threads[i] = spawn_thread(Party::Act, "party", B_NORMAL_PRIORITY, &parties[i]);
-        for (int i = 0; i < 2; i++)
-            parties[i].other = threads[1 - i];
+        std::function<void()> parties[2];
+        for (int i = 0; i < 2; i++) {
+            parties[i] = [&, i] {
+                for (++present; present < 2;)
+                    ;
+                pairs[round % 4][i](threads[1 - i]);
+            };
+            threads[i] = spawn_thread(act, "party", B_NORMAL_PRIORITY, &parties[i]);
+        }
         for (const thread_id thread : threads)
             resume_thread(thread);
         for (const thread_id thread : threads)

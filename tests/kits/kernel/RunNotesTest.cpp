@@ -135,6 +135,7 @@ TEST_F(RunNotes, AKeeperThatIsKilledOrStoppedIsReplaced)
     for (const auto& [number, how, cpu] :
         { std::tuple(SIGKILL, "killed", 2), { SIGSTOP, "stopped", 1 } }) {
         const pid_t keeper = Keeper();
+        EXPECT_EQ(TempFolder::NamesIn("/proc/" + std::to_string(keeper) + "/fd").size(), 6u);
         kill(keeper, number);
         testing::internal::CaptureStderr();
         EXPECT_EQ(run.Switch(cpu, false), B_OK);
@@ -213,6 +214,8 @@ TEST_F(RunNotes, WhatCannotBeSwitchedOnIsToldAndWhatADeadProgramWasWritingGoes)
     EXPECT_EQ(States(), "1110");
     SetState(1, "0");
     SetState(2, "0");
+    kernel::Processors::SetRoot(fTree.Path()); // which counts them no more
+    const size_t files = TempFolder::NamesIn("/proc/self/fd").size();
     // Of two that were killed with their keepers, one of them before the other.
     const std::string note = "boot this-boot\nprogram 999999999 1\nkeeper 0 0\noff ";
     WriteFile(Folder() + "/run-1", note + "2 0 1\n");
@@ -221,6 +224,8 @@ TEST_F(RunNotes, WhatCannotBeSwitchedOnIsToldAndWhatADeadProgramWasWritingGoes)
         "Processor 3 left off by a run that was killed cannot be switched on: "
         "Operation not permitted");
     EXPECT_EQ(States(), "1110");
+    EXPECT_EQ(kernel::Processors::Get()->Numbers(), (std::vector<int> { 0, 1, 2, 3 }));
+    EXPECT_EQ(TempFolder::NamesIn("/proc/self/fd").size(), files);
     EXPECT_EQ(restore_processors(),
         "Processor 3 left off by a run that was killed cannot be switched on: "
         "Operation not permitted");
@@ -232,6 +237,8 @@ TEST_F(RunNotes, WhatCannotBeSwitchedOnIsToldAndWhatADeadProgramWasWritingGoes)
 TEST_F(RunNotes, ASwitchThatRefusesLeavesItsProcessorAsItIsAndTheNoteSaysSo)
 {
     const int sealed = MakeSealable(3);
+    std::filesystem::create_directories(Folder());
+    WriteFile(Folder() + "/new-" + std::to_string(getpid()), "of an earlier process");
     {
         kernel::Processors run(fTree.Path());
         EXPECT_EQ(run.Switch(3, false), B_OK);

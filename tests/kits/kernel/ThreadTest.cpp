@@ -87,8 +87,11 @@ TEST(Thread, StateTellsWhatItDoes)
         EXPECT_EQ(suspend_thread(thread), B_OK); // already
         EXPECT_EQ(InfoOf(thread).state, B_THREAD_SUSPENDED);
         const long count = work.count;
-        usleep(1000);
+        info = InfoOf(thread);
+        usleep(60000);
         EXPECT_EQ(work.count, count);
+        EXPECT_LT(InfoOf(thread).user_time + InfoOf(thread).kernel_time,
+            info.user_time + info.kernel_time + 30000);
         work.done = true;
         status_t value = 0;
         EXPECT_EQ(wait_for_thread(thread, &value), B_OK); // resumes it

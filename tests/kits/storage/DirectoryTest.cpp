@@ -37,6 +37,7 @@ TEST(Directory, GivesEachEntryOnceAndIsMadeWithThoseOnTheWay)
     EXPECT_EQ(directory.GetNextRef(&ref), B_OK);
     EXPECT_TRUE(all.count(PathOf(BEntry(&ref))) == 1 && directory.GetEntry(&entry) == B_OK);
     EXPECT_EQ(PathOf(entry), folder.Path());
+    EXPECT_EQ(BPath(&directory, "file"), BPath((folder / "file").c_str()));
     EXPECT_EQ(create_directory((folder / "x/y//z/").c_str(), 0775), B_OK);
     EXPECT_TRUE(BEntry((folder / "x/y/z").c_str()).IsDirectory());
     EXPECT_EQ(create_directory((folder / "file/y").c_str(), 0775), B_NOT_A_DIRECTORY);

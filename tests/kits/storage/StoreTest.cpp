@@ -130,7 +130,7 @@ TEST(Store, ForgetsFilesThatHaveBeenGoneForLongAndLaterThoseOfADiskThatIsAway)
     const TempFolder folder;
     const std::string path = folder / "store";
     Store store(path);
-    for (const char* name : { "there", "gone", "moved" }) {
+    for (const char* name : { "there", "gone", "moved", "back" }) {
         WriteFile(folder / name, name);
         NodeIdentity file;
         ASSERT_EQ(IdentifyNode(AT_FDCWD, folder / name, &file), B_OK);
@@ -139,9 +139,10 @@ TEST(Store, ForgetsFilesThatHaveBeenGoneForLongAndLaterThoseOfADiskThatIsAway)
     ASSERT_EQ(
         store.WriteAttribute({ "/nowhere/a", 17, 4711, 1, false, 5, 5 }, "a", 'RAWT', 0, "away"),
         4);
-    Shell(folder, "rm gone; mv moved elsewhere");
-    const std::pair<int, const char*> rows[] = { { 0, "away gone moved there " },
-        { 29, "away gone moved there " }, { 31, "away moved there " }, { 366, "moved there " } };
+    Shell(folder, "rm gone; mv moved elsewhere; mv back for-a-while");
+    const std::pair<int, const char*> rows[] = { { 0, "away back gone moved there " },
+        { 29, "away back gone moved there " }, { 31, "away back moved there " },
+        { 366, "back moved there " } };
     for (const auto& [days, left] : rows) {
         store.Close();
         EXPECT_EQ(store.RemoveAttribute(kFile, "none"), B_ENTRY_NOT_FOUND); // opens it
@@ -149,6 +150,7 @@ TEST(Store, ForgetsFilesThatHaveBeenGoneForLongAndLaterThoseOfADiskThatIsAway)
             NodeIdentity moved;
             ASSERT_EQ(IdentifyNode(AT_FDCWD, folder / "elsewhere", &moved), B_OK);
             EXPECT_EQ(ReadFor(store, moved), "moved");
+            Shell(folder, "mv for-a-while back");
         }
         store.Close();
         Sql(path,

@@ -96,15 +96,14 @@ TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
     EXPECT_EQ(found.minor, 3u) << "the other kind stays";
     const auto bad = static_cast<version_kind>(2), worse = static_cast<version_kind>(-1);
     BAppFileInfo nobody(nullptr);
-    EXPECT_TRUE(nobody.GetSignature(signature) == B_NO_INIT && nobody.SetSignature("x") == B_NO_INIT
-        && info.GetSignature(nullptr) == B_BAD_VALUE
-        && nobody.GetVersionInfo(&found, B_APP_VERSION_KIND) == B_NO_INIT
-        && nobody.SetVersionInfo(&version, B_APP_VERSION_KIND) == B_NO_INIT
-        && nobody.SetVersionInfo(&version, bad) == B_BAD_VALUE
-        && nobody.SetVersionInfo(&version, worse) == B_BAD_VALUE
-        && info.GetVersionInfo(&found, bad) == B_BAD_VALUE
-        && info.GetVersionInfo(&found, worse) == B_BAD_VALUE
-        && info.GetVersionInfo(nullptr, B_APP_VERSION_KIND) == B_BAD_VALUE);
+    for (const status_t status : { nobody.GetSignature(signature), nobody.SetSignature("x"),
+             nobody.GetVersionInfo(&found, B_APP_VERSION_KIND),
+             nobody.SetVersionInfo(&version, B_APP_VERSION_KIND) })
+        EXPECT_EQ(status, B_NO_INIT);
+    for (const status_t status : { info.GetSignature(nullptr), nobody.SetVersionInfo(&version, bad),
+             nobody.SetVersionInfo(&version, worse), info.GetVersionInfo(&found, bad),
+             info.GetVersionInfo(&found, worse), info.GetVersionInfo(nullptr, B_APP_VERSION_KIND) })
+        EXPECT_EQ(status, B_BAD_VALUE);
     memset(version.long_info, 'x', sizeof version.long_info); // it never ends
     EXPECT_EQ(
         again.WriteAttr("BEOS:APP_VERSION", 'APPV', 0, &version, sizeof version), sizeof version);
