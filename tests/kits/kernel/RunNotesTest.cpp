@@ -293,3 +293,18 @@ TEST_F(RunNotes, NothingIsSwitchedOffThatCannotBeNoted)
         std::filesystem::remove(Folder());
     }
 }
+
+TEST_F(RunNotes, SwitchingReachesTheRightOneAndTheCountStays)
+{
+    std::filesystem::remove_all(fTree / "sys/devices/system/cpu/cpu1");
+    const RootGuard root(fTree.Path());
+    const std::map<std::string, status_t> statuses = { { "fine", B_OK },
+        { "bad value", B_BAD_VALUE }, { "not allowed", B_NOT_ALLOWED } };
+    for (const Row& row : RowsOf("kits/kernel/data/switches.txt", 4)) {
+        EXPECT_EQ(_kset_cpu_state_(std::stoi(row[0]), std::stoi(row[1])), statuses.at(row[2]));
+        EXPECT_EQ(States(), row[3]) << row[0] << row[1];
+        system_info info;
+        EXPECT_TRUE(get_system_info(&info) == B_OK && info.cpu_count == 3);
+    }
+    EXPECT_EQ(get_system_info(nullptr), B_BAD_VALUE);
+}

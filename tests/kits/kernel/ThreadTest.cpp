@@ -182,21 +182,6 @@ TEST(Thread, PriorityIsANiceValueAsFarAsTheUserMayHaveIt)
         EXPECT_EQ(std::to_string(kernel::NiceForPriority(std::stoi(row[0]))), row[1]) << row[0];
 }
 
-TEST(Thread, ValuesAreKeptOfTheLatestThousandThatNobodyWaitedFor)
-{
-    const thread_func nothing = [](void*) -> int32 { return 1; };
-    thread_id first = 0, thread = 0;
-    for (int i = 0; i < 1025; i++) {
-        thread = spawn_thread(nothing, "brief", B_NORMAL_PRIORITY, nullptr);
-        first = i == 0 ? thread : first;
-        resume_thread(thread);
-        EXPECT_TRUE(WaitUntil([&] { return NameOf(thread) == "<ended>"; }, 20, 0));
-    }
-    EXPECT_EQ(wait_for_thread(first, nullptr), B_BAD_THREAD_ID);
-    EXPECT_EQ(wait_for_thread(first + 1, nullptr), B_OK);
-    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
-}
-
 TEST(Thread, ExitThreadAndAKillOfItselfUnwindItAndGiveTheValue)
 {
     static int sUnwound = 0;

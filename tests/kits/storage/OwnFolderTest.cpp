@@ -1,4 +1,5 @@
 // The common temporary directory. Each case is a process of its own: it gets a folder of its own.
+#include "TestHome.h"
 #include "tests/support/Child.h"
 #include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
@@ -96,15 +97,16 @@ TEST(OwnFolder, IsMadeNowhereElseWhereItCannotBeMade)
 {
     const TempFolder folder;
     WriteFile(folder / "file", "");
-    fs::create_directory(folder / "open");
-    fs::permissions(folder / "open", fs::perms::all);
-    fs::create_directory(folder / "theirs");
-    const std::map<std::string, status_t> errors = { { "none", B_ENTRY_NOT_FOUND },
-        { "file", B_NOT_A_DIRECTORY }, { "open", B_NOT_ALLOWED }, { "theirs", B_NOT_ALLOWED } };
-    for (const auto& [name, error] : errors) {
+    Shell(folder, "mkdir -m 777 open; mkdir theirs");
+    const bool isRoot = chown((folder / "theirs").c_str(), 1, 1) == 0;
+    const char* const unsafe = "others may replace what lies there";
+    const std::tuple<std::string, status_t, const char*> rows[] = {
+        { "none", B_ENTRY_NOT_FOUND, "No such file or directory" },
+        { "file", B_NOT_A_DIRECTORY, "Not a directory" }, { "open", B_NOT_ALLOWED, unsafe },
+        { isRoot ? "theirs" : "open", B_NOT_ALLOWED, unsafe }
+    };
+    for (const auto& [name, error, why] : rows) {
         const std::string base = folder / name;
-        if (name == "theirs" && chown(base.c_str(), 1, 1) != 0)
-            continue;
         testing::internal::CaptureStderr();
         EXPECT_EQ(InChild([&, status = error] {
             const fs::path path = Ask(base, status);
@@ -113,9 +115,6 @@ TEST(OwnFolder, IsMadeNowhereElseWhereItCannotBeMade)
             return testing::Test::HasFailure() ? 1 : 0;
         }),
             0);
-        const char* why = error == B_NOT_ALLOWED ? "others may replace what lies there"
-            : name == "none"                     ? "No such file or directory"
-                                                 : "Not a directory";
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "No temporary folder below <" + base + ">: " + why + "\n");
     }

@@ -11,10 +11,7 @@ TEST(OwnLibrary, IsFoundBesideTheProgramOrWhereItIsInstalled)
     EXPECT_TRUE(missing.ends_with("/tarvex/missing"));
     testing::internal::CaptureStderr();
     EXPECT_TRUE(OwnFunction<void (*)()>("types", "tarvex_ask_type_database"));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    testing::internal::CaptureStderr();
     EXPECT_FALSE(OwnFunction<void (*)()>("missing", "any"));
     const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_TRUE(said.starts_with("Cannot load <libtarvex-missing.so>: ")) << said;
-    EXPECT_TRUE(said.find("No such file") != said.npos && said.ends_with("\n")) << said;
+    EXPECT_TRUE(said.starts_with("Cannot load <libtarvex-missing.so>: /")) << said;
 }
