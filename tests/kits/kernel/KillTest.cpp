@@ -108,14 +108,17 @@ TEST(Kill, EveryCallIsAPlaceToEnd)
         [] { set_thread_priority(-1, 1); }, [] { get_thread_info(-1, nullptr); },
         [] { rename_thread(-1, nullptr); }, [] { get_system_info(nullptr); },
         [] { get_nth_pci_info(0, nullptr); }, [] { _kset_cpu_state_(0, 2); } };
+    static std::atomic<bool> sHasCalled;
+    const thread_func callForEver = [](void* what) -> int32 {
+        for (;; sHasCalled = true)
+            (*static_cast<const Call*>(what))();
+    };
     for (const Call& call : calls) {
-        const thread_id thread = spawn_thread(
-            [](void* what) -> int32 {
-                for (;;)
-                    (*static_cast<const Call*>(what))();
-            },
-            "caller", B_NORMAL_PRIORITY, const_cast<Call*>(&call));
-        EXPECT_TRUE(resume_thread(thread) == B_OK && kill_thread(thread) == B_OK);
+        sHasCalled = false; // else it is killed before it begins
+        const thread_id thread =
+            spawn_thread(callForEver, "caller", B_NORMAL_PRIORITY, const_cast<Call*>(&call));
+        EXPECT_TRUE(resume_thread(thread) == B_OK && WaitUntil([] { return sHasCalled.load(); }));
+        EXPECT_EQ(kill_thread(thread), B_OK);
     }
 }
 
