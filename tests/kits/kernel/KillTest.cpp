@@ -44,21 +44,16 @@ struct Victim {
             snooze(B_INFINITE_TIMEOUT);
         if (deed == kAwait)
             wait_for_thread(other, nullptr);
-        if (deed == kHoldLock)
-            DoHoldingLock();
-        system_time();
-    }
-
-    void DoHoldingLock()
-    {
-        const KillGuard guard;
-        {
-            const KillGuard nested;
+        if (deed == kHoldLock) {
+            const KillGuard guard;
+            (void)KillGuard(); // nested
+            lock.lock(); // no object on the stack would give it back
+            isThere = true;
+            snooze(100);
+            usleep(100); // nor is there a kill in the C library
+            lock.unlock();
         }
-        lock.lock(); // no object on the stack would give it back
-        isThere = true;
-        snooze(100);
-        lock.unlock();
+        system_time();
     }
 
     const Deed deed;

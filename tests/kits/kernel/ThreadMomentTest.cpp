@@ -7,11 +7,10 @@ namespace {
 // What it waited, what others used, its processor and that one's throttles; "-" is not told.
 ThreadMoment MomentOf(const Row& row, size_t at)
 {
-    const auto told = [&](size_t field) { return row[at + field] != "-"; };
     ThreadMoment moment { {}, std::stod(row[at + 1]), std::stoi(row[at + 2]), {} };
-    if (told(0))
+    if (row[at] != "-")
         moment.waited = std::stod(row[at]);
-    if (told(3))
+    if (row[at + 3] != "-")
         moment.throttles = std::stoul(row[at + 3]);
     return moment;
 }

@@ -1,5 +1,6 @@
 #include "Thread.h"
 
+#include "LeafLock.h"
 #include "tests/support/Child.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
@@ -123,7 +124,18 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     EXPECT_EQ(spawn_thread(nullptr, "x", B_LOW_PRIORITY, nullptr), B_BAD_VALUE);
     EXPECT_TRUE(get_thread_info(self, nullptr) == B_BAD_VALUE
         && rename_thread(self, nullptr) == B_BAD_VALUE);
-    EXPECT_TRUE(snooze(0) == B_OK && snooze(-1) == B_OK && snooze(1) == B_OK);
+    const bigtime_t until = system_time() + 20000;
+    EXPECT_TRUE(snooze(0) == B_OK && snooze(-1) == B_OK && snooze(20000) == B_OK);
+    EXPECT_GE(system_time(), until);
+}
+
+TEST(Thread, AMutexIsItsAloneAndLetGo)
+{
+    Mutex mutex;
+    for (const bool isHeld : { true, false }) {
+        const auto lock = isHeld ? std::make_unique<LeafLock>(mutex) : nullptr;
+        std::thread([&] { EXPECT_EQ(mutex.try_lock(), !isHeld); }).join();
+    }
 }
 
 TEST(Thread, UnderAGuardIsStoppedWhenThatEndsUnlessItWasResumedBefore)

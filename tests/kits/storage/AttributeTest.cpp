@@ -100,6 +100,9 @@ TEST(Attribute, GoesAlongWithAFolderAndItsOldPlaceIsFree)
     BEntry entry((in / "folder").c_str());
     EXPECT_EQ(entry.Rename("folder!"), B_FILE_EXISTS);
     EXPECT_EQ(entry.Rename("moved"), B_OK);
+    EXPECT_EQ(Sql(TestHome() / "data/tarvex/attributes.sqlite",
+                  "SELECT count(*) FROM files WHERE path = CAST('" + in / "moved/x" + "' AS BLOB)"),
+        "1 ");
     Shell(in, "mkdir folder && touch folder/x");
     EXPECT_EQ(Attribute(in / "folder/x", "a"), "none");
     EXPECT_EQ(SetAttribute(in / "folder/x", "a", "new"), 3);

@@ -129,6 +129,7 @@ TEST(WholeFile, WritesToPipesDevicesAndStandardOutputAsTheyAre)
     Shell(folder, "mkfifo p");
     const pid_t reader = StartChild([&] { return ReadFile(folder / "p") == "new" ? 0 : 1; });
     EXPECT_EQ(WholeFile::WhyNot((folder / "p").c_str()), ""); // waits for no reader
+    EXPECT_EQ(Put(""), strerror(ENOENT));
     WholeFile pipe((folder / "p").c_str());
     EXPECT_TRUE(fputs("new", pipe.Stream()) >= 0 && pipe.Commit() && !pipe.Commit());
     EXPECT_EQ(EndOf(reader), 0) << "closed already";
