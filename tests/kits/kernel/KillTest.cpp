@@ -16,7 +16,6 @@ struct Victim {
     explicit Victim(Deed whichDeed) : deed(whichDeed) { }
 
     thread_id Spawn() { return spawn_thread(Run, "victim", B_NORMAL_PRIORITY, this); }
-
     // Starts it and waits until it may be killed.
     thread_id Start()
     {

@@ -4,8 +4,6 @@
 #include <MachineRun.h>
 
 #include <regex>
-#include <sys/socket.h>
-#include <sys/un.h>
 
 TEST(MachineRun, BelongsToOneProcessUntilThatEndsInAnyWay)
 {

@@ -134,7 +134,12 @@ TEST(Thread, AMutexIsItsAloneAndLetGo)
     Mutex mutex;
     for (const bool isHeld : { true, false }) {
         const auto lock = isHeld ? std::make_unique<LeafLock>(mutex) : nullptr;
-        std::thread([&] { EXPECT_EQ(mutex.try_lock(), !isHeld); }).join();
+        std::thread([&] {
+            const bool isTaken = mutex.try_lock();
+            EXPECT_EQ(isTaken, !isHeld);
+            if (isTaken)
+                mutex.unlock();
+        }).join();
     }
 }
 
@@ -179,6 +184,7 @@ TEST(Thread, PriorityIsANiceValueAsFarAsTheUserMayHaveIt)
             EXPECT_TRUE(BecomeOrdinaryUser());
             for (const Row& row : rows) {
                 const int32 priority = std::stoi(row[0]);
+                EXPECT_EQ(std::to_string(kernel::NiceForPriority(priority)), row[1]);
                 const thread_id thread = spawn_thread(tell, "nice", 10, nullptr);
                 EXPECT_EQ(set_thread_priority(thread, priority), 10);
                 EXPECT_EQ(InfoOf(thread).priority, priority);
@@ -190,8 +196,6 @@ TEST(Thread, PriorityIsANiceValueAsFarAsTheUserMayHaveIt)
         };
         EXPECT_EQ(InChild(check), 0) << most;
     }
-    for (const Row& row : rows)
-        EXPECT_EQ(std::to_string(kernel::NiceForPriority(std::stoi(row[0]))), row[1]) << row[0];
 }
 
 TEST(Thread, ExitThreadAndAKillOfItselfUnwindItAndGiveTheValue)
