@@ -2,8 +2,6 @@
 #include "TestHome.h"
 #include "tests/support/Child.h"
 
-#include <sys/stat.h>
-
 namespace fs = std::filesystem;
 
 namespace {
