@@ -19,14 +19,6 @@ TEST(MachineText, ATasksRecordIsReadWhateverItsName)
     }
 }
 
-TEST(MachineText, LinesAreFitForARecord)
-{
-    EXPECT_EQ(PlainLine("  a\tb \x01\xff\xc3\xa4\r\nnext"), "a b ??\xc3\xa4");
-    EXPECT_EQ(PlainLine("\v\f\x7f\xc2\x9f\xc2\xa0"), "??\xc2\xa0");
-    EXPECT_EQ(PlainLine(std::string(199, 'a') + "\xc3\xa4"), std::string(199, 'a'));
-    EXPECT_EQ(PlainLine(std::string(198, 'a') + "\xc3\xa4z"), std::string(198, 'a') + "\xc3\xa4");
-}
-
 TEST(MachineText, AFileOfEightMegabytesIsReadAndNoOtherKindOfFile)
 {
     const TempFolder folder;

@@ -161,6 +161,9 @@ TEST_F(RunNotes, OfTwoRunsNeitherSwitchesOnWhatTheOtherHasOff)
         EXPECT_EQ(States(), "1000");
     }
     EXPECT_EQ(States(), "1100");
+    WriteFile(Folder() + "/run-1", "boot this-boot\nprogram 999999999 1\nkeeper 0 0\noff 3\n");
+    EXPECT_EQ(SwitchedOnNow(), std::vector<int>()); // of a dead run, and the first one's now
+    EXPECT_EQ(States(), "1100");
     kernel::Processors third(fTree.Path());
     EXPECT_EQ(third.Switch(1, false), B_OK);
     close(fEnd[1]);
