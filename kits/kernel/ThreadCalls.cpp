@@ -56,7 +56,7 @@ status_t WaitForStop(Thread& thread)
 
 thread_state StateOf(const Thread& thread, char taskState)
 {
-    if (thread.mustStop.load() == 1 || taskState == 'T' || taskState == 't')
+    if (thread.mustStop.load() == 1)
         return B_THREAD_SUSPENDED;
     if (thread.asleep.load())
         return B_THREAD_ASLEEP;

@@ -30,13 +30,6 @@ status_t BFile::SetTo(const BEntry* entry, uint32 openMode)
     return Open(entry->fDirectory.Get(), entry->fName.c_str(), openMode);
 }
 
-void BFile::Unset()
-{
-    BNode::Unset();
-    fMode = 0;
-    fWriteStatus = B_OK;
-}
-
 status_t BFile::Open(int base, const char* path, uint32 openMode)
 {
     // Not O_APPEND: with it the system writes at the end whatever position is asked for.

@@ -18,7 +18,6 @@ public:
     status_t SetTo(const char* path, uint32 openMode);
     status_t SetTo(const entry_ref* ref, uint32 openMode);
     status_t SetTo(const BEntry* entry, uint32 openMode);
-    void Unset() override;
 
     bool IsWritable() const;
 

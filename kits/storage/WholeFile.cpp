@@ -9,7 +9,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <linux/magic.h>
-#include <sys/random.h>
 #include <sys/statfs.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -123,16 +122,10 @@ namespace {
 
 constexpr char kAccessList[] = "system.posix_acl_access";
 
-// A name that cannot be known beforehand; empty, and errno is set, on errors.
+// A name that cannot be known beforehand.
 std::string NewName()
 {
-    unsigned char bytes[16];
-    if (getrandom(bytes, sizeof bytes, 0) != sizeof bytes)
-        return "";
-    std::string name = ".tarvex-";
-    for (const unsigned char byte : bytes)
-        name += { "0123456789abcdef"[byte >> 4], "0123456789abcdef"[byte & 15] };
-    return name;
+    return ".tarvex-" + RandomDigits();
 }
 
 std::string LinkOf(int descriptor)
@@ -218,8 +211,7 @@ void WholeFile::MakeBeside()
         return;
     const std::string name = NewName();
     const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    if (!name.empty())
-        fFile = FileDescriptor(openat(directory, name.c_str(), flags, mode));
+    fFile = FileDescriptor(openat(directory, name.c_str(), flags, mode));
     if (fFile.IsOpen())
         fBeside = name;
 }
@@ -283,8 +275,7 @@ bool WholeFile::TakePlace()
         const std::string file = LinkOf(fFile.Get());
         // A link cannot replace what is there; a renaming can, and in one step. So the file gets
         // some name first.
-        if (name.empty()
-            || linkat(AT_FDCWD, file.c_str(), directory, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
+        if (linkat(AT_FDCWD, file.c_str(), directory, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
             return Fail();
         fBeside = name;
     }

@@ -26,10 +26,11 @@ public:
     std::string operator/(const std::string& below) const { return fPath / below; }
     const std::string& Path() const { return fPath.native(); }
     // Of what is in it.
-    std::set<std::string> Names() const
+    std::set<std::string> Names() const { return NamesIn(fPath); }
+    static std::set<std::string> NamesIn(const std::string& folder)
     {
         std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(fPath))
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
             names.insert(entry.path().filename());
         return names;
     }

@@ -267,11 +267,9 @@ std::vector<int> ParseCpuMask(std::string_view mask)
 
 int64 ClockInModelName(std::string_view name)
 {
-    // "... CPU @ 2.40GHz", blanks at the end. A name that is too short makes unit wrap around to a
-    // large number.
-    const size_t unit = name.find_last_not_of(' ') - 2;
-    if (name.size() < 4 || unit > name.size() || name.substr(unit + 1, 2) != "Hz")
+    if (name.size() < 3 || !name.ends_with("Hz")) // "... CPU @ 2.40GHz"
         return 0;
+    const size_t unit = name.size() - 3;
     const std::string_view number = name.substr(0, unit);
     const std::string_view digits = number.substr(number.find_last_not_of("0123456789.") + 1);
     const double factor = name[unit] == 'G' ? 1000 : name[unit] == 'M' ? 1 : 0;

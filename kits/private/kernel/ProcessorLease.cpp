@@ -11,7 +11,6 @@
 #include <poll.h>
 #include <pthread.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -89,16 +88,6 @@ bool SwitchOnAgain(const LeaseKeeper& keeper)
     _exit(0);
 }
 
-void CloseFrom(int first)
-{
-    if (syscall(SYS_close_range, static_cast<unsigned>(first), ~0u, 0) == 0)
-        return;
-    rlimit limit {};
-    getrlimit(RLIMIT_NOFILE, &limit);
-    for (rlim_t file = static_cast<rlim_t>(first); file < limit.rlim_cur; file++)
-        close(static_cast<int>(file));
-}
-
 // Makes the descriptors 0 and up, and closes all others.
 bool MoveDescriptors(LeaseKeeper& keeper)
 {
@@ -110,13 +99,12 @@ bool MoveDescriptors(LeaseKeeper& keeper)
         if (*file >= 0 && (*file = fcntl(*file, F_DUPFD, kOutOfTheWay)) < 0)
             return false;
     }
-    int next = 0;
+    unsigned next = 0;
     for (int* file : all) {
         if (*file >= 0)
-            *file = dup2(*file, next++);
+            *file = dup2(*file, static_cast<int>(next++));
     }
-    CloseFrom(next);
-    return true;
+    return close_range(next, ~0u, 0) == 0;
 }
 
 // Starts one. Its descriptors are copies and the only ones it has; signals to our process group or
@@ -226,8 +214,7 @@ void ProcessorLease::End()
         if (fIsOff[i] && WriteSwitch(fSwitches[i], true) == 0)
             fIsOff[i] = false;
     }
-    if (!fNote.path.empty())
-        (void)Note(); // what it says is left to the next start
+    (void)Note(); // what it says is left to the next start
 }
 
 // Writes down what is off. 0 or an error number.

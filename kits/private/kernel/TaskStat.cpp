@@ -34,13 +34,10 @@ bool ReadRecord(const char* path, TaskStat& stat)
     if (file < 0)
         return false;
     // The first 22 fields fit in any case; what is cut off behind them is not needed.
-    char record[512];
+    char record[512] = "";
     const ssize_t length = read(file, record, sizeof(record) - 1);
     close(file);
-    if (length <= 0)
-        return false;
-    record[length] = 0;
-    return ParseTaskStat(record, stat);
+    return length > 0 && ParseTaskStat(record, stat);
 }
 } // namespace
 

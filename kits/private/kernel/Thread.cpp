@@ -181,7 +181,6 @@ status_t Thread::Create(thread_func threadFunction, void* threadData)
 void* Thread::Enter(void* self)
 {
     Thread& thread = *static_cast<Thread*>(self);
-    ProgramNice();
     thread.Adopt();
     thread.ApplyName();
     thread.ApplyPriority();
@@ -239,7 +238,7 @@ void Thread::ApplyName() const
 
 void Thread::ApplyPriority() const
 {
-    const int nice = std::clamp(ProgramNice() + NiceForPriority(priority), -20, 19);
+    const int nice = ProgramNice() + NiceForPriority(priority); // the system cuts it to -20 to 19
     if (setpriority(PRIO_PROCESS, static_cast<id_t>(tid), nice) == 0)
         return;
     // The best that this user may have.

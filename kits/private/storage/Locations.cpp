@@ -5,10 +5,12 @@
 #include "SystemTree.h"
 
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <pwd.h>
+#include <random>
 #include <sstream>
 #include <sys/stat.h>
 #include <sys/statfs.h>
@@ -32,6 +34,14 @@ std::string JoinPath(const std::string& directory, const std::string& name)
 {
     const bool hasSlash = !directory.empty() && directory.back() == '/';
     return directory + (hasSlash ? "" : "/") + name;
+}
+
+std::string RandomDigits()
+{
+    std::random_device random;
+    char digits[17];
+    snprintf(digits, sizeof digits, "%08x%08x", random(), random());
+    return digits;
 }
 
 std::string PathOfDescriptor(int descriptor)

@@ -15,6 +15,9 @@ struct PathParts {
 // directory/name, with one slash between.
 [[nodiscard]] std::string JoinPath(const std::string& directory, const std::string& name);
 
+// 16 hexadecimal digits that nobody can know beforehand.
+[[nodiscard]] std::string RandomDigits();
+
 // The absolute path of what is open, all links followed, as it is now; empty if it has none any
 // more.
 [[nodiscard]] std::string PathOfDescriptor(int descriptor);

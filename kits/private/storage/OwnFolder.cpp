@@ -13,7 +13,6 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <random>
 #include <sstream>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -117,10 +116,7 @@ constexpr int kUnsafe = -1; // beside the numbers of errno
 
 std::string NewName()
 {
-    std::random_device random;
-    char digits[kDigits + 1];
-    snprintf(digits, sizeof(digits), "%08x%08x", random(), random());
-    return std::string(kPrefix) + digits;
+    return kPrefix + RandomDigits();
 }
 
 bool IsName(const std::string& name)

@@ -16,7 +16,6 @@ struct Victim {
     explicit Victim(Deed whichDeed) : deed(whichDeed) { }
 
     thread_id Spawn() { return spawn_thread(Run, "victim", B_NORMAL_PRIORITY, this); }
-
     // Starts it and waits until it may be killed.
     thread_id Start()
     {
@@ -44,21 +43,16 @@ struct Victim {
             snooze(B_INFINITE_TIMEOUT);
         if (deed == kAwait)
             wait_for_thread(other, nullptr);
-        if (deed == kHoldLock)
-            DoHoldingLock();
-        system_time();
-    }
-
-    void DoHoldingLock()
-    {
-        const KillGuard guard;
-        {
-            const KillGuard nested;
+        if (deed == kHoldLock) {
+            const KillGuard guard;
+            (void)KillGuard(); // nested
+            lock.lock(); // no object on the stack would give it back
+            isThere = true;
+            snooze(100);
+            usleep(100); // nor is there a kill in the C library
+            lock.unlock();
         }
-        lock.lock(); // no object on the stack would give it back
-        isThere = true;
-        snooze(100);
-        lock.unlock();
+        system_time();
     }
 
     const Deed deed;
@@ -108,14 +102,17 @@ TEST(Kill, EveryCallIsAPlaceToEnd)
         [] { set_thread_priority(-1, 1); }, [] { get_thread_info(-1, nullptr); },
         [] { rename_thread(-1, nullptr); }, [] { get_system_info(nullptr); },
         [] { get_nth_pci_info(0, nullptr); }, [] { _kset_cpu_state_(0, 2); } };
+    static std::atomic<bool> sHasCalled;
+    const thread_func callForEver = [](void* what) -> int32 {
+        for (;; sHasCalled = true)
+            (*static_cast<const Call*>(what))();
+    };
     for (const Call& call : calls) {
-        const thread_id thread = spawn_thread(
-            [](void* what) -> int32 {
-                for (;;)
-                    (*static_cast<const Call*>(what))();
-            },
-            "caller", B_NORMAL_PRIORITY, const_cast<Call*>(&call));
-        EXPECT_TRUE(resume_thread(thread) == B_OK && kill_thread(thread) == B_OK);
+        sHasCalled = false; // else it is killed before it begins
+        const thread_id thread =
+            spawn_thread(callForEver, "caller", B_NORMAL_PRIORITY, const_cast<Call*>(&call));
+        EXPECT_TRUE(resume_thread(thread) == B_OK && WaitUntil([] { return sHasCalled.load(); }));
+        EXPECT_EQ(kill_thread(thread), B_OK);
     }
 }
 
@@ -131,29 +128,24 @@ TEST(Kill, ThreadsThatKillOrAwaitEachOtherAllEnd)
         } killer { other };
         system_time();
     };
-    struct Party {
-        Way way;
-        std::atomic<int>& present;
-        thread_id other = 0;
-        static int32 Act(void* data)
-        {
-            const Party party = *static_cast<Party*>(data);
-            for (++party.present; party.present < 2;)
-                ;
-            party.way(party.other);
-            return 0;
-        }
+    const thread_func act = [](void* what) -> int32 {
+        (*static_cast<std::function<void()>*>(what))();
+        return 0;
     };
     const Way pairs[][2] = { { kill, kill }, { kill, await }, { killInDestructor, kill },
         { killInDestructor, await } };
     for (int round = 0; round < 100; round++) {
         std::atomic<int> present { 0 };
-        Party parties[] = { { pairs[round % 4][0], present }, { pairs[round % 4][1], present } };
         thread_id threads[2];
-        for (int i = 0; i < 2; i++)
-            threads[i] = spawn_thread(Party::Act, "party", B_NORMAL_PRIORITY, &parties[i]);
-        for (int i = 0; i < 2; i++)
-            parties[i].other = threads[1 - i];
+        std::function<void()> parties[2];
+        for (int i = 0; i < 2; i++) {
+            parties[i] = [&, i] {
+                for (++present; present < 2;)
+                    ;
+                pairs[round % 4][i](threads[1 - i]);
+            };
+            threads[i] = spawn_thread(act, "party", B_NORMAL_PRIORITY, &parties[i]);
+        }
         for (const thread_id thread : threads)
             resume_thread(thread);
         for (const thread_id thread : threads)

@@ -4,20 +4,11 @@
 #include <MachineRun.h>
 
 #include <regex>
-#include <sys/socket.h>
-#include <sys/un.h>
-
-namespace {
-std::string OwnName()
-{
-    return "tarvex-test-" + std::to_string(getpid());
-}
-
-} // namespace
 
 TEST(MachineRun, BelongsToOneProcessUntilThatEndsInAnyWay)
 {
-    const std::string name = OwnName();
+    const std::string name = "tarvex-test-" + std::to_string(getpid());
+    const size_t files = TempFolder::NamesIn("/proc/self/fd").size();
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     const pid_t child = StartChild([&] {
@@ -40,4 +31,5 @@ TEST(MachineRun, BelongsToOneProcessUntilThatEndsInAnyWay)
     second.End();
     EXPECT_EQ(BMachineRun(name.c_str()).Begin(), B_OK);
     close(ends[0]), close(ends[1]);
+    EXPECT_EQ(TempFolder::NamesIn("/proc/self/fd").size(), files);
 }

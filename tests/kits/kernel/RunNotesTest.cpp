@@ -8,6 +8,10 @@
 
 #include <OS.h>
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+
 namespace {
 // Four processors, and who has switched them off.
 class RunNotes : public testing::Test {
@@ -33,6 +37,17 @@ protected:
         for (int number = 0; number < 4; number++)
             all += fTree.Read(Switch(number)).substr(0, 1);
         return all;
+    }
+    // Makes the switch one that takes nothing more, not even from root, once it is sealed.
+    int MakeSealable(int number) const
+    {
+        const int file = memfd_create("switch", MFD_ALLOW_SEALING);
+        EXPECT_EQ(write(file, "1", 1), 1);
+        std::filesystem::remove(fTree / Switch(number));
+        std::filesystem::create_symlink(
+            "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(file),
+            fTree / Switch(number));
+        return file;
     }
     std::string Folder() const { return fTree / "run/tarvex"; }
 
@@ -120,6 +135,9 @@ TEST_F(RunNotes, AKeeperThatIsKilledOrStoppedIsReplaced)
     for (const auto& [number, how, cpu] :
         { std::tuple(SIGKILL, "killed", 2), { SIGSTOP, "stopped", 1 } }) {
         const pid_t keeper = Keeper();
+        const std::string process = "/proc/" + std::to_string(keeper);
+        EXPECT_EQ(TempFolder::NamesIn(process + "/fd").size(), 6u);
+        EXPECT_EQ(ReadFile(process + "/comm"), "tarvex-lease\n");
         kill(keeper, number);
         testing::internal::CaptureStderr();
         EXPECT_EQ(run.Switch(cpu, false), B_OK);
@@ -144,6 +162,8 @@ TEST_F(RunNotes, OfTwoRunsNeitherSwitchesOnWhatTheOtherHasOff)
         EXPECT_EQ(second.Switch(1, false), B_OK);
         EXPECT_EQ(States(), "1000");
     }
+    WriteFile(Folder() + "/run-1", "boot this-boot\nprogram 999999999 1\nkeeper 0 0\noff 3\n");
+    EXPECT_EQ(SwitchedOnNow(), std::vector<int>()); // of a dead run, and the first one's now
     EXPECT_EQ(States(), "1100");
     kernel::Processors third(fTree.Path());
     EXPECT_EQ(third.Switch(1, false), B_OK);
@@ -185,26 +205,82 @@ TEST_F(RunNotes, WhatCannotBeSwitchedOnIsToldAndWhatADeadProgramWasWritingGoes)
     const RootGuard root(fTree.Path());
     std::filesystem::create_directories(Folder());
     EXPECT_EQ(restore_processors(), "");
-    const std::string own = Folder() + "/new-" + std::to_string(getpid());
-    for (const std::string& file : { own, Folder() + "/new-999999999", Folder() + "/other" })
-        WriteFile(file, "x");
+    const std::string own = "new-" + std::to_string(getpid());
+    for (const std::string& name : { own, std::string("new-999999999"), std::string("other") })
+        WriteFile(Folder() + "/" + name, "x");
+    const int sealed = MakeSealable(3);
+    const pid_t run = StartRun();
+    const pid_t keeper = Keeper();
+    EXPECT_EQ(fcntl(sealed, F_ADD_SEALS, F_SEAL_WRITE), 0);
+    kill(run, SIGKILL);
+    EXPECT_EQ(EndOf(run), -SIGKILL);
+    EXPECT_TRUE(WaitUntil([=] { return !kernel::ProcessTag::Of(keeper).Lives(); }));
+    EXPECT_EQ(States(), "1110");
     SetState(1, "0");
     SetState(2, "0");
-    std::filesystem::remove(fTree / Switch(3));
-    // A file that begins with "0" and takes nothing, not even from root.
-    std::filesystem::create_symlink("/proc/self/personality", fTree / Switch(3));
+    kernel::Processors::SetRoot(fTree.Path()); // which counts them no more
+    const size_t files = TempFolder::NamesIn("/proc/self/fd").size();
+    // Of two that were killed with their keepers, one of them before the other.
     const std::string note = "boot this-boot\nprogram 999999999 1\nkeeper 0 0\noff ";
-    WriteFile(Folder() + "/run-1", note + "2 1\n");
-    WriteFile(Folder() + "/run-2", note + "3\n");
+    WriteFile(Folder() + "/run-1", note + "2 0 1\n");
     EXPECT_EQ(restore_processors(),
-        std::string("Processors 1, 2 had been left off by a run that was killed: now on again. "
-                    "Processor 3 left off by a run that was killed cannot be switched on: ")
-            + strerror(geteuid() == 0 ? ESPIPE : EACCES));
+        "Processors 1, 2 had been left off by a run that was killed: now on again. "
+        "Processor 3 left off by a run that was killed cannot be switched on: "
+        "Operation not permitted");
     EXPECT_EQ(States(), "1110");
-    std::set<std::string> left;
-    for (const auto& entry : std::filesystem::directory_iterator(Folder()))
-        left.insert(entry.path().filename());
-    EXPECT_EQ(left, (std::set<std::string> { own.substr(own.rfind('/') + 1), "other", "run-2" }));
+    EXPECT_EQ(kernel::Processors::Get()->Numbers(), (std::vector<int> { 0, 1, 2, 3 }));
+    EXPECT_EQ(TempFolder::NamesIn("/proc/self/fd").size(), files);
+    EXPECT_EQ(restore_processors(),
+        "Processor 3 left off by a run that was killed cannot be switched on: "
+        "Operation not permitted");
+    EXPECT_EQ(TempFolder::NamesIn(Folder()),
+        (std::set<std::string> { own, "other", "run-" + std::to_string(run) }));
+    close(fEnd[1]);
+}
+
+TEST_F(RunNotes, ASwitchThatRefusesLeavesItsProcessorAsItIsAndTheNoteSaysSo)
+{
+    const int sealed = MakeSealable(3);
+    fTree.Write("run/tarvex/new-" + std::to_string(getpid()), "of an earlier process");
+    {
+        kernel::Processors run(fTree.Path());
+        EXPECT_EQ(run.Switch(3, false), B_OK);
+        EXPECT_EQ(fcntl(sealed, F_ADD_SEALS, F_SEAL_WRITE), 0);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(run.Switch(3, true), B_ERROR);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error switching processor <3> on: Operation not permitted\n");
+        EXPECT_EQ(run.Switch(1, false), B_OK);
+        EXPECT_EQ(run.Use().off, (std::vector<int> { 1, 3 }));
+        EXPECT_EQ(run.Use().used, (std::vector<int> { 0, 2 }));
+    }
+    EXPECT_EQ(States(), "1110");
+    EXPECT_EQ(kernel::ReadNotes(fTree.Path()).at(0).off, std::vector<int> { 3 });
+    const int other = MakeSealable(2);
+    EXPECT_EQ(fcntl(other, F_ADD_SEALS, F_SEAL_WRITE), 0);
+    testing::internal::CaptureStderr();
+    kernel::Processors run(fTree.Path());
+    EXPECT_EQ(run.Switch(2, false), B_ERROR);
+    EXPECT_EQ(run.Use().off, std::vector<int>());
+    std::filesystem::remove(fTree / Switch(1));
+    EXPECT_EQ(kernel::Processors(fTree.Path()).Switch(1, false), B_ERROR);
+    SetState(1, "1");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Error switching processor <2> off: Operation not permitted\n"
+        "Error switching processor <1> off: No such file or directory\n");
+    EXPECT_TRUE(std::filesystem::is_empty(Folder()));
+    // The keeper has five files, the switches of 0 to 2 among them, from 32 on while it takes them.
+    for (const rlim_t files : { 36, 37 }) {
+        const auto canSwitch = [&, limit = rlimit { files, files }] {
+            return setrlimit(RLIMIT_NOFILE, &limit) == 0
+                && kernel::Processors(fTree.Path()).Switch(1, false) == B_OK;
+        };
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(InChild(canSwitch), files == 37);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            files == 37 ? ""
+                        : "Error switching processor <1> off: Resource temporarily unavailable\n");
+    }
 }
 
 TEST_F(RunNotes, NothingIsSwitchedOffThatCannotBeNoted)
@@ -220,4 +296,19 @@ TEST_F(RunNotes, NothingIsSwitchedOffThatCannotBeNoted)
         EXPECT_EQ(States(), "1111");
         std::filesystem::remove(Folder());
     }
+}
+
+TEST_F(RunNotes, SwitchingReachesTheRightOneAndTheCountStays)
+{
+    std::filesystem::remove_all(fTree / "sys/devices/system/cpu/cpu1");
+    const RootGuard root(fTree.Path());
+    const std::map<std::string, status_t> statuses = { { "fine", B_OK },
+        { "bad value", B_BAD_VALUE }, { "not allowed", B_NOT_ALLOWED } };
+    for (const Row& row : RowsOf("kits/kernel/data/switches.txt", 4)) {
+        EXPECT_EQ(_kset_cpu_state_(std::stoi(row[0]), std::stoi(row[1])), statuses.at(row[2]));
+        EXPECT_EQ(States(), row[3]) << row[0] << row[1];
+        system_info info;
+        EXPECT_TRUE(get_system_info(&info) == B_OK && info.cpu_count == 3);
+    }
+    EXPECT_EQ(get_system_info(nullptr), B_BAD_VALUE);
 }

@@ -1,54 +1,26 @@
-#include "MachineTree.h"
+#include "tests/support/Rows.h"
+#include "tests/support/Test.h"
 
 #include <ThreadMoment.h>
 
 namespace {
-
-ThreadMoment Moment(std::optional<double> waited, double others = 0, int processor = 0,
-    std::optional<uint64> throttles = {})
+// What it waited, what others used, its processor and that one's throttles; "-" is not told.
+ThreadMoment MomentOf(const Row& row, size_t at)
 {
-    return { waited, others, processor, throttles };
+    ThreadMoment moment { {}, std::stod(row[at + 1]), std::stoi(row[at + 2]), {} };
+    if (row[at] != "-")
+        moment.waited = std::stod(row[at]);
+    if (row[at + 3] != "-")
+        moment.throttles = std::stoul(row[at + 3]);
+    return moment;
 }
-
 } // namespace
-
-TEST(ThreadMoment, IsReadFromTheSystemsFiles)
-{
-    const MachineTree tree;
-    const RootGuard root(tree.Path());
-    const std::string folder = "sys/devices/system/cpu/cpu3/thermal_throttle/";
-    EXPECT_EQ(ReadThreadMoment(3).throttles, std::nullopt);
-    tree.Write(folder + "package_throttle_count", "40\n");
-    EXPECT_EQ(ReadThreadMoment(3).throttles, 40u);
-    tree.Write(folder + "core_throttle_count", "2\n");
-    EXPECT_EQ(ReadThreadMoment(3).throttles, 42u);
-    EXPECT_EQ(ReadThreadMoment(2).throttles, std::nullopt);
-    for (const char* text : { "", "7\n", "7 x 1\n" }) {
-        tree.Write("proc/thread-self/schedstat", text);
-        EXPECT_EQ(ReadThreadMoment().waited, std::nullopt) << text;
-    }
-    tree.Write("proc/thread-self/schedstat", "7000000000 2500000000 31\n");
-    EXPECT_EQ(ReadThreadMoment().waited, 2.5);
-}
 
 TEST(ThreadMoment, AChangeIsWhatOtherProgramsAndTheSameProcessorDid)
 {
-    const struct {
-        ThreadMoment before, after;
-        double waited;
-        bool isThrottled = false;
-    } rows[] = { { Moment(1.0, 5.0), Moment(1.75, 5.25),
-                     0.5 }, // the rest for threads of the process
-        { Moment(1.0, 5.0), Moment(1.75, 8.0), 0 }, // these on others' processors
-        { Moment(1.0, 5.0), Moment(1.5, 4.9), 0.5 }, // clocks apart
-        { Moment({}, 5.0), Moment(1.5, 5.0), 0 }, { Moment(1.5, 5.0), Moment({}, 5.0), 0 },
-        { Moment({}, 0, 1, 4), Moment({}, 0, 1, 5), 0, true },
-        { Moment({}, 0, 1, 4), Moment({}, 0, 1, 4), 0 },
-        { Moment({}, 0, 1, 4), Moment({}, 0, 2, 5), 0 },
-        { Moment({}, 0, 1, {}), Moment({}, 0, 1, 5), 0 } };
-    for (const auto& row : rows) {
-        const ThreadChange change = ChangeBetween(row.before, row.after);
-        EXPECT_DOUBLE_EQ(change.waited, row.waited);
-        EXPECT_EQ(change.isThrottled, row.isThrottled);
+    for (const Row& row : RowsOf("kits/kernel/data/moments.txt", 11)) {
+        const ThreadChange change = ChangeBetween(MomentOf(row, 1), MomentOf(row, 5));
+        EXPECT_DOUBLE_EQ(change.waited, std::stod(row[9])) << row[0];
+        EXPECT_EQ(change.isThrottled ? "slowed" : "not", row[10]) << row[0];
     }
 }

@@ -1,11 +1,14 @@
+#include "Thread.h"
+
+#include "LeafLock.h"
+#include "tests/support/Child.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 #include "tests/support/WaitUntil.h"
 
 #include <OS.h>
 
-#include <sched.h>
 #include <sys/resource.h>
-#include <sys/syscall.h>
 
 namespace {
 // What a thread of these tests does and shows; it does it until done.
@@ -14,13 +17,26 @@ struct Work {
 
     Kind kind = kCount;
     std::atomic<bool> done { false };
+    std::atomic<bool> isGuarded { false }; // at first
     std::atomic<long> count { 0 };
-    std::atomic<pid_t> tid { 0 };
+
+    bool GoesOn() const
+    {
+        const long before = count;
+        return WaitUntil([&] { return count > before; });
+    }
 
     static int32 Do(void* data)
     {
         Work& work = *static_cast<Work*>(data);
-        work.tid = static_cast<pid_t>(syscall(SYS_gettid));
+        if (work.isGuarded) {
+            const kernel::SuspendGuard guard;
+            {
+                const kernel::SuspendGuard nested;
+            }
+            while (work.isGuarded)
+                work.count++;
+        }
         while (!work.done) {
             work.count++;
             if (work.kind == kSnooze)
@@ -35,7 +51,8 @@ struct Work {
 // Of one that has ended the name "<ended>" alone.
 thread_info InfoOf(thread_id thread)
 {
-    thread_info info {};
+    thread_info info;
+    memset(&info, 'x', sizeof info);
     if (get_thread_info(thread, &info) != B_OK)
         strcpy(info.name, "<ended>");
     return info;
@@ -71,8 +88,11 @@ TEST(Thread, StateTellsWhatItDoes)
         EXPECT_EQ(suspend_thread(thread), B_OK); // already
         EXPECT_EQ(InfoOf(thread).state, B_THREAD_SUSPENDED);
         const long count = work.count;
-        usleep(1000);
+        info = InfoOf(thread);
+        usleep(60000);
         EXPECT_EQ(work.count, count);
+        EXPECT_LT(InfoOf(thread).user_time + InfoOf(thread).kernel_time,
+            info.user_time + info.kernel_time + 30000);
         work.done = true;
         status_t value = 0;
         EXPECT_EQ(wait_for_thread(thread, &value), B_OK); // resumes it
@@ -104,7 +124,79 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     EXPECT_EQ(spawn_thread(nullptr, "x", B_LOW_PRIORITY, nullptr), B_BAD_VALUE);
     EXPECT_TRUE(get_thread_info(self, nullptr) == B_BAD_VALUE
         && rename_thread(self, nullptr) == B_BAD_VALUE);
-    EXPECT_TRUE(snooze(0) == B_OK && snooze(-1) == B_OK && snooze(1) == B_OK);
+    const bigtime_t until = system_time() + 20000;
+    EXPECT_TRUE(snooze(0) == B_OK && snooze(-1) == B_OK && snooze(20000) == B_OK);
+    EXPECT_GE(system_time(), until);
+    using std::chrono::microseconds, std::chrono::steady_clock;
+    const auto now = [] { return steady_clock::now().time_since_epoch() / microseconds(1); };
+    const bigtime_t before = now(), kits = system_time(), after = now();
+    EXPECT_TRUE(before <= kits && kits <= after);
+}
+
+TEST(Thread, AMutexIsItsAloneAndLetGo)
+{
+    Mutex mutex;
+    for (const bool isHeld : { true, false }) {
+        const auto lock = isHeld ? std::make_unique<LeafLock>(mutex) : nullptr;
+        std::thread([&] {
+            const bool isTaken = mutex.try_lock();
+            EXPECT_EQ(isTaken, !isHeld);
+            if (isTaken)
+                mutex.unlock();
+        }).join();
+    }
+}
+
+TEST(Thread, UnderAGuardIsStoppedWhenThatEndsUnlessItWasResumedBefore)
+{
+    Work work;
+    work.isGuarded = true;
+    const thread_id thread = spawn_thread(Work::Do, "guarded", B_NORMAL_PRIORITY, &work);
+    resume_thread(thread);
+    for (const bool isResumed : { true, false }) {
+        EXPECT_TRUE(work.GoesOn());
+        std::atomic<bool> isBack { false };
+        std::thread suspender([&] {
+            EXPECT_EQ(suspend_thread(thread), B_OK);
+            isBack = true;
+        });
+        EXPECT_TRUE(WaitUntil([&] { return InfoOf(thread).state == B_THREAD_SUSPENDED; }));
+        EXPECT_TRUE(work.GoesOn() && !isBack);
+        if (isResumed)
+            EXPECT_EQ(resume_thread(thread), B_OK);
+        else
+            work.isGuarded = false;
+        suspender.join();
+        EXPECT_EQ(InfoOf(thread).state, isResumed ? B_THREAD_RUNNING : B_THREAD_SUSPENDED);
+    }
+    work.done = true;
+    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
+}
+
+TEST(Thread, PriorityIsANiceValueAsFarAsTheUserMayHaveIt)
+{
+    const thread_func tell = [](void*) -> int32 { return getpriority(PRIO_PROCESS, 0); };
+    const std::vector<Row> rows = RowsOf("kits/kernel/data/priorities.txt", 4);
+    const std::pair<size_t, rlim_t> limits[] = { { 1, RLIM_INFINITY }, { 2, 25 }, { 3, 0 } };
+    for (const auto& [column, most] : limits) {
+        const auto check = [&, column = column, limit = rlimit { most, most }] {
+            if (setpriority(PRIO_PROCESS, 0, 0) != 0 || setrlimit(RLIMIT_NICE, &limit) != 0)
+                return 0; // not this user
+            EXPECT_TRUE(BecomeOrdinaryUser());
+            for (const Row& row : rows) {
+                const int32 priority = std::stoi(row[0]);
+                EXPECT_EQ(std::to_string(kernel::NiceForPriority(priority)), row[1]);
+                const thread_id thread = spawn_thread(tell, "nice", 10, nullptr);
+                EXPECT_EQ(set_thread_priority(thread, priority), 10);
+                EXPECT_EQ(InfoOf(thread).priority, priority);
+                status_t nice = 0;
+                EXPECT_EQ(wait_for_thread(thread, &nice), B_OK);
+                EXPECT_EQ(std::to_string(nice), row[column]) << priority;
+            }
+            return HasFailure() ? 1 : 0;
+        };
+        EXPECT_EQ(InChild(check), 0) << most;
+    }
 }
 
 TEST(Thread, ExitThreadAndAKillOfItselfUnwindItAndGiveTheValue)

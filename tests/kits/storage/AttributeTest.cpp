@@ -1,3 +1,4 @@
+#include "StoreAccess.h"
 #include "TestHome.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
@@ -33,7 +34,9 @@ TEST(Attribute, AWriteReplacesAtZeroAndExtendsElsewhere)
     const std::tuple<off_t, std::string, type_code, std::string> rows[] = {
         { 0, "abcdef", B_STRING_TYPE, "abcdef" },
         { 5, "Zz", B_RAW_TYPE, "abcdeZz" },
-        { 9, "!", B_INT8_TYPE, std::string("abcdeZz\0\0!", 10) },
+        { 1, "BC", B_STRING_TYPE, "aBCdeZz" }, // in place, also at the end
+        { 4, "XYZ", B_RAW_TYPE, "aBCdXYZ" },
+        { 9, "!", B_INT8_TYPE, std::string("aBCdXYZ\0\0!", 10) },
         { 0, "", B_INT32_TYPE, "" },
         { 3, "end", B_STRING_TYPE, std::string("\0\0\0end", 6) },
         { 0, "short", B_STRING_TYPE, "short" },
@@ -74,6 +77,19 @@ TEST(Attribute, BelongsToTheFileAndNotToTheNextOneAtItsPath)
     }
 }
 
+TEST(Attribute, GoesFromTheStoreWithItsFileOrFolder)
+{
+    const TempFolder in;
+    Shell(in, "mkdir folder; touch file; ln file other");
+    for (const char* name : { "folder", "file", "other" }) {
+        EXPECT_EQ(SetAttribute(in / name, "doomed", "x"), 1);
+        EXPECT_EQ(BEntry((in / name).c_str()).Remove(), B_OK);
+        EXPECT_EQ(Sql(TestHome() / "data/tarvex/attributes.sqlite",
+                      "SELECT count(*) FROM attributes WHERE name = CAST('doomed' AS BLOB)"),
+            *name == 'f' && name[1] == 'i' ? "1 " : "0 "); // it has another name
+    }
+}
+
 TEST(Attribute, GoesAlongWithAFolderAndItsOldPlaceIsFree)
 {
     const TempFolder in;
@@ -83,6 +99,10 @@ TEST(Attribute, GoesAlongWithAFolderAndItsOldPlaceIsFree)
     BEntry entry((in / "folder").c_str());
     EXPECT_EQ(entry.Rename("folder!"), B_FILE_EXISTS);
     EXPECT_EQ(entry.Rename("moved"), B_OK);
+    const std::string here = "path = CAST('" + in / "moved/x" + "' AS BLOB)";
+    EXPECT_EQ(
+        Sql(TestHome() / "data/tarvex/attributes.sqlite", "SELECT 1 FROM files WHERE " + here),
+        "1 ");
     Shell(in, "mkdir folder && touch folder/x");
     EXPECT_EQ(Attribute(in / "folder/x", "a"), "none");
     EXPECT_EQ(SetAttribute(in / "folder/x", "a", "new"), 3);

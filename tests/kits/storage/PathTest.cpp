@@ -6,6 +6,8 @@
 #include <FindDirectory.h>
 #include <Path.h>
 
+#include <pwd.h>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -68,6 +70,9 @@ TEST(FindDirectory, EveryConstantHasAPlaceAndTheUsersFollowTheXdgFolders)
         setenv(variable, "relative", 1); // counts as not set
     EXPECT_EQ(of(B_USER_SETTINGS_DIRECTORY), TestHome() / ".config");
     EXPECT_EQ(of(B_TRASH_DIRECTORY), TestHome() / ".local/share/Trash/files");
+    unsetenv("HOME"); // as a service may find it
+    EXPECT_EQ(of(B_USER_DIRECTORY), getpwuid(getuid())->pw_dir);
+    setenv("HOME", TestHome().Path().c_str(), 1);
     setenv("XDG_CONFIG_HOME", (TestHome() / "config").c_str(), 1);
     setenv("XDG_DATA_HOME", (TestHome() / "data").c_str(), 1);
 }

@@ -1,4 +1,5 @@
 #include "TestHome.h"
+#include "tests/support/Calls.h"
 #include "tests/support/Test.h"
 
 #include <Resources.h>
@@ -21,7 +22,9 @@ TEST(Resources, ChangesAreKeptTogetherWhenTheObjectEnds)
     {
         BResources resources(&file);
         EXPECT_EQ(resources.AddResource(B_RAW_TYPE, 7, "1234", 4, "archive"), B_OK);
+        size_t size = 0;
         EXPECT_EQ(resources.WriteResource(B_RAW_TYPE, 7, "5678", 4, 4), B_OK);
+        EXPECT_TRUE(resources.GetResourceInfo(B_RAW_TYPE, 7, nullptr, &size) && size == 8);
         EXPECT_EQ(resources.AddResource(B_STRING_TYPE, 7, "text", 5, "title"), B_OK);
         EXPECT_EQ(BResources(&file).HasResource(B_RAW_TYPE, 7), false); // nothing kept yet
     }
@@ -50,34 +53,26 @@ TEST(Resources, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
 {
     const std::string path = TestHome() / "resources";
     const char* noName = nullptr;
-    constexpr size_t kMost = 1'000'000'000;
     BFile file(path.c_str(), B_READ_WRITE | B_CREATE_FILE), none;
     const BFile readable(path.c_str(), B_READ_ONLY);
     BResources unset, resources(&file), reading(&readable);
     size_t size = 99;
-    const std::pair<status_t, status_t> rows[] = { { unset.AddResource('a', 1, "x", 1), B_NO_INIT },
-        { unset.Sync(), B_NO_INIT }, { unset.SetTo(nullptr), B_OK },
-        { unset.SetTo(&none), B_BAD_VALUE }, { unset.SetTo(&readable, true), B_NOT_ALLOWED },
-        { reading.Sync(), B_OK }, { reading.RemoveResource('a', 1), B_NOT_ALLOWED },
-        { reading.WriteResource('a', 1, "x", 0, 1), B_NOT_ALLOWED },
-        { resources.AddResource('a', 1, nullptr, 1), B_BAD_VALUE },
-        { resources.AddResource('a', 1, "x", kMost + 1), B_BAD_VALUE },
-        { resources.AddResource('a', 1, nullptr, 0), B_OK },
-        { resources.WriteResource('a', 2, "x", 0, 1), B_ENTRY_NOT_FOUND },
-        { resources.WriteResource('b', 1, "x", 0, 1), B_ENTRY_NOT_FOUND },
-        { resources.WriteResource('a', 1, nullptr, 0, 1), B_BAD_VALUE },
-        { resources.WriteResource('a', 1, "x", -1, 1), B_BAD_VALUE },
-        { resources.WriteResource('a', 1, "x", kMost, 1), B_BAD_VALUE },
-        { resources.WriteResource('a', 1, "x", 0, kMost + 1), B_BAD_VALUE },
-        { resources.WriteResource('a', 2, "x", kMost - 1, 1), B_ENTRY_NOT_FOUND },
-        { resources.RemoveResource('a', 2), B_ENTRY_NOT_FOUND },
-        { resources.RemoveResource('b', 1), B_ENTRY_NOT_FOUND },
-        { resources.AddResource('a', 3, "12345", 5, "three"), B_OK },
-        { resources.WriteResource('a', 3, "x", 1, 1), B_OK }, { resources.Sync(), B_OK },
-        { resources.AddResource('a', 4, "lost", 4), B_OK },
-        { resources.RemoveResource('a', 4), B_OK }, { reading.SetTo(&readable), B_OK } };
-    for (size_t i = 0; i < std::size(rows); i++)
-        EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
+    EXPECT_TRUE(unset.SetTo(nullptr) == B_OK && unset.SetTo(&none) == B_BAD_VALUE
+        && unset.SetTo(&readable, true) == B_NOT_ALLOWED);
+    const std::map<std::string, BResources*> objects = { { "none", &unset }, { "file", &resources },
+        { "reading", &reading } };
+    const Calls<BResources> calls = { { "add", Function(&BResources::AddResource) },
+        { "write", Function(&BResources::WriteResource) },
+        { "remove", Function(&BResources::RemoveResource) },
+        { "sync", Function(&BResources::Sync) } };
+    const std::map<std::string, status_t> statuses = { { "fine", B_OK }, { "not set", B_NO_INIT },
+        { "bad value", B_BAD_VALUE }, { "not allowed", B_NOT_ALLOWED },
+        { "not found", B_ENTRY_NOT_FOUND } };
+    for (const Row& row : RowsOf("kits/storage/data/resources.txt", 3))
+        EXPECT_EQ(
+            calls.at(row[1])(*objects.at(row[0]), row), std::to_string(statuses.at(row.back())))
+            << testing::PrintToString(row);
+    EXPECT_EQ(reading.SetTo(&readable), B_OK);
     EXPECT_TRUE(reading.GetResourceInfo('a', 1, nullptr, &size) && size == 0);
     EXPECT_TRUE(reading.LoadResource('a', 1, nullptr)) << "empty, and there";
     EXPECT_TRUE(reading.GetResourceInfo('a', 3, nullptr, &size) && size == 5);
@@ -97,8 +92,16 @@ TEST(Resources, CallsThatCannotBeAnsweredSayWhyAndLeaveAllAsItWas)
         && other.AddResource('c', 3, "x", 1) == B_OK && other.RemoveResource('c', 3) == B_OK
         && other.Sync() == B_OK && clobbering.AddResource('c', 3, "kept", 4) == B_OK
         && clobbering.Sync() == B_OK && other.Sync() == B_OK); // removes nothing twice
-    BResources left(&readable), late(&readable);
-    EXPECT_EQ(DataOf(left, 'c', 1) + DataOf(left, 'c', 2) + DataOf(left, 'c', 3), "otherminekept");
+    BResources late(&readable), stale(&readable);
+    EXPECT_TRUE(other.AddResource('c', 1, "another", 7) == B_OK && other.Sync() == B_OK
+        && clobbering.Sync() == B_OK); // which it does not take back
+    EXPECT_TRUE(stale.LoadResource('c', 1, &size) && size == 7);
+    EXPECT_EQ(clobbering.AddResource('c', 2, "my", 2), B_OK);
+    EXPECT_TRUE(other.AddResource('c', 2, "mine", 4) == B_OK && clobbering.Sync() == B_OK
+        && other.Sync() == B_OK && clobbering.Sync() == B_OK);
+    BResources left(&readable);
+    EXPECT_EQ(
+        DataOf(left, 'c', 1) + DataOf(left, 'c', 2) + DataOf(left, 'c', 3), "anotherminekept");
     std::filesystem::remove_all(TestHome() / "data/tarvex");
     EXPECT_FALSE(late.LoadResource('c', 1, &size));
 }

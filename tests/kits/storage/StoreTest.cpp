@@ -1,8 +1,11 @@
+#include "FileDescriptor.h"
 #include "StoreAccess.h"
 #include "TestHome.h"
 #include "tests/support/Child.h"
 
 #include <fcntl.h>
+#include <sys/statfs.h>
+#include <sys/sysmacros.h>
 #include <tuple>
 
 namespace fs = std::filesystem;
@@ -65,12 +68,43 @@ TEST(Store, TellsFilesApartByDeviceInodeAndBirthAndKnowsAProgramThatTookItsOwnPl
         store.Close();
         EXPECT_EQ(Sql(folder / "store", "SELECT data FROM attributes ORDER BY data"), left);
     }
+}
 
-    NodeIdentity own;
-    ASSERT_EQ(IdentifyNode(AT_FDCWD, fs::read_symlink("/proc/self/exe"), &own), B_OK);
-    EXPECT_TRUE(own.isProgram);
-    ASSERT_EQ(IdentifyNode(AT_FDCWD, "/bin/sh", &own), B_OK);
-    EXPECT_FALSE(own.isProgram);
+TEST(Store, IdentifiesWhatANameOrADescriptorStandsForAndOpensNothing)
+{
+    const TempFolder folder;
+    Shell(folder, "echo text > file; ln file other; mkfifo pipe; ln -s file link; mkdir sub");
+    const FileDescriptor directory(open(folder.Path().c_str(), O_PATH));
+    NodeIdentity node;
+    const auto identify = [&](int base, const std::string& name) {
+        EXPECT_EQ(IdentifyNode(base, name, &node), B_OK);
+        return std::tuple(
+            node.path, node.inode, node.birth, node.links, node.isProgram, node.device, node.mount);
+    };
+    struct statfs system = {};
+    ASSERT_EQ(fstatfs(directory.Get(), &system), 0);
+    int64 device = 0;
+    memcpy(&device, &system.f_fsid, sizeof device);
+    for (const std::string name : { "file", "other", "pipe", "link", "sub", "." }) {
+        struct statx info = {};
+        ASSERT_EQ(statx(directory.Get(), name.c_str(), AT_SYMLINK_NOFOLLOW,
+                      STATX_BTIME | STATX_BASIC_STATS, &info),
+            0);
+        const std::string path = name == "." ? folder.Path() : folder / name;
+        const uint64 mount = makedev(info.stx_dev_major, info.stx_dev_minor);
+        const int64 birth = info.stx_btime.tv_sec * 1'000'000'000 + info.stx_btime.tv_nsec;
+        device = device == 0 ? static_cast<int64>(mount) : device;
+        const auto all =
+            std::tuple(path, info.stx_ino, birth, info.stx_nlink, false, device, mount);
+        const FileDescriptor itself(openat(directory.Get(), name.c_str(), O_PATH | O_NOFOLLOW));
+        EXPECT_EQ(identify(directory.Get(), name), all);
+        EXPECT_EQ(identify(AT_FDCWD, path), all);
+        EXPECT_EQ(identify(itself.Get(), ""), all);
+        EXPECT_TRUE(DeviceOf(path) == device && DeviceOf(path + "/none/x") == device);
+    }
+    EXPECT_EQ(IdentifyNode(directory.Get(), "none", &node), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(IdentifyNode(-1, "", &node), B_FILE_ERROR);
+    EXPECT_TRUE((identify(AT_FDCWD, fs::read_symlink("/proc/self/exe")), node.isProgram));
 }
 
 TEST(Store, IsMadeByTheFirstWriteAndMadeAnewWhereItWasRemoved)
@@ -96,7 +130,7 @@ TEST(Store, ForgetsFilesThatHaveBeenGoneForLongAndLaterThoseOfADiskThatIsAway)
     const TempFolder folder;
     const std::string path = folder / "store";
     Store store(path);
-    for (const char* name : { "there", "gone", "moved" }) {
+    for (const char* name : { "there", "gone", "moved", "back" }) {
         WriteFile(folder / name, name);
         NodeIdentity file;
         ASSERT_EQ(IdentifyNode(AT_FDCWD, folder / name, &file), B_OK);
@@ -105,9 +139,10 @@ TEST(Store, ForgetsFilesThatHaveBeenGoneForLongAndLaterThoseOfADiskThatIsAway)
     ASSERT_EQ(
         store.WriteAttribute({ "/nowhere/a", 17, 4711, 1, false, 5, 5 }, "a", 'RAWT', 0, "away"),
         4);
-    Shell(folder, "rm gone; mv moved elsewhere");
-    const std::pair<int, const char*> rows[] = { { 0, "away gone moved there " },
-        { 29, "away gone moved there " }, { 31, "away moved there " }, { 366, "moved there " } };
+    Shell(folder, "rm gone; mv moved elsewhere; mv back for-a-while");
+    const std::pair<int, const char*> rows[] = { { 0, "away back gone moved there " },
+        { 29, "away back gone moved there " }, { 31, "away back moved there " },
+        { 366, "back moved there " } };
     for (const auto& [days, left] : rows) {
         store.Close();
         EXPECT_EQ(store.RemoveAttribute(kFile, "none"), B_ENTRY_NOT_FOUND); // opens it
@@ -115,6 +150,7 @@ TEST(Store, ForgetsFilesThatHaveBeenGoneForLongAndLaterThoseOfADiskThatIsAway)
             NodeIdentity moved;
             ASSERT_EQ(IdentifyNode(AT_FDCWD, folder / "elsewhere", &moved), B_OK);
             EXPECT_EQ(ReadFor(store, moved), "moved");
+            Shell(folder, "mv for-a-while back");
         }
         store.Close();
         Sql(path,

@@ -58,6 +58,8 @@ TEST(Type, AFileThatHasNoneIsWhatItsKindNameAndContentsSay)
         EXPECT_FALSE(BMimeType::IsValid(bad)) << bad;
 }
 
+constexpr version_kind kApp = B_APP_VERSION_KIND, kSystem = B_SYSTEM_VERSION_KIND;
+
 TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
 {
     const std::string path = TestHome() / "application";
@@ -72,49 +74,46 @@ TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
         types.AddString("types", "image/png");
         EXPECT_EQ(info.SetSignature("application/x-vnd.test"), B_OK);
         EXPECT_EQ(info.SetSupportedTypes(&types), B_OK);
-        EXPECT_EQ(info.SetVersionInfo(&version, B_APP_VERSION_KIND), B_OK);
-        EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_ENTRY_NOT_FOUND);
+        EXPECT_EQ(info.SetVersionInfo(&version, kApp), B_OK);
+        EXPECT_EQ(info.GetVersionInfo(&found, kSystem), B_ENTRY_NOT_FOUND);
         memset(version.short_info, 'x', sizeof version.short_info);
-        EXPECT_EQ(info.SetVersionInfo(&version, B_APP_VERSION_KIND), B_BAD_VALUE);
+        EXPECT_EQ(info.SetVersionInfo(&version, kApp), B_BAD_VALUE);
     }
     BFile again(path.c_str(), B_READ_ONLY);
     const BAppFileInfo info(&again);
     EXPECT_EQ(info.GetSignature(signature), B_OK);
     EXPECT_STREQ(signature, "application/x-vnd.test");
-    BMessage foundTypes;
-    EXPECT_EQ(info.GetSupportedTypes(&foundTypes), B_OK);
-    EXPECT_TRUE(foundTypes.HasString("types"));
-    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_OK);
+    types.MakeEmpty();
+    EXPECT_TRUE(info.GetSupportedTypes(&types) == B_OK && types.HasString("types"));
+    EXPECT_EQ(info.GetVersionInfo(&found, kApp), B_OK);
     EXPECT_EQ(found.minor * 100 + found.variety * 10 + found.internal, 324u);
     EXPECT_STREQ(found.long_info, "long");
     version.short_info[0] = '\0';
-    EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(&version, B_SYSTEM_VERSION_KIND), B_OK);
-    EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_OK);
+    EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(&version, kSystem), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, kSystem), B_OK);
     version.minor = 9;
-    EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(&version, B_APP_VERSION_KIND), B_OK);
-    EXPECT_EQ(info.GetVersionInfo(&found, B_SYSTEM_VERSION_KIND), B_OK);
+    EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(&version, kApp), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, kSystem), B_OK);
     EXPECT_EQ(found.minor, 3u) << "the other kind stays";
     const auto bad = static_cast<version_kind>(2), worse = static_cast<version_kind>(-1);
     BAppFileInfo nobody(nullptr);
-    EXPECT_TRUE(nobody.GetSignature(signature) == B_NO_INIT && nobody.SetSignature("x") == B_NO_INIT
-        && info.GetSignature(nullptr) == B_BAD_VALUE
-        && nobody.GetVersionInfo(&found, B_APP_VERSION_KIND) == B_NO_INIT
-        && nobody.SetVersionInfo(&version, B_APP_VERSION_KIND) == B_NO_INIT
-        && nobody.SetVersionInfo(&version, bad) == B_BAD_VALUE
-        && nobody.SetVersionInfo(&version, worse) == B_BAD_VALUE
-        && info.GetVersionInfo(&found, bad) == B_BAD_VALUE
-        && info.GetVersionInfo(&found, worse) == B_BAD_VALUE
-        && info.GetVersionInfo(nullptr, B_APP_VERSION_KIND) == B_BAD_VALUE);
+    for (const status_t status : { nobody.GetSignature(signature), nobody.SetSignature("x"),
+             nobody.GetVersionInfo(&found, kApp), nobody.SetVersionInfo(&version, kApp) })
+        EXPECT_EQ(status, B_NO_INIT);
+    for (const status_t status : { info.GetSignature(nullptr), nobody.SetVersionInfo(&version, bad),
+             nobody.SetVersionInfo(&version, worse), info.GetVersionInfo(&found, bad),
+             info.GetVersionInfo(&found, worse), info.GetVersionInfo(nullptr, kApp) })
+        EXPECT_EQ(status, B_BAD_VALUE);
     memset(version.long_info, 'x', sizeof version.long_info); // it never ends
     EXPECT_EQ(
         again.WriteAttr("BEOS:APP_VERSION", 'APPV', 0, &version, sizeof version), sizeof version);
-    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_BAD_TYPE);
+    EXPECT_EQ(info.GetVersionInfo(&found, kApp), B_BAD_TYPE);
     for (int i = 0; i < 2; i++) // also if there is none any more
-        EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(nullptr, B_APP_VERSION_KIND), B_OK);
-    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_ENTRY_NOT_FOUND);
+        EXPECT_EQ(BAppFileInfo(&again).SetVersionInfo(nullptr, kApp), B_OK);
+    EXPECT_EQ(info.GetVersionInfo(&found, kApp), B_ENTRY_NOT_FOUND);
     for (const char* name : { "BEOS:APP_VERSION", "BEOS:FILE_TYPES" })
         EXPECT_EQ(again.WriteAttr(name, B_RAW_TYPE, 0, "damaged", 7), 7);
-    EXPECT_EQ(info.GetVersionInfo(&found, B_APP_VERSION_KIND), B_BAD_TYPE);
+    EXPECT_EQ(info.GetVersionInfo(&found, kApp), B_BAD_TYPE);
     EXPECT_EQ(info.GetSupportedTypes(&types), B_BAD_TYPE);
 }
 
@@ -130,7 +129,7 @@ TEST(AppFileInfo, TheSystemsVersionIsThatOfTheDistribution)
     EXPECT_EQ(strlen(VersionOfRelease("PRETTY_NAME=" + std::string(999, 'x')).short_info), 63u);
     BFile file("/system/Tracker", B_READ_ONLY); // needs a release file, as every system has one
     version_info info = {};
-    EXPECT_EQ(BAppFileInfo(&file).GetVersionInfo(&info, B_APP_VERSION_KIND), B_OK);
+    EXPECT_EQ(BAppFileInfo(&file).GetVersionInfo(&info, kApp), B_OK);
     EXPECT_STRNE(info.short_info, "");
 }
 

@@ -55,6 +55,23 @@ TEST(WholeFile, KeepsWhatAPersonHasPutOnTheFile)
     EXPECT_EQ(Put(path), "");
     EXPECT_EQ(getxattr(path.c_str(), "user.note", value, sizeof value), 4);
     EXPECT_STREQ(value, "text");
+    // Its owner may write, user 1 and its group read; and what the folder has for new files is not
+    // for one that has no list.
+    const uint16 none = 0xffff; // a version, then of each its kind, rights and number
+    const uint16 list[] = { 2, 0, 1, 6, none, none, 2, 4, 1, 0, 4, 4, none, none, 16, 4, none, none,
+        32, 0, none, none };
+    uint16 kept[std::size(list)] = {};
+    const char *const name = "system.posix_acl_access", *const ofNew = "system.posix_acl_default";
+    if (setxattr(path.c_str(), name, list, sizeof list, 0) != 0
+        || setxattr(folder.Path().c_str(), ofNew, list, sizeof list, 0) != 0)
+        GTEST_SKIP() << "No access lists here";
+    EXPECT_EQ(Put(path), "");
+    EXPECT_EQ(getxattr(path.c_str(), name, kept, sizeof kept), sizeof list);
+    EXPECT_EQ(memcmp(&kept, list, sizeof list), 0);
+    EXPECT_EQ(removexattr(path.c_str(), name), 0);
+    EXPECT_EQ(Put(path), "");
+    EXPECT_EQ(getxattr(path.c_str(), name, nullptr, 0), -1);
+    EXPECT_EQ(Said(folder, "stat -c %a f"), "640 ");
 }
 
 TEST(WholeFile, SaysWhyItCannotBeWrittenAndLeavesAllAsItWas)
@@ -108,6 +125,7 @@ TEST(WholeFile, WritesToPipesDevicesAndStandardOutputAsTheyAre)
     Shell(folder, "mkfifo p");
     const pid_t reader = StartChild([&] { return ReadFile(folder / "p") == "new" ? 0 : 1; });
     EXPECT_EQ(WholeFile::WhyNot((folder / "p").c_str()), ""); // waits for no reader
+    EXPECT_EQ(Put(""), strerror(ENOENT));
     WholeFile pipe((folder / "p").c_str());
     EXPECT_TRUE(fputs("new", pipe.Stream()) >= 0 && pipe.Commit() && !pipe.Commit());
     EXPECT_EQ(EndOf(reader), 0) << "closed already";

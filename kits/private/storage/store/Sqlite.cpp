@@ -68,7 +68,6 @@ Database OpenDatabase(const std::string& name, int flags)
     // reason.
     Database database(opened);
     CheckResult(opened, result);
-    sqlite3_extended_result_codes(opened, 1);
     sqlite3_busy_handler(opened, WaitForOthers, nullptr);
     return database;
 }

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
+#include <span>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -69,8 +70,8 @@ int64 Ask(sqlite3* database, const char* question)
 void Upgrade(sqlite3* database, int64 from)
 {
     Transaction transaction(database, Transaction::Kind::kWriting);
-    for (int64 version = from; version < kVersion; version++)
-        Execute(database, kSteps[version]);
+    for (const char* step : std::span(kSteps).subspan(static_cast<size_t>(from)))
+        Execute(database, step);
     Execute(database, ("PRAGMA user_version = " + std::to_string(kVersion)).c_str());
     Execute(database, ("PRAGMA application_id = " + std::to_string(kApplicationId)).c_str());
     transaction.Commit();
@@ -108,8 +109,8 @@ std::string StructureOf(sqlite3* database)
 std::string StructureOfVersion(int64 version)
 {
     const Database made = OpenDatabase(":memory:", SQLITE_OPEN_READWRITE);
-    for (int64 step = 0; step < version; step++)
-        Execute(made.get(), kSteps[step]);
+    for (const char* step : std::span(kSteps).first(static_cast<size_t>(version)))
+        Execute(made.get(), step);
     return StructureOf(made.get());
 }
 
