@@ -11,8 +11,6 @@
 
 namespace {
 
-using BitmapDrawing = CanvasTest;
-
 std::string Hex(const void* data, size_t size)
 {
     std::string text;
@@ -88,26 +86,6 @@ TEST(Screen, ColorsGoToTheirIndexAndBack)
     }
     EXPECT_EQ(screen.IndexForColor(B_TRANSPARENT_COLOR), B_TRANSPARENT_8_BIT);
     EXPECT_EQ(screen.InvertIndex(B_TRANSPARENT_8_BIT), B_TRANSPARENT_8_BIT);
-}
-
-TEST_F(BitmapDrawing, StretchesAndIsCutAtTheEdgesAndLeavesOutWhatIsTransparentOnlyWhenDrawnOver)
-{
-    const BScreen screen;
-    const uint8 red = screen.IndexForColor(255, 0, 0), blue = screen.IndexForColor(0, 0, 255);
-    const uint8 bits[] = { red, 255, blue, 0, 16, red, 255, 0 }; // 3 x 2
-    BBitmap bitmap(BRect(0, 0, 2, 1), B_CMAP8);
-    bitmap.SetBits(bits, sizeof(bits), 0, B_CMAP8);
-    const std::tuple<drawing_mode, int, int, int> places[] = { { B_OP_COPY, 20, 5, 1 },
-        { B_OP_OVER, 30, 5, 1 }, { B_OP_COPY, 2, 13, 2 }, { B_OP_OVER, 12, 13, 3 },
-        { B_OP_OVER, -4, -4, 4 } };
-    const std::string shown = Drawn([&](BView& v) {
-        v.DrawBitmap(&bitmap, BRect(2, 0, 2, 1), BRect(30, 20, 34, 21)); // of its last column
-        for (const auto& [mode, left, top, step] : places) {
-            v.SetDrawingMode(mode);
-            v.DrawBitmap(&bitmap, BRect(left, top, left + 3 * step - 1, top + 2 * step - 1));
-        }
-    });
-    EXPECT_EQ(shown, Expected("bitmaps"));
 }
 
 } // namespace
