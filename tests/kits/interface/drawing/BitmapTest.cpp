@@ -2,6 +2,8 @@
 #include "Bitmap.h"
 
 #include "Canvas.h"
+#include "drawing/PixelFormat.h"
+#include "drawing/XcbReply.h"
 #include "Message.h"
 #include "Screen.h"
 #include "server/DisplayServer.h"
@@ -58,6 +60,36 @@ TEST(Bitmap, SetBitsConvertsBetweenSpaces)
     EXPECT_EQ(found, Expected("the same pixels as GRAY1, GRAY8, CMAP8, RGB15, RGB16 and RGBA32"));
 }
 
+TEST(Bitmap, ComesOutOfAnArchiveUnlessThatIsNotWhole)
+{
+    BBitmap bitmap(BRect(0, 0, 2, 1), B_CMAP8);
+    bitmap.SetBits("0123456789", 10, 3, B_CMAP8); // and no more than it has room for
+    bitmap.SetBits("x", 1, 8, B_CMAP8);
+    bitmap.SetBits("x", 1, -1, B_CMAP8);
+    bitmap.SetBits("x", 0, 0, B_CMAP8);
+    bitmap.SetBits("abc", 3, 0, B_RGB24); // which is not known
+    EXPECT_EQ(Hex(bitmap.Bits(), 8), "0000003031323334");
+    BMessage archive;
+    EXPECT_EQ(bitmap.Archive(&archive), B_OK);
+    EXPECT_EQ(bitmap.Archive(nullptr), B_BAD_VALUE);
+    EXPECT_EQ(BBitmap(BRect(), B_CMAP8).Archive(&archive), B_BAD_VALUE);
+    const BBitmap copy(&archive);
+    EXPECT_EQ(Hex(copy.Bits(), copy.BitsLength()), Hex(bitmap.Bits(), 8));
+    EXPECT_TRUE(copy.Bounds() == bitmap.Bounds() && copy.ColorSpace() == B_CMAP8);
+    const char* kind = nullptr;
+    int32 rowBytes = 0;
+    EXPECT_TRUE(archive.FindString("class", &kind) == B_OK && kind == std::string("BBitmap"));
+    EXPECT_TRUE(archive.FindInt32("_rowbytes", &rowBytes) == B_OK && rowBytes == 4);
+    for (const char* name : { "_frame", "_cspace", "_data" }) {
+        BMessage part(archive);
+        part.RemoveName(name);
+        EXPECT_FALSE(BBitmap(&part).IsValid()) << name;
+    }
+    archive.RemoveName("_data");
+    archive.AddData("_data", B_RAW_TYPE, "1234567", 7);
+    EXPECT_FALSE(BBitmap(&archive).IsValid());
+}
+
 TEST(Screen, IsAsLargeAndHasAsManyColorsAsTheDisplaySays)
 {
     const BScreen screen;
@@ -86,6 +118,48 @@ TEST(Screen, ColorsGoToTheirIndexAndBack)
     }
     EXPECT_EQ(screen.IndexForColor(B_TRANSPARENT_COLOR), B_TRANSPARENT_8_BIT);
     EXPECT_EQ(screen.InvertIndex(B_TRANSPARENT_8_BIT), B_TRANSPARENT_8_BIT);
+}
+
+TEST(PixelFormat, ColorsBecomeWhatTheDisplayShowsAsThem)
+{
+    xcb_connection_t* x = xcb_connect(nullptr, nullptr);
+    const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(x)).data;
+    const PixelFormat format(x, screen.root_visual);
+    EXPECT_EQ(format.Depth(), screen.root_depth);
+    EXPECT_EQ(PixelFormat(x, 0).Depth(), 0) << "there is no such visual";
+    const xcb_pixmap_t pixmap = xcb_generate_id(x);
+    const xcb_gcontext_t gc = xcb_generate_id(x);
+    xcb_create_pixmap(x, format.Depth(), pixmap, screen.root, 1, 1);
+    xcb_create_gc(x, gc, pixmap, 0, nullptr);
+    const rgb_color colors[] = { black_color, white_color, { 255, 0, 0 }, { 0, 255, 0 },
+        { 0, 0, 255 }, { 51, 102, 204, 0 }, { 10, 90, 165 } };
+    for (const rgb_color& color : colors) {
+        const uint32 pixel = format.PixelFor(color);
+        const auto reply = MakeReply(xcb_query_colors_reply(
+            x, xcb_query_colors(x, screen.default_colormap, 1, &pixel), nullptr));
+        const xcb_rgb_t& shown = *xcb_query_colors_colors(reply.get());
+        const int most = format.Depth() == 8 ? 26 : format.Depth() == 16 ? 4 : 0; // half a step
+        EXPECT_LE(std::abs((shown.red >> 8) - color.red), most);
+        EXPECT_LE(std::abs((shown.green >> 8) - color.green), most);
+        EXPECT_LE(std::abs((shown.blue >> 8) - color.blue), most);
+        xcb_change_gc(x, gc, XCB_GC_FOREGROUND, &pixel);
+        const xcb_point_t point {};
+        xcb_poly_point(x, XCB_COORD_MODE_ORIGIN, pixmap, gc, 1, &point);
+        const auto image = MakeReply(xcb_get_image_reply(
+            x, xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0, 1, 1, ~0u), nullptr));
+        const uint8* bytes = xcb_get_image_data(image.get());
+        EXPECT_EQ(xcb_get_image_data_length(image.get()), format.BytesPerRow(1));
+        uint8 row[16] = {};
+        format.Store(row, 1, pixel);
+        EXPECT_EQ(Hex(row, 12),
+            Hex(row + 12, format.BytesOf(1)) + Hex(bytes, format.BytesOf(1))
+                + std::string(2 * (12 - format.BytesOf(2)), '0'));
+        EXPECT_TRUE(format.Shows(row, 1, pixel));
+        EXPECT_FALSE(format.Shows(row, 1, pixel ^ 1));
+    }
+    EXPECT_EQ(format.PixelFor(black_color) ^ format.InvertMask(), format.PixelFor(white_color));
+    EXPECT_EQ(format.BytesPerRow(5), (format.BytesOf(5) + 3) / 4 * 4);
+    xcb_disconnect(x);
 }
 
 } // namespace
