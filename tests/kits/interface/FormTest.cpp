@@ -83,6 +83,7 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     menu->AddItem(new BMenuItem("Open", new BMessage(7), 'O'));
     menu->AddItem(new BSeparatorItem);
     menu->AddItem(popUp->RemoveItem(2));
+    menu->AddItem(new BMenuItem("That", new BMessage(8)));
     menus->AddItem(menu);
     const auto sizes = [&] {
         std::vector<float> all;

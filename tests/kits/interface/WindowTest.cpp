@@ -1,6 +1,10 @@
+#include "server/DisplayServer.h"
 #include "TestWindow.h"
 
-TEST_F(WindowTest, StandsWhereItsFrameSays)
+#include <QApplication>
+#include <QWidget>
+
+TEST_F(WindowTest, StandsWhereItsFrameSaysAndClosesWhenItAgrees)
 {
     Show();
     EXPECT_SOON(screen::Find("Test").frame == BRect(200, 150, 499, 349));
@@ -20,8 +24,10 @@ TEST_F(WindowTest, StandsWhereItsFrameSays)
     screen::Key("alt+F4");
     EXPECT_TRUE(fLog->WaitFor("quit requested"));
     EXPECT_TRUE(screen::Find("Test").exists) << "it has refused";
-    EXPECT_EQ(system("xdotool search --name '^Test$' windowclose"), 0); // takes it off the screen
+    screen::Key("ctrl+w");
     EXPECT_EQ(fLog->WaitFor(2).size(), 2u);
+    EXPECT_EQ(system("xdotool search --name '^Test$' windowclose"), 0); // takes it off the screen
+    EXPECT_EQ(fLog->WaitFor(3), Entries(3, "quit requested"));
 }
 
 TEST_F(WindowTest, TheUsersMovesAndSizesArriveInFrameAndViews)
@@ -56,16 +62,21 @@ TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
     fWindow->AddShortcut('t', B_COMMAND_KEY, new BMessage(1), fWindow);
     fWindow->AddShortcut('T', B_COMMAND_KEY, new BMessage(2), fWindow);
     fWindow->AddShortcut('t', B_SHIFT_KEY, new BMessage(3), fWindow);
+    fWindow->AddShortcut('t', B_CONTROL_KEY, new BMessage(5));
+    fWindow->AddShortcut('t', B_OPTION_KEY, new BMessage(6), fWindow);
     fWindow->AddShortcut('g', B_COMMAND_KEY, new BMessage(4));
     fWindow->RemoveShortcut('g', B_COMMAND_KEY);
+    fWindow->SetFlags(B_NOT_CLOSABLE);
     Show();
-    for (const char* keys : { "ctrl+g", "ctrl+t", "ctrl+shift+t" })
+    display::Call([] { QApplication::activeWindow()->close(); });
+    for (const char* keys :
+        { "ctrl+w", "ctrl+g", "ctrl+t", "ctrl+shift+t", "ctrl+alt+t", "ctrl+super+t" })
         screen::Key(keys);
-    EXPECT_EQ(fLog->WaitFor(2), (Entries { "2", "3" }));
+    EXPECT_EQ(fLog->WaitFor(4), (Entries { "2", "3", "5", "6" }));
     fWindow->RemoveShortcut('t', B_SHIFT_KEY);
     for (const char* keys : { "ctrl+shift+t", "ctrl+t" })
         screen::Key(keys);
-    EXPECT_EQ(fLog->WaitFor(3), (Entries { "2", "3", "2" }));
+    EXPECT_EQ(fLog->WaitFor(5), (Entries { "2", "3", "5", "6", "2" }));
 }
 
 TEST_F(WindowTest, TellsTheWindowManagerItsKindItsLimitsAndItsWorkspaces)

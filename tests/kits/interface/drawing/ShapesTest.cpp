@@ -35,7 +35,8 @@ void DrawLine(BView& v, const std::string& line)
     for (std::string word; words >> word && word != "-";)
         isalpha(word[0]) ? name = word : (n.push_back(std::stof(word)), "");
     n.resize(8);
-    const pattern ink = sPatterns.at(name);
+    const pattern ink = sPatterns.contains(name) ? sPatterns.at(name) : B_SOLID_HIGH;
+    escapement_delta delta { 2, 5 };
     const BRect rect(n[0], n[1], n[2], n[3]);
     const BPoint a(n[0], n[1]), b(n[2], n[3]), c(n[4], n[5]);
     const auto color = [&] {
@@ -54,6 +55,10 @@ void DrawLine(BView& v, const std::string& line)
         { "invert", [&] { v.InvertRect(rect); } },
         { "high", [&] { v.SetHighColor(color()); } },
         { "low", [&] { v.SetLowColor(color()); } },
+        { "text", [&] { v.DrawString(name.c_str(), a); } },
+        { "spaced", [&] { v.DrawString("a e", a, &delta); } },
+        { "bold", [&] { v.SetFont(be_bold_font); } },
+        { "size", [&] { v.SetFontSize(n[0]); } },
         { "pen", [&] { v.SetPenSize(n[0]); } },
         { "scroll", [&] { v.ScrollTo(a); } },
         { "over", [&] { v.SetDrawingMode(B_OP_OVER); } },
