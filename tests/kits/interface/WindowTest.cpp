@@ -1,4 +1,5 @@
 #include "server/DisplayServer.h"
+#include "tests/support/Rows.h"
 #include "TestWindow.h"
 
 #include <QApplication>
@@ -81,21 +82,15 @@ TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
 
 TEST_F(WindowTest, TellsTheWindowManagerItsKindItsLimitsAndItsWorkspaces)
 {
-    const std::tuple<window_look, window_feel, uint32, uint32> rows[] = {
-        { B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0, B_CURRENT_WORKSPACE },
-        { B_DOCUMENT_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
-            B_NOT_CLOSABLE | B_NOT_MOVABLE | B_AVOID_FOCUS, 2 },
-        { B_FLOATING_WINDOW_LOOK, B_FLOATING_ALL_WINDOW_FEEL, B_NOT_ZOOMABLE, B_ALL_WORKSPACES },
-        { B_MODAL_WINDOW_LOOK, B_MODAL_ALL_WINDOW_FEEL, B_NOT_RESIZABLE | B_NOT_MINIMIZABLE, 1 },
-        { B_BORDERED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, B_NOT_H_RESIZABLE, 1 },
-        { B_TITLED_WINDOW_LOOK, B_MODAL_SUBSET_WINDOW_FEEL, B_NOT_V_RESIZABLE | B_AVOID_FOCUS, 1 }
-    };
     const TempFolder folder;
     const std::string command = "xprop -name Kind _MOTIF_WM_HINTS WM_NORMAL_HINTS _NET_WM_DESKTOP "
                                 "_NET_WM_WINDOW_TYPE _NET_WM_STATE > ";
-    std::string told;
-    for (const auto& [look, feel, flags, workspaces] : rows) {
-        auto* window = new BWindow(BRect(50, 60, 349, 259), "Kind", look, feel, flags, workspaces);
+    for (const TextRow& row : ReadRows("kits/interface/windows.txt")) {
+        std::vector<uint32> given;
+        for (const std::string& field : RowOf(row.given))
+            given.push_back(std::stoul(field, nullptr, 0));
+        auto* window = new BWindow(BRect(50, 60, 349, 259), "Kind", window_look(given.at(0)),
+            window_feel(given.at(1)), given.at(2), given.at(3));
         window->SetSizeLimits(99, 399, 49, 40000);
         window->SetSizeLimits(100, 99, 0, 10);
         window->SetSizeLimits(0, 10, 100, 99); // neither is possible
@@ -104,9 +99,8 @@ TEST_F(WindowTest, TellsTheWindowManagerItsKindItsLimitsAndItsWorkspaces)
         window->Show();
         EXPECT_SOON(system("xprop -name Kind _NET_FRAME_EXTENTS 2>&1 | grep -q =") == 0);
         EXPECT_EQ(system((command + (folder / "told")).c_str()), 0);
-        told += ReadFile(folder / "told") + "\n";
+        EXPECT_EQ(ReadFile(folder / "told"), row.told + "\n") << row.given;
         window->Lock();
         window->Quit();
     }
-    EXPECT_EQ(told, ReadFile(TARVEX_TESTS "/kits/interface/windows.txt"));
 }
