@@ -130,6 +130,7 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
         line->SetAlignment(B_ALIGN_RIGHT, B_ALIGN_CENTER);
         line->SetText("Known");
         back->RemoveChild(heading);
+        EXPECT_EQ(heading->Looper(), nullptr);
         bare->SetToolTip("What else?"); // which names it now
         for (const int32 item : { 0, 1 })
             popUp->ItemAt(item)->SetMarked(true);
@@ -157,6 +158,7 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
         ok->SetMnemonic('f');
         no->SetEnabled(true);
         hidden->Show();
+        hidden->ResizeTo(-5, 19);
         list->Select(1);
         EXPECT_TRUE(list->RemoveItem(&first) && canvas->RemoveSelf());
         fWindow->SetTitle("Title");

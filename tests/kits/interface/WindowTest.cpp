@@ -75,9 +75,14 @@ TEST_F(WindowTest, ShortcutsSendTheirMessagesAndTheLastOneGivenCounts)
         screen::Key(keys);
     EXPECT_EQ(fLog->WaitFor(4), (Entries { "2", "3", "5", "6" }));
     fWindow->RemoveShortcut('t', B_SHIFT_KEY);
+    fWindow->AddShortcut('t', B_SHIFT_KEY, new BMessage(7));
+    fWindow->RemoveShortcut('t', B_SHIFT_KEY);
+    fWindow->AddShortcut('t', B_SHIFT_KEY, new BMessage(8));
     for (const char* keys : { "ctrl+shift+t", "ctrl+t" })
         screen::Key(keys);
-    EXPECT_EQ(fLog->WaitFor(5), (Entries { "2", "3", "5", "6", "2" }));
+    EXPECT_EQ(fLog->WaitFor(6), (Entries { "2", "3", "5", "6", "8", "2" }));
+    fWindow->SetWorkspaces(2);
+    EXPECT_SOON(!screen::Find("Test").exposed);
 }
 
 TEST_F(WindowTest, TellsTheWindowManagerItsKindItsLimitsAndItsWorkspaces)

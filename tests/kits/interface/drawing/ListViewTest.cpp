@@ -64,6 +64,7 @@ protected:
             { "shift", [&] { ClickWith("shift", n); } },
             { "ctrl", [&] { ClickWith("ctrl", n); } },
             { "wheel", [&] { screen::Click("list", "", n); } },
+            { "bar", [&] { screen::ClickAt(fList->ConvertToScreen(BPoint(107, n))); } },
         };
         const std::map<std::string, std::function<void()>> byProgram = {
             { "add", [&] { Add(n, m); } },
@@ -80,12 +81,7 @@ protected:
             { "font", [&] { fList->SetFontSize(n); } },
             { "higher", [&] { fScroll->ResizeBy(0, n); } },
             { "scroll", [&] { fList->ScrollTo(0, n); } },
-            { "reach",
-                [&] {
-                    Add(n);
-                    fList->Select(n - 1);
-                    fList->ScrollToSelection(); // with the range as it is now
-                } },
+            { "reach", [&] { Add(n), fList->Select(n - 1), fList->ScrollToSelection(); } },
             { "seen", [&] { fList->ScrollToSelection(); } },
         };
         if (byUser.contains(words[0]))
@@ -155,10 +151,7 @@ TEST_F(ListViewTest, RowsLieBelowEachOtherAsTheyComeAndGo)
     EXPECT_EQ(fList->ItemFrame(5), BRect(0, 50, 99, 59));
     EXPECT_TRUE(fList->RemoveItem(&extra));
     EXPECT_FALSE(fList->RemoveItem(&extra) || fList->RemoveItem(5) || fList->RemoveItem(-1));
-    fList->SetFontSize(20);
-    EXPECT_EQ(fList->ItemFrame(4), BRect(0, 80, 99, 99));
-    fList->MakeEmpty();
-    EXPECT_FALSE(fList->ItemFrame(0).IsValid());
+    EXPECT_FALSE(fList->ItemFrame(5).IsValid());
 }
 
 TEST_F(ListViewTest, TellsEachSelectionByTheProgram)
