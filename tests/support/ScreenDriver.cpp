@@ -74,9 +74,10 @@ QString Details(QAccessibleInterface& node)
     const QAccessible::State state = node.state();
     const auto* widget = qobject_cast<QWidget*>(node.object());
     const int margin = widget ? widget->contentsMargins().right() : 0;
-    QString range;
-    if (auto* value = node.valueInterface())
-        range = " of " + value->minimumValue().toString() + ".." + value->maximumValue().toString();
+    const auto* value = node.valueInterface();
+    const QString range = !value
+        ? ""
+        : " of " + value->minimumValue().toString() + ".." + value->maximumValue().toString();
     return range + (state.focusable ? " focusable" : "") + (state.readOnly ? " read-only" : "")
         + (margin > 2 ? QString(" margin %1").arg(margin) : "")
         + (widget && widget->property("alignment").toInt() & Qt::AlignRight ? " right" : "")

@@ -45,13 +45,12 @@ TEST_F(WindowTest, AnAlertHasRoomForItsPartsAndIsAnsweredByMouseAndKeysOrClosed)
             answer += std::to_string(alert->Go());
         });
         EXPECT_TRUE(screen::BecomesActive("Question"));
-        const auto isRead = [&] {
+        screen::WaitFor([&] {
             shown = screen::Tree("Question");
             for (size_t i; (i = shown.find(sentence)) != shown.npos;)
                 shown.erase(i, sentence.size());
             return row.told.starts_with(shown);
-        };
-        screen::WaitFor(isRead);
+        });
         std::istringstream keys(given[0]);
         for (std::string key; keys >> key;)
             key[0] == '_' ? void(screen::Click(key, "Question")) : screen::Key(key);
@@ -61,17 +60,7 @@ TEST_F(WindowTest, AnAlertHasRoomForItsPartsAndIsAnsweredByMouseAndKeysOrClosed)
     }
 }
 
-TEST_F(WindowTest, AnAlertSendsItsAnswerWhereNobodyWaits)
-{
-    EXPECT_EQ(Ask()->Go(new BInvoker(new BMessage(7), fWindow)), B_OK);
-    EXPECT_TRUE(screen::BecomesActive("Question"));
-    EXPECT_EQ(screen::Find("_b1_", "Question").text, "&Perhaps") << "underlined";
-    screen::Key("shift+p");
-    fWindow->Show();
-    EXPECT_TRUE(fLog->WaitFor("7 which 1"));
-}
-
-TEST_F(WindowTest, WithoutAThreadForItAnAlertSaysItsTextAndAWindowStaysHidden)
+TEST_F(WindowTest, WithoutAThreadAnAlertSaysItsTextAndWithOneItSendsItsAnswer)
 {
     testing::internal::CaptureStderr();
     BAlert* alerts[] = { Ask(), Ask() };
@@ -81,12 +70,16 @@ TEST_F(WindowTest, WithoutAThreadForItAnAlertSaysItsTextAndAWindowStaysHidden)
         EXPECT_EQ(alerts[0]->Go(), -1);
         EXPECT_EQ(alerts[1]->Go(nullptr), B_ERROR);
     }
-    EXPECT_TRUE(fWindow->IsHidden());
     const std::string why = "Cannot start thread <Question>: its window is not shown\n";
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "Cannot start thread <Test>: its window is not shown\n" + why + "Shall it go on?\n" + why
             + "Shall it go on?\n");
+    EXPECT_EQ(Ask()->Go(new BInvoker(new BMessage(7), fWindow)), B_OK);
+    EXPECT_TRUE(screen::BecomesActive("Question"));
+    EXPECT_EQ(screen::Find("_b1_", "Question").text, "&Perhaps") << "underlined";
+    screen::Key("shift+p");
     Show();
+    EXPECT_TRUE(fLog->WaitFor("7 which 1"));
 }
 
 TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeldUnderTheAlert)

@@ -4,9 +4,9 @@
 #include "Canvas.h"
 #include "drawing/PixelFormat.h"
 #include "drawing/XcbReply.h"
-#include "Message.h"
 #include "Screen.h"
 #include "server/DisplayServer.h"
+#include "tests/support/Rows.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -26,18 +26,13 @@ std::string Hex(const void* data, size_t size)
 
 TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
 {
-    const std::tuple<BRect, color_space, int32, int32> rows[] = {
-        { { 3, 4, 7, 5 }, B_CMAP8, 8, 16 }, { { 0, 0, 4, 1 }, B_RGB32, 20, 40 },
-        { { 0, 0, 2, 2 }, B_RGB16, 8, 24 }, { { 0, 0, 32, 0 }, B_GRAY1, 8, 8 },
-        { BRect(), B_RGB32, 0, 0 }, { { 0, 0, 9, 9 }, B_NO_COLOR_SPACE, 0, 0 },
-        { { 0, 0, 1e6f, 1 }, B_CMAP8, 0, 0 },
-        { { 0, 0, 32766, 32766 }, B_RGB32, 0, 0 }, // more bytes than an int32 counts
-    };
-    for (const auto& [bounds, space, rowBytes, length] : rows) {
-        const BBitmap bitmap(bounds, space);
-        EXPECT_EQ(bitmap.IsValid(), length > 0);
-        EXPECT_EQ(bitmap.BitsLength(), length);
-        EXPECT_TRUE(length == 0 || bitmap.BytesPerRow() == rowBytes);
+    for (const Row& row : RowsOf("kits/interface/drawing/bitmaps.txt", 7)) {
+        float n[7];
+        std::transform(row.begin(), row.end(), n, [](const auto& word) { return std::stof(word); });
+        const BBitmap bitmap(BRect(n[0], n[1], n[2], n[3]), color_space(n[4]));
+        EXPECT_TRUE(bitmap.IsValid() == (n[6] > 0) && bitmap.BitsLength() == n[6]
+            && (n[6] == 0 || bitmap.BytesPerRow() == n[5]))
+            << row[2] << " " << row[4];
     }
 }
 

@@ -2,8 +2,6 @@
 #include "Bitmap.h"
 #include "Canvas.h"
 #include "Picture.h"
-#include "Screen.h"
-#include "server/DisplayServer.h"
 
 #include <QImage>
 
@@ -16,8 +14,7 @@ namespace {
 const BBitmap& Bitmap()
 {
     static BBitmap sBitmap(BRect(0, 0, 2, 1), B_CMAP8);
-    const uint8 red = BScreen().IndexForColor(255, 0, 0), blue = BScreen().IndexForColor(0, 0, 255);
-    const uint8 bits[] = { red, 255, blue, 0, 16, red, 255, 0 };
+    const uint8 bits[] = { 212, 255, 37, 0, 16, 212, 255, 0 };
     sBitmap.SetBits(bits, sizeof(bits), 0, B_CMAP8);
     return sBitmap;
 }
