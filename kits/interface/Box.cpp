@@ -14,12 +14,6 @@ class BoxWidget : public QGroupBox {
 public:
     BoxWidget(border_style border, QWidget* parent) : QGroupBox(parent), fBorder(border) { }
 
-    void SetBorder(border_style border)
-    {
-        fBorder = border;
-        update();
-    }
-
 protected:
     void paintEvent(QPaintEvent*) override
     {
@@ -34,7 +28,7 @@ protected:
     }
 
 private:
-    border_style fBorder;
+    const border_style fBorder;
 };
 
 } // namespace
@@ -47,16 +41,7 @@ BBox::BBox(BRect frame, const char* name, uint32 resizeMode, uint32 flags, borde
 
 void BBox::AttachedToWindow()
 {
-    // Unless the program has chosen a colour before.
-    if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
-        SetViewColor(Parent()->ViewColor());
-}
-
-void BBox::SetBorder(border_style border)
-{
-    fBorder = border;
-    if (Peer())
-        display::Call([this] { static_cast<BoxWidget*>(Peer()->widget)->SetBorder(fBorder); });
+    TakeParentsColor();
 }
 
 void BBox::SetLabel(const char* label)

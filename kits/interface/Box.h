@@ -12,8 +12,6 @@ public:
         uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE_JUMP,
         border_style border = B_FANCY_BORDER);
 
-    virtual void SetBorder(border_style border);
-    border_style Border() const { return fBorder; }
     void SetLabel(const char* label); // null is an empty one
     const char* Label() const { return fLabel.c_str(); }
     void AttachedToWindow() override; // takes the parent's view colour
@@ -23,5 +21,5 @@ protected:
 
 private:
     std::string fLabel;
-    border_style fBorder;
+    const border_style fBorder;
 };

@@ -70,8 +70,7 @@ void BButton::SetMnemonic(char letter)
 void BButton::ShowLabel(ViewPeer& peer)
 {
     QString text = PlainLabel(Label());
-    const qsizetype place =
-        fMnemonic ? text.indexOf(QLatin1Char(fMnemonic), 0, Qt::CaseInsensitive) : -1;
+    const qsizetype place = text.indexOf(QLatin1Char(fMnemonic), 0, Qt::CaseInsensitive);
     if (place >= 0)
         text.insert(place, '&');
     static_cast<QPushButton*>(peer.widget)->setText(text);

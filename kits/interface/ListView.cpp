@@ -1,6 +1,7 @@
 #include "ListView.h"
 
 #include "AppDefs.h"
+#include "MessageDelivery.h"
 #include "ScrollBar.h"
 #include "server/Accessibility.h"
 #include "server/DisplayServer.h"
@@ -200,9 +201,8 @@ void BListView::RowsChanged()
 {
     if (fBarsAreOld || !Window())
         return;
-    fBarsAreOld = Window()->PostMessage(kMsgAdjustBars, this) == B_OK;
-    if (!fBarsAreOld)
-        UpdateScrollBars();
+    fBarsAreOld = true;
+    PostAlways(BMessenger(this, Window()), BMessage(kMsgAdjustBars));
 }
 
 void BListView::MessageReceived(BMessage* message)

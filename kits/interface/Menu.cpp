@@ -120,16 +120,6 @@ BMenuItem* BMenu::FindMarked() const
     return nullptr;
 }
 
-status_t BMenu::SetTargetForItems(BHandler* target)
-{
-    for (auto& item : fItems) {
-        const status_t status = item->SetTarget(target);
-        if (status != B_OK)
-            return status;
-    }
-    return B_OK;
-}
-
 // --- State
 
 void BMenu::SetRadioMode(bool on)
@@ -137,13 +127,6 @@ void BMenu::SetRadioMode(bool on)
     fRadio = on;
     for (auto& item : fItems)
         item->ShowState();
-}
-
-void BMenu::SetLabelFromMarked(bool on)
-{
-    fLabelFromMarked = on;
-    if (fMenuPeer)
-        display::Call([this] { ShowField(); });
 }
 
 void BMenu::SetEnabled(bool enabled)

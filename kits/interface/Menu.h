@@ -29,11 +29,10 @@ public:
     BMenuItem* FindItem(const char* label) const; // in submenus too; null if there is none
     BMenuItem* FindMarked() const; // the first one
 
-    virtual status_t SetTargetForItems(BHandler* target); // as BInvoker::SetTarget()
     void SetRadioMode(bool on); // choosing an item marks it and unmarks the others
     bool IsRadioMode() const { return fRadio; }
-    void SetLabelFromMarked(bool on); // the field it opens from shows the marked item's label
-    bool IsLabelFromMarked() const { return fLabelFromMarked; }
+    // Before it is in a window: the field it opens from shows the marked item's label.
+    void SetLabelFromMarked(bool on) { fLabelFromMarked = on; }
     virtual void SetEnabled(bool enabled);
     bool IsEnabled() const; // false too in a disabled menu above
     BMenu* Supermenu() const;

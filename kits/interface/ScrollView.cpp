@@ -93,8 +93,7 @@ BScrollView::BScrollView(const char* name, BView* target, uint32 resizeMode, uin
 
 void BScrollView::AttachedToWindow()
 {
-    if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
-        SetViewColor(Parent()->ViewColor());
+    TakeParentsColor();
 }
 
 BScrollBar* BScrollView::ScrollBar(orientation direction) const

@@ -26,8 +26,7 @@ BStatusBar::BStatusBar(BRect frame, const char* name, uint32 resizeMode)
 
 void BStatusBar::AttachedToWindow()
 {
-    if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
-        SetViewColor(Parent()->ViewColor());
+    TakeParentsColor();
 }
 
 void BStatusBar::SetMaxValue(float max)

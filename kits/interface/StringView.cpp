@@ -51,8 +51,7 @@ BStringView::BStringView(
 
 void BStringView::AttachedToWindow()
 {
-    if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
-        SetViewColor(Parent()->ViewColor());
+    TakeParentsColor();
 }
 
 void BStringView::SetText(const char* text)

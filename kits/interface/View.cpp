@@ -283,6 +283,12 @@ void BView::ViewColorChanged()
         child->ViewColorChanged();
 }
 
+void BView::TakeParentsColor()
+{
+    if (Parent() && ViewColor() == B_TRANSPARENT_COLOR)
+        SetViewColor(Parent()->ViewColor());
+}
+
 void BView::FontChanged()
 {
     CheckLocked();
@@ -426,19 +432,13 @@ void BView::SetFrame(BRect frame, std::vector<WidgetPlacement>& places)
         places.push_back(Placement());
     // The hooks are called by messages, when the whole tree has its new places; while a window is
     // dragged larger, only for the last of the sizes that wait.
-    if (fPeer && moved && (fFlags & B_FRAME_EVENTS)) {
-        BMessage message(B_VIEW_MOVED);
-        message.AddPoint("where", frame.LeftTop());
-        fPeer->link->PostLatest(message);
-    }
+    const bool isTold = fPeer && (fFlags & B_FRAME_EVENTS);
+    if (isTold && moved)
+        fPeer->link->PostLatest(BMessage(B_VIEW_MOVED));
     if (dx == 0 && dy == 0)
         return;
-    if (fPeer && (fFlags & B_FRAME_EVENTS)) {
-        BMessage message(B_VIEW_RESIZED);
-        message.AddFloat("width", frame.Width());
-        message.AddFloat("height", frame.Height());
-        fPeer->link->PostLatest(message);
-    }
+    if (isTold)
+        fPeer->link->PostLatest(BMessage(B_VIEW_RESIZED));
     if (fFlags & B_FULL_UPDATE_ON_RESIZE)
         Invalidate();
     for (BView* child : fChildren) {

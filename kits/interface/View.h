@@ -162,6 +162,7 @@ protected:
     virtual void WidgetChanged(BMessage* report);
     virtual void WidgetGoes() { } // last chance to take over what only the widget knows
     void GetWidgetSize(float* width, float* height); // that the widget would like; null: not asked
+    void TakeParentsColor(); // as the view colour, unless the program has chosen one
 
 private:
     friend class BScrollBar;

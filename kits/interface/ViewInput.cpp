@@ -165,8 +165,7 @@ void BView::ScrollByWheel(const BMessage& message, orientation direction, const 
 {
     constexpr float kStepsPerNotch = 3;
     float notches = 0;
-    if (message.FindFloat(field, &notches) != B_OK || notches == 0)
-        return;
+    message.FindFloat(field, &notches);
     const BView* view = this;
     while (view && !CanTurn(view->ScrollBar(direction), notches))
         view = view->fParent;

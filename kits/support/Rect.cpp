@@ -55,7 +55,7 @@ BRect BRect::OffsetToCopy(float x, float y) const
 
 bool BRect::Intersects(BRect rect) const
 {
-    return IsValid() && rect.IsValid() && (*this & rect).IsValid();
+    return (*this & rect).IsValid(); // no part of an invalid one is valid
 }
 
 bool BRect::Contains(BPoint point) const

@@ -68,9 +68,25 @@ QString Peculiarities(const QWidget& widget)
     return text;
 }
 
+// What a form's test asks for beside that.
+QString Details(QAccessibleInterface& node)
+{
+    const QAccessible::State state = node.state();
+    const auto* widget = qobject_cast<QWidget*>(node.object());
+    const int margin = widget ? widget->contentsMargins().right() : 0;
+    const auto* value = node.valueInterface();
+    const QString range = !value
+        ? ""
+        : " of " + value->minimumValue().toString() + ".." + value->maximumValue().toString();
+    return range + (state.focusable ? " focusable" : "") + (state.readOnly ? " read-only" : "")
+        + (margin > 2 ? QString(" margin %1").arg(margin) : "")
+        + (widget && widget->property("alignment").toInt() & Qt::AlignRight ? " right" : "")
+        + (widget && widget->autoFillBackground() ? " filled" : "");
+}
+
 // Of a menu that is not open nothing has a place.
 void Append(std::string& tree, QAccessibleInterface& node, const QWidget& window,
-    const QString& indent, bool isMenu)
+    const QString& indent, bool isMenu, bool inDetail)
 {
     const QAccessible::State state = node.state();
     if (state.invisible && !isMenu)
@@ -87,11 +103,12 @@ void Append(std::string& tree, QAccessibleInterface& node, const QWidget& window
             QString::asprintf(" %d %d %dx%d", frame.x(), frame.y(), frame.width(), frame.height());
     line += QString(state.disabled ? " disabled" : "") + (state.checked ? " checked" : "")
         + (state.selected ? " selected" : "") + (state.focused ? " focused" : "")
-        + (state.defaultButton ? " default" : "") + (widget ? Peculiarities(*widget) : "");
+        + (state.defaultButton ? " default" : "") + (widget ? Peculiarities(*widget) : "")
+        + (inDetail ? Details(node) : "");
     tree += (indent + line.replace("\n", "\\n")).toStdString() + "\n";
     for (int i = 0; i < node.childCount(); i++)
         Append(tree, *node.child(i), window, indent + "  ",
-            isMenu || node.role() == QAccessible::MenuItem);
+            isMenu || node.role() == QAccessible::MenuItem, inDetail);
 }
 
 QAccessibleInterface& AccessibleOf(QWidget& widget)
@@ -194,13 +211,13 @@ Widget Find(const std::string& name, const std::string& window)
     });
 }
 
-std::string Tree(const std::string& window)
+std::string Tree(const std::string& window, bool inDetail)
 {
     return display::Call([&] {
         std::string tree;
         for (QWidget* widget : QApplication::topLevelWidgets()) {
             if (widget->isVisible() && widget->windowTitle() == QString::fromStdString(window))
-                Append(tree, AccessibleOf(*widget), *widget, "", false);
+                Append(tree, AccessibleOf(*widget), *widget, "", false, inDetail);
         }
         return tree;
     });

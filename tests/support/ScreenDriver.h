@@ -32,8 +32,9 @@ Widget Find(const std::string& name, const std::string& window = "");
 
 // What a screen reader gets of a shown window, by its title, and how it looks: a line for each
 // part, indented below what holds it, with role, name of the view, text, place in the window and
-// size, then its states and what is its own of tip, font and colours.
-std::string Tree(const std::string& window);
+// size, then its states and what is its own of tip, font and colours. In detail also with what it
+// lets the user do and how it fills its place.
+std::string Tree(const std::string& window, bool inDetail = false);
 // Whether that comes to be what the file tests/NAME.tree says, the words of with replaced there.
 testing::AssertionResult ShowsTree(const std::string& window, const std::string& name,
     const std::map<std::string, std::string>& with = {});

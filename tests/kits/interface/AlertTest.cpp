@@ -1,5 +1,8 @@
 #include "Alert.h"
 
+#include "Button.h"
+#include "tests/support/NoThreads.h"
+#include "tests/support/Rows.h"
 #include "TestWindow.h"
 
 namespace {
@@ -15,24 +18,68 @@ BAlert* Ask()
 
 } // namespace
 
-TEST_F(WindowTest, AnAlertIsAnsweredByMouseAndKeys)
+TEST_F(WindowTest, AnAlertHasRoomForItsPartsAndIsAnsweredByMouseAndKeysOrClosed)
 {
-    const std::pair<const char*, int32> rows[] = { { "_b0_", 0 }, { "_b2_", 2 }, // their views
-        { "Return", 2 }, { "Escape", 0 }, { "shift+p", 1 } };
-    for (const auto& [input, expected] : rows) {
-        SCOPED_TRACE(input);
-        int32 answer = -2;
-        std::thread asker([&] { answer = Ask()->Go(); });
+    for (const TextRow& row : ReadRows("kits/interface/alerts.txt")) {
+        SCOPED_TRACE(row.given);
+        Row given = RowOf(row.given);
+        given.resize(8);
+        const auto number = [&](size_t i) { return std::stoi(given[i]); };
+        const auto label = [&](int i) { return given[i].empty() ? nullptr : given[i].c_str(); };
+        const std::string sentence = "Some more of the text. ";
+        std::string text, shown, answer;
+        for (int i = 0; i < number(1); i++)
+            text += sentence;
+        std::thread asker([&] {
+            auto* alert = new BAlert("Question", text.c_str(), label(5), label(6), label(7),
+                button_width(number(2)), button_spacing(number(3)), alert_type(number(4)));
+            for (const int32 button : { -1, 1, 3 }) // of which only one can be there
+                alert->SetShortcut(button, 'x');
+            if (given[0] == "x Escape") {
+                alert->SetFlags(alert->Flags() & ~B_NOT_CLOSABLE);
+                alert->ButtonAt(1)->SetEnabled(false);
+            }
+            const BRect size = alert->Bounds();
+            const BPoint corner = alert->AlertPosition(size.Width(), size.Height());
+            answer = std::to_string(int(corner.x)) + " " + std::to_string(int(corner.y)) + " ";
+            answer += std::to_string(alert->Go());
+        });
         EXPECT_TRUE(screen::BecomesActive("Question"));
-        EXPECT_EQ(screen::Find("_b1_", "Question").text, "&Perhaps") << "underlined";
-        if (input[0] == '_')
-            EXPECT_TRUE(screen::Click(input, "Question"));
-        else
-            screen::Key(input);
+        screen::WaitFor([&] {
+            shown = screen::Tree("Question");
+            for (size_t i; (i = shown.find(sentence)) != shown.npos;)
+                shown.erase(i, sentence.size());
+            return row.told.starts_with(shown);
+        });
+        std::istringstream keys(given[0]);
+        for (std::string key; keys >> key;)
+            key[0] == '_' ? void(screen::Click(key, "Question")) : screen::Key(key);
         asker.join();
-        EXPECT_EQ(answer, expected);
+        EXPECT_EQ(shown + answer, row.told);
         EXPECT_SOON(!screen::Find("Question").exists);
     }
+}
+
+TEST_F(WindowTest, WithoutAThreadAnAlertSaysItsTextAndWithOneItSendsItsAnswer)
+{
+    testing::internal::CaptureStderr();
+    BAlert* alerts[] = { Ask(), Ask() };
+    {
+        const NoThreads none;
+        fWindow->Show();
+        EXPECT_EQ(alerts[0]->Go(), -1);
+        EXPECT_EQ(alerts[1]->Go(nullptr), B_ERROR);
+    }
+    const std::string why = "Cannot start thread <Question>: its window is not shown\n";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "Cannot start thread <Test>: its window is not shown\n" + why + "Shall it go on?\n" + why
+            + "Shall it go on?\n");
+    EXPECT_EQ(Ask()->Go(new BInvoker(new BMessage(7), fWindow)), B_OK);
+    EXPECT_TRUE(screen::BecomesActive("Question"));
+    EXPECT_EQ(screen::Find("_b1_", "Question").text, "&Perhaps") << "underlined";
+    screen::Key("shift+p");
+    Show();
+    EXPECT_TRUE(fLog->WaitFor("7 which 1"));
 }
 
 TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeldUnderTheAlert)

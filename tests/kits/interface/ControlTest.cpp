@@ -1,6 +1,4 @@
 #include "Button.h"
-#include "ScrollBar.h"
-#include "ScrollView.h"
 #include "TestWindow.h"
 #include "TextView.h"
 
@@ -155,32 +153,4 @@ TEST_F(WindowTest, ATextTakesTypingButLeavesEnterToTheDefaultButtonIfItIsTold)
     EXPECT_STREQ(text->Text(), "e: It's\ntyped");
     EXPECT_EQ(text->TextLength(), 13);
     delete text;
-}
-
-TEST_F(WindowTest, AScrollBarMovesItsTargetAndIsMovedByIt)
-{
-    BView* target = new BView(BRect(10, 10, 109, 109), "target", B_FOLLOW_NONE, B_WILL_DRAW);
-    BScrollView* scroller =
-        new BScrollView("scroller", target, B_FOLLOW_NONE, 0, false, true, B_FANCY_BORDER);
-    BScrollBar* bar = scroller->ScrollBar(B_VERTICAL);
-    bar->SetRange(0, 300);
-    bar->SetProportion(0.25f);
-    bar->SetSteps(5, 80);
-    fWindow->AddChild(scroller);
-    Show();
-    const auto top = [&] { return Locked([&] { return target->Bounds().top; }); };
-    EXPECT_TRUE(screen::Click("target", "", 5)); // a notch of the wheel: three small steps
-    EXPECT_SOON(top() == 15);
-    const BRect frame = screen::Find("_VSB_").frame;
-    screen::ClickAt(BPoint(frame.left + 7, frame.bottom - 20)); // the trough: a large step
-    EXPECT_SOON(top() == 95) << top();
-    Locked([&] {
-        target->ScrollTo(0, 1000);
-        EXPECT_EQ(bar->Value(), 300);
-        bar->SetValue(-1);
-        EXPECT_EQ(target->Bounds().top, 0);
-        bar->SetValue(299);
-        bar->SetRange(0, 40);
-    });
-    EXPECT_EQ(top(), 40);
 }

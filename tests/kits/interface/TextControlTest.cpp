@@ -47,6 +47,7 @@ TEST_F(TextControlTest, HoldsNoMoreThanItsLimitInWholeLetters)
     Becomes(control, "12345");
     Locked([&] { control->TextView()->SetMaxBytes(2); });
     Becomes(control, "12");
+    Becomes(control, "x2", { "Delete", "x" }); // the caret is at its beginning
     Locked([&] {
         control->TextView()->SetMaxBytes(INT32_MAX);
         control->TextView()->SetMaxCharacters(3);

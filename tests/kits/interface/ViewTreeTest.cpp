@@ -1,3 +1,4 @@
+#include "tests/support/Rows.h"
 #include "TestWindow.h"
 
 TEST(ViewTree, ChildrenAreFoundInTheirOrder)
@@ -29,26 +30,16 @@ TEST(ViewTree, ChildrenAreFoundInTheirOrder)
 TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
 {
     const BRect frame(10, 20, 49, 59);
-    const uint32 middle = B_FOLLOW_H_CENTER | B_FOLLOW_V_CENTER;
-    // width, height: that the parent grows by
-    const std::tuple<const char*, uint32, float, float, BRect> rows[] = {
-        { "none", B_FOLLOW_NONE, 100, 60, BRect(10, 20, 49, 59) },
-        { "left top", B_FOLLOW_LEFT | B_FOLLOW_TOP, 100, 60, BRect(10, 20, 49, 59) },
-        { "right bottom", B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, 100, 60, BRect(110, 80, 149, 119) },
-        { "left right, top", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, 100, 60, BRect(10, 20, 149, 59) },
-        { "left, top bottom", B_FOLLOW_LEFT | B_FOLLOW_TOP_BOTTOM, 100, 60,
-            BRect(10, 20, 49, 119) },
-        { "middles", middle, 100, 60, BRect(60, 50, 99, 89) },
-        { "odd amounts", middle, 3, 1, BRect(11.5, 20.5, 50.5, 59.5) },
-        { "below nothing", B_FOLLOW_ALL_SIDES, -200, -200, BRect(10, 20, -151, -141) }
-    };
-    for (const auto& [name, mode, width, height, grown] : rows) {
+    for (const Row& row : RowsOf("kits/interface/follow.txt", 8)) {
+        float n[8];
+        for (int i = 2; i < 8; i++)
+            n[i] = std::stof(row[i]);
         BView parent(BRect(0, 0, 99, 99), "parent", B_FOLLOW_NONE, 0);
-        auto* child = new BView(frame, "child", mode, 0);
+        auto* child = new BView(frame, "child", std::stoi(row[1], nullptr, 16), 0);
         parent.AddChild(child);
-        parent.ResizeBy(width, height);
-        EXPECT_EQ(child->Frame(), grown) << name;
-        parent.ResizeBy(-width, -height);
-        EXPECT_EQ(child->Frame(), frame) << name;
+        parent.ResizeBy(n[2], n[3]);
+        EXPECT_EQ(child->Frame(), BRect(n[4], n[5], n[6], n[7])) << row[0];
+        parent.ResizeBy(-n[2], -n[3]);
+        EXPECT_EQ(child->Frame(), frame) << row[0];
     }
 }

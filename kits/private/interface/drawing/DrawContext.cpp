@@ -138,7 +138,7 @@ void DrawContext::SetPattern(const DrawState& state, pattern p)
         SetStipple(p);
     if (fBounds.LeftTop() != fStippleOrigin) {
         fStippleOrigin = fBounds.LeftTop();
-        const PixelRect origin = Area(BRect(0, 0, 0, 0));
+        const PixelRect origin = Area(BRect(B_ORIGIN, B_ORIGIN));
         const uint32 values[] = { static_cast<uint32>(origin.left),
             static_cast<uint32>(origin.top) };
         xcb_change_gc(

@@ -2,16 +2,16 @@
 #include "Bitmap.h"
 
 #include "Canvas.h"
-#include "Message.h"
+#include "drawing/PixelFormat.h"
+#include "drawing/XcbReply.h"
 #include "Screen.h"
 #include "server/DisplayServer.h"
+#include "tests/support/Rows.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 
 namespace {
-
-using BitmapDrawing = CanvasTest;
 
 std::string Hex(const void* data, size_t size)
 {
@@ -26,18 +26,13 @@ std::string Hex(const void* data, size_t size)
 
 TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
 {
-    const std::tuple<BRect, color_space, int32, int32> rows[] = {
-        { { 3, 4, 7, 5 }, B_CMAP8, 8, 16 }, { { 0, 0, 4, 1 }, B_RGB32, 20, 40 },
-        { { 0, 0, 2, 2 }, B_RGB16, 8, 24 }, { { 0, 0, 32, 0 }, B_GRAY1, 8, 8 },
-        { BRect(), B_RGB32, 0, 0 }, { { 0, 0, 9, 9 }, B_NO_COLOR_SPACE, 0, 0 },
-        { { 0, 0, 1e6f, 1 }, B_CMAP8, 0, 0 },
-        { { 0, 0, 32766, 32766 }, B_RGB32, 0, 0 }, // more bytes than an int32 counts
-    };
-    for (const auto& [bounds, space, rowBytes, length] : rows) {
-        const BBitmap bitmap(bounds, space);
-        EXPECT_EQ(bitmap.IsValid(), length > 0);
-        EXPECT_EQ(bitmap.BitsLength(), length);
-        EXPECT_TRUE(length == 0 || bitmap.BytesPerRow() == rowBytes);
+    for (const Row& row : RowsOf("kits/interface/drawing/bitmaps.txt", 7)) {
+        float n[7];
+        std::transform(row.begin(), row.end(), n, [](const auto& word) { return std::stof(word); });
+        const BBitmap bitmap(BRect(n[0], n[1], n[2], n[3]), color_space(n[4]));
+        EXPECT_TRUE(bitmap.IsValid() == (n[6] > 0) && bitmap.BitsLength() == n[6]
+            && (n[6] == 0 || bitmap.BytesPerRow() == n[5]))
+            << row[2] << " " << row[4];
     }
 }
 
@@ -60,6 +55,36 @@ TEST(Bitmap, SetBitsConvertsBetweenSpaces)
     EXPECT_EQ(found, Expected("the same pixels as GRAY1, GRAY8, CMAP8, RGB15, RGB16 and RGBA32"));
 }
 
+TEST(Bitmap, ComesOutOfAnArchiveUnlessThatIsNotWhole)
+{
+    BBitmap bitmap(BRect(0, 0, 2, 1), B_CMAP8);
+    bitmap.SetBits("0123456789", 10, 3, B_CMAP8); // and no more than it has room for
+    bitmap.SetBits("x", 1, 8, B_CMAP8);
+    bitmap.SetBits("x", 1, -1, B_CMAP8);
+    bitmap.SetBits("x", 0, 0, B_CMAP8);
+    bitmap.SetBits("abc", 3, 0, B_RGB24); // which is not known
+    EXPECT_EQ(Hex(bitmap.Bits(), 8), "0000003031323334");
+    BMessage archive;
+    EXPECT_EQ(bitmap.Archive(&archive), B_OK);
+    EXPECT_EQ(bitmap.Archive(nullptr), B_BAD_VALUE);
+    EXPECT_EQ(BBitmap(BRect(), B_CMAP8).Archive(&archive), B_BAD_VALUE);
+    const BBitmap copy(&archive);
+    EXPECT_EQ(Hex(copy.Bits(), copy.BitsLength()), Hex(bitmap.Bits(), 8));
+    EXPECT_TRUE(copy.Bounds() == bitmap.Bounds() && copy.ColorSpace() == B_CMAP8);
+    const char* kind = nullptr;
+    int32 rowBytes = 0;
+    EXPECT_TRUE(archive.FindString("class", &kind) == B_OK && kind == std::string("BBitmap"));
+    EXPECT_TRUE(archive.FindInt32("_rowbytes", &rowBytes) == B_OK && rowBytes == 4);
+    for (const char* name : { "_frame", "_cspace", "_data" }) {
+        BMessage part(archive);
+        part.RemoveName(name);
+        EXPECT_FALSE(BBitmap(&part).IsValid()) << name;
+    }
+    archive.RemoveName("_data");
+    archive.AddData("_data", B_RAW_TYPE, "1234567", 7);
+    EXPECT_FALSE(BBitmap(&archive).IsValid());
+}
+
 TEST(Screen, IsAsLargeAndHasAsManyColorsAsTheDisplaySays)
 {
     const BScreen screen;
@@ -74,40 +99,53 @@ TEST(Screen, IsAsLargeAndHasAsManyColorsAsTheDisplaySays)
     EXPECT_TRUE(mode.h_display_start == 0 && mode.v_display_start == 0);
 }
 
-TEST(Screen, ColorsGoToTheirIndexAndBack)
+TEST(Screen, ColorsHaveAnIndexEachOneOfTheOppositeAndOneOfThoseNearThem)
 {
     const BScreen screen;
-    for (int i = 0; i < B_TRANSPARENT_8_BIT; i++) {
+    std::string told;
+    for (int i = 0; i < 256; i++) {
         const rgb_color color = screen.ColorForIndex(i);
-        EXPECT_EQ(screen.ColorForIndex(screen.IndexForColor(color)), color) << i;
-        const rgb_color inverted = screen.ColorForIndex(screen.InvertIndex(i));
-        EXPECT_LE(std::abs(inverted.green + color.green - 255), 8) << i;
-        const int packed = color.red >> 3 << 10 | color.green >> 3 << 5 | color.blue >> 3;
-        const rgb_color nearest = screen.ColorForIndex(screen.ColorMap()->index_map[packed]);
-        EXPECT_LE(std::abs(nearest.red - color.red), 8) << i;
+        EXPECT_EQ(screen.ColorForIndex(screen.IndexForColor(color)), color);
+        told += Hex(&color, 3) + " " + std::to_string(screen.InvertIndex(i))
+            + (i % 8 < 7 ? ", " : "\n");
     }
+    for (int i = 0; i < 64; i++) // every tenth of 32 reds, greens and blues
+        told += std::to_string(
+                    screen.ColorMap()->index_map[(i / 16 << 10 | i / 4 % 4 << 5 | i % 4) * 10])
+            + (i % 16 < 15 ? " " : "\n");
     EXPECT_EQ(screen.IndexForColor(B_TRANSPARENT_COLOR), B_TRANSPARENT_8_BIT);
-    EXPECT_EQ(screen.InvertIndex(B_TRANSPARENT_8_BIT), B_TRANSPARENT_8_BIT);
+    EXPECT_EQ(told, Expected("the system's colours with the index of the opposite one"));
 }
 
-TEST_F(BitmapDrawing, StretchesAndIsCutAtTheEdgesAndLeavesOutWhatIsTransparentOnlyWhenDrawnOver)
+TEST(PixelFormat, ColorsBecomeWhatTheDisplayShowsAsThem)
 {
-    const BScreen screen;
-    const uint8 red = screen.IndexForColor(255, 0, 0), blue = screen.IndexForColor(0, 0, 255);
-    const uint8 bits[] = { red, 255, blue, 0, 16, red, 255, 0 }; // 3 x 2
-    BBitmap bitmap(BRect(0, 0, 2, 1), B_CMAP8);
-    bitmap.SetBits(bits, sizeof(bits), 0, B_CMAP8);
-    const std::tuple<drawing_mode, int, int, int> places[] = { { B_OP_COPY, 20, 5, 1 },
-        { B_OP_OVER, 30, 5, 1 }, { B_OP_COPY, 2, 13, 2 }, { B_OP_OVER, 12, 13, 3 },
-        { B_OP_OVER, -4, -4, 4 } };
-    const std::string shown = Drawn([&](BView& v) {
-        v.DrawBitmap(&bitmap, BRect(2, 0, 2, 1), BRect(30, 20, 34, 21)); // of its last column
-        for (const auto& [mode, left, top, step] : places) {
-            v.SetDrawingMode(mode);
-            v.DrawBitmap(&bitmap, BRect(left, top, left + 3 * step - 1, top + 2 * step - 1));
-        }
-    });
-    EXPECT_EQ(shown, Expected("bitmaps"));
+    xcb_connection_t* x = xcb_connect(nullptr, nullptr);
+    const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(x)).data;
+    const PixelFormat format(x, screen.root_visual);
+    EXPECT_EQ(format.Depth(), screen.root_depth);
+    EXPECT_EQ(PixelFormat(x, 0).Depth(), 0) << "there is no such visual";
+    const rgb_color colors[] = { black_color, white_color, { 255, 0, 0 }, { 0, 255, 0 },
+        { 0, 0, 255 }, { 51, 102, 204, 0 }, { 10, 90, 165 } };
+    for (const rgb_color& color : colors) {
+        const uint32 pixel = format.PixelFor(color);
+        const auto reply = MakeReply(xcb_query_colors_reply(
+            x, xcb_query_colors(x, screen.default_colormap, 1, &pixel), nullptr));
+        const xcb_rgb_t& shown = *xcb_query_colors_colors(reply.get());
+        const int most = format.Depth() == 8 ? 26 : format.Depth() == 16 ? 4 : 0; // half a step
+        EXPECT_LE(std::abs((shown.red >> 8) - color.red), most);
+        EXPECT_LE(std::abs((shown.green >> 8) - color.green), most);
+        EXPECT_LE(std::abs((shown.blue >> 8) - color.blue), most);
+        uint8 row[16] = {};
+        format.Store(row, 1, pixel);
+        EXPECT_EQ(Hex(row, 12),
+            Hex(row + 12, format.BytesOf(1)) + Hex(&pixel, format.BytesOf(1))
+                + std::string(2 * (12 - format.BytesOf(2)), '0'));
+        EXPECT_TRUE(format.Shows(row, 1, pixel));
+        EXPECT_FALSE(format.Shows(row, 1, pixel ^ 1));
+    }
+    EXPECT_EQ(format.PixelFor(black_color) ^ format.InvertMask(), format.PixelFor(white_color));
+    EXPECT_EQ(format.BytesPerRow(5), (format.BytesOf(5) + 3) / 4 * 4);
+    xcb_disconnect(x);
 }
 
 } // namespace

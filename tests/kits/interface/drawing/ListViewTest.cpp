@@ -4,6 +4,7 @@
 #include "ScrollBar.h"
 #include "ScrollView.h"
 #include "tests/kits/interface/TestWindow.h"
+#include "tests/support/Rows.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ public:
 };
 
 // A list of rows ten pixels high in a view of 100 pixels with a vertical bar. The window's log has
-// the selection as "50 ROW...", an invocation as "51 ROW...".
+// the selection as "50 ROW...", an invocation as "51 ROW...". Rows are clicked by their place.
 class ListViewTest : public WindowTest {
 protected:
     void SetUp() override
@@ -42,30 +43,93 @@ protected:
             EXPECT_TRUE(fList->AddItem(fItems.back().get(), firstRow + i));
         }
     }
-    // Waits until the row at y is on the screen in that colour.
-    bool Shows(float y, rgb_color color)
-    {
-        return screen::WaitFor([&] { return screen::PixelAt(OnScreen(y)) == color; });
-    }
     BPoint OnScreen(float y)
     {
         return Locked([&] { return fList->ConvertToScreen(BPoint(50, y)); });
-    }
-    void ShowRows(int count)
-    {
-        Add(count);
-        Show();
-        ASSERT_TRUE(Shows(5, kBlue));
-        screen::ClickAt(OnScreen(25));
-        ASSERT_TRUE(fLog->WaitFor("50 2")); // from here on keys go to the list
-        ASSERT_TRUE(Shows(25, kRed));
     }
     void ClickWith(const std::string& key, float y)
     {
         screen::MoveTo(OnScreen(y));
         EXPECT_EQ(system(("xdotool keydown " + key + " click 1 keyup " + key).c_str()), 0);
     }
+    // What the program or the user does, as a line of a file has it.
+    void Do(const Row& words)
+    {
+        const int n = words.size() > 1 ? std::stoi(words[1]) : 0;
+        const int m = words.size() > 2 ? std::stoi(words[2]) : 0;
+        const std::map<std::string, std::function<void()>> byUser = {
+            { "show", [&] { Show(); } },
+            { "click", [&] { screen::ClickAt(OnScreen(n)); } },
+            { "double", [&] { screen::DoubleClickAt(OnScreen(n)); } },
+            { "shift", [&] { ClickWith("shift", n); } },
+            { "ctrl", [&] { ClickWith("ctrl", n); } },
+            { "wheel", [&] { screen::Click("list", "", n); } },
+            { "bar", [&] { screen::ClickAt(fList->ConvertToScreen(BPoint(107, n))); } },
+        };
+        const std::map<std::string, std::function<void()>> byProgram = {
+            { "add", [&] { Add(n, m); } },
+            { "remove", [&] { EXPECT_EQ(fList->RemoveItem(n) != nullptr, m == 0); } },
+            { "disable", [&] { fItems[n]->SetEnabled(false); } },
+            { "select", [&] { fList->Select(n); } },
+            { "also", [&] { fList->Select(n, true); } },
+            { "range", [&] { fList->Select(n, m); } },
+            { "more", [&] { fList->Select(n, m, true); } },
+            { "deselect", [&] { fList->Deselect(n); } },
+            { "none", [&] { fList->DeselectAll(); } },
+            { "single", [&] { fList->SetListType(B_SINGLE_SELECTION_LIST); } },
+            { "empty", [&] { fList->MakeEmpty(); } },
+            { "font", [&] { fList->SetFontSize(n); } },
+            { "higher", [&] { fScroll->ResizeBy(0, n); } },
+            { "scroll", [&] { fList->ScrollTo(0, n); } },
+            { "reach", [&] { Add(n), fList->Select(n - 1), fList->ScrollToSelection(); } },
+            { "seen", [&] { fList->ScrollToSelection(); } },
+        };
+        if (byUser.contains(words[0]))
+            byUser.at(words[0])();
+        else if (byProgram.contains(words[0]))
+            Locked(byProgram.at(words[0]));
+        else
+            screen::Key(words[0]);
+    }
+    // Rows, the bar's range, steps and share, and where the list is.
+    std::string State()
+    {
+        return Locked([&] {
+            float least, most, small, large;
+            const BScrollBar& bar = *fScroll->ScrollBar(B_VERTICAL);
+            bar.GetRange(&least, &most);
+            bar.GetSteps(&small, &large);
+            const BRect last = fList->ItemFrame(fList->CountItems() - 1);
+            char text[200];
+            snprintf(text, sizeof(text),
+                "%d rows, the last %gx%g; %g..%g by %g and %g, %.3f; at %g.", fList->CountItems(),
+                last.Width() + 1, last.Height() + 1, least, most, small, large, bar.Proportion(),
+                fList->LeftTop().y);
+            return std::string(text);
+        });
+    }
+    // Does what a file says, line by line: what is logged then, and the state where a line ends it
+    // with a full stop.
+    void Follow(const std::string& name)
+    {
+        for (const TextRow& row : ReadRows("kits/interface/drawing/" + name + ".txt")) {
+            SCOPED_TRACE(row.given);
+            Do(RowOf(row.given));
+            std::string told;
+            screen::WaitFor([&] {
+                const Entries all = fLog->Now();
+                told.clear();
+                for (size_t i = fKnown; i < all.size(); i++)
+                    told += all[i] + "\n";
+                told += row.told.ends_with(".") ? State() : "";
+                return told == row.told + (told.ends_with("\n") ? "\n" : "");
+            });
+            EXPECT_EQ(told, row.told + (told.ends_with("\n") ? "\n" : ""));
+            fKnown = fLog->Now().size();
+        }
+    }
 
+    size_t fKnown = 0; // of the log
     BListView* fList = nullptr;
     BScrollView* fScroll = nullptr;
     std::vector<std::unique_ptr<ColorItem>> fItems;
@@ -83,122 +147,45 @@ TEST_F(ListViewTest, RowsLieBelowEachOtherAsTheyComeAndGo)
     for (const auto& [y, index] : places)
         EXPECT_EQ(fList->IndexOf(BPoint(3, y)), index) << y;
     EXPECT_TRUE(fList->AddItem(&extra, 1));
-    EXPECT_EQ(fList->IndexOf(&extra), 1);
-    EXPECT_EQ(fList->ItemFrame(5), BRect(0, 50, 99, 59));
+    EXPECT_TRUE(fList->IndexOf(&extra) == 1 && fList->ItemFrame(5) == BRect(0, 50, 99, 59));
     EXPECT_TRUE(fList->RemoveItem(&extra));
     EXPECT_FALSE(fList->RemoveItem(&extra) || fList->RemoveItem(5) || fList->RemoveItem(-1));
-    fList->SetFontSize(20);
-    EXPECT_EQ(fList->ItemFrame(4), BRect(0, 80, 99, 99));
-    fList->MakeEmpty();
-    EXPECT_FALSE(fList->ItemFrame(0).IsValid());
+    EXPECT_FALSE(fList->ItemFrame(5).IsValid());
 }
 
 TEST_F(ListViewTest, TellsEachSelectionByTheProgram)
 {
-    Add(6);
-    fItems[2]->SetEnabled(false);
-    fList->Select(4, 1); // but not row 2
-    fList->Select(4, 3, true); // are already
-    fList->Select(0, true);
-    fList->Select(6, true); // is not there, nor are these
-    fList->Select(-1, 3);
-    fList->Deselect(6);
-    fList->Deselect(3);
-    EXPECT_TRUE(fList->RemoveItem(0) == fItems[0].get() && !fItems[0]->IsSelected());
-    fList->Select(2, true); // what was row 3
-    EXPECT_EQ(fList->CurrentSelection(2), 3);
-    EXPECT_EQ(fList->CurrentSelection(3), -1);
-    fList->SetListType(B_SINGLE_SELECTION_LIST);
-    fList->Select(4, true);
-    fList->Select(0, 3);
-    EXPECT_TRUE(fList->IsItemSelected(4) && !fList->IsItemSelected(0) && !fList->IsItemSelected(5));
-    fList->DeselectAll();
-    fList->DeselectAll();
-    fWindow->Show();
-    EXPECT_EQ(fLog->WaitFor(6),
-        (Entries { "50 1 3 4", "50 0 1 3 4", "50 0 1 4", "50 0 2 3", "50 4", "50" }));
+    Follow("list-selection");
+    EXPECT_TRUE(fList->CurrentSelection(2) == 3 && fList->CurrentSelection(4) == -1);
+    EXPECT_TRUE(fList->IsItemSelected(2) && !fList->IsItemSelected(1) && !fList->IsItemSelected(5));
+    EXPECT_FALSE(fItems[0]->IsSelected()) << "it was taken out";
 }
 
 TEST_F(ListViewTest, ClicksSelectAndADoubleClickInvokes)
 {
-    ShowRows(8);
-    ClickWith("shift", 45);
-    ClickWith("shift", 5); // the range still begins at row 2
-    ClickWith("ctrl", 65);
-    ClickWith("ctrl", 15);
-    screen::DoubleClickAt(OnScreen(35));
-    EXPECT_TRUE(fLog->WaitFor("51 3"));
-    Locked([&] { Add(1, 3); });
-    EXPECT_TRUE(Shows(45, kRed));
-    ClickWith("shift", 65); // from what is row 4 now
-    ClickWith("shift", 95); // below the rows
-    screen::ClickAt(OnScreen(95));
-    EXPECT_EQ(fLog->WaitFor(9),
-        (Entries { "50 2", "50 2 3 4", "50 0 1 2", "50 0 1 2 6", "50 0 2 6", "50 3", "51 3",
-            "50 4 5 6", "50" }));
+    Follow("list-clicks");
 }
 
 TEST_F(ListViewTest, KeysMoveTheSelectionAndScrollToItAndItsBorderShowsThem)
 {
     fWindow->AddChild(
         new BView(BRect(150, 10, 190, 50), "other", B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE));
-    ShowRows(40);
-    const BPoint border = OnScreen(50) - BPoint(50 + 2, 0);
+    Follow("list-keys");
+    const auto shows = [&](BPoint from, rgb_color color) {
+        return screen::PixelAt(OnScreen(5) + from) == color;
+    };
     const rgb_color color = ui_color(B_MENU_SELECTED_BACKGROUND_COLOR);
-    EXPECT_SOON(screen::PixelAt(border) == color);
-    Locked([&] { fItems[38]->SetEnabled(false); });
-    for (const char* key : { "Down", "shift+Down", "Next", "End", "Return" }) // a page has ten rows
-        screen::Key(key);
-    EXPECT_TRUE(Shows(395, kRed));
-    EXPECT_TRUE(Becomes([&] { return fScroll->ScrollBar(B_VERTICAL)->Value() == 300; }));
-    for (const char* key : { "Up", "Prior", "space", "Home", "Up", "shift+Next", "x" })
-        screen::Key(key);
-    EXPECT_EQ(fLog->WaitFor(11),
-        (Entries { "50 2", "50 3", "50 3 4", "50 13", "50 39", "51 39", "50 37", "50 28", "51 28",
-            "50 0", "50 0 1 2 3 4 5 6 7 8 9" }));
-    EXPECT_TRUE(Shows(5, kRed));
+    EXPECT_SOON(
+        shows(BPoint(), kRed) && shows(BPoint(0, 90), kRed) && shows(BPoint(-52, 0), color));
     screen::Key("Tab");
-    EXPECT_SOON(screen::PixelAt(border) != color);
+    EXPECT_SOON(!shows(BPoint(-52, 0), color));
+    Locked([&] { fList->DeselectAll(); });
+    EXPECT_SOON(shows(BPoint(), kBlue) && shows(BPoint(0, 90), kBlue));
 }
 
 TEST_F(ListViewTest, TheBarFollowsRowsAndSize)
 {
-    // The list is always scrolled down as far as it goes.
-    const auto becomes = [this](float max, float proportion, float page) {
-        return Becomes([&] {
-            BScrollBar* bar = fScroll->ScrollBar(B_VERTICAL);
-            float least, most, small, large;
-            bar->GetRange(&least, &most);
-            bar->GetSteps(&small, &large);
-            return least == 0 && most == max && bar->Proportion() == proportion && large == page
-                && small == (max == 0 ? 1 : 10) && fList->LeftTop().y == max;
-        });
-    };
-    Show();
-    EXPECT_TRUE(becomes(0, 1, 99));
-    Locked([&] {
-        Add(25);
-        for (const int32 row : { 24, 18 }) { // the second is in sight already
-            fList->Select(row);
-            fList->ScrollToSelection();
-            EXPECT_EQ(fList->LeftTop().y, 150) << "with the range as it is now";
-        }
-    });
-    EXPECT_TRUE(becomes(150, 0.4f, 90));
-    EXPECT_TRUE(screen::Click("list", "", 4)); // a notch of the wheel: three rows
-    EXPECT_TRUE(Becomes([&] { return fList->LeftTop().y == 120; }));
-    Locked([&] {
-        fList->ScrollTo(0, 150);
-        fScroll->ResizeBy(0, 25);
-    });
-    EXPECT_TRUE(becomes(125, 0.5f, 115));
-    Locked([&] {
-        for (int i = 0; i < 10; i++)
-            fList->RemoveItem(0);
-    });
-    EXPECT_TRUE(becomes(25, 125.0f / 150, 115));
-    Locked([&] { fList->MakeEmpty(); });
-    EXPECT_TRUE(becomes(0, 1, 124));
+    Follow("list-bar");
 }
 
 } // namespace

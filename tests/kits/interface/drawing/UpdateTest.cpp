@@ -23,11 +23,6 @@ protected:
             return Shown();
         });
     }
-    void Fill(rgb_color color, BRect rect)
-    {
-        fView->SetHighColor(color);
-        fView->FillRect(rect);
-    }
 };
 
 TEST_F(UpdateTest, OnlyTheUpdateRectangleIsClearedAndShownAndNothingBeforeDrawReturns)
@@ -36,11 +31,15 @@ TEST_F(UpdateTest, OnlyTheUpdateRectangleIsClearedAndShownAndNothingBeforeDrawRe
     std::string before, during;
     const auto draw = [&](BRect update) {
         EXPECT_EQ(update, rect);
-        Fill({ 255, 0, 0 }, BRect(0, 0, 39, 10));
+        fView->SetHighColor({ 255, 0, 0 });
+        fView->FillRect(BRect(0, 0, 39, 10));
         fView->Sync();
         during = Shown();
     };
-    before = Drawn([](BView& v) { v.FillRect(BRect(10, 0, 39, 29)); });
+    before = Drawn([](BView& v) {
+        v.FillRect(BRect(10, 0, 39, 29));
+        v.FillRect(BRect(-9, -9, -1, -1), B_MIXED_COLORS); // none of which fills the ground
+    });
     EXPECT_EQ(Update(rect, draw), Expected("update, white below what was drawn"));
     EXPECT_EQ(during, before);
     Locked([&] { fView->SetViewColor(B_TRANSPARENT_COLOR); });
@@ -50,7 +49,8 @@ TEST_F(UpdateTest, OnlyTheUpdateRectangleIsClearedAndShownAndNothingBeforeDrawRe
 
 TEST_F(UpdateTest, AResizedOrMovedViewDrawsIntoAllOfItself)
 {
-    Locked([&] { fView->onDraw = [&](BRect) { Fill(black_color, fView->Bounds()); }; });
+    Locked([&] { fView->onDraw = [&](BRect) { fView->FillRect(fView->Bounds()); }; });
+    Locked([&] { fView->SetHighColor(black_color); });
     for (const BPoint size : { BPoint(90, 20), BPoint(90, 70), BPoint(30, 30) }) {
         Locked([&] { fView->ResizeTo(size.x - 1, size.y - 1); });
         EXPECT_TRUE(Becomes([&] { return Shown() == All('#', size.x, size.y); }));
