@@ -18,7 +18,7 @@ namespace {
 using screen::Find;
 
 // Counts the 'gsdq' that a closing form sends.
-class Target : public BLooper {
+class Listener : public BLooper {
 public:
     void MessageReceived(BMessage* message) override { closed += message->what == 'gsdq'; }
     std::atomic<int> closed = 0;
@@ -107,7 +107,7 @@ protected:
     const TempFolder& fData = DataHome();
     BApplication fApplication { "application/x-vnd.Quorvane.FormTest" };
     const MachineTree fTree {};
-    Target* fTarget = new Target;
+    Listener* fTarget = new Listener;
     GetSysDeviceWin* fForm = nullptr;
 };
 
