@@ -9,11 +9,11 @@
 
 namespace {
 
-const LibDate kToday(10, 24, 2001); // a Wednesday
+const LibDate kWednesday(10, 24, 2001);
 const LibTime kNow(13, 30, 15);
 
 // The moment that text means, the distance in seconds added; "" for a refused text.
-std::string Meaning(const std::string& text, const LibDate& today = kToday)
+std::string Meaning(const std::string& text, const LibDate& today = kWednesday)
 {
     LibParsedDate parsed;
     if (!LibParseDate(text, LibDateConventions::English(), today, kNow, parsed))
