@@ -39,9 +39,9 @@ public:
         if (message->what >= 'AAAA')
             return BWindow::MessageReceived(message);
         std::string event = std::to_string(message->what);
-        for (const char* name : { "be:value", "which" }) {
-            if (message->FindInt32(name, &value) == B_OK)
-                event += (*name == 'b' ? " value " : " which ") + std::to_string(value);
+        for (const char* field : { "be:value", "which" }) {
+            if (message->FindInt32(field, &value) == B_OK)
+                event += (*field == 'b' ? " value " : " which ") + std::to_string(value);
         }
         for (int32 i = 0; message->FindInt32("index", i, &value) == B_OK; i++)
             event += " " + std::to_string(value);
