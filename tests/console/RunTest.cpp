@@ -184,7 +184,7 @@ TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
     std::filesystem::create_symlink("/dev/full", fFolder / "full.json");
     for (const Row& row : RowsOf("console/data/in-vain", 3)) {
         const std::map<std::string, status_t> others { { "busy", B_BUSY }, { "unknown", B_ERROR } };
-        gBegin = others.contains(row[0]) ? others.at(row[0]) : status_t(B_OK);
+        gBegin = others.contains(row[0]) ? others.at(row[0]) : static_cast<status_t>(B_OK);
         gNoThread = row[0];
         EXPECT_EQ(Told(row[1]), row[2]) << row[1];
     }

@@ -266,7 +266,7 @@ TEST_F(SittingTest, AProbeIsTheBestOfThreeAndTheClockIsSteadyOnceNoBetterOneCome
         { 1000, 980, 1 + 12 + 11 * 13 }, { 2000, 2000, 1 + 12 + 7 * 13 + 1 } // too long
     };
     for (const auto& [first, later, looks] : rows) {
-        gNextLook = [&](int look) { return look < 60 ? first : later; };
+        gNextLook = [first = first, later = later](int look) { return look < 60 ? first : later; };
         gLooks = 0;
         __real__Z18WaitForSteadyClockv();
         EXPECT_EQ(gLooks, looks);
