@@ -133,7 +133,7 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     EXPECT_TRUE(before <= kits && kits <= after);
 }
 
-TEST(Thread, AMutexIsItsAloneAndLetGo)
+TEST(Thread, AMutexIsOnesAloneUntilItIsLetGo)
 {
     Mutex mutex;
     for (const bool isHeld : { true, false }) {

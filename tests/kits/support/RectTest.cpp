@@ -23,7 +23,7 @@ TEST(Rect, DoesWhatItsCallsSay)
     const std::map<std::string, Call> calls = {
         { "size",
             [](B a, B, P) {
-                return B(a.Width(), a.Height(), float(a.IntegerWidth()), float(a.IntegerHeight()));
+                return B(a.Width(), a.Height(), a.IntegerWidth(), a.IntegerHeight());
             } },
         { "corners", [](B a, B, P) { return B(a.RightTop(), a.LeftBottom()); } },
         { "others", [](B a, B, P) { return B(a.LeftTop(), a.RightBottom()); } },
