@@ -133,7 +133,7 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     EXPECT_TRUE(before <= kits && kits <= after);
 }
 
-TEST(Thread, AMutexIsItsAloneAndLetGo)
+TEST(Thread, AMutexIsOnesAloneUntilItIsLetGo)
 {
     Mutex mutex;
     for (const bool isHeld : { true, false }) {
@@ -180,8 +180,8 @@ TEST(Thread, PriorityIsANiceValueAsFarAsTheUserMayHaveIt)
     const std::pair<size_t, rlim_t> limits[] = { { 1, RLIM_INFINITY }, { 2, 25 }, { 3, 0 } };
     for (const auto& [column, most] : limits) {
         const auto check = [&, column = column, limit = rlimit { most, most }] {
-            if (setpriority(PRIO_PROCESS, 0, 0) != 0 || setrlimit(RLIMIT_NICE, &limit) != 0)
-                return 0; // not this user
+            if (getpriority(PRIO_PROCESS, 0) != 0 || setrlimit(RLIMIT_NICE, &limit) != 0)
+                return 0; // not at this nice value, or not this user
             EXPECT_TRUE(BecomeOrdinaryUser());
             for (const Row& row : rows) {
                 const int32 priority = std::stoi(row[0]);
