@@ -260,8 +260,8 @@ void TryQtThreads()
     done.count_down();
 }
 
-// Where it fails, so does Qt's own call. Numbers in the files of fonts have a point, but meanwhile Qt
-// sets the locale of the user for the whole program: this thread keeps the other one.
+// Where it fails, so does Qt's own call. Numbers in the files of fonts have a point, but meanwhile
+// Qt sets the locale of the user for the whole program: this thread keeps the other one.
 void ReadFonts()
 {
     const locale_t numbers = newlocale(LC_ALL_MASK, "C", nullptr);
