@@ -99,12 +99,13 @@ bool MoveDescriptors(LeaseKeeper& keeper)
         if (*file >= 0 && (*file = fcntl(*file, F_DUPFD, kOutOfTheWay)) < 0)
             return false;
     }
-    unsigned next = 0;
+    int next = 0;
     for (int* file : all) {
         if (*file >= 0)
-            *file = dup2(*file, static_cast<int>(next++));
+            *file = dup2(*file, next++);
     }
-    return close_range(next, ~0u, 0) == 0;
+    closefrom(next); // also on kernels without close_range(), as below a container
+    return true;
 }
 
 // Starts one. Its descriptors are copies and the only ones it has; signals to our process group or
