@@ -6,7 +6,8 @@ function(add_own_library name user)
     set(library tarvex-${name})
     add_library(${library} MODULE ${ARG_SOURCES})
     set_target_properties(${library} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-    target_link_libraries(${library} PRIVATE tarvex_warnings ${ARG_LIBRARIES})
+    target_link_libraries(${library} PRIVATE tarvex_warnings ${ARG_LIBRARIES}
+        -Wl,--push-state,--no-as-needed -l:libc.so.6 -Wl,--pop-state) # as any library, though one may call nothing there
     add_dependencies(${user} ${library})
     install(TARGETS ${library} DESTINATION ${CMAKE_INSTALL_LIBDIR}/tarvex)
 endfunction()
