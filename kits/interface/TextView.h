@@ -37,7 +37,6 @@ public:
     void MakeEditable(bool editable = true);
     bool IsEditable() const { return fEditable; }
     void MakeSelectable(bool selectable = true);
-    bool IsSelectable() const { return fSelectable; }
     // From here on Enter is for the window, whose default button it presses, and with the shift key
     // it begins a new line.
     void LeaveEnterToWindow();
