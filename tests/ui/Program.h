@@ -125,7 +125,9 @@ public:
     bool Save(const std::string& path, const std::string& device) const
     {
         return In("Results", "", {}) && Press("push button", "Save...", "Results")
-            && In("tarvex", "", { "y" }) && In("Unknown Devices", "", { "ctrl+a" })
+            && In("tarvex", "", { "y" })
+            // Twice: the first may come while the form is being framed.
+            && In("Unknown Devices", "", { "ctrl+a", "ctrl+a" })
             && In("Unknown Devices", device, { "alt+F4" }) && In("Save As", path, { "Return" });
     }
 
