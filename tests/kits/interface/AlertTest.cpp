@@ -32,7 +32,8 @@ TEST_F(WindowTest, AnAlertHasRoomForItsPartsAndIsAnsweredByMouseAndKeysOrClosed)
             text += sentence;
         std::thread asker([&] {
             auto* alert = new BAlert("Question", text.c_str(), label(5), label(6), label(7),
-                button_width(number(2)), button_spacing(number(3)), alert_type(number(4)));
+                static_cast<button_width>(number(2)), static_cast<button_spacing>(number(3)),
+                static_cast<alert_type>(number(4)));
             for (const int32 button : { -1, 1, 3 }) // of which only one can be there
                 alert->SetShortcut(button, 'x');
             if (given[0] == "x Escape") {
@@ -41,7 +42,8 @@ TEST_F(WindowTest, AnAlertHasRoomForItsPartsAndIsAnsweredByMouseAndKeysOrClosed)
             }
             const BRect size = alert->Bounds();
             const BPoint corner = alert->AlertPosition(size.Width(), size.Height());
-            answer = std::to_string(int(corner.x)) + " " + std::to_string(int(corner.y)) + " ";
+            answer = std::to_string(static_cast<int>(corner.x)) + " "
+                + std::to_string(static_cast<int>(corner.y)) + " ";
             answer += std::to_string(alert->Go());
         });
         EXPECT_TRUE(screen::BecomesActive("Question"));

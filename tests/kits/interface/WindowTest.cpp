@@ -88,8 +88,9 @@ TEST_F(WindowTest, TellsTheWindowManagerItsKindItsLimitsAndItsWorkspaces)
         std::vector<uint32> given;
         for (const std::string& field : RowOf(row.given))
             given.push_back(std::stoul(field, nullptr, 0));
-        auto* window = new BWindow(BRect(50, 60, 349, 259), "Kind", window_look(given.at(0)),
-            window_feel(given.at(1)), given.at(2), given.at(3));
+        auto* window =
+            new BWindow(BRect(50, 60, 349, 259), "Kind", static_cast<window_look>(given.at(0)),
+                static_cast<window_feel>(given.at(1)), given.at(2), given.at(3));
         window->SetSizeLimits(99, 399, 49, 40000);
         window->SetSizeLimits(100, 99, 0, 10);
         window->SetSizeLimits(0, 10, 100, 99); // neither is possible

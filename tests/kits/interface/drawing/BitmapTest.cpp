@@ -29,7 +29,7 @@ TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
     for (const Row& row : RowsOf("kits/interface/drawing/bitmaps.txt", 7)) {
         float n[7];
         std::transform(row.begin(), row.end(), n, [](const auto& word) { return std::stof(word); });
-        const BBitmap bitmap(BRect(n[0], n[1], n[2], n[3]), color_space(n[4]));
+        const BBitmap bitmap(BRect(n[0], n[1], n[2], n[3]), static_cast<color_space>(n[4]));
         EXPECT_TRUE(bitmap.IsValid() == (n[6] > 0) && bitmap.BitsLength() == n[6]
             && (n[6] == 0 || bitmap.BytesPerRow() == n[5]))
             << row[2] << " " << row[4];

@@ -37,7 +37,8 @@ void DrawLine(BView& v, const std::string& line)
     const BRect rect(n[0], n[1], n[2], n[3]);
     const BPoint a(n[0], n[1]), b(n[2], n[3]), c(n[4], n[5]);
     const auto color = [&] {
-        return rgb_color { uint8(n[0]), uint8(n[1]), uint8(n[2]), uint8(n[3]) };
+        return rgb_color { static_cast<uint8>(n[0]), static_cast<uint8>(n[1]),
+            static_cast<uint8>(n[2]), static_cast<uint8>(n[3]) };
     };
     const std::map<std::string, std::function<void()>> commands = {
         { "fill", [&] { v.FillRect(rect, ink); } },
