@@ -20,7 +20,8 @@ protected:
     const OwnBus bus { "DBUS_SESSION_BUS_ADDRESS" };
     const MachineTree tree {};
     const TempFolder folder; // the program's /mnt
-    const std::string setup = "export PATH=\"/mnt:$PATH\" XDG_DATA_HOME=/mnt/data && mount --bind "
+    const std::string setup =
+        "export PATH=\"/mnt:$PATH\" XDG_DATA_HOME=/mnt/data TMPDIR=/tmp && mount --bind "
         + tree / "sys/bus/pci/devices" + " /sys/bus/pci/devices && mount --bind " + folder.Path()
         + " /mnt";
 };
