@@ -94,7 +94,7 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     file("fleet/a", MadeResults("Fleet (1-x)", "700:9/1.0;"));
     file("fleet/b.txt", "notes");
     std::filesystem::create_symlink("/proc/self/mem", folder / "mem"); // fails to be read
-    const std::string blank(33 << 20, '\n');
+    const std::string blank(33 << 20, ' ');
     const std::string zip = MadeArchive(Packing::kZip, { { "r.tar", tar } });
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
 
