@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 LibInterfaceApp::LibInterfaceApp(const char* signature, const char* helpText)
     : BApplication(signature), ownHelp(helpText)
@@ -110,9 +111,16 @@ void LibInterfaceApp::SetTip(const BMessage& request)
     const char* text = nullptr;
     if (request.FindString("name", &name) != B_OK || request.FindString("text", &text) != B_OK)
         return;
-    // Windows have their tips from before: all are given them again, as any may have such a view.
     help.SetTip(name, text);
-    LibShowToolTips(showsTips);
+    hasNewTips = true;
+}
+
+// Windows have their tips from before: all are given them again, as any may have a view whose tip
+// was set, but once for all tips that were set one after the other.
+void LibInterfaceApp::Pulse()
+{
+    if (std::exchange(hasNewTips, false))
+        LibShowToolTips(showsTips);
 }
 
 LibApp::LibApp(const char* signature, const char* appName, const char* date, const char* helpText)
