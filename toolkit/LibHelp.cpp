@@ -145,13 +145,12 @@ bool LibHelp::ReadText(const char* xml)
     const LibString path = TemporaryPath();
     // Only as a new file: a link that somebody has put there would be followed.
     FILE* file = fopen(path, "wx");
-    if (!file) {
+    const bool isWritten = file && fputs(xml, file) >= 0;
+    if (!file || fclose(file) != 0 || !isWritten)
         fprintf(stderr, "Error writing <%s>\n", path.operator const char*());
+    if (!file)
         return false;
-    }
-    fputs(xml, file);
-    fclose(file);
-    const bool found = ReadFile(path);
+    const bool found = ReadFile(path); // on a full disk as far as it goes
     remove(path);
     return found;
 }
