@@ -8,6 +8,7 @@
 #include "Window.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCompleter>
 #include <QDir>
 #include <QFile>
@@ -16,6 +17,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QScreen>
+#include <QThread>
+#include <QTimer>
 #include <QTreeView>
 
 #include <algorithm>
@@ -210,6 +213,24 @@ void AddChoice(BMessage& message, file_panel_mode mode, const std::string& path)
     message.AddString("name", path.c_str() + slash + 1);
 }
 
+// What Qt asks by itself, as before it deletes a file, and its menu run loops on the stack of the
+// dialog's functions, and of objects there that are its children: these are to return first. By
+// close(), which Qt's questions take for a No.
+void DeleteUnwound(PanelDialog* dialog)
+{
+    constexpr int kLookMillis = 20;
+    if (QThread::currentThread()->loopLevel() <= 1) {
+        delete dialog;
+        return;
+    }
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (QWidget* popup = QApplication::activePopupWidget())
+        popup->close();
+    else if (box && (!box->parentWidget() || box->parentWidget() == dialog))
+        box->close();
+    QTimer::singleShot(kLookMillis, qApp, [dialog] { DeleteUnwound(dialog); });
+}
+
 } // namespace
 
 BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const entry_ref* directory,
@@ -231,7 +252,11 @@ BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const ent
 
 BFilePanel::~BFilePanel()
 {
-    display::Call([this] { delete fPeer->dialog; });
+    display::Call([this] {
+        fPeer->dialog->disconnect(); // it may outlive this panel
+        fPeer->dialog->hide();
+        DeleteUnwound(fPeer->dialog);
+    });
 }
 
 // On the server's thread; what it reads is changed there only.
