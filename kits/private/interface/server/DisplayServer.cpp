@@ -267,6 +267,9 @@ void ReadFonts()
     const locale_t numbers = newlocale(LC_ALL_MASK, "C", nullptr);
     uselocale(numbers);
     FcInit();
+    const FcFontSet* fonts = FcConfigGetFonts(nullptr, FcSetSystem);
+    if (!fonts || fonts->nfont == 0)
+        fprintf(stderr, "No fonts are installed: texts are shown as boxes\n");
     uselocale(LC_GLOBAL_LOCALE);
     freelocale(numbers);
 }
