@@ -32,7 +32,7 @@ QTreeView* ListOf(const QFileDialog& dialog)
 }
 
 // Asks by itself whether to replace what is there, and tells of what is not there. Qt's question
-// knows the chosen name only, and its boxes run on the stack: a panel that goes under one crashes.
+// knows the chosen name only, and its boxes run on the stack, see DeleteUnwound().
 class PanelDialog : public QFileDialog {
 public:
     // Behind the chosen name it is that of another file which the program will write.
@@ -51,8 +51,16 @@ public:
 
     void accept() override
     {
-        if (const QString missing = MissingFile(); !missing.isEmpty())
-            TellOfMissing(missing);
+        const QString chosen = selectedFiles().value(0);
+        const bool isSaved = acceptMode() == AcceptSave;
+        if (isSaved && !QFileInfo(chosen).dir().exists())
+            TellOfMissing(QFileInfo(chosen).path(),
+                QFileDialog::tr("%1\nDirectory not found.\nPlease verify the correct directory "
+                                "name was given."));
+        else if (!isSaved && !QFileInfo::exists(chosen))
+            TellOfMissing(QFileInfo(chosen).fileName(),
+                QFileDialog::tr(
+                    "%1\nFile not found.\nPlease verify the correct file name was given."));
         else if (const QStringList inTheWay = FilesInTheWay(); !inTheWay.isEmpty())
             AskToReplace(inTheWay);
         else
@@ -89,11 +97,6 @@ private:
         frame.moveTop(std::max(frame.top(), room.top()));
         setGeometry(frame);
     }
-    QString MissingFile() const
-    {
-        const QString chosen = selectedFiles().value(0);
-        return acceptMode() == AcceptOpen && !QFileInfo::exists(chosen) ? chosen : QString();
-    }
     QStringList FilesInTheWay() const
     {
         const QStringList chosen = selectedFiles();
@@ -118,13 +121,9 @@ private:
         return box;
     }
 
-    void TellOfMissing(const QString& file)
+    void TellOfMissing(const QString& name, const QString& text)
     {
-        const QString name = QFileInfo(file).fileName();
-        const QMessageBox* box = OpenBox(windowTitle(),
-            QFileDialog::tr("%1\nFile not found.\nPlease verify the correct file name was given.")
-                .arg(name),
-            QMessageBox::Ok);
+        const QMessageBox* box = OpenBox(windowTitle(), text.arg(name), QMessageBox::Ok);
         connect(box, &QMessageBox::finished, this, [this] { ComeBack(); });
     }
 
