@@ -252,7 +252,8 @@ BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const ent
 BFilePanel::~BFilePanel()
 {
     display::Call([this] {
-        fPeer->dialog->disconnect(); // it may outlive this panel
+        // It may outlive this panel.
+        QObject::disconnect(fPeer->dialog, &QFileDialog::finished, nullptr, nullptr);
         fPeer->dialog->hide();
         DeleteUnwound(fPeer->dialog);
     });

@@ -22,6 +22,7 @@
 #include <QWidget>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -337,6 +338,16 @@ QApplication* MakeApplication(bool hasDisplay)
     return application;
 }
 
+// Null if there is none. Those that pop up come last: the list of names below a field goes with the
+// field, which deletes it.
+QWidget* WindowToDelete()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto other = std::find_if(windows.begin(), windows.end(),
+        [](const QWidget* window) { return window->windowType() != Qt::Popup; });
+    return other != windows.end() ? *other : windows.value(0);
+}
+
 void Server::Main(std::unique_ptr<Preparation> preparation, bool hasDisplay)
 {
     tIsServer = true;
@@ -349,8 +360,8 @@ void Server::Main(std::unique_ptr<Preparation> preparation, bool hasDisplay)
     fHeld = new QObject;
     Serve();
     const Leave leave = DropJobs();
-    while (leave == Leave::kNothing && !QApplication::topLevelWidgets().isEmpty())
-        delete QApplication::topLevelWidgets().first();
+    while (QWidget* window = leave == Leave::kNothing ? WindowToDelete() : nullptr)
+        delete window;
     QPixmapCache::clear(); // its timer can only be stopped on this thread
     if (leave == Leave::kNothing)
         delete sApplication;
