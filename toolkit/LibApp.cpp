@@ -21,8 +21,7 @@ LibInterfaceApp::LibInterfaceApp(const char* signature, const char* helpText)
 
 LibInterfaceApp::~LibInterfaceApp()
 {
-    // The help goes with this object, and a window that is shown later would ask it.
-    LibSetToolTips(nullptr);
+    LibSetToolTips(nullptr); // a window that is shown later is another application's
 }
 
 void LibInterfaceApp::ArgvReceived(int32 argc, char** argv)
@@ -65,9 +64,11 @@ void LibInterfaceApp::ReadOwnHelp()
 void LibInterfaceApp::ReadHelp()
 {
     ReadOwnHelp();
-    if (!hasHelp)
-        help.ReadResources();
+    if (hasHelp)
+        return;
     hasHelp = true;
+    help.ReadResources();
+    LibSetToolTips(&help);
 }
 
 void LibInterfaceApp::AnswerHelp(const BMessage& request)
@@ -119,8 +120,10 @@ void LibInterfaceApp::SetTip(const BMessage& request)
 // was set, but once for all tips that were set one after the other.
 void LibInterfaceApp::Pulse()
 {
-    if (std::exchange(hasNewTips, false))
-        LibShowToolTips(showsTips);
+    if (!std::exchange(hasNewTips, false))
+        return;
+    LibSetToolTips(&help);
+    LibShowToolTips(showsTips);
 }
 
 LibApp::LibApp(const char* signature, const char* appName, const char* date, const char* helpText)
