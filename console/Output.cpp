@@ -26,11 +26,15 @@ void OpenStandardFiles()
 
 void FlushOutput()
 {
-    // What failed at an earlier call has left its mark on the stream, but not its reason.
     errno = 0;
     const bool isSent = fflush(stdout) == 0 && ferror(stdout) == 0;
-    if (!isSent && gOutputError == 0)
-        gOutputError = errno != 0 ? errno : EIO;
+    if (isSent || gOutputError != 0)
+        return;
+    // What failed at an earlier call has left its mark on the stream, but not its reason: one byte
+    // more fails for the same.
+    if (errno == 0 && fputc('\n', stdout) != EOF)
+        fflush(stdout);
+    gOutputError = errno != 0 ? errno : EIO;
 }
 
 std::string FinishOutput()

@@ -74,7 +74,7 @@ public:
     // The thread's work. Returns 0.
     int32 DoWhetstone();
 
-    Whetstone whetstone;
     int32 iterations = 0;
     thread_id thread = 0;
+    Whetstone done; // a copy of the one that the thread ran
 };

@@ -139,7 +139,7 @@ LinkList<T>& LinkList<T>::operator=(LinkList& other)
 template <class T>
 void LinkList<T>::Clear()
 {
-    cursor = head;
+    First();
     while (Remove()) { }
 }
 

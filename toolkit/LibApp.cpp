@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 LibInterfaceApp::LibInterfaceApp(const char* signature, const char* helpText)
     : BApplication(signature), ownHelp(helpText)
@@ -20,8 +21,7 @@ LibInterfaceApp::LibInterfaceApp(const char* signature, const char* helpText)
 
 LibInterfaceApp::~LibInterfaceApp()
 {
-    // The help goes with this object, and a window that is shown later would ask it.
-    LibSetToolTips(nullptr);
+    LibSetToolTips(nullptr); // a window that is shown later is another application's
 }
 
 void LibInterfaceApp::ArgvReceived(int32 argc, char** argv)
@@ -64,9 +64,11 @@ void LibInterfaceApp::ReadOwnHelp()
 void LibInterfaceApp::ReadHelp()
 {
     ReadOwnHelp();
-    if (!hasHelp)
-        help.ReadResources();
+    if (hasHelp)
+        return;
     hasHelp = true;
+    help.ReadResources();
+    LibSetToolTips(&help);
 }
 
 void LibInterfaceApp::AnswerHelp(const BMessage& request)
@@ -110,8 +112,17 @@ void LibInterfaceApp::SetTip(const BMessage& request)
     const char* text = nullptr;
     if (request.FindString("name", &name) != B_OK || request.FindString("text", &text) != B_OK)
         return;
-    // Windows have their tips from before: all are given them again, as any may have such a view.
     help.SetTip(name, text);
+    hasNewTips = true;
+}
+
+// Windows have their tips from before: all are given them again, as any may have a view whose tip
+// was set, but once for all tips that were set one after the other.
+void LibInterfaceApp::Pulse()
+{
+    if (!std::exchange(hasNewTips, false))
+        return;
+    LibSetToolTips(&help);
     LibShowToolTips(showsTips);
 }
 

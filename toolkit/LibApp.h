@@ -26,8 +26,11 @@ public:
     void ArgvReceived(int32 argc, char** argv) override;
     // 'appr', when the first window is shown, brings the tool tips. 'help' shows the help on the
     // first of its strings "topic" that there is any on. 'tipf' switches tool tips by its bool
-    // "show", or else over; 'stip' changes the tip of the views "name" to the string "text".
+    // "show", or else over; 'stip' changes the tip of the views "name" to the string "text", from
+    // the next pulse on.
     void MessageReceived(BMessage* message) override;
+    // Puts the tips that were changed on the windows.
+    void Pulse() override;
 
 protected:
     // Adds help of the program that stands in no file, behind that of the constructor's text.
@@ -48,6 +51,7 @@ private:
     bool hasOwnHelp = false; // it was read
     bool hasHelp = false; // and so were the files that were added
     bool showsTips = true;
+    bool hasNewTips = false; // which no window has yet
     OwnedWindow<LibHelpWindow> helpWindow; // shows help
 };
 

@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -82,7 +83,7 @@ LibString TemporaryPath()
 
 // Never held while a window is locked. Never destroyed: windows may outlive static objects.
 BLocker& gLock = *new BLocker;
-const LibHelp* gHelp GUARDED_BY(gLock) = nullptr;
+std::shared_ptr<const LibHelp>& gHelp GUARDED_BY(gLock) = *new std::shared_ptr<const LibHelp>;
 bool gShow GUARDED_BY(gLock) = true;
 std::vector<BMessenger> gWindows GUARDED_BY(gLock);
 
@@ -145,13 +146,12 @@ bool LibHelp::ReadText(const char* xml)
     const LibString path = TemporaryPath();
     // Only as a new file: a link that somebody has put there would be followed.
     FILE* file = fopen(path, "wx");
-    if (!file) {
+    const bool isWritten = file && fputs(xml, file) >= 0;
+    if (!file || fclose(file) != 0 || !isWritten)
         fprintf(stderr, "Error writing <%s>\n", path.operator const char*());
+    if (!file)
         return false;
-    }
-    fputs(xml, file);
-    fclose(file);
-    const bool found = ReadFile(path);
+    const bool found = ReadFile(path); // on a full disk as far as it goes
     remove(path);
     return found;
 }
@@ -210,15 +210,16 @@ const char* LibHelp::TipFor(const char* name) const
 
 void LibSetToolTips(const LibHelp* help)
 {
+    const auto copy = help ? std::make_shared<const LibHelp>(*help) : nullptr;
     const BAutolock lock(gLock);
-    gHelp = help;
+    gHelp = copy;
 }
 
 void LibApplyToolTips(BWindow* window)
 {
-    // Copied, as the display server is asked for each view: that takes a while, and every window
-    // needs this lock.
-    const LibHelp* help = nullptr;
+    // Held on to, as the display server is asked for each view: that takes a while, and every
+    // window needs this lock.
+    std::shared_ptr<const LibHelp> help;
     bool show = false;
     {
         const BAutolock lock(gLock);

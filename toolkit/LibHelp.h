@@ -64,7 +64,8 @@ private:
 // windows put them on. A tip that a window has given a view of another name stays: it is no help
 // but something to read.
 
-// Where the tips come from from now on; null: there are none. help must live as long.
+// What the tips are from now on; null: there are none. A copy is taken: windows that open read it
+// in threads of their own.
 void LibSetToolTips(const LibHelp* help);
 // Switches tips on or off, also in the windows that have theirs already.
 void LibShowToolTips(bool show);

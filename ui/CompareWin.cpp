@@ -85,8 +85,10 @@ std::vector<DroppedFile> FilesIn(const BMessage& message)
     for (int32 i = 0; message.FindRef("refs", i, &ref) == B_OK; i++) {
         char type[B_MIME_TYPE_LENGTH] = "";
         LibString path;
-        if (LibGetMimeType(ref, type, false) && LibGetFullPath(ref, path))
-            files.push_back({ path, LibPrintable(ref.name), strcmp(type, "text/plain") == 0 });
+        if (!LibGetFullPath(ref, path))
+            continue;
+        LibGetMimeType(ref, type, false); // where it cannot be had it is no text
+        files.push_back({ path, LibPrintable(ref.name), strcmp(type, "text/plain") == 0 });
     }
     return files;
 }

@@ -193,8 +193,10 @@ void BSingleLaunch::Listen()
         if (sources[0].revents != 0)
             return;
         const int connection = accept4(fListener, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-        if (connection < 0)
+        if (connection < 0) {
+            snooze(kPause); // too many open files: the start is still there at the next look
             continue;
+        }
         Take(connection);
         close(connection);
     }

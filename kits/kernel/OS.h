@@ -109,7 +109,7 @@ bigtime_t system_time();
 
 // For processors younger than the list: the maker's plain x86 value. 0 for kinds that are not in
 // it.
-enum cpu_type {
+enum cpu_types {
     B_CPU_PPC_601 = 1,
     B_CPU_PPC_603 = 2,
     B_CPU_PPC_603e = 3,
@@ -161,6 +161,7 @@ enum cpu_type {
     B_CPU_RISE_X86 = 0x1400,
     B_CPU_RISE_mP6 = 0x1450,
 };
+using cpu_type = cpu_types;
 
 enum platform_type {
     B_BEBOX_PLATFORM = 0,
@@ -186,7 +187,7 @@ struct cpu_info {
 struct system_info {
     bigtime_t boot_time; // microseconds since 1970
     int32 cpu_count; // 1 to B_MAX_CPU_COUNT; the same throughout a run
-    enum cpu_type cpu_type;
+    cpu_types cpu_type;
     int32 cpu_revision;
     cpu_info cpu_infos[B_MAX_CPU_COUNT]; // cpu_count of them
     int64 cpu_clock_speed; // Hz; 0: not known

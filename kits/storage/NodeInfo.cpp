@@ -23,7 +23,8 @@ status_t BNodeInfo::GetType(char* type) const
     if (!fNode)
         return B_NO_INIT;
     const status_t error = ReadTypeAttribute(*fNode, kTypeAttribute, type);
-    if (error != B_ENTRY_NOT_FOUND && error != B_PERMISSION_DENIED) // to the store: it is not ours
+    // The last two of the store: it is not ours, or the disk has no room to open it.
+    if (error != B_ENTRY_NOT_FOUND && error != B_PERMISSION_DENIED && error != B_DEVICE_FULL)
         return error;
     const std::string guess = GuessTypeOf(fNode->Descriptor());
     type[guess.copy(type, B_MIME_TYPE_LENGTH - 1)] = '\0';

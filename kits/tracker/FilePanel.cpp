@@ -8,6 +8,7 @@
 #include "Window.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCompleter>
 #include <QDir>
 #include <QFile>
@@ -16,6 +17,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QScreen>
+#include <QThread>
+#include <QTimer>
 #include <QTreeView>
 
 #include <algorithm>
@@ -29,7 +32,7 @@ QTreeView* ListOf(const QFileDialog& dialog)
 }
 
 // Asks by itself whether to replace what is there, and tells of what is not there. Qt's question
-// knows the chosen name only, and its boxes run on the stack: a panel that goes under one crashes.
+// knows the chosen name only, and its boxes run on the stack, see DeleteUnwound().
 class PanelDialog : public QFileDialog {
 public:
     // Behind the chosen name it is that of another file which the program will write.
@@ -48,8 +51,16 @@ public:
 
     void accept() override
     {
-        if (const QString missing = MissingFile(); !missing.isEmpty())
-            TellOfMissing(missing);
+        const QString chosen = selectedFiles().value(0);
+        const bool isSaved = acceptMode() == AcceptSave;
+        if (isSaved && !QFileInfo(chosen).dir().exists())
+            TellOfMissing(QFileInfo(chosen).path(),
+                QFileDialog::tr("%1\nDirectory not found.\nPlease verify the correct directory "
+                                "name was given."));
+        else if (!isSaved && !QFileInfo::exists(chosen))
+            TellOfMissing(QFileInfo(chosen).fileName(),
+                QFileDialog::tr(
+                    "%1\nFile not found.\nPlease verify the correct file name was given."));
         else if (const QStringList inTheWay = FilesInTheWay(); !inTheWay.isEmpty())
             AskToReplace(inTheWay);
         else
@@ -86,11 +97,6 @@ private:
         frame.moveTop(std::max(frame.top(), room.top()));
         setGeometry(frame);
     }
-    QString MissingFile() const
-    {
-        const QString chosen = selectedFiles().value(0);
-        return acceptMode() == AcceptOpen && !QFileInfo::exists(chosen) ? chosen : QString();
-    }
     QStringList FilesInTheWay() const
     {
         const QStringList chosen = selectedFiles();
@@ -115,13 +121,9 @@ private:
         return box;
     }
 
-    void TellOfMissing(const QString& file)
+    void TellOfMissing(const QString& name, const QString& text)
     {
-        const QString name = QFileInfo(file).fileName();
-        const QMessageBox* box = OpenBox(windowTitle(),
-            QFileDialog::tr("%1\nFile not found.\nPlease verify the correct file name was given.")
-                .arg(name),
-            QMessageBox::Ok);
+        const QMessageBox* box = OpenBox(windowTitle(), text.arg(name), QMessageBox::Ok);
         connect(box, &QMessageBox::finished, this, [this] { ComeBack(); });
     }
 
@@ -210,6 +212,24 @@ void AddChoice(BMessage& message, file_panel_mode mode, const std::string& path)
     message.AddString("name", path.c_str() + slash + 1);
 }
 
+// What Qt asks by itself, as before it deletes a file, and its menu run loops on the stack of the
+// dialog's functions, and of objects there that are its children: these are to return first. By
+// close(), which Qt's questions take for a No.
+void DeleteUnwound(PanelDialog* dialog)
+{
+    constexpr int kLookMillis = 20;
+    if (QThread::currentThread()->loopLevel() <= 1) {
+        delete dialog;
+        return;
+    }
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (QWidget* popup = QApplication::activePopupWidget())
+        popup->close();
+    else if (box && (!box->parentWidget() || box->parentWidget() == dialog))
+        box->close();
+    QTimer::singleShot(kLookMillis, qApp, [dialog] { DeleteUnwound(dialog); });
+}
+
 } // namespace
 
 BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const entry_ref* directory,
@@ -231,7 +251,12 @@ BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const ent
 
 BFilePanel::~BFilePanel()
 {
-    display::Call([this] { delete fPeer->dialog; });
+    display::Call([this] {
+        // It may outlive this panel.
+        QObject::disconnect(fPeer->dialog, &QFileDialog::finished, nullptr, nullptr);
+        fPeer->dialog->hide();
+        DeleteUnwound(fPeer->dialog);
+    });
 }
 
 // On the server's thread; what it reads is changed there only.

@@ -73,7 +73,7 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
     EXPECT_EQ(Run("--explain memory"), 0);
     EXPECT_EQ(Output().find("Memory (200): MB/sec"), 0u);
     // Where whoever started it ignores that its reader has left.
-    Run("--version",
+    Run("--list",
         "sh -c 'trap \"\" PIPE; { until test -e gone; do sleep 0.05; done; \"$@\"; echo $? "
         ">status; }"
         " | { exec <&-; : >gone; }' sh");
@@ -87,7 +87,7 @@ TEST_F(TarvexRun, SaysWithStatusOneWhatCouldNotBePrintedOrStarted)
     const std::string closed = "cannot write <standard output>: Bad file descriptor";
     const std::string run = "--groups ackerman --output file";
     const std::tuple<std::string, std::string, std::string> rows[] = {
-        { "--help", ">/dev/full", full },
+        { "--list", ">/dev/full", full },
         { "--version", ">&-", closed },
         { "--compare old old", ">/dev/full", full },
         { run, ">/dev/full", full },

@@ -44,6 +44,7 @@ TEST(LinkList, EveryCallLeavesElementsAndCursorAsItSays)
         { "ab", [](L& l) { return l.First() && l.Next() && l.Next(); }, "-ab none 2" },
         { "a", [](L& l) { return l.First() && !l.Next() && l.Next(); }, "-a none 1" },
         { "", [](L& l) { return l.First() || l.Remove() || l.Position(0); }, "- none 0" },
+        { "", [](L& l) { return l.Clear(), true; }, "+ none 0" },
         { "abcd", [](L& l) { return l.Position(1) && l.Remove(); }, "+acd a 0" },
         { "abcd", [](L& l) { return l.Position(0) && l.Remove(); }, "+bcd b 0" },
         { "abcd", [](L& l) { return l.Position(3) && l.Remove(); }, "+abc c 2" },

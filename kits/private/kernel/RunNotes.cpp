@@ -209,7 +209,8 @@ int RunNote::Write() const
         write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size())
         && fchmod(file, 0644) == 0; // whatever the process's mask
     int error = isWritten ? 0 : errno;
-    close(file);
+    if (close(file) != 0 && error == 0) // where the folder is on a server
+        error = errno;
     if (error == 0 && rename(unfinished.c_str(), path.c_str()) != 0)
         error = errno;
     if (error != 0)

@@ -163,8 +163,11 @@ int Make(int above, const std::string& name, FileDescriptor& folder)
     if (mkdirat(above, name.c_str(), kMode) != 0)
         return errno;
     folder = FileDescriptor(openat(above, name.c_str(), kOpen));
-    if (!folder.IsOpen())
-        return errno == ENOENT ? EEXIST : errno;
+    if (!folder.IsOpen()) {
+        const int error = errno;
+        unlinkat(above, name.c_str(), AT_REMOVEDIR); // nobody could open it later either
+        return error == ENOENT ? EEXIST : error;
+    }
     fchmod(folder.Get(), kMode); // the umask may have taken more
     // A program that starts just now may take it for a dead one's until it is locked.
     if (flock(folder.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)

@@ -57,6 +57,15 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
         const std::string where = name[0] == '/' ? "/ tarvex-none" : folder.Path() + " " + name;
         EXPECT_EQ(Entries(after.begin() + before.size(), after.end()), (Entries { where, "7" }));
     }
+    auto panel = std::make_unique<BFilePanel>(B_SAVE_PANEL, &fTarget, &directory);
+    panel->Show();
+    ASSERT_TRUE(screen::BecomesActive("Save As"));
+    screen::ClickAt(screen::Settled("treeView").LeftTop() + BPoint(40, 40)); // at the first file
+    screen::Key("Delete");
+    ASSERT_TRUE(screen::BecomesActive("Delete"));
+    panel.reset(); // while Qt asks
+    EXPECT_SOON(display::Call([] { return QApplication::topLevelWidgets().size() == 1; }));
+    EXPECT_TRUE(std::filesystem::exists(folder / "both"));
 }
 
 TEST_F(WindowTest, AnOpenPanelSendsAFileThatIsThereOnly)

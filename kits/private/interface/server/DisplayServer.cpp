@@ -22,6 +22,7 @@
 #include <QWidget>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -267,6 +268,9 @@ void ReadFonts()
     const locale_t numbers = newlocale(LC_ALL_MASK, "C", nullptr);
     uselocale(numbers);
     FcInit();
+    const FcFontSet* fonts = FcConfigGetFonts(nullptr, FcSetSystem);
+    if (!fonts || fonts->nfont == 0)
+        fprintf(stderr, "No fonts are installed: texts are shown as boxes\n");
     uselocale(LC_GLOBAL_LOCALE);
     freelocale(numbers);
 }
@@ -334,6 +338,16 @@ QApplication* MakeApplication(bool hasDisplay)
     return application;
 }
 
+// Null if there is none. Those that pop up come last: the list of names below a field goes with the
+// field, which deletes it.
+QWidget* WindowToDelete()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto other = std::find_if(windows.begin(), windows.end(),
+        [](const QWidget* window) { return window->windowType() != Qt::Popup; });
+    return other != windows.end() ? *other : windows.value(0);
+}
+
 void Server::Main(std::unique_ptr<Preparation> preparation, bool hasDisplay)
 {
     tIsServer = true;
@@ -346,8 +360,8 @@ void Server::Main(std::unique_ptr<Preparation> preparation, bool hasDisplay)
     fHeld = new QObject;
     Serve();
     const Leave leave = DropJobs();
-    while (leave == Leave::kNothing && !QApplication::topLevelWidgets().isEmpty())
-        delete QApplication::topLevelWidgets().first();
+    while (QWidget* window = leave == Leave::kNothing ? WindowToDelete() : nullptr)
+        delete window;
     QPixmapCache::clear(); // its timer can only be stopped on this thread
     if (leave == Leave::kNothing)
         delete sApplication;
