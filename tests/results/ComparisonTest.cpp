@@ -89,6 +89,14 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     run.details.kernelRelease = "6.1";
     AddTimes(run, *FindTestType(700), 3, 0.5, 400, 1);
     AddTimes(run, *FindTestType(700), 1, 4, 800, 1);
+    RunRecord odd = MadeRun("2\tO (9-x)"); // all that a record cannot hold
+    AddTimes(odd, *FindTestType(700), 8, 1, 4e9, 1);
+    AddTimes(odd, *FindTestType(700), 9, 1, 4e9, 1);
+    AddTimes(odd, *FindTestType(200), 9, 1, 195, 1);
+    odd.At(*FindTestType(101), 7).undone = "no memory";
+    AddTimes(odd, *FindTestType(100), 7, 1, 126, 1);
+    odd.series.back().undone = "no memory";
+    AddTimes(odd, *FindTestType(601), 1, 2.5, 0, 1);
     std::filesystem::create_directory(folder / "fleet");
     file("fleet/.hidden", MadeResults("Hidden (1-x)", ""));
     file("fleet/a", MadeResults("Fleet (1-x)", "700:9/1.0;"));
@@ -102,6 +110,7 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     comparison.ChooseTest("Sieve");
     const LoadOutcome outcome = comparison.Open(
         { file("r.zip", zip), file("r", saved), file("run.json", RunAsJson(run)), folder / "fleet",
+            file("odd.json", RunAsJson(odd)), file("none.json", RunAsJson(MadeRun("2 O"))),
             file("out.zip", MadeArchive(Packing::kZip, { { "../r", saved } })), folder / "pipe",
             file("notes.txt", "1.0\n"), "/none", folder / "mem", file("large", "{" + blank),
             file("vast", MadeResults("Vast (1-x)", "700:9/1.0;") + blank),
@@ -110,11 +119,17 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     std::string told = outcome.Text() + "\n";
     for (const std::string& each : outcome.refused)
         told += each + "\n";
-    EXPECT_EQ(comparison.WriteTable((folder / "table").c_str()), "");
-    told += ReadFile(folder / "table") + MachineAsText(comparison, *comparison.InOrder()[1]) + "\n";
+    char record[kRecordSize];
+    for (const Results* machine : comparison.InOrder()) {
+        EXPECT_TRUE(machine->Write(record));
+        told += std::string(record) + "\n" + machine->origin + machine->trueName + "\n";
+    }
+    told += MachineAsText(comparison, *comparison.InOrder()[1]) + "\n";
     EXPECT_EQ(std::regex_replace(told, std::regex(folder.Path() + "/"), ""),
         ReadFile(TARVEX_TESTS "/results/data/opened"));
     EXPECT_EQ(comparison.Open({ folder / "r" }).Text(), "0 machines added, 1 was there already");
+    WriteFile(folder / "s", saved + saved.substr(4) + MadeResults("New (1-x)", "").substr(4));
+    EXPECT_EQ(comparison.Open({ folder / "s" }).Text(), "1 machine added, 2 were there already");
 }
 
 TEST(Comparison, ForgetsAndRestoresInEveryOrder)
@@ -152,6 +167,15 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
     EXPECT_EQ(comparison.selected, comparison.InOrder()[1]);
     EXPECT_EQ(comparison.InOrder()[3]->origin, folder / "more");
+
+    Comparison seconds;
+    seconds.ChooseTest("Ten Sequential Whetstones");
+    WriteFile(folder / "more",
+        MadeResults("Slow (1-)", "601:0/3.0;") + MadeResults("None (1-)", "601:0/0.0;").substr(4)
+            + MadeResults("Fast (1-)", "601:0/1.0;").substr(4));
+    EXPECT_EQ(seconds.Open({ folder / "more" }).added, 3);
+    seconds.order = ChartOrder::kByRate;
+    EXPECT_EQ(Names(seconds), "Fast (1-); Slow (1-); None (1-); ");
 }
 
 TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
