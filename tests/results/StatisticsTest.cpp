@@ -9,25 +9,6 @@ using namespace statistics;
 namespace {
 
 using Times = std::vector<double>;
-using Set = std::map<std::string, Times>; // by the key of the line
-
-std::map<std::string, Set> ReadSets()
-{
-    std::map<std::string, Set> sets;
-    std::ifstream file(TARVEX_TESTS "/results/data/StatisticsSets.txt");
-    std::string name;
-    for (std::string line; std::getline(file, line);) {
-        std::istringstream words(line);
-        std::string key;
-        words >> key;
-        if (key == "set")
-            words >> name;
-        else if (!key.empty() && key != "#")
-            for (double value; words >> value;)
-                sets[name][key].push_back(value);
-    }
-    return sets;
-}
 
 void ExpectSixDigits(const Times& got, const Times& wanted)
 {
@@ -63,10 +44,13 @@ std::string Text(const Marks& marks)
 
 TEST(Statistics, OfTwentySetsAreThoseOfScipy)
 {
-    const auto sets = ReadSets();
-    EXPECT_EQ(sets.size(), 20u);
-    for (const auto& [name, set] : sets) {
+    for (const auto& [name, text] : ReadRows("results/data/StatisticsSets.txt")) {
         SCOPED_TRACE(name);
+        std::map<std::string, Times> set; // by the key of the line
+        std::istringstream lines(text);
+        for (std::string key; lines >> key; lines.clear())
+            for (double value; lines >> value;)
+                set[key].push_back(value);
         const Times& x = set.at("x");
         const auto summary = Summarize(x);
         ASSERT_TRUE(summary);
