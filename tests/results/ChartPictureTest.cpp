@@ -7,7 +7,6 @@
 #include "tests/results/MadeRuns.h"
 #include "tests/support/Test.h"
 
-#include <QImage>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
 
@@ -95,21 +94,6 @@ TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
     EXPECT_EQ(rates + Drawn(folder / "a.SVG"), ReadFile(kData + "charts-window"));
 }
 
-TEST_F(ChartPictureTest, PngIsSharpAndLight)
-{
-    EXPECT_TRUE(WriteChartPicture((folder / "a.png").c_str(), comparison));
-    const QImage image(QString::fromStdString(folder / "a.png"));
-    constexpr int kScale = 2;
-    constexpr int kTop = 56; // of the chart
-    ASSERT_EQ(image.size(), kScale * QSize(720, kTop + 19 + 2 * 17));
-    const auto at = [&image](int x, int y) { return image.pixelColor(kScale * x, kScale * y); };
-    EXPECT_EQ(at(0, 0), QColor(Qt::white));
-    EXPECT_EQ(at(719, kTop + 40), QColor(Qt::white));
-    EXPECT_EQ(at(330, kTop + 19 + 8), QColor(0, 0, 200));
-    EXPECT_EQ(at(500, kTop + 19 + 8), QColor(0, 178, 0));
-    EXPECT_EQ(at(500, kTop + 19 + 17 + 1), QColor(Qt::white)); // between two bars
-}
-
 TEST_F(ChartPictureTest, ShowsMeasuredMachinesByTheCountsThatTheyHave)
 {
     std::vector<MeasuredMachine> machines = { Machine("few", { { 8, 1 }, { 4, 2 }, { 1, 4 } }),
@@ -178,9 +162,10 @@ TEST_F(ChartPictureTest, ScalingRisesInProportionBesideTheIdealLine)
         machines.push_back(Machine("another", { { 1, 1 }, { 2, 1 } }));
     for (Span& span : machines[1].record.series[0].spans)
         span.waited = 1;
-    std::map<QString, int> counts; // of equal ones
+    std::map<QString, int> counts; // of equal ones, of texts by their lines
     for (const QString& element : elements(isSieve))
-        counts[element.section(':', 0, 0)]++;
+        counts[element.section(':', 0, 0)
+            + (element.startsWith("text") ? " at " + element.section(' ', 4, 4) : "")]++;
     QString told;
     for (const auto& [element, count] : counts)
         told += QString("%1 %2\n").arg(count).arg(element);
