@@ -64,7 +64,7 @@ TEST_F(TarvexRun, RefusesWithOneLineAndStatusTwoAndRunsNothing)
         EXPECT_EQ(Output(), "");
     }
     EXPECT_EQ(ReadFile(fFolder / "old"), "old text");
-    EXPECT_EQ(Run("--version --nonsense"), 0);
+    EXPECT_EQ(Run("--compare old --version"), 0);
     EXPECT_TRUE(Fits(Output(), "tarvex-run \\d+\\.\\d+\\.\\d+\n")) << Output();
     EXPECT_EQ(Run("--groups io --help"), 0);
     EXPECT_EQ(Output().find("Usage: tarvex-run --groups G[,G...]|all --output FILE"), 0u);
