@@ -4,6 +4,7 @@
 #include "tests/support/Test.h"
 
 #include <cerrno>
+#include <climits>
 #include <sys/resource.h>
 
 namespace fs = std::filesystem;
@@ -80,6 +81,24 @@ TEST_F(DiskTest, WhatCannotBeDoneIsPassedOverAndTheFirstErrorTold)
         return !file.Close() && file.error == EFBIG && file.Open("rb") && file.Read(2) ? 0 : 2;
     }),
         0);
+}
+
+// Its thread is ended in the middle of what would take it hours.
+TEST_F(DiskTest, CanBeEndedHoweverMuchIsLeft)
+{
+    const std::string path = fFolder / "file";
+    BlockFile file(path.c_str());
+    ASSERT_TRUE(file.Open("wb") && file.Close() && file.Open("rb"));
+    const auto read = [](void* self) -> int32 {
+        return static_cast<BlockFile*>(self)->Read(LONG_MAX);
+    };
+    const thread_id reader = spawn_thread(read, "reader", 10, &file);
+    EXPECT_EQ(resume_thread(reader), B_OK);
+    EXPECT_EQ(kill_thread(reader), B_OK);
+    FileLife life;
+    life.SetPathPrefix((path + "/none").c_str());
+    life.SetIndexRange(0, INT32_MAX);
+    EXPECT_EQ(resume_thread(life.Go(FileLife::kRemove)), B_OK);
 }
 
 } // namespace
