@@ -83,22 +83,30 @@ TEST_F(DiskTest, WhatCannotBeDoneIsPassedOverAndTheFirstErrorTold)
         0);
 }
 
-// Its thread is ended in the middle of what would take it hours.
-TEST_F(DiskTest, CanBeEndedHoweverMuchIsLeft)
+TEST_F(DiskTest, CanBeEndedInTheMiddleOfWhatWouldTakeHours)
 {
     const std::string path = fFolder / "file";
     BlockFile file(path.c_str());
     ASSERT_TRUE(file.Open("wb") && file.Close() && file.Open("rb"));
-    const auto read = [](void* self) -> int32 {
-        return static_cast<BlockFile*>(self)->Read(LONG_MAX);
-    };
-    const thread_id reader = spawn_thread(read, "reader", 10, &file);
-    EXPECT_EQ(resume_thread(reader), B_OK);
-    EXPECT_EQ(kill_thread(reader), B_OK);
     FileLife life;
     life.SetPathPrefix((path + "/none").c_str());
     life.SetIndexRange(0, INT32_MAX);
-    EXPECT_EQ(resume_thread(life.Go(FileLife::kRemove)), B_OK);
+    struct Work {
+        std::function<void()> run;
+        std::atomic<bool> hasBegun = false;
+    } works[] = { { [&] { file.Read(LONG_MAX); } }, { [&] { life.Remove(); } } };
+    for (Work& work : works) {
+        const auto begin = [](void* self) -> int32 {
+            static_cast<Work*>(self)->hasBegun = true;
+            static_cast<Work*>(self)->run();
+            return 0;
+        };
+        const thread_id thread = spawn_thread(begin, "work", 10, &work);
+        EXPECT_EQ(resume_thread(thread), B_OK);
+        while (!work.hasBegun)
+            snooze(1000);
+        EXPECT_EQ(kill_thread(thread), B_OK);
+    }
 }
 
 } // namespace

@@ -52,6 +52,7 @@ TEST(Judge, SaysWhereRepeatsAreTooFewForSoManyRows)
         EXPECT_EQ(Told(std::vector<Row>(rows, Faster(repeats))), std::string(rows, 'f'));
         EXPECT_EQ(Told(std::vector<Row>(rows + 1, Faster(repeats))), std::string(rows + 1, '-'));
     }
+    EXPECT_EQ(Told({ { Times(39, 2), Times(1, 1), {} } }), "-") << "exactly 5 percent at best";
     // Rows with more repeats are not held back by those with few, but count against them.
     for (const int few : { 23, 99 }) { // 7 repeats would be too few for a hundred rows
         std::vector<Row> mixed(few, Faster(6));
