@@ -71,6 +71,11 @@ TEST(Comparison, ATestIsChosenOnceForMachinesThatComeLaterAndForTheTable)
     comparison.selected = comparison.NextToSelected(true);
     comparison.UpdateScale();
     EXPECT_EQ(comparison.scale.maxScale, 210) << "percent of the other machine";
+    Results faster(true);
+    FillRun(faster);
+    faster.First()->NbrCycles(4000);
+    EXPECT_TRUE(comparison.SetRun(faster));
+    EXPECT_EQ(comparison.scale.maxScale, 110) << "of itself";
 }
 
 TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
@@ -139,7 +144,7 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     comparison.ChooseTest("Sieve");
     Fill(comparison);
     WriteFile(folder / "more",
-        MadeResults("Älter (1-)", "700:90/1.0;") + MadeResults("a (1-)", "").substr(4));
+        MadeResults("Älter (1-)", "700:900/1.0;") + MadeResults("a (1-)", "").substr(4));
     ASSERT_EQ(comparison.Open({ folder / "more" }).added, 2);
     const auto shown = [&](ChartOrder order) {
         comparison.order = order;
@@ -147,9 +152,13 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     };
     const std::string added = "This (2-x); Other (1-y); Other (1-y); Älter (1-); a (1-); ";
     EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
-    EXPECT_EQ(shown(ChartOrder::kByRate), added) << "one without the test is last";
+    EXPECT_EQ(
+        shown(ChartOrder::kByRate), "Älter (1-); This (2-x); Other (1-y); Other (1-y); a (1-); ");
     const std::string byName = "a (1-); Other (1-y); Other (1-y); This (2-x); Älter (1-); ";
+    comparison.InOrder()[1]->expanded = true; // This
+    const std::vector<float> tops = comparison.RowBottoms();
     EXPECT_EQ(shown(ChartOrder::kByName), byName);
+    EXPECT_NE(comparison.RowBottoms(), tops);
     EXPECT_EQ(comparison.NextToSelected(false), comparison.InOrder()[2]);
 
     comparison.selected = comparison.InOrder()[1];
@@ -162,11 +171,15 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     EXPECT_EQ(comparison.selected, comparison.machines.First()) << "the run";
     EXPECT_EQ(comparison.Forget(*comparison.selected), 0) << "which is not forgotten";
     EXPECT_EQ(comparison.ForgetOthers(*comparison.InOrder()[0]), 2);
+    EXPECT_EQ(comparison.scale.maxScale, 410);
     EXPECT_EQ(shown(ChartOrder::kAsAdded), "This (2-x); a (1-); ");
     EXPECT_EQ(comparison.Restore() + comparison.Restore() * 10 + comparison.Restore() * 100, 12);
     EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
+    EXPECT_EQ(comparison.scale.maxScale, 910);
     EXPECT_EQ(comparison.selected, comparison.InOrder()[1]);
     EXPECT_EQ(comparison.InOrder()[3]->origin, folder / "more");
+    comparison.ChooseTest("Memory");
+    EXPECT_EQ(comparison.scale.maxScale, 60);
 
     Comparison seconds;
     seconds.ChooseTest("Ten Sequential Whetstones");
@@ -196,7 +209,9 @@ TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
     Fill(second);
     second.WriteStore(program);
     Comparison third;
+    third.ChooseTest("Sieve");
     third.ReadStore(program);
+    EXPECT_EQ(third.scale.maxScale, 210);
     EXPECT_EQ(Names(third), "Other (1-y); Other (1-y); Other (1-y); Other (1-y); ");
 
     program.WriteStringAttr("qv:benchmark", "no machines");
