@@ -31,7 +31,7 @@ QStringList Elements(const std::string& path)
             pen = " " + value("fill") + " " + value("stroke") + " " + value("stroke-width");
         QStringList numbers;
         for (const char* part : { "points", "d", "x", "y", "width", "height", "cx", "cy", "r" })
-            for (const QString& number : value(part).split(QRegularExpression("[ ,]")))
+            for (const QString& number : value(part).split(QRegularExpression("[ ,ML]")))
                 numbers << (number.isEmpty() ? ""
                                              : QString::number(std::lround(number.toDouble())));
         numbers.removeAll("");
@@ -87,6 +87,8 @@ TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
 {
     EXPECT_TRUE(WriteChartPicture((folder / "a.SVG").c_str(), comparison));
     const std::string rates = Drawn(folder / "a.SVG");
+    const auto labels = Elements(folder / "a.SVG").filter(QRegularExpression("^text.* \\d+$"));
+    EXPECT_TRUE(labels.size() > 5 && labels.size() < 25) << "of forty lines, ten apart";
     comparison.selected = comparison.machines.First();
     comparison.byRatio = true;
     comparison.UpdateScale();
@@ -162,10 +164,16 @@ TEST_F(ChartPictureTest, ScalingRisesInProportionBesideTheIdealLine)
         machines.push_back(Machine("another", { { 1, 1 }, { 2, 1 } }));
     for (Span& span : machines[1].record.series[0].spans)
         span.waited = 1;
-    std::map<QString, int> counts; // of equal ones, of texts by their lines
-    for (const QString& element : elements(isSieve))
-        counts[element.section(':', 0, 0)
-            + (element.startsWith("text") ? " at " + element.section(' ', 4, 4) : "")]++;
+    std::map<QString, int> counts; // of equal ones; texts by their lines, triangles by their form
+    for (const QString& element : elements(isSieve)) {
+        QString kind = element.section(':', 0, 0);
+        const QStringList points = element.section(": ", 1).split(' ');
+        if (element.startsWith("text"))
+            kind += " at " + element.section(' ', 4);
+        for (int i = 2; element.startsWith("path") && i < points.size(); i++)
+            kind += QString(" %1").arg(points[i].toInt() - points[i % 2].toInt());
+        counts[kind]++;
+    }
     QString told;
     for (const auto& [element, count] : counts)
         told += QString("%1 %2\n").arg(count).arg(element);

@@ -67,6 +67,16 @@ const std::map<std::string, void (*)(RunRecord&, double)> kChanges = {
             for (int i = 0; i < 4; i++)
                 run.series.front().spans[i].probeAfter.core = core;
         } },
+    { "waited",
+        [](RunRecord& run, double seconds) {
+            Span& span = run.series.front().spans[8];
+            span.waited = span.seconds = seconds;
+        } },
+    { "hot",
+        [](RunRecord& run, double seconds) {
+            run.series.front().spans[9].seconds = seconds;
+            run.series.front().spans[9].isThrottled = true;
+        } },
     { "best",
         [](RunRecord& run, double seconds) {
             run.bestProbe = { seconds, seconds };

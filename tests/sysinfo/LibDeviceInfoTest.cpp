@@ -35,6 +35,9 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
     pciDevice half;
     half.VendorLong("Known by its long name alone");
     EXPECT_FALSE(half.IsVendorMatched());
+    pciDevice other;
+    other.VendorShort("Known by its short name alone");
+    EXPECT_FALSE(other.IsVendorMatched());
     EXPECT_FALSE(info.AllDevicesKnown());
     EXPECT_EQ(info.Current()->classId, 3) << "an empty name is a name";
     LibString text = "as before";
