@@ -105,6 +105,8 @@ TEST_F(CompareProgram, WritesPicturesWithoutADisplay)
 
     // A copy has beside it no program that draws.
     std::filesystem::copy_file(TARVEX_BUILD "/tarvex-run", fFolder / "alone");
+    EXPECT_EQ(Run("--compare more.json --chart b.svg --help", "./alone"), 0);
+    EXPECT_EQ(Run("--groups graphics --output x", "./alone"), 3);
     EXPECT_EQ(Run("--compare more.json --chart b.svg", "./alone"), 1);
     EXPECT_TRUE(std::regex_match(Errors(),
         std::regex(

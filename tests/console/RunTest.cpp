@@ -17,6 +17,7 @@
 namespace {
 status_t gBegin = B_OK; // what another run leaves to this one
 std::string gNoThread; // that cannot be made
+std::function<void()> gBegins; // called before the benchmark's thread is made
 } // namespace
 
 extern "C" {
@@ -29,6 +30,8 @@ thread_id __real__Z12spawn_threadPFiPvEPKciS_(Entry* entry, const char*, int32, 
 thread_id __wrap__Z12spawn_threadPFiPvEPKciS_(
     Entry* entry, const char* name, int32 priority, void* data)
 {
+    if (gBegins && strcmp(name, "benchmark") == 0)
+        gBegins();
     return gNoThread == name ? B_NO_MORE_THREADS
                              : __real__Z12spawn_threadPFiPvEPKciS_(entry, name, priority, data);
 }
@@ -37,6 +40,7 @@ thread_id __wrap__Z12spawn_threadPFiPvEPKciS_(
 namespace {
 
 const std::string kLoad = "load 9.50: other programs share the processors";
+const std::string kBattery = "on battery: the machine may save power by running slower";
 const std::string kInMemory =
     "the temporary directory lies in memory (tmpfs): the disk tests do not measure a disk";
 const std::string kNote = "tarvex-run: note: " + kLoad + "\ntarvex-run: note: " + kInMemory + "\n";
@@ -91,8 +95,13 @@ protected:
 
 TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
 {
+    gBegins = [this] {
+        fTree.Write("sys/class/power_supply/BAT0/type", "Battery\n");
+        fTree.Write("sys/class/power_supply/BAT0/status", "Discharging\n");
+    };
     EXPECT_EQ(Told("--groups memory,ackerman --repeat 4 --label x --format csv --output ./a.json"),
-        "0|" + kNote);
+        "0|" + kNote + "tarvex-run: note: " + kBattery + "\n");
+    gBegins = nullptr;
     const std::string test = "Testing (Memory|Ackerman) \\(cpu 1/1\\), \\d+:\\d\\d left\n";
     EXPECT_TRUE(std::regex_match(fProgress, std::regex("(" + test + "){8}"))) << fProgress;
     const RunRecord record = Read("a.json");
@@ -103,9 +112,11 @@ TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
     const MachineState state = ReadMachineState();
     const RunRecord known { { { "memory", "ackerman" }, { 1 }, 4, {} }, "x", record.started,
         "AT Clone (1-Unknown@0/0MHz) 0MB RAM", ThisBuild(), ReadMachineDetails(),
-        { { "load", kLoad }, { "temporary-in-memory", kInMemory } }, {}, "", { { "tmpfs", true } },
-        { { 1, { 0 }, {}, state, state } }, record.series, record.bestProbe };
+        { { "load", kLoad }, { "temporary-in-memory", kInMemory }, { "battery", kBattery } }, {},
+        "", { { "tmpfs", true } }, { { 1, { 0 }, {}, state, state } }, record.series,
+        record.bestProbe };
     EXPECT_EQ(RunAsJson(record), RunAsJson(known));
+    fTree.Write("sys/class/power_supply/BAT0/status", "Full\n");
     // Its probes help the next one.
     EXPECT_EQ(Told("--groups memory --output ./b"), "0|" + kNote);
     EXPECT_TRUE(std::regex_match(
