@@ -50,7 +50,7 @@ TEST(Dhrystone, GoesTheOtherWaysOfThePublishedTextToo)
     int32 value = 7;
     dhrystone.Procedure_2(value);
     EXPECT_EQ(value, 7 + 10 - 1 - 101);
-    EXPECT_TRUE(dhrystone.Function_2("ABCZ", "ABCD"));
+    EXPECT_TRUE(dhrystone.Function_2("ABCE", "ABCD"));
     EXPECT_EQ(dhrystone.int_glob, 3 + 7);
     EXPECT_FALSE(dhrystone.Function_2("ABCD", "ABCD"));
     told.clear();

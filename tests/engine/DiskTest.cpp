@@ -20,6 +20,7 @@ protected:
 TEST_F(DiskTest, NothingThatIsPlantedIsFollowedOrWaitedFor)
 {
     const std::string kept = fFolder / "kept", path = fFolder / "file.0";
+    const size_t open = TempFolder::NamesIn("/proc/self/fd").size();
     const std::function<void()> plants[] = {
         [&] { fs::create_symlink(kept, path); },
         [&] { fs::create_symlink(fFolder / "none", path); },
@@ -48,6 +49,7 @@ TEST_F(DiskTest, NothingThatIsPlantedIsFollowedOrWaitedFor)
         EXPECT_EQ(ReadFile(kept), "precious");
         EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "kept" }));
     }
+    EXPECT_EQ(TempFolder::NamesIn("/proc/self/fd").size(), open);
     fs::create_directory(path);
     BlockFile file(path.c_str());
     EXPECT_FALSE(file.Open("wb"));
