@@ -89,6 +89,8 @@ TEST_F(ChartPictureTest, SvgHasTheTextsAsTextAndBarsInProportion)
     const std::string rates = Drawn(folder / "a.SVG");
     const auto labels = Elements(folder / "a.SVG").filter(QRegularExpression("^text.* \\d+$"));
     EXPECT_TRUE(labels.size() > 5 && labels.size() < 25) << "of forty lines, ten apart";
+    const QRegularExpression line("^polyline.*#(808080|d8d8d8) 1: (\\d+) -?\\d+ \\2 \\d+$");
+    EXPECT_EQ(Elements(folder / "a.SVG").filter(line).size(), 40);
     comparison.selected = comparison.machines.First();
     comparison.byRatio = true;
     comparison.UpdateScale();

@@ -113,14 +113,14 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
 
     Comparison comparison;
     comparison.ChooseTest("Sieve");
-    const LoadOutcome outcome = comparison.Open(
-        { file("r.zip", zip), file("r", saved), file("run.json", RunAsJson(run)), folder / "fleet",
-            file("odd.json", RunAsJson(odd)), file("none.json", RunAsJson(MadeRun("2 O"))),
-            file("out.zip", MadeArchive(Packing::kZip, { { "../r", saved } })), folder / "pipe",
-            file("notes.txt", "1.0\n"), "/none", folder / "mem", file("large", "{" + blank),
-            file("vast", MadeResults("Vast (1-x)", "700:9/1.0;") + blank),
-            file("deep.zip", MadeArchive(Packing::kZip, { { "r.zip", zip } })),
-            file("long.json", RunAsJson(MadeRun(std::string(kRecordSize - 1, 'x')))) });
+    const LoadOutcome outcome = comparison.Open({ file("r.zip", zip), file("r", saved),
+        file("run.json", RunAsJson(run)), folder / "fleet", file("odd.json", RunAsJson(odd)),
+        file("none.json", RunAsJson(MadeRun("2 O"))),
+        file("out.zip", MadeArchive(Packing::kZip, { { "../r", saved } })), folder / "pipe",
+        file("notes.txt", "1.0\n"), "/none", folder / "mem", file("new.json", "{ \"schema\": 7 }"),
+        file("large", "{" + blank), file("vast", MadeResults("Vast (1-x)", "700:9/1.0;") + blank),
+        file("deep.zip", MadeArchive(Packing::kZip, { { "r.zip", zip } })),
+        file("long.json", RunAsJson(MadeRun(std::string(kRecordSize - 1, 'x')))) });
     std::string told = outcome.Text() + "\n";
     for (const std::string& each : outcome.refused)
         told += each + "\n";
@@ -130,6 +130,8 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
         told += std::string(record) + "\n" + machine->origin + machine->trueName + "\n";
     }
     told += MachineAsText(comparison, *comparison.InOrder()[1]) + "\n";
+    for (const int shown : { 3, 4 })
+        told += ResultsAsText(*comparison.InOrder()[shown]);
     EXPECT_EQ(std::regex_replace(told, std::regex(folder.Path() + "/"), ""),
         ReadFile(TARVEX_TESTS "/results/data/opened"));
     EXPECT_EQ(comparison.Open({ folder / "r" }).Text(), "0 machines added, 1 was there already");
@@ -218,7 +220,8 @@ TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
     Comparison fourth;
     fourth.ReadStore(program);
     Fill(fourth);
-    fourth.WriteStore(program);
+    EXPECT_TRUE(fourth.WriteStore(program) && fourth.WriteStore(program));
+    EXPECT_EQ(Names(fourth), "This (2-x); Other (1-y); Other (1-y); ") << "nothing twice";
     LibString damaged;
     EXPECT_TRUE(program.ReadStringAttr("qv:benchmark damaged", damaged));
     EXPECT_STREQ(damaged, "no machines");

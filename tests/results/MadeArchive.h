@@ -25,10 +25,9 @@ inline std::string MadeArchive(Packing packing, const std::vector<ArchivedEntry>
         archive_write_set_format_zip(made);
     else
         archive_write_set_format_pax_restricted(made);
-    if (packing == Packing::kLockedZip) {
+    archive_write_set_passphrase(made, "word");
+    if (packing == Packing::kLockedZip)
         archive_write_set_options(made, "zip:encryption=zipcrypt");
-        archive_write_set_passphrase(made, "word");
-    }
     if (packing == Packing::kTarGz)
         archive_write_add_filter_gzip(made);
     archive_write_open_memory(made, bytes.data(), bytes.size(), &size);

@@ -44,11 +44,8 @@ TEST(Judge, CallsADifferenceRealOnlyBeyondTheLeast)
 
 TEST(Judge, SaysWhereRepeatsAreTooFewForSoManyRows)
 {
-    const struct {
-        size_t repeats;
-        size_t rows; // of which all can be told, and none of one more
-    } limits[] = { { 4, 1 }, { 5, 6 }, { 6, 23 }, { 7, 85 } };
-    for (const auto& [repeats, rows] : limits) {
+    // Of so many rows with so many repeats all can be told, and none of one more.
+    for (const auto& [repeats, rows] : { std::pair(4, 1), { 5, 6 }, { 6, 23 }, { 7, 85 } }) {
         EXPECT_EQ(Told(std::vector<Row>(rows, Faster(repeats))), std::string(rows, 'f'));
         EXPECT_EQ(Told(std::vector<Row>(rows + 1, Faster(repeats))), std::string(rows + 1, '-'));
     }
