@@ -51,7 +51,7 @@ protected:
     {
         DataHome();
         unsetenv("DISPLAY");
-        unsetenv("WAYLAND_DISPLAY");
+        setenv("WAYLAND_DISPLAY", "", 1);
     }
     void Fill() const
     {
@@ -130,6 +130,7 @@ TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
     EXPECT_EQ(Told("--groups memory --output - --format json --until 0.001"),
         "0|" + kNote + "tarvex-run: note: not as narrow as asked for: Memory (1 CPU)\n");
     const auto last = std::get<RunRecord>(RunFromJson(fShown));
+    EXPECT_FALSE(std::filesystem::exists("-"));
     EXPECT_EQ(last.series.front().spans.size(), 50u);
     EXPECT_LE(last.bestProbe.core, record.bestProbe.core);
     EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.json", "b" }));
@@ -177,8 +178,8 @@ TEST_F(RunTest, DoesNotBeginWhereItWouldBeInVain)
     WriteFile(fFolder / "a.journal", "old text");
     std::filesystem::create_symlink("/dev/full", fFolder / "full.json");
     for (const Row& row : RowsOf("console/data/in-vain", 3)) {
-        const std::map<std::string, status_t> others { { "busy", B_BUSY }, { "unknown", B_ERROR } };
-        gBegin = others.contains(row[0]) ? others.at(row[0]) : static_cast<status_t>(B_OK);
+        gBegin = row[0] == "busy" ? status_t { B_BUSY }
+                                  : status_t { row[0] == "unknown" ? B_ERROR : B_OK };
         gNoThread = row[0];
         EXPECT_EQ(Told(row[1]), row[2]) << row[1];
     }

@@ -177,7 +177,12 @@ TEST_F(GraphicsTest, EachDrawsItsShapesTimesThemAndLeavesTheViewWhite)
         for (const Row& row : kRows) {
             SCOPED_TRACE(row.metric);
             srand(pass);
+            gDrawn.clear();
             shown.WarmUp(); // which leaves the numbers and the view as they were
+            std::string kinds; // far apart, so that each is there
+            for (size_t i = 0; i < gDrawn.size(); i += 1 + gDrawn.size() / 9)
+                kinds += gDrawn[i].kind;
+            EXPECT_EQ(kinds, "lReTrstEl");
             gDrawn.clear();
             (shown.*row.run)(benchmark.results);
             srand(pass);
