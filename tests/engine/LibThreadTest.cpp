@@ -5,21 +5,21 @@
 
 namespace {
 
+std::atomic<long> gSteps = 0; // outlive who takes them
+
 // Takes steps until it is killed.
 struct Stepping : LibThread {
     int32 Action() override
     {
-        for (;; steps++)
+        for (;; gSteps++)
             snooze(1000);
     }
     static void WaitForAStep()
     {
-        const long before = steps;
-        while (steps == before)
+        const long before = gSteps;
+        while (gSteps == before)
             snooze(1000);
     }
-
-    static inline std::atomic<long> steps { 0 };
 };
 
 TEST(LibThread, IsControlledAndKilledAndCanGoAgainAndEndsWithItsObject)
