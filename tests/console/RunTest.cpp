@@ -130,8 +130,7 @@ TEST_F(RunTest, IsShownAndWrittenWithAllThatIsKnown)
     EXPECT_EQ(Told("--groups memory --output - --format json --until 0.001"),
         "0|" + kNote + "tarvex-run: note: not as narrow as asked for: Memory (1 CPU)\n");
     const auto last = std::get<RunRecord>(RunFromJson(fShown));
-    EXPECT_FALSE(std::filesystem::exists("-"));
-    EXPECT_EQ(last.series.front().spans.size(), 50u);
+    EXPECT_TRUE(last.series.front().spans.size() == 50 && !std::filesystem::exists("-"));
     EXPECT_LE(last.bestProbe.core, record.bestProbe.core);
     EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "a.json", "b" }));
 }
