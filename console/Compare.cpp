@@ -240,8 +240,7 @@ CompareOutcome Compare(const CompareOptions& options, FILE* out)
     } else {
         compared.rows = CompareMachines(compared.machines, compared.baseline,
             [&](const TestType& test) { return IsWanted(options, test); });
-        if (options.sort != SortBy::kTest) // in which they are
-            SortRows(compared.rows, options.sort, compared.machines);
+        SortRows(compared.rows, options.sort, compared.machines);
         WriteComparison(compared, options.format, out);
         if (std::string missing = WithoutRows(compared); !missing.empty())
             outcome.messages.push_back(std::move(missing));

@@ -133,8 +133,6 @@ bool TakeSwitch(const std::string& argument, RunOptions& options)
         options.task = RunOptions::Task::kList;
     else if (argument == "--help")
         options.task = RunOptions::Task::kHelp;
-    else if (argument == "--version")
-        options.task = RunOptions::Task::kVersion;
     else
         return false;
     return true;
@@ -172,14 +170,18 @@ std::string Check(const RunOptions& options, const std::set<std::string>& given)
 std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::string>& arguments)
 {
     RunOptions options;
+    // Whatever else stands there, a comparison too.
+    if (std::count(arguments.begin(), arguments.end(), "--version") > 0) {
+        options.task = RunOptions::Task::kVersion;
+        return options;
+    }
     std::set<std::string> given;
     size_t position = 0;
     while (position < arguments.size()) {
         const std::string& argument = arguments[position];
         if (TakeSwitch(argument, options)) {
             // Whatever follows: who asks for help need not have the rest right.
-            if (options.task == RunOptions::Task::kHelp
-                || options.task == RunOptions::Task::kVersion)
+            if (options.task == RunOptions::Task::kHelp)
                 return options;
             position++;
             continue;

@@ -16,12 +16,21 @@
 
 namespace {
 
-// A run can be ended between these parts of a file, 1 MB each, however slow the disk is: a call of
-// the kernel kit is a kill point.
-void LetEndBefore(long block)
+// Whether all blocks were moved; what cannot be is passed over. A run can be ended between parts of
+// 1 MB, however slow the disk is: a call of the kernel kit is a kill point.
+template <class Move>
+bool MoveBlocks(FILE* stream, long count, int& error, Move move)
 {
-    if (block % 256 == 0)
-        system_time();
+    bool isDone = true;
+    for (long block = 0; block < count; block++) {
+        if (block % 256 == 0)
+            system_time();
+        if (move() == 1)
+            continue;
+        error = ferror(stream) ? errno : 0;
+        isDone = false;
+    }
+    return isDone;
 }
 
 } // namespace
@@ -56,28 +65,14 @@ bool BlockFile::Close()
 
 bool BlockFile::Write(long count)
 {
-    bool isDone = true;
-    for (long block = 0; block < count; block++) {
-        LetEndBefore(block);
-        if (fwrite(fBlock, kBlockSize, 1, fStream) == 1)
-            continue;
-        error = errno;
-        isDone = false;
-    }
-    return isDone;
+    return MoveBlocks(
+        fStream, count, error, [this] { return fwrite(fBlock, kBlockSize, 1, fStream); });
 }
 
 bool BlockFile::Read(long count)
 {
-    bool isDone = true;
-    for (long block = 0; block < count; block++) {
-        LetEndBefore(block);
-        if (fread(fBlock, kBlockSize, 1, fStream) == 1)
-            continue;
-        error = ferror(fStream) ? errno : 0;
-        isDone = false;
-    }
-    return isDone;
+    return MoveBlocks(
+        fStream, count, error, [this] { return fread(fBlock, kBlockSize, 1, fStream); });
 }
 
 namespace {

@@ -10,11 +10,11 @@
 // loops rounds of so many calls of rand(), see Results::Calibrate. finish(metric) then says, off
 // the clock, why the work was not done, or "", and may set the metric's cycles. Where nobody wants
 // the test now, both are done all the same, as the next test may build on it, but not timed.
-// Returns whether a time was recorded; without memory for the metric it was not.
+// Without memory for the metric nothing is done.
 //
 // A template, not a function object: an indirect call would be measured too.
 template <typename Kernel, typename Finish>
-bool MeasureSpan(Results& results, const TestType& test, long loops, int randsPerLoop,
+void MeasureSpan(Results& results, const TestType& test, long loops, int randsPerLoop,
     Kernel kernel, Finish finish)
 {
     SpanWatch* const watch = results.watch;
@@ -22,11 +22,11 @@ bool MeasureSpan(Results& results, const TestType& test, long loops, int randsPe
         Metric untold;
         kernel();
         finish(untold);
-        return false;
+        return;
     }
     Metric* metric = results.NewTest(test.name, test.work);
     if (!metric)
-        return false;
+        return;
     metric->Index(test.id);
     metric->Units(test.units);
     results.Calibrate(loops, randsPerLoop);
@@ -41,7 +41,6 @@ bool MeasureSpan(Results& results, const TestType& test, long loops, int randsPe
     const std::string undone = finish(*metric);
     if (watch)
         watch->Measured(test, *metric, seconds, undone);
-    return true;
 }
 
 // The probe: two fixed loops that tell whether the core is another's too, and its clock. See Probe.

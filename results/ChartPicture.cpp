@@ -149,7 +149,6 @@ std::unique_ptr<Metric> MetricOf(
     auto metric = std::make_unique<Metric>();
     metric->Index(test.id);
     metric->Description(test.name);
-    metric->Units(test.units);
     bool hasFigure = false;
     // From the greatest count, as slots go; those before the first that it has are none of its.
     for (auto count = counts.rbegin(); count != counts.rend(); ++count) {

@@ -243,7 +243,6 @@ const std::vector<float>& Comparison::RowBottoms()
     const std::vector<Results*>& all = InOrder();
     if (shown.bottoms.size() == all.size())
         return shown.bottoms;
-    shown.bottoms.clear();
     float y = ComparisonChart::kFirstRowY;
     for (Results* machine : all) {
         machine->Place(y);

@@ -62,7 +62,6 @@ void ComparisonChart::DrawGrid(BView* view, BRect update) const
 {
     const float right = view->Bounds().Width();
     const float bottom = update.bottom;
-    view->SetHighColor(black_color);
     view->StrokeLine(BPoint(0, kTitleLineY), BPoint(right, kTitleLineY));
     view->StrokeLine(BPoint(barsX, std::max(lineTop, update.top)), BPoint(barsX, bottom));
 

@@ -66,9 +66,7 @@ std::string RecordOf(const RunRecord& run)
         const double work = series.spans.front().work;
         record += std::to_string(series.test->id) + ":"
             + std::to_string(static_cast<int64>(std::min(work, static_cast<double>(INT32_MAX))))
-            + "/"
-            + TimesOf(run, *series.test, std::min(processors, static_cast<int32>(kMostTimes)), work)
-            + ";";
+            + "/" + TimesOf(run, *series.test, processors, work) + ";";
     }
     return record;
 }

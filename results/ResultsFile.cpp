@@ -55,7 +55,7 @@ public:
     explicit LineReader(FILE* file) : fFile(file) { }
 
     // Reads most characters, or up to the end of the line, which is taken but not kept. False at
-    // the end of the file. What is longer than a record is counted but not kept.
+    // the end of the file. What is much longer than a record is counted, but its rest not kept.
     bool Read(size_t most, std::string& line, size_t& length)
     {
         line.clear();
@@ -66,7 +66,8 @@ public:
             const size_t room = std::min(fEnd - fAt, most - length);
             const auto* end = static_cast<const char*>(memchr(first, '\n', room));
             const size_t size = end ? static_cast<size_t>(end - first) : room;
-            line.append(first, std::min(size, kLongestRecord - std::min(length, kLongestRecord)));
+            if (length < kLongestRecord)
+                line.append(first, size);
             length += size;
             isEnded = end != nullptr;
             fAt += size + (isEnded ? 1 : 0);

@@ -86,6 +86,7 @@ private:
         return *found;
     }
 
+    // Every field is empty before.
     static void Take(const Json& from, bool& field, Limits)
     {
         Check(from.is_boolean(), "must be true or false");
@@ -128,7 +129,6 @@ private:
 
     static void Take(const Json& from, std::string& field, Limits)
     {
-        field.clear();
         if (from.is_null())
             return;
         Check(from.is_string(), "must be a text or null");
@@ -155,10 +155,8 @@ private:
     template <class T>
     static void Take(const Json& from, std::optional<T>& field, Limits limits)
     {
-        if (from.is_null()) {
-            field.reset();
+        if (from.is_null())
             return;
-        }
         T known {};
         Take(from, known, limits);
         field = std::move(known);
@@ -168,7 +166,6 @@ private:
     static void Take(const Json& from, T& field, Limits limits)
     {
         Check(from.is_array(), "must be a list");
-        field.clear();
         for (size_t i = 0; i < from.size(); i++) {
             Within(i, [&] { Take(from[i], field.emplace_back(), limits); });
         }

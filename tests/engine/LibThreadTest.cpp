@@ -5,28 +5,28 @@
 
 namespace {
 
+std::atomic<long> gSteps = 0; // outlive who takes them
+
 // Takes steps until it is killed.
 struct Stepping : LibThread {
-    ~Stepping() override { Kill(); }
     int32 Action() override
     {
-        for (;; steps++)
+        for (;; gSteps++)
             snooze(1000);
     }
-    void WaitForAStep() const
+    static void WaitForAStep()
     {
-        const long before = steps;
-        while (steps == before)
+        const long before = gSteps;
+        while (gSteps == before)
             snooze(1000);
     }
-
-    std::atomic<long> steps { 0 };
 };
 
-TEST(LibThread, IsControlledAndKilledAndCanGoAgain)
+TEST(LibThread, IsControlledAndKilledAndCanGoAgainAndEndsWithItsObject)
 {
     const ScopedRecorder recorder;
-    Stepping thread;
+    auto made = std::make_unique<Stepping>();
+    Stepping& thread = *made;
     BMessenger* const messenger = recorder.NewMessenger();
     for (int run = 0; run < 2; run++) {
         ASSERT_EQ(thread.Go("stepping", messenger, 10, false), B_OK);
@@ -44,6 +44,10 @@ TEST(LibThread, IsControlledAndKilledAndCanGoAgain)
         thread.PrintToStream();
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "Suspended\nUnknown\n");
     }
+    EXPECT_EQ(thread.Go("stepping", messenger, 10, false), B_OK);
+    thread.WaitForAStep();
+    made.reset();
+    EXPECT_EQ(find_thread("stepping"), B_NAME_NOT_FOUND);
     EXPECT_EQ(recorder.WaitFor(0), Entries {});
 }
 

@@ -31,6 +31,7 @@ TEST(ArchiveFiles, AreRefusedWhereTheArchiveIsNotToBeTrusted)
                 Told(MadeArchive(Packing::kZip, { entry })).substr(0, 30), row[3].substr(0, 30));
         }
     }
+    EXPECT_EQ(Told(MadeArchive(Packing::kLockedZip, { { "a", "1" } })), "is encrypted");
     const std::string zip = MadeArchive(Packing::kZip, { { "one", std::string(9000, 'x') } });
     EXPECT_EQ(Told(zip.substr(0, 40)).substr(0, 20), "is a damaged archive");
 }

@@ -71,6 +71,11 @@ TEST(Comparison, ATestIsChosenOnceForMachinesThatComeLaterAndForTheTable)
     comparison.selected = comparison.NextToSelected(true);
     comparison.UpdateScale();
     EXPECT_EQ(comparison.scale.maxScale, 210) << "percent of the other machine";
+    Results faster(true);
+    FillRun(faster);
+    faster.First()->NbrCycles(4000);
+    EXPECT_TRUE(comparison.SetRun(faster));
+    EXPECT_EQ(comparison.scale.maxScale, 110) << "of itself";
 }
 
 TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
@@ -89,6 +94,14 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
     run.details.kernelRelease = "6.1";
     AddTimes(run, *FindTestType(700), 3, 0.5, 400, 1);
     AddTimes(run, *FindTestType(700), 1, 4, 800, 1);
+    RunRecord odd = MadeRun("2\tO (9-x)"); // all that a record cannot hold
+    AddTimes(odd, *FindTestType(700), 8, 1, 4e9, 1);
+    AddTimes(odd, *FindTestType(700), 9, 1, 4e9, 1);
+    AddTimes(odd, *FindTestType(200), 9, 1, 195, 1);
+    odd.At(*FindTestType(101), 7).undone = "no memory";
+    AddTimes(odd, *FindTestType(100), 7, 1, 126, 1);
+    odd.series.back().undone = "no memory";
+    AddTimes(odd, *FindTestType(601), 1, 2.5, 0, 1);
     std::filesystem::create_directory(folder / "fleet");
     file("fleet/.hidden", MadeResults("Hidden (1-x)", ""));
     file("fleet/a", MadeResults("Fleet (1-x)", "700:9/1.0;"));
@@ -100,21 +113,30 @@ TEST(Comparison, OpensResultsPackagesRunsAndFoldersButEachMachineOnce)
 
     Comparison comparison;
     comparison.ChooseTest("Sieve");
-    const LoadOutcome outcome = comparison.Open(
-        { file("r.zip", zip), file("r", saved), file("run.json", RunAsJson(run)), folder / "fleet",
-            file("out.zip", MadeArchive(Packing::kZip, { { "../r", saved } })), folder / "pipe",
-            file("notes.txt", "1.0\n"), "/none", folder / "mem", file("large", "{" + blank),
-            file("vast", MadeResults("Vast (1-x)", "700:9/1.0;") + blank),
-            file("deep.zip", MadeArchive(Packing::kZip, { { "r.zip", zip } })),
-            file("long.json", RunAsJson(MadeRun(std::string(kRecordSize - 1, 'x')))) });
+    const LoadOutcome outcome = comparison.Open({ file("r.zip", zip), file("r", saved),
+        file("run.json", RunAsJson(run)), folder / "fleet", file("odd.json", RunAsJson(odd)),
+        file("none.json", RunAsJson(MadeRun("2 O"))),
+        file("out.zip", MadeArchive(Packing::kZip, { { "../r", saved } })), folder / "pipe",
+        file("notes.txt", "1.0\n"), "/none", folder / "mem", file("new.json", "{ \"schema\": 7 }"),
+        file("large", "{" + blank), file("vast", MadeResults("Vast (1-x)", "700:9/1.0;") + blank),
+        file("deep.zip", MadeArchive(Packing::kZip, { { "r.zip", zip } })),
+        file("long.json", RunAsJson(MadeRun(std::string(kRecordSize - 1, 'x')))) });
     std::string told = outcome.Text() + "\n";
     for (const std::string& each : outcome.refused)
         told += each + "\n";
-    EXPECT_EQ(comparison.WriteTable((folder / "table").c_str()), "");
-    told += ReadFile(folder / "table") + MachineAsText(comparison, *comparison.InOrder()[1]) + "\n";
+    char record[kRecordSize];
+    for (const Results* machine : comparison.InOrder()) {
+        EXPECT_TRUE(machine->Write(record));
+        told += std::string(record) + "\n" + machine->origin + machine->trueName + "\n";
+    }
+    told += MachineAsText(comparison, *comparison.InOrder()[1]) + "\n";
+    for (const int shown : { 3, 4 })
+        told += ResultsAsText(*comparison.InOrder()[shown]);
     EXPECT_EQ(std::regex_replace(told, std::regex(folder.Path() + "/"), ""),
         ReadFile(TARVEX_TESTS "/results/data/opened"));
     EXPECT_EQ(comparison.Open({ folder / "r" }).Text(), "0 machines added, 1 was there already");
+    WriteFile(folder / "s", saved + saved.substr(4) + MadeResults("New (1-x)", "").substr(4));
+    EXPECT_EQ(comparison.Open({ folder / "s" }).Text(), "1 machine added, 2 were there already");
 }
 
 TEST(Comparison, ForgetsAndRestoresInEveryOrder)
@@ -124,7 +146,7 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     comparison.ChooseTest("Sieve");
     Fill(comparison);
     WriteFile(folder / "more",
-        MadeResults("Älter (1-)", "700:90/1.0;") + MadeResults("a (1-)", "").substr(4));
+        MadeResults("Älter (1-)", "700:900/1.0;") + MadeResults("a (1-)", "").substr(4));
     ASSERT_EQ(comparison.Open({ folder / "more" }).added, 2);
     const auto shown = [&](ChartOrder order) {
         comparison.order = order;
@@ -132,9 +154,13 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     };
     const std::string added = "This (2-x); Other (1-y); Other (1-y); Älter (1-); a (1-); ";
     EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
-    EXPECT_EQ(shown(ChartOrder::kByRate), added) << "one without the test is last";
+    EXPECT_EQ(
+        shown(ChartOrder::kByRate), "Älter (1-); This (2-x); Other (1-y); Other (1-y); a (1-); ");
     const std::string byName = "a (1-); Other (1-y); Other (1-y); This (2-x); Älter (1-); ";
+    comparison.InOrder()[1]->expanded = true; // This
+    const std::vector<float> tops = comparison.RowBottoms();
     EXPECT_EQ(shown(ChartOrder::kByName), byName);
+    EXPECT_NE(comparison.RowBottoms(), tops);
     EXPECT_EQ(comparison.NextToSelected(false), comparison.InOrder()[2]);
 
     comparison.selected = comparison.InOrder()[1];
@@ -147,11 +173,24 @@ TEST(Comparison, ForgetsAndRestoresInEveryOrder)
     EXPECT_EQ(comparison.selected, comparison.machines.First()) << "the run";
     EXPECT_EQ(comparison.Forget(*comparison.selected), 0) << "which is not forgotten";
     EXPECT_EQ(comparison.ForgetOthers(*comparison.InOrder()[0]), 2);
+    EXPECT_EQ(comparison.scale.maxScale, 410);
     EXPECT_EQ(shown(ChartOrder::kAsAdded), "This (2-x); a (1-); ");
     EXPECT_EQ(comparison.Restore() + comparison.Restore() * 10 + comparison.Restore() * 100, 12);
     EXPECT_EQ(shown(ChartOrder::kAsAdded), added);
+    EXPECT_EQ(comparison.scale.maxScale, 910);
     EXPECT_EQ(comparison.selected, comparison.InOrder()[1]);
     EXPECT_EQ(comparison.InOrder()[3]->origin, folder / "more");
+    comparison.ChooseTest("Memory");
+    EXPECT_EQ(comparison.scale.maxScale, 60);
+
+    Comparison seconds;
+    seconds.ChooseTest("Ten Sequential Whetstones");
+    WriteFile(folder / "more",
+        MadeResults("Slow (1-)", "601:0/3.0;") + MadeResults("None (1-)", "601:0/0.0;").substr(4)
+            + MadeResults("Fast (1-)", "601:0/1.0;").substr(4));
+    EXPECT_EQ(seconds.Open({ folder / "more" }).added, 3);
+    seconds.order = ChartOrder::kByRate;
+    EXPECT_EQ(Names(seconds), "Fast (1-); Slow (1-); None (1-); ");
 }
 
 TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
@@ -172,14 +211,17 @@ TEST(Comparison, KeepsWhatWasStoredWhateverBecameOfTheStore)
     Fill(second);
     second.WriteStore(program);
     Comparison third;
+    third.ChooseTest("Sieve");
     third.ReadStore(program);
+    EXPECT_EQ(third.scale.maxScale, 210);
     EXPECT_EQ(Names(third), "Other (1-y); Other (1-y); Other (1-y); Other (1-y); ");
 
     program.WriteStringAttr("qv:benchmark", "no machines");
     Comparison fourth;
     fourth.ReadStore(program);
     Fill(fourth);
-    fourth.WriteStore(program);
+    EXPECT_TRUE(fourth.WriteStore(program) && fourth.WriteStore(program));
+    EXPECT_EQ(Names(fourth), "This (2-x); Other (1-y); Other (1-y); ") << "nothing twice";
     LibString damaged;
     EXPECT_TRUE(program.ReadStringAttr("qv:benchmark damaged", damaged));
     EXPECT_STREQ(damaged, "no machines");

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-enum class Packing { kZip, kTar, kTarGz };
+enum class Packing { kZip, kLockedZip, kTar, kTarGz };
 
 struct ArchivedEntry {
     std::string path;
@@ -21,10 +21,13 @@ inline std::string MadeArchive(Packing packing, const std::vector<ArchivedEntry>
     std::string bytes(32 << 20, '\0');
     size_t size = 0;
     archive* made = archive_write_new();
-    if (packing == Packing::kZip)
+    if (packing == Packing::kZip || packing == Packing::kLockedZip)
         archive_write_set_format_zip(made);
     else
         archive_write_set_format_pax_restricted(made);
+    archive_write_set_passphrase(made, "word");
+    if (packing == Packing::kLockedZip)
+        archive_write_set_options(made, "zip:encryption=zipcrypt");
     if (packing == Packing::kTarGz)
         archive_write_add_filter_gzip(made);
     archive_write_open_memory(made, bytes.data(), bytes.size(), &size);

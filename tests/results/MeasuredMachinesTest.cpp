@@ -31,9 +31,7 @@ protected:
         else
             for (const MeasuredMachine& machine : std::get<std::vector<MeasuredMachine>>(read))
                 told += machine.record.machine + " of " + machine.path + ";";
-        for (size_t at = 0; (at = told.find(fFolder.Path() + "/")) != told.npos;)
-            told.erase(at, fFolder.Path().size() + 1);
-        return told;
+        return std::regex_replace(told, std::regex(fFolder.Path() + "/"), "");
     }
 
     const TempFolder fFolder;

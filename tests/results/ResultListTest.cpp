@@ -15,9 +15,8 @@ struct Loaded {
         WriteFile(path, bytes);
         testing::internal::CaptureStderr();
         EXPECT_TRUE(ReadResultsFile(path.c_str(), list));
-        messages = testing::internal::GetCapturedStderr();
-        for (size_t at = 0; (at = messages.find(path)) != std::string::npos;)
-            messages.replace(at, path.size(), "FILE");
+        messages =
+            std::regex_replace(testing::internal::GetCapturedStderr(), std::regex(path), "FILE");
     }
 
     ResultList list;

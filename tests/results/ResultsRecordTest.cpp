@@ -55,6 +55,14 @@ TEST(ResultsRecord, OfTooManyDevicesTheLastOnesAreLeftOutAndNothingElse)
     EXPECT_EQ(added % 100, 0u); // whole fields
     EXPECT_GT(record.size() + 100, static_cast<size_t>(kRecordSize - 1)); // and no room for another
     EXPECT_TRUE(record.ends_with("d\t" + std::string(strstr(kRecord, "100:"))));
+    std::string metrics; // too many alone
+    for (int i = 0; i < 500; i++)
+        metrics += "700:50/1.000000,2.000000;";
+    Results many(false);
+    many.Read(std::string(kRecord).insert(place, metrics).c_str());
+    EXPECT_FALSE(many.Write(buffer));
+    EXPECT_EQ(
+        buffer, std::string(kRecord, strchr(kRecord, '\t') + 1) + metrics.substr(0, 357 * 25));
     for (const size_t size : { kRecordSize - 2, kRecordSize - 1 }) { // with a tab behind it
         Results named(false);
         named.description = std::string(size, 'x').c_str();

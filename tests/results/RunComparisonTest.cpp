@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr const TestType& gAckerman = TestNamed("Ackerman");
-constexpr const TestType& gSieve = TestNamed("Sieve");
-
 std::vector<MeasuredMachine> Machines(const std::vector<RunRecord>& runs)
 {
     std::vector<MeasuredMachine> machines;
@@ -25,52 +22,73 @@ std::vector<ComparedRow> Compare(const std::vector<RunRecord>& runs)
     return CompareMachines(Machines(runs), 0, [](const TestType&) { return true; });
 }
 
-// "name count percent verdict (why)".
-std::string Told(const ComparedRow& row)
-{
-    const std::string percent = row.percent ? LibFixedText(*row.percent, 1) : "-";
-    return row.test->name + std::string(" ") + std::to_string(row.processors) + " " + percent + " "
-        + VerdictText(row.judgement.verdict) + (row.why.empty() ? "" : " (" + row.why + ")");
-}
-
+// "name count percent verdict (why)" of each row, behind the clock where it is known.
 std::string Told(const std::vector<RunRecord>& runs)
 {
-    std::string told;
-    for (const ComparedRow& row : Compare(runs))
-        told += Told(row) + "\n";
+    const auto clock = ClockPercent(runs[0], runs[1]);
+    std::string told = clock ? "clock " + LibFixedText(*clock, 1) + "\n" : "";
+    for (const ComparedRow& row : Compare(runs)) {
+        const std::string percent = row.percent ? LibFixedText(*row.percent, 1) : "-";
+        told += row.test->name + std::string(" ") + std::to_string(row.processors) + " " + percent
+            + " " + VerdictText(row.judgement.verdict)
+            + (row.why.empty() ? "" : " (" + row.why + ")") + "\n";
+    }
     return told;
 }
 
-// A run with ten times of one test on two processors.
-RunRecord RunOf(double seconds)
+void SetProbes(RunRecord& run, double Probe::*loop, double seconds)
 {
-    RunRecord run = MadeRun("PC (2-x)");
-    AddTimes(run, gAckerman, 2, seconds, 6000);
-    return run;
+    for (Span& span : run.series.front().spans)
+        span.probeBefore.*loop = span.probeAfter.*loop = seconds;
 }
 
-// What a case may change.
-const std::map<std::string, void (*)(RunRecord&)> kChanges = {
-    { "version", [](RunRecord& run) { run.build.version = "1.2.7"; } },
-    { "compiler", [](RunRecord& run) { run.build.compiler = "Clang 14"; } },
-    { "flags", [](RunRecord& run) { run.build.flags = "-O3"; } },
-    { "size", [](RunRecord& run) { run.displaySize = "800x600x24"; } },
-    { "server", [](RunRecord& run) { run.display->vendor = "Other"; } },
-    { "headless", [](RunRecord& run) { run.display.reset(); } },
-    { "five", [](RunRecord& run) { run.series.front().spans.resize(5); } },
-    { "six", [](RunRecord& run) { run.series.front().spans.resize(6); } },
-    { "zero", [](RunRecord& run) { run.series.front().spans[0].seconds = 0; } },
-    { "unsteady", [](RunRecord& run) { run.series.front().spans[0].seconds *= 1.24; } },
-    { "two",
-        [](RunRecord& run) {
-            for (int i = 0; i < 4; i++)
-                run.series.front().spans[i].seconds = 1;
+// What a case may change, by a word that may have a number: "best=0.0001".
+const std::map<std::string, void (*)(RunRecord&, double)> kChanges = {
+    { "version", [](RunRecord& run, double) { run.build.version = "1.2.7"; } },
+    { "compiler", [](RunRecord& run, double) { run.build.compiler = "Clang 14"; } },
+    { "flags", [](RunRecord& run, double) { run.build.flags = "-O3"; } },
+    { "size", [](RunRecord& run, double) { run.displaySize = "800x600x24"; } },
+    { "server", [](RunRecord& run, double) { run.display->vendor = "Other"; } },
+    { "headless", [](RunRecord& run, double) { run.display.reset(); } },
+    { "machine", [](RunRecord& run, double) { run.machine = "Another PC (2-x)"; } },
+    { "model", [](RunRecord& run, double) { run.details.processorModel = "Another"; } },
+    { "spans",
+        [](RunRecord& run, double count) {
+            run.series.front().spans.resize(static_cast<size_t>(count));
         } },
-    { "undone", [](RunRecord& run) { run.series.back().undone = "no window"; } },
-    { "empty", [](RunRecord& run) { run.series.back().spans.clear(); } },
+    { "first", [](RunRecord& run, double time) { run.series.front().spans[0].seconds = time; } },
+    { "four",
+        [](RunRecord& run, double seconds) {
+            for (int i = 0; i < 4; i++)
+                run.series.front().spans[i].seconds = seconds;
+        } },
+    { "shared",
+        [](RunRecord& run, double core) {
+            for (int i = 0; i < 4; i++)
+                run.series.front().spans[i].probeAfter.core = core;
+        } },
+    { "waited",
+        [](RunRecord& run, double seconds) {
+            Span& span = run.series.front().spans[8];
+            span.waited = span.seconds = seconds;
+        } },
+    { "hot",
+        [](RunRecord& run, double seconds) {
+            run.series.front().spans[9].seconds = seconds;
+            run.series.front().spans[9].isThrottled = true;
+        } },
+    { "best",
+        [](RunRecord& run, double seconds) {
+            run.bestProbe = { seconds, seconds };
+        } },
+    { "bestcore", [](RunRecord& run, double seconds) { run.bestProbe.core = seconds; } },
+    { "cores", [](RunRecord& run, double seconds) { SetProbes(run, &Probe::core, seconds); } },
+    { "clocks", [](RunRecord& run, double seconds) { SetProbes(run, &Probe::clock, seconds); } },
+    { "undone", [](RunRecord& run, double) { run.series.back().undone = "no window"; } },
+    { "empty", [](RunRecord& run, double) { run.series.back().spans.clear(); } },
 };
 
-// Of "400 2 0.5 6000; version": tests by their numbers, each at a count with its seconds and its
+// Of "400 2 0.5 6000 version": tests by their numbers, each at a count with its seconds and its
 // work, and changes.
 RunRecord RunOf(const std::string& text)
 {
@@ -79,8 +97,9 @@ RunRecord RunOf(const std::string& text)
     for (std::string part; parts >> part;) {
         int32 count = 0;
         double seconds = 0, work = 0;
-        if (const auto change = kChanges.find(part); change != kChanges.end())
-            change->second(run);
+        const size_t end = std::min(part.find('='), part.size());
+        if (const auto change = kChanges.find(part.substr(0, end)); change != kChanges.end())
+            change->second(run, std::atof(part.c_str() + std::min(end + 1, part.size())));
         else if (parts >> count >> seconds >> work)
             AddTimes(run, *FindTestType(std::stoi(part)), count, seconds, work);
     }
@@ -99,64 +118,11 @@ TEST(RunComparison, TellsOfEachTestAtEqualCountsWhatIsFasterOrWhyNot)
         *Compare({ RunOf("601 2 1 0"), RunOf("601 2 2 0") }).front().candidate.rate, 2 * 1.0045);
 }
 
-TEST(RunComparison, RestsOnCleanTimesByTheBestProbeOfTheMachine)
-{
-    RunRecord before = RunOf(1);
-    RunRecord after = RunOf(1);
-    for (RunRecord* run : { &before, &after }) {
-        run->bestProbe = { 0.0001, 0.0001 };
-        for (Span& span : run->series.front().spans)
-            span.probeBefore = span.probeAfter = { 0.0001, 0.0001 };
-    }
-    for (int i = 0; i < 4; i++) {
-        after.series.front().spans[i].probeAfter.core = 0.0002;
-        after.series.front().spans[i].seconds = 2;
-    }
-    const ComparedRow clean = Compare({ before, after }).front();
-    EXPECT_EQ(Told(clean), "Ackerman 2 99.8 no real difference");
-    EXPECT_EQ(clean.candidate.n, 6);
-    // It was slow throughout, which only the other run knows.
-    before.bestProbe.core = 0.00005;
-    for (Span& span : before.series.front().spans)
-        span.probeBefore.core = span.probeAfter.core = 0.00005;
-    const ComparedRow shared = Compare({ before, after }).front();
-    EXPECT_EQ(
-        shared.why, "shared, two speeds: 1006.50 ms (60 %) and 2000.00 ms (40 %), unsteady, wide");
-    EXPECT_TRUE(shared.percent) << "the times are all there is";
-    after.details.processorModel = "Another";
-    EXPECT_EQ(Compare({ before, after }).front().why, "");
-    after.details.processorModel.reset();
-    after.machine = "Another PC (2-x)";
-    EXPECT_EQ(Compare({ before, after }).front().why, "");
-}
-
-TEST(RunComparison, LeavesTheClockOutAndTellsIt)
-{
-    RunRecord before = RunOf(1);
-    RunRecord after = RunOf(1.25);
-    for (RunRecord* run : { &before, &after })
-        run->bestProbe = { 0.0001, 0.0001 };
-    for (Span& span : before.series.front().spans)
-        span.probeBefore = span.probeAfter = { 0.0001, 0.0001 };
-    for (Span& span : after.series.front().spans)
-        span.probeBefore = span.probeAfter = { 0.000112, 0.000112 };
-    EXPECT_EQ(Told({ before, after }), "Ackerman 2 89.6 slower\n") << "beyond the clock";
-    EXPECT_NEAR(ClockPercent(before, after).value(), 100 / 1.12, 1e-9);
-    after.series.front() = RunOf(1.12).series.front();
-    for (Span& span : after.series.front().spans)
-        span.probeBefore = span.probeAfter = { 0.000112, 0.000112 };
-    EXPECT_EQ(Told({ before, after }), "Ackerman 2 100.0 no real difference\n");
-    after.details.processorModel = "Another";
-    EXPECT_FALSE(ClockPercent(before, after));
-}
-
 TEST(RunComparison, SortsAndChecksABuild)
 {
-    RunRecord fell = RunOf(1.12);
-    AddTimes(fell, gSieve, 2, 1, 6000);
-    RunRecord before = RunOf(1);
-    AddTimes(before, gSieve, 2, 1, 6000);
-    RunRecord rose = RunOf(0.9);
+    const RunRecord fell = RunOf("400 2 1.12 6000 700 2 1 6000");
+    const RunRecord before = RunOf("400 2 1 6000 700 2 1 6000");
+    const RunRecord rose = RunOf("400 2 0.9 6000");
     const std::vector<MeasuredMachine> machines = Machines({ before, fell, rose });
     auto rows = CompareMachines(machines, 0, [](const TestType&) { return true; });
     const auto told = [&](SortBy by) {

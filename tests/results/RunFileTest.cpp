@@ -46,29 +46,6 @@ TEST(RunFile, SaysOfWhatIsNotKnownThatItIsNullAndHowOthersWereKeptOut)
     EXPECT_EQ(Again(json), json);
 }
 
-TEST(RunFile, IsValidByItsSchema)
-{
-    const TempFolder folder;
-    const std::string full = RunAsJson(SampleRun()), tests = TARVEX_TESTS;
-    WriteFile(folder / "full.json", full);
-    WriteFile(folder / "few.json", ReadFile(kData + "run-few.json"));
-    WriteFile(folder / "empty.json", RunAsJson({}));
-    WriteFile(folder / "other.json", Replaced(full, "\"better\":\"more\"", "\"better\":\"most\""));
-    WriteFile(
-        folder / "more.json", Replaced(full, "\"in_memory\":", "\"on_disk\":true,\"in_memory\":"));
-    const auto validate = [&](const std::string& names) {
-        const int status = system(("cd " + folder.Path() + " && " + tests + "/results/validate-run "
-            + tests + "/../docs/run.schema.json " + names + " >said 2>&1")
-                                      .c_str());
-        return std::to_string(WEXITSTATUS(status)) + ": " + ReadFile(folder / "said");
-    };
-    EXPECT_EQ(validate("full.json few.json empty.json"), "0: ");
-    EXPECT_EQ(validate("other.json more.json"),
-        "1: other.json: $.series[0].better: 'most' is not one of ['more', 'less']\n"
-        "more.json: $.temporary_folder: Additional properties are not allowed ('on_disk' was "
-        "unexpected)\n");
-}
-
 TEST(RunFile, TablesHaveARowForEachTestAndCount)
 {
     RunRecord run = SampleRun();
@@ -82,8 +59,10 @@ TEST(RunFile, WhatCannotBeIsOneLineWithItsField)
     const std::string json = RunAsJson(SampleRun());
     for (const auto& [change, message] : ReadRows("results/data/run-refused")) {
         const size_t arrow = change.find(" => ");
-        EXPECT_EQ(
-            Again(Replaced(json, change.substr(0, arrow), change.substr(arrow + 4))), message);
+        const std::string changed =
+            Replaced(json, change.substr(0, arrow), change.substr(arrow + 4));
+        const bool isRead = std::holds_alternative<RunRecord>(RunFromJson(changed));
+        EXPECT_EQ(isRead ? "is read" : Again(changed), message) << change;
     }
     EXPECT_EQ(Again(Replaced(json, "The vendor", "The \xff")), "is not JSON in line 12");
     EXPECT_EQ(Again(Replaced(json, "\n]\n}\n", "\n")), "is not JSON in line 25");

@@ -35,9 +35,13 @@ TEST(LibDeviceInfo, ListsClassesInTheTablesOrderWithNamesWhereThereAreAny)
     pciDevice half;
     half.VendorLong("Known by its long name alone");
     EXPECT_FALSE(half.IsVendorMatched());
+    half.VendorLong("Unknown");
+    half.VendorShort("Known by its short name alone");
+    EXPECT_FALSE(half.IsVendorMatched());
     EXPECT_FALSE(info.AllDevicesKnown());
     EXPECT_EQ(info.Current()->classId, 3) << "an empty name is a name";
     LibString text = "as before";
+    info.Insert(std::make_unique<pciItem>(13)); // without devices
     EXPECT_FALSE(info.FindDevice(13, text));
     EXPECT_STREQ(text, "as before");
     EXPECT_TRUE(info.FindDevice(6, text));

@@ -19,5 +19,7 @@ TEST(PciNameList, ReadsTheNamesOfAListAndLeavesOutWhatIsDamagedWithAllBelow)
             "Network controller, Ethernet controller", "Network controller", "" }));
     EXPECT_TRUE(PciNameList("").Vendors().empty() && list.Devices(0x8087).empty());
     const PciNameList systems; // as far as there is one
-    EXPECT_EQ(systems.Vendors().empty(), systems.Vendor(0x8086).empty());
+    const bool isThere = std::filesystem::exists("/usr/share/misc/pci.ids")
+        || std::filesystem::exists("/usr/share/hwdata/pci.ids");
+    EXPECT_EQ(systems.Vendor(0x8086), isThere ? "Intel Corporation" : "");
 }

@@ -61,8 +61,8 @@ TEST_F(TypedPciNamesTest, CostALineWhereTheyCannotBeReadAndStayAsTheyAre)
     const std::string full = huge.substr(1);
     const Row rows[] = { // a case, what is in the file, what is told of it, what is there then
         { "none", "none", "", "1af4  Virtual\n" },
-        { "damaged", "1af4 Cut\n1002  ATI", "line 1 has no name\n",
-            "1af4 Cut\n1002  ATI\n1af4  Virtual\n" },
+        { "damaged", "1af4 Cut\nCut too\n1002  ATI", "line 1 has no name\n",
+            "1af4 Cut\nCut too\n1002  ATI\n1af4  Virtual\n" },
         { "others", "1002  ATI", "it is no file of yours alone\n", "1002  ATI" },
         { "full", full, "", full }, { "huge", huge, "it has more than 4194304 bytes\n", huge }
     };

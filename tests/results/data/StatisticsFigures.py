@@ -32,12 +32,12 @@ def figures(x, y):
 lines = []
 for line in open(path):
     key, *values = line.split() or ['']
-    if key in ('', '#', 'set', 'x', 'y'):
+    if key in ('x', 'y') or not line.startswith('    '):
         lines.append(line)
     if key == 'x':
         x = [float(value) for value in values]
     if key == 'y':
         for name, row in figures(x, [float(value) for value in values]):
-            lines.append(' '.join([name] + ['%.10g' % value for value in row]) + '\n')
+            lines.append('    ' + ' '.join([name] + ['%.10g' % value for value in row]) + '\n')
 with open(path, 'w') as file:
     file.writelines(lines)
