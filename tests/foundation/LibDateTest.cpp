@@ -18,54 +18,30 @@ std::string TextOf(const LibDate& date)
         + std::to_string(date.GetDay());
 }
 
-// The calendar as a table, a day at a time: what DayNumber and its inverse compute.
-struct Walker {
-    int32 year;
-    int32 month;
-    int32 day;
-    int32 dayOfYear = 1;
-
-    bool IsLeap() const
-    {
-        return year % 4 == 0 && (year < 1582 || year % 100 != 0 || year % 400 == 0);
-    }
-    int32 LastDay() const
-    {
-        const int32 days[] = { 31, IsLeap() ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31 };
-        return days[month - 1];
-    }
-    void Next()
-    {
-        day++;
-        dayOfYear++;
-        if (year == 1582 && month == 10 && day == 5)
-            day = 15;
-        if (day > LastDay()) {
-            day = 1;
-            month++;
-        }
-        if (month > 12) {
-            month = dayOfYear = 1;
-            year = year == -1 ? 1 : year + 1;
-        }
-    }
-};
-
 } // namespace
 
 TEST(LibDate, EveryDayOfSevenThousandYearsComesAfterTheOneBefore)
 {
-    Walker walker { -4713, 1, 1 };
-    LibDate date = DateOf(walker.year, walker.month, walker.day);
-    for (; walker.year <= 3000; walker.Next(), ++date) {
-        const LibDate again = DateOf(walker.year, walker.month, walker.day);
-        ASSERT_TRUE(date.GetYear() == walker.year && date.GetMonth() == walker.month
-            && date.GetDay() == walker.day && date.GetDayOfYear() == walker.dayOfYear
-            && again == date && date.IsValidDate() && date.DaysInMonth() == walker.LastDay()
-            && date.DaysInYear() == 365 + walker.IsLeap()
-            && (walker.year < 1583 || date.DayOfWeek() == (date.GetJulian() + 2) % 7)
-            && !DateOf(walker.year, walker.month, walker.LastDay() + 1).IsValidDate())
-            << TextOf(date) << " instead of " << TextOf(again);
+    LibDate date = DateOf(-4713, 1, 1);
+    for (int32 year = -4713; year <= 3000; year += year == -1 ? 2 : 1) {
+        const bool isLeap = year % 4 == 0 && (year < 1582 || year % 100 != 0 || year % 400 == 0);
+        const int32 days[] = { 31, isLeap ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31 };
+        int32 dayOfYear = 1;
+        for (int32 month = 1; month <= 12; month++) {
+            const int32 last = days[month - 1];
+            for (int32 day = 1; day <= last; day++, dayOfYear++, ++date) {
+                if (year == 1582 && month == 10 && day == 5)
+                    day = 15;
+                const LibDate again = DateOf(year, month, day);
+                ASSERT_TRUE(date.GetYear() == year && date.GetMonth() == month
+                    && date.GetDay() == day && date.GetDayOfYear() == dayOfYear && again == date
+                    && date.IsValidDate() && date.DaysInMonth() == last
+                    && date.DaysInYear() == 365 + isLeap
+                    && (year < 1583 || date.DayOfWeek() == (date.GetJulian() + 2) % 7)
+                    && !DateOf(year, month, last + 1).IsValidDate())
+                    << TextOf(date) << " instead of " << TextOf(again);
+            }
+        }
     }
     EXPECT_EQ(TextOf(date), "3001-1-1");
     // Meeus, "Astronomical Algorithms", chapter 7, less the half day from noon to noon.

@@ -15,8 +15,6 @@
 #include <regex>
 
 namespace fs = std::filesystem;
-using testing::internal::CaptureStderr;
-using testing::internal::GetCapturedStderr;
 
 TEST(LibPath, TheFirstExistingFileOfASearchListIsFound)
 {
@@ -158,12 +156,12 @@ TEST(LibFileInfo, MomentsAreThoseOfTheFileHereOrInUtc)
     const int64 old = time(nullptr) - (LibCreationDate("file", false) - LibDateTime(1, 1, 1970));
     EXPECT_TRUE(old >= 0 && old < 1000) << old;
     EXPECT_EQ(LibCreationDate("file", false) - LibCreationDate(ref), 12600);
-    CaptureStderr();
     EXPECT_TRUE(LibGetEntryRef("missing", ref));
-    for (const LibDateTime& none : { LibCreationDate(ref), LibCreationDate("missing"),
-             LibLastModifiedDate("missing"), LibAccessedDate(missing) })
-        EXPECT_EQ(moment(none), "00000T000000");
-    EXPECT_EQ(GetCapturedStderr(),
+    EXPECT_EQ(ErrorsOf([&] {
+        for (const LibDateTime& none : { LibCreationDate(ref), LibCreationDate("missing"),
+                 LibLastModifiedDate("missing"), LibAccessedDate(missing) })
+            EXPECT_EQ(moment(none), "00000T000000");
+    }),
         "LibCreationDate: Unable to set entry\nLibCreationDate: Unable to set entry <missing>\n"
         "LibLastModifiedDate: Unable to set entry <missing>\n");
 }
@@ -208,9 +206,8 @@ TEST(LibTrash, NewNamesAreFreeAndARecordKeepsTheWayBack)
     EXPECT_TRUE(!LibDuplicate("none") && Libmkdir("tree/leaf"));
     EXPECT_TRUE(LibDuplicate("tree") && LibDuplicate("tree"));
     EXPECT_TRUE(LibExists("tree copy/leaf") && LibExists("tree copy 1/leaf"));
-    CaptureStderr();
-    EXPECT_FALSE(LibTrash("missing") || LibTrash("missing", false));
-    EXPECT_EQ(GetCapturedStderr(), "Not moved to the trash <" + folder / "missing" + ">\n");
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_FALSE(LibTrash("missing") || LibTrash("missing", false)); }),
+        "Not moved to the trash <" + folder / "missing" + ">\n");
 }
 
 TEST(LibByteCount, TurnsIntoTextAndBack)
@@ -224,7 +221,7 @@ TEST(LibByteCount, TurnsIntoTextAndBack)
         "1024 bytes1.00 KB1024 KB1.000 MB");
     for (const Row& row : RowsOf("foundation/data/bytes.txt", 2))
         EXPECT_EQ(std::to_string(LibStringToBytes(row[0].c_str())), row[1]) << row[0];
-    CaptureStderr();
-    EXPECT_EQ(LibStringToBytes("x KB") + LibStringToBytes(nullptr), 0u);
-    EXPECT_EQ(GetCapturedStderr(), "LibConvertBytes <x> not a float\n");
+    EXPECT_EQ(
+        ErrorsOf([&] { EXPECT_EQ(LibStringToBytes("x KB") + LibStringToBytes(nullptr), 0u); }),
+        "LibConvertBytes <x> not a float\n");
 }

@@ -25,3 +25,12 @@
 #include <tuple>
 #include <unistd.h>
 #include <vector>
+
+// What is said on standard error meanwhile.
+template <class Action>
+std::string ErrorsOf(Action action)
+{
+    testing::internal::CaptureStderr();
+    action();
+    return testing::internal::GetCapturedStderr();
+}

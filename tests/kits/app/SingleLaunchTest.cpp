@@ -25,9 +25,7 @@ TEST(SingleLaunch, AnotherUsersProgramInItsPlaceIsToldNothing)
     EXPECT_EQ(byte, 'r');
     BSingleLaunch launch(name.c_str());
     EXPECT_EQ(launch.Claim(false), B_BUSY);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(launch.Claim(true), B_ERROR);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(launch.Claim(true), B_ERROR); }),
         "Another user's program stands where later starts are told of\n");
     ASSERT_EQ(write(done[1], &byte, 1), 1);
     EXPECT_EQ(EndOf(stranger), 0);

@@ -31,19 +31,12 @@ TEST(Attribute, AWriteReplacesAtZeroAndExtendsElsewhere)
     const std::string path = TestHome() / "file";
     WriteFile(path, "contents");
     BNode node(path.c_str());
-    const std::tuple<off_t, std::string, type_code, std::string> rows[] = {
-        { 0, "abcdef", B_STRING_TYPE, "abcdef" },
-        { 5, "Zz", B_RAW_TYPE, "abcdeZz" },
-        { 1, "BC", B_STRING_TYPE, "aBCdeZz" }, // in place, also at the end
-        { 4, "XYZ", B_RAW_TYPE, "aBCdXYZ" },
-        { 9, "!", B_INT8_TYPE, std::string("aBCdXYZ\0\0!", 10) },
-        { 0, "", B_INT32_TYPE, "" },
-        { 3, "end", B_STRING_TYPE, std::string("\0\0\0end", 6) },
-        { 0, "short", B_STRING_TYPE, "short" },
-    };
-    for (const auto& [offset, bytes, type, value] : rows) {
-        EXPECT_EQ(node.WriteAttr("a", type, offset, bytes.data(), bytes.size()), bytes.size());
-        EXPECT_EQ(Attribute(path, "a"), value);
+    for (const Row& row : RowsOf("kits/storage/data/attribute-writes.txt", 4)) {
+        const auto type = static_cast<type_code>(std::stoul(row[2]));
+        const ssize_t written =
+            node.WriteAttr("a", type, std::stol(row[0]), row[1].data(), row[1].size());
+        EXPECT_EQ(written, row[1].size());
+        EXPECT_EQ(Attribute(path, "a"), row[3]);
         attr_info info;
         EXPECT_EQ(node.GetAttrInfo("a", &info), B_OK);
         EXPECT_EQ(info.type, type);
