@@ -148,6 +148,8 @@ TEST_F(AppFile, KeepsStringsAndBitmapsFromOneStartToTheNext)
     ASSERT_NE(read, nullptr);
     EXPECT_EQ(memcmp(read->Bits(), bitmap.Bits(), static_cast<size_t>(bitmap.BitsLength())), 0);
     EXPECT_FALSE(resources.GetBitmap("damaged") || resources.GetBitmap("none"));
+    resources.Close();
+    EXPECT_FALSE(resources.HasString("farewell"));
 }
 
 TEST_F(AppFile, SaysWhatTheApplicationIs)

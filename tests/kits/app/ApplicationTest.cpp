@@ -101,9 +101,10 @@ TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
         BMessage activated(B_APP_ACTIVATED);
         app.PostMessage(&activated); // tells nothing
         activated.AddBool("active", true);
-        // It is ready only once.
-        for (const uint32 what :
-            { B_ABOUT_REQUESTED, B_READY_TO_RUN, B_ARGV_RECEIVED, B_REFS_RECEIVED })
+        BMessage again(B_READY_TO_RUN); // it is so only once
+        again.AddString("argv", "not asked for");
+        app.PostMessage(&again);
+        for (const uint32 what : { B_ABOUT_REQUESTED, B_ARGV_RECEIVED, B_REFS_RECEIVED })
             app.PostMessage(what);
         app.PostMessage(&activated);
         be_app_messenger.SendMessage(1);
@@ -215,6 +216,21 @@ TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)
     const TestApp app(fLog, 1);
     EXPECT_EQ(StatusOf<BApplication>(kSignature), B_NOT_ALLOWED);
     EXPECT_EQ(be_app, &app);
+    app_info info, other;
+    const char *const same = "APPLICATION/X-vnd.test-app", *const unknown = "application/x-b";
+    const char* const none = nullptr;
+    ExpectAll(B_OK,
+        { be_roster->GetAppInfo(same, &info), be_roster->GetRunningAppInfo(getpid(), &other),
+            StatusOf<BMessenger>(same, -1), StatusOf<BMessenger>(same, getpid()) });
+    EXPECT_TRUE(info.team == getpid() && other.team == getpid() && BMessenger(same).IsValid());
+    EXPECT_STREQ(info.signature, kSignature);
+    ExpectAll(
+        B_ERROR, { be_roster->GetAppInfo(unknown, &info), be_roster->GetRunningAppInfo(1, &info) });
+    ExpectAll(B_BAD_VALUE,
+        { be_roster->GetAppInfo(none, &info), be_roster->GetAppInfo(same, nullptr),
+            be_roster->GetRunningAppInfo(getpid(), nullptr), StatusOf<BMessenger>(none, -1),
+            StatusOf<BMessenger>(unknown, -1) });
+    EXPECT_EQ(StatusOf<BMessenger>(same, 1), B_MISMATCHED_VALUES);
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     EXPECT_EXIT(BApplication(nullptr), testing::ExitedWithCode(1), "^Bad signature <>\n");
     EXPECT_EXIT(BApplication("application/x-b"), testing::ExitedWithCode(1),

@@ -4,6 +4,8 @@
 
 #include <SingleLaunch.h>
 
+#include <sys/resource.h>
+
 TEST(SingleLaunch, AnotherUsersProgramInItsPlaceIsToldNothing)
 {
     if (geteuid() != 0)
@@ -30,4 +32,22 @@ TEST(SingleLaunch, AnotherUsersProgramInItsPlaceIsToldNothing)
     ASSERT_EQ(write(done[1], &byte, 1), 1);
     EXPECT_EQ(EndOf(stranger), 0);
     EXPECT_EQ(launch.Claim(true), B_OK) << "its end frees the place";
+}
+
+TEST(SingleLaunch, ThatCannotServeIsInNobodysWay)
+{
+    const std::string name = "tarvex-test-" + std::to_string(getpid());
+    EXPECT_EQ(ErrorsOfChild([&] {
+        BSingleLaunch launch(name.c_str());
+        EXPECT_EQ(launch.Claim(false), B_OK);
+        rlimit files {};
+        getrlimit(RLIMIT_NOFILE, &files);
+        const rlimit none { 0, files.rlim_max };
+        setrlimit(RLIMIT_NOFILE, &none);
+        launch.Serve();
+        launch.Serve(); // nothing then
+        setrlimit(RLIMIT_NOFILE, &files);
+        EXPECT_EQ(BSingleLaunch(name.c_str()).Claim(false), B_OK);
+    }),
+        "Cannot start thread <later starts>\n");
 }

@@ -1,7 +1,10 @@
 #include "SystemTree.h"
 #include "TaskStat.h"
+#include "tests/support/Child.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
+
+#include <MachineState.h>
 
 #include <sstream>
 
@@ -28,4 +31,18 @@ TEST(MachineText, AFileOfEightMegabytesIsReadAndNoOtherKindOfFile)
         EXPECT_EQ(tree.Text(folder / "file").value_or("none").size(), size > 8 << 20 ? 4 : size);
     }
     EXPECT_TRUE(!tree.Text("/proc/self/mem") && !tree.Text("/") && !tree.Names("/proc/self/mem"));
+}
+
+TEST(MachineText, SleepIsWhatOneClockIsBehindTheOther)
+{
+    const auto seconds = [] { return ReadMachineState().asleep.value_or(-1) / 1'000'000; };
+    const bigtime_t before = seconds();
+    EXPECT_EQ(InChild([&] {
+        if (unshare(CLONE_NEWTIME) != 0)
+            return 0; // not for this user or system
+        WriteFile("/proc/self/timens_offsets", "boottime 1000 0\n");
+        return InChild([&] { return seconds() - before == 1000 ? 0 : 1; });
+    }),
+        0);
+    EXPECT_GE(before, 0);
 }

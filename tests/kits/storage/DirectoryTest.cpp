@@ -203,6 +203,7 @@ TEST(File, OpensByItsModesAndMovesItsPosition)
     EXPECT_EQ(copy.Read(bytes, 7), 2);
     EXPECT_STREQ(bytes, "45?????");
     EXPECT_EQ(file.Seek(0, SEEK_CUR), 5) << "a copy shares the position";
+    EXPECT_EQ(file.Seek(0, SEEK_SET), 0);
     EXPECT_EQ(BFile(folder.Path().c_str(), B_READ_ONLY).InitCheck(), B_IS_A_DIRECTORY);
 }
 

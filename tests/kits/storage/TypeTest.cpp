@@ -115,6 +115,8 @@ TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
         EXPECT_EQ(again.WriteAttr(name, B_RAW_TYPE, 0, "damaged", 7), 7);
     EXPECT_EQ(info.GetVersionInfo(&found, kApp), B_BAD_TYPE);
     EXPECT_EQ(info.GetSupportedTypes(&types), B_BAD_TYPE);
+    EXPECT_EQ(again.WriteAttr("BEOS:FILE_TYPES", B_RAW_TYPE, 0, "", 0), 0);
+    EXPECT_EQ(info.GetSupportedTypes(&types), B_BAD_TYPE);
 }
 
 TEST(AppFileInfo, TheSystemsVersionIsThatOfTheDistribution)
