@@ -13,8 +13,6 @@
 #include <Path.h>
 #include <TypeConstants.h>
 
-#include <sstream>
-
 namespace fs = std::filesystem;
 
 namespace {

@@ -12,7 +12,6 @@
 #include <Message.h>
 
 #include <fcntl.h>
-#include <regex>
 
 namespace fs = std::filesystem;
 

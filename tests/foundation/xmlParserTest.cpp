@@ -4,8 +4,6 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <regex>
-
 namespace {
 
 // A file with that text, until the next one.

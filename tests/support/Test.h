@@ -34,3 +34,9 @@ std::string ErrorsOf(Action action)
     action();
     return testing::internal::GetCapturedStderr();
 }
+
+// That all of these answers are the same.
+inline void ExpectAll(long expected, const std::vector<long>& answers)
+{
+    EXPECT_EQ(answers, std::vector<long>(answers.size(), expected));
+}

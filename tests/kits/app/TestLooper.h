@@ -21,12 +21,6 @@ private:
     const Action fAction;
 };
 
-// That all of these answers are the same.
-inline void ExpectAll(status_t expected, const std::vector<status_t>& answers)
-{
-    EXPECT_EQ(answers, std::vector<status_t>(answers.size(), expected));
-}
-
 // What the constructor of an object tells.
 template <typename T, typename... Arguments>
 status_t StatusOf(Arguments... arguments)

@@ -7,8 +7,6 @@
 #include <RunWarnings.h>
 #include <ThreadMoment.h>
 
-#include <regex>
-
 namespace {
 using ::Text;
 

@@ -5,10 +5,22 @@
 #include "tests/support/Test.h"
 
 #include <MachineState.h>
-
-#include <sstream>
+#include <ThreadMoment.h>
 
 using namespace kernel;
+
+namespace {
+// What it waited, what others used, its processor and that one's throttles; "-" is not told.
+ThreadMoment MomentOf(const Row& row, size_t at)
+{
+    ThreadMoment moment { {}, std::stod(row[at + 1]), std::stoi(row[at + 2]), {} };
+    if (row[at] != "-")
+        moment.waited = std::stod(row[at]);
+    if (row[at + 3] != "-")
+        moment.throttles = std::stoul(row[at + 3]);
+    return moment;
+}
+} // namespace
 
 TEST(MachineText, ATasksRecordIsReadWhateverItsName)
 {
@@ -45,4 +57,13 @@ TEST(MachineText, SleepIsWhatOneClockIsBehindTheOther)
     }),
         0);
     EXPECT_GE(before, 0);
+}
+
+TEST(MachineText, AThreadsChangeIsWhatOtherProgramsAndTheSameProcessorDid)
+{
+    for (const Row& row : RowsOf("kits/kernel/data/moments.txt", 11)) {
+        const ThreadChange change = ChangeBetween(MomentOf(row, 1), MomentOf(row, 5));
+        EXPECT_DOUBLE_EQ(change.waited, std::stod(row[9])) << row[0];
+        EXPECT_EQ(change.isThrottled ? "slowed" : "not", row[10]) << row[0];
+    }
 }

@@ -66,11 +66,8 @@ TEST(OwnFolder, OfADeadProcessGoesWithTheNextStartAndNothingElseDoes)
     const pid_t alive = StartChild([&] { return Ask(base.Path()).empty() + pause(); });
     EXPECT_TRUE(WaitUntil([&] { return !base.Names().empty(); }));
     const std::string others = ".tarvex-temp-00000000000000";
-    fs::create_directory_symlink(kept.Path(), base / (others + "01"));
-    WriteFile(base / (others + "02"), "text");
-    mkdir((base / (others + "03")).c_str(), 0755);
-    mkdir((base / (others + "04")).c_str(), 0700);
-    mkdir((base / (others + "0x")).c_str(), 0700);
+    Shell(base, "ln -s " + kept.Path() + " " + others + "01; echo text > " + others + "02");
+    Shell(base, "mkdir -m 755 " + others + "03; mkdir -m 700 " + others + "04 " + others + "0x");
     const bool isRoot = chown((base / (others + "04")).c_str(), 1, 1) == 0;
     const std::set<std::string> before = base.Names();
     EXPECT_EQ(InChild([&] {
