@@ -103,8 +103,8 @@ TEST(LibPath, SizesCountWhatIsInFoldersAndLinksOnlyThemselves)
     WriteFile("tree/a", "12345");
     WriteFile("tree/branch/b", "123");
     fs::create_symlink("..", "tree/branch/up"); // a link is as long as what it says
-    EXPECT_TRUE(LibNode("tree/branch/b").WriteStringAttr("note", "ten bytes"));
-    EXPECT_TRUE(LibNode("tree/branch/b").WriteBoolAttr("flag", true));
+    LibNode node("tree/branch/b");
+    EXPECT_TRUE(node.WriteStringAttr("note", "ten bytes") && node.WriteBoolAttr("flag", true));
     EXPECT_EQ(LibEntrySize("tree", false), 10);
     EXPECT_EQ(LibEntrySize("tree", true), 21);
     EXPECT_EQ(LibEntrySize("none", true), 0);

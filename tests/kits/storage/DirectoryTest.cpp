@@ -195,7 +195,9 @@ TEST(File, OpensByItsModesAndMovesItsPosition)
     EXPECT_STREQ(bytes, "45?????");
     EXPECT_EQ(file.Seek(0, SEEK_CUR), 5) << "a copy shares the position";
     EXPECT_EQ(file.Seek(0, SEEK_SET), 0);
-    EXPECT_EQ(BFile(folder.Path().c_str(), B_READ_ONLY).InitCheck(), B_IS_A_DIRECTORY);
+    Shell(folder, "mkfifo p; { printf ab; sleep .1; printf cd; } > p &"); // comes in pieces
+    EXPECT_EQ(BFile((folder / "p").c_str(), B_READ_ONLY).Read(bytes, 7), 4);
+    EXPECT_STREQ(bytes, "abcd???");
 }
 
 } // namespace

@@ -66,6 +66,9 @@ TEST(StoreTrouble, AnOlderStoreIsBroughtUpToDateAndALaterOneLeftAlone)
         "Error using the attribute store <" + path
             + ">: it is of version 4, this program knows 3\n");
     EXPECT_EQ(ReadFile(path), before);
+    const std::string nowhere = path + "/store";
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_LT(Write(*std::make_unique<Store>(nowhere), "a", "x"), 0); }),
+        "Error using the attribute store <" + nowhere + ">: its folder cannot be made\n");
 }
 
 TEST(StoreTrouble, AStoreWithoutRightsToWriteIsReadAndAWriteSaysWhy)

@@ -96,13 +96,13 @@ TEST(AppFileInfo, KeepsSignatureVersionsAndTypesWithTheFile)
     EXPECT_EQ(found.minor, 3u) << "the other kind stays";
     const auto bad = static_cast<version_kind>(2), worse = static_cast<version_kind>(-1);
     BAppFileInfo nobody(nullptr);
-    for (const status_t status : { nobody.GetSignature(signature), nobody.SetSignature("x"),
-             nobody.GetVersionInfo(&found, kApp), nobody.SetVersionInfo(&version, kApp) })
-        EXPECT_EQ(status, B_NO_INIT);
-    for (const status_t status : { info.GetSignature(nullptr), nobody.SetVersionInfo(&version, bad),
-             nobody.SetVersionInfo(&version, worse), info.GetVersionInfo(&found, bad),
-             info.GetVersionInfo(&found, worse), info.GetVersionInfo(nullptr, kApp) })
-        EXPECT_EQ(status, B_BAD_VALUE);
+    ExpectAll(B_NO_INIT,
+        { nobody.GetSignature(signature), nobody.SetSignature("x"),
+            nobody.GetVersionInfo(&found, kApp), nobody.SetVersionInfo(&version, kApp) });
+    ExpectAll(B_BAD_VALUE,
+        { info.GetSignature(nullptr), nobody.SetVersionInfo(&version, bad),
+            nobody.SetVersionInfo(&version, worse), info.GetVersionInfo(&found, bad),
+            info.GetVersionInfo(&found, worse), info.GetVersionInfo(nullptr, kApp) });
     memset(version.long_info, 'x', sizeof version.long_info); // it never ends
     EXPECT_EQ(
         again.WriteAttr("BEOS:APP_VERSION", 'APPV', 0, &version, sizeof version), sizeof version);
