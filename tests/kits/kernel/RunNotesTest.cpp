@@ -137,7 +137,7 @@ TEST_F(RunNotes, AKeeperThatIsKilledOrStoppedIsReplaced)
         EXPECT_EQ(TempFolder::NamesIn(process + "/fd").size(), 6u);
         EXPECT_EQ(ReadFile(process + "/comm"), "tarvex-lease\n");
         kill(keeper, number);
-        EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(run.Switch(cpu, false), B_OK); }),
+        EXPECT_EQ(ErrorsOf([&, cpu = cpu] { EXPECT_EQ(run.Switch(cpu, false), B_OK); }),
             "The keeper of switched processors, process <" + std::to_string(keeper) + ">, was "
                 + how + ": replaced\n");
     }
