@@ -226,7 +226,8 @@ TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)
         { be_roster->GetAppInfo(same, &info), be_roster->GetRunningAppInfo(getpid(), &other),
             StatusOf<BMessenger>(same, -1), StatusOf<BMessenger>(same, getpid()) });
     EXPECT_TRUE(info.team == getpid() && info.signature == std::string(other.signature)
-        && info.thread == find_thread(nullptr) && BMessenger(same).IsValid());
+        && info.thread == find_thread(nullptr) && BMessenger(same).IsValid()
+        && AppRegistry::Instance().LooperOfPort(info.port).looper == &app);
     ExpectAll(
         B_ERROR, { be_roster->GetAppInfo(unknown, &info), be_roster->GetRunningAppInfo(1, &info) });
     ExpectAll(B_BAD_VALUE,
