@@ -158,14 +158,8 @@ void LibDate::JulianToDate()
 void LibDate::SetToday(const bool& local)
 {
     const time_t now = time(nullptr);
-    struct tm date { };
-    if (!localtime_r(&now, &date))
-        return;
-    SetDate(&date);
-    if (!local) {
-        const int64 seconds = date.tm_hour * 3600 + date.tm_min * 60 + date.tm_sec;
-        MoveDays(FloorDivide(seconds - date.tm_gmtoff, 86400));
-    }
+    struct tm fields { };
+    SetDate(local ? localtime_r(&now, &fields) : gmtime_r(&now, &fields));
 }
 
 void LibDate::SetDate(const uint32& newMonth, const uint32& newDay, const uint32& newYear)

@@ -189,11 +189,8 @@ void BApplication::MessageReceived(BMessage* message)
 
 void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
 {
-    if (handler != this) {
-        BLooper::DispatchMessage(message, handler);
-        return;
-    }
-    switch (message->what) {
+    const uint32 what = handler == this ? message->what : 0; // other handlers' are not ours
+    switch (what) {
         case B_READY_TO_RUN:
             // Once, whoever sends the message again.
             if (!std::exchange(fReadyToRun, true))

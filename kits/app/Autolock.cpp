@@ -11,24 +11,18 @@ BLocker::BLocker() : fLock(std::make_shared<LooperLock>())
 }
 
 // Not by the looper's own functions: it may be gone.
-BAutolock::BAutolock(BLooper* looper) : fLock(AppRegistry::Instance().Looper(looper).lock)
-{
-    Lock();
-}
+BAutolock::BAutolock(BLooper* looper) : BAutolock(AppRegistry::Instance().Looper(looper).lock) { }
 
-BAutolock::BAutolock(BLocker& locker) : fLock(locker.fLock)
+BAutolock::BAutolock(BLocker& locker) : BAutolock(locker.fLock) { }
+
+BAutolock::BAutolock(std::shared_ptr<LooperLock> lock) : fLock(std::move(lock))
 {
-    Lock();
+    if (fLock && fLock->Lock(B_INFINITE_TIMEOUT) != B_OK)
+        fLock.reset();
 }
 
 BAutolock::~BAutolock()
 {
     if (fLock)
         fLock->Unlock();
-}
-
-void BAutolock::Lock()
-{
-    if (fLock && fLock->Lock(B_INFINITE_TIMEOUT) != B_OK)
-        fLock.reset();
 }

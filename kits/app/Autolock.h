@@ -21,7 +21,7 @@ public:
     bool IsLocked() const { return fLock != nullptr; }
 
 private:
-    void Lock(); // keeps fLock only if it got it
+    explicit BAutolock(std::shared_ptr<LooperLock> lock); // keeps it only if it got it
 
     std::shared_ptr<LooperLock> fLock; // outlives the looper
 };

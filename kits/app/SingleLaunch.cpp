@@ -59,11 +59,11 @@ bool ReceiveAll(int connection, std::string& bytes, bigtime_t deadline)
     char block[4096];
     while (bytes.size() <= kMostBytes && WaitFor(connection, POLLIN, deadline)) {
         const ssize_t size = recv(connection, block, sizeof(block), 0);
-        if (size == 0)
-            return true;
-        if (size < 0 && errno != EAGAIN && errno != EINTR)
-            return false;
-        bytes.append(block, size > 0 ? static_cast<size_t>(size) : 0);
+        if (size < 0 && (errno == EAGAIN || errno == EINTR))
+            continue;
+        if (size <= 0)
+            return size == 0;
+        bytes.append(block, static_cast<size_t>(size));
     }
     return false;
 }

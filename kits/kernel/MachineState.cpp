@@ -142,6 +142,7 @@ void ReadLoad(const SystemTree& tree, MachineState& state)
 }
 
 // "cpu3 user nice system idle iowait irq softirq steal ...": what guests used is in user already.
+// Nothing for "cpu", the sum of all.
 std::optional<ProcessorTimes> ParseTimes(std::string_view line)
 {
     constexpr size_t kIdle = 4, kWait = 5, kStolen = 8;
@@ -169,7 +170,7 @@ void ReadProcessors(const SystemTree& tree, MachineState& state)
     for (std::string_view rest = text; rest.starts_with("cpu");) {
         const std::string_view line = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(std::min(rest.size(), line.size() + 1));
-        auto times = line.size() > 3 && line[3] != ' ' ? ParseTimes(line) : std::nullopt;
+        auto times = ParseTimes(line);
         if (!times)
             continue;
         const std::string folder =

@@ -53,11 +53,10 @@ void BDirectory::CloseStream::operator()(DIR* stream) const
 
 status_t BDirectory::Take(int descriptor)
 {
-    // Of the open() that the caller has just made; closing the old stream may set another.
-    const int error = errno;
+    // First, as it reads the errno of the open() that the caller has just made.
+    const status_t status = BNode::Take(descriptor);
     fStream.reset();
-    errno = error;
-    return BNode::Take(descriptor);
+    return status;
 }
 
 status_t BDirectory::SetTo(const char* path)

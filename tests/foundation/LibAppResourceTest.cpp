@@ -13,8 +13,6 @@
 #include <Path.h>
 #include <TypeConstants.h>
 
-#include <sstream>
-
 namespace fs = std::filesystem;
 
 namespace {
@@ -52,9 +50,7 @@ TEST(LibAppResource, PackedFilesComeBackWithTheirType)
     WriteFile(zip, "of a start that was broken off");
     EXPECT_TRUE(add("tree", 7, "old") && add("large one.bin", 7, nullptr));
     EXPECT_TRUE(add("odd\nname", 8, "odd\nname") && add("tree", 9, "tree"));
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(add("missing", 7, "missing"));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), zip + " failed\n");
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_FALSE(add("missing", 7, "missing")); }), zip + " failed\n");
     EXPECT_FALSE(fs::exists(zip));
 
     EXPECT_TRUE(extract(7, "out.bin") && extract(8, "out") && extract(9, "out tree"));
@@ -150,6 +146,8 @@ TEST_F(AppFile, KeepsStringsAndBitmapsFromOneStartToTheNext)
     ASSERT_NE(read, nullptr);
     EXPECT_EQ(memcmp(read->Bits(), bitmap.Bits(), static_cast<size_t>(bitmap.BitsLength())), 0);
     EXPECT_FALSE(resources.GetBitmap("damaged") || resources.GetBitmap("none"));
+    resources.Close();
+    EXPECT_FALSE(resources.HasString("farewell"));
 }
 
 TEST_F(AppFile, SaysWhatTheApplicationIs)

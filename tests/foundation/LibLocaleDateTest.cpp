@@ -46,12 +46,10 @@ TEST(LibLocaleDate, ShortFormFollowsTheDateFormatOfALanguage)
         EXPECT_EQ(Typed(date.Conventions(), Shown(date, kLong)), "2001-03-12")
             << Shown(date, kLong);
     }
-    const std::tuple<const char*, uint32, const char*> longForms[] = {
-        { "%D", 12, "Monday, December 31, 2001" }, { "%d.%m.%Y", 1, "Wednesday, 31 January 2001" },
-        { "%D", 13, "Thursday,  31, 2001" }, { "%F", 0, "Sunday, 2001  31" } // of no month
-    };
-    for (const auto& [format, month, text] : longForms)
-        EXPECT_EQ(Shown(LibLocaleDate(LibDate(month, 31, 2001), Conventions(format)), kLong), text);
+    for (const Row& row : RowsOf("foundation/data/long-dates.txt", 3)) {
+        const LibDate date(static_cast<uint32>(std::stoi(row[1])), 31, 2001);
+        EXPECT_EQ(Shown(LibLocaleDate(date, Conventions(row[0].c_str())), kLong), row[2]);
+    }
     LibDateConventions kept = Conventions("%Y. %m. %d.");
     for (const char* format : { "", "%", "%m/%y", "%Y-%d-%m", "%d%m%Y%d", "day" })
         EXPECT_FALSE(LibReadDateFormat(format, kept)) << format;

@@ -5,8 +5,6 @@
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 
-#include <regex>
-
 namespace {
 
 const LibDate kWednesday(10, 24, 2001);

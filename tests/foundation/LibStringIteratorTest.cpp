@@ -1,36 +1,23 @@
 #include "foundation/LibStringIterator.h"
 
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
-
-namespace {
-
-// What that many calls give for a text, each with "+" or "-" for the result and the new position.
-template <class Delimiter>
-std::string FieldsOf(const char* text, Delimiter delimiter, int calls)
-{
-    LibStringIterator reader(text);
-    std::string fields;
-    for (int i = 0; i < calls; i++) {
-        LibString field("before");
-        fields += reader.GetNextField(delimiter, field) ? "+" : "-";
-        fields += static_cast<const char*>(field) + std::to_string(reader.Position()) + " ";
-    }
-    return fields;
-}
-
-} // namespace
 
 TEST(LibStringIterator, LastFieldEndsALoopByItsLastCharacter)
 {
-    const std::tuple<const char*, int, const char*> rows[] = { { "a\tb\tcd", 5,
-                                                                   "+a2 +b4 +cd5 -d5 -d5 " },
-        { "a\t\tb", 3, "+a2 +3 -b3 " }, { "ab\t", 2, "+ab3 -3 " }, { "\t\t", 3, "+1 +2 -2 " },
-        { "abc", 2, "+abc2 -c2 " }, { "", 2, "-0 -0 " }, { nullptr, 1, "-0 " } };
-    for (const auto& [text, calls, fields] : rows)
-        EXPECT_EQ(FieldsOf(text, '\t', calls), fields);
-    // Of several delimiters any ends a field, and the rest stays.
-    EXPECT_EQ(FieldsOf("1.5,2;x", ",;", 4), "+1.54 +26 -x6 -x6 ");
-    EXPECT_EQ(FieldsOf("ab", static_cast<const char*>(nullptr), 1), "-ab0 ");
+    for (const Row& row : RowsOf("foundation/data/fields.txt", 3)) {
+        const auto textOf = [](const std::string& s) { return s == "null" ? nullptr : s.c_str(); };
+        LibStringIterator reader(textOf(row[0]));
+        std::string fields;
+        while (fields.size() < row[2].size()) {
+            LibString field("before");
+            const bool isFound = row[1].size() == 1 ? reader.GetNextField(row[1][0], field)
+                                                    : reader.GetNextField(textOf(row[1]), field);
+            fields += (fields.empty() ? "" : " ") + std::string(isFound ? "+" : "-");
+            fields += static_cast<const char*>(field) + std::to_string(reader.Position());
+        }
+        EXPECT_EQ(fields, row[2]) << row[0];
+    }
 }
 
 TEST(LibStringIterator, FieldOfAnIndexIsOneThatComesWithTrue)

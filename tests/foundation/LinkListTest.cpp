@@ -1,19 +1,32 @@
 #include "foundation/LinkList.h"
 
+#include "tests/support/Rows.h"
 #include "tests/support/Test.h"
+
+#include <new>
+
+static bool gIsFull = false; // that there is no memory for a link
+
+void* operator new(size_t size, const std::nothrow_t&) noexcept
+{
+    return gIsFull ? nullptr : ::operator new(size);
+}
 
 namespace {
 
 // A list of one-letter texts. Leaks and double deletes are the sanitizers' to find.
 class Letters : public LinkList<LibString> {
 public:
-    explicit Letters(const char* letters)
+    explicit Letters(const std::string& letters)
     {
-        for (; *letters != '\0'; letters++)
-            EXPECT_TRUE(Insert(New(*letters)));
+        for (const char letter : letters)
+            EXPECT_TRUE(Insert(New(letter)));
     }
     using LinkList::operator=;
-    static LibString* New(char letter) { return new LibString(std::string(1, letter).c_str()); }
+    static std::unique_ptr<LibString> New(char letter)
+    {
+        return std::make_unique<LibString>(std::string(1, letter).c_str());
+    }
     // All texts by the links in both directions, which must agree; the cursor's and its index.
     std::string State() const
     {
@@ -35,42 +48,40 @@ public:
 TEST(LinkList, EveryCallLeavesElementsAndCursorAsItSays)
 {
     using L = Letters;
-    LibString a("a"), b("b"), c("c");
     Letters other("xy");
-    const std::tuple<const char*, std::function<bool(L&)>, std::string> rows[] = {
-        // The elements; whether the call succeeds, elements, cursor and its index after it.
-        { "ab", [](L& l) { return l.First() && l.First() == l.Current(); }, "+ab a 0" },
-        { "ab", [](L& l) { return l.First() && l.Next() == l.Current(); }, "+ab b 1" },
-        { "ab", [](L& l) { return l.First() && l.Next() && l.Next(); }, "-ab none 2" },
-        { "a", [](L& l) { return l.First() && !l.Next() && l.Next(); }, "-a none 1" },
-        { "", [](L& l) { return l.First() || l.Remove() || l.Position(0); }, "- none 0" },
-        { "", [](L& l) { return l.Clear(), true; }, "+ none 0" },
-        { "abcd", [](L& l) { return l.Position(1) && l.Remove(); }, "+acd a 0" },
-        { "abcd", [](L& l) { return l.Position(0) && l.Remove(); }, "+bcd b 0" },
-        { "abcd", [](L& l) { return l.Position(3) && l.Remove(); }, "+abc c 2" },
-        { "a", [](L& l) { return l.First() && l.Remove() && l.Remove(); }, "- none 0" },
-        { "a", [](L& l) { return l.First() && l.Remove() && l.Insert(L::New('n')); }, "+n none 0" },
-        { "", [](L& l) { return l.InsertBefore(L::New('b'), 0); }, "+b none -1" },
-        { "ab", [](L& l) { return l.InsertBefore(L::New('x'), 0); }, "+xab x 0" },
-        { "ab", [](L& l) { return l.InsertBefore(L::New('x'), 1); }, "+axb x 1" },
-        { "ab", [&](L& l) { return l.InsertBefore(&a, 2); }, "-ab none -1" },
-        { "baBa", [&](L& l) { return l.Get(&a); }, "+baBa a 1" },
-        { "baBa", [&](L& l) { return l.InList(&c); }, "-baBa none -1" },
-        { "baba", [&](L& l) { return l.Remove(&b, false); }, "+aba a 0" },
-        { "baBba", [&](L& l) { return l.Remove(&b, true); }, "+aBa none -1" },
-        { "baba", [&](L& l) { return l.Remove(&c, true); }, "-baba none -1" },
-        { "aba", [](L& l) { return l.Remove(l.First(), true); }, "+b none -1" }, // the probe too
-        { "ab", [](L& l) { return (l = *&l).First(); }, "+ab a 0" },
-        { "abc", [&](L& l) { return (l = other).Get(1L); }, "+xy y 1" },
-        { "ab", [&](L& l) { return l.Insert(other), !other.Current(); }, "+abxy none -1" },
-        { "ab", [](L& l) { return l.Insert(l), true; }, "+abab a 2" },
-        { "ab", [&](L& l) { return l.SortCompare(&b, &a) && !l.SortCompare(&b, &b); },
-            "+ab none -1" },
+    const std::map<std::string, std::function<bool(L&, char)>> calls = {
+        { "first", [](L& l, char) { return l.First() && l.First() == l.Current(); } },
+        { "next", [](L& l, char) { return l.Next() && l.Current(); } },
+        { "position", [](L& l, char at) { return l.Get(long { at - '0' }) && l.Current(); } },
+        { "clear", [](L& l, char) { return l.Clear(), true; } },
+        { "append", [](L& l, char letter) { return l.Insert(L::New(letter)) != nullptr; } },
+        { "insert",
+            [](L& l, char at) {
+                auto item = L::New('n');
+                return l.InsertBefore(item.get(), at - '0') && item.release();
+            } },
+        { "find", [](L& l, char letter) { return l.InList(L::New(letter).get()); } },
+        { "get", [](L& l, char letter) { return l.Get(L::New(letter).get()) == l.Current(); } },
+        { "remove", [](L& l, char) { return l.Remove(); } },
+        { "remove-one", [](L& l, char letter) { return l.Remove(L::New(letter).get(), false); } },
+        { "remove-all", [](L& l, char letter) { return l.Remove(L::New(letter).get(), true); } },
+        { "remove-its", [](L& l, char) { return l.Remove(l.First(), true); } }, // the probe too
+        { "be-itself", [](L& l, char) { return (l = *&l).Size() > 0; } },
+        { "be-other", [&](L& l, char) { return (l = other).Size() > 0; } },
+        { "append-other", [&](L& l, char) { return l.Insert(other), !other.Current(); } },
+        { "append-itself", [](L& l, char) { return l.Insert(l), true; } },
+        { "fill-memory", [](L&, char) { return gIsFull = true; } },
     };
-    for (const auto& [letters, call, state] : rows) {
-        Letters list(letters);
-        const std::string result = call(list) ? "+" : "-";
-        EXPECT_EQ(result + list.State(), state) << letters;
+    for (const Row& row : RowsOf("foundation/data/lists.txt", 3)) {
+        Letters list(row[0]);
+        std::string results;
+        for (size_t i = 1; i < row.size() - 1; i++)
+            results +=
+                calls.at(row[i].substr(0, row[i].find(' ')))(list, row[i].back()) ? "+" : "-";
+        gIsFull = false;
+        EXPECT_EQ(results + " " + list.State(), row.back()) << testing::PrintToString(row);
     }
     EXPECT_EQ(other.State(), "xy none 2");
+    LibString a("a"), b("b");
+    EXPECT_TRUE(other.SortCompare(&b, &a) && !other.SortCompare(&b, &b));
 }

@@ -1,7 +1,7 @@
 // Processes of a test's own, for what may happen in one only once or would end the tests.
 #pragma once
 
-#include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -41,6 +41,17 @@ inline bool BecomeOrdinaryUser()
 {
     return geteuid() != 0
         || (setgroups(0, nullptr) == 0 && setgid(65534) == 0 && setuid(65534) == 0);
+}
+
+// What a process says on standard error that does this; what fails in it fails here.
+template <typename Action>
+std::string ErrorsOfChild(Action action)
+{
+    const auto run = [&] {
+        action();
+        return testing::Test::HasFailure() ? 1 : 0;
+    };
+    return ErrorsOf([&] { EXPECT_EQ(InChild(run), 0); });
 }
 
 // Whether this user may mount something in a process's own name space.

@@ -25,3 +25,18 @@
 #include <tuple>
 #include <unistd.h>
 #include <vector>
+
+// What is said on standard error meanwhile.
+template <class Action>
+std::string ErrorsOf(Action action)
+{
+    testing::internal::CaptureStderr();
+    action();
+    return testing::internal::GetCapturedStderr();
+}
+
+// That all of these answers are the same.
+inline void ExpectAll(long expected, const std::vector<long>& answers)
+{
+    EXPECT_EQ(answers, std::vector<long>(answers.size(), expected));
+}

@@ -85,9 +85,7 @@ void MessageAccess::EndUnanswered(BMessage& message)
     if (!delivery || delivery->reply != Reply::kOwed)
         return;
     delivery->reply = Reply::kSent;
-    SendOptions options;
-    // This runs in destructors, which must not wait for room.
-    options.room = SendOptions::Room::kAlways;
+    SendOptions options; // its port was made for this one, so there is room
     options.isReply = true;
     Send(delivery->replyTo, BMessage(B_NO_REPLY), options);
 }

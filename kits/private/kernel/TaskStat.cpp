@@ -1,10 +1,11 @@
 #include "TaskStat.h"
 
+#include "SystemTree.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace kernel {
@@ -27,32 +28,15 @@ bool ParseTaskStat(const char* record, TaskStat& stat)
     return true;
 }
 
-namespace {
-bool ReadRecord(const char* path, TaskStat& stat)
-{
-    const int file = open(path, O_RDONLY | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    // The first 22 fields fit in any case; what is cut off behind them is not needed.
-    char record[512] = "";
-    const ssize_t length = read(file, record, sizeof(record) - 1);
-    close(file);
-    return length > 0 && ParseTaskStat(record, stat);
-}
-} // namespace
-
 bool ReadTaskStat(pid_t tid, TaskStat& stat)
 {
-    char path[48];
-    snprintf(path, sizeof(path), "/proc/self/task/%d/stat", static_cast<int>(tid));
-    return ReadRecord(path, stat);
+    const std::string record = ReadText("/proc/self/task/" + std::to_string(tid) + "/stat");
+    return ParseTaskStat(record.c_str(), stat);
 }
 
 bool ReadProcessStat(pid_t pid, TaskStat& stat)
 {
-    char path[48];
-    snprintf(path, sizeof(path), "/proc/%d/stat", static_cast<int>(pid));
-    return ReadRecord(path, stat);
+    return ParseTaskStat(ReadText("/proc/" + std::to_string(pid) + "/stat").c_str(), stat);
 }
 
 ProcessTag ProcessTag::Of(pid_t pid)

@@ -108,7 +108,7 @@ std::string DesktopOfLine(const std::string& line)
         return "";
     std::string path;
     for (size_t at = start.size(); at < end; at++) {
-        if (line[at] == '\\' && at + 1 < end) // the file is shell text
+        if (line[at] == '\\') // the file is shell text
             at++;
         path += line[at];
     }

@@ -1,11 +1,15 @@
 #include "ApplicationState.h"
 #include "AppRegistry.h"
+#include "NamedSocket.h"
 #include "TestLooper.h"
+#include "tests/support/Child.h"
 
 #include <Application.h>
 #include <Autolock.h>
 #include <Roster.h>
 #include <SingleLaunch.h>
+
+#include <sys/resource.h>
 
 namespace {
 
@@ -101,9 +105,10 @@ TEST_F(ApplicationTest, GetsItsArgumentsIfThereAreAnyThenIsReady)
         BMessage activated(B_APP_ACTIVATED);
         app.PostMessage(&activated); // tells nothing
         activated.AddBool("active", true);
-        // It is ready only once.
-        for (const uint32 what :
-            { B_ABOUT_REQUESTED, B_READY_TO_RUN, B_ARGV_RECEIVED, B_REFS_RECEIVED })
+        BMessage again(B_READY_TO_RUN); // it is so only once
+        again.AddString("argv", "not asked for");
+        app.PostMessage(&again);
+        for (const uint32 what : { B_ABOUT_REQUESTED, B_ARGV_RECEIVED, B_REFS_RECEIVED })
             app.PostMessage(what);
         app.PostMessage(&activated);
         be_app_messenger.SendMessage(1);
@@ -215,6 +220,21 @@ TEST_F(ApplicationTest, WantsAnApplicationTypeAndToBeTheOnlyOne)
     const TestApp app(fLog, 1);
     EXPECT_EQ(StatusOf<BApplication>(kSignature), B_NOT_ALLOWED);
     EXPECT_EQ(be_app, &app);
+    app_info info, other;
+    const char *same = "APPLICATION/X-vnd.test-app", *unknown = "application/x-b", *none = nullptr;
+    ExpectAll(B_OK,
+        { be_roster->GetAppInfo(same, &info), be_roster->GetRunningAppInfo(getpid(), &other),
+            StatusOf<BMessenger>(same, -1), StatusOf<BMessenger>(same, getpid()) });
+    EXPECT_TRUE(info.team == getpid() && info.signature == std::string(other.signature)
+        && info.thread == find_thread(nullptr) && BMessenger(same).IsValid()
+        && AppRegistry::Instance().LooperOfPort(info.port).looper == &app);
+    ExpectAll(
+        B_ERROR, { be_roster->GetAppInfo(unknown, &info), be_roster->GetRunningAppInfo(1, &info) });
+    ExpectAll(B_BAD_VALUE,
+        { be_roster->GetAppInfo(none, &info), be_roster->GetAppInfo(same, nullptr),
+            be_roster->GetRunningAppInfo(getpid(), nullptr), StatusOf<BMessenger>(none, -1),
+            StatusOf<BMessenger>(unknown, -1) });
+    EXPECT_EQ(StatusOf<BMessenger>(same, 1), B_MISMATCHED_VALUES);
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     EXPECT_EXIT(BApplication(nullptr), testing::ExitedWithCode(1), "^Bad signature <>\n");
     EXPECT_EXIT(BApplication("application/x-b"), testing::ExitedWithCode(1),
@@ -249,4 +269,50 @@ TEST_F(ApplicationTest, GetsTheArgumentsOfLaterStartsOnItsDisplay)
     });
     app.Run();
     EXPECT_EQ(fLog.Now(), (Entries { "ready", "argv 3 prog  -a", "argv 2 prog " + large }));
+}
+
+TEST(SingleLaunch, AnotherUsersProgramInItsPlaceIsToldNothing)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can be two users";
+    const std::string name = "tarvex-test-" + std::to_string(getpid());
+    setenv("DISPLAY", "a.b:7.1", 1);
+    int ready[2], done[2];
+    ASSERT_EQ(pipe(ready) + pipe(done), 0);
+    const pid_t stranger = StartChild([&] {
+        const int listener = BecomeOrdinaryUser() ? kernel::ListenAs(name + "-0-a.b:7") : -1;
+        char byte = listener >= 0 ? 'r' : 'n';
+        if (write(ready[1], &byte, 1) != 1 || read(done[0], &byte, 1) != 1)
+            return 2;
+        const int connection = accept(listener, nullptr, nullptr);
+        return connection >= 0 && recv(connection, &byte, 1, 0) == 0 ? 0 : 1;
+    });
+    char byte = 0;
+    ASSERT_EQ(read(ready[0], &byte, 1), 1);
+    EXPECT_EQ(byte, 'r');
+    BSingleLaunch launch(name.c_str());
+    EXPECT_EQ(launch.Claim(false), B_BUSY);
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(launch.Claim(true), B_ERROR); }),
+        "Another user's program stands where later starts are told of\n");
+    ASSERT_EQ(write(done[1], &byte, 1), 1);
+    EXPECT_EQ(EndOf(stranger), 0);
+    EXPECT_EQ(launch.Claim(true), B_OK) << "its end frees the place";
+}
+
+TEST(SingleLaunch, ThatCannotServeIsInNobodysWay)
+{
+    const std::string name = "tarvex-test-" + std::to_string(getpid());
+    EXPECT_EQ(ErrorsOfChild([&] {
+        BSingleLaunch launch(name.c_str());
+        EXPECT_EQ(launch.Claim(false), B_OK);
+        rlimit files {};
+        getrlimit(RLIMIT_NOFILE, &files);
+        const rlimit none { 0, files.rlim_max };
+        setrlimit(RLIMIT_NOFILE, &none);
+        launch.Serve();
+        launch.Serve(); // nothing then
+        setrlimit(RLIMIT_NOFILE, &files);
+        EXPECT_EQ(BSingleLaunch(name.c_str()).Claim(false), B_OK);
+    }),
+        "Cannot start thread <later starts>\n");
 }

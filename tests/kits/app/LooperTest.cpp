@@ -45,9 +45,7 @@ TEST(Looper, QuitFromOutsideHandlesWhatWaitsAndAsksNobody)
     for (uint32 i = 0; i < 3; ++i)
         messenger.SendMessage(i); // the port is full
     looper->Run();
-    testing::internal::CaptureStderr();
-    looper->Quit(); // locks by itself then, and says so
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Looper <test> quit without being locked\n");
+    EXPECT_EQ(ErrorsOf([&] { looper->Quit(); }), "Looper <test> quit without being locked\n");
     EXPECT_EQ(log.Now(), (Entries { "0", "1", "2" }));
     EXPECT_FALSE(messenger.IsValid());
 }

@@ -13,12 +13,10 @@ namespace {
 template <typename A, typename B>
 bool Same(const A& a, const B& b)
 {
-    return a == b;
-}
-
-bool Same(const char* a, const char* b)
-{
-    return strcmp(a, b) == 0;
+    if constexpr (std::is_same_v<B, const char*>)
+        return strcmp(a, b) == 0;
+    else
+        return a == b;
 }
 
 bool Same(const entry_ref* a, const entry_ref& b)

@@ -36,6 +36,7 @@ TEST(Messenger, TellsThatItsHandlerOrItsLooperHasGone)
     QuitNow(looper);
     EXPECT_EQ(messenger.SendMessage(1), B_BAD_PORT_ID);
     EXPECT_EQ(messenger.LockTargetWithTimeout(0), B_BAD_PORT_ID);
+    EXPECT_EQ(StatusOf<BMessenger>(kNobody, looper), B_BAD_VALUE);
 }
 
 TEST(Messenger, WaitsForRoomAsLongAsItIsTold)

@@ -21,12 +21,6 @@ private:
     const Action fAction;
 };
 
-// That all of these answers are the same.
-inline void ExpectAll(status_t expected, const std::vector<status_t>& answers)
-{
-    EXPECT_EQ(answers, std::vector<status_t>(answers.size(), expected));
-}
-
 // What the constructor of an object tells.
 template <typename T, typename... Arguments>
 status_t StatusOf(Arguments... arguments)
@@ -68,24 +62,20 @@ inline void AwaitWaiting(thread_id thread)
 class KitThread {
 public:
     explicit KitThread(std::function<void()> body)
-        : fBody(std::move(body)), fThread(spawn_thread(Enter, "test", B_NORMAL_PRIORITY, this))
+        : fBody(std::move(body)), fThread(spawn_thread(Enter, "test", B_NORMAL_PRIORITY, &fBody))
     {
         resume_thread(fThread);
     }
     ~KitThread() { Wait(); }
-    void Wait() const
-    {
-        status_t value = B_OK;
-        wait_for_thread(fThread, &value);
-    }
+    void Wait() const { wait_for_thread(fThread, nullptr); }
     thread_id Id() const { return fThread; }
 
 private:
-    static int32 Enter(void* self)
+    static int32 Enter(void* body)
     {
-        static_cast<KitThread*>(self)->fBody();
+        (*static_cast<const std::function<void()>*>(body))();
         return B_OK;
     }
-    const std::function<void()> fBody;
+    std::function<void()> fBody;
     const thread_id fThread;
 };

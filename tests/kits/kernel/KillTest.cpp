@@ -89,8 +89,7 @@ TEST(Kill, EndsAThreadWhereverItIsAndUnwindsItUnderLoad)
         EXPECT_EQ(wait_for_thread(thread, &value), B_OK);
         EXPECT_EQ(value, B_INTERRUPTED);
     }
-    for (const thread_id thread : loads)
-        EXPECT_EQ(kill_thread(thread), B_OK);
+    ExpectAll(B_OK, { kill_thread(loads[0]), kill_thread(loads[1]) });
 }
 
 TEST(Kill, EveryCallIsAPlaceToEnd)

@@ -3,8 +3,6 @@
 
 #include <MachineRun.h>
 
-#include <regex>
-
 TEST(MachineRun, BelongsToOneProcessUntilThatEndsInAnyWay)
 {
     const std::string name = "tarvex-test-" + std::to_string(getpid());

@@ -7,8 +7,6 @@
 #include <RunWarnings.h>
 #include <ThreadMoment.h>
 
-#include <regex>
-
 namespace {
 using ::Text;
 
@@ -93,8 +91,6 @@ Facts ReadFacts()
     memset(&info, 'x', sizeof info);
     EXPECT_EQ(get_system_info(&info), B_OK);
     const auto& times = info.cpu_infos;
-    std::ostringstream type;
-    type << std::hex << info.cpu_type;
     Facts facts = {
         { "active", Line(times[0].active_time, times[1].active_time, times[7].active_time) },
         { "asleep", Line(state.asleep, state.sleeps) },
@@ -116,7 +112,7 @@ Facts ReadFacts()
         { "release", Text(details.kernelRelease) },
         { "temperature", Text(state.temperature) },
         { "throttles of 3", Text(moment.throttles) },
-        { "type", Line(type.str(), info.cpu_revision, info.platform_type) },
+        { "type", Line(Hex(info.cpu_type), info.cpu_revision, info.platform_type) },
         { "version", Text(details.kernelVersion) },
         { "virtual", Text(details.virtualMachine) },
         { "waited", Text(moment.waited) },

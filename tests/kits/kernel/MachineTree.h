@@ -4,7 +4,6 @@
 #include "tests/support/Test.h"
 
 #include <optional>
-#include <sstream>
 
 // A folder that takes the place of the system's root, gone with the object.
 class MachineTree : public TempFolder {

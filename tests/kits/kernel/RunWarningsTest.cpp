@@ -3,8 +3,6 @@
 
 #include <RunWarnings.h>
 
-#include <sstream>
-
 namespace {
 // "id: text" of each, a line each.
 std::string Lines(const std::vector<RunWarning>& warnings)

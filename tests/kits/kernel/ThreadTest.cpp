@@ -109,10 +109,9 @@ TEST(Thread, WhatIsNotAThreadIsRefusedButAnEndedOnesValueIsKeptForTheFirst)
     for (const thread_id id : { thread, static_cast<thread_id>(0), static_cast<thread_id>(-1),
              static_cast<thread_id>(1 << 30) }) {
         thread_info info;
-        for (const status_t status :
+        ExpectAll(B_BAD_THREAD_ID,
             { get_thread_info(id, &info), resume_thread(id), suspend_thread(id), kill_thread(id),
-                set_thread_priority(id, 10), rename_thread(id, "x") })
-            EXPECT_EQ(status, B_BAD_THREAD_ID);
+                set_thread_priority(id, 10), rename_thread(id, "x") });
     }
     EXPECT_EQ(find_thread("short"), B_NAME_NOT_FOUND);
     status_t value = 0;
@@ -181,7 +180,7 @@ TEST(Thread, PriorityIsANiceValueAsFarAsTheUserMayHaveIt)
     for (const auto& [column, most] : limits) {
         const auto check = [&, column = column, limit = rlimit { most, most }] {
             if (getpriority(PRIO_PROCESS, 0) != 0 || setrlimit(RLIMIT_NICE, &limit) != 0)
-                return 0; // not at this nice value, or not this user
+                return; // not at this nice value, or not this user
             EXPECT_TRUE(BecomeOrdinaryUser());
             for (const Row& row : rows) {
                 const int32 priority = std::stoi(row[0]);
@@ -193,9 +192,8 @@ TEST(Thread, PriorityIsANiceValueAsFarAsTheUserMayHaveIt)
                 EXPECT_EQ(wait_for_thread(thread, &nice), B_OK);
                 EXPECT_EQ(std::to_string(nice), row[column]) << priority;
             }
-            return HasFailure() ? 1 : 0;
         };
-        EXPECT_EQ(InChild(check), 0) << most;
+        EXPECT_EQ(ErrorsOfChild(check), "") << most;
     }
 }
 

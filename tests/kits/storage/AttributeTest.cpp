@@ -31,19 +31,12 @@ TEST(Attribute, AWriteReplacesAtZeroAndExtendsElsewhere)
     const std::string path = TestHome() / "file";
     WriteFile(path, "contents");
     BNode node(path.c_str());
-    const std::tuple<off_t, std::string, type_code, std::string> rows[] = {
-        { 0, "abcdef", B_STRING_TYPE, "abcdef" },
-        { 5, "Zz", B_RAW_TYPE, "abcdeZz" },
-        { 1, "BC", B_STRING_TYPE, "aBCdeZz" }, // in place, also at the end
-        { 4, "XYZ", B_RAW_TYPE, "aBCdXYZ" },
-        { 9, "!", B_INT8_TYPE, std::string("aBCdXYZ\0\0!", 10) },
-        { 0, "", B_INT32_TYPE, "" },
-        { 3, "end", B_STRING_TYPE, std::string("\0\0\0end", 6) },
-        { 0, "short", B_STRING_TYPE, "short" },
-    };
-    for (const auto& [offset, bytes, type, value] : rows) {
-        EXPECT_EQ(node.WriteAttr("a", type, offset, bytes.data(), bytes.size()), bytes.size());
-        EXPECT_EQ(Attribute(path, "a"), value);
+    for (const Row& row : RowsOf("kits/storage/data/attribute-writes.txt", 4)) {
+        const auto type = static_cast<type_code>(std::stoul(row[2]));
+        const ssize_t written =
+            node.WriteAttr("a", type, std::stol(row[0]), row[1].data(), row[1].size());
+        EXPECT_EQ(written, row[1].size());
+        EXPECT_EQ(Attribute(path, "a"), row[3]);
         attr_info info;
         EXPECT_EQ(node.GetAttrInfo("a", &info), B_OK);
         EXPECT_EQ(info.type, type);
@@ -77,32 +70,29 @@ TEST(Attribute, BelongsToTheFileAndNotToTheNextOneAtItsPath)
     }
 }
 
-TEST(Attribute, GoesFromTheStoreWithItsFileOrFolder)
+// What the store holds for a question.
+std::string InStore(const std::string& question)
 {
-    const TempFolder in;
-    Shell(in, "mkdir folder; touch file; ln file other");
-    for (const char* name : { "folder", "file", "other" }) {
-        EXPECT_EQ(SetAttribute(in / name, "doomed", "x"), 1);
-        EXPECT_EQ(BEntry((in / name).c_str()).Remove(), B_OK);
-        EXPECT_EQ(Sql(TestHome() / "data/tarvex/attributes.sqlite",
-                      "SELECT count(*) FROM attributes WHERE name = CAST('doomed' AS BLOB)"),
-            *name == 'f' && name[1] == 'i' ? "1 " : "0 "); // it has another name
-    }
+    return Sql(TestHome() / "data/tarvex/attributes.sqlite", "SELECT " + question);
 }
 
-TEST(Attribute, GoesAlongWithAFolderAndItsOldPlaceIsFree)
+TEST(Attribute, GoesFromTheStoreWithItsFileAndAlongWithItsFolder)
 {
     const TempFolder in;
-    Shell(in, "mkdir folder 'folder!' && touch folder/x 'folder!/x'"); // "!" sorts before "/"
+    Shell(in, "mkdir folder 'folder!' && touch folder/x 'folder!/x' file"); // "!" sorts before "/"
+    Shell(in, "mkdir empty; ln file other");
+    for (const char* name : { "empty", "file", "other" }) {
+        EXPECT_EQ(SetAttribute(in / name, "doomed", "x"), 1);
+        EXPECT_EQ(BEntry((in / name).c_str()).Remove(), B_OK);
+        EXPECT_EQ(InStore("count(*) FROM attributes WHERE name = CAST('doomed' AS BLOB)"),
+            *name == 'f' ? "1 " : "0 "); // it has another name
+    }
     for (const std::string folder : { "folder", "folder!" })
         EXPECT_GT(SetAttribute(in / (folder + "/x"), "a", folder), 0);
     BEntry entry((in / "folder").c_str());
     EXPECT_EQ(entry.Rename("folder!"), B_FILE_EXISTS);
     EXPECT_EQ(entry.Rename("moved"), B_OK);
-    const std::string here = "path = CAST('" + in / "moved/x" + "' AS BLOB)";
-    EXPECT_EQ(
-        Sql(TestHome() / "data/tarvex/attributes.sqlite", "SELECT 1 FROM files WHERE " + here),
-        "1 ");
+    EXPECT_EQ(InStore("1 FROM files WHERE path = CAST('" + in / "moved/x" + "' AS BLOB)"), "1 ");
     Shell(in, "mkdir folder && touch folder/x");
     EXPECT_EQ(Attribute(in / "folder/x", "a"), "none");
     EXPECT_EQ(SetAttribute(in / "folder/x", "a", "new"), 3);

@@ -66,12 +66,11 @@ TEST(OwnFolder, OfADeadProcessGoesWithTheNextStartAndNothingElseDoes)
     const pid_t alive = StartChild([&] { return Ask(base.Path()).empty() + pause(); });
     EXPECT_TRUE(WaitUntil([&] { return !base.Names().empty(); }));
     const std::string others = ".tarvex-temp-00000000000000";
-    fs::create_directory_symlink(kept.Path(), base / (others + "01"));
-    WriteFile(base / (others + "02"), "text");
-    mkdir((base / (others + "03")).c_str(), 0755);
-    mkdir((base / (others + "04")).c_str(), 0700);
-    mkdir((base / (others + "0x")).c_str(), 0700);
-    const bool isRoot = chown((base / (others + "04")).c_str(), 1, 1) == 0;
+    Shell(base, "ln -s " + kept.Path() + " " + others + "01; echo text > " + others + "02");
+    Shell(base, "mkdir -m 755 " + others + "03; mkdir -m 700 " + others + "04 " + others + "0x");
+    if (chown((base / (others + "04")).c_str(), 1, 1)
+        != 0) // another user's, as far as there is one
+        fs::remove(base / (others + "04"));
     const std::set<std::string> before = base.Names();
     EXPECT_EQ(InChild([&] {
         fs::create_directory_symlink(kept.Path(), Ask(base.Path()) + "/link");
@@ -79,15 +78,10 @@ TEST(OwnFolder, OfADeadProcessGoesWithTheNextStartAndNothingElseDoes)
     }),
         -SIGKILL);
     EXPECT_EQ(base.Names().size(), before.size() + 1);
-    if (!isRoot)
-        fs::remove(base / (others + "04"));
     const std::string start = "TMPDIR=" + base.Path() + " "
         + fs::read_symlink("/proc/self/exe").string() + " --gtest_list_tests >/dev/null";
     EXPECT_EQ(system(start.c_str()), 0);
-    std::set<std::string> after = before;
-    if (!isRoot)
-        after.erase(others + "04");
-    EXPECT_EQ(base.Names(), after);
+    EXPECT_EQ(base.Names(), before);
     EXPECT_EQ(ReadFile(kept / "file"), "kept");
     kill(alive, SIGKILL);
     EndOf(alive);
@@ -107,15 +101,11 @@ TEST(OwnFolder, IsMadeNowhereElseWhereItCannotBeMade)
     };
     for (const auto& [name, error, why] : rows) {
         const std::string base = folder / name;
-        testing::internal::CaptureStderr();
-        EXPECT_EQ(InChild([&, status = error] {
+        EXPECT_EQ(ErrorsOfChild([&, status = error] {
             const fs::path path = Ask(base, status);
             EXPECT_EQ(path.parent_path(), base);
-            EXPECT_FALSE(fs::exists(path));
-            return testing::Test::HasFailure() ? 1 : 0;
+            EXPECT_FALSE(fs::exists(path) || fs::exists(Ask(base, status))); // told once
         }),
-            0);
-        EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "No temporary folder below <" + base + ">: " + why + "\n");
     }
     EXPECT_EQ(InChild([] { return Ask("relative").starts_with("/tmp/") ? raise(SIGTERM) : 1; }),

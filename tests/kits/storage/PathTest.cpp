@@ -40,6 +40,8 @@ TEST(Path, IsTakenAsGivenOrNormalizedWhereItMustBe)
     EXPECT_TRUE(relative == "./some_file");
     EXPECT_EQ(relative.Append(relative.Leaf()), B_OK); // its own text
     EXPECT_EQ(TextOf(relative), fs::current_path() / "some_file/some_file");
+    const BDirectory none;
+    EXPECT_TRUE(relative.SetTo(&none) == B_NO_INIT && relative == BPath());
 }
 
 TEST(FindDirectory, EveryConstantHasAPlaceAndTheUsersFollowTheXdgFolders)

@@ -2,11 +2,11 @@
 #include "StoreAccess.h"
 #include "TestHome.h"
 #include "tests/support/Child.h"
+#include "tests/support/Rows.h"
 
 #include <fcntl.h>
 #include <sys/statfs.h>
 #include <sys/sysmacros.h>
-#include <tuple>
 
 namespace fs = std::filesystem;
 
@@ -47,19 +47,14 @@ TEST(Store, TellsFilesApartByDeviceInodeAndBirthAndKnowsAProgramThatTookItsOwnPl
     const NodeIdentity program { "/nowhere/p", 18, 4711, 1, true, 5, 5 };
     for (const NodeIdentity& known : { file, program })
         ASSERT_EQ(store.WriteAttribute(known, "a", 'RAWT', 0, "mine"), 4);
-    const std::tuple<const char*, NodeIdentity, const char*> rows[] = {
-        { "born at a time that is not told", { "/nowhere/a", 17, 0, 1, false, 5, 5 }, "mine" },
-        { "its disk has another number now", { "/nowhere/a", 17, 4711, 1, false, 6, 6 }, "mine" },
-        { "moved", { "/nowhere/b", 17, 4711, 1, false, 5, 5 }, "mine" },
-        { "of another disk", { "/nowhere/c", 17, 4711, 1, false, 6, 6 }, "none" },
-        { "made anew", { "/nowhere/d", 17, 4712, 1, false, 5, 5 }, "none" },
-        { "a program made anew, not of ours", { "/nowhere/p", 9, 4712, 1, false, 5, 5 }, "none" },
-        { "our program made anew", { "/nowhere/p", 9, 4712, 1, true, 5, 5 }, "mine" },
-        { "another at its place", { "/nowhere/a", 16, 4711, 1, false, 5, 5 }, "none" },
-        { "another program at its place", { "/nowhere/a", 16, 4712, 1, true, 5, 5 }, "none" },
-    };
-    for (const auto& [name, other, value] : rows)
-        EXPECT_EQ(ReadFor(store, other), value) << name;
+    for (const Row& row : RowsOf("kits/storage/data/known-files.txt", 7)) {
+        const auto number = [&](size_t i) { return std::stoul(row[i]); };
+        EXPECT_EQ(ReadFor(store,
+                      { row[1], number(2), std::stol(row[3]), 1, row[4] == "yes", std::stol(row[5]),
+                          number(5) }),
+            row[6])
+            << row[0];
+    }
     // The number of an inode belongs to the later file; of one born at no time nothing follows.
     for (const auto& [birth, left] :
         { std::pair(0, "mine mine other "), { 4713, "mine other " } }) {
@@ -68,6 +63,15 @@ TEST(Store, TellsFilesApartByDeviceInodeAndBirthAndKnowsAProgramThatTookItsOwnPl
         store.Close();
         EXPECT_EQ(Sql(folder / "store", "SELECT data FROM attributes ORDER BY data"), left);
     }
+    // Another name of a file is the file, but not where the same disk is there twice.
+    NodeIdentity real;
+    WriteFile(folder / "real", "");
+    ASSERT_EQ(IdentifyNode(AT_FDCWD, folder / "real", &real), B_OK);
+    EXPECT_EQ(store.WriteAttribute(real, "a", 'RAWT', 0, "its"), 3);
+    real.path = "/nowhere/real";
+    EXPECT_EQ(ReadFor(store, real), "its");
+    real.mount++;
+    EXPECT_EQ(ReadFor(store, real), "none");
 }
 
 TEST(Store, IdentifiesWhatANameOrADescriptorStandsForAndOpensNothing)

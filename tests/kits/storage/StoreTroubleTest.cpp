@@ -1,6 +1,7 @@
 #include "StoreAccess.h"
 #include "TestHome.h"
 #include "tests/support/Child.h"
+#include "tests/support/Rows.h"
 
 namespace fs = std::filesystem;
 
@@ -16,22 +17,13 @@ void MakeStore(const std::string& path)
 
 TEST(StoreTrouble, ADamagedStoreIsSetAsideWithALineAndTheNextWriteMakesANewOne)
 {
-    for (const std::string damage : { "yes junk | head -c 9000 > store", "truncate -s 6000 store",
-             "yes junk | head -c 120000 | dd of=store bs=4096 seek=1 conv=notrunc status=none",
-             "sed -i s/PRIMARY.KEY/PRIMARY_KEY/ store", // no file has a number then
-             // Of a version before the first, or another than its tables are.
-             "printf '\\200\\0\\0\\3' | dd of=store bs=1 seek=60 conv=notrunc status=none",
-             "printf '\\0\\0\\0\\1' | dd of=store bs=1 seek=60 conv=notrunc status=none",
-             "truncate -s 0 store", "rm store" }) { // another program's takes its place
-        SCOPED_TRACE(damage);
+    for (const Row& row : RowsOf("kits/storage/data/store-damages.txt", 3)) {
+        SCOPED_TRACE(row[0]);
         const TempFolder folder;
         const std::string path = folder / "store";
         MakeStore(path);
-        Shell(folder, damage);
-        if (damage == "truncate -s 0 store")
-            Sql(path, "PRAGMA user_version = -5");
-        if (damage == "rm store")
-            Sql(path, "CREATE TABLE theirs (a)");
+        Shell(folder, row[1]);
+        Sql(path, row[2]);
         const std::string before = ReadFile(path);
         testing::internal::CaptureStderr();
         Store store(path);
@@ -65,27 +57,18 @@ TEST(StoreTrouble, AnOlderStoreIsBroughtUpToDateAndALaterOneLeftAlone)
     }
     Sql(path, "PRAGMA user_version = 4");
     const std::string before = ReadFile(path);
-    testing::internal::CaptureStderr();
-    Store store(path);
-    EXPECT_EQ(Read(store, "kept"), std::to_string(B_UNSUPPORTED));
-    EXPECT_EQ(Write(store, "kept", "lost"), B_UNSUPPORTED);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    const auto use = [&] {
+        Store store(path);
+        EXPECT_EQ(Read(store, "kept"), std::to_string(B_UNSUPPORTED));
+        EXPECT_EQ(Write(store, "kept", "lost"), B_UNSUPPORTED);
+    };
+    EXPECT_EQ(ErrorsOf(use),
         "Error using the attribute store <" + path
             + ">: it is of version 4, this program knows 3\n");
     EXPECT_EQ(ReadFile(path), before);
-}
-
-// What is said on standard error by a process that does this with rights or mounts of its own.
-template <typename Action>
-std::string SaidInChild(Action action)
-{
-    testing::internal::CaptureStderr();
-    const auto run = [&] {
-        action();
-        return testing::Test::HasFailure() ? 1 : 0;
-    };
-    EXPECT_EQ(InChild(run), 0);
-    return testing::internal::GetCapturedStderr();
+    const std::string nowhere = path + "/store";
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_LT(Write(*std::make_unique<Store>(nowhere), "a", "x"), 0); }),
+        "Error using the attribute store <" + nowhere + ">: its folder cannot be made\n");
 }
 
 TEST(StoreTrouble, AStoreWithoutRightsToWriteIsReadAndAWriteSaysWhy)
@@ -94,7 +77,7 @@ TEST(StoreTrouble, AStoreWithoutRightsToWriteIsReadAndAWriteSaysWhy)
     const std::string path = folder / "a%20?#/store";
     MakeStore(path);
     Shell(folder, "chmod 444 a*/store && chmod 555 a* && chmod 755 .");
-    const std::string said = SaidInChild([&] {
+    const std::string said = ErrorsOfChild([&] {
         EXPECT_TRUE(BecomeOrdinaryUser());
         Store store(path);
         EXPECT_EQ(Read(store, "kept"), "value");
@@ -113,7 +96,7 @@ TEST(StoreTrouble, AFullDiskLosesNothingAndTheStoreWorksOnceThereIsRoom)
     Shell(folder, "mkdir disk");
     if (!CanMount())
         GTEST_SKIP() << "No disk can be mounted here";
-    const std::string said = SaidInChild([&] {
+    const std::string said = ErrorsOfChild([&] {
         ASSERT_TRUE(TakeOwnMounts());
         ASSERT_EQ(mount("", (folder / "disk").c_str(), "tmpfs", 0, "size=1m,mode=777"), 0);
         Store store(path);

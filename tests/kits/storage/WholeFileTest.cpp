@@ -83,13 +83,12 @@ TEST(WholeFile, SaysWhyItCannotBeWrittenAndLeavesAllAsItWas)
         const TempFolder folder;
         Shell(folder, "chmod 777 . && " + row[1]);
         const std::string before = Contents(folder);
-        const auto asUser = [&] {
+        EXPECT_EQ(ErrorsOfChild([&] {
             EXPECT_TRUE(BecomeOrdinaryUser());
             EXPECT_EQ(WholeFile::WhyNot((folder / row[2]).c_str()), row[3]);
             EXPECT_EQ(Put(folder / row[2]), row[3]);
-            return HasFailure() ? 1 : 0;
-        };
-        EXPECT_EQ(InChild(asUser), 0);
+        }),
+            "");
         EXPECT_EQ(Contents(folder), before);
     }
 }
@@ -108,15 +107,14 @@ TEST(WholeFile, LeavesNothingWhenTheDiskIsFullOrTheProgramKilled)
     EXPECT_EQ(Contents(folder), "f old");
     if (!CanMount())
         GTEST_SKIP() << "No disk can be mounted here";
-    const auto full = [&] {
+    EXPECT_EQ(ErrorsOfChild([&] {
         EXPECT_TRUE(TakeOwnMounts());
         EXPECT_EQ(mount("", folder.Path().c_str(), "tmpfs", 0, "size=64k"), 0);
         WriteFile(folder / "f", "old");
         EXPECT_EQ(Put(folder / "f", std::string(65'000, 'x')), strerror(ENOSPC));
         EXPECT_EQ(Contents(folder), "f old");
-        return HasFailure() ? 1 : 0;
-    };
-    EXPECT_EQ(InChild(full), 0);
+    }),
+        "");
 }
 
 TEST(WholeFile, WritesToPipesDevicesAndStandardOutputAsTheyAre)
@@ -142,9 +140,8 @@ TEST(WholeFile, WritesToPipesDevicesAndStandardOutputAsTheyAre)
     };
     EXPECT_EQ(InChild(printing), 0);
     EXPECT_EQ(ReadFile(folder / "f"), "first new last");
-    if (mknod((folder / "full").c_str(), S_IFCHR | 0600, makedev(1, 7)) == 0) {
-        EXPECT_EQ(Put(folder / "full"), strerror(ENOSPC));
-    }
+    EXPECT_TRUE(mknod((folder / "full").c_str(), S_IFCHR | 0600, makedev(1, 7)) != 0
+        || Put(folder / "full") == strerror(ENOSPC));
 }
 
 } // namespace

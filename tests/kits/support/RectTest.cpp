@@ -3,8 +3,6 @@
 
 #include <Rect.h>
 
-#include <sstream>
-
 // Up to four numbers; those that are missing are 0.
 static BRect RectOf(const std::string& text)
 {
