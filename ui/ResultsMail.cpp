@@ -18,7 +18,6 @@
 #include <TextView.h>
 #include <WholeFile.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <unistd.h>
@@ -176,8 +175,7 @@ std::string SavedText(const char* path, const Package& package)
     if (package.packed == Packed::kNot)
         return text + "not packed: " + package.why + ")";
     text += package.nbrFiles == 1 ? "1 file" : std::to_string(package.nbrFiles) + " files";
-    // What was begun counts, as nothing is 0 KB.
-    text += ", " + std::to_string((std::max<off_t>(SizeOf(path), 1) + 1023) / 1024) + " KB";
+    text += ", " + std::to_string((SizeOf(path) + 1023) / 1024) + " KB"; // what was begun counts
     return text + (package.packed == Packed::kZip ? ")" : ", not compressed: " + package.why + ")");
 }
 
