@@ -324,9 +324,8 @@ void TarvexWin::StatusChange(BMessage* message)
 // Only when a group begins: whatever moved in between would be measured too.
 void TarvexWin::ShowProgress()
 {
-    const int seconds = static_cast<int>(std::ceil(progress.SecondsLeft()));
-    char left[32];
-    snprintf(left, sizeof left, "%d:%02d left", seconds / 60, seconds % 60);
+    LibString left = MinutesText(static_cast<int32>(std::ceil(progress.SecondsLeft())));
+    left.Concat(" left");
     progressBar->SetToolTip(left);
     progressBar->Update(static_cast<float>(progress.Share()) - progressBar->CurrentValue());
 }
