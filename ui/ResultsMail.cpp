@@ -185,7 +185,7 @@ Package PackResults(BPath& saved, GetSysDeviceWin* devices)
     zip.Concat(kZipEnding);
     // First: nothing is begun that has no place to go.
     if (!IsFree(zip))
-        return { Packed::kNot, 0, std::string(BPath(zip).Leaf()) + " is in the way" };
+        return { .why = std::string(BPath(zip).Leaf()) + " is in the way" };
     const bool isShown = MakeFolder();
     if (isShown && !Fill(kFolder, saved.Path(), devices))
         Fail(kFolder);
@@ -195,9 +195,9 @@ Package PackResults(BPath& saved, GetSysDeviceWin* devices)
     if (isShown)
         LibUnlink(kFolder);
     if (nbrFiles <= 0)
-        return { Packed::kNot, 0, "the archive could not be made" };
+        return { .why = "the archive could not be made" };
     if (!ReplaceBy(archive.Path(), saved.Path()))
-        return { Packed::kNot, 0, "the archive could not be written" };
+        return { .why = "the archive could not be written" };
     const Packed packed = Compress(saved, zip);
     return { packed, nbrFiles, packed == Packed::kNoZip ? "there is no zip" : "zip failed" };
 }

@@ -196,10 +196,9 @@ int32 TarvexWin::CountSelected()
     const BAutolock lock(this);
     if (!lock.IsLocked())
         return 0;
-    int32 count = 0;
-    for (size_t group = 0; group < kNbrTestGroups; group++)
-        count += IsSelected(group) ? 1 : 0;
-    return count;
+    const RunEstimate estimate = Estimate();
+    return static_cast<int32>(
+        std::count(std::begin(estimate.selected), std::end(estimate.selected), true));
 }
 
 bool TarvexWin::IsSelected(size_t group) const
