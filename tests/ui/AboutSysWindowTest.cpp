@@ -42,7 +42,7 @@ TEST(AboutSysWindow, TellsInTipsWhatTheMachineIsAndWhatItsDevicesWereCalled)
                                 "2048.0 GB of memory\nLinux 6.1";
     LibString version;
     LibGetOSVersion(version);
-    const std::map<std::string, std::string> with { { "MACHINE", machine },
+    std::map<std::string, std::string> with { { "MACHINE", machine },
         { "DEVICES", devices + "and 2 more" }, { "VERSION", version.operator const char*() } };
     for (const char* page : { "ui/SystemMachine", "ui/SystemScreen", "ui/SystemCpu" }) {
         EXPECT_TRUE(screen::ShowsTree("About BeOS System", page, with));
@@ -55,9 +55,8 @@ TEST(AboutSysWindow, TellsInTipsWhatTheMachineIsAndWhatItsDevicesWereCalled)
     for (const char* number : { "30", "31" })
         std::filesystem::remove_all((tree / "sys/bus/pci/devices/0000:") + number + ":00.0");
     open();
-    EXPECT_TRUE(screen::ShowsTree("About BeOS System", "ui/SystemMachine",
-        { { "MACHINE", machine }, { "DEVICES", devices.substr(0, devices.size() - 1) },
-            { "VERSION", version.operator const char*() } }));
+    with["DEVICES"] = devices.substr(0, devices.size() - 1);
+    EXPECT_TRUE(screen::ShowsTree("About BeOS System", "ui/SystemMachine", with));
     screen::Key("Escape");
     EXPECT_SOON(!screen::Find("tab_view").exists);
     QuitNow(owner);

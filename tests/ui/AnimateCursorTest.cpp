@@ -7,8 +7,6 @@
 
 #include <Application.h>
 
-#include <limits>
-
 namespace {
 
 Log* gShown = nullptr; // the first image byte of each picture
@@ -30,7 +28,6 @@ std::vector<unsigned char> Frame(unsigned char mark)
 TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePeriod)
 {
     const BApplication app("application/x-vnd.Quorvane.CursorTest");
-    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     AnimateCursor cursor("LoadCursor", 3);
     cursor.SetCursor(0, Frame(1).data());
     cursor.SetCursor(2, Frame(3).data());
@@ -45,7 +42,7 @@ TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePerio
     cursor.Run(1e6); // ends at once all the same
     cursor.Quit();
     // The last two are none: it keeps the one before.
-    for (const float period : { 0.0f, 0.005f, -1.0f, kNan }) {
+    for (const float period : { 0.0f, 0.005f, -1.0f, NAN }) {
         Log shown;
         gShown = &shown;
         const bigtime_t start = system_time();

@@ -38,17 +38,17 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
     screen::ResizeWindow("Results", BPoint(99, 99)); // as small as it can be
     EXPECT_TRUE(screen::ShowsTree(
         "Results", "ui/Results", { { "MACHINE", LibMachineText(ReadMachineDetails()) } }));
-    // What is too wide keeps its distance from the next column.
     const BPoint row = Find("list").frame.LeftTop();
-    for (const float column : { 190, 400 })
-        EXPECT_EQ(
-            screen::ContrastIn(BRect(row + BPoint(column - 4, 0), row + BPoint(column - 1, 12))), 0)
-            << column;
-    // Without descenders letters end above the base line.
-    const auto contrastAt = [&](float y) {
-        return screen::ContrastIn(BRect(row + BPoint(5, y), row + BPoint(180, y)));
+    const auto contrast = [&](float left, float top, float right, float bottom) {
+        return screen::ContrastIn(BRect(row + BPoint(left, top), row + BPoint(right, bottom)));
     };
-    EXPECT_TRUE(contrastAt(9) > 0 && contrastAt(10) + contrastAt(11) + contrastAt(12) == 0);
+    for (const float column : { 5, 190, 290, 345, 400 })
+        EXPECT_GT(contrast(column + 12, 13, column + 20, 25), 0) << column;
+    // What is too wide keeps its distance from the next column.
+    EXPECT_EQ(contrast(186, 0, 189, 12) + contrast(396, 0, 399, 12), 0);
+    // Without descenders letters end above the base line.
+    EXPECT_GT(contrast(5, 9, 180, 9), 0);
+    EXPECT_EQ(contrast(5, 10, 180, 12), 0);
     BMessage noFiles;
     WithLock(window, [&] { window->CompareFiles(&noFiles, true); });
     ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
@@ -61,13 +61,15 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
     run.description = "Another one (1-x)";
     WithLock(window, [&] { window->Update(run, false); });
     EXPECT_SOON(screen::Lines("list") == "Memory, KIPS, 200.0, 0.0, 100.0\n");
+    const std::string copied = screen::Copied("text/plain");
     testing::internal::CaptureStderr();
     Follow("ui/Comparing.steps",
-        { { "selected", [](const Row& machine) {
-               EXPECT_SOON(screen::Lines("DrawView").ends_with("\nSelected: " + machine[1] + "\n"));
+        { { "selected", [](const Row& line) {
+               EXPECT_SOON(screen::Lines("DrawView").ends_with("\nSelected: " + line[1] + "\n"));
            } } });
     EXPECT_NE(testing::internal::GetCapturedStderr().find("time 2: 0.000 1: 0.500\n"), rows.npos);
     EXPECT_FALSE(Find("save", "Tarvex Comparisons").exists);
+    EXPECT_EQ(screen::Copied("text/plain"), copied);
     EXPECT_STREQ(WithLock(window, [&] { return window->FindView("bgview")->ToolTip(); }), "")
         << "nobody knows more of that machine";
     screen::ClickAt(row + BPoint(9, 9));
@@ -77,6 +79,32 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
         == run.description.operator const char*()
             + std::string("\nTest    Units  3 CPU  2 CPU  1 CPU\n"
                           "Memory  KIPS   200.0      -  100.0\n"));
+}
+
+TEST(ResultsWin, RowsHaveRoomForEightRates)
+{
+    ResultItem item("A test");
+    for (const int slot : { -1, 0, 7, 8 })
+        item.Rate(slot, 2);
+    EXPECT_EQ(std::tuple(item.Quantity(), item.Rate(0), item.Rate(7)), std::tuple(2, 2, 2));
+    item.Quantity(9);
+    EXPECT_EQ(item.Quantity(), 9);
+}
+
+TEST(ResultsWin, SaysWhatBecameOfAFile)
+{
+    const TempFolder folder;
+    const std::string file = folder / "mine";
+    const std::tuple<size_t, Package, const char*> rows[] = {
+        { 1024, { Packed::kZip, 1, "" }, "1 file, 1 KB" },
+        { 1025, { Packed::kTar, 2, "zip failed" }, "2 files, 2 KB, not compressed: zip failed" },
+        { 1 << 20, { Packed::kNoZip, 2, "none" }, "2 files, 1024 KB, not compressed: none" },
+        { 0, { .why = "why" }, "not packed: why" },
+    };
+    for (const auto& [size, package, text] : rows) {
+        WriteFile(file, std::string(size, 'x'));
+        EXPECT_EQ(SavedText(file.c_str(), package), "Saved: " + file + " (" + text + ")");
+    }
 }
 
 TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
@@ -91,14 +119,16 @@ TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
     ResultsWin* window = new ResultsWin(1);
     window->Update(run, false);
     window->Show();
-    const auto shownDevices = [window] {
-        WithLock(window, [window] { window->KeepUnsaved(); });
-        const std::string kept = ReadFile(DataHome() / "tarvex/unsaved");
-        const size_t start = kept.find("\t3:") + 1; // not in the time of day
-        return kept.substr(start, kept.rfind('\t') - start);
-    };
     Follow("ui/TypedNames.steps",
-        { { "devices", [&](const Row& row) { EXPECT_EQ(shownDevices(), row[1]); } } });
+        {
+            { "compare", [&](const Row&) { WithLock(window, [&] { window->CompareResults(); }); } },
+            { "front",
+                [](const Row& row) { EXPECT_EQ(system(("wmctrl -a " + row[1]).c_str()), 0); } },
+            { "device",
+                [](const Row& row) {
+                    EXPECT_SOON(screen::Lines("DrawView").find(row[1]) != std::string::npos);
+                } },
+        });
 }
 
 TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)

@@ -20,8 +20,6 @@
 #include <Message.h>
 #include <StatusBar.h>
 
-#include <regex>
-
 namespace {
 
 using screen::Find;
@@ -39,6 +37,7 @@ public:
         TarvexWin::MessageReceived(message);
         if (message->what != 'BmkS')
             return;
+        EstimateTime(); // waits for the end
         statuses.push_back(Find("timebox").text + ": " + Find("est_time").text);
         EXPECT_TRUE(Find("progress").exists);
         EXPECT_GE(find_thread("LoadCursor"), 0);
@@ -140,22 +139,14 @@ TEST_F(TarvexWinTest, AsksBeforeASecondRunOnTheMachineWhichTheDefaultDoesNotStar
 {
     BMachineRun other;
     ASSERT_EQ(other.Begin(), B_OK);
-    screen::Click("cpustring");
-    for (const char* const answer : { "Return", "Escape", "" }) {
-        screen::Key("ctrl+t");
-        ASSERT_TRUE(screen::BecomesActive("Another run"));
-        const std::string text = Find("_tv_").text;
-        EXPECT_TRUE(text.starts_with("Another run is under way on this machine, by ")) << text;
-        EXPECT_NE(text.find(" (process " + std::to_string(getpid()) + ") since "), text.npos);
-        if (answer[0]) {
-            screen::Key(answer);
-            ASSERT_TRUE(screen::BecomesActive("Tarvex"));
-            EXPECT_TRUE(TestIsEnabled());
-        } else {
-            EXPECT_TRUE(screen::Click("_b0_", "Another run"));
-            EXPECT_TRUE(screen::BecomesActive("Warning"));
-        }
-    }
+    Follow("ui/SecondRun.steps",
+        { { "told", [](const Row&) {
+               const std::string text = Find("_tv_").text;
+               EXPECT_TRUE(text.starts_with("Another run is under way on this machine, by "))
+                   << text;
+               EXPECT_NE(
+                   text.find(" (process " + std::to_string(getpid()) + ") since "), text.npos);
+           } } });
 }
 
 TEST_F(TarvexWinTest, WithoutAThreadForTheRunTheWindowIsIdleAgain)
@@ -186,6 +177,7 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
     KeepOlderRun();
     Restart();
     Follow("ui/Warned.steps");
+    screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Results", 120));
     EXPECT_LT(find_thread("LoadCursor"), 0);
     EXPECT_EQ(BMachineRun().Begin(), B_OK);
@@ -242,10 +234,7 @@ TEST_F(TarvexWinTest, KeepsTheMachineAwakeAndTellsAnAbsentUserOfTheEnd)
         EXPECT_SOON(!screen::IsActive("Tarvex"));
     };
     EXPECT_FALSE(Find("progress").exists);
-    screen::Click("cpustring");
-    screen::Click("cpumemory");
-    screen::Key("ctrl+t");
-    ASSERT_TRUE(screen::BecomesActive("Warning"));
+    Follow("ui/Warned.steps");
     EXPECT_EQ(session.log.Now(), Entries()) << "nothing runs yet";
     screen::Key("Return");
     ASSERT_SOON(Find("list").exists);
@@ -266,13 +255,13 @@ TEST_F(TarvexWinTest, OffersTheUnsavedResultsOfTheLastStartUntilTheyAreSaved)
     EXPECT_FALSE(IsEnabled("Results"));
     const ThisMachine tree; // without devices, and so without questions about them
     KeepOlderRun();
-    const auto post = [this](const Row&) { window->PostMessage(B_REFS_RECEIVED); };
     const auto showsTime = [](const Row&) {
         const std::string time = ReadFile(DataHome() / "tarvex/unsaved").substr(0, 16);
         EXPECT_TRUE(Shows("status", "Not saved yet: the run of " + time));
     };
     Follow("ui/Unsaved.steps",
-        { { "restart", [this](const Row&) { Restart(); } }, { "no files", post },
+        { { "restart", [this](const Row&) { Restart(); } },
+            { "no files", [this](const Row&) { window->PostMessage(B_REFS_RECEIVED); } },
             { "of the run", showsTime } },
         { { "FOLDER", DataHome().Path() } });
     EXPECT_TRUE(std::filesystem::exists(DataHome() / "mine.zip"));
