@@ -85,7 +85,7 @@ TEST_F(WindowTest, AWindowThatIsShownLateHidesNoneThatCameBefore)
         return other->Frame().LeftTop() == BPoint(left, 60);
     };
     screen::MoveWindow("Main", BPoint(50, 60));
-    EXPECT_SOON(isAt(50 + 418 + 13));
+    EXPECT_SOON(isAt(50 + mainWindow->Frame().Width() + 13));
     screen::ResizeWindow("Main", BPoint(500, 333));
     EXPECT_SOON(isAt(50 + 499 + 13));
     other->Show();
