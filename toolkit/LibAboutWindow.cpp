@@ -28,9 +28,7 @@ LibAboutView::LibAboutView(BRect frame)
     releaseDate = AddLine("rel_date", 60, 75, 12);
 
     company = AddLine("company", 77, 117, 36);
-    BFont bold(be_bold_font);
-    bold.SetSize(36);
-    company->SetFont(&bold);
+    company->SetFont(be_bold_font, B_FONT_FAMILY_AND_STYLE);
     company->SetHighColor(LibOnPanel(kMakerColor));
     company->SetText(kMakerName);
 

@@ -78,7 +78,7 @@ LibString TemporaryPath()
 {
     BPath path;
     LibUniqueName(path, "help");
-    return path.Path();
+    return path.Path() ? path.Path() : ""; // no folder for it
 }
 
 // Never held while a window is locked. Never destroyed: windows may outlive static objects.

@@ -137,19 +137,15 @@ BRect gMainFrame GUARDED_BY(gLock);
 int32 gCascaded GUARDED_BY(gLock) = 0;
 std::map<const LibWindow*, BRect> gShown GUARDED_BY(gLock); // where those are that are in sight
 
-bool IsHelpKey(const BMessage& message)
-{
-    const char* bytes = nullptr;
-    int32 key = 0;
-    int32 modifiers = 0;
-    message.FindString("bytes", &bytes);
-    message.FindInt32("key", &key);
-    message.FindInt32("modifiers", &modifiers);
-    // All function keys have the same byte: the key's number tells which one it was.
-    return bytes && bytes[0] == B_FUNCTION_KEY && key == B_F1_KEY && (modifiers & B_SHIFT_KEY);
-}
-
 } // namespace
+
+// All function keys have the same byte: the key's number tells which one it was.
+bool LibIsShiftedKey(const BMessage* message, int32 wanted)
+{
+    int32 key = 0, modifiers = 0;
+    return message && message->FindInt32("key", &key) == B_OK && key == wanted
+        && message->FindInt32("modifiers", &modifiers) == B_OK && (modifiers & B_SHIFT_KEY);
+}
 
 BRect LibFitInScreen(BRect frame)
 {
@@ -210,7 +206,7 @@ void LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
             PostMessage(B_QUIT_REQUESTED);
             return;
         }
-        if (IsHelpKey(*message))
+        if (LibIsShiftedKey(message, B_F1_KEY))
             return AskForHelp();
     }
     // Not by QuitRequested(): the application asks that when it quits, and must get a yes.

@@ -43,6 +43,9 @@ private:
 // The frame, moved onto the main screen if it does not lie there.
 [[nodiscard]] BRect LibFitInScreen(BRect frame);
 
+// Whether a message that brought a key, or none, is of the function key of this number with Shift.
+[[nodiscard]] bool LibIsShiftedKey(const BMessage* message, int32 key);
+
 // A BWindow that knows where to go on the screen.
 class LibWindow : public BWindow {
 public:

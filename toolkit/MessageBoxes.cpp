@@ -5,7 +5,6 @@
 #include <Autolock.h>
 #include <Messenger.h>
 
-#include <algorithm>
 #include <vector>
 
 namespace {
@@ -50,7 +49,7 @@ int32 LibAnswer(BAlert* alert)
     }
     const int32 answer = alert->Go();
     const BAutolock lock(gLock);
-    gWaiting.erase(std::find(gWaiting.begin(), gWaiting.end(), address));
+    std::erase(gWaiting, address);
     return answer;
 }
 

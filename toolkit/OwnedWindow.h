@@ -88,7 +88,7 @@ public:
     {
         // The address is asked, as a window that has gone would be looked at to lock it.
         const LibTargetLock lock(address);
-        if (!window || !lock.IsLocked())
+        if (!lock.IsLocked())
             return false;
         use(*window);
         return true;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -57,8 +58,7 @@ void AnimateCursor::Quit()
     // Not done by the thread's state alone: one that waits for a moment inside SetCursor() is not
     // running either, and still uses this object.
     status_t value = B_OK;
-    wait_for_thread(thread, &value);
-    thread = -1;
+    wait_for_thread(std::exchange(thread, -1), &value);
     // After the thread's end, else its last frame might stay.
     be_app->SetCursor(B_HAND_CURSOR);
 }
@@ -71,15 +71,11 @@ int32 AnimateCursor::RunLoop(void* self)
 
 void AnimateCursor::LoopCursors()
 {
-    while (running) {
-        for (const auto& frame : frames) {
-            if (!running)
-                return;
-            // A frame begins with its size: 0 is one that was never filled.
-            if (frame[0] != 0)
-                be_app->SetCursor(frame.data());
-            Pause();
-        }
+    for (size_t i = 0; running; i = (i + 1) % frames.size()) {
+        // A frame begins with its size: 0 is one that was never filled.
+        if (frames[i][0] != 0)
+            be_app->SetCursor(frames[i].data());
+        Pause();
     }
 }
 

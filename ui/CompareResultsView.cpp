@@ -2,6 +2,7 @@
 
 #include "results/ChartText.h"
 #include "results/ComparisonChart.h"
+#include "toolkit/LibWindow.h"
 
 #include <Message.h>
 #include <PopUpMenu.h>
@@ -34,7 +35,6 @@ CompareResultsView::CompareResultsView(BRect frame, Comparison& shown)
       comparison(shown)
 {
     SetViewColor(white_color);
-    SetLowColor(white_color);
     SetFontSize(ComparisonChart::kFontSize);
 }
 
@@ -105,9 +105,9 @@ void CompareResultsView::Redraw()
     const float visible = Bounds().Height();
     const float height = ChartHeight();
     if (BScrollBar* bar = ScrollBar(B_VERTICAL)) {
-        bar->SetRange(0, std::max(0.0f, height - visible));
+        bar->SetRange(0, height - visible);
         bar->SetProportion(visible / std::max(height, 1.0f));
-        bar->SetSteps(kRowHeight, std::max(kRowHeight, visible - kRowHeight));
+        bar->SetSteps(kRowHeight, visible - kRowHeight);
     }
     restoreItem->SetEnabled(comparison.CanRestore()); // its shortcut is for the window otherwise
     Invalidate();
@@ -193,8 +193,8 @@ void CompareResultsView::MouseMoved(BPoint where, uint32, const BMessage*)
 std::string CompareResultsView::TipAt(BPoint where)
 {
     const Results* first = comparison.machines.First();
-    const bool isCaption = where.y - LeftTop().y >= 0 && where.y <= kCaptionBottom
-        && where.x >= kCaptionX && where.x < ComparisonChart::kBarsX;
+    const bool isCaption =
+        where.y <= kCaptionBottom && where.x >= kCaptionX && where.x < ComparisonChart::kBarsX;
     if (isCaption && first && first->Current())
         return UnitAsText(*first->Current());
     const Results* machine = comparison.MachineAt(where.y);
@@ -213,7 +213,7 @@ void CompareResultsView::Select(Results* machine)
 
 void CompareResultsView::KeyDown(const char* bytes, int32 numBytes)
 {
-    const float page = std::max(kRowHeight, Bounds().Height() - kRowHeight);
+    const float page = Bounds().Height() - kRowHeight; // the window is higher than some rows
     switch (bytes[0]) {
         case 'S':
         case 's': Save(); break;
@@ -224,23 +224,13 @@ void CompareResultsView::KeyDown(const char* bytes, int32 numBytes)
             if (comparison.selected)
                 Open(comparison.selected, comparison.selected->frame.LeftTop());
             break;
-        case B_DELETE:
-            if (comparison.selected)
-                Window()->PostMessage(kMsgForget);
-            break;
-        case B_FUNCTION_KEY: {
-            int32 key = 0, modifiers = 0;
-            const BMessage* message = Window()->CurrentMessage();
-            if (message && message->FindInt32("key", &key) == B_OK && key == B_F10_KEY
-                && message->FindInt32("modifiers", &modifiers) == B_OK
-                && (modifiers & B_SHIFT_KEY)) {
+        case B_DELETE: Window()->PostMessage(kMsgForget); break;
+        case B_FUNCTION_KEY:
+            if (LibIsShiftedKey(Window()->CurrentMessage(), B_F10_KEY)) {
                 const Results* machine = comparison.selected;
                 OpenMenu(machine ? machine->frame.LeftBottom() : LeftTop());
-            } else {
-                BView::KeyDown(bytes, numBytes);
             }
             break;
-        }
         case B_UP_ARROW: Scroll(-kRowHeight); break;
         case B_DOWN_ARROW: Scroll(kRowHeight); break;
         case B_PAGE_UP: Scroll(-page); break;

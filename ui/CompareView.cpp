@@ -23,7 +23,6 @@ CompareView::CompareView(BRect frame)
     ResetCpuColors();
     SetFontSize(kFontSize);
     SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
-    SetLowColor(ui_color(B_PANEL_BACKGROUND_COLOR));
 }
 
 CompareView::~CompareView() = default;
@@ -50,8 +49,8 @@ void CompareView::Draw(BRect)
 
 void CompareView::MouseDown(BPoint where)
 {
-    if (where.x >= 0 && where.x < kEntryWidth * static_cast<float>(kNbrCpuColors))
-        Choose(static_cast<int32>(where.x / kEntryWidth));
+    if (const auto index = static_cast<int32>(where.x / kEntryWidth); index < kNbrCpuColors)
+        Choose(index);
 }
 
 void CompareView::KeyDown(const char* bytes, int32 numBytes)

@@ -71,6 +71,22 @@ std::string ContentsOf(const std::string& path)
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
+// Adds the chart as it can be painted.
+void AddPictures(BMessage& data, Comparison& comparison)
+{
+    // Only a file can be painted.
+    const TemporaryFolder folder;
+    if (!folder.Path())
+        return;
+    for (const auto& [type, name] : kPictureTypes) {
+        const std::string path = std::string(folder.Path()) + "/" + name;
+        if (!WriteChartPicture(path.c_str(), comparison))
+            continue;
+        const std::string picture = ContentsOf(path);
+        data.AddData(type, B_MIME_TYPE, picture.data(), static_cast<ssize_t>(picture.size()));
+    }
+}
+
 struct DroppedFile {
     LibString path;
     std::string name;
@@ -229,10 +245,8 @@ void CompareWin::OpenFiles(BMessage* message)
     for (int32 i = 0; message->FindString("refused", i, &refusal) == B_OK; i++)
         outcome.refused.emplace_back(refusal);
     Tell(outcome);
-    const Results* first = comparison.machines.First();
-    // A run has offered its tests already, and they stay.
-    if (first && !first->current)
-        OfferTests(*first);
+    if (const Results* first = comparison.machines.First())
+        OfferTests(*first); // a run's once more
 }
 
 // Stored once: a store of thousands takes its time.
@@ -290,7 +304,7 @@ void CompareWin::TestItemSelected()
 void CompareWin::RatioChanged()
 {
     chart->CompareByRatio(ratio->Value() == B_CONTROL_ON);
-    chart->Redraw();
+    UpdateScrollBars();
 }
 
 void CompareWin::ChooserClosed(const BMessage& closing)
@@ -308,15 +322,7 @@ void CompareWin::Copy()
         return Say("Nothing to copy: no test is chosen");
     BMessage data;
     data.AddData("text/plain", B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()));
-    // Only a file can be painted.
-    const TemporaryFolder folder;
-    for (const auto& [type, name] : kPictureTypes) {
-        const std::string path = std::string(folder.Path() ? folder.Path() : "") + "/" + name;
-        const std::string picture =
-            folder.Path() && WriteChartPicture(path.c_str(), comparison) ? ContentsOf(path) : "";
-        if (!picture.empty())
-            data.AddData(type, B_MIME_TYPE, picture.data(), static_cast<ssize_t>(picture.size()));
-    }
+    AddPictures(data, comparison);
     if (copy_to_clipboard(data) == B_OK)
         Say("Copied: the table as text, the chart as a picture");
 }
@@ -337,7 +343,6 @@ void CompareWin::SavePicture(const BMessage& reply)
     BPath path;
     if (!LibGetFilePath(&reply, path))
         return;
-    picturePanel->Hide();
     const std::string name = LibPrintable(path.Path());
     if (WriteChartPicture(path.Path(), comparison))
         return Say("Saved: " + name);
@@ -405,7 +410,6 @@ void CompareWin::MessageReceived(BMessage* message)
 
 bool CompareWin::QuitRequested()
 {
-    legend->CloseChooser();
     // By a message: the target's lock comes before this one. It quits this window then.
     target->PostMessage('cmpq', nullptr, this);
     return false;

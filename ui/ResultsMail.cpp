@@ -18,7 +18,6 @@
 #include <TextView.h>
 #include <WholeFile.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <unistd.h>
@@ -176,8 +175,7 @@ std::string SavedText(const char* path, const Package& package)
     if (package.packed == Packed::kNot)
         return text + "not packed: " + package.why + ")";
     text += package.nbrFiles == 1 ? "1 file" : std::to_string(package.nbrFiles) + " files";
-    // What was begun counts, as nothing is 0 KB.
-    text += ", " + std::to_string((std::max<off_t>(SizeOf(path), 1) + 1023) / 1024) + " KB";
+    text += ", " + std::to_string((SizeOf(path) + 1023) / 1024) + " KB"; // what was begun counts
     return text + (package.packed == Packed::kZip ? ")" : ", not compressed: " + package.why + ")");
 }
 
@@ -187,7 +185,7 @@ Package PackResults(BPath& saved, GetSysDeviceWin* devices)
     zip.Concat(kZipEnding);
     // First: nothing is begun that has no place to go.
     if (!IsFree(zip))
-        return { Packed::kNot, 0, std::string(BPath(zip).Leaf()) + " is in the way" };
+        return { .why = std::string(BPath(zip).Leaf()) + " is in the way" };
     const bool isShown = MakeFolder();
     if (isShown && !Fill(kFolder, saved.Path(), devices))
         Fail(kFolder);
@@ -197,9 +195,9 @@ Package PackResults(BPath& saved, GetSysDeviceWin* devices)
     if (isShown)
         LibUnlink(kFolder);
     if (nbrFiles <= 0)
-        return { Packed::kNot, 0, "the archive could not be made" };
+        return { .why = "the archive could not be made" };
     if (!ReplaceBy(archive.Path(), saved.Path()))
-        return { Packed::kNot, 0, "the archive could not be written" };
+        return { .why = "the archive could not be written" };
     const Packed packed = Compress(saved, zip);
     return { packed, nbrFiles, packed == Packed::kNoZip ? "there is no zip" : "zip failed" };
 }

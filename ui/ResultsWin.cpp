@@ -50,8 +50,8 @@ void DrawFitted(BView* owner, const char* text, BPoint place, float width)
     const float excess = owner->StringWidth(text) - (width - kColumnGap);
     if (excess <= 0)
         return owner->DrawString(text, place);
-    // The last letter has none behind it that comes closer.
-    const float closer = -excess / static_cast<float>(std::max<size_t>(strlen(text), 2) - 1);
+    // The last letter has none behind it that comes closer. No column is as narrow as one letter.
+    const float closer = -excess / static_cast<float>(strlen(text) - 1);
     escapement_delta delta { closer, closer };
     owner->DrawString(text, place, &delta);
 }
@@ -117,8 +117,8 @@ constexpr float kFontSize = 10;
 
 BRect FrameFor(int nbrCpus)
 {
-    const float width = kTitlesX + kRateWidth * static_cast<float>(nbrCpus) + kRightMargin;
-    return BRect(0, 0, std::max(width, 440.0f), 470);
+    // The row of buttons makes it wider where these are few.
+    return BRect(0, 0, kTitlesX + kRateWidth * static_cast<float>(nbrCpus) + kRightMargin, 470);
 }
 
 // What this machine is called elsewhere; empty for the run of another one.
@@ -196,7 +196,6 @@ void ResultsWin::AddButtons()
 void ResultsWin::Update(Results& run, bool allow)
 {
     allowSaveCompare = allow;
-    results.Clear();
     results = run;
 
     EmptyList();
@@ -353,17 +352,14 @@ void ResultsWin::SaveResultFile(BMessage* reply)
     BPath path;
     if (!LibGetFilePath(reply, path))
         return;
-    if (savePanel)
-        savePanel->Hide();
-    saved = path;
     std::string why;
-    if (WriteResultsFile(saved.Path(), results, &why)) {
+    if (WriteResultsFile(path.Path(), results, &why)) {
+        saved = path;
         unsaved.Forget();
         status->Say(Pack());
         // It waits for nothing: the answer comes by a message, and the alert deletes itself.
         (new TarvexAlert(this))->Go(nullptr);
     } else {
-        saved.Unset(); // no mail may take along half a file, or one of before
         why[0] = LibToLower(why[0]);
         status->Say("Could not write " + std::string(path.Path()) + ": " + why);
     }

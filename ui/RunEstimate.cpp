@@ -4,6 +4,13 @@
 
 #include <algorithm>
 
+LibString MinutesText(int32 seconds)
+{
+    LibString text;
+    text.Formatted("%d:%2.2d", seconds / 60, seconds % 60);
+    return text;
+}
+
 int32 RunEstimate::Seconds() const
 {
     int32 sum = 0;
@@ -14,10 +21,7 @@ int32 RunEstimate::Seconds() const
 
 LibString RunEstimate::Text() const
 {
-    const int32 total = Seconds();
-    LibString text;
-    text.Formatted("%d:%2.2d", total / 60, total % 60);
-    return text;
+    return MinutesText(Seconds());
 }
 
 RunProgress::RunProgress()
@@ -50,8 +54,7 @@ void RunProgress::GroupBegins(bigtime_t now)
     groupStart = now;
     nbrBegun++;
     const double done = static_cast<double>(now - start) / 1e6;
-    const double all = done + SecondsLeft();
-    share = all > 0 ? done / all : 0;
+    share = done / (done + SecondsLeft());
 }
 
 double RunProgress::SecondsLeft() const

@@ -10,14 +10,16 @@
 
 class LibSysInfo;
 
+// "%d:%2.2d", minutes and seconds.
+[[nodiscard]] LibString MinutesText(int32 seconds);
+
 // How long a run will take.
 struct RunEstimate {
     bool selected[kNbrTestGroups] = {};
     int32 nbrCpus = 1; // a run makes one pass for each processor count
 
     [[nodiscard]] int32 Seconds() const;
-    // "%d:%2.2d", minutes and seconds.
-    [[nodiscard]] LibString Text() const;
+    [[nodiscard]] LibString Text() const; // see MinutesText()
 };
 
 // How far a run has come, by when its groups begin. Each is taken to last as long as it did the

@@ -196,10 +196,9 @@ int32 TarvexWin::CountSelected()
     const BAutolock lock(this);
     if (!lock.IsLocked())
         return 0;
-    int32 count = 0;
-    for (size_t group = 0; group < kNbrTestGroups; group++)
-        count += IsSelected(group) ? 1 : 0;
-    return count;
+    const RunEstimate estimate = Estimate();
+    return static_cast<int32>(
+        std::count(std::begin(estimate.selected), std::end(estimate.selected), true));
 }
 
 bool TarvexWin::IsSelected(size_t group) const
@@ -324,9 +323,8 @@ void TarvexWin::StatusChange(BMessage* message)
 // Only when a group begins: whatever moved in between would be measured too.
 void TarvexWin::ShowProgress()
 {
-    const int seconds = static_cast<int>(std::ceil(progress.SecondsLeft()));
-    char left[32];
-    snprintf(left, sizeof left, "%d:%02d left", seconds / 60, seconds % 60);
+    LibString left = MinutesText(static_cast<int32>(std::ceil(progress.SecondsLeft())));
+    left.Concat(" left");
     progressBar->SetToolTip(left);
     progressBar->Update(static_cast<float>(progress.Share()) - progressBar->CurrentValue());
 }

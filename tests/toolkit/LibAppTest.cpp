@@ -2,16 +2,21 @@
 
 #include "ApplicationState.h"
 #include "foundation/LibAppInfo.h"
+#include "foundation/LibAppResource.h"
 #include "foundation/LibDate.h"
-#include "tests/support/ScreenDriver.h"
+#include "tests/support/Child.h"
+#include "tests/support/Steps.h"
 #include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/LibWindow.h"
 
 #include <Button.h>
+#include <Directory.h>
+#include <FindDirectory.h>
 #include <Message.h>
+#include <Path.h>
 
-#include <regex>
+#include <sys/resource.h>
 
 namespace {
 
@@ -19,6 +24,20 @@ constexpr char kHelp[] =
     "<help><topic name=\"knob\" title=\"The knob\" tip=\"Turn it\"><p>Press <b>Enter</b>"
     " <b>twice</b></p><p>Three.</p></topic>\n"
     "<topic name=\"Main\" title=\"Window\"><p>One.</p></topic></help>";
+
+constexpr char kLast[] = "<topic name=\"LibHelpWindow\" title=\"Last\"><p>End.</p></topic>\n";
+
+// Does not go when it is first asked.
+class ReluctantWindow : public LibWindow {
+public:
+    using LibWindow::LibWindow;
+    bool QuitRequested() override
+    {
+        EXPECT_TRUE(dynamic_cast<LibApp*>(be_app)->IsQuitting());
+        return asked++ > 0;
+    }
+    std::atomic<int> asked = 0;
+};
 
 // A program whose window has a button in focus.
 class TestApp : public LibApp {
@@ -29,7 +48,7 @@ public:
     {
         if (window)
             return window;
-        window = new LibWindow(
+        window = new ReluctantWindow(
             BRect(400, 300, 600, 400), "Main", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
         window->AddChild(new MainMenuBar(BRect(0, 0, 200, 20), "AppTest"));
         BButton* button = new BButton(BRect(10, 10, 90, 34), "knob", "Knob", nullptr);
@@ -48,66 +67,42 @@ public:
     void MessageReceived(BMessage* message) override
     {
         shown += message->what == 'appr';
+        helped += message->what == 'help';
         LibApp::MessageReceived(message);
     }
 
-    BWindow* window = nullptr;
-    int systemWindows = 0;
-    int shown = 0;
+    void AddHelp(LibHelp& topics) override
+    {
+        for (int i = 10; i < 40; i++)
+            topics.AddTopic(std::to_string(i).c_str(), std::to_string(i).c_str(), "", "");
+    }
+
+    ReluctantWindow* window = nullptr;
+    int systemWindows = 0, shown = 0, helped = 0;
 };
 
 // The windows that the program opens, by its messages and by keys.
 void UseWindows(TestApp& app)
 {
-    ASSERT_TRUE(screen::BecomesActive("Main"));
-    EXPECT_TRUE(screen::ShowsTree("Main", "toolkit/Main"));
-    screen::ClickMenu({ "AppTest", "About AppTest..." });
-    EXPECT_TRUE(screen::BecomesActive("About AppTest"));
-    EXPECT_TRUE(screen::ShowsTree("About AppTest", "toolkit/About",
-        { { "YEAR", std::to_string(LibDate(true, true).GetYear()) } }));
-    app.PostMessage('ssys');
-    EXPECT_TRUE(screen::BecomesActive("System"));
-    app.PostMessage('sabt');
-    EXPECT_TRUE(screen::BecomesActive("About AppTest")) << "the same one, in front";
-    screen::Key("Escape");
-    EXPECT_SOON(!screen::Find("about_view").exists);
-    app.PostMessage('ssys');
-    app.PostMessage('sabt');
-    EXPECT_TRUE(screen::BecomesActive("About AppTest")) << "a new one";
-
-    app.window->Activate();
-    ASSERT_TRUE(screen::BecomesActive("Main"));
-    const auto tipIs = [&](const std::string& text) {
-        return screen::WaitFor([&] {
-            return WithLock(
-                app.window, [&] { return app.window->FindView("knob")->ToolTip() == text; });
-        });
+    const auto post = [&](const Row& row) { // by the four letters of its code
+        BMessage message(std::accumulate(row[1].begin(), row[1].end(), 0u,
+            [](uint32 what, char letter) { return what << 8 | static_cast<uint32>(letter); }));
+        if (row.size() > 2) {
+            message.AddString("name", "knob");
+            message.AddString("text", row[2].c_str());
+            message.AddBool("show", true);
+        }
+        app.PostMessage(&message);
     };
-    BMessage tip('stip');
-    app.PostMessage(&tip); // without a name: nothing
-    tip.AddString("name", "knob");
-    tip.AddString("text", "Pull it");
-    app.PostMessage(&tip);
-    EXPECT_TRUE(tipIs("Pull it"));
-    app.PostMessage('tipf'); // over
-    EXPECT_TRUE(tipIs(""));
-    BMessage show('tipf');
-    show.AddBool("show", true);
-    app.PostMessage(&show);
-    EXPECT_TRUE(tipIs("Pull it"));
-    app.PostMessage(&show);
-    screen::Key("F1"); // without Shift
-    screen::Key("shift+F1");
-    EXPECT_TRUE(screen::BecomesActive("Help"));
-    EXPECT_TRUE(screen::ShowsTree("Help", "toolkit/Help"));
-    EXPECT_TRUE(tipIs("Pull it")) << "shown, not turned over";
-    screen::Key("Down");
-    EXPECT_SOON(screen::Find("help_text").text == "Window\n\nOne.");
-    screen::Key("Escape");
-    EXPECT_SOON(!screen::Find("help_text").exists);
-    app.PostMessage('help'); // on nothing
-    EXPECT_TRUE(screen::BecomesActive("Help"));
-    EXPECT_SOON(screen::Find("help_text").text.starts_with("The knob\n"));
+    const auto hasTip = [&](const Row& row) {
+        EXPECT_SOON(row[1] == WithLock(app.window, [&] {
+            return std::string(app.window->FindView("knob")->ToolTip());
+        }));
+    };
+    Follow("toolkit/Windows.steps",
+        { { "post", post }, { "tip", hasTip },
+            { "front", [&](const Row&) { app.window->Activate(); } } },
+        { { "YEAR", std::to_string(LibDate(true, true).GetYear()) } });
     EXPECT_TRUE(screen::Click("help_text"));
     screen::Key("ctrl+a");
     screen::Key("ctrl+c");
@@ -117,6 +112,16 @@ void UseWindows(TestApp& app)
     for (std::sregex_iterator at(copied.begin(), copied.end(), part), end; at != end; ++at)
         bold += (*at)[1].str() + " " + (*at)[2].str() + ". ";
     EXPECT_EQ(bold, "18px The knob. 12px Enter. 12px twice. ");
+
+    WithLock(app.window, [&] { app.window->Hide(); });
+    WithLock(&app, [&] {
+        app.ReadyToRun();
+        EXPECT_TRUE(app.window->IsHidden());
+        app.ShowMainWindow();
+    });
+    EXPECT_TRUE(screen::BecomesActive("Main"));
+    app.PostMessage(B_QUIT_REQUESTED);
+    EXPECT_SOON(app.window->asked == 1 && !app.IsQuitting());
 }
 
 } // namespace
@@ -126,6 +131,9 @@ TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
     SetProgramArguments({ "apptest" });
     TestApp app;
     LibSetAppVersion(1, 2, 6, "", nullptr, 5, 0);
+    const TempFolder folder;
+    WriteFile(folder / "more help.xml", kLast);
+    EXPECT_TRUE(LibHelp::AddToResources((folder / "more help.xml").c_str()));
     std::thread user([&] {
         UseWindows(app);
         app.PostMessage(B_QUIT_REQUESTED);
@@ -133,6 +141,7 @@ TEST(LibApp, OpensEachOfItsWindowsOnceAndHelpsOnTheControlInFocus)
     app.Run();
     user.join();
     EXPECT_EQ(app.shown, 1);
+    EXPECT_EQ(app.helped, 3) << "by Shift-F1 twice, and by a message";
     EXPECT_EQ(app.systemWindows, 1);
     EXPECT_TRUE(app.IsQuitting());
 }
@@ -143,11 +152,13 @@ TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
     const BApplication app("application/x-vnd.Quorvane.HelpTest");
     const std::string path = folder / "more help.xml";
     WriteFile(path,
-        "<help>\n<topic name=\"knob\" title=\"New\"><p>News.</p></topic>\n"
-        "<topic name=\"last\" title=\"Last\"><p>End.</p></topic>\n"
-        "<tip name=\"knob\">Push it</tip>\n</help>\n");
+        std::string("<topic name=\"knob\" title=\"New\"><p>News.</p></topic>\n") + kLast
+            + "<tip name=\"knob\">Push it</tip>\n");
     EXPECT_TRUE(LibHelp::AddToResources(path.c_str()));
     EXPECT_TRUE(LibHelp::AddToResources(path.c_str())) << "in place of the first";
+    WriteFile(folder / "other.xml", "<topic name=\"other\" title=\"Other\"></topic>");
+    EXPECT_TRUE(LibHelp::AddToResources((folder / "other.xml").c_str())) << "behind it";
+    EXPECT_FALSE(LibAppResource(B_READ_ONLY).HasResource(B_RAW_TYPE, 5002));
     WriteFile(folder / "none.xml", "<p>no help</p>");
     testing::internal::CaptureStderr();
     EXPECT_FALSE(LibHelp::AddToResources((folder / "none.xml").c_str()));
@@ -160,10 +171,19 @@ TEST(LibHelp, TopicsTipsAndFilesInTheResourcesReplaceOlderOnesOfTheirNames)
     const std::vector<std::pair<int32, int32>> bold { { 6, 11 }, { 12, 17 } };
     EXPECT_EQ(help.TopicAt(help.IndexOf("knob"))->bold, bold);
     help.ReadResources();
-    EXPECT_EQ(help.CountTopics(), 3);
-    EXPECT_EQ(help.IndexOf("last"), 2);
-    EXPECT_EQ(help.IndexOf("Last"), -1);
+    EXPECT_EQ(help.CountTopics(), 4);
+    EXPECT_EQ(help.IndexOf("LibHelpWindow"), 2);
+    EXPECT_EQ(help.IndexOf("libhelpwindow"), -1);
     EXPECT_STREQ(help.TopicAt(help.IndexOf("knob"))->title, "New");
     EXPECT_STREQ(help.TipFor("knob"), "Push it");
     EXPECT_EQ(help.TipFor("Main"), nullptr);
+    BPath temporary;
+    ASSERT_EQ(find_directory(B_COMMON_TEMP_DIRECTORY, &temporary), B_OK);
+    EXPECT_EQ(BDirectory(temporary.Path()).CountEntries(), 0);
+    EXPECT_EQ(InChild([&] {
+        const rlimit none { 0, 0 };
+        setrlimit(RLIMIT_NOFILE, &none);
+        return help.ReadText(kHelp) ? 1 : 0;
+    }),
+        0);
 }

@@ -2,8 +2,6 @@
 #include "tests/support/Test.h"
 #include "toolkit/LibWindow.h"
 
-#include <sstream>
-
 namespace {
 
 // All rectangles of a text, each of four numbers.

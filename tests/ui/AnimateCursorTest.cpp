@@ -2,15 +2,19 @@
 
 #include "ApplicationState.h"
 #include "tests/support/Log.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/Test.h"
 
 #include <Application.h>
 
-#include <limits>
-
 namespace {
 
 Log* gShown = nullptr; // the first image byte of each picture
+
+void Record()
+{
+    gShown->Add(std::to_string(CurrentCursor().image[4]));
+}
 
 std::vector<unsigned char> Frame(unsigned char mark)
 {
@@ -24,24 +28,30 @@ std::vector<unsigned char> Frame(unsigned char mark)
 TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePeriod)
 {
     const BApplication app("application/x-vnd.Quorvane.CursorTest");
-    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     AnimateCursor cursor("LoadCursor", 3);
     cursor.SetCursor(0, Frame(1).data());
     cursor.SetCursor(2, Frame(3).data());
     cursor.SetCursor(3, Frame(4).data()); // there is no such frame
     cursor.SetCursor(-1, Frame(5).data());
+    {
+        const NoThreads noThreads;
+        testing::internal::CaptureStderr();
+        cursor.Run(0);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot start thread <LoadCursor>\n");
+    }
     cursor.Run(1e6); // ends at once all the same
     cursor.Quit();
-    for (const float period :
-        { 0.001f, -1.0f, kNan }) { // the last two are none: it keeps the first
+    // The last two are none: it keeps the one before.
+    for (const float period : { 0.0f, 0.005f, -1.0f, NAN }) {
         Log shown;
         gShown = &shown;
         const bigtime_t start = system_time();
-        SetCursorHook([] { gShown->Add(std::to_string(CurrentCursor().image[4])); });
+        SetCursorHook(Record);
         cursor.Run(period);
+        cursor.Run(period); // runs already
         EXPECT_GE(find_thread("LoadCursor"), 0);
         Entries first = shown.WaitFor(21);
-        EXPECT_GE(system_time() - start, 19'000);
+        EXPECT_GE(system_time() - start, period == 0 ? 19'000 : 95'000);
         first.resize(5);
         first.erase(first.begin()); // of the picture before, which is recorded at once
         EXPECT_EQ(first, (Entries { "1", "3", "1", "3" }));
@@ -50,4 +60,16 @@ TEST(AnimateCursor, ShowsTheFilledFramesInTurnAndTheHandAtTheEndWhateverThePerio
         EXPECT_LT(find_thread("LoadCursor"), 0);
         EXPECT_EQ(memcmp(CurrentCursor().image, B_HAND_CURSOR, kCursorBytes), 0);
     }
+    Log shown;
+    gShown = &shown;
+    SetCursorHook(Record);
+    {
+        AnimateCursor nameless("", 1), empty("Empty", 0), idle("Idle", 1), running("Running", 1);
+        nameless.Run(0);
+        empty.Run(0);
+        running.Run(0);
+    }
+    EXPECT_EQ(shown.Now().size(), 2u) << "the picture before, and at the end of one that ran";
+    SetCursorHook(nullptr);
+    EXPECT_LT(find_thread("Running"), 0);
 }

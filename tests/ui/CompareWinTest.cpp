@@ -5,7 +5,7 @@
 #include "tests/kits/app/TestLooper.h"
 #include "tests/results/ComparedRun.h"
 #include "tests/results/MadeRuns.h"
-#include "tests/support/ScreenDriver.h"
+#include "tests/support/Steps.h"
 #include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 
@@ -74,6 +74,12 @@ protected:
         WriteFile(folder / name, contents);
         return folder / name;
     }
+    // At the place in a view that a step says.
+    static void ClickIn(const char* view, const Row& row)
+    {
+        const float x = std::stof(row.at(1)), y = std::stof(row.at(2));
+        screen::ClickAt(Find(view).frame.LeftTop() + BPoint(x, y));
+    }
     // The colour at a value of the scale 0 to maxScale, in the middle of a row's bar.
     uint32 BarAt(int row, double value, double maxScale)
     {
@@ -82,6 +88,7 @@ protected:
         const BPoint bar = PictureOf(row) - BPoint(9, 0) + place;
         return screen::PixelsIn(BRect(bar, bar))[0];
     }
+    BView& Chart() { return *window->FindView("DrawView"); }
     bool BarEndsAt(int row, double value, double maxScale, uint32 color)
     {
         return BarAt(row, value - maxScale / 100, maxScale) == color
@@ -97,10 +104,67 @@ protected:
         EXPECT_SOON(screen::Lines("DrawView").ends_with(" )\n" + expected))
             << screen::Lines("DrawView") << "not\n" + expected;
     }
-    void ChooseFor(int row, const std::vector<std::string>& items)
+    // The first and the last pixel in a strip that is not as its end; "-": all are.
+    static std::string Extent(BRect strip)
     {
-        screen::ClickAt(PictureOf(row) + BPoint(30, 0), 3);
-        ASSERT_TRUE(screen::ClickMenu(items));
+        const std::vector<uint32> pixels = screen::PixelsIn(strip);
+        const auto isOther = [&](uint32 pixel) { return pixel != pixels.back(); };
+        const auto first = std::find_if(pixels.begin(), pixels.end(), isOther);
+        const auto last = std::find_if(pixels.rbegin(), pixels.rend(), isOther);
+        return first == pixels.end() ? "-"
+                                     : std::to_string(first - pixels.begin()) + " to "
+                + std::to_string(pixels.rend() - last - 1);
+    }
+    // Beside the usual steps: the run is given, machines are of these files, the window is opened
+    // anew; rows of the chart are clicked beside their picture or looked at, whole. In the legend
+    // the line below the entry for the keys is looked at, in the chart the frame around the row.
+    void FollowSteps(const std::string& file)
+    {
+        const auto beside = [this](const Row& row) {
+            return PictureOf(std::stoi(row[1])) + BPoint(30, 0);
+        };
+        Follow(file,
+            {
+                { "run", [this](const Row&) { Run(); } },
+                { "load", [this](const Row& row) { window->LoadResults(row[1].c_str()); } },
+                { "reopen", [this](const Row&) { Close(), Open(); } },
+                { "row", [=](const Row& row) { screen::ClickAt(beside(row)); } },
+                { "picture",
+                    [this](const Row& row) { screen::ClickAt(PictureOf(std::stoi(row[1]))); } },
+                { "menu of", [=](const Row& row) { screen::ClickAt(beside(row), 3); } },
+                { "point at", [=](const Row& row) { screen::MoveTo(beside(row)); } },
+                { "legend", [](const Row& row) { ClickIn("legend", row); } },
+                { "swatch", [](const Row& row) { ClickIn("swatches", row); } },
+                { "color",
+                    [this](const Row& row) {
+                        const uint32 color = std::stoul(row[1], nullptr, 16);
+                        const BPoint entry = Find("legend").frame.LeftTop() + BPoint(71, 8);
+                        EXPECT_SOON(BarAt(0, 390, 410) == color
+                            && screen::PixelsIn(BRect(entry, entry))[0] == color);
+                    } },
+                { "strip",
+                    [](const Row& row) {
+                        const BRect frame = Find(row[1]).frame;
+                        const BRect strip(row[1] == "legend" ? frame.LeftBottom()
+                                                             : frame.RightTop() + BPoint(0, 15),
+                            frame.RightBottom());
+                        EXPECT_SOON(Extent(strip) == row[2]) << Extent(strip);
+                    } },
+                { "usual tip",
+                    [this](const Row& row) {
+                        WithLock(window, [&] { Chart().SetToolTip(row[1].c_str()); });
+                    } },
+                { "tip at",
+                    [this](const Row& row) {
+                        EXPECT_EQ(row.at(3), WithLock(window, [&] {
+                            Chart().MouseMoved(
+                                { std::stof(row[1]), std::stof(row[2]) }, 0, nullptr);
+                            return std::string(Chart().ToolTip());
+                        }));
+                    } },
+                { "rows", [](const Row& row) { ExpectRows(Joined(row, 1)); } },
+            },
+            { { "FOLDER", folder.Path() } });
     }
 
     const TempFolder folder;
@@ -110,9 +174,6 @@ protected:
         [this](TestLooper&, BMessage* message) { closed += message->what == 'cmpq'; });
     CompareWin* window = nullptr;
     Results run { true };
-    const std::string own = "This (2-x), 2 CPU 400.0, 1 CPU 100.0\n";
-    const std::string other = "Other (1-y), 1 CPU 200.0\n";
-    const std::string ownIsSelected = "Selected: This (2-x)\n";
 };
 
 } // namespace
@@ -126,30 +187,9 @@ TEST_F(CompareWinTest, BarsAreAsLongAsTheirRatesAndTheUserChoosesTestPercentAndC
     EXPECT_TRUE(BarEndsAt(0, 400, 410, 0x00b200));
     EXPECT_TRUE(BarEndsAt(0, 100, 410, 0x0000c8)) << "the shorter bar lies over the longer one";
 
-    // Opens the machine's two devices, and folds them in again.
-    screen::ClickAt(PictureOf(1));
-    ExpectRows(own + other + "Screen, a screen\nBridge , Maker, Bridge\n" + ownIsSelected);
-    screen::Key("Right");
-    screen::Key("Return");
-    ExpectRows(own + other + "Selected: Other (1-y)\n");
-    ASSERT_TRUE(screen::Click("ratio"));
-    ExpectRows("This (2-x), 2 CPU 200.0%, 1 CPU 50.0%\nOther (1-y), 1 CPU 100.0%\n"
-               "Selected: Other (1-y)\n");
-    screen::ClickAt(PictureOf(0) + BPoint(30, 0)); // beside the picture a click selects
-    ExpectRows("This (2-x), 2 CPU 100.0%, 1 CPU 25.0%\nOther (1-y), 1 CPU 50.0%\n" + ownIsSelected);
-    ASSERT_TRUE(screen::Click("ratio"));
+    FollowSteps("ui/Choosing.steps");
 
-    ASSERT_TRUE(screen::Click("choices"));
-    ASSERT_SOON(screen::FindMenuItem("Memory").exists);
-    screen::Key("Down"); // from the present choice
-    screen::Key("Return");
-    ExpectRows("This (2-x), 1 CPU 50.0\nOther (1-y)\n" + ownIsSelected);
-
-    screen::ClickAt(Find("legend").frame.LeftTop() + BPoint(5, 8));
-    ASSERT_TRUE(screen::BecomesActive("Color of 1 CPU"));
-    screen::ClickAt(Find("swatches").frame.LeftTop() + BPoint(2, 2)); // black
-    EXPECT_SOON(BarEndsAt(0, 50, 60, 0));
-    EXPECT_FALSE(screen::IsActive("Color of 1 CPU"));
+    EXPECT_SOON(BarEndsAt(0, 50, 60, 0)); // now black
 }
 
 TEST_F(CompareWinTest, KeysScrollTheChartWhoseBarKnowsItsHeight)
@@ -173,8 +213,7 @@ TEST_F(CompareWinTest, KeysScrollTheChartWhoseBarKnowsItsHeight)
     window->OpenFiles(&files);
     EXPECT_TRUE(becomes(560));
     EXPECT_TRUE(screen::ShowsTree("Tarvex Comparisons", "ui/SmallComparisons"));
-    auto* bar =
-        WithLock(window, [&] { return window->FindView("DrawView")->ScrollBar(B_VERTICAL); });
+    auto* bar = WithLock(window, [&] { return Chart().ScrollBar(B_VERTICAL); });
     const std::pair<const char*, float> rows[] = { { "Down", 17 }, { "Next", 94 }, { "Up", 77 },
         { "End", 129 }, { "Down", 129 }, { "Prior", 52 }, { "Down", 69 }, { "Home", 0 } };
     for (const auto& row : rows) {
@@ -185,111 +224,39 @@ TEST_F(CompareWinTest, KeysScrollTheChartWhoseBarKnowsItsHeight)
 
 TEST_F(CompareWinTest, TheMenuOfAMachineForgetsAndOrdersWhatTipsTellOf)
 {
-    Run();
-    window->LoadResults(MachineFile(folder).c_str());
-    window->LoadResults(File("more", MadeResults("<b>A</b> (1-)", "700:90/1.0;")).c_str());
-    const std::string more = "<b>A</b> (1-), 1 CPU 90.0\n";
-    ExpectRows(own + other + more + ownIsSelected);
-    EXPECT_TRUE(Shows("line", "1 machine added"));
-    screen::MoveTo(PictureOf(2) + BPoint(60, 0));
-    EXPECT_TRUE(Shows("qtooltip_label",
-        "<\u2060b>A</b> (1-)\n1 CPU: 90.0 IPS, 22.5 percent of the selection\nRead from "
-            + (folder / "more")));
-    screen::MoveTo(Find("DrawView").frame.LeftTop() + BPoint(120, 8));
-    EXPECT_TRUE(Shows("qtooltip_label", "Work in a second: more is better"));
-    WithLock(window, [&] { window->FindView("DrawView")->SetToolTip("Anew"); });
-    for (const bool isAbove : { false, true, false }) {
-        screen::MoveTo(PictureOf(isAbove ? 0 : 9) + BPoint(60, 0));
-        EXPECT_SOON((Find("qtooltip_label").text == "Anew") != isAbove);
-    }
+    MachineFile(folder);
+    File("more", MadeResults("<b>A</b> (1-)", "700:90/1.0;"));
+    FollowSteps("ui/Forgetting.steps"); // the menu stays open while the window goes
+}
 
-    ChooseFor(2, { "Order", "By name" });
-    ExpectRows(more + other + own + "Selected: <b>A</b> (1-)\n");
-    screen::Key("Right"); // from the machine that the menu was for
-    screen::Key("Delete");
-    ExpectRows(more + own + ownIsSelected);
-    ChooseFor(1, { "Forget all others" });
-    ExpectRows(own + ownIsSelected);
-    EXPECT_TRUE(Shows("line",
-        "1 machine forgotten; Ctrl+Z brings back what was forgotten since this window was "
-        "opened"));
-    Close();
-    Open(); // what was forgotten is not stored, and the order stays
-    window->LoadResults(MachineFile(folder).c_str());
-    Run();
-    ExpectRows(other + own + ownIsSelected);
-    screen::Key("Right");
-    screen::Key("shift+F10");
-    ASSERT_TRUE(screen::ClickMenu({ "Order", "By rate" }));
-    ExpectRows(own + other + ownIsSelected);
-    screen::Key("Left");
-    screen::Key("Delete");
-    EXPECT_TRUE(Shows("line", "The run on this machine is not kept, so it cannot be forgotten"));
-    screen::Key("Right");
-    screen::Key("Delete");
-    ExpectRows(own + ownIsSelected);
-    screen::Key("ctrl+z");
-    ExpectRows(own + other + "Selected: Other (1-y)\n");
-    EXPECT_TRUE(Shows("line", "1 machine is back"));
-    Close();
-    Open();
-    window->LoadResults((folder / "none").c_str());
-    EXPECT_TRUE(Shows("line", "none cannot be read: No such file or directory"));
-    Run();
-    ExpectRows(own + other + ownIsSelected); // it is stored again
-    ChooseFor(1, { "Order", "As added" }); // for other tests
-    screen::ClickAt(PictureOf(1) + BPoint(30, 0), 3);
-    EXPECT_TRUE(screen::ShowsTree("", "ui/ChartMenu")); // open while the window goes
+TEST_F(CompareWinTest, ATipTellsTheUnitAtTheCaption)
+{
+    MachineFile(folder);
+    FollowSteps("ui/Tips.steps");
 }
 
 TEST_F(CompareWinTest, TheChartIsCopiedAndSavedAsAPicture)
 {
-    screen::Key("ctrl+c");
-    EXPECT_TRUE(Shows("line", "Nothing to copy: no test is chosen"));
-    Run();
-    screen::Key("ctrl+c");
-    EXPECT_TRUE(Shows("line", "Copied: the table as text, the chart as a picture"));
+    MachineFile(folder);
+    FollowSteps("ui/Copying.steps");
     EXPECT_EQ(screen::Copied("text/plain"),
         "Sieve (IPS), percent of This (2-x)\n"
         "Machine     2 CPU  1 CPU  Percent\n"
         "This (2-x)  400.0  100.0    100.0\n");
     EXPECT_TRUE(screen::Copied("image/png").starts_with("\x89PNG"));
     EXPECT_NE(screen::Copied("image/svg+xml").find("This (2-x)"), std::string::npos);
-    for (const char* const name : { "chart.svg", "chart.doc" }) {
-        ChooseFor(0, { "Save picture..." });
-        ASSERT_TRUE(screen::BecomesActive("Save As"));
-        EXPECT_TRUE(Shows("fileNameEdit", "Tarvex.svg"));
-        screen::Key("ctrl+a");
-        screen::Type(folder / name);
-        screen::Key("Return");
-        ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
-    }
-    EXPECT_TRUE(Shows("line",
-        "Could not write " + (folder / "chart.doc")
-            + ": a picture's name ends in .svg, .png or .pdf"));
+    FollowSteps("ui/SavingPictures.steps");
     EXPECT_NE(ReadFile(folder / "chart.svg").find("This (2-x)"), std::string::npos);
 }
 
-TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
+TEST_F(CompareWinTest, KeysAndClicksChooseColoursFromALegendThatCanBeRead)
 {
     Run();
     const BPoint text = Find("legend").frame.LeftTop() + BPoint(20, 2);
     EXPECT_SOON(screen::ContrastIn(BRect(text, text + BPoint(35, 14))) > 100);
-    const auto showsCursor = [](int entry) {
-        const BPoint cursor = Find("legend").frame.LeftBottom()
-            + BPoint(ComparisonChart::kLegendEntryWidth * static_cast<float>(entry) + 5, 0);
-        return screen::ContrastIn(BRect(cursor, cursor + BPoint(0, 2))) > 0;
-    };
-    screen::Key("Tab");
-    EXPECT_SOON(showsCursor(0));
-    screen::Key("Right");
-    EXPECT_SOON(showsCursor(1) && !showsCursor(0));
-    screen::Key("Return");
-    ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
-    EXPECT_SOON(!showsCursor(1)) << "the keyboard is elsewhere";
-    EXPECT_TRUE(
-        screen::ShowsTree("Color of 2 CPU", "ui/Color")); // with the nearest to { 0, 178, 0 }
+    FollowSteps("ui/Legend.steps");
     const BRect swatches = Find("swatches").frame;
+    EXPECT_EQ(swatches.LeftTop() - Find("bgview").frame.LeftTop(), BPoint(198, 112));
     // Red grows from block to block of six, green downwards and blue to the right in each.
     const std::vector<uint32> pixels = screen::PixelsIn(swatches);
     const auto pixel = [&](int column, int row, int inside) {
@@ -302,46 +269,16 @@ TEST_F(CompareWinTest, KeysChooseColoursFromALegendThatCanBeRead)
     EXPECT_EQ(pixel(0, 3, 0), 0) << "the cursor: black,";
     EXPECT_EQ(pixel(0, 3, 1), 0xffffff) << "white,";
     EXPECT_EQ(pixel(0, 3, 2), 0x009900) << "then the swatch";
-    const struct {
-        const char* key;
-        int times; // one too many: at an edge it stays
-        const char* said;
-    } rows[] = {
-        { "Up", 4, "Red 0, green 0, blue 0\n" },
-        { "Left", 1, "Red 0, green 0, blue 0\n" },
-        { "Down", 12, "Red 153, green 255, blue 0\n" },
-        { "Right", 18, "Red 255, green 255, blue 255\n" },
-        { "Left", 1, "Red 255, green 255, blue 204\n" },
-    };
-    for (const auto& row : rows) {
-        for (int i = 0; i < row.times; i++)
-            screen::Key(row.key);
-        EXPECT_SOON(screen::Lines("swatches") == row.said) << screen::Lines("swatches");
-    }
-    screen::Key("Return");
-    EXPECT_SOON(BarAt(0, 390, 410) == 0xffffcc);
-    const BPoint swatch = text + BPoint(ComparisonChart::kLegendEntryWidth - 15, 6);
-    EXPECT_SOON(screen::PixelsIn(BRect(swatch, swatch))[0] == 0xffffcc);
-    EXPECT_FALSE(screen::IsActive("Color of 2 CPU"));
-    screen::Key("Return");
-    ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
-    screen::ClickAt(swatches.RightBottom());
-    EXPECT_SOON(BarAt(0, 390, 410) == 0xffffff);
-    screen::Key("Return");
-    ASSERT_TRUE(screen::BecomesActive("Color of 2 CPU"));
-    screen::Key("Left");
-    screen::Key("Escape");
-    ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
-    EXPECT_EQ(BarAt(0, 390, 410), 0xffffffu);
+    FollowSteps("ui/Colors.steps");
 }
 
 TEST_F(CompareWinTest, FilesDraggedFromAnotherProgramAreShown)
 {
     Run();
-    ExpectRows(own + ownIsSelected);
     DragFromAnotherProgram(
         MachineFile(folder), Find("DrawView").frame.LeftTop() + BPoint(200, 150));
-    ExpectRows(own + other + ownIsSelected);
+    ExpectRows("This (2-x), 2 CPU 400.0, 1 CPU 100.0\nOther (1-y), 1 CPU 200.0\n"
+               "Selected: This (2-x)\n");
     EXPECT_EQ(system("kill $(cat process)"), 0);
 }
 
@@ -356,19 +293,10 @@ TEST_F(CompareWinTest, DroppedTextFilesAreThereAgainAndTheTableIsWritten)
         dropped.AddRef("refs", &ref);
     }
     window->LoadResults(&dropped);
-    EXPECT_EQ(Find("line").text, "2 machines added; other.txt is no results file, and 1 more");
-    Close();
-    Open();
-    Run();
-    ASSERT_TRUE(screen::Click("save"));
-    ASSERT_TRUE(screen::BecomesActive("Information"));
-    screen::Key("Return");
-    ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
+    FollowSteps("ui/Dropping.steps");
     std::filesystem::rename(folder / "Tarvex.compare", folder / "table");
     std::filesystem::create_directory(folder / "Tarvex.compare");
-    screen::ClickAt(PictureOf(1) + BPoint(30, 0));
-    screen::Key("s");
-    EXPECT_TRUE(Shows("line", "Could not write Tarvex.compare: Is a directory"));
+    FollowSteps("ui/NoTable.steps");
     const std::string table = ReadFile(folder / "table");
     EXPECT_TRUE(table.ends_with("50.0\t\nZ (1-)\t\t3.0\t\nOther (1-y)\t\t200.0\t\n")) << table;
     screen::Key("alt+F4");

@@ -3,14 +3,12 @@
 #include "sysinfo/TypedPciNames.h"
 #include "tests/kits/app/TestLooper.h"
 #include "tests/kits/kernel/PciTree.h"
-#include "tests/support/ScreenDriver.h"
+#include "tests/support/Steps.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/LibHelp.h"
 
 #include <Application.h>
 #include <Screen.h>
-
-#include <sstream>
 
 namespace {
 
@@ -40,32 +38,43 @@ protected:
         fForm->Show();
         ASSERT_TRUE(screen::BecomesActive("Unknown Devices"));
     }
-    void Fill(const std::string& name, const std::string& text)
-    {
-        ASSERT_TRUE(screen::Click(name));
-        screen::Key("ctrl+a");
-        screen::Type(text);
-    }
-
     // Whether a row comes to lie within a box or the window.
     static bool IsSeen(const char* row, const char* within)
     {
         return screen::WaitFor(
             [=] { return screen::Settled(within).Contains(Find(row).frame.InsetByCopy(0, -2)); });
     }
-    static void Choose(const std::string& where, const std::string& item)
+    // Beside the usual steps: an entry is filled with a text, a menu opened on a view, the form is
+    // closed so many times in all, and opened for the same devices again; the user wants names in
+    // results. Words of names stand for others.
+    void FollowSteps(const std::string& file, const std::map<std::string, std::string>& words = {})
     {
-        ASSERT_TRUE(screen::Click(where, "", 3));
-        ASSERT_TRUE(screen::ClickMenu({ item }));
-    }
-    // By the keyboard, which opens another form for the same devices.
-    void CloseAndOpen()
-    {
-        const int before = fClosed;
-        screen::Key("Escape");
-        ASSERT_SOON(fClosed == before + 1);
-        QuitNow(fForm);
-        Open();
+        const auto type = [](const Row& row) {
+            ASSERT_TRUE(screen::Click(row[1]));
+            screen::Key("ctrl+a");
+            screen::Type(row[2]);
+        };
+        Follow(file,
+            {
+                { "fill", type },
+                { "menu on", [](const Row& row) { EXPECT_TRUE(screen::Click(row[1], "", 3)); } },
+                { "closed", [this](const Row& row) { EXPECT_SOON(fClosed == std::stoi(row[1])); } },
+                { "reopen", [this](const Row&) { QuitNow(fForm), Open(); } },
+                { "at once",
+                    [](const Row& row) {
+                        EXPECT_EQ(system(("xdotool key " + row[1]).c_str()), 0);
+                    } },
+                { "copied",
+                    [](const Row& row) {
+                        EXPECT_SOON(
+                            (screen::Key("ctrl+c"), screen::Copied("text/plain") == row[1]));
+                    } },
+                { "for results",
+                    [](const Row& row) {
+                        EXPECT_SOON(TypedPciNames::AreForResults() == (row[1] == "yes"));
+                    } },
+            },
+            words);
     }
 
     const PciNameList names;
@@ -84,10 +93,11 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
 {
     AddPciFunction(fTree, "0000:00:00.0", PciConfig(0x8086, 0x7190, 0x060000)); // known
     AddPciFunction(fTree, "0000:00:01.0", PciConfig(0x1002, 0x4758, 0x030000)); // known
-    AddPciFunction(fTree, "0000:1a:02.3", PciConfig(0x1002, 0x0abc, 0x030000));
+    AddPciFunction(fTree, "0000:1a:02.3",
+        PciConfig(0x1002, 0x0abc, 0x030000).replace(44, 4, "\xff\xff\x23\x01")); // on no board
     AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
     AddPciFunction(fTree, "0000:00:04.0",
-        PciConfig(0x1af4, 0x1041, 0x020000).replace(44, 4, "\x28\x10\x23\x01"));
+        PciConfig(0x1af4, 0x1000, 0x020000).replace(44, 4, "\xde\x01\xfb\xff"));
     LibHelp help;
     help.SetTip("vendor", "no row is called that");
     LibSetToolTips(&help);
@@ -96,20 +106,23 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
     EXPECT_TRUE(screen::ShowsTree("Unknown Devices", "ui/Devices",
         { { "MAKER-1002", names.Vendor(0x1002) }, { "CARD-4758", names.Device(0x1002, 0x4758) },
             { "MAKER-1AF4", names.Vendor(0x1af4) }, { "CARD-1041", names.Device(0x1af4, 0x1041) },
-            { "BOARD-MAKER", names.Vendor(0x1028) } }));
+            { "CARD-1000", names.Device(0x1af4, 0x1000) },
+            { "BOARD",
+                names.Vendor(0x01de) + ", " + names.Subsystem(0x1af4, 0x1000, 0x01de, 0xfffb) } }));
 
-    Fill("device_1-2_0xABC", "Typed & kept");
     std::string letters;
     for (int i = 0; i < 50; i++)
         letters += "\xc3\xa4"; // two bytes each
     WithLock(fForm, [&] { fForm->FillIn({ { "vendor_2-1_0x1AF4", letters + "\xc3\xa4" } }); });
     EXPECT_EQ(Find("vendor_2-1_0x1AF4").text, letters);
-    Fill("vendor_2-1_0x1AF4", "A vendor of my own");
-    Fill("device_2-2_0x1041", "Some card of which the name has more than fifty letters");
     const std::string cut = "Some card of which the name has more than fifty le";
-    EXPECT_TRUE(screen::Shows("device_2-2_0x1041", cut));
-    screen::Key("Escape");
-    ASSERT_SOON(fClosed == 1);
+    testing::internal::CaptureStderr();
+    FollowSteps("ui/Typing.steps");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "device_1-2_0xABC found <Typed & kept>\nvendor_2-1_0x1AF4 found <A vendor of my own>\n"
+        "device_2-1_0x1041 found <Unknown>\nvendor_2-2_0x1AF4 found <Unknown>\n"
+        "device_2-2_0x1000 found <"
+            + cut + ">\n");
     fForm->Save((fTree / "saved").c_str());
     EXPECT_EQ(fTree.Read("saved"),
         "pci class = <3>, type = <Display>\n"
@@ -119,7 +132,7 @@ TEST_F(FormTest, ListsClassesWithUnknownDevicesAndSavesTheNamesTyped)
         "pci class = <2>, type = <Network>\n"
         "Vendor id <0x1AF4>, Device id <0x1041>, Vendor <Unknown,A vendor of my own>, "
         "Device <Unknown>\n"
-        "Vendor id <0x1AF4>, Device id <0x1041>, Vendor <Unknown,Unknown>, Device <"
+        "Vendor id <0x1AF4>, Device id <0x1000>, Vendor <Unknown,Unknown>, Device <"
             + cut + ">\n\n");
     fForm->Save("/nonexistent/folder/unknown_devices"); // silently nothing
 }
@@ -130,26 +143,7 @@ TEST_F(FormTest, WhatIsTypedReplacesTheEntryAndReturnLeadsThroughAllOfThem)
     AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1002, 0x0abc, 0x030000));
     AddPciFunction(fTree, "0000:00:04.0", PciConfig(0x1002, 0x0abc, 0x030000));
     Open();
-    // In one go: what follows a Return waits for the next entry.
-    screen::Type("?a");
-    EXPECT_EQ(system("xdotool key Return key question key b key Return"), 0);
-    screen::Type("?c");
-    EXPECT_TRUE(screen::Shows("device_1-3_0xABC", "?c"));
-    EXPECT_EQ(Find("device_1-1_0xABC").text + Find("device_1-2_0xABC").text, "?a?b");
-    EXPECT_TRUE(screen::Click("device_1-1_0xABC"));
-    EXPECT_SOON((screen::Key("ctrl+c"), screen::Copied("text/plain") == "?a")); // all of it
-    screen::Type("?d");
-    EXPECT_TRUE(screen::Shows("device_1-1_0xABC", "?d"));
-    EXPECT_TRUE(screen::Click("device_1-1_0xABC")); // puts the caret behind it
-    screen::Key("End");
-    screen::Type("e");
-    EXPECT_TRUE(screen::Shows("device_1-1_0xABC", "?de"));
-    EXPECT_EQ(fClosed, 0);
-    screen::Key("Escape");
-    EXPECT_SOON(fClosed == 1);
-    for (int i = 0; i < 3; i++)
-        screen::Key("Return");
-    EXPECT_SOON(fClosed == 2);
+    FollowSteps("ui/Entries.steps");
 }
 
 TEST_F(FormTest, RowsBelowTheirBoxAreScrolledIntoItAndBoxesIntoTheWindow)
@@ -164,8 +158,9 @@ TEST_F(FormTest, RowsBelowTheirBoxAreScrolledIntoItAndBoxesIntoTheWindow)
     std::string bars;
     std::istringstream tree(screen::Tree("Unknown Devices"));
     for (std::string line; std::getline(tree, line);)
-        bars += line.find("ScrollBar") == line.npos ? "" : line + "\n";
+        bars += std::regex_search(line, std::regex("ScrollBar|Client view")) ? line + "\n" : "";
     EXPECT_EQ(bars,
+        "  Client view \"\" 0 0 356x708 #d8d8d8\n"
         "      ScrollBar _VSB_ \"rows\" = 18 335 93 9x211 to 32 by 25 and 210 #efefef\n"
         "      ScrollBar _VSB_ \"rows\" = 18 335 328 9x211 to 32 by 25 and 210 #efefef\n"
         "      ScrollBar _VSB_ \"rows\" = 18 335 563 9x211 to 32 by 25 and 210 #efefef\n"
@@ -184,22 +179,9 @@ TEST_F(FormTest, CompletesNamesThatTheSystemKnows)
     AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
     Open();
     const std::string vendor = names.Vendor(0x1af4), device = names.Device(0x1af4, 0x1041);
-    Fill("vendor_1-1_0x1AF4", vendor.substr(0, 1));
-    EXPECT_SOON(Find("vendor_1-1_0x1AF4").text == vendor)
-        << "the machine's own vendor comes before all others";
-    Fill("vendor_1-1_0x1AF4", vendor.substr(0, 1)); // over the whole of it
-    EXPECT_TRUE(screen::Shows("vendor_1-1_0x1AF4", vendor));
-    Fill("device_1-1_0x1041", device.substr(0, 2));
-    EXPECT_TRUE(screen::Shows("device_1-1_0x1041", device));
-    screen::Type("?"); // replaces what was put behind
-    EXPECT_TRUE(screen::Shows("device_1-1_0x1041", device.substr(0, 2) + "?"));
-    screen::Key("BackSpace");
-    EXPECT_TRUE(screen::Shows("device_1-1_0x1041", device.substr(0, 2)))
-        << "whoever deletes does not want it back";
-    Fill("vendor_1-1_0x1AF4", "matrox e");
-    EXPECT_TRUE(screen::Shows("vendor_1-1_0x1AF4", "matrox electronics Systems Ltd."));
-    CloseAndOpen();
-    EXPECT_EQ(Find("device_1-1_0x1041").text, device.substr(0, 2)) << "all that was typed";
+    FollowSteps("ui/Completions.steps",
+        { { "VENDOR", vendor }, { "DEVICE", device }, { "BEGUN-VENDOR", vendor.substr(0, 1) },
+            { "BEGUN-DEVICE", device.substr(0, 2) } });
 }
 
 TEST_F(FormTest, ItsMenuFillsInWhatIsKnownAndTypedNamesComeBack)
@@ -210,29 +192,12 @@ TEST_F(FormTest, ItsMenuFillsInWhatIsKnownAndTypedNamesComeBack)
     AddPciFunction(fTree, "0000:00:01.0", PciConfig(0x1000, 0x00ac, 0x010000));
     AddPciFunction(fTree, "0000:00:03.0", PciConfig(0x1af4, 0x1041, 0x020000));
     Open();
-    Fill("device_1-1_0xABC", "?mine");
-    Fill("vendor_3-1_0x1AF4", "?two");
-    Choose("instructions1", "Names from the list");
-    EXPECT_TRUE(screen::Shows("device_3-1_0x1041", device));
-    EXPECT_EQ(Find("vendor_3-1_0x1AF4").text, "?two");
-    EXPECT_EQ(Find("device_2-1_0xAC").text, longName.substr(0, 50));
-    EXPECT_FALSE(TypedPciNames::AreForResults());
-    Choose("device_2-1_0xAC", "Names in results");
-    EXPECT_SOON(TypedPciNames::AreForResults());
-    CloseAndOpen();
+    const std::map<std::string, std::string> words { { "VENDOR", vendor }, { "DEVICE", device },
+        { "FIFTY-LETTERS", longName.substr(0, 50) } };
+    FollowSteps("ui/Names.steps", words);
     EXPECT_EQ(ReadFile(fData / "tarvex/pci.ids"),
         "1002  ATI Technologies\n\t0abc  ?mine\n1000  Symbios Logic Inc.\n\t00ac  " + longName
             + "\n1af4  ?two\n\t1041  " + device + "\n");
-    EXPECT_EQ(Find("device_1-1_0xABC").text, "?mine");
-    EXPECT_EQ(Find("vendor_3-1_0x1AF4").text, "?two");
-
-    screen::Key("ctrl+r");
-    EXPECT_SOON(!TypedPciNames::AreForResults());
-    Fill("vendor_3-1_0x1AF4", "Unknown");
     WriteFile(fData / "tarvex/pci.ids", "1002  ATI\n\t0abc  edited\n1af4  ?two\n");
-    CloseAndOpen();
-    EXPECT_EQ(Find("device_1-1_0xABC").text, "edited") << "what nobody typed over stays as it is";
-    EXPECT_EQ(Find("vendor_3-1_0x1AF4").text, "Unknown");
-    screen::Key("ctrl+l");
-    EXPECT_TRUE(screen::Shows("vendor_3-1_0x1AF4", vendor));
+    FollowSteps("ui/EditedNames.steps", words);
 }

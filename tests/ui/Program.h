@@ -3,7 +3,6 @@
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/Test.h"
 
-#include <sstream>
 #include <sys/wait.h>
 
 // A running Tarvex; killed, if need be, at the end. Its user has a keyboard, and a screen reader

@@ -6,10 +6,9 @@
 #include "tests/support/Test.h"
 #include "ui/TarvexApp.h"
 
-#include <regex>
-
 TEST(Program, AnswersWithoutADisplay)
 {
+    setenv("ON_A_DISPLAY", TARVEX_TESTS "/../scripts/with-display", 1);
     for (const Row& row : RowsOf("ui/Answers.txt", 4)) {
         const std::string command =
             "env -u DISPLAY -u WAYLAND_DISPLAY " + row[0] + " " TARVEX_BUILD "/tarvex " + row[1];
@@ -78,6 +77,8 @@ TEST(Program, ALaterStartReachesTheOneThatRuns)
     EXPECT_TRUE(program.In("Tarvex Comparisons", "", {})) << "its path counts from there";
     EXPECT_EQ(system(start.c_str()), 0);
     EXPECT_TRUE(program.In("Tarvex", "", {}));
+
+    EXPECT_EQ(program.Errors(), "");
 
     program.End(SIGSTOP);
     EXPECT_EQ(WEXITSTATUS(system((start + "one 2>said").c_str())), 1);

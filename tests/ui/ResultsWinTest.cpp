@@ -2,9 +2,10 @@
 
 #include "sysinfo/LibSysInfo.h"
 #include "tests/kits/kernel/PciTree.h"
-#include "tests/support/ScreenDriver.h"
+#include "tests/support/Steps.h"
 #include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
+#include "ui/ResultsMail.h"
 #include "ui/UnsavedRun.h"
 
 #include <Application.h>
@@ -37,12 +38,17 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
     screen::ResizeWindow("Results", BPoint(99, 99)); // as small as it can be
     EXPECT_TRUE(screen::ShowsTree(
         "Results", "ui/Results", { { "MACHINE", LibMachineText(ReadMachineDetails()) } }));
-    // What is too wide keeps its distance from the next column.
     const BPoint row = Find("list").frame.LeftTop();
-    for (const float column : { 190, 400 })
-        EXPECT_EQ(
-            screen::ContrastIn(BRect(row + BPoint(column - 4, 0), row + BPoint(column - 1, 12))), 0)
-            << column;
+    const auto contrast = [&](float left, float top, float right, float bottom) {
+        return screen::ContrastIn(BRect(row + BPoint(left, top), row + BPoint(right, bottom)));
+    };
+    for (const float column : { 5, 190, 290, 345, 400 })
+        EXPECT_GT(contrast(column + 12, 13, column + 20, 25), 0) << column;
+    // What is too wide keeps its distance from the next column.
+    EXPECT_EQ(contrast(186, 0, 189, 12) + contrast(396, 0, 399, 12), 0);
+    // Without descenders letters end above the base line.
+    EXPECT_GT(contrast(5, 9, 180, 9), 0);
+    EXPECT_EQ(contrast(5, 10, 180, 12), 0);
     BMessage noFiles;
     WithLock(window, [&] { window->CompareFiles(&noFiles, true); });
     ASSERT_TRUE(screen::BecomesActive("Tarvex Comparisons"));
@@ -53,19 +59,17 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
     run.Remove();
     EXPECT_EQ(screen::Lines("list"), rows) << "the window shows a copy";
     run.description = "Another one (1-x)";
-    WithLock(window, [&] { window->Update(run, true); });
+    WithLock(window, [&] { window->Update(run, false); });
     EXPECT_SOON(screen::Lines("list") == "Memory, KIPS, 200.0, 0.0, 100.0\n");
-    const auto isCompared = [] {
-        return screen::BecomesActive("Tarvex Comparisons") && screen::WaitFor([] {
-            return screen::Lines("DrawView").ends_with("\nSelected: Another one (1-x)\n");
-        });
-    };
-    EXPECT_TRUE(isCompared()) << "the open comparison is of the new run";
-    screen::Key("Escape");
-    ASSERT_TRUE(screen::BecomesActive("Results"));
-    EXPECT_TRUE(screen::Click("compare") && isCompared());
-    screen::Key("Escape");
-    ASSERT_TRUE(screen::BecomesActive("Results"));
+    const std::string copied = screen::Copied("text/plain");
+    testing::internal::CaptureStderr();
+    Follow("ui/Comparing.steps",
+        { { "selected", [](const Row& line) {
+               EXPECT_SOON(screen::Lines("DrawView").ends_with("\nSelected: " + line[1] + "\n"));
+           } } });
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("time 2: 0.000 1: 0.500\n"), rows.npos);
+    EXPECT_FALSE(Find("save", "Tarvex Comparisons").exists);
+    EXPECT_EQ(screen::Copied("text/plain"), copied);
     EXPECT_STREQ(WithLock(window, [&] { return window->FindView("bgview")->ToolTip(); }), "")
         << "nobody knows more of that machine";
     screen::ClickAt(row + BPoint(9, 9));
@@ -75,6 +79,32 @@ TEST(ResultsWin, ShowsTheLastRunOnly)
         == run.description.operator const char*()
             + std::string("\nTest    Units  3 CPU  2 CPU  1 CPU\n"
                           "Memory  KIPS   200.0      -  100.0\n"));
+}
+
+TEST(ResultsWin, RowsHaveRoomForEightRates)
+{
+    ResultItem item("A test");
+    for (const int slot : { -1, 0, 7, 8 })
+        item.Rate(slot, 2);
+    EXPECT_EQ(std::tuple(item.Quantity(), item.Rate(0), item.Rate(7)), std::tuple(2, 2, 2));
+    item.Quantity(9);
+    EXPECT_EQ(item.Quantity(), 9);
+}
+
+TEST(ResultsWin, SaysWhatBecameOfAFile)
+{
+    const TempFolder folder;
+    const std::string file = folder / "mine";
+    const std::tuple<size_t, Package, const char*> rows[] = {
+        { 1024, { Packed::kZip, 1, "" }, "1 file, 1 KB" },
+        { 1025, { Packed::kTar, 2, "zip failed" }, "2 files, 2 KB, not compressed: zip failed" },
+        { 1 << 20, { Packed::kNoZip, 2, "none" }, "2 files, 1024 KB, not compressed: none" },
+        { 0, { .why = "why" }, "not packed: why" },
+    };
+    for (const auto& [size, package, text] : rows) {
+        WriteFile(file, std::string(size, 'x'));
+        EXPECT_EQ(SavedText(file.c_str(), package), "Saved: " + file + " (" + text + ")");
+    }
 }
 
 TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
@@ -89,98 +119,51 @@ TEST(ResultsWin, KeepsTypedNamesForTheNextSaveAndTakesEveryOtherAnswerForNo)
     ResultsWin* window = new ResultsWin(1);
     window->Update(run, false);
     window->Show();
-    const auto shownDevices = [window] {
-        WithLock(window, [window] { window->KeepUnsaved(); });
-        const std::string kept = ReadFile(DataHome() / "tarvex/unsaved");
-        const size_t start = kept.find("\t3:") + 1; // not in the time of day
-        return kept.substr(start, kept.rfind('\t') - start);
-    };
-    const auto isActive = [](const char* title) { return screen::BecomesActive(title); };
-    const char question[] = ""; // has no title
-    for (const char* key : { "Escape", "alt+F4", "n" }) {
-        ASSERT_TRUE(isActive("Results"));
-        screen::Key("Return");
-        ASSERT_TRUE(isActive(question));
-        screen::Key(key);
-    }
-    ASSERT_TRUE(isActive("Results"));
-    std::string typed = "Unknown";
-    for (const char* text : { "?one", "?another", "?third" }) {
-        screen::Key("Return");
-        ASSERT_TRUE(isActive(question));
-        screen::Key("y");
-        ASSERT_TRUE(isActive("Unknown Devices"));
-        EXPECT_EQ(Find("device_1-1_0xABC").text, typed);
-        screen::Type(typed = text);
-        if (typed != "?third")
-            screen::Key("ctrl+r"); // puts the names into the results and takes them out again
-        screen::Key("Return");
-        ASSERT_TRUE(isActive("Save As"));
-        EXPECT_EQ(shownDevices(),
-            "3:ATI Technologies, " + std::string(typed == "?one" ? "?one" : "Unknown"));
-        screen::Key("Escape");
-        ASSERT_TRUE(isActive("Results"));
-    }
+    Follow("ui/TypedNames.steps",
+        {
+            { "compare", [&](const Row&) { WithLock(window, [&] { window->CompareResults(); }); } },
+            { "front",
+                [](const Row& row) { EXPECT_EQ(system(("wmctrl -a " + row[1]).c_str()), 0); } },
+            { "device",
+                [](const Row& row) {
+                    EXPECT_SOON(screen::Lines("DrawView").find(row[1]) != std::string::npos);
+                } },
+        });
 }
 
 TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
 {
     const ThisMachine tree; // without devices, and so without questions about them
     const TempFolder folder;
-    const std::string longFolder = folder / std::string(80, 'x');
-    std::filesystem::create_directory(longFolder);
     const std::string path = getenv("PATH");
     setenv("PATH", (folder.Path() + ":" + path).c_str(), 1);
-    const auto mailer = [&](const std::string& commands) {
-        WriteFile(folder / "sendmail", "#!/bin/sh\n" + commands);
-        std::filesystem::permissions(folder / "sendmail", std::filesystem::perms::all);
-    };
     const BApplication app("application/x-vnd.Quorvane.ResultsTest");
     Results run(true);
     AddMetric(run, "Memory", { 1 });
     ResultsWin* window = new ResultsWin(1);
     window->Update(run, false);
     window->Show();
-    const auto save = [&](const std::string& file) {
-        ASSERT_TRUE(screen::BecomesActive("Results"));
-        screen::Key("Return");
-        ASSERT_TRUE(screen::BecomesActive(""));
-        EXPECT_TRUE(screen::ShowsTree("", "ui/Question"));
-        screen::Key("y");
-        ASSERT_TRUE(screen::BecomesActive("Save As"));
-        EXPECT_TRUE(screen::Shows("fileNameEdit", "Tarvex.results"));
-        screen::Type(file);
-        screen::Key("Return");
+    const auto said = [&] { // all of it, where the line has no room
+        const std::string tip =
+            WithLock(window, [&] { return window->FindView("status")->ToolTip(); });
+        return tip.empty() ? Find("status").text : tip;
     };
-    const auto mail = [] {
-        ASSERT_TRUE(screen::BecomesActive("alert"));
-        EXPECT_TRUE(screen::ShowsTree("alert", "ui/Alert"));
-        screen::Type("a box");
-        EXPECT_TRUE(screen::Shows("config", "a box"));
-        EXPECT_TRUE(screen::Click("_b1_", "alert"));
-    };
-    save("/sys/mine"); // where nobody, not even root, may make a file
-    EXPECT_TRUE(screen::Shows("status", "Could not write /sys/mine: permission denied"));
-    EXPECT_FALSE(WithLock(window, [] { return Find("config").exists; }));
-
-    mailer("cat > \"$0.mail\"\n");
-    save(folder / "mine");
-    EXPECT_SOON(Find("status").text.ends_with("/mine.zip (1 file, 1 KB)"));
-    mail();
-    EXPECT_TRUE(screen::Shows("status", "Mailed to support@tarvex.example"));
+    testing::internal::CaptureStderr();
+    Follow("ui/Mailing.steps",
+        {
+            { "mailer",
+                [&](const Row& row) {
+                    WriteFile(folder / "sendmail", "#!/bin/sh\n" + row[1]);
+                    chmod((folder / "sendmail").c_str(), 0755);
+                } },
+            { "answer", [&](const Row&) { window->PostMessage(TarvexAlert::kMsgEmail); } },
+            { "said", [&](const Row& row) { EXPECT_SOON(said() == row[1]); } },
+        },
+        { { "FOLDER", folder.Path() } });
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("The mail with <> was not sent\n"),
+        std::string::npos);
     EXPECT_NE(
         ReadFile(folder / "sendmail.mail").find("\nResults for : a box.\n"), std::string::npos);
-
-    mailer("echo 'no such account' >&2; exit 78\n");
-    save(longFolder + "/mine");
-    const std::string all = "Saved: " + longFolder + "/mine.zip (1 file, 1 KB)";
-    EXPECT_SOON(WithLock(window, [&] { return window->FindView("status")->ToolTip() == all; }));
-    const std::string shown = Find("status").text;
-    EXPECT_TRUE(shown.starts_with("Saved: " + folder.Path().substr(0, 4))) << shown;
-    EXPECT_TRUE(shown.ends_with("/mine.zip (1 file, 1 KB)")) << shown;
-    EXPECT_NE(shown.find("..."), shown.npos);
-    mail();
-    EXPECT_TRUE(screen::Shows("status", "The mailer refused: no such account"));
     setenv("PATH", path.c_str(), 1);
 }
 
@@ -201,8 +184,13 @@ TEST(UnsavedRun, IsReadAsFarAsItIsWholeAndForgottenByWhoKeptIt)
     EXPECT_EQ(one.Read()->Size(), 2);
     EXPECT_STREQ(one.Read()->First()->units, "MB/sec");
     const std::string text = ReadFile(file);
+    const auto of = [&](const char* processors) {
+        return std::regex_replace(text, std::regex("1-x"), processors);
+    };
+    WriteFile(file, of("8-x"));
+    EXPECT_NE(UnsavedRun().Read(), nullptr);
     for (const std::string& damaged : { std::string(), text.substr(0, 16), text.substr(0, 17),
-             text.substr(0, text.find('\t')), "x" + text }) {
+             text.substr(0, text.find('\t')), of("0-x"), of("9-x"), "x" + text }) {
         WriteFile(file, damaged);
         UnsavedRun unread;
         EXPECT_EQ(unread.Read(), nullptr) << damaged;
@@ -212,4 +200,11 @@ TEST(UnsavedRun, IsReadAsFarAsItIsWholeAndForgottenByWhoKeptIt)
     WriteFile(file, text);
     other.Forget();
     EXPECT_EQ(UnsavedRun().Read(), nullptr);
+    std::filesystem::remove_all(DataHome() / "tarvex");
+    WriteFile(DataHome() / "tarvex", "in the way");
+    testing::internal::CaptureStderr();
+    one.Keep(run);
+    EXPECT_TRUE(testing::internal::GetCapturedStderr().ends_with(
+        "The results could not be kept for the next start\n"));
+    std::filesystem::remove(DataHome() / "tarvex");
 }

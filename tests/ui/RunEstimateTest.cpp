@@ -1,5 +1,6 @@
 #include "ui/RunEstimate.h"
 
+#include "sysinfo/LibSysInfo.h"
 #include "tests/support/Test.h"
 #include "ui/RunWatch.h"
 
@@ -21,12 +22,26 @@ TEST(RunEstimate, EachPassTakesTheSumOfItsGroups)
     }
 }
 
+TEST(RunEstimate, OneScreenSuitsTheGraphicsTests)
+{
+    LibSysInfo info;
+    for (const auto& [width, height, space] : { std::tuple(1024, 768, B_CMAP8),
+             { 1023, 768, B_CMAP8 }, { 1024, 767, B_CMAP8 }, { 1024, 768, B_RGB32 } }) {
+        info.screenWidth = width;
+        info.screenHeight = height;
+        info.colorSpace = space;
+        EXPECT_EQ(SuitsGraphicsTests(info), width + height == 1792 && space == B_CMAP8);
+    }
+}
+
 TEST(RunProgress, TakesEachGroupToLastAsLongAsTheLastTime)
 {
     RunEstimate plan;
     plan.nbrCpus = 2;
     plan.selected[GroupIndex("graphics")] = plan.selected[GroupIndex("sieve")] = true;
     RunProgress progress;
+    for (const bigtime_t time : { 1000000, 2000000 }) // of no run
+        progress.GroupBegins(time);
     progress.Begin(plan, 1000000);
     EXPECT_EQ(progress.SecondsLeft(), 12) << "1 and 5, twice";
     EXPECT_EQ(progress.Share(), 0);

@@ -5,8 +5,8 @@
 #include "sysinfo/LibSysInfo.h"
 #include "tests/kits/kernel/MachineTree.h"
 #include "tests/support/NoThreads.h"
-#include "tests/support/ScreenDriver.h"
 #include "tests/support/SessionService.h"
+#include "tests/support/Steps.h"
 #include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
 #include "toolkit/MessageBoxes.h"
@@ -19,8 +19,6 @@
 #include <MenuItem.h>
 #include <Message.h>
 #include <StatusBar.h>
-
-#include <regex>
 
 namespace {
 
@@ -39,17 +37,35 @@ public:
         TarvexWin::MessageReceived(message);
         if (message->what != 'BmkS')
             return;
+        EstimateTime(); // waits for the end
         statuses.push_back(Find("timebox").text + ": " + Find("est_time").text);
         EXPECT_TRUE(Find("progress").exists);
+        EXPECT_GE(find_thread("LoadCursor"), 0);
+        const float done = Progress().CurrentValue();
+        EXPECT_TRUE(done > 0 && done < 1) << done;
         if (atStatus)
             atStatus();
         StartTest(); // one run at a time: nothing must happen
         EXPECT_FALSE(KeyMenuBar()->FindItem("Test")->IsEnabled());
     }
 
+    BStatusBar& Progress() { return *dynamic_cast<BStatusBar*>(FindView("progress")); }
+
     std::vector<std::string> statuses;
     std::function<void()> atStatus;
 };
+
+// Keeps the results of another machine, of seven processors.
+void KeepOlderRun()
+{
+    Results run(true);
+    run.description = "PC (7-x)";
+    Metric* metric = run.NewTest("Memory", 195);
+    metric->Index(200);
+    for (int count = 7; count > 0; count--)
+        metric->Time(0.5f);
+    UnsavedRun().Keep(run);
+}
 
 class TarvexWinTest : public testing::Test {
 protected:
@@ -123,22 +139,14 @@ TEST_F(TarvexWinTest, AsksBeforeASecondRunOnTheMachineWhichTheDefaultDoesNotStar
 {
     BMachineRun other;
     ASSERT_EQ(other.Begin(), B_OK);
-    screen::Click("cpustring");
-    for (const char* const answer : { "Return", "Escape", "" }) {
-        screen::Key("ctrl+t");
-        ASSERT_TRUE(screen::BecomesActive("Another run"));
-        const std::string text = Find("_tv_").text;
-        EXPECT_TRUE(text.starts_with("Another run is under way on this machine, by ")) << text;
-        EXPECT_NE(text.find(" (process " + std::to_string(getpid()) + ") since "), text.npos);
-        if (answer[0]) {
-            screen::Key(answer);
-            ASSERT_TRUE(screen::BecomesActive("Tarvex"));
-            EXPECT_TRUE(TestIsEnabled());
-        } else {
-            EXPECT_TRUE(screen::Click("_b0_", "Another run"));
-            EXPECT_TRUE(screen::BecomesActive("Warning"));
-        }
-    }
+    Follow("ui/SecondRun.steps",
+        { { "told", [](const Row&) {
+               const std::string text = Find("_tv_").text;
+               EXPECT_TRUE(text.starts_with("Another run is under way on this machine, by "))
+                   << text;
+               EXPECT_NE(
+                   text.find(" (process " + std::to_string(getpid()) + ") since "), text.npos);
+           } } });
 }
 
 TEST_F(TarvexWinTest, WithoutAThreadForTheRunTheWindowIsIdleAgain)
@@ -166,16 +174,13 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
 {
     // No core is that fast, so all spans were shared.
     KeepProbe(ProbeKey(ReadMachineDetails(), ThisBuild()), { 2e-6, kUnknownBest.clock });
-    screen::Click("cpustring");
-    screen::Click("cpumemory");
-    screen::Key("ctrl+t");
-    ASSERT_TRUE(screen::BecomesActive("Warning"));
-    EXPECT_EQ(Find("_tv_").text,
-        "While the test is being conducted against one CPU, Tarvex may appear to have hung and the "
-        "animated pointer will not spin much. Be patient for a moment, the single processor is "
-        "very busy during this phase of the test.");
+    KeepOlderRun();
+    Restart();
+    Follow("ui/Warned.steps");
     screen::Key("Return");
     ASSERT_TRUE(screen::BecomesActive("Results", 120));
+    EXPECT_LT(find_thread("LoadCursor"), 0);
+    EXPECT_EQ(BMachineRun().Begin(), B_OK);
 
     std::vector<std::string> expected;
     const std::string all = "/" + std::to_string(kNbrCpus) + ")";
@@ -204,6 +209,7 @@ TEST_F(TarvexWinTest, RunsShowTheirStatusThenTheResultsAndWarnOnce)
             ASSERT_TRUE(screen::BecomesActive("Tarvex"));
             screen::Key(back);
             ASSERT_TRUE(screen::BecomesActive("Results", 120));
+            EXPECT_FALSE(Find("cpus7").exists) << "the older run has gone";
         }
     }
     Restart();
@@ -220,18 +226,15 @@ TEST_F(TarvexWinTest, KeepsTheMachineAwakeAndTellsAnAbsentUserOfTheEnd)
     sleep(3);
     std::vector<std::string> left;
     window->atStatus = [&] {
-        auto* bar = dynamic_cast<BStatusBar*>(window->FindView("progress"));
-        left.push_back(bar->ToolTip() + (bar->MaxValue() == 1 ? std::string(" of 1") : ""));
+        const BStatusBar& bar = window->Progress();
+        left.push_back(bar.ToolTip() + (bar.MaxValue() == 1 ? std::string(" of 1") : ""));
         sleep(4);
         // While this is handled the end of the run waits.
         EXPECT_EQ(system("wmctrl -k on"), 0);
         EXPECT_SOON(!screen::IsActive("Tarvex"));
     };
     EXPECT_FALSE(Find("progress").exists);
-    screen::Click("cpustring");
-    screen::Click("cpumemory");
-    screen::Key("ctrl+t");
-    ASSERT_TRUE(screen::BecomesActive("Warning"));
+    Follow("ui/Warned.steps");
     EXPECT_EQ(session.log.Now(), Entries()) << "nothing runs yet";
     screen::Key("Return");
     ASSERT_SOON(Find("list").exists);
@@ -251,54 +254,24 @@ TEST_F(TarvexWinTest, OffersTheUnsavedResultsOfTheLastStartUntilTheyAreSaved)
 {
     EXPECT_FALSE(IsEnabled("Results"));
     const ThisMachine tree; // without devices, and so without questions about them
-    Results run(true);
-    run.description = "PC (7-x)"; // of another machine
-    Metric* metric = run.NewTest("Memory", 195);
-    metric->Index(200);
-    for (int count = 7; count > 0; count--)
-        metric->Time(0.5f);
-    UnsavedRun().Keep(run);
-    for (const bool isSaved : { false, true }) {
-        Restart();
-        ASSERT_TRUE(IsEnabled("Results"));
-        screen::ClickMenu({ "Benchmark", "Results" });
-        ASSERT_TRUE(screen::BecomesActive("Results"));
-        EXPECT_EQ(Find("status").text,
-            "Not saved yet: the run of " + ReadFile(DataHome() / "tarvex/unsaved").substr(0, 16));
-        EXPECT_TRUE(Find("cpus7").exists);
-        const std::string file = DataHome() / "mine";
-        screen::Key("Return");
-        ASSERT_TRUE(screen::BecomesActive("")); // not all tests
-        screen::Key(isSaved ? "y" : "n");
-        if (!isSaved)
-            continue;
-        ASSERT_TRUE(screen::BecomesActive("Save As"));
-        screen::Type(file);
-        screen::Key("Return");
-        ASSERT_TRUE(screen::BecomesActive("alert"));
-        screen::Key("Escape");
-        EXPECT_TRUE(std::filesystem::exists(file + ".zip"));
-    }
+    KeepOlderRun();
+    const auto showsTime = [](const Row&) {
+        const std::string time = ReadFile(DataHome() / "tarvex/unsaved").substr(0, 16);
+        EXPECT_TRUE(Shows("status", "Not saved yet: the run of " + time));
+    };
+    Follow("ui/Unsaved.steps",
+        { { "restart", [this](const Row&) { Restart(); } },
+            { "no files", [this](const Row&) { window->PostMessage(B_REFS_RECEIVED); } },
+            { "of the run", showsTime } },
+        { { "FOLDER", DataHome().Path() } });
+    EXPECT_TRUE(std::filesystem::exists(DataHome() / "mine.zip"));
     Restart();
     EXPECT_FALSE(IsEnabled("Results"));
 }
 
 TEST_F(TarvexWinTest, TheGraphicsTestsAskForTheirScreenFirst)
 {
-    screen::Click("cpugraphics");
-    screen::Key("ctrl+t");
-    ASSERT_TRUE(screen::BecomesActive("Graphics"));
-    EXPECT_EQ(Find("_tv_").text,
-        "To properly test the graphics portion, the screen should be set to 8 Bits/Pixel, and a "
-        "resolution of 1024x768");
-    screen::Click("_b0_");
-    ASSERT_TRUE(screen::BecomesActive("Tarvex"));
-    EXPECT_LT(find_thread("LoadCursor"), 0);
-
-    // Only whoever continues is warned, and nothing runs before that is answered.
-    screen::Key("ctrl+t");
-    ASSERT_TRUE(screen::BecomesActive("Graphics"));
-    screen::Key("Return");
-    EXPECT_TRUE(screen::BecomesActive("Warning"));
+    Follow("ui/Graphics.steps");
     EXPECT_TRUE(window->statuses.empty());
+    EXPECT_LT(find_thread("LoadCursor"), 0);
 }
