@@ -292,5 +292,5 @@ TEST_P(HandsTest, BecomesWhatAFileSays)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, HandsTest, testing::Values("shortcuts", "window"),
+INSTANTIATE_TEST_SUITE_P(, HandsTest, testing::Values("keys", "shortcuts", "texts", "window"),
     [](const auto& file) { return std::string(file.param); });
