@@ -292,5 +292,6 @@ TEST_P(HandsTest, BecomesWhatAFileSays)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, HandsTest, testing::Values("keys", "shortcuts", "texts", "window"),
+INSTANTIATE_TEST_SUITE_P(, HandsTest,
+    testing::Values("bars", "keys", "line", "shortcuts", "texts", "window"),
     [](const auto& file) { return std::string(file.param); });
