@@ -293,5 +293,5 @@ TEST_P(HandsTest, BecomesWhatAFileSays)
 }
 
 INSTANTIATE_TEST_SUITE_P(, HandsTest,
-    testing::Values("bars", "keys", "line", "shortcuts", "texts", "window"),
+    testing::Values("bars", "hooks", "keys", "line", "parts", "shortcuts", "texts", "window"),
     [](const auto& file) { return std::string(file.param); });

@@ -25,6 +25,28 @@ TEST(ViewTree, ChildrenAreFoundInTheirOrder)
     delete deep;
     delete a; // takes itself out
     EXPECT_EQ(top.CountChildren(), 1);
+    EXPECT_FALSE(top.ShowsOnly(white_color).has_value()) << "it has never been drawn";
+}
+
+TEST(ViewTree, AFontIsTakenInTheAskedForPartsOnly)
+{
+    BFont other(be_fixed_font), taken;
+    other.SetFace(B_BOLD_FACE);
+    other.SetSize(33);
+    std::string told;
+    for (const uint32 parts : { B_FONT_FAMILY_AND_STYLE, B_FONT_SIZE, B_FONT_FACE, B_FONT_ALL }) {
+        BView view(BRect(0, 0, 9, 9), "view", B_FOLLOW_NONE, 0);
+        view.SetFont(nullptr);
+        view.SetFont(&other, parts);
+        view.GetFont(&taken);
+        font_family family;
+        font_style style;
+        taken.GetFamilyAndStyle(&family, &style);
+        told += std::string(family) + " " + style + " " + std::to_string(taken.Face()) + " "
+            + std::to_string(std::lround(taken.Size())) + "\n";
+    }
+    EXPECT_EQ(
+        told, "Monospace Bold 32 12\nSans Regular 64 33\nSans Bold 32 12\nMonospace Bold 32 33\n");
 }
 
 TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)
