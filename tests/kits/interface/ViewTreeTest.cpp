@@ -1,33 +1,6 @@
 #include "tests/support/Rows.h"
 #include "TestWindow.h"
 
-TEST(ViewTree, ChildrenAreFoundInTheirOrder)
-{
-    const auto view = [](const char* name) {
-        return new BView(BRect(0, 0, 9, 9), name, B_FOLLOW_NONE, 0);
-    };
-    BView top(BRect(0, 0, 99, 99), "top", B_FOLLOW_NONE, 0);
-    BView* a = view("a");
-    BView* b = view("b");
-    BView* deep = view("deep");
-    top.AddChild(b);
-    top.AddChild(a, b);
-    b->AddChild(deep);
-    EXPECT_EQ(top.ChildAt(0), a);
-    EXPECT_EQ(a->NextSibling(), b);
-    EXPECT_EQ(top.FindView("deep"), deep);
-    EXPECT_EQ(a->FindView("deep"), nullptr);
-
-    a->AddChild(deep); // it has a parent: refused
-    EXPECT_EQ(deep->Parent(), b);
-    EXPECT_FALSE(top.RemoveChild(deep));
-    EXPECT_TRUE(deep->RemoveSelf());
-    delete deep;
-    delete a; // takes itself out
-    EXPECT_EQ(top.CountChildren(), 1);
-    EXPECT_FALSE(top.ShowsOnly(white_color).has_value()) << "it has never been drawn";
-}
-
 TEST(ViewTree, AFontIsTakenInTheAskedForPartsOnly)
 {
     BFont other(be_fixed_font), taken;
@@ -39,6 +12,7 @@ TEST(ViewTree, AFontIsTakenInTheAskedForPartsOnly)
         view.SetFont(nullptr);
         view.SetFont(&other, parts);
         view.GetFont(&taken);
+        EXPECT_FALSE(view.ShowsOnly(white_color).has_value()) << "it has never been drawn";
         font_family family;
         font_style style;
         taken.GetFamilyAndStyle(&family, &style);
