@@ -200,6 +200,7 @@ private:
         { "MakeDefault", On(&BButton::MakeDefault) },
         { "SetValue", On(&BScrollBar::SetValue) },
         { "SetRange", On(&BScrollBar::SetRange) },
+        { "SetProportion", On(&BScrollBar::SetProportion) },
         { "SetSteps", On(&BScrollBar::SetSteps) },
         { "SetMaxValue", On(&BStatusBar::SetMaxValue) },
         { "Update", On(&BStatusBar::Update) },
