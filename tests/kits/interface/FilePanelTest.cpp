@@ -97,15 +97,13 @@ TEST_F(WindowTest, APanelComesUpOverItsWindowAndThenWhereItWasLeft)
         EXPECT_TRUE(screen::BecomesActive("Save As"));
         return screen::Settled("save_panel");
     };
-    std::string places;
-    for (const BPoint corner : { BPoint(380, 300), BPoint(0, 0), BPoint(900, 700) }) {
+    const std::pair<BPoint, BRect> places[] = { { { 380, 300 }, { 218, 194, 841, 605 } },
+        { { 0, 0 }, { 1, 28, 624, 439 } }, { { 900, 700 }, { 399, 351, 1022, 762 } } };
+    for (const auto& [corner, place] : places) {
         BFilePanel panel(B_SAVE_PANEL, &fTarget);
         fWindow->MoveTo(corner);
-        const BRect place = show(panel);
-        for (const float edge : { place.left, place.top, place.right, place.bottom })
-            places += std::to_string(std::lround(edge)) + " ";
+        EXPECT_EQ(show(panel), place);
     }
-    EXPECT_EQ(places, "218 194 841 605 1 28 624 439 399 351 1022 762 ");
     BFilePanel panel(B_SAVE_PANEL, &fTarget);
     BRect left = show(panel);
     for (const char* key : { "Escape", "alt+F4" }) {

@@ -116,11 +116,7 @@ protected:
             { "type", [&] { screen::Type(row[1]); } },
             { "click", [&] { screen::ClickAt(Place(row), row.size() > 3 ? row[3][0] - '0' : 1); } },
             { "double", [&] { screen::DoubleClickAt(Place(row)); } },
-            { "show",
-                [&] {
-                    Show();
-                    EXPECT_SOON(fWindow->IsActive());
-                } },
+            { "show", [&] { Show(), Becomes([&] { return fWindow->IsActive(); }); } },
             { "pointer", [&] { screen::MoveTo(Place(row)); } },
             { "close", [] { display::Call([] { QApplication::activeWindow()->close(); }); } },
             { "shell", [&] { EXPECT_EQ(system(row.at(1).c_str()), 0); } },
@@ -128,12 +124,12 @@ protected:
         };
         if (const auto hand = hands.find(row[0]); hand != hands.end())
             return hand->second(), "";
-        const BRect frame = screen::Find("Test").frame;
-        const rgb_color color = row[0] == "pixel" ? screen::PixelAt(Place(row)) : white_color;
-        if (row[0] == "pixel")
-            return std::to_string(color.red) + At(color.green, color.blue);
-        if (row[0] == "frame")
+        if (const BRect frame = screen::Find("Test").frame; row[0] == "frame")
             return At(frame.left, frame.top) + At(frame.right, frame.bottom);
+        if (row[0] == "pixel") {
+            const rgb_color color = screen::PixelAt(Place(row));
+            return std::to_string(color.red) + At(color.green, color.blue);
+        }
         const bool isWindow = row[0] == "window"; // which locks itself
         const Call& call = fFunctions.at((isWindow ? "window." : "") + row.at(1));
         const auto run = [&] { return call(*fOnes.at(row[0]), row); };
@@ -214,7 +210,6 @@ private:
         { "SetMaxCharacters", On(&BTextView::SetMaxCharacters) },
         { "SetText", On(&BTextView::SetText) },
         { "TextHeight", On(&BTextView::TextHeight) },
-        { "TextLength", On(&BTextView::TextLength) },
         { "Text", [](BHandler& on, const Row&) { return dynamic_cast<BTextView&>(on).Text(); } },
         { "window.Hide", On(&BWindow::Hide) },
         { "window.MoveTo", On<void(float, float)>(&BWindow::MoveTo) },

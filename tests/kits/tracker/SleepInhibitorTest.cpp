@@ -6,12 +6,8 @@
 
 #include <poll.h>
 
-namespace {
-
 constexpr int kLongMillis = 20000;
 constexpr char kSystemBus[] = "DBUS_SYSTEM_BUS_ADDRESS";
-
-} // namespace
 
 TEST(SleepInhibitor, HoldsWhatIsGrantedUntilItEnds)
 {
