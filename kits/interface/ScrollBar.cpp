@@ -44,8 +44,8 @@ int PageFor(float proportion, float range)
 {
     // From proportion = page / (range + page). 1 would divide by zero: all is in sight, so the
     // thumb fills the trough.
-    if (proportion <= 0 || proportion >= 1)
-        return proportion <= 0 ? 1 : Whole(range) + 1;
+    if (proportion == 1)
+        return Whole(range) + 1;
     return std::max(Whole(range * proportion / (1 - proportion)), 1);
 }
 

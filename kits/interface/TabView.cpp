@@ -17,7 +17,6 @@ public:
     TabBarWidget(bool evenWidths, QWidget* parent) : QTabBar(parent), fEvenWidths(evenWidths)
     {
         setExpanding(false);
-        setDrawBase(true);
     }
 
 protected:
@@ -77,10 +76,8 @@ protected:
 private:
     void ShowIn(QTabBar& bar)
     {
-        // While tabs come and go Qt selects others, which is no choice of the user's.
+        // While tabs come Qt selects one, which is no choice of the user's.
         const QSignalBlocker quiet(&bar);
-        while (bar.count() > fOwner->CountTabs())
-            bar.removeTab(bar.count() - 1);
         for (int32 i = 0; i < fOwner->CountTabs(); i++) {
             const QString label = PlainLabel(fOwner->TabAt(i)->Label());
             if (i < bar.count())

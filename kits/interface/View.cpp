@@ -354,12 +354,9 @@ void BView::Invalidate(BRect rect)
         return;
     // Links and widgets count from the widget's left top, wherever the view is scrolled.
     rect = (rect & Bounds()).OffsetByCopy(-fOrigin.x, -fOrigin.y);
-    if (!rect.IsValid())
-        return;
+    // Another widget than a plain one knows itself when to paint.
     if (fPeer->isPlain)
-        fPeer->link->AddDirty(rect);
-    else
-        display::Call([this, rect] { fPeer->widget->update(ToQRect(rect)); });
+        fPeer->link->AddDirty(rect); // which leaves out what is not valid
 }
 
 // --- Geometry

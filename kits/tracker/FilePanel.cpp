@@ -89,7 +89,7 @@ private:
         if (!asking.isValid())
             return;
         const QRect room = screen()->availableGeometry().adjusted(0, kTitle, 0, 0);
-        QRect frame(QPoint(), testAttribute(Qt::WA_Resized) ? size() : sizeHint());
+        QRect frame(QPoint(), sizeHint());
         frame.moveCenter(asking.center());
         frame.moveRight(std::min(frame.right(), room.right()));
         frame.moveBottom(std::min(frame.bottom(), room.bottom()));

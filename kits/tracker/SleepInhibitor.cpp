@@ -106,8 +106,6 @@ BSleepInhibitor::BSleepInhibitor(const std::string& why, int mostMillis)
     fSession = ConnectToSession(end);
     if (fSession)
         fScreenHeldBy = HoldScreen(fSession.get(), why.c_str(), end);
-    if (fScreenHeldBy.empty())
-        fSession.reset();
 }
 
 BSleepInhibitor::~BSleepInhibitor()

@@ -13,9 +13,7 @@ BusConnection Connect(const std::string& address, BusClock::time_point end)
         return connection;
     const BusMessage hello =
         MakeBusCall(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, DBUS_INTERFACE_DBUS, "Hello");
-    if (!AnswerTo(connection.get(), hello, end))
-        connection.reset();
-    return connection;
+    return AnswerTo(connection.get(), hello, end) ? std::move(connection) : BusConnection();
 }
 
 std::string Variable(const char* name)

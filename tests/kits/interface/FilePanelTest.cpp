@@ -99,22 +99,26 @@ TEST_F(WindowTest, AnOpenPanelSendsAFileThatIsThereOnly)
 
 TEST_F(WindowTest, APanelComesUpOverItsWindowAndThenWhereItWasLeft)
 {
-    BFilePanel panel(B_SAVE_PANEL, &fTarget);
-    fWindow->fAsked = [&] { panel.Show(); };
-    fWindow->MoveTo(500, 350);
     fWindow->Show();
-    const auto show = [&] {
+    const auto show = [&](BFilePanel& panel) {
+        fWindow->fAsked = [&] { panel.Show(); };
         fWindow->PostMessage(kAsk);
         EXPECT_TRUE(screen::BecomesActive("Save As"));
         return screen::Settled("save_panel");
     };
-    BRect left = show();
-    EXPECT_NEAR((left.left + left.right) / 2, 649.5, 2);
-    EXPECT_NEAR((left.top + left.bottom) / 2, 449.5, 2);
+    const std::pair<BPoint, BRect> places[] = { { { 380, 300 }, { 218, 194, 841, 605 } },
+        { { 0, 0 }, { 1, 28, 624, 439 } }, { { 900, 700 }, { 399, 351, 1022, 762 } } };
+    for (const auto& [corner, place] : places) {
+        BFilePanel panel(B_SAVE_PANEL, &fTarget);
+        fWindow->MoveTo(corner);
+        EXPECT_EQ(show(panel), place);
+    }
+    BFilePanel panel(B_SAVE_PANEL, &fTarget);
+    BRect left = show(panel);
     for (const char* key : { "Escape", "alt+F4" }) {
         screen::Key(key);
         ASSERT_SOON(!screen::Find("save_panel").exists);
-        show();
+        show(panel);
         EXPECT_SOON(screen::Find("save_panel").frame == left) << key;
     }
     EXPECT_EQ(fLog->WaitFor(2), Entries(2, "forgone " + std::to_string(B_SAVE_REQUESTED)));
@@ -122,6 +126,7 @@ TEST_F(WindowTest, APanelComesUpOverItsWindowAndThenWhereItWasLeft)
     ASSERT_SOON(screen::Find("save_panel").frame != left);
     left = screen::Settled("save_panel");
     panel.Hide();
-    show();
+    EXPECT_SOON(!screen::Find("save_panel").exists);
+    show(panel);
     EXPECT_SOON(screen::Find("save_panel").frame == left);
 }

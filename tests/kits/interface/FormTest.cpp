@@ -6,11 +6,8 @@
 #include "MenuBar.h"
 #include "MenuField.h"
 #include "PopUpMenu.h"
-#include "ScrollBar.h"
-#include "ScrollView.h"
 #include "StatusBar.h"
 #include "StringView.h"
-#include "TabView.h"
 #include "TestWindow.h"
 #include "TextControl.h"
 #include "TextView.h"
@@ -57,15 +54,9 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     for (const char* label : { "one", "two", "three" })
         popUp->AddItem(new BMenuItem(label, new BMessage(4)));
     auto* field = new BMenuField(BRect(150, 105, 289, 129), "field", "Pick & choose", popUp);
-    auto* tabs = new BTabView(BRect(5, 135, 144, 234), "tab view");
-    for (const char* name : { "first", "second" })
-        tabs->AddTab(new BView(BRect(5, 5, 50, 50), name, B_FOLLOW_NONE, 0));
     auto* notes =
         new BTextView(BRect(152, 140, 251, 169), "notes", BRect(2, 2, 97, 27), B_FOLLOW_NONE);
     notes->SetText("Noted");
-    auto* scrolled = new BView(BRect(152, 180, 251, 229), "scrolled", B_FOLLOW_NONE, 0);
-    auto* scroll =
-        new BScrollView("scroll", scrolled, B_FOLLOW_ALL_SIDES, 0, true, true, B_PLAIN_BORDER);
     auto* ok = new BButton(BRect(5, 260, 84, 284), "ok", "OK", new BMessage(5));
     ok->SetToolTip("Takes <b>it</b>");
     auto* no = new BButton(BRect(90, 260, 169, 284), "no", "R&D", new BMessage(6));
@@ -98,8 +89,8 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     const std::vector<float> before = sizes();
     fWindow->ResizeTo(399, 299);
     fWindow->AddChild(back);
-    for (BView* view : std::initializer_list<BView*> { box, heading, bare, line, field, tabs, notes,
-             scroll, ok, no, hidden, menus, list, canvas })
+    for (BView* view : std::initializer_list<BView*> {
+             box, heading, bare, line, field, notes, ok, no, hidden, menus, list, canvas })
         back->AddChild(view);
     for (BView* view : std::initializer_list<BView*> { check, words, bar, link })
         box->AddChild(view);
@@ -141,18 +132,10 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
         field->SetLabel("Take");
         field->SetDivider(30);
         field->SetEnabled(false);
-        tabs->TabAt(1)->SetLabel("2 & 3");
-        tabs->Select(1);
-        tabs->Select(2); // there is no such tab
         notes->Hide();
         notes->Hide();
         notes->Show();
         notes->MakeEditable(false);
-        scroll->ScrollBar(B_VERTICAL)->SetRange(10, 60);
-        scroll->ScrollBar(B_VERTICAL)->SetValue(33);
-        scroll->ScrollBar(B_VERTICAL)->SetSteps(5, 80);
-        scroll->ScrollBar(B_VERTICAL)->SetProportion(0.25f); // 17 of 17 + 50
-        scroll->ScrollBar(B_HORIZONTAL)->SetProportion(2); // is all
         ok->MakeDefault(true);
         ok->SetLabel("Fine");
         ok->SetMnemonic('f');

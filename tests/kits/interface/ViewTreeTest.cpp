@@ -1,30 +1,26 @@
 #include "tests/support/Rows.h"
 #include "TestWindow.h"
 
-TEST(ViewTree, ChildrenAreFoundInTheirOrder)
+TEST(ViewTree, AFontIsTakenInTheAskedForPartsOnly)
 {
-    const auto view = [](const char* name) {
-        return new BView(BRect(0, 0, 9, 9), name, B_FOLLOW_NONE, 0);
-    };
-    BView top(BRect(0, 0, 99, 99), "top", B_FOLLOW_NONE, 0);
-    BView* a = view("a");
-    BView* b = view("b");
-    BView* deep = view("deep");
-    top.AddChild(b);
-    top.AddChild(a, b);
-    b->AddChild(deep);
-    EXPECT_EQ(top.ChildAt(0), a);
-    EXPECT_EQ(a->NextSibling(), b);
-    EXPECT_EQ(top.FindView("deep"), deep);
-    EXPECT_EQ(a->FindView("deep"), nullptr);
-
-    a->AddChild(deep); // it has a parent: refused
-    EXPECT_EQ(deep->Parent(), b);
-    EXPECT_FALSE(top.RemoveChild(deep));
-    EXPECT_TRUE(deep->RemoveSelf());
-    delete deep;
-    delete a; // takes itself out
-    EXPECT_EQ(top.CountChildren(), 1);
+    BFont other(be_fixed_font), taken;
+    other.SetFace(B_BOLD_FACE);
+    other.SetSize(33);
+    std::string told;
+    for (const uint32 parts : { B_FONT_FAMILY_AND_STYLE, B_FONT_SIZE, B_FONT_FACE, B_FONT_ALL }) {
+        BView view(BRect(0, 0, 9, 9), "view", B_FOLLOW_NONE, 0);
+        view.SetFont(nullptr);
+        view.SetFont(&other, parts);
+        view.GetFont(&taken);
+        EXPECT_FALSE(view.ShowsOnly(white_color).has_value()) << "it has never been drawn";
+        font_family family;
+        font_style style;
+        taken.GetFamilyAndStyle(&family, &style);
+        told += std::string(family) + " " + style + " " + std::to_string(taken.Face()) + " "
+            + std::to_string(std::lround(taken.Size())) + "\n";
+    }
+    EXPECT_EQ(
+        told, "Monospace Bold 32 12\nSans Regular 64 33\nSans Bold 32 12\nMonospace Bold 32 33\n");
 }
 
 TEST(ViewTree, EdgesFollowTheParentsEdgesAndComeBack)

@@ -9,9 +9,6 @@
 #include <Entry.h>
 #include <Message.h>
 
-#include <regex>
-#include <sstream>
-
 TEST(FileManager, AsksTheDesktopOrElseOpensAndTellsOfWhatIsMissing)
 {
     const TempFolder folder;

@@ -6,33 +6,22 @@
 
 #include <poll.h>
 
-namespace {
-
 constexpr int kLongMillis = 20000;
 constexpr char kSystemBus[] = "DBUS_SYSTEM_BUS_ADDRESS";
-
-} // namespace
 
 TEST(SleepInhibitor, HoldsWhatIsGrantedUntilItEnds)
 {
     const std::string ask = "?/org/freedesktop/login1 org.freedesktop.login1.Manager.Inhibit(";
-    const Entries both { ask + "sleep:idle, Tarvex, a test, block)",
-        ask + "idle, Tarvex, a test, block)" };
-    const std::tuple<const char*, const char*, Entries> rows[] = {
-        { "sleep:idle", "sleep:idle", { both[0] } },
-        { "idle", "idle", both },
-        { "nothing", "", both },
-    };
-    for (const auto& [granted, held, asked] : rows) {
+    for (const std::string granted : { "sleep:idle", "idle", "" }) {
         SCOPED_TRACE(granted);
         // It grants by a pipe, open for as long as that is held.
         int ends[2] = { -1, -1 };
         SessionService manager(
             { "org.freedesktop.login1" },
-            [&ends, granted = granted](DBusMessage* call) {
+            [&](DBusMessage* call) {
                 const char* what = "";
                 dbus_message_get_args(call, nullptr, DBUS_TYPE_STRING, &what, DBUS_TYPE_INVALID);
-                if (strcmp(what, granted) != 0)
+                if (what != granted)
                     return dbus_message_new_error(call, DBUS_ERROR_ACCESS_DENIED, "denied");
                 EXPECT_EQ(pipe(ends), 0);
                 DBusMessage* reply = dbus_message_new_method_return(call);
@@ -47,12 +36,15 @@ TEST(SleepInhibitor, HoldsWhatIsGrantedUntilItEnds)
         };
         {
             const BSleepInhibitor inhibitor("a test", kLongMillis);
-            EXPECT_EQ(inhibitor.Held(), held);
+            EXPECT_EQ(inhibitor.Held(), granted);
             EXPECT_FALSE(isGivenBack(0));
         }
-        EXPECT_TRUE(!held[0] || isGivenBack(kLongMillis));
+        EXPECT_TRUE(granted.empty() || isGivenBack(kLongMillis));
         Entries entries = manager.log.Now();
         std::erase(entries, "gone");
+        Entries asked { ask + "sleep:idle, Tarvex, a test, block)" };
+        if (granted != "sleep:idle")
+            asked.push_back(ask + "idle, Tarvex, a test, block)");
         EXPECT_EQ(entries, asked);
         close(ends[0]);
     }

@@ -30,9 +30,6 @@ int32 ByteOfPlace(const QString& text, int place)
 
 bool TextLimit::Allows(const QString& text) const
 {
-    // A place of a QString is at most a character and three bytes.
-    if (text.size() <= characters && text.size() * 3 <= bytes)
-        return true;
     return text.toUtf8().size() <= bytes && text.toUcs4().size() <= characters;
 }
 
@@ -82,8 +79,6 @@ void TextWidget::SetManners(bool editable, bool selectable)
     if (editable)
         manners |= Qt::TextEditorInteraction;
     setTextInteractionFlags(manners);
-    setLineWrapMode(WidgetWidth);
-    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
 }
 
 void TextWidget::Report()

@@ -87,14 +87,15 @@ bool ViewEvents::HandleForView(QEvent* event)
             fLink->Post(MouseMessage(B_MOUSE_UP, *static_cast<QMouseEvent*>(event)));
             return true;
         case QEvent::MouseMove: MouseMoved(*static_cast<QMouseEvent*>(event)); return true;
-        case QEvent::Enter: EnteredOrLeft(B_ENTERED_VIEW); return false;
-        case QEvent::Leave: EnteredOrLeft(B_EXITED_VIEW); return false;
+        case QEvent::Enter: EnteredOrLeft(B_ENTERED_VIEW); break;
+        case QEvent::Leave: EnteredOrLeft(B_EXITED_VIEW); break;
         case QEvent::Wheel:
             fLink->Post(WheelMessage(*static_cast<QWheelEvent*>(event)));
             return true;
         case QEvent::KeyPress: return KeyPressed(*static_cast<QKeyEvent*>(event));
-        default: return false;
+        default: break;
     }
+    return false;
 }
 
 void ViewEvents::MouseMoved(const QMouseEvent& event)

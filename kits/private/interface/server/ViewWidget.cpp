@@ -136,9 +136,8 @@ NativeSurface ViewWidget::BecomeNative()
 
 void ViewWidget::PlaceNative()
 {
-    const QWidget* around = nativeParentWidget();
-    if (windowHandle() && around)
-        windowHandle()->setGeometry(QRect(mapTo(around, QPoint()), size()));
+    if (windowHandle())
+        windowHandle()->setGeometry(QRect(mapTo(nativeParentWidget(), QPoint()), size()));
     // What comes out from behind the edge of a widget around this one is exposed before that
     // widget has grown, and Qt then takes it for hidden.
     const QRegion seen = visibleRegion();
