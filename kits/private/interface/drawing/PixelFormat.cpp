@@ -94,7 +94,7 @@ PixelFormat::PixelFormat(xcb_connection_t* connection, xcb_visualid_t visual) : 
 void PixelFormat::ReadPalette(xcb_connection_t* connection, const xcb_screen_t& screen)
 {
     AllocateCube(connection, screen.default_colormap);
-    std::vector<uint32> indices(std::min(1 << std::min<int>(fDepth, 8), 256));
+    std::vector<uint32> indices(1 << std::min<int>(fDepth, 8));
     for (size_t i = 0; i < indices.size(); i++)
         indices[i] = i;
     const auto reply = MakeReply(xcb_query_colors_reply(connection,
