@@ -2,7 +2,6 @@
 
 #include "Button.h"
 #include "tests/support/NoThreads.h"
-#include "tests/support/Rows.h"
 #include "TestWindow.h"
 
 namespace {

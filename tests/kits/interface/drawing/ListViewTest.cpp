@@ -5,7 +5,6 @@
 #include "ScrollBar.h"
 #include "ScrollView.h"
 #include "tests/kits/interface/TestWindow.h"
-#include "tests/support/Rows.h"
 
 namespace {
 
@@ -70,51 +69,43 @@ protected:
         EXPECT_EQ(fWindow->PostMessage(&click, fList), B_OK);
     }
     // What the program or the user does, as a line of a file has it.
-    void Do(const Row& words)
+    Commands CommandsFor(const Row& words)
     {
         const int n = words.size() > 1 ? std::stoi(words[1]) : 0;
         const int m = words.size() > 2 ? std::stoi(words[2]) : 0;
-        const std::map<std::string, std::function<void()>> byUser = {
-            { "show", [&] { Show(); } },
-            { "click", [&] { screen::ClickAt(OnScreen(n)); } },
-            { "double", [&] { screen::DoubleClickAt(OnScreen(n)); } },
-            { "shift", [&] { ClickWith("shift", n); } },
-            { "ctrl", [&] { ClickWith("ctrl", n); } },
-            { "wheel", [&] { screen::Click("list", "", n); } },
-            { "again", [&] { PostSecondClick(n); } },
-            { "bar", [&] { screen::ClickAt(fList->ConvertToScreen(BPoint(107, n))); } },
+        return {
+            { "click", [=, this] { screen::ClickAt(OnScreen(n)); } },
+            { "double", [=, this] { screen::DoubleClickAt(OnScreen(n)); } },
+            { "shift", [=, this] { ClickWith("shift", n); } },
+            { "ctrl", [=, this] { ClickWith("ctrl", n); } },
+            { "wheel", [=, this] { screen::Click("list", "", n); } },
+            { "again", [=, this] { PostSecondClick(n); } },
+            { "bar", [=, this] { screen::ClickAt(fList->ConvertToScreen(BPoint(107, n))); } },
+            { "add", [=, this] { Add(n, m); } },
+            { "remove", [=, this] { EXPECT_EQ(fList->RemoveItem(n) != nullptr, m == 0); } },
+            { "disable", [=, this] { fItems[n]->SetEnabled(false); } }, // n in the order of coming
+            { "enable", [=, this] { fItems[n]->SetEnabled(true); } },
+            { "select", [=, this] { fList->Select(n); } },
+            { "also", [=, this] { fList->Select(n, true); } },
+            { "range", [=, this] { fList->Select(n, m); } },
+            { "more", [=, this] { fList->Select(n, m, true); } },
+            { "deselect", [=, this] { fList->Deselect(n); } },
+            { "none", [=, this] { fList->DeselectAll(); } },
+            { "single", [=, this] { fList->SetListType(B_SINGLE_SELECTION_LIST); } },
+            { "empty", [=, this] { fList->MakeEmpty(); } },
+            { "font", [=, this] { fList->SetFontSize(n); } },
+            { "higher", [=, this] { fScroll->ResizeBy(0, n); } },
+            { "scroll", [=, this] { fList->ScrollTo(0, n); } },
+            { "reach", [=, this] { Add(n), fList->Select(n - 1), fList->ScrollToSelection(); } },
+            { "seen", [=, this] { fList->ScrollToSelection(); } },
+            { "down", [=, this] { fList->KeyDown("\x1f", 1); } },
+            { "touch", [=, this] { fList->MouseDown(BPoint(50, n)); } },
+            { "redraw", [=, this] { fList->Invalidate(BRect(0, n, 99, m)); } },
+            { "clear",
+                [=, this] { fList->SetViewColor(B_TRANSPARENT_COLOR), fList->Invalidate(); } },
+            { "quiet", [=, this] { fList->SetSelectionMessage(nullptr); } },
+            { "mute", [=, this] { fList->SetInvocationMessage(nullptr); } },
         };
-        const std::map<std::string, std::function<void()>> byProgram = {
-            { "add", [&] { Add(n, m); } },
-            { "remove", [&] { EXPECT_EQ(fList->RemoveItem(n) != nullptr, m == 0); } },
-            { "disable", [&] { fItems[n]->SetEnabled(false); } }, // n in the order of coming
-            { "enable", [&] { fItems[n]->SetEnabled(true); } },
-            { "select", [&] { fList->Select(n); } },
-            { "also", [&] { fList->Select(n, true); } },
-            { "range", [&] { fList->Select(n, m); } },
-            { "more", [&] { fList->Select(n, m, true); } },
-            { "deselect", [&] { fList->Deselect(n); } },
-            { "none", [&] { fList->DeselectAll(); } },
-            { "single", [&] { fList->SetListType(B_SINGLE_SELECTION_LIST); } },
-            { "empty", [&] { fList->MakeEmpty(); } },
-            { "font", [&] { fList->SetFontSize(n); } },
-            { "higher", [&] { fScroll->ResizeBy(0, n); } },
-            { "scroll", [&] { fList->ScrollTo(0, n); } },
-            { "reach", [&] { Add(n), fList->Select(n - 1), fList->ScrollToSelection(); } },
-            { "seen", [&] { fList->ScrollToSelection(); } },
-            { "down", [&] { fList->KeyDown("\x1f", 1); } },
-            { "touch", [&] { fList->MouseDown(BPoint(50, n)); } },
-            { "redraw", [&] { fList->Invalidate(BRect(0, n, 99, m)); } },
-            { "clear", [&] { fList->SetViewColor(B_TRANSPARENT_COLOR), fList->Invalidate(); } },
-            { "quiet", [&] { fList->SetSelectionMessage(nullptr); } },
-            { "mute", [&] { fList->SetInvocationMessage(nullptr); } },
-        };
-        if (byUser.contains(words[0]))
-            byUser.at(words[0])();
-        else if (byProgram.contains(words[0]))
-            Locked(byProgram.at(words[0]));
-        else
-            screen::Key(words[0]);
     }
     // Rows, each bar's range, steps and share, where the list is, and the colours of the first
     // pixel in each ten.
@@ -143,58 +134,32 @@ protected:
                     : pixels[y] == 0xff        ? 'b'
                     : pixels[y] == 0xff00      ? 'g'
                                                : '-';
-            return state + ".";
+            return state;
         });
     }
-    // Does what a file says, line by line: what is logged then, and the state where a line ends it
-    // with a full stop.
     void Follow(const std::string& name)
     {
-        for (const TextRow& row : ReadRows("kits/interface/drawing/" + name + ".txt")) {
-            SCOPED_TRACE(row.given);
-            Do(RowOf(row.given));
-            std::string told;
-            screen::WaitFor([&] {
-                const Entries all = fLog->Now();
-                told.clear();
-                for (size_t i = fKnown; i < all.size(); i++)
-                    told += all[i] + "\n";
-                told += row.told.ends_with(".") ? State() : "";
-                return told == row.told + (told.ends_with("\n") ? "\n" : "");
-            });
-            EXPECT_EQ(told, row.told + (told.ends_with("\n") ? "\n" : ""));
-            fKnown = fLog->Now().size();
-        }
+        WindowTest::Follow(
+            "drawing/" + name + ".txt", [this](const Row& words) { return CommandsFor(words); },
+            [this] { return State(); });
     }
 
-    size_t fKnown = 0; // of the log
     BListView* fList = nullptr;
     BScrollView* fScroll = nullptr;
     std::vector<std::unique_ptr<ColorItem>> fItems;
 };
 
-TEST_F(ListViewTest, RowsLieBelowEachOtherAsTheyComeAndGo)
-{
-    Add(5);
-    ColorItem extra;
-    EXPECT_FALSE(
-        fList->AddItem(&extra, 6) || fList->AddItem(&extra, -1) || fList->AddItem(nullptr));
-    EXPECT_EQ(BListView(BRect(), "bare").Invoke(), B_BAD_VALUE);
-    EXPECT_EQ(fList->ItemFrame(3), BRect(0, 30, 129, 39));
-    const std::pair<float, int32> places[] = { { -1, -1 }, { 0, 0 }, { 9, 0 }, { 10, 1 }, { 49, 4 },
-        { 50, -1 } };
-    for (const auto& [y, index] : places)
-        EXPECT_EQ(fList->IndexOf(BPoint(3, y)), index) << y;
-    EXPECT_TRUE(fList->AddItem(&extra, 1));
-    EXPECT_TRUE(fList->IndexOf(&extra) == 1 && fList->ItemFrame(5) == BRect(0, 50, 129, 59));
-    EXPECT_TRUE(fList->RemoveItem(&extra));
-    EXPECT_FALSE(fList->RemoveItem(&extra) || fList->RemoveItem(5) || fList->RemoveItem(-1));
-    EXPECT_FALSE(fList->ItemFrame(5).IsValid());
-}
-
 TEST_F(ListViewTest, TellsEachSelectionByTheProgram)
 {
     Follow("list-selection");
+    ColorItem extra;
+    extra.BListItem::Update(fList, be_plain_font);
+    EXPECT_EQ(extra.Width(), 99);
+    EXPECT_FALSE(
+        fList->AddItem(&extra, 6) || fList->AddItem(&extra, -1) || fList->AddItem(nullptr));
+    EXPECT_FALSE(fList->RemoveItem(&extra) || fList->RemoveItem(5) || fList->RemoveItem(-1));
+    EXPECT_FALSE(fList->ItemFrame(5).IsValid());
+    EXPECT_EQ(BListView(BRect(), "bare").Invoke(), B_BAD_VALUE);
     EXPECT_TRUE(fList->CurrentSelection(2) == 3 && fList->CurrentSelection(4) == -1);
     EXPECT_TRUE(fList->IsItemSelected(2) && !fList->IsItemSelected(1) && !fList->IsItemSelected(5));
     EXPECT_FALSE(fItems[0]->IsSelected()) << "it was taken out";
