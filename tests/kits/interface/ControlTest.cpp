@@ -1,4 +1,5 @@
 #include "Button.h"
+#include "CheckBox.h"
 #include "TestWindow.h"
 #include "TextView.h"
 
@@ -73,44 +74,40 @@ TEST_F(WindowTest, ClicksAndKeysReachTheirViewEnterTheDefaultButtonAndTabTheNext
 {
     BButton* first = new BButton(BRect(10, 10, 90, 34), "first", "First", new BMessage(1));
     BButton* second = new BButton(BRect(110, 10, 190, 34), "second", "Second", new BMessage(2));
-    first->MakeDefault(true);
-    fWindow->AddChild(first);
-    fWindow->AddChild(second);
+    auto* check = new BCheckBox(BRect(110, 50, 290, 70), "check", "Check", new BMessage(3));
     auto* input = new InputView(BRect(10, 50, 90, 90), fLog);
-    fWindow->AddChild(input);
-    second->MakeDefault(true); // no longer the first
+    first->MakeDefault(true);
+    for (BView* view : std::initializer_list<BView*> { first, second, check, input })
+        fWindow->AddChild(view);
+    second->MakeDefault(true);
     EXPECT_FALSE(first->IsDefault());
     const BPoint inside(200 + 10 + 5, 150 + 50 + 6);
     screen::MoveTo(inside - BPoint(0, 20));
-    Show();
-    Locked([&] { fWindow->FindView("input")->ScrollTo(0, 1000); });
-    screen::DoubleClickAt(inside);
-    for (const int button : { 2, 3, 4, 5, 6, 7 })
-        screen::ClickAt(inside, button);
-    for (const char* key :
-        { "x", "shift+X", "alt+x", "Return", "KP_Enter", "Escape", "BackSpace", "Delete", "Insert",
-            "Home", "End", "Prior", "Next", "Left", "Right", "Up", "Down", "F1", "F12", "Shift_L" })
-        screen::Key(key);
-    EXPECT_TRUE(screen::Click("first"));
-    EXPECT_TRUE(fLog->WaitFor("1 value 1"));
-    std::string events;
-    for (const std::string& event : fLog->Now())
-        events += event + "\n";
-    EXPECT_EQ(events, ReadFile(TARVEX_TESTS "/kits/interface/input.txt"));
-    Locked([&] {
-        input->MakeFocus();
-        first->MakeFocus();
-    });
-    EXPECT_TRUE(input->hasKeyboard) << "until another has it, so that no key is lost";
-    for (const char* name : { "second", "input", "first" }) { // in the order they were added
-        screen::Key("Tab");
-        EXPECT_TRUE(Becomes([&] { return fWindow->FindView(name)->IsFocus(); })) << name;
-    }
-    const size_t before = fLog->Now().size();
-    screen::Key("Return"); // presses the one in focus
-    EXPECT_EQ(fLog->WaitFor(before + 1).back(), "1 value 1");
-    Locked([&] { delete second; });
-    EXPECT_EQ(fWindow->DefaultButton(), nullptr);
+    Follow(
+        "input.txt",
+        [&](const Row& words) {
+            BView* view = words.size() > 1 ? fWindow->FindView(words[1].c_str()) : nullptr;
+            return Commands {
+                { "scroll", [=] { input->ScrollTo(0, 1000); } },
+                { "double", [=] { screen::DoubleClickAt(inside); } },
+                { "button", [=] { screen::ClickAt(inside, std::stoi(words[1])); } },
+                { "press", [=] { screen::Click(words[1]); } },
+                { "edge",
+                    [=, this] { screen::ClickAt(fWindow->Frame().LeftTop() + BPoint(288, 69)); } },
+                { "to and fro",
+                    [=] { check->SetValue(B_CONTROL_OFF), check->SetValue(B_CONTROL_ON); } },
+                { "focus",
+                    [=] {
+                        view->MakeFocus();
+                        EXPECT_TRUE(input->hasKeyboard) << "until another has it: no key is lost";
+                    } },
+                { "default", [=] { static_cast<BButton*>(view)->MakeDefault(true); } },
+                { "usual", [=] { static_cast<BButton*>(view)->MakeDefault(false); } },
+                { "delete", [=] { delete view; } },
+            };
+        },
+        [&] { return std::string(fWindow->CurrentFocus()->Name()); });
+    EXPECT_TRUE(first->Value() == B_CONTROL_OFF && !fWindow->DefaultButton());
 }
 
 TEST_F(WindowTest, ATextTakesTypingButLeavesEnterToTheDefaultButtonIfItIsTold)
