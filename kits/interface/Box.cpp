@@ -17,13 +17,11 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        // A QGroupBox knows neither a thin frame nor none: the style is told for this painting.
+        // A QGroupBox always has a frame: the style is told for this painting.
         QStyleOptionGroupBox option;
         initStyleOption(&option);
         if (fBorder == B_NO_BORDER)
             option.subControls &= ~QStyle::SC_GroupBoxFrame;
-        if (fBorder == B_PLAIN_BORDER)
-            option.features |= QStyleOptionFrame::Flat;
         QStylePainter(this).drawComplexControl(QStyle::CC_GroupBox, option);
     }
 

@@ -2,14 +2,10 @@
 #include "Bitmap.h"
 
 #include "Canvas.h"
-#include "drawing/PixelFormat.h"
+#include "drawing/DrawConnection.h"
+#include "drawing/DrawContext.h"
 #include "drawing/XcbReply.h"
 #include "Screen.h"
-#include "server/DisplayServer.h"
-#include "tests/support/Rows.h"
-
-#include <QGuiApplication>
-#include <QScreen>
 
 namespace {
 
@@ -38,17 +34,22 @@ TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
 
 TEST(Bitmap, SetBitsConvertsBetweenSpaces)
 {
-    // ff33cc, 10828c, transparent; black, white, and the last is missing.
-    const uint8 data[] = { 0xcc, 0x33, 0xff, 9, 0x8c, 0x82, 0x10, 9, 119, 116, 119, 0, 0, 0, 0, 9,
+    // ff33c5, 25828c, transparent; black, white, and of the last only a part.
+    const uint8 data[] = { 0xc5, 0x33, 0xff, 9, 0x8c, 0x82, 0x25, 9, 119, 116, 119, 0, 0, 0, 0, 9,
         255, 255, 255, 9, 1, 2 };
     std::string found; // the bytes of both rows, and the colours that they mean
     for (const color_space space : { B_GRAY1, B_GRAY8, B_CMAP8, B_RGB15, B_RGB16, B_RGBA32 }) {
         BBitmap bitmap(BRect(0, 0, 2, 1), space);
-        bitmap.SetBits(data, sizeof(data), 0, B_RGB32);
+        memset(bitmap.Bits(), 0x5a, bitmap.BitsLength());
+        bitmap.SetBits(data, 8, 0, B_RGB32);
+        bitmap.SetBits(data + 8, sizeof(data) - 8, 8, B_RGB32);
+        BBitmap back(bitmap.Bounds(), B_RGBA32);
+        back.SetBits(bitmap.Bits(), bitmap.BitsLength(), 0, space);
         found += Hex(bitmap.Bits(), bitmap.BitsLength()) + " means";
         for (int32 i = 0; i < 6; i++) {
             const rgb_color color = bitmap.ColorAt(i % 3, i / 3);
             found += " " + Hex(&color, sizeof(color));
+            EXPECT_EQ(back.ColorAt(i % 3, i / 3), color) << space;
         }
         found += "\n";
     }
@@ -59,9 +60,9 @@ TEST(Bitmap, ComesOutOfAnArchiveUnlessThatIsNotWhole)
 {
     BBitmap bitmap(BRect(0, 0, 2, 1), B_CMAP8);
     bitmap.SetBits("0123456789", 10, 3, B_CMAP8); // and no more than it has room for
-    bitmap.SetBits("x", 1, 8, B_CMAP8);
+    bitmap.SetBits("x", 1, 9, B_CMAP8);
     bitmap.SetBits("x", 1, -1, B_CMAP8);
-    bitmap.SetBits("x", 0, 0, B_CMAP8);
+    bitmap.SetBits("x", -1, 0, B_CMAP8);
     bitmap.SetBits("abc", 3, 0, B_RGB24); // which is not known
     EXPECT_EQ(Hex(bitmap.Bits(), 8), "0000003031323334");
     BMessage archive;
@@ -85,20 +86,6 @@ TEST(Bitmap, ComesOutOfAnArchiveUnlessThatIsNotWhole)
     EXPECT_FALSE(BBitmap(&archive).IsValid());
 }
 
-TEST(Screen, IsAsLargeAndHasAsManyColorsAsTheDisplaySays)
-{
-    const BScreen screen;
-    const QRect size = display::Call([] { return QGuiApplication::primaryScreen()->geometry(); });
-    const int depth = display::Call([] { return QGuiApplication::primaryScreen()->depth(); });
-    display_mode mode {};
-    EXPECT_EQ(screen.GetMode(&mode), B_OK);
-    EXPECT_EQ(std::tie(mode.virtual_width, mode.virtual_height),
-        std::make_tuple(size.width(), size.height()));
-    EXPECT_EQ(screen.Frame(), BRect(0, 0, size.width() - 1, size.height() - 1));
-    EXPECT_EQ(mode.space, depth == 16 ? B_RGB16 : B_RGB32);
-    EXPECT_TRUE(mode.h_display_start == 0 && mode.v_display_start == 0);
-}
-
 TEST(Screen, ColorsHaveAnIndexEachOneOfTheOppositeAndOneOfThoseNearThem)
 {
     const BScreen screen;
@@ -119,9 +106,10 @@ TEST(Screen, ColorsHaveAnIndexEachOneOfTheOppositeAndOneOfThoseNearThem)
 
 TEST(PixelFormat, ColorsBecomeWhatTheDisplayShowsAsThem)
 {
-    xcb_connection_t* x = xcb_connect(nullptr, nullptr);
+    const auto connection = DrawConnection::Open();
+    xcb_connection_t* x = connection->Xcb();
     const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(x)).data;
-    const PixelFormat format(x, screen.root_visual);
+    const PixelFormat& format = *connection->FormatOf(screen.root);
     EXPECT_EQ(format.Depth(), screen.root_depth);
     EXPECT_EQ(PixelFormat(x, 0).Depth(), 0) << "there is no such visual";
     const rgb_color colors[] = { black_color, white_color, { 255, 0, 0 }, { 0, 255, 0 },
@@ -145,7 +133,32 @@ TEST(PixelFormat, ColorsBecomeWhatTheDisplayShowsAsThem)
     }
     EXPECT_EQ(format.PixelFor(black_color) ^ format.InvertMask(), format.PixelFor(white_color));
     EXPECT_EQ(format.BytesPerRow(5), (format.BytesOf(5) + 3) / 4 * 4);
-    xcb_disconnect(x);
+    EXPECT_TRUE(!connection->FormatOf(0) && connection->PictureFormat(PixelFormat(x, 0)) == 0);
+}
+
+TEST(DrawContext, DrawsLargerWhereAUnitOfTheViewIsTwoPixels)
+{
+    const auto connection = DrawConnection::Open();
+    xcb_connection_t* x = connection->Xcb();
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
+    const PixelFormat& format = *connection->FormatOf(root);
+    const xcb_pixmap_t pixmap = xcb_generate_id(x);
+    xcb_create_pixmap(x, format.Depth(), pixmap, root, 40, 30);
+    const DrawState state;
+    DrawContext context(*connection, pixmap, format, 2);
+    EXPECT_FALSE(context.ShowsOnly(white_color).has_value()) << "nothing is in sight";
+    context.SetBounds(BRect(1, 1, 20, 15));
+    context.Clear(state);
+    EXPECT_TRUE(*context.ShowsOnly(white_color));
+    context.StrokeRect(state, BRect(2, 2, 6, 5), B_SOLID_HIGH);
+    context.FillRect(state, BRect(8, 2, 9, 4), B_SOLID_HIGH);
+    EXPECT_EQ(context.DrawString(state, BPoint(10, 13), "H", 1), 9);
+    EXPECT_FALSE(*context.ShowsOnly(white_color));
+    const auto image = MakeReply(xcb_get_image_reply(
+        x, xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0, 40, 30, ~0u), nullptr));
+    std::vector<uint32> pixels(40 * 30);
+    memcpy(pixels.data(), xcb_get_image_data(image.get()), pixels.size() * sizeof(uint32));
+    EXPECT_EQ(Letters(pixels, 40), Expected("drawn where a unit is two pixels"));
 }
 
 } // namespace
