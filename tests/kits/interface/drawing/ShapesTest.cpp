@@ -22,7 +22,7 @@ const BBitmap& Bitmap()
 
 void DrawRow(BView& v, BPoint corner, const std::string& how)
 {
-    BStringItem item("gT");
+    BStringItem item("-=");
     BFont font;
     v.GetFont(&font);
     item.Update(&v, &font);
