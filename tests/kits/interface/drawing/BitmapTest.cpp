@@ -7,17 +7,13 @@
 #include "drawing/XcbReply.h"
 #include "Screen.h"
 
+#include <QByteArray>
+
 namespace {
 
 std::string Hex(const void* data, size_t size)
 {
-    std::string text;
-    char digits[3];
-    for (size_t i = 0; i < size; i++) {
-        snprintf(digits, sizeof(digits), "%02x", static_cast<const uint8*>(data)[i]);
-        text += digits;
-    }
-    return text;
+    return QByteArray(static_cast<const char*>(data), size).toHex().toStdString();
 }
 
 TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
@@ -134,31 +130,19 @@ TEST(PixelFormat, ColorsBecomeWhatTheDisplayShowsAsThem)
     EXPECT_EQ(format.PixelFor(black_color) ^ format.InvertMask(), format.PixelFor(white_color));
     EXPECT_EQ(format.BytesPerRow(5), (format.BytesOf(5) + 3) / 4 * 4);
     EXPECT_TRUE(!connection->FormatOf(0) && connection->PictureFormat(PixelFormat(x, 0)) == 0);
-}
-
-TEST(DrawContext, DrawsLargerWhereAUnitOfTheViewIsTwoPixels)
-{
-    const auto connection = DrawConnection::Open();
-    xcb_connection_t* x = connection->Xcb();
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
-    const PixelFormat& format = *connection->FormatOf(root);
     const xcb_pixmap_t pixmap = xcb_generate_id(x);
-    xcb_create_pixmap(x, format.Depth(), pixmap, root, 40, 30);
+    xcb_create_pixmap(x, format.Depth(), pixmap, screen.root, 40, 30);
     const DrawState state;
-    DrawContext context(*connection, pixmap, format, 2);
-    EXPECT_FALSE(context.ShowsOnly(white_color).has_value()) << "nothing is in sight";
-    context.SetBounds(BRect(1, 1, 20, 15));
-    context.Clear(state);
-    EXPECT_TRUE(*context.ShowsOnly(white_color));
-    context.StrokeRect(state, BRect(2, 2, 6, 5), B_SOLID_HIGH);
-    context.FillRect(state, BRect(8, 2, 9, 4), B_SOLID_HIGH);
-    EXPECT_EQ(context.DrawString(state, BPoint(10, 13), "H", 1), 9);
-    EXPECT_FALSE(*context.ShowsOnly(white_color));
-    const auto image = MakeReply(xcb_get_image_reply(
-        x, xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0, 40, 30, ~0u), nullptr));
-    std::vector<uint32> pixels(40 * 30);
-    memcpy(pixels.data(), xcb_get_image_data(image.get()), pixels.size() * sizeof(uint32));
-    EXPECT_EQ(Letters(pixels, 40), Expected("drawn where a unit is two pixels"));
+    DrawContext usual(*connection, pixmap, format, 1), large(*connection, pixmap, format, 2);
+    EXPECT_FALSE(large.ShowsOnly(white_color).has_value()) << "nothing is in sight";
+    large.SetBounds(BRect(1, 1, 20, 15));
+    large.Clear(state);
+    large.StrokeLine(state, BPoint(3, 4), BPoint(9, 4), B_SOLID_HIGH);
+    large.FillRect(state, BRect(3, 6, 5, 8), B_SOLID_HIGH);
+    EXPECT_FALSE(*large.ShowsOnly(white_color));
+    usual.InvertRect(BRect(4, 6, 17, 7)); // where a unit is two pixels, just these are black
+    usual.InvertRect(BRect(4, 10, 9, 15));
+    EXPECT_TRUE(*large.ShowsOnly(white_color));
 }
 
 } // namespace
