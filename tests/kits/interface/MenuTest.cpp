@@ -44,6 +44,8 @@ TEST_F(WindowTest, MenuItemsAnswerMouseShortcutAndLettersAsTheyComeAndGo)
     const auto commands = [&](const Row& words) {
         BMenuItem* item = bar->FindItem(words.back().c_str());
         return Commands {
+            { "name", [=] { item->SetLabel(words[1].c_str()); } },
+            { "mark", [=] { item->SetMarked(true); } },
             { "delete", [=] { delete item; } },
             { "disable", [=] { item->SetEnabled(false); } },
             { "close", [=] { item->Submenu()->SetEnabled(false); } },

@@ -78,7 +78,7 @@ protected:
             { "double", [=, this] { screen::DoubleClickAt(OnScreen(n)); } },
             { "shift", [=, this] { ClickWith("shift", n); } },
             { "ctrl", [=, this] { ClickWith("ctrl", n); } },
-            { "wheel", [=, this] { screen::Click("list", "", n); } },
+            { "wheel", [=] { screen::Click("list", "", n); } },
             { "again", [=, this] { PostSecondClick(n); } },
             { "bar", [=, this] { screen::ClickAt(fList->ConvertToScreen(BPoint(107, n))); } },
             { "add", [=, this] { Add(n, m); } },
