@@ -86,7 +86,9 @@ TEST_F(WindowTest, ClicksAndKeysReachTheirViewEnterTheDefaultButtonAndTabTheNext
     Follow(
         "input.txt",
         [&](const Row& words) {
-            BView* view = words.size() > 1 ? fWindow->FindView(words[1].c_str()) : nullptr;
+            BView* view = words.size() > 1
+                ? Locked([&] { return fWindow->FindView(words[1].c_str()); })
+                : nullptr;
             return Commands {
                 { "scroll", [=] { input->ScrollTo(0, 1000); } },
                 { "double", [=] { screen::DoubleClickAt(inside); } },
@@ -106,7 +108,7 @@ TEST_F(WindowTest, ClicksAndKeysReachTheirViewEnterTheDefaultButtonAndTabTheNext
                 { "delete", [=] { delete view; } },
             };
         },
-        [&] { return std::string(fWindow->CurrentFocus()->Name()); });
+        [&] { return Locked([&] { return std::string(fWindow->CurrentFocus()->Name()); }); });
     EXPECT_TRUE(first->Value() == B_CONTROL_OFF && !fWindow->DefaultButton());
 }
 

@@ -42,7 +42,7 @@ TEST_F(WindowTest, MenuItemsAnswerMouseShortcutAndLettersAsTheyComeAndGo)
     fWindow->AddChild(bar);
     more->ItemAt(1)->SetMarked(true);
     const auto commands = [&](const Row& words) {
-        BMenuItem* item = bar->FindItem(words.back().c_str());
+        BMenuItem* item = Locked([&] { return bar->FindItem(words.back().c_str()); });
         return Commands {
             { "name", [=] { item->SetLabel(words[1].c_str()); } },
             { "mark", [=] { item->SetMarked(true); } },
