@@ -105,8 +105,8 @@ AlertText LayOutAlertText(const char* text, float minWidth)
     constexpr float kStep = 120;
     constexpr float kOtherHeight = 140; // title, margins and buttons
     const BRect room = AlertRoom();
-    const float most = std::max(room.Width() * 3 / 4, kReadableWidth);
-    const float tallest = std::max(room.Height() - kOtherHeight, 100.0f);
+    const float most = room.Width() * 3 / 4;
+    const float tallest = room.Height() - kOtherHeight;
     return display::Call([=] {
         QTextDocument document(QString::fromUtf8(text));
         document.setDocumentMargin(0);
@@ -188,11 +188,9 @@ void BAlert::Build(
     const AlertText laidOut = LayOutAlertText(text, buttonsWidth + kMargin - left);
     const float textBottom = AddText(back, text, laidOut, left);
     const float buttonHeight = fButtons[0]->Bounds().Height();
-    // The buttons follow right and bottom; the text, which is where it belongs, only later.
-    ResizeTo(std::max(left + laidOut.width, buttonsWidth + kMargin) + kMargin,
+    // The buttons follow right and bottom.
+    ResizeTo(left + laidOut.width + kMargin,
         std::max(textBottom, kMargin + AlertIcon::kSize) + buttonHeight + 2 * kMargin);
-    BView* frame = fText->Parent() == back ? fText : fText->Parent();
-    frame->SetResizingMode(B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
 }
 
 // Returns the text's bottom edge. A text too long for the screen gets a scroll bar.
@@ -225,8 +223,8 @@ float BAlert::AddButtons(
         BMessage* message = new BMessage(kMsgButton);
         message->AddInt32("which", i);
         const std::string name = "_b" + std::to_string(i) + "_";
-        fButtons.push_back(new BButton(BRect(0, 0, kButtonWidth, 24), name.c_str(),
-            labels[i] ? labels[i] : "OK", message, B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM));
+        fButtons.push_back(new BButton(BRect(), name.c_str(), labels[i] ? labels[i] : "OK", message,
+            B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM));
         back->AddChild(fButtons.back());
         float preferred = 0;
         fButtons.back()->ResizeToPreferred();
@@ -275,10 +273,10 @@ BPoint BAlert::PlaceOver(const BWindow* caller)
         return AlertPosition(size.Width(), size.Height());
     const BRect frame = caller->Frame();
     BRect room = AlertRoom();
-    room.top = std::min(room.top + kTitle, room.bottom);
-    room.left = std::min(room.left + kBorder, room.right);
-    room.right = std::max(room.right - kBorder - size.Width(), room.left);
-    room.bottom = std::max(room.bottom - kBorder - size.Height(), room.top);
+    room.top += kTitle;
+    room.left += kBorder;
+    room.right -= kBorder + size.Width();
+    room.bottom -= kBorder + size.Height();
     BPoint corner(std::floor((frame.left + frame.right - size.Width()) / 2),
         std::floor((frame.top + frame.bottom - size.Height()) / 2));
     corner.ConstrainTo(room);
@@ -330,11 +328,12 @@ status_t BAlert::Go(BInvoker* invoker)
 
 void BAlert::MessageReceived(BMessage* message)
 {
-    int32 which = 0;
-    if (message->what != kMsgButton || message->FindInt32("which", &which) != B_OK)
+    if (message->what != kMsgButton)
         return BWindow::MessageReceived(message);
     if (fIsAnswered)
         return;
+    int32 which = -1;
+    message->FindInt32("which", &which);
     fIsAnswered = true;
     fAnswer->Give(which);
     if (fInvoker && fInvoker->Message()) {
@@ -362,20 +361,19 @@ BButton* BAlert::ButtonAt(int32 index) const
     return exists ? fButtons[static_cast<size_t>(index)] : nullptr;
 }
 
-bool BAlert::UnusedKeyDown(const char* bytes, int32 numBytes)
+void BAlert::UnusedKeyDown(const char* bytes, int32 numBytes)
 {
     const char key = static_cast<char>(tolower(static_cast<uint8>(bytes[0])));
     for (size_t i = 0; i < fButtons.size(); i++) {
         // Escape gives the only answer that there is, even without a shortcut.
         const bool isOnly = key == B_ESCAPE && fButtons.size() == 1;
-        if ((fShortcuts[i] != 0 && fShortcuts[i] == key) || isOnly) {
+        if (fShortcuts[i] == key || isOnly) {
             if (fButtons[i]->IsEnabled())
                 fButtons[i]->Invoke();
-            return true;
+            return;
         }
     }
     if (key != B_ESCAPE || (Flags() & B_NOT_CLOSABLE))
         return BWindow::UnusedKeyDown(bytes, numBytes);
     PostAlways(BMessenger(this, this), BMessage(B_QUIT_REQUESTED));
-    return true;
 }

@@ -43,7 +43,7 @@ public:
     void MessageReceived(BMessage* message) override;
 
 protected:
-    bool UnusedKeyDown(const char* bytes, int32 numBytes) override;
+    void UnusedKeyDown(const char* bytes, int32 numBytes) override;
 
 private:
     struct Answer;

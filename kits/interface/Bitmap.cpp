@@ -47,13 +47,13 @@ int Narrow(uint8 value, int bits)
 rgb_color ReadPixel(const uint8* bytes, int bit, color_space space)
 {
     // Low byte first on every processor: the layout is the platform's and not the machine's.
-    const int word = BitsPerPixel(space) >= 16 ? bytes[0] | bytes[1] << 8 : 0;
+    const auto word = [bytes](int shift) { return (bytes[0] | bytes[1] << 8) >> shift; };
     switch (space) {
         case B_GRAY1: return (bytes[0] & 0x80 >> bit) != 0 ? black_color : white_color;
         case B_GRAY8: return { bytes[0], bytes[0], bytes[0] };
         case B_CMAP8: return system_colors()->color_list[bytes[0]];
-        case B_RGB15: return { Widen(word >> 10, 5), Widen(word >> 5, 5), Widen(word, 5) };
-        case B_RGB16: return { Widen(word >> 11, 5), Widen(word >> 5, 6), Widen(word, 5) };
+        case B_RGB15: return { Widen(word(10), 5), Widen(word(5), 5), Widen(word(0), 5) };
+        case B_RGB16: return { Widen(word(11), 5), Widen(word(5), 6), Widen(word(0), 5) };
         default: break;
     }
     rgb_color color { bytes[2], bytes[1], bytes[0], bytes[3] };
@@ -106,21 +106,23 @@ BBitmap::BBitmap(BRect bounds, color_space space) : fSpace(space)
 
 BBitmap::BBitmap(const BMessage* archive) : fSpace(B_NO_COLOR_SPACE)
 {
+    if (!archive)
+        return;
+    // What the archive lacks stays as it is here, and then there is no room for any bits.
     BRect bounds;
-    int32 space = 0;
+    int32 space = B_NO_COLOR_SPACE;
     const void* data = nullptr;
     ssize_t length = 0;
-    if (!archive || archive->FindRect("_frame", &bounds) != B_OK
-        || archive->FindInt32("_cspace", &space) != B_OK
-        || archive->FindData("_data", B_RAW_TYPE, &data, &length) != B_OK)
-        return;
+    archive->FindRect("_frame", &bounds);
+    archive->FindInt32("_cspace", &space);
+    archive->FindData("_data", B_RAW_TYPE, &data, &length);
     fSpace = static_cast<color_space>(space);
     Allocate(bounds);
     // Bits of another length belong to other bounds: none of it is to be believed.
-    if (length != BitsLength())
-        fBits.reset();
-    else
+    if (IsValid() && length == BitsLength())
         memcpy(fBits.get(), data, length);
+    else
+        fBits.reset();
 }
 
 status_t BBitmap::Archive(BMessage* archive) const

@@ -5,36 +5,9 @@
 #include "server/ViewPeer.h"
 
 #include <QGroupBox>
-#include <QStyleOptionGroupBox>
-#include <QStylePainter>
 
-namespace {
-
-class BoxWidget : public QGroupBox {
-public:
-    BoxWidget(border_style border, QWidget* parent) : QGroupBox(parent), fBorder(border) { }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        // A QGroupBox knows neither a thin frame nor none: the style is told for this painting.
-        QStyleOptionGroupBox option;
-        initStyleOption(&option);
-        if (fBorder == B_NO_BORDER)
-            option.subControls &= ~QStyle::SC_GroupBoxFrame;
-        if (fBorder == B_PLAIN_BORDER)
-            option.features |= QStyleOptionFrame::Flat;
-        QStylePainter(this).drawComplexControl(QStyle::CC_GroupBox, option);
-    }
-
-private:
-    const border_style fBorder;
-};
-
-} // namespace
-
-BBox::BBox(BRect frame, const char* name, uint32 resizeMode, uint32 flags, border_style border)
-    : BView(frame, name, resizeMode, flags), fBorder(border)
+BBox::BBox(BRect frame, const char* name, uint32 resizeMode, uint32 flags)
+    : BView(frame, name, resizeMode, flags)
 {
     BView::SetViewColor(B_TRANSPARENT_COLOR);
 }
@@ -55,7 +28,7 @@ void BBox::SetLabel(const char* label)
 
 void BBox::MakeWidget(ViewPeer& peer)
 {
-    auto* box = new BoxWidget(fBorder, peer.parent);
+    auto* box = new QGroupBox(peer.parent);
     box->setTitle(PlainLabel(Label()));
     peer.widget = box;
     // A view to the input: clicks between the views in it go to the program.

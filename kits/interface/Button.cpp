@@ -38,12 +38,7 @@ void BButton::ShowDefault(bool state)
 {
     fDefault = state;
     if (Peer())
-        display::Call([this] { ShowDefaultMark(*Peer()); });
-}
-
-void BButton::ShowDefaultMark(ViewPeer& peer)
-{
-    static_cast<QPushButton*>(peer.widget)->setDefault(fDefault);
+        display::Call([this] { static_cast<QPushButton*>(Peer()->widget)->setDefault(fDefault); });
 }
 
 void BButton::MakeWidget(ViewPeer& peer)
@@ -56,7 +51,6 @@ void BButton::MakeWidget(ViewPeer& peer)
         link->Post(report);
     });
     peer.widget = button;
-    ShowDefaultMark(peer);
     EquipWidget(peer);
 }
 

@@ -26,7 +26,6 @@ private:
     friend class BWindow;
 
     void ShowDefault(bool state);
-    void ShowDefaultMark(ViewPeer& peer);
 
     bool fDefault = false;
     char fMnemonic = '\0';

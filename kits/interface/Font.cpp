@@ -91,23 +91,24 @@ void BFont::SetFace(uint16 face)
 
 void BFont::SetSize(float size)
 {
-    fSize = size >= 1 ? size : 1;
+    fSize = std::max(1.0f, size); // and 1 for what is no number
 }
 
 float BFont::StringWidth(const char* string) const
 {
-    return !string ? 0 : StringWidth(string, static_cast<int32>(strlen(string)));
+    return StringWidth(string, INT32_MAX);
 }
 
 float BFont::StringWidth(const char* string, int32 length) const
 {
-    if (!string || length <= 0)
+    if (!string)
         return 0;
     // Measured in the pixels that are drawn: letters move the pen by whole ones, so that at another
     // scale a line is not just larger.
     const float scale = FontFace::DisplayScale();
     FontFace* face = FontFace::Of(*this, scale);
-    return !face ? 0 : face->Width(string, static_cast<int32>(strnlen(string, length))) / scale;
+    const size_t bytes = strnlen(string, std::max(length, 0));
+    return !face ? 0 : face->Width(string, static_cast<int32>(bytes)) / scale;
 }
 
 void BFont::GetHeight(font_height* height) const

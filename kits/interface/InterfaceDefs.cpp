@@ -19,23 +19,13 @@ QPalette::ColorRole RoleOf(color_which which)
     }
 }
 
-// For programs without a display, as one that only writes pictures.
-rgb_color UsualColor(color_which which)
-{
-    const QPalette::ColorRole role = RoleOf(which);
-    if (role == QPalette::WindowText)
-        return black_color;
-    if (role == QPalette::Base)
-        return white_color;
-    return role == QPalette::Highlight ? rgb_color { 115, 120, 184 } : rgb_color { 216, 216, 216 };
-}
-
 } // namespace
 
 rgb_color ui_color(color_which which)
 {
+    // A program without a display, as one that only writes pictures, may still make views.
     if (!display::Start())
-        return UsualColor(which);
+        return RoleOf(which) == QPalette::WindowText ? black_color : white_color;
     return display::Call([which] {
         return FromQColor(QGuiApplication::palette().color(QPalette::Active, RoleOf(which)));
     });

@@ -224,7 +224,7 @@ void BListView::UpdateScrollBars()
 {
     fBarsAreOld = false;
     const BRect bounds = Bounds();
-    const float row = fItems.empty() ? 1 : fItems.front()->fHeight + 1;
+    const float row = RowHeight();
     AdjustBar(ScrollBar(B_VERTICAL), bounds.Height() + 1, ContentHeight(), row);
     AdjustBar(ScrollBar(B_HORIZONTAL), bounds.Width() + 1, ContentWidth(), row);
     if (IsRead()) // of rows that came and went out of sight
@@ -235,10 +235,8 @@ void BListView::Draw(BRect updateRect)
 {
     // A list with a colour of its own finds its ground cleared, by the update.
     const bool complete = ViewColor() == B_TRANSPARENT_COLOR;
-    int32 index = std::max(IndexOf(BPoint(0, std::max(updateRect.top, 0.0f))), 0);
-    if (updateRect.top >= ContentHeight())
-        return;
-    for (; index < CountItems() && fItems[index]->fTop <= updateRect.bottom; index++) {
+    int32 index = IndexOf(BPoint(0, std::max(updateRect.top, 0.0f)));
+    for (; ItemAt(index) && fItems[index]->fTop <= updateRect.bottom; index++) {
         const BListItem& item = *fItems[index];
         if (DrawnText* text = DrawnText::Noting()) {
             text->BeginRow({ "", ItemFrame(index), true, item.IsSelected(), item.IsEnabled(),
@@ -332,8 +330,8 @@ void BListView::Deselect(int32 index)
 
 void BListView::DeselectAll()
 {
-    // An empty range: all rows are outside of it.
-    if (DeselectAllBut(0, -1))
+    // Beyond the last: all rows are outside of it.
+    if (DeselectAllBut(CountItems(), CountItems()))
         TellSelection();
 }
 
@@ -440,7 +438,7 @@ void BListView::KeyDown(const char* bytes, int32 numBytes)
     // Keys that jump to a disabled row go on inwards from there, so that they never leave the list
     // without effect; the arrows go on in their own direction.
     const int32 last = CountItems() - 1;
-    switch (numBytes == 1 ? bytes[0] : 0) {
+    switch (bytes[0]) { // one beyond ASCII begins like none of these
         case B_UP_ARROW: MoveCursor(fCursor < 0 ? last : fCursor - 1, -1); break;
         case B_DOWN_ARROW: MoveCursor(fCursor + 1, 1); break;
         case B_PAGE_UP: MoveCursor(std::max(fCursor - RowsOnPage(), 0), 1); break;
@@ -475,9 +473,14 @@ void BListView::MoveCursor(int32 index, int32 step)
     ScrollToItem(index);
 }
 
+// As if all rows were as high as the first.
+float BListView::RowHeight() const
+{
+    return fItems.empty() ? 1 : fItems.front()->fHeight + 1;
+}
+
 int32 BListView::RowsOnPage() const
 {
-    // As if all rows were as high as the first; one of them stays in sight on a new page.
-    const float row = fItems.empty() ? 1 : fItems.front()->Height() + 1;
-    return std::max(static_cast<int32>((Bounds().Height() + 1) / row) - 1, 1);
+    // One of them stays in sight on a new page.
+    return std::max(static_cast<int32>((Bounds().Height() + 1) / RowHeight()) - 1, 1);
 }

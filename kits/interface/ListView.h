@@ -97,6 +97,7 @@ private:
     void SelectToCursor(int32 index);
     void MoveCursor(int32 index, int32 step);
     void ScrollToItem(int32 index);
+    float RowHeight() const;
     int32 RowsOnPage() const;
 
     list_view_type fType;

@@ -122,13 +122,6 @@ BMenuItem* BMenu::FindMarked() const
 
 // --- State
 
-void BMenu::SetRadioMode(bool on)
-{
-    fRadio = on;
-    for (auto& item : fItems)
-        item->ShowState();
-}
-
 void BMenu::SetEnabled(bool enabled)
 {
     fEnabled = enabled;
@@ -287,10 +280,7 @@ void BMenu::ShowItem(const BMenuItem& item)
 
 void BMenu::ShowItemIn(const BMenuItem& item)
 {
-    const auto found = fMenuPeer->actions.find(item.fId);
-    if (found == fMenuPeer->actions.end())
-        return;
-    QAction* action = found->second;
+    QAction* action = fMenuPeer->actions.at(item.fId);
     // The text has the mark of the mnemonic in it; the label itself is kept as the name. A new one
     // may share its mnemonic with another item: Qt then steps from one to the other.
     if (action->objectName() != QString::fromUtf8(item.Label())) {
@@ -298,10 +288,9 @@ void BMenu::ShowItemIn(const BMenuItem& item)
         action->setText(WithMnemonic(item.Label(), used));
         action->setObjectName(QString::fromUtf8(item.Label()));
     }
-    if (item.fShortcut != 0) {
-        action->setShortcut(ShortcutKeys(static_cast<uint8>(item.fShortcut), item.fModifiers));
-        action->setShortcutContext(Qt::WidgetShortcut); // shown: the window has the bound one
-    }
+    const auto key = static_cast<uint8>(item.fShortcut);
+    action->setShortcut(key == 0 ? QKeySequence() : ShortcutKeys(key, item.fModifiers));
+    action->setShortcutContext(Qt::WidgetShortcut); // shown: the window has the bound one
     action->setEnabled(item.IsEnabled());
     // Unmarked it is not even checkable: Qt would show an empty box.
     action->setCheckable(item.fMarked);

@@ -29,7 +29,7 @@ public:
     BMenuItem* FindItem(const char* label) const; // in submenus too; null if there is none
     BMenuItem* FindMarked() const; // the first one
 
-    void SetRadioMode(bool on); // choosing an item marks it and unmarks the others
+    void SetRadioMode(bool on) { fRadio = on; } // choosing an item marks it and unmarks the others
     bool IsRadioMode() const { return fRadio; }
     // Before it is in a window: the field it opens from shows the marked item's label.
     void SetLabelFromMarked(bool on) { fLabelFromMarked = on; }

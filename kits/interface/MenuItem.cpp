@@ -89,7 +89,7 @@ void BMenuItem::ShowState()
 // The mark follows what the user does. A program's own Invoke() only sends the message.
 void BMenuItem::Chosen()
 {
-    if (fMenu && fMenu->IsRadioMode())
+    if (fMenu->IsRadioMode())
         SetMarked(true);
     Invoke();
 }

@@ -480,12 +480,10 @@ void BWindow::HandleKeyDown(BMessage* message)
         PostAlways(be_app_messenger, BMessage(B_QUIT_REQUESTED));
 }
 
-bool BWindow::UnusedKeyDown(const char* bytes, int32)
+void BWindow::UnusedKeyDown(const char* bytes, int32)
 {
-    if (bytes[0] != B_ENTER || !fDefaultButton || !fDefaultButton->IsEnabled())
-        return false;
-    fDefaultButton->Invoke();
-    return true;
+    if (bytes[0] == B_ENTER && fDefaultButton && fDefaultButton->IsEnabled())
+        fDefaultButton->Invoke();
 }
 
 // --- Shortcuts

@@ -101,8 +101,8 @@ public:
 protected:
     void MessageHandled() override; // sends what the views have drawn
     // A key that no view wanted, with the message in CurrentMessage(). The base presses the
-    // default button on Enter. True if the key has been used.
-    virtual bool UnusedKeyDown(const char* bytes, int32 numBytes);
+    // default button on Enter.
+    virtual void UnusedKeyDown(const char* bytes, int32 numBytes);
 
 private:
     friend class BButton;

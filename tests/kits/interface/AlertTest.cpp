@@ -2,70 +2,88 @@
 
 #include "Button.h"
 #include "tests/support/NoThreads.h"
-#include "tests/support/Rows.h"
 #include "TestWindow.h"
 
 namespace {
 
-BAlert* Ask()
+std::string Corner(BPoint corner)
 {
-    BAlert* alert = new BAlert("Question", "Shall it go on?", "Abort", "Perhaps", "Continue",
-        B_WIDTH_AS_USUAL, B_OFFSET_SPACING, B_WARNING_ALERT);
-    alert->SetShortcut(0, B_ESCAPE);
-    alert->SetShortcut(1, 'p');
-    return alert;
+    return std::to_string(static_cast<int>(corner.x)) + " "
+        + std::to_string(static_cast<int>(corner.y)) + " ";
 }
 
 } // namespace
 
-TEST_F(WindowTest, AnAlertHasRoomForItsPartsAndIsAnsweredByMouseAndKeysOrClosed)
+TEST_F(WindowTest, AnAlertHasRoomForItsPartsOverTheWindowThatAsksAndIsAnsweredOrClosed)
 {
+    constexpr rgb_color kRed { 200, 0, 0 };
+    const std::string sentence = "Some more of the text. ";
+    fWindow->AddChild(new BView(fWindow->Bounds(), "red", B_FOLLOW_ALL_SIDES, B_WILL_DRAW));
+    fWindow->Show();
+    fWindow->Hide();
+    size_t asked = 0;
     for (const TextRow& row : ReadRows("kits/interface/alerts.txt")) {
         SCOPED_TRACE(row.given);
         Row given = RowOf(row.given);
-        given.resize(8);
+        given.resize(9);
         const auto number = [&](size_t i) { return std::stoi(given[i]); };
         const auto label = [&](int i) { return given[i].empty() ? nullptr : given[i].c_str(); };
-        const std::string sentence = "Some more of the text. ";
-        std::string text, shown, answer;
-        for (int i = 0; i < number(1); i++)
+        std::string text, shown;
+        for (int i = 0; i < number(2); i++)
             text += sentence;
-        std::thread asker([&] {
-            auto* alert = new BAlert("Question", text.c_str(), label(5), label(6), label(7),
-                static_cast<button_width>(number(2)), static_cast<button_spacing>(number(3)),
-                static_cast<alert_type>(number(4)));
+        fWindow->fAsked = [&] { // with the window's lock held, and drawn meanwhile
+            fWindow->ChildAt(0)->SetViewColor(kRed);
+            fWindow->ChildAt(0)->Invalidate();
+            auto* alert = new BAlert("Question", text.c_str(), label(6), label(7), label(8),
+                static_cast<button_width>(number(3)), static_cast<button_spacing>(number(4)),
+                static_cast<alert_type>(number(5)));
             for (const int32 button : { -1, 1, 3 }) // of which only one can be there
-                alert->SetShortcut(button, 'x');
-            if (given[0] == "x Escape") {
+                alert->SetShortcut(button, 'T');
+            if (given[0] == "t Escape") {
                 alert->SetFlags(alert->Flags() & ~B_NOT_CLOSABLE);
                 alert->ButtonAt(1)->SetEnabled(false);
             }
             const BRect size = alert->Bounds();
-            const BPoint corner = alert->AlertPosition(size.Width(), size.Height());
-            answer = std::to_string(static_cast<int>(corner.x)) + " "
-                + std::to_string(static_cast<int>(corner.y)) + " ";
-            answer += std::to_string(alert->Go());
-        });
+            std::string told = Corner(alert->AlertPosition(size.Width(), size.Height()));
+            for (const int32 button : { -1, 0, 3 })
+                told += alert->ButtonAt(button) ? "there " : "none ";
+            fLog->Add(told + std::to_string(alert->Go()));
+        };
+        BPoint place, size;
+        std::istringstream window(given[1]);
+        if (window >> place.x >> place.y >> size.x >> size.y) {
+            Locked([&] {
+                fWindow->MoveTo(place);
+                fWindow->ResizeTo(size.x, size.y);
+            });
+            if (fWindow->IsHidden())
+                Show();
+        }
+        fWindow->PostMessage(kAsk);
         EXPECT_TRUE(screen::BecomesActive("Question"));
         screen::WaitFor([&] {
-            shown = screen::Tree("Question");
+            shown = screen::Tree("Question", true);
             for (size_t i; (i = shown.find(sentence)) != shown.npos;)
                 shown.erase(i, sentence.size());
+            shown += Corner(screen::Find("back", "Question").frame.LeftTop());
             return row.told.starts_with(shown);
         });
+        EXPECT_SOON(size.x < 500 || screen::PixelAt(place + BPoint(5, 5)) == kRed);
         std::istringstream keys(given[0]);
         for (std::string key; keys >> key;)
             key[0] == '_' ? void(screen::Click(key, "Question")) : screen::Key(key);
-        asker.join();
-        EXPECT_EQ(shown + answer, row.told);
+        EXPECT_EQ(shown + fLog->WaitFor(++asked).back(), row.told);
         EXPECT_SOON(!screen::Find("Question").exists);
     }
 }
 
 TEST_F(WindowTest, WithoutAThreadAnAlertSaysItsTextAndWithOneItSendsItsAnswer)
 {
+    const auto alert = [] {
+        return new BAlert("Question", "Shall it go on?", "Abort", "Continue");
+    };
     testing::internal::CaptureStderr();
-    BAlert* alerts[] = { Ask(), Ask() };
+    BAlert* alerts[] = { alert(), alert() };
     {
         const NoThreads none;
         fWindow->Show();
@@ -76,30 +94,17 @@ TEST_F(WindowTest, WithoutAThreadAnAlertSaysItsTextAndWithOneItSendsItsAnswer)
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "Cannot start thread <Test>: its window is not shown\n" + why + "Shall it go on?\n" + why
             + "Shall it go on?\n");
-    EXPECT_EQ(Ask()->Go(new BInvoker(new BMessage(7), fWindow)), B_OK);
-    EXPECT_TRUE(screen::BecomesActive("Question"));
-    EXPECT_EQ(screen::Find("_b1_", "Question").text, "&Perhaps") << "underlined";
-    screen::Key("shift+p");
+    BInvoker* const invokers[] = { new BInvoker(new BMessage(7), fWindow), new BInvoker, nullptr };
+    for (BInvoker* invoker : invokers) {
+        BAlert* asking = alert();
+        EXPECT_EQ(asking->Go(invoker), B_OK);
+        WithLock(asking, [&] {
+            asking->ButtonAt(1)->Invoke();
+            asking->ButtonAt(0)->Invoke(); // too late
+        });
+        EXPECT_SOON(!screen::Find("Question").exists);
+    }
     Show();
-    EXPECT_TRUE(fLog->WaitFor("7 which 1"));
-}
-
-TEST_F(WindowTest, AWindowMayAskFromItsOwnThreadWithItsLockHeldUnderTheAlert)
-{
-    fWindow->ResizeTo(599, 399);
-    fWindow->AddChild(new BView(fWindow->Bounds(), "red", B_FOLLOW_NONE, B_WILL_DRAW));
-    fWindow->fAsked = [this] {
-        fWindow->ChildAt(0)->SetViewColor(rgb_color { 200, 0, 0 });
-        fWindow->ChildAt(0)->Invalidate();
-        fLog->Add("answer " + std::to_string(Ask()->Go()));
-    };
-    Show();
-    fWindow->PostMessage(kAsk);
-    EXPECT_TRUE(screen::BecomesActive("Question"));
-    EXPECT_SOON(screen::PixelAt(BPoint(205, 155)) == (rgb_color { 200, 0, 0 }));
-    const BRect alert = screen::Find("back", "Question").frame;
-    EXPECT_NEAR((alert.left + alert.right) / 2, 499.5, 1);
-    EXPECT_NEAR((alert.top + alert.bottom) / 2, 349.5, 1);
-    screen::Key("Return");
-    EXPECT_TRUE(fLog->WaitFor("answer 2"));
+    fWindow->PostMessage(8);
+    EXPECT_EQ(fLog->WaitFor(2), Entries({ "7 which 1", "8" }));
 }

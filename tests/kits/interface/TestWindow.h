@@ -5,6 +5,7 @@
 #include "Entry.h"
 #include "Message.h"
 #include "tests/support/Log.h"
+#include "tests/support/Rows.h"
 #include "tests/support/ScreenDriver.h"
 #include "tests/support/Test.h"
 #include "tests/support/WithLock.h"
@@ -45,6 +46,8 @@ public:
         }
         for (int32 i = 0; message->FindInt32("index", i, &value) == B_OK; i++)
             event += " " + std::to_string(value);
+        if (event.find(' ') != event.npos && !message->HasInt32("which"))
+            event += message->HasInt64("when") && message->HasPointer("source") ? "" : " of nobody";
         fLog->Add(event);
     }
     bool QuitRequested() override
@@ -93,6 +96,40 @@ protected:
     bool Becomes(F condition)
     {
         return screen::WaitFor([&] { return Locked(condition); });
+    }
+    // Does what a file here says, line by line: a command under the window's lock, or else a key.
+    // What is logged then stands below it, and the state where that ends with a full stop.
+    using Commands = std::map<std::string, std::function<void()>>;
+    void Follow(const std::string& file, const std::function<Commands(const Row&)>& commandsFor,
+        const std::function<std::string()>& state = {})
+    {
+        size_t known = fLog->Now().size();
+        for (const TextRow& row : ReadRows("kits/interface/" + file)) {
+            SCOPED_TRACE(row.given);
+            const Row words = RowOf(row.given);
+            const Commands commands = commandsFor(words);
+            if (words[0] == "show")
+                Show();
+            else if (words[0] == "menu")
+                EXPECT_TRUE(screen::ClickMenu({ words.begin() + 1, words.end() }));
+            else if (commands.contains(words[0]))
+                Locked(commands.at(words[0]));
+            else
+                screen::Key(words[0]);
+            std::string told;
+            Entries all;
+            screen::WaitFor([&] {
+                told.clear();
+                all = fLog->Now();
+                for (size_t i = known; i < all.size(); i++)
+                    told += (told.empty() ? "" : "\n") + all[i];
+                if (row.told.ends_with("."))
+                    told += (told.empty() ? "" : "\n") + state() + ".";
+                return told == row.told;
+            });
+            EXPECT_EQ(told, row.told);
+            known = all.size();
+        }
     }
 
     BApplication fApplication { "application/x-vnd.Tarvex-test" };

@@ -32,7 +32,6 @@ FontRequest FontFace::Request(const BFont& font, float scale)
     request.family = font.fFamily == be_plain_font->fFamily ? "" : font.fFamily;
     request.bold = (font.fFace & B_BOLD_FACE) != 0;
     request.italic = (font.fFace & B_ITALIC_FACE) != 0;
-    request.fixed = font.fFamily == be_fixed_font->fFamily;
     request.pixels = std::lround(std::clamp<float>(font.fSize * scale, 1, kMaxPixels));
     return request;
 }
@@ -167,10 +166,8 @@ GlyphImage RasterizeGlyph(const QFont& font, const QFontMetricsF& metrics, uint3
 QFont MakeFont(const FontRequest& request)
 {
     QFont font = QApplication::font();
-    if (!request.family.empty()) {
+    if (!request.family.empty())
         font.setFamily(QString::fromStdString(request.family));
-        font.setStyleHint(request.fixed ? QFont::Monospace : QFont::AnyStyle);
-    }
     font.setPixelSize(request.pixels);
     font.setBold(request.bold);
     font.setItalic(request.italic);

@@ -16,7 +16,6 @@ struct FontRequest {
     std::string family; // empty: the desktop's own
     bool bold = false;
     bool italic = false;
-    bool fixed = false; // letters of equal width, should the family be missing
     int32 pixels = 0;
 
     // NOLINTNEXTLINE(modernize-use-nullptr): it takes the default for a zero

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <span>
 
 namespace {
 
@@ -94,7 +95,7 @@ PixelFormat::PixelFormat(xcb_connection_t* connection, xcb_visualid_t visual) : 
 void PixelFormat::ReadPalette(xcb_connection_t* connection, const xcb_screen_t& screen)
 {
     AllocateCube(connection, screen.default_colormap);
-    std::vector<uint32> indices(std::min(1 << std::min<int>(fDepth, 8), 256));
+    std::vector<uint32> indices(1 << std::min<int>(fDepth, 8));
     for (size_t i = 0; i < indices.size(); i++)
         indices[i] = i;
     const auto reply = MakeReply(xcb_query_colors_reply(connection,
@@ -107,10 +108,10 @@ void PixelFormat::ReadPalette(xcb_connection_t* connection, const xcb_screen_t& 
     if (!reply)
         return;
     fPalette.clear();
-    const xcb_rgb_t* colors = xcb_query_colors_colors(reply.get());
-    for (int i = 0; i < xcb_query_colors_colors_length(reply.get()); i++) {
-        fPalette.push_back({ static_cast<uint8>(colors[i].red >> 8),
-            static_cast<uint8>(colors[i].green >> 8), static_cast<uint8>(colors[i].blue >> 8) });
+    const size_t count = xcb_query_colors_colors_length(reply.get());
+    for (const xcb_rgb_t& color : std::span(xcb_query_colors_colors(reply.get()), count)) {
+        fPalette.push_back({ static_cast<uint8>(color.red >> 8),
+            static_cast<uint8>(color.green >> 8), static_cast<uint8>(color.blue >> 8) });
     }
 }
 

@@ -2,26 +2,18 @@
 #include "Bitmap.h"
 
 #include "Canvas.h"
-#include "drawing/PixelFormat.h"
+#include "drawing/DrawConnection.h"
+#include "drawing/DrawContext.h"
 #include "drawing/XcbReply.h"
 #include "Screen.h"
-#include "server/DisplayServer.h"
-#include "tests/support/Rows.h"
 
-#include <QGuiApplication>
-#include <QScreen>
+#include <QByteArray>
 
 namespace {
 
 std::string Hex(const void* data, size_t size)
 {
-    std::string text;
-    char digits[3];
-    for (size_t i = 0; i < size; i++) {
-        snprintf(digits, sizeof(digits), "%02x", static_cast<const uint8*>(data)[i]);
-        text += digits;
-    }
-    return text;
+    return QByteArray(static_cast<const char*>(data), size).toHex().toStdString();
 }
 
 TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
@@ -38,17 +30,22 @@ TEST(Bitmap, RowsArePaddedToFourBytesAndOneThatCannotBeIsInvalid)
 
 TEST(Bitmap, SetBitsConvertsBetweenSpaces)
 {
-    // ff33cc, 10828c, transparent; black, white, and the last is missing.
-    const uint8 data[] = { 0xcc, 0x33, 0xff, 9, 0x8c, 0x82, 0x10, 9, 119, 116, 119, 0, 0, 0, 0, 9,
+    // ff33c5, 25828c, transparent; black, white, and of the last only a part.
+    const uint8 data[] = { 0xc5, 0x33, 0xff, 9, 0x8c, 0x82, 0x25, 9, 119, 116, 119, 0, 0, 0, 0, 9,
         255, 255, 255, 9, 1, 2 };
     std::string found; // the bytes of both rows, and the colours that they mean
     for (const color_space space : { B_GRAY1, B_GRAY8, B_CMAP8, B_RGB15, B_RGB16, B_RGBA32 }) {
         BBitmap bitmap(BRect(0, 0, 2, 1), space);
-        bitmap.SetBits(data, sizeof(data), 0, B_RGB32);
+        memset(bitmap.Bits(), 0x5a, bitmap.BitsLength());
+        bitmap.SetBits(data, 8, 0, B_RGB32);
+        bitmap.SetBits(data + 8, sizeof(data) - 8, 8, B_RGB32);
+        BBitmap back(bitmap.Bounds(), B_RGBA32);
+        back.SetBits(bitmap.Bits(), bitmap.BitsLength(), 0, space);
         found += Hex(bitmap.Bits(), bitmap.BitsLength()) + " means";
         for (int32 i = 0; i < 6; i++) {
             const rgb_color color = bitmap.ColorAt(i % 3, i / 3);
             found += " " + Hex(&color, sizeof(color));
+            EXPECT_EQ(back.ColorAt(i % 3, i / 3), color) << space;
         }
         found += "\n";
     }
@@ -59,9 +56,9 @@ TEST(Bitmap, ComesOutOfAnArchiveUnlessThatIsNotWhole)
 {
     BBitmap bitmap(BRect(0, 0, 2, 1), B_CMAP8);
     bitmap.SetBits("0123456789", 10, 3, B_CMAP8); // and no more than it has room for
-    bitmap.SetBits("x", 1, 8, B_CMAP8);
+    bitmap.SetBits("x", 1, 9, B_CMAP8);
     bitmap.SetBits("x", 1, -1, B_CMAP8);
-    bitmap.SetBits("x", 0, 0, B_CMAP8);
+    bitmap.SetBits("x", -1, 0, B_CMAP8);
     bitmap.SetBits("abc", 3, 0, B_RGB24); // which is not known
     EXPECT_EQ(Hex(bitmap.Bits(), 8), "0000003031323334");
     BMessage archive;
@@ -85,20 +82,6 @@ TEST(Bitmap, ComesOutOfAnArchiveUnlessThatIsNotWhole)
     EXPECT_FALSE(BBitmap(&archive).IsValid());
 }
 
-TEST(Screen, IsAsLargeAndHasAsManyColorsAsTheDisplaySays)
-{
-    const BScreen screen;
-    const QRect size = display::Call([] { return QGuiApplication::primaryScreen()->geometry(); });
-    const int depth = display::Call([] { return QGuiApplication::primaryScreen()->depth(); });
-    display_mode mode {};
-    EXPECT_EQ(screen.GetMode(&mode), B_OK);
-    EXPECT_EQ(std::tie(mode.virtual_width, mode.virtual_height),
-        std::make_tuple(size.width(), size.height()));
-    EXPECT_EQ(screen.Frame(), BRect(0, 0, size.width() - 1, size.height() - 1));
-    EXPECT_EQ(mode.space, depth == 16 ? B_RGB16 : B_RGB32);
-    EXPECT_TRUE(mode.h_display_start == 0 && mode.v_display_start == 0);
-}
-
 TEST(Screen, ColorsHaveAnIndexEachOneOfTheOppositeAndOneOfThoseNearThem)
 {
     const BScreen screen;
@@ -119,9 +102,10 @@ TEST(Screen, ColorsHaveAnIndexEachOneOfTheOppositeAndOneOfThoseNearThem)
 
 TEST(PixelFormat, ColorsBecomeWhatTheDisplayShowsAsThem)
 {
-    xcb_connection_t* x = xcb_connect(nullptr, nullptr);
+    const auto connection = DrawConnection::Open();
+    xcb_connection_t* x = connection->Xcb();
     const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(x)).data;
-    const PixelFormat format(x, screen.root_visual);
+    const PixelFormat& format = *connection->FormatOf(screen.root);
     EXPECT_EQ(format.Depth(), screen.root_depth);
     EXPECT_EQ(PixelFormat(x, 0).Depth(), 0) << "there is no such visual";
     const rgb_color colors[] = { black_color, white_color, { 255, 0, 0 }, { 0, 255, 0 },
@@ -145,7 +129,20 @@ TEST(PixelFormat, ColorsBecomeWhatTheDisplayShowsAsThem)
     }
     EXPECT_EQ(format.PixelFor(black_color) ^ format.InvertMask(), format.PixelFor(white_color));
     EXPECT_EQ(format.BytesPerRow(5), (format.BytesOf(5) + 3) / 4 * 4);
-    xcb_disconnect(x);
+    EXPECT_TRUE(!connection->FormatOf(0) && connection->PictureFormat(PixelFormat(x, 0)) == 0);
+    const xcb_pixmap_t pixmap = xcb_generate_id(x);
+    xcb_create_pixmap(x, format.Depth(), pixmap, screen.root, 40, 30);
+    const DrawState state;
+    DrawContext usual(*connection, pixmap, format, 1), large(*connection, pixmap, format, 2);
+    EXPECT_FALSE(large.ShowsOnly(white_color).has_value()) << "nothing is in sight";
+    large.SetBounds(BRect(1, 1, 20, 15));
+    large.Clear(state);
+    large.StrokeLine(state, BPoint(3, 4), BPoint(9, 4), B_SOLID_HIGH);
+    large.FillRect(state, BRect(3, 6, 5, 8), B_SOLID_HIGH);
+    EXPECT_FALSE(*large.ShowsOnly(white_color));
+    usual.InvertRect(BRect(4, 6, 17, 7)); // where a unit is two pixels, just these are black
+    usual.InvertRect(BRect(4, 10, 9, 15));
+    EXPECT_TRUE(*large.ShowsOnly(white_color));
 }
 
 } // namespace

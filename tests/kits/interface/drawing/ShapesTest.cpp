@@ -1,6 +1,7 @@
 // Shapes on the screen, and in the files of pictures, against pictures of what they should be.
 #include "Bitmap.h"
 #include "Canvas.h"
+#include "ListItem.h"
 #include "Picture.h"
 
 #include <QImage>
@@ -17,6 +18,19 @@ const BBitmap& Bitmap()
     const uint8 bits[] = { 212, 255, 37, 0, 16, 212, 255, 0 };
     sBitmap.SetBits(bits, sizeof(bits), 0, B_CMAP8);
     return sBitmap;
+}
+
+void DrawRow(BView& v, BPoint corner, const std::string& how)
+{
+    BStringItem item("-=");
+    BFont font;
+    v.GetFont(&font);
+    item.Update(&v, &font);
+    item.SetEnabled(how != "disabled");
+    if (how.starts_with("selected"))
+        item.Select();
+    item.DrawItem(&v, BRect(corner, corner + BPoint(item.Width() - 1, item.Height())),
+        how.ends_with("complete"));
 }
 
 // A command, numbers, a pattern; what is behind a "-" is for the reader.
@@ -54,6 +68,8 @@ void DrawLine(BView& v, const std::string& line)
         { "high", [&] { v.SetHighColor(color()); } },
         { "low", [&] { v.SetLowColor(color()); } },
         { "text", [&] { v.DrawString(name.c_str(), a); } },
+        { "long", [&] { v.DrawString((std::string(n[2], ' ') + name).c_str(), a); } },
+        { "row", [&] { DrawRow(v, a, name); } },
         { "spaced", [&] { v.DrawString("a e", a, &delta); } },
         { "bold", [&] { v.SetFont(be_bold_font); } },
         { "size", [&] { v.SetFontSize(n[0]); } },

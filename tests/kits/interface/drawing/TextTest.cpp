@@ -1,8 +1,10 @@
 // Fonts, and the coding of text.
+#include "drawing/FontFace.h"
 #include "Font.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Test.h"
 #include "TextCoding.h"
+#include "View.h"
 
 namespace {
 
@@ -18,7 +20,7 @@ TEST(Font, KnowsItsStylesAndTheWidthsThatAddUp)
         styled.GetFamilyAndStyle(&family, &shown);
         EXPECT_EQ(shown, row[2]);
     }
-    for (const int length : { 0, 1, 63, 64 }) { // of a name
+    for (const int length : { 0, 1, 63, 64, 101 }) { // of a name
         BFont named;
         const std::string name(length, 'n');
         const bool fits = length > 0 && length < 64;
@@ -30,12 +32,17 @@ TEST(Font, KnowsItsStylesAndTheWidthsThatAddUp)
         EXPECT_EQ(family + std::string(shown), fits ? name + name : "SansRegular");
         named.SetSize(length);
         EXPECT_EQ(named.Size(), std::max(length, 1));
+        named.SetSize(20 * length);
+        EXPECT_EQ(FontFace::Request(named, 0.5f).pixels, std::clamp(10 * length, 1, 1000));
     }
     const BFont& font = *be_plain_font;
     EXPECT_EQ(font.StringWidth("Tarvex"), font.StringWidth("Tar") + font.StringWidth("vex"));
     EXPECT_EQ(font.StringWidth("Tarvex", 3), font.StringWidth("Tar", 99));
-    EXPECT_EQ(font.StringWidth(nullptr), 0);
-    EXPECT_EQ(be_fixed_font->StringWidth("mmm"), be_fixed_font->StringWidth("iii"));
+    EXPECT_EQ(
+        font.StringWidth(nullptr, 3) + font.StringWidth("Tar", 0) + font.StringWidth("T", -1), 0);
+    BView view(BRect(), "view", B_FOLLOW_NONE, 0);
+    view.SetFont(be_fixed_font);
+    EXPECT_EQ(view.StringWidth("mmm"), view.StringWidth("iii"));
 }
 
 TEST(Utf8, EachBadByteIsOneReplacementCharacter)

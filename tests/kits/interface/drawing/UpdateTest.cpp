@@ -3,45 +3,37 @@
 
 namespace {
 
-class UpdateTest : public CanvasTest {
-protected:
-    // Has draw called for an update of rect; what is shown then.
-    std::string Update(BRect rect, const std::function<void(BRect)>& draw)
-    {
-        bool done = false;
-        Locked([&] {
-            fView->onDraw = [&](BRect update) {
-                draw(update);
-                done = true;
-            };
-            fView->Invalidate(rect);
-        });
-        EXPECT_TRUE(Becomes([&] { return done; }));
-        return Locked([&] {
-            fView->onDraw = nullptr;
-            fView->Sync();
-            return Shown();
-        });
-    }
-};
+using UpdateTest = CanvasTest;
 
 TEST_F(UpdateTest, OnlyTheUpdateRectangleIsClearedAndShownAndNothingBeforeDrawReturns)
 {
     const BRect rect(5, 6, 20, 15);
-    std::string before, during;
-    const auto draw = [&](BRect update) {
-        EXPECT_EQ(update, rect);
-        fView->SetHighColor({ 255, 0, 0 });
-        fView->FillRect(BRect(0, 0, 39, 10));
-        fView->Sync();
-        during = Shown();
-    };
-    before = Drawn([](BView& v) { v.FillRect(BRect(10, 0, 39, 29)); });
-    EXPECT_EQ(Update(rect, draw), Expected("update, white below what was drawn"));
-    EXPECT_EQ(during, before);
-    Locked([&] { fView->SetViewColor(B_TRANSPARENT_COLOR); });
-    before = Drawn([](BView& v) { v.FillRect(BRect(10, 0, 39, 29)); });
-    EXPECT_EQ(Update(rect, draw), Expected("update of a transparent view"));
+    for (const rgb_color& ground : { white_color, B_TRANSPARENT_COLOR }) {
+        std::string during;
+        Locked([&] { fView->SetViewColor(ground); });
+        const auto draw = [](BView& v) {
+            v.FillRect(BRect(10, 0, 39, 29));
+            v.DrawString("H", BPoint(7, 29));
+        };
+        const std::string before = Drawn(draw);
+        Locked([&] {
+            fView->onDraw = [&](BRect update) {
+                EXPECT_EQ(update, rect);
+                fView->SetHighColor({ 255, 0, 0 });
+                fView->FillRect(BRect(0, 0, 39, 10));
+                fView->DrawString("H", BPoint(7, 17));
+                fView->Sync();
+                during = Shown();
+            };
+            fView->Invalidate(rect);
+        });
+        EXPECT_TRUE(Becomes([&] { return !during.empty(); }));
+        EXPECT_EQ(during, before);
+        EXPECT_EQ(Locked([&] { return fView->Sync(), Shown(); }),
+            Expected(ground == white_color ? "update, white below what was drawn"
+                                           : "update of a transparent view"));
+        Locked([&] { fView->onDraw = nullptr; });
+    }
 }
 
 TEST_F(UpdateTest, AResizedOrMovedViewDrawsIntoAllOfItself)
