@@ -236,7 +236,9 @@ void GetSysDeviceWin::AddClass(pciItem& item, const KnownNames& names, float& y)
 {
     const float height = static_cast<float>(item.devices.Size() + 1) * kBoxStep;
     y += kBoxMargin;
-    auto* box = new BBox(BRect(10, y, 10 + kWidth - 20, y + height), item.type);
+    auto* box = new BBox(BRect(10, y, 10 + kWidth - 20, y + height), item.type,
+        B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE_JUMP,
+        B_FANCY_BORDER);
     box->SetLabel(item.type);
     box->SetFontSize(kFontSize);
     background->AddChild(box);

@@ -5,9 +5,34 @@
 #include "server/ViewPeer.h"
 
 #include <QGroupBox>
+#include <QStyleOptionGroupBox>
+#include <QStylePainter>
 
-BBox::BBox(BRect frame, const char* name, uint32 resizeMode, uint32 flags)
-    : BView(frame, name, resizeMode, flags)
+namespace {
+
+class BoxWidget : public QGroupBox {
+public:
+    BoxWidget(border_style border, QWidget* parent) : QGroupBox(parent), fBorder(border) { }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        // A QGroupBox always has a frame: the style is told for this painting.
+        QStyleOptionGroupBox option;
+        initStyleOption(&option);
+        if (fBorder == B_NO_BORDER)
+            option.subControls &= ~QStyle::SC_GroupBoxFrame;
+        QStylePainter(this).drawComplexControl(QStyle::CC_GroupBox, option);
+    }
+
+private:
+    const border_style fBorder;
+};
+
+} // namespace
+
+BBox::BBox(BRect frame, const char* name, uint32 resizeMode, uint32 flags, border_style border)
+    : BView(frame, name, resizeMode, flags), fBorder(border)
 {
     BView::SetViewColor(B_TRANSPARENT_COLOR);
 }
@@ -28,7 +53,7 @@ void BBox::SetLabel(const char* label)
 
 void BBox::MakeWidget(ViewPeer& peer)
 {
-    auto* box = new QGroupBox(peer.parent);
+    auto* box = new BoxWidget(fBorder, peer.parent);
     box->setTitle(PlainLabel(Label()));
     peer.widget = box;
     // A view to the input: clicks between the views in it go to the program.

@@ -9,7 +9,8 @@ class BBox : public BView {
 public:
     explicit BBox(BRect frame, const char* name = nullptr,
         uint32 resizeMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
-        uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE_JUMP);
+        uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE_JUMP,
+        border_style border = B_FANCY_BORDER);
 
     void SetLabel(const char* label); // null is an empty one
     const char* Label() const { return fLabel.c_str(); }
@@ -20,4 +21,5 @@ protected:
 
 private:
     std::string fLabel;
+    const border_style fBorder;
 };

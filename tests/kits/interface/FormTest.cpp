@@ -70,6 +70,11 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     auto* canvas = new TextCanvas(BRect(310, 110, 389, 209), "canvas", B_FOLLOW_NONE, B_WILL_DRAW);
     for (BView* view : std::initializer_list<BView*> { link, no, line })
         view->ResizeToPreferred();
+    for (const border_style border : { B_PLAIN_BORDER, B_NO_BORDER }) {
+        const float left = border == B_NO_BORDER ? 335 : 310;
+        const BRect frame(left, 220, left + 19, 239);
+        back->AddChild(new BBox(frame, "border", B_FOLLOW_NONE, 0, border));
+    }
     fWindow->ResizeTo(399, 299);
     fWindow->AddChild(back);
     for (BView* view : std::initializer_list<BView*> {
@@ -78,6 +83,12 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     for (BView* view : std::initializer_list<BView*> { check, words, bar, link })
         box->AddChild(view);
     Show();
+    const auto inked = [&](float left) { // pixels that are not as around them
+        const auto all = screen::PixelsIn(BRect(left, 0, left + 19, 19).OffsetByCopy(200, 370));
+        return std::count_if(
+            all.begin(), all.end(), [](uint32 color) { return color != 0xdcd2c8; });
+    };
+    EXPECT_SOON(inked(310) > 200 && inked(335) == 0);
     Locked([&] { line->MakeFocus(); });
     EXPECT_TRUE(!back->Parent() && box->Parent() == back);
     screen::Tree("Test"); // from here on views note what they draw
