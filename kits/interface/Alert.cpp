@@ -255,15 +255,6 @@ BPoint BAlert::AlertPosition(float width, float height)
 
 // --- Asking
 
-namespace {
-
-BWindow* CallingWindow()
-{
-    return dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
-}
-
-} // namespace
-
 BPoint BAlert::PlaceOver(const BWindow* caller)
 {
     constexpr float kTitle = 28; // for which, and a border, the screen must have room too
@@ -305,7 +296,7 @@ void BAlert::GiveUp()
 int32 BAlert::Go()
 {
     const std::shared_ptr<Answer> answer = fAnswer; // the alert deletes itself
-    BWindow* caller = CallingWindow();
+    BWindow* caller = Calling();
     if (!Present(caller))
         GiveUp();
     while (!answer->WaitForIt()) {
@@ -320,7 +311,7 @@ int32 BAlert::Go()
 status_t BAlert::Go(BInvoker* invoker)
 {
     fInvoker.reset(invoker);
-    if (Present(CallingWindow()))
+    if (Present(Calling()))
         return B_OK;
     GiveUp();
     return B_ERROR;

@@ -115,6 +115,16 @@ BWindow::~BWindow()
 
 // --- Showing
 
+BWindow* BWindow::Calling()
+{
+    return dynamic_cast<BWindow*>(LooperForThread(find_thread(nullptr)));
+}
+
+WindowWidget* BWindow::Widget() const
+{
+    return fPeer->widget;
+}
+
 void BWindow::Show()
 {
     const BAutolock lock(this);
@@ -126,8 +136,9 @@ void BWindow::Show()
     // again.
     const int32 least = fRunning ? 0 : 1;
     if (fHidden > least && --fHidden == 0) {
-        display::Call([this] {
-            fPeer->widget->Appear();
+        const BWindow* calling = Calling();
+        display::Call([this, calling] {
+            fPeer->widget->Appear(calling ? calling->Widget() : nullptr);
             if (!(fFlags & B_AVOID_FOCUS))
                 fPeer->widget->BringToFront();
         });

@@ -20,6 +20,7 @@ class BMenuItem;
 class BView;
 class DrawConnection;
 struct WindowPeer;
+class WindowWidget;
 struct WindowShortcut;
 
 class BWindow : public BLooper {
@@ -105,7 +106,9 @@ protected:
     virtual void UnusedKeyDown(const char* bytes, int32 numBytes);
 
 private:
+    friend class BAlert;
     friend class BButton;
+    friend class BFilePanel;
     friend class BMenu;
     friend class BMenuBar;
     friend class BMenuItem;
@@ -114,6 +117,8 @@ private:
     friend class DrawConnection;
     friend class DrawContext;
 
+    static BWindow* Calling(); // whose thread this is, or null
+    WindowWidget* Widget() const; // on the display server's thread
     void MakeWidget();
     // From the display server.
     bool HandleServerMessage(BMessage* message);

@@ -5,6 +5,7 @@
 #include "MessageDelivery.h"
 #include "server/Convert.h"
 #include "server/DisplayServer.h"
+#include "server/WindowWidget.h"
 #include "Window.h"
 
 #include <QAbstractItemView>
@@ -273,9 +274,10 @@ void BFilePanel::Report()
 
 void BFilePanel::Show()
 {
-    const auto* caller = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
+    const BWindow* caller = BWindow::Calling();
     const QRect asking = caller && !caller->IsHidden() ? ToQRect(caller->Frame()) : QRect();
-    display::Call([this, asking] {
+    display::Call([this, caller, asking] {
+        StandOver(*fPeer->dialog, caller ? caller->Widget() : nullptr);
         fPeer->dialog->Appear(asking);
         fPeer->dialog->raise();
         fPeer->dialog->activateWindow();

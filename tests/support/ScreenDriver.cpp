@@ -273,6 +273,21 @@ bool IsActive(const std::string& window)
     });
 }
 
+testing::AssertionResult BecomesActive(const std::string& window, double seconds)
+{
+    if (WaitFor([&] { return IsActive(window); }, seconds))
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << display::Call([] {
+        QString shown = "shown are";
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->isVisible())
+                shown += (widget->isActiveWindow() ? " the active <" : " <") + widget->windowTitle()
+                    + ">";
+        }
+        return shown.toStdString();
+    });
+}
+
 Widget FindMenuItem(const std::string& label)
 {
     return display::Call([&] {

@@ -54,10 +54,7 @@ inline bool WaitFor(const std::function<bool()>& condition, double seconds = 20)
 }
 
 // Whether the window of that title comes to have the keyboard.
-inline bool BecomesActive(const std::string& window, double seconds = 20)
-{
-    return WaitFor([&] { return IsActive(window); }, seconds);
-}
+testing::AssertionResult BecomesActive(const std::string& window, double seconds = 20);
 
 // That a condition, asked again and again, comes true.
 #define EXPECT_SOON(...)                                                                           \

@@ -1,10 +1,11 @@
 #include "FilePanel.h"
 
+#include "Alert.h"
 #include "server/DisplayServer.h"
 #include "TestWindow.h"
 
 #include <QApplication>
-#include <QWidget>
+#include <QWindow>
 
 namespace {
 
@@ -66,6 +67,36 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
     panel.reset(); // while Qt asks
     EXPECT_SOON(display::Call([] { return QApplication::topLevelWidgets().size() == 1; }));
     EXPECT_TRUE(std::filesystem::exists(folder / "both"));
+}
+
+TEST_F(WindowTest, BoxesBelongToTheWindowThatAsksNotToTheActiveOne)
+{
+    Show();
+    auto* other = new TestWindow(fLog, BRect(500, 400, 600, 500), "Other");
+    other->Show();
+    BFilePanel panel(B_SAVE_PANEL, &fTarget);
+    const std::pair<const char*, std::function<void()>> boxes[] = {
+        { "save_panel", [&] { panel.Show(); } },
+        { "Question", [] { (new BAlert("Question", "Why?", "So"))->Go(nullptr); } },
+    };
+    for (const auto& box : boxes) {
+        const char* const name = box.first;
+        other->Activate();
+        ASSERT_TRUE(screen::BecomesActive("Other"));
+        fWindow->fAsked = box.second;
+        fWindow->PostMessage(kAsk);
+        ASSERT_SOON(screen::Find(name).exposed);
+        EXPECT_EQ(display::Call([name] {
+            for (const QWidget* widget : QApplication::topLevelWidgets())
+                if (widget->objectName() == name)
+                    return widget->windowHandle()->transientParent()->title().toStdString();
+            return std::string();
+        }),
+            "Test");
+        screen::Key("Escape");
+        EXPECT_SOON(!screen::Find(name).exists);
+    }
+    WithLock(other, [other] { other->Quit(); });
 }
 
 TEST_F(WindowTest, AnOpenPanelSendsAFileThatIsThereOnly)

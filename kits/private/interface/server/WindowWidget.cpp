@@ -163,7 +163,7 @@ void WindowWidget::SetKind(window_look look, window_feel feel, uint32 flags)
     ApplySize();
     SetFunctions(*this, flags);
     if (wasVisible)
-        Appear();
+        Appear(nullptr);
 }
 
 void WindowWidget::Place(const QRect& geometry, int32 serial)
@@ -221,11 +221,18 @@ void WindowWidget::SetWorkspaces(uint32 workspaces)
     xcb_flush(connection);
 }
 
-void WindowWidget::Appear()
+void StandOver(QWidget& box, const QWidget* asking)
 {
-    const QWidget* active = QApplication::activeWindow();
-    if (isModal() && active && active != this) // stays in front of what it asks about
-        windowHandle()->setTransientParent(active->windowHandle());
+    if (!asking || !asking->isVisible() || asking->isMinimized())
+        asking = QApplication::activeWindow();
+    if (asking && asking != &box && box.winId() != 0) // which makes its X window
+        box.windowHandle()->setTransientParent(asking->windowHandle());
+}
+
+void WindowWidget::Appear(const QWidget* asking)
+{
+    if (isModal())
+        StandOver(*this, asking);
     show();
 }
 

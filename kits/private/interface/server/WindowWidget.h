@@ -23,7 +23,8 @@ public:
     void SetLimits(QSize least, QSize most);
     // Bits, or B_ALL_WORKSPACES; the lowest one counts. B_CURRENT_WORKSPACE does nothing.
     void SetWorkspaces(uint32 workspaces);
-    void Appear();
+    // Where it is modal, over the widget of the window that asks, see StandOver().
+    void Appear(const QWidget* asking);
     void BringToFront();
     void AddKeys(int32 id, const QKeySequence& keys);
     void RemoveKeys(int32 id);
@@ -50,6 +51,11 @@ private:
     QSize fMost { 32768, 32768 };
     std::map<int32, QShortcut*> fKeys;
 };
+
+// Tells the window manager that a box belongs to the window which asks, or where that cannot be
+// seen to the active one: it stays in front of it. One that belongs to no window in use may get
+// neither the keyboard nor a place in front.
+void StandOver(QWidget& box, const QWidget* asking);
 
 struct WindowPeer {
     std::shared_ptr<WindowLink> link;
