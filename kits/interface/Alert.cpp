@@ -168,7 +168,7 @@ BAlert::BAlert(const char* title, const char* text, const char* button1, const c
 
 BAlert::~BAlert()
 {
-    fAnswer->Give(-1); // for a Go() that still waits
+    Answered(-1); // for a Go() that still waits
 }
 
 // --- Layout
@@ -317,6 +317,14 @@ status_t BAlert::Go(BInvoker* invoker)
     return B_ERROR;
 }
 
+// Gone before anybody hears of it: a window that appears next would get the keyboard only to pass
+// it on to this one.
+void BAlert::Answered(int32 which)
+{
+    Hide();
+    fAnswer->Give(which);
+}
+
 void BAlert::MessageReceived(BMessage* message)
 {
     if (message->what != kMsgButton)
@@ -326,7 +334,7 @@ void BAlert::MessageReceived(BMessage* message)
     int32 which = -1;
     message->FindInt32("which", &which);
     fIsAnswered = true;
-    fAnswer->Give(which);
+    Answered(which);
     if (fInvoker && fInvoker->Message()) {
         BMessage answer(*fInvoker->Message());
         answer.AddInt32("which", which);

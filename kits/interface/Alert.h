@@ -56,6 +56,7 @@ private:
     BPoint PlaceOver(const BWindow* caller);
     bool Present(const BWindow* caller);
     void GiveUp();
+    void Answered(int32 which);
 
     alert_type fType;
     BTextView* fText = nullptr;
