@@ -52,6 +52,7 @@ public:
 
     void accept() override
     {
+        ForgetFolderOnTheWay();
         const QString chosen = selectedFiles().value(0);
         const bool isSaved = acceptMode() == AcceptSave;
         if (isSaved && !QFileInfo(chosen).dir().exists())
@@ -98,6 +99,16 @@ private:
         frame.moveTop(std::max(frame.top(), room.top()));
         setGeometry(frame);
     }
+
+    // While a path is typed Qt selects the folders on the way, and unless the field has the
+    // keyboard they stay selected: then Return would open one.
+    void ForgetFolderOnTheWay()
+    {
+        const auto* edit = findChild<QLineEdit*>("fileNameEdit");
+        if (const QTreeView* files = ListOf(*this); files && edit && edit->text().contains('/'))
+            files->selectionModel()->clearSelection();
+    }
+
     QStringList FilesInTheWay() const
     {
         const QStringList chosen = selectedFiles();

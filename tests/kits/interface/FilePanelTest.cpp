@@ -5,6 +5,7 @@
 #include "TestWindow.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QWindow>
 
 namespace {
@@ -67,6 +68,25 @@ TEST_F(WindowTest, ASavePanelAsksOnceAboutAllThatWouldBeReplaced)
     panel.reset(); // while Qt asks
     EXPECT_SOON(display::Call([] { return QApplication::topLevelWidgets().size() == 1; }));
     EXPECT_TRUE(std::filesystem::exists(folder / "both"));
+}
+
+TEST_F(WindowTest, WhatIsWrittenInAPanelCountsNotAFolderSelectedOnTheWay)
+{
+    const TempFolder folder;
+    fWindow->Show();
+    BFilePanel panel(B_SAVE_PANEL, &fTarget);
+    panel.Show();
+    ASSERT_TRUE(screen::BecomesActive("Save As"));
+    display::Call([&] { // as a screen reader writes: the field has no keyboard
+        const QWidget* dialog = QApplication::activeWindow();
+        dialog->findChild<QWidget*>("treeView")->setFocus();
+        auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
+        edit->setText(folder.Path().c_str());
+        edit->setText((folder / "mine").c_str());
+        edit->setFocus();
+    });
+    screen::Key("Return");
+    EXPECT_EQ(fLog->WaitFor(1), Entries { folder.Path() + " mine" });
 }
 
 TEST_F(WindowTest, BoxesBelongToTheWindowThatAsksNotToTheActiveOne)
