@@ -13,6 +13,7 @@ struct ArchivedFile {
     std::time_t modified = 0; // 0: not known
 };
 
+inline constexpr int kArchivesWithin = 2; // each other: the window packs a tar into a zip
 inline constexpr size_t kMostUnpacked = 10 << 20; // bytes of all files of an archive together
 
 // Whether the bytes begin like a zip, a tar or a compressed (gzip) one.

@@ -5,10 +5,10 @@
 #include "results/ArchiveFiles.h"
 #include "results/ResultsFile.h"
 #include "results/RunFile.h"
+#include "results/WholeText.h"
 #include "sysinfo/LibSysInfo.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -21,14 +21,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr size_t kMostBytes = 32 << 20; // of an archive or JSON
-constexpr int kArchivesWithin = 2; // the window packs a tar into a zip
-
-struct CloseFile {
-    void operator()(FILE* file) const { fclose(file); }
-};
-using File = std::unique_ptr<FILE, CloseFile>;
 
 // --- The JSON of a run
 
@@ -118,7 +110,7 @@ std::string AddContents(
                            : "is an archive too deep in others";
     } else if (IsResultsText(bytes)) {
         std::string copy = bytes; // which fmemopen() may write to, as far as its type tells
-        if (const File text { fmemopen(copy.data(), copy.size(), "r") })
+        if (const OpenFile text { fmemopen(copy.data(), copy.size(), "r") })
             ReadResults(text.get(), file.c_str(), list, MachinesAre::kPacked);
         why = list.Size() > before ? "" : "holds no results";
     } else if (bytes.find_first_not_of(" \t\r\n") != bytes.npos
@@ -130,17 +122,6 @@ std::string AddContents(
 
 // --- Files
 
-// Of at most kMostBytes and one; empty also for one that cannot be read.
-std::string ReadAll(FILE* file)
-{
-    std::string bytes;
-    std::array<char, 1 << 16> block;
-    size_t size = 0;
-    while (bytes.size() <= kMostBytes && (size = fread(block.data(), 1, block.size(), file)) > 0)
-        bytes.append(block.data(), size);
-    return bytes;
-}
-
 std::string AddFile(const std::string& path, ResultList& list)
 {
     std::error_code error;
@@ -151,7 +132,7 @@ std::string AddFile(const std::string& path, ResultList& list)
         return "cannot be read: it is no plain file";
     // Even if it has become a pipe, it is not waited for.
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    const File file(descriptor < 0 ? nullptr : fdopen(descriptor, "r"));
+    const OpenFile file(descriptor < 0 ? nullptr : fdopen(descriptor, "r"));
     if (!file)
         return std::string("cannot be read: ") + strerror(errno);
     const std::string bytes = ReadAll(file.get());

@@ -3,6 +3,7 @@
 #include "results/ArchiveFiles.h"
 #include "results/ResultsFile.h"
 #include "results/RunFile.h"
+#include "results/WholeText.h"
 
 #include <Entry.h>
 
@@ -30,17 +31,10 @@ namespace fs = std::filesystem;
 
 using Machines = std::vector<MeasuredMachine>;
 
-constexpr size_t kMostBytes = 32 << 20; // of a file
-constexpr int kArchivesWithin = 2; // the window packs a tar into a zip
-
 constexpr char kStandardInput[] = "standard input";
 
 struct Refusal {
     std::string line;
-};
-
-struct CloseFile {
-    void operator()(FILE* file) const { fclose(file); }
 };
 
 // A file, wherever it was read from.
@@ -155,19 +149,6 @@ void AddContents(const std::string& bytes, const Source& source, int archives, M
     }
 }
 
-// What more than a readable file has is not read.
-std::string ReadAll(FILE* file, const std::string& path)
-{
-    std::string bytes;
-    std::array<char, 1 << 16> block;
-    size_t size = 0;
-    while (bytes.size() <= kMostBytes && (size = fread(block.data(), 1, block.size(), file)) > 0)
-        bytes.append(block.data(), size);
-    if (ferror(file) != 0)
-        RefuseUnread(path, strerror(errno));
-    return bytes;
-}
-
 std::time_t ModifiedAt(const std::string& path)
 {
     std::time_t seconds = 0;
@@ -186,12 +167,15 @@ int Open(const Source& source)
 void AddFile(const Source& source, Machines& machines)
 {
     const int descriptor = Open(source);
-    const std::unique_ptr<FILE, CloseFile> file(descriptor < 0 ? nullptr : fdopen(descriptor, "r"));
+    const OpenFile file(descriptor < 0 ? nullptr : fdopen(descriptor, "r"));
     if (!file)
         RefuseUnread(source.path, strerror(errno));
     Source dated = source;
     dated.modified = source.isInput ? 0 : ModifiedAt(source.path);
-    AddContents(ReadAll(file.get(), source.path), dated, kArchivesWithin, machines);
+    const std::string bytes = ReadAll(file.get());
+    if (ferror(file.get()) != 0)
+        RefuseUnread(source.path, strerror(errno));
+    AddContents(bytes, dated, kArchivesWithin, machines);
 }
 
 // All files below it, by path.

@@ -1,6 +1,7 @@
 #include "foundation/PlainText.h"
 #include "results/RunFields.h"
 #include "results/RunFile.h"
+#include "results/WholeText.h"
 
 #include <algorithm>
 #include <concepts>
@@ -15,7 +16,6 @@ namespace {
 
 using Json = nlohmann::ordered_json; // its objects are the smaller ones
 
-constexpr size_t kMostBytes = 32 << 20; // the longest runs have a fifth of that
 // Lists and objects of the format lie 6 deep. The rest is for keys of later versions, which are
 // passed over.
 constexpr size_t kDeepest = 16;
