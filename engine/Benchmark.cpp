@@ -14,9 +14,6 @@ static_assert(std::equal(std::begin(kGroupRuns), std::end(kGroupRuns), std::begi
                   [](const GroupRun& run, const TestGroup& group) { return run.key == group.key; }),
     "every group of the catalogue has its run, in the same order");
 
-// The machine settles this long with one processor fewer before the next pass.
-constexpr bigtime_t kSettleMicros = 1000000;
-
 } // namespace
 
 Benchmark::Benchmark() : results(false) { }

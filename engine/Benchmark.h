@@ -9,6 +9,11 @@
 #include <string>
 #include <string_view>
 
+// A machine with other processors on than a moment ago settles this long. So does one on which the
+// program began a moment ago: a third of the first spans of 5 ms took 1.4 ms longer at once, none
+// of 30 after a second, whatever had been executed in between.
+inline constexpr bigtime_t kSettleMicros = 1000000;
+
 // One object serves any number of runs; a run replaces the figures of the one before. Set the
 // flags, Go(), wait for 'LThC', then read results: no lock guards them while the thread runs.
 //

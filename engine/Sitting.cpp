@@ -11,11 +11,6 @@
 
 namespace {
 
-// A machine with other processors on than a moment ago settles this long. So does one on which the
-// program began a moment ago: a third of the first spans of 5 ms took 1.4 ms longer at once, none
-// of 30 after a second, whatever had been executed in between.
-constexpr bigtime_t kSettleMicros = 1000000;
-
 // The first spans of 20 sittings took longer than their later ones by 28 percent in Strings, 2 in
 // Memory, 27 to 55 in Dhrystone; those of all others, and of later passes, within their spread.
 constexpr size_t kWarmedUp[] = { GroupIndex("strings"), GroupIndex("memory"),
