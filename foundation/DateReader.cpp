@@ -40,12 +40,6 @@ const struct {
     { "five", 5 }, { "six", 6 }, { "seven", 7 }, { "eight", 8 }, { "nine", 9 }, { "ten", 10 },
     { "eleven", 11 }, { "twelve", 12 } };
 
-// The bytes of letters beyond ASCII are negative: without them "März" would be cut after its "M".
-bool IsLetter(char c)
-{
-    return c < 0 || (c >= 'a' && c <= 'z');
-}
-
 } // namespace
 
 void DateReader::SkipBlanks()
@@ -65,7 +59,7 @@ void DateReader::SkipLoosely()
 
 bool DateReader::BeginsWithLetter() const
 {
-    return !fRest.empty() && IsLetter(fRest.front());
+    return !fRest.empty() && LibIsWordByte(fRest.front());
 }
 
 bool DateReader::TakeNumber(Number& number)
@@ -104,8 +98,8 @@ bool DateReader::TakeText(std::string_view text)
 
 bool DateReader::TakeWord(std::string_view word)
 {
-    const bool there =
-        fRest.starts_with(word) && (fRest.size() == word.size() || !IsLetter(fRest[word.size()]));
+    const bool there = fRest.starts_with(word)
+        && (fRest.size() == word.size() || !LibIsWordByte(fRest[word.size()]));
     if (there)
         fRest.remove_prefix(word.size());
     return there;

@@ -13,7 +13,6 @@
 namespace {
 
 constexpr int64 kMinutesOfDay = 1440;
-constexpr int64 kSecondsOfDay = 86400;
 
 // Takes that many digits from the end of text. False if they are not there.
 bool TakeDigits(std::string_view& text, size_t digits, int32& value)

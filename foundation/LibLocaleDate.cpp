@@ -53,16 +53,11 @@ void ReadNames(nl_item first, std::array<std::string, count>& names)
         names[i] = ToUtf8(nl_langinfo(first + static_cast<nl_item>(i)));
 }
 
-bool IsLetter(char c)
-{
-    return c < 0 || (LibToUpper(c) >= 'A' && LibToUpper(c) <= 'Z');
-}
-
 // Whether folded begins with name as a whole word.
 bool BeginsWithName(std::string_view folded, std::string_view name)
 {
     return !name.empty() && folded.starts_with(name)
-        && (folded.size() == name.size() || !IsLetter(folded[name.size()]));
+        && (folded.size() == name.size() || !LibIsWordByte(folded[name.size()]));
 }
 
 // Looks for longer matches in names, whose closing dot may be left out.

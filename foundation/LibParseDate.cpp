@@ -13,7 +13,6 @@ namespace {
 
 constexpr size_t kMostText = 255;
 constexpr int32 kLastYear = 9999;
-constexpr int64 kSecondsOfDay = 86400;
 
 // The moment at which a clock of the parsed zone, or of the user's, shows date and time.
 time_t MomentOf(const LibParsedDate& parsed)

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr size_t kNone = std::string_view::npos;
-
 const char* OrEmpty(const char* s)
 {
     return s ? s : "";
@@ -41,7 +39,7 @@ int32 CompareBytes(std::string_view a, std::string_view b, bool ignoreCase)
 
 int32 ToIndexOrNone(size_t index)
 {
-    return index != kNone ? static_cast<int32>(index) : -1;
+    return index != std::string_view::npos ? static_cast<int32>(index) : -1;
 }
 
 } // namespace
@@ -62,7 +60,7 @@ int32 LibString::CompareSub(
     const std::string_view whole = View();
     const size_t first = std::min(static_cast<size_t>(std::max(start, 0)), whole.size());
     const std::string_view text = whole.substr(first);
-    const size_t most = count < 0 ? kNone : static_cast<size_t>(count);
+    const size_t most = count < 0 ? std::string_view::npos : static_cast<size_t>(count);
     if (ignoreCase)
         return CompareBytes(
             text.substr(0, most), std::string_view(OrEmpty(s)).substr(0, most), true);
@@ -245,8 +243,8 @@ LibString LibString::Extract(const char& open, const char& close, const bool& st
     const std::string_view text = View();
     const size_t from = text.find(open);
     // From the next byte on: both may be the same character.
-    const size_t to = from != kNone ? text.find(close, from + 1) : kNone;
-    if (to == kNone)
+    const size_t to = from != text.npos ? text.find(close, from + 1) : text.npos;
+    if (to == text.npos)
         return LibString();
     const int32 inset = strip ? 1 : 0;
     // With nothing between the two the first index is behind the last, which gives "".

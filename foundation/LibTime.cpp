@@ -14,7 +14,6 @@ namespace {
 constexpr char kHoursField[] = "hours";
 constexpr char kMinutesField[] = "minutes";
 constexpr char kSecondsField[] = "seconds";
-constexpr int64 kDay = 86400; // seconds
 constexpr int32 kNoHour = -1;
 
 // The hour of a clock with am and pm as one of 0 to 23; kNoHour if the clock has no such hour.
@@ -100,7 +99,7 @@ void LibTime::SetTime(const float& newMinutes)
 {
     // fmod first: lround of what a long cannot hold may give anything.
     if (std::isfinite(newMinutes))
-        SetTotal(std::lround(std::fmod(static_cast<double>(newMinutes) * 60, kDay)));
+        SetTotal(std::lround(std::fmod(static_cast<double>(newMinutes) * 60, kSecondsOfDay)));
 }
 
 bool LibTime::Take(const LibTime& typed)
@@ -139,10 +138,10 @@ void LibTime::GetTime(struct tm& time) const
 int32 LibTime::SetTotal(int64 total)
 {
     // The remainder of a negative total is negative itself.
-    const int64 ofDay = (total % kDay + kDay) % kDay;
+    const int64 ofDay = (total % kSecondsOfDay + kSecondsOfDay) % kSecondsOfDay;
     SetTime(static_cast<int32>(ofDay / 3600), static_cast<int32>(ofDay / 60 % 60),
         static_cast<int32>(ofDay % 60));
-    return LibToInt32((total - ofDay) / kDay);
+    return LibToInt32((total - ofDay) / kSecondsOfDay);
 }
 
 int32 LibTime::CorrectTime()

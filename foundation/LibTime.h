@@ -9,6 +9,8 @@
 
 class BMessage;
 
+inline constexpr int64 kSecondsOfDay = 86400;
+
 class LibTime {
 public:
     // The present time, see SetNow(); else 00:00:00.

@@ -21,6 +21,19 @@ constexpr bool LibIsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
+// True for 'a' to 'z' and 'A' to 'Z'.
+constexpr bool LibIsLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+// True for those too of which characters beyond ASCII consist: without them "März" would be cut
+// after its "M".
+constexpr bool LibIsWordByte(char c)
+{
+    return LibIsLetter(c) || static_cast<signed char>(c) < 0;
+}
+
 // The upper-case letter of 'a' to 'z', any other byte as it is.
 constexpr char LibToUpper(char c)
 {
@@ -36,8 +49,7 @@ constexpr char LibToLower(char c)
 // True for the visible characters that are neither letter nor digit, "_" included.
 constexpr bool LibIsPunct(char c)
 {
-    const char upper = LibToUpper(c);
-    return c > ' ' && c < '\x7f' && !LibIsDigit(c) && !(upper >= 'A' && upper <= 'Z');
+    return c > ' ' && c < '\x7f' && !LibIsDigit(c) && !LibIsLetter(c);
 }
 
 // What printf gives for "%.*f" in the "C" locale: decimals digits after the point, six if

@@ -10,14 +10,8 @@
 namespace {
 
 // 12311999 is the longest that anybody writes without separators.
-constexpr int32 kMostDigits = 8;
+constexpr int32 kMostDateDigits = 8;
 constexpr int32 kPowers[] = { 1, 10, 100, 1000, 10000, 100000, 1000000, 10000000 };
-
-bool IsLetter(char c)
-{
-    const char upper = LibToUpper(c);
-    return upper >= 'A' && upper <= 'Z';
-}
 
 // The length of the run of characters at the front of text that belong together.
 size_t RunLength(std::string_view text, bool (*belongs)(char))
@@ -34,7 +28,8 @@ void AddNumber(int32 value, int32 digits, TypedNumbers& numbers)
 
 bool TakeNumber(std::string_view digits, TypedNumbers& numbers)
 {
-    if (numbers.count == static_cast<int32>(numbers.values.size()) || digits.size() > kMostDigits)
+    if (numbers.count == static_cast<int32>(numbers.values.size())
+        || digits.size() > kMostDateDigits)
         return false;
     int32 value = 0;
     // Cannot fail: an int32 holds any eight digits.
@@ -62,8 +57,8 @@ bool LibReadTypedNumbers(std::string_view text, std::string_view separators, Typ
         if (LibIsDigit(text[0])) {
             length = RunLength(text, LibIsDigit);
             known = TakeNumber(text.substr(0, length), numbers);
-        } else if (IsLetter(text[0])) {
-            length = RunLength(text, IsLetter);
+        } else if (LibIsLetter(text[0])) {
+            length = RunLength(text, LibIsLetter);
             known = TakeWord(text.substr(0, length), numbers);
         }
         if (!known)
