@@ -6,12 +6,6 @@
 #include <algorithm>
 #include <cstring>
 
-namespace {
-
-constexpr size_t kMostBytes = 1'000'000'000; // what the store takes
-
-} // namespace
-
 // Each lies on the heap by itself: the address that LoadResource() gave out holds while others are
 // added and removed.
 struct BResources::Resource {
@@ -168,7 +162,7 @@ status_t BResources::AddResource(
 {
     if (const status_t error = CanChange(); error != B_OK)
         return error;
-    if ((!data && length > 0) || length > kMostBytes)
+    if ((!data && length > 0) || length > kMostStored)
         return B_BAD_VALUE;
     Resource* resource = Find(type, id);
     if (!resource)
@@ -184,8 +178,8 @@ status_t BResources::WriteResource(
 {
     if (const status_t error = CanChange(); error != B_OK)
         return error;
-    if (!data || offset < 0 || length > kMostBytes
-        || static_cast<size_t>(offset) > kMostBytes - length)
+    if (!data || offset < 0 || length > kMostStored
+        || static_cast<size_t>(offset) > kMostStored - length)
         return B_BAD_VALUE;
     Resource* resource = Find(type, id);
     if (!resource)

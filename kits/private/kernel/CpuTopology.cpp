@@ -36,14 +36,6 @@ int ProcessorNumber(std::string_view text)
     return isNumber && number >= 0 && number <= kMaxProcessorNumber ? number : -1;
 }
 
-std::string_view Trimmed(std::string_view text)
-{
-    const size_t start = text.find_first_not_of(" \t\n");
-    if (start == std::string_view::npos)
-        return {};
-    return text.substr(start, text.find_last_not_of(" \t\n") - start + 1);
-}
-
 // /proc/cpuinfo: the numbers of the processors on, and the fields of the first.
 struct CpuInfoText {
     std::vector<int> numbers;

@@ -15,6 +15,7 @@ namespace kernel {
 namespace {
 constexpr size_t kMostBytes = 8 << 20; // the records of all interrupts of the largest machines
 constexpr size_t kMostLineBytes = 200;
+constexpr std::string_view kSpace = " \t\r\n";
 
 bool IsSpace(char32_t c)
 {
@@ -24,14 +25,6 @@ bool IsSpace(char32_t c)
 bool IsControl(char32_t c)
 {
     return c < 0x20 || (c >= 0x7f && c < 0xa0);
-}
-
-std::string_view Trimmed(std::string_view text)
-{
-    const size_t start = text.find_first_not_of(" \t");
-    if (start == std::string_view::npos)
-        return {};
-    return text.substr(start, text.find_last_not_of(" \t\r") - start + 1);
 }
 
 // False where reading failed or the file is too long.
@@ -48,6 +41,14 @@ bool ReadAll(int file, std::string& text)
     }
 }
 } // namespace
+
+std::string_view Trimmed(std::string_view text)
+{
+    const size_t start = text.find_first_not_of(kSpace);
+    if (start == std::string_view::npos)
+        return {};
+    return text.substr(start, text.find_last_not_of(kSpace) - start + 1);
+}
 
 std::string PlainLine(std::string_view text)
 {
@@ -77,7 +78,6 @@ std::string PlainLine(std::string_view text)
 
 std::vector<std::string_view> Words(std::string_view text)
 {
-    constexpr std::string_view kSpace = " \t\n";
     std::vector<std::string_view> words;
     for (size_t start; (start = text.find_first_not_of(kSpace)) != std::string_view::npos;) {
         text.remove_prefix(start);

@@ -14,16 +14,15 @@ namespace kernel {
 // single and none at the ends, cut to 200 bytes at most. What is no character becomes "?".
 [[nodiscard]] std::string PlainLine(std::string_view text);
 
+// The text without blanks, tabs and line ends around it.
+[[nodiscard]] std::string_view Trimmed(std::string_view text);
+
 // The number that the text is but for white space around it; nothing if there is more or it does
 // not fit.
 template <typename Number>
 [[nodiscard]] std::optional<Number> WholeNumber(std::string_view text)
 {
-    constexpr std::string_view kSpace = " \t\n";
-    const size_t start = text.find_first_not_of(kSpace);
-    if (start == std::string_view::npos)
-        return {};
-    text = text.substr(start, text.find_last_not_of(kSpace) - start + 1);
+    text = Trimmed(text);
     Number number;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size())

@@ -16,8 +16,6 @@ using namespace store;
 
 namespace {
 
-constexpr size_t kMostBytes = 1'000'000'000; // SQLite's own limit of a value
-
 struct AttributeRow {
     int64 id = 0; // 0: there is none
     type_code type = 0;
@@ -211,7 +209,7 @@ ssize_t Store::WriteAttribute(const NodeIdentity& file, std::string_view name, t
     off_t offset, std::string_view bytes)
 {
     return Run(Access::kChange, [&](sqlite3* database) -> ssize_t {
-        if (bytes.size() > kMostBytes || static_cast<size_t>(offset) > kMostBytes - bytes.size())
+        if (bytes.size() > kMostStored || static_cast<size_t>(offset) > kMostStored - bytes.size())
             throw Failure { B_BAD_VALUE, false, "a value would have more than 1000000000 bytes" };
         const int64 row = ClaimFile(database, file);
         if (offset == 0)

@@ -22,6 +22,8 @@ struct Failure;
 struct OpenStore;
 } // namespace store
 
+inline constexpr size_t kMostStored = 1'000'000'000; // bytes of a value: SQLite's own limit
+
 struct StoredResource {
     type_code type = 0;
     int32 id = 0;
