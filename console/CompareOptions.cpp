@@ -39,7 +39,7 @@ std::string TakeTest(const Option& option, CompareOptions& options)
             + "> has " + std::to_string(tests.size());
 }
 
-struct OptionKind {
+struct CompareOption {
     std::string_view name;
     std::string (*take)(const Option& option, CompareOptions& options);
 };
@@ -51,7 +51,7 @@ std::string TakeText(const Option& option, CompareOptions& options)
     return "";
 }
 
-constexpr OptionKind kOptions[] = {
+constexpr CompareOption kCompareOptions[] = {
     { "--baseline", TakeText<&CompareOptions::baseline> },
     { "--fail-below", TakeFailBelow },
     { "--format", [](auto& option, auto& to) { return TakeNamed(option, kFormats, to.format); } },
@@ -109,9 +109,9 @@ std::variant<CompareOptions, std::string> ParseCompareOptions(
             continue;
         }
         const Option option = NextOption(arguments, position);
-        const auto* kind = std::find_if(std::begin(kOptions), std::end(kOptions),
-            [&](const OptionKind& each) { return each.name == option.name; });
-        if (kind == std::end(kOptions))
+        const auto* kind = std::find_if(std::begin(kCompareOptions), std::end(kCompareOptions),
+            [&](const CompareOption& each) { return each.name == option.name; });
+        if (kind == std::end(kCompareOptions))
             return "unknown argument <" + argument + "> of <--compare>, see --help";
         if (!given.insert(option.name).second)
             return "<" + option.name + "> is given twice";

@@ -106,13 +106,13 @@ std::string TakeTest(const std::string& value, RunOptions& options)
     return options.tests.empty() ? Unknown("test", value) + ", see --list" : "";
 }
 
-struct OptionKind {
+struct RunOption {
     std::string_view name;
     const char* needs; // what stands behind it
     std::string (*take)(const std::string& value, RunOptions& options);
 };
 
-constexpr OptionKind kOptions[] = {
+constexpr RunOption kRunOptions[] = {
     { "--groups", "a list of test groups", TakeGroupList },
     { "--output", "a file name", TakeOutput },
     { "--cpus", "a list of processor counts", TakeCounts },
@@ -187,9 +187,9 @@ std::variant<RunOptions, std::string> ParseRunOptions(const std::vector<std::str
             continue;
         }
         const Option option = NextOption(arguments, position);
-        const auto* kind = std::find_if(std::begin(kOptions), std::end(kOptions),
-            [&](const OptionKind& each) { return each.name == option.name; });
-        if (kind == std::end(kOptions))
+        const auto* kind = std::find_if(std::begin(kRunOptions), std::end(kRunOptions),
+            [&](const RunOption& each) { return each.name == option.name; });
+        if (kind == std::end(kRunOptions))
             return "unknown argument <" + argument + ">, see --help";
         if (option.value.empty())
             return "<" + option.name + "> needs " + kind->needs;

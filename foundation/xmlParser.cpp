@@ -13,7 +13,7 @@ namespace {
 constexpr size_t kMostLevels = 100;
 constexpr size_t kMostElements = 100000;
 constexpr size_t kMostAttributes = 1000;
-constexpr size_t kMostText = size_t { 1 } << 30;
+constexpr size_t kMostSize = size_t { 1 } << 30;
 constexpr char kComment[] = "!--";
 
 // Cuts the "/" off the end of a name such as "br/" and tells whether there was one.
@@ -380,7 +380,7 @@ void xmlParser::AddText(std::string& text, std::string_view added)
 {
     while (!added.empty() && !xmlTag::Accepts(added.front(), text.empty()))
         added.remove_prefix(1);
-    if (Within(text.size() + added.size(), kMostText, "bytes of text"))
+    if (Within(text.size() + added.size(), kMostSize, "bytes of text"))
         text += added;
 }
 

@@ -65,7 +65,7 @@ double Rank(const Results& machine)
 
 // By a key that is worked out once for each. Equal ones stay in their order.
 template <typename Key>
-void SortBy(std::vector<Results*>& machines, Key key)
+void SortByKey(std::vector<Results*>& machines, Key key)
 {
     std::vector<std::pair<std::invoke_result_t<Key, const Results&>, Results*>> rows;
     rows.reserve(machines.size());
@@ -230,10 +230,10 @@ const std::vector<Results*>& Comparison::InOrder()
     for (Results& machine : machines)
         shown.machines.push_back(&machine);
     if (order == ChartOrder::kByName) {
-        SortBy(shown.machines,
+        SortByKey(shown.machines,
             [](const Results& machine) { return LibFoldCase(std::string(machine.description)); });
     } else if (order == ChartOrder::kByRate) {
-        SortBy(shown.machines, [](const Results& machine) { return -Rank(machine); });
+        SortByKey(shown.machines, [](const Results& machine) { return -Rank(machine); });
     }
     return shown.machines;
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr float kTitleBaseline = 10;
+constexpr float kHeadBaseline = 10;
 constexpr float kLabelGap = 2;
 constexpr float kSwatch = 14;
 constexpr rgb_color kLabelledLine = { 128, 128, 128, 255 };
@@ -43,7 +43,7 @@ float ComparisonChart::Height() const
 void ComparisonChart::Draw(BView* view, BRect update)
 {
     view->SetHighColor(black_color);
-    view->DrawString("Configuration", BPoint(10, kTitleBaseline));
+    view->DrawString("Configuration", BPoint(10, kHeadBaseline));
     DrawGrid(view, update);
     DrawCaption(view);
     const std::vector<float>& bottoms = comparison.RowBottoms();
@@ -83,7 +83,7 @@ void ComparisonChart::DrawGrid(BView* view, BRect update) const
             const float first = barsX + kLabelGap;
             const float last = std::max(first, right - labelWidth);
             view->DrawString(
-                label, BPoint(std::clamp(x - labelWidth / 2, first, last), kTitleBaseline));
+                label, BPoint(std::clamp(x - labelWidth / 2, first, last), kHeadBaseline));
         }
         view->SetHighColor(isLabelled ? kLabelledLine : kPlainLine);
         const float top = std::max(isLabelled ? kTitleLineY - 2 : kTitleLineY, update.top);
@@ -104,7 +104,7 @@ void ComparisonChart::DrawCaption(BView* view) const
         caption.Formatted("( %s )", *units ? units : MetricUnits(metric->index));
     }
     view->SetHighColor(black_color);
-    view->DrawString(caption, BPoint(110, kTitleBaseline));
+    view->DrawString(caption, BPoint(110, kHeadBaseline));
 }
 
 LibString ComparisonChart::DrawLegendEntry(

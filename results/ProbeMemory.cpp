@@ -14,7 +14,7 @@ namespace {
 constexpr char kFile[] = "sustained-probes";
 constexpr char kCore[] = " | core";
 constexpr char kClock[] = " | clock";
-constexpr size_t kMostBytes = 64 << 10;
+constexpr size_t kMostRememberedBytes = 64 << 10;
 constexpr double kNone = std::numeric_limits<double>::infinity();
 
 // Other values are no probe's, which takes some 0.1 ms.
@@ -123,7 +123,7 @@ std::string ProbeKey(const MachineDetails& details, const BuildDetails& build)
 
 Probe KeptProbe(const std::string& key)
 {
-    const auto text = ReadUserData(kFile, kMostBytes);
+    const auto text = ReadUserData(kFile, kMostRememberedBytes);
     if (!text)
         return kUnknownBest;
     return { probes::Find(*text, key + kCore, Today()),
@@ -134,9 +134,9 @@ void KeepProbe(const std::string& key, const Probe& probe)
 {
     if (key.empty())
         return;
-    const std::string before = ReadUserData(kFile, kMostBytes).value_or("");
+    const std::string before = ReadUserData(kFile, kMostRememberedBytes).value_or("");
     const std::string core = probes::Merge(before, key + kCore, probe.core, Today());
     const std::string after = probes::Merge(core, key + kClock, probe.clock, Today());
-    if (after != before && after.size() <= kMostBytes)
+    if (after != before && after.size() <= kMostRememberedBytes)
         static_cast<void>(WriteUserData(kFile, after));
 }

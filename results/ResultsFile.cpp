@@ -100,9 +100,9 @@ size_t LengthIn(const std::string& line)
 }
 
 // One file, with what was wrong in it.
-class Reader {
+class ResultsReader {
 public:
-    Reader(FILE* file, const char* name, ResultList& list, MachinesAre kept)
+    ResultsReader(FILE* file, const char* name, ResultList& list, MachinesAre kept)
         : fLines(file), fName(name), fList(list), fKept(kept)
     {
     }
@@ -214,7 +214,7 @@ bool WriteResultsFile(const char* path, const Results& results, std::string* why
 
 void ReadResults(FILE* file, const char* name, ResultList& list, MachinesAre kept)
 {
-    Reader reader(file, name, list, kept);
+    ResultsReader reader(file, name, list, kept);
     reader.ReadAll();
     reader.Report();
 }

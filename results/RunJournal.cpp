@@ -11,7 +11,7 @@ namespace {
 
 // A journal of another form gets another number, and versions that do not know it refuse it.
 constexpr char kFirstLine[] = "tarvex-run journal 1";
-constexpr size_t kMostBytes = 64 * 1024 * 1024;
+constexpr size_t kMostJournalBytes = 64 * 1024 * 1024;
 
 // Line ends in JSON are between its values only.
 std::string OneLine(std::string json)
@@ -27,7 +27,7 @@ std::string Contents(FILE* file)
     char part[65536];
     while (const size_t read = fread(part, 1, sizeof part, file)) {
         text.append(part, read);
-        if (text.size() > kMostBytes)
+        if (text.size() > kMostJournalBytes)
             return "";
     }
     return ferror(file) != 0 ? "" : text;

@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr int kSteps = 1000; // more than a bar has pixels
+constexpr int kBarSteps = 1000; // more than a bar has pixels
 
 int StepsOf(float value, float max)
 {
-    return static_cast<int>(value / max * kSteps);
+    return static_cast<int>(value / max * kBarSteps);
 }
 
 } // namespace
@@ -62,7 +62,7 @@ void BStatusBar::ShowValue()
 void BStatusBar::MakeWidget(ViewPeer& peer)
 {
     auto* bar = new QProgressBar(peer.parent);
-    bar->setRange(0, kSteps);
+    bar->setRange(0, kBarSteps);
     bar->setValue(StepsOf(fCurrent, fMax));
     bar->setTextVisible(false);
     peer.widget = bar;

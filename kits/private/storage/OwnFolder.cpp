@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int kMostLevels = 100; // of what a signal's stack has to hold
-constexpr int kOpen = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 bool IsSameFile(const struct stat& a, const struct stat& b)
 {
@@ -42,7 +42,7 @@ bool RemoveEntry(int above, const char* name, int levels)
 {
     if (unlinkat(above, name, 0) == 0)
         return true;
-    const int folder = openat(above, name, kOpen);
+    const int folder = openat(above, name, kOpenFolder);
     if (folder < 0)
         return false;
     if (levels > 0 && !IsMounted(folder))
@@ -95,26 +95,26 @@ constexpr mode_t kMode = 0700;
 
 // The folder, locked by flock() as long as the process lives: that says who is alive across
 // containers too, and keeps the system's own cleaning of /tmp away.
-struct Folder {
+struct MadeFolder {
     int above; // the directory that it lies in
     int self;
     pid_t owner;
     std::string name;
     std::string path;
-    const Folder* before; // which has gone, or has been mounted over
+    const MadeFolder* before; // which has gone, or has been mounted over
 };
 
 // What a signal handler may read: complete before it is put here, and never freed.
-std::atomic<const Folder*> gFolder = nullptr;
+std::atomic<const MadeFolder*> gFolder = nullptr;
 std::atomic<bool> gEnded = false;
-static_assert(std::atomic<const Folder*>::is_always_lock_free, "used in a signal handler");
+static_assert(std::atomic<const MadeFolder*>::is_always_lock_free, "used in a signal handler");
 
 Mutex gMaking; // leaf
 int gTold GUARDED_BY(gMaking) = 0; // an errno, or kUnsafe
 
 constexpr int kUnsafe = -1; // beside the numbers of errno
 
-std::string NewName()
+std::string NewFolderName()
 {
     return kPrefix + RandomDigits();
 }
@@ -162,7 +162,7 @@ int Make(int above, const std::string& name, FileDescriptor& folder)
 {
     if (mkdirat(above, name.c_str(), kMode) != 0)
         return errno;
-    folder = FileDescriptor(openat(above, name.c_str(), kOpen));
+    folder = FileDescriptor(openat(above, name.c_str(), kOpenFolder));
     if (!folder.IsOpen()) {
         const int error = errno;
         unlinkat(above, name.c_str(), AT_REMOVEDIR); // nobody could open it later either
@@ -212,13 +212,13 @@ int MakeBelow(const std::string& base, std::string& path)
     std::string name;
     int error = EEXIST;
     for (int tries = 0; tries < 100 && error == EEXIST; tries++) {
-        name = NewName();
+        name = NewFolderName();
         error = Make(above.Get(), name, folder);
     }
     if (error != 0)
         return error;
     path = JoinPath(base, name);
-    gFolder = new Folder { above.Release(), folder.Release(), getpid(), name, path, gFolder };
+    gFolder = new MadeFolder { above.Release(), folder.Release(), getpid(), name, path, gFolder };
     static const bool sIsWatched = WatchEnds();
     return sIsWatched ? 0 : ENOMEM;
 }
@@ -234,7 +234,7 @@ void ClearDead(const std::string& base)
     while (const dirent* entry = isSafe ? readdir(directory) : nullptr) {
         if (!IsName(entry->d_name))
             continue;
-        const FileDescriptor folder(openat(above, entry->d_name, kOpen));
+        const FileDescriptor folder(openat(above, entry->d_name, kOpenFolder));
         if (folder.IsOpen() && flock(folder.Get(), LOCK_EX | LOCK_NB) == 0
             && IsOwn(above, entry->d_name, folder.Get()))
             RemoveTree(above, entry->d_name, folder.Get());
@@ -258,14 +258,14 @@ void TellOnce(const std::string& base, int error) REQUIRES(gMaking)
 status_t folders::OwnTemporary(std::string& path)
 {
     const LeafLock lock(gMaking);
-    const Folder* folder = gFolder;
+    const MadeFolder* folder = gFolder;
     if (folder && folder->owner == getpid()
         && IsOwn(AT_FDCWD, folder->path.c_str(), folder->self)) {
         path = folder->path;
         return B_OK;
     }
     const std::string base = Temporary();
-    path = JoinPath(base, NewName());
+    path = JoinPath(base, NewFolderName());
     const int error = gEnded ? ECANCELED : MakeBelow(base, path);
     if (error != 0) {
         TellOnce(base, error);
@@ -277,7 +277,7 @@ status_t folders::OwnTemporary(std::string& path)
 void folders::RemoveOwnTemporary()
 {
     gEnded = true;
-    for (const Folder* folder = gFolder; folder; folder = folder->before)
+    for (const MadeFolder* folder = gFolder; folder; folder = folder->before)
         if (folder->owner == getpid())
             RemoveTree(folder->above, folder->name.c_str(), folder->self);
 }

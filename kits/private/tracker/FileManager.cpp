@@ -15,13 +15,13 @@ const char* const kFileManagerSignature = "application/x-vnd.Be-TRAK";
 
 namespace {
 
-constexpr char kService[] = "org.freedesktop.FileManager1";
-constexpr char kObject[] = "/org/freedesktop/FileManager1";
+constexpr char kManager[] = "org.freedesktop.FileManager1";
+constexpr char kManagerObject[] = "/org/freedesktop/FileManager1";
 constexpr int kTimeoutMillis = 5000; // a program that ends does not wait longer
 
 BusMessage MakeCall(const char* method, const std::vector<std::string>& paths)
 {
-    BusMessage call = MakeBusCall(kService, kObject, kService, method);
+    BusMessage call = MakeBusCall(kManager, kManagerObject, kManager, method);
     std::vector<std::string> uris;
     for (const std::string& path : paths)
         uris.push_back("file://" + PercentEncoded(path));
