@@ -165,7 +165,7 @@ TEST_F(TarvexRun, EndsWhenItsDisplayDiesUnderTheGraphicsTests)
         TARVEX_SCRIPTS "/with-display sh -c '(until xdotool search --name lushed; do :; done;"
                        " pkill -KILL -P $PPID Xvfb) >/dev/null 2>&1 & exec \"$@\"' sh";
     EXPECT_EQ(Run("--groups graphics --output file", wrapper), 1);
-    EXPECT_TRUE(Fits(Errors(), "(?:.|\n)*The X11 connection broke.*\n(?:.|\n)*")) << Errors();
+    EXPECT_NE(Errors().find("The X11 connection broke"), std::string::npos) << Errors();
     EXPECT_EQ(Output().find("\nTest "), std::string::npos) << Output();
     EXPECT_FALSE(fs::exists(fFolder / "file"));
 }

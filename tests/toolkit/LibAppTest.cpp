@@ -106,12 +106,15 @@ void UseWindows(TestApp& app)
     EXPECT_TRUE(screen::Click("help_text"));
     screen::Key("ctrl+a");
     screen::Key("ctrl+c");
-    std::string bold;
-    const std::string copied = screen::Copied("text/html");
-    const std::regex part("font-size:(\\d+px); font-weight:700;\">([^<]*)");
-    for (std::sregex_iterator at(copied.begin(), copied.end(), part), end; at != end; ++at)
-        bold += (*at)[1].str() + " " + (*at)[2].str() + ". ";
-    EXPECT_EQ(bold, "18px The knob. 12px Enter. 12px twice. ");
+    const auto bold = [] {
+        std::string found;
+        const std::string copied = screen::Copied("text/html");
+        const std::regex part("font-size:(\\d+px); font-weight:700;\">([^<]*)");
+        for (std::sregex_iterator at(copied.begin(), copied.end(), part), end; at != end; ++at)
+            found += (*at)[1].str() + " " + (*at)[2].str() + ". ";
+        return found;
+    };
+    EXPECT_SOON(bold() == "18px The knob. 12px Enter. 12px twice. ") << bold();
 
     WithLock(app.window, [&] { app.window->Hide(); });
     WithLock(&app, [&] {

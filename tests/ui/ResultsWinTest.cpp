@@ -157,7 +157,7 @@ TEST(ResultsWin, SaysWhatBecameOfEachFileAndMail)
                     chmod((folder / "sendmail").c_str(), 0755);
                 } },
             { "answer", [&](const Row&) { window->PostMessage(TarvexAlert::kMsgEmail); } },
-            { "said", [&](const Row& row) { EXPECT_SOON(said() == row[1]); } },
+            { "said", [&](const Row& row) { EXPECT_SOON(said() == row[1]) << said(); } },
         },
         { { "FOLDER", folder.Path() } });
     EXPECT_NE(testing::internal::GetCapturedStderr().find("The mail with <> was not sent\n"),
