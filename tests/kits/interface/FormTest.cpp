@@ -145,3 +145,30 @@ TEST_F(WindowTest, AFormIsReadAsItIsShown)
     EXPECT_EQ(shown(), expected);
     Locked([&] { list->MakeEmpty(); }); // the items go first
 }
+
+TEST_F(WindowTest, ATipThatComesLateIsShownWhereThePointerRests)
+{
+    auto* around = new BView(BRect(0, 0, 299, 199), "around", B_FOLLOW_NONE, 0);
+    around->SetToolTip("Around");
+    auto* view = new BView(BRect(50, 50, 149, 149), "place", B_FOLLOW_NONE, 0);
+    around->AddChild(view);
+    fWindow->AddChild(around);
+    Show();
+    const BPoint where = screen::Settled("place").LeftTop() + BPoint(50, 50);
+    screen::MoveTo(where - BPoint(9, 9)); // a move to where it was seen last is none
+    screen::MoveTo(where);
+    const char kTip[] = "qtooltip_label";
+    EXPECT_TRUE(screen::Shows(kTip, "Around"));
+    const std::tuple<BView*, const char*, const char*> tips[] = { { view, "", "Around" },
+        { around, "", "Around" }, { view, "Late", "Late" }, { around, "Other", "Late" },
+        { view, "Later", "Later" }, { view, "", "" }, { view, "Last", "Last" } };
+    for (const auto& [of, tip, shown] : tips) {
+        Locked([of = of, tip = tip] { of->SetToolTip(tip); });
+        EXPECT_TRUE(screen::Shows(kTip, shown)) << tip;
+    }
+    screen::MoveTo(BPoint(2, 2));
+    EXPECT_SOON(!screen::Find(kTip).exists);
+    for (const char* tip : { "", "More" })
+        Locked([&] { view->SetToolTip(tip); });
+    EXPECT_FALSE(screen::Find(kTip).exists);
+}

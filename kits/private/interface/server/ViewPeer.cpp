@@ -10,8 +10,10 @@
 #include <QAbstractScrollArea>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QToolTip>
 #include <QWheelEvent>
 
 ViewLink::ViewLink(std::shared_ptr<WindowLink> window, const BMessenger& view, uint32 viewFlags)
@@ -65,13 +67,43 @@ ViewEvents::ViewEvents(std::shared_ptr<ViewLink> link, Kind kind, QWidget* widge
     }
 }
 
-bool ViewEvents::eventFilter(QObject*, QEvent* event)
+bool ViewEvents::eventFilter(QObject* object, QEvent* event)
 {
+    FollowTip(*static_cast<QWidget*>(object), *event);
     // MakeFocus() knows already of what it has done.
     if (event->type() == QEvent::FocusIn
         && static_cast<QFocusEvent*>(event)->reason() != Qt::OtherFocusReason)
         fLink->Post(BMessage(kMsgFocused));
     return fKind == Kind::kView && HandleForView(event);
+}
+
+// A view that has a tip for each place learns late where the pointer is, and Qt asks once, when
+// that has come to rest.
+void ViewEvents::FollowTip(const QWidget& widget, const QEvent& event)
+{
+    switch (event.type()) {
+        case QEvent::ToolTip: {
+            const auto& asked = static_cast<const QHelpEvent&>(event);
+            if (widget.childAt(asked.pos()))
+                return; // that one's tip is shown
+            fRest = asked.globalPos();
+            fTip = fWidget->toolTip();
+            break;
+        }
+        case QEvent::ToolTipChange: {
+            const bool isShown = QToolTip::isVisible() && QToolTip::text() == fTip;
+            if (!fRest || fWidget->toolTip() == fTip || (!fTip.isEmpty() && !isShown))
+                return;
+            fTip = fWidget->toolTip();
+            QToolTip::showText(*fRest, fTip, fWidget);
+            break;
+        }
+        case QEvent::MouseMove:
+        case QEvent::MouseButtonPress:
+        case QEvent::Wheel:
+        case QEvent::Leave: fRest.reset(); break;
+        default: break;
+    }
 }
 
 bool ViewEvents::HandleForView(QEvent* event)

@@ -8,12 +8,15 @@
 #include "Rect.h"
 
 #include <QObject>
+#include <QPoint>
 #include <QRect>
+#include <QString>
 #include <QWidget>
 
 #include <atomic>
 #include <map>
 #include <memory>
+#include <optional>
 
 class BMessage;
 class QAction;
@@ -84,6 +87,7 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    void FollowTip(const QWidget& widget, const QEvent& event);
     bool HandleForView(QEvent* event);
     void MouseMoved(const QMouseEvent& event);
     void EnteredOrLeft(int32 transit);
@@ -92,6 +96,8 @@ private:
     const std::shared_ptr<ViewLink> fLink;
     const Kind fKind;
     QWidget* const fWidget;
+    std::optional<QPoint> fRest; // the pointer's, on the screen, since Qt asked for the tip
+    QString fTip; // that was shown there, or nothing
 };
 
 // Gives a new widget what all of them have: the view's name, its focus rule and its ViewEvents.
